@@ -1,0 +1,52 @@
+// What a routine below the windows may ask or tell the user in the middle of its work.
+//
+// The caller passes an `Ask`; dialogs answer it in the program, a script or a test answers it elsewhere. No routine below the
+// toolkit opens a box in any other way.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vntl {
+
+enum class Box_Buttons { ok = 0, ok_cancel, retry_cancel, yes_no, yes_no_cancel, abort_retry_ignore };
+enum class Box_Icon { none = 0, stop, question, exclamation, information };
+enum class Box_Answer { ok, cancel, retry, yes, no, abort, ignore };
+
+// Titles that boxes share.
+inline constexpr std::string_view error_title = "Error Message";
+inline constexpr std::string_view information_title = "Information Message";
+inline constexpr std::string_view warning_title = "Warning Message";
+
+struct Message_Box {
+    Box_Buttons buttons = Box_Buttons::ok;
+    Box_Icon icon = Box_Icon::none;
+    int default_button = 1;  // 1, 2 or 3: the button that has the focus
+    std::string text;        // lines separated by '\n'
+    std::string title;
+};
+
+class Ask {
+public:
+    virtual ~Ask() = default;
+
+    virtual Box_Answer Box(const Message_Box& box) = 0;
+
+    // The files that the user selects, full paths in the order of the selector; empty when the selector was cancelled.
+    // `filter` is text of label and pattern pairs, each followed by a vertical bar.
+    virtual std::vector<std::string> Select_Files(std::string_view title, std::string_view filter) = 0;
+
+    // The dialog "Format of the data file": the format code chosen (1 to 15), or nothing on cancel.
+    // `proposed` is the code selected when the dialog opens.
+    virtual std::optional<int> Data_Format(int proposed) = 0;
+
+    void Error(std::string text) { Box({Box_Buttons::ok, Box_Icon::exclamation, 1, std::move(text), std::string(error_title)}); }
+    void Information(std::string text) {
+        Box({Box_Buttons::ok, Box_Icon::information, 1, std::move(text), std::string(information_title)});
+    }
+    void Warning(std::string text) { Box({Box_Buttons::ok, Box_Icon::exclamation, 1, std::move(text), std::string(warning_title)}); }
+};
+
+}  // namespace vntl

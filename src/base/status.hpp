@@ -1,0 +1,19 @@
+// Failure as a value: what every operation of the program gives back when it can fail.
+#pragma once
+
+#include <string>
+#include <utility>
+
+namespace vntl {
+
+// Outcome of an operation. `message` is the text for the user, word for word, blanks included; empty when nothing failed.
+struct [[nodiscard]] Status {
+    bool failed = false;
+    std::string message;
+
+    static Status Done() { return {}; }
+    static Status Fail(std::string text) { return {true, std::move(text)}; }
+    bool ok() const { return !failed; }
+};
+
+}  // namespace vntl

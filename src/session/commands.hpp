@@ -1,0 +1,50 @@
+// State of every menu and toolbar command: enabled, checked, label of the recent files; and what the window wants to hear and shows.
+//
+// The routines below write this state; the application alone carries it to the window.
+#pragma once
+
+#include <array>
+#include <map>
+#include <string>
+
+namespace vntl {
+
+struct Session;
+
+struct Command_State {
+    bool enabled = true;
+    bool checked = false;
+};
+
+enum class Cursor_Shape { arrow = 0, cross = 3, hand = 6 };
+
+inline constexpr int status_parts = 5;
+inline constexpr std::array<int, 5> recent_file_commands = {40038, 40067, 40068, 40069, 40070};
+
+struct Interface_State {
+    std::map<int, Command_State> commands;  // commands without an entry are enabled and unchecked
+    std::array<std::string, 5> recent_labels;
+    std::array<int, 2> toolbars{30101, 0};  // table on the first and on the second bar, 0 none
+    bool want_mouse_down = false, want_mouse_up = false, want_mouse_move = false;
+    Cursor_Shape cursor = Cursor_Shape::arrow;
+    std::array<std::string, status_parts> status;
+    unsigned revision = 0;  // goes up with every change, so that the window knows when to look
+
+    void Enable(int command, bool on);
+    void Check(int command, bool on);
+    bool Enabled(int command) const;
+    bool Checked(int command) const;
+    void Status_Text(int part, std::string text);  // part 1 to 5
+};
+
+// Each sets `plot_type`, `MoveMode` 0, toolbars, enabled commands, wanted messages and the cursor of a plot form.
+void Set_Menu_Empty(Session&);
+void Set_Menu_Single(Session&, bool clear);  // clear false: the fit model is cleared too
+void Set_Menu_Graph(Session&, bool log);
+void Set_Menu_Contour(Session&);
+void Set_Menu_Contour_Log(Session&);
+void Set_Menu_3D(Session&);
+void Set_Menu_3D_Surface(Session&);
+void Set_Calculation_Mode(Session&, int mode);  // mode 0 to 4; the form becomes "calculation"
+
+}  // namespace vntl

@@ -1,0 +1,54 @@
+// Identity, operating system and directories of the program.
+//
+// Directories are texts; the system's tag chooses separator and places, so that the Windows and macOS branches run in tests on Linux.
+#pragma once
+
+#include <string>
+
+#include "base/status.hpp"
+
+namespace vntl {
+
+struct Configuration {
+    std::string program_name = "Vantrelo-2006";
+    std::string program_version = "Version: 0.50";
+    std::string program_date = "June 2013";
+    std::string program_line1 = "a Powder Diffraction graphic tool";
+    std::string program_line2 = "for Windows, Linux and MacOS";
+
+    std::string os_tag;  // "WIND", "LINU", "MACO" or "UNKN"
+    char sep = '/';
+    std::string start_dir;     // current directory at start; the recent-files list stands there
+    std::string launch_dir;    // a relative path of the command line is taken from here
+    std::string quendrix_dir;  // installation directory of the suite; blank when there is none
+    std::string config_dir;    // where the files of directories are looked for
+    std::string last_dir;
+    std::string pcr_file;
+    std::string set_file;  // name of the preferences file
+    std::string mru_file = "vantrelo.mlf";
+    bool files_allowed = true;  // false: recent-files and last-directory files are not written
+
+    std::string Window_Title() const { return program_name + ' ' + program_version + "-2012"; }
+};
+
+// Name of the preferences file for a version text: "Version: 0.50" gives "vntl050.set".
+// Fails with "Fault: /vntl_initialize/init_configure/03 bad setfilename" for a text without a point that has a digit before it and two
+// characters behind.
+Status Preferences_File_Name(const std::string& program_version, std::string& name);
+
+// Tag of a system by the family (4 Unix, 6 Windows) and the sub-code (14 Linux) that the toolkit reports.
+std::string Os_Tag(int family, int sub_code);
+
+// Sets identity, tag, separator, start directory and file names.
+Status Init_Configure(Configuration&, int os_family, int os_sub_code);
+
+// Finds the directories of the suite and of the settings, and changes to the last working directory.
+void Search_Directories(Configuration&);
+
+// Full path of the preferences file, empty when there is none.
+std::string Find_Preferences_File(const Configuration&);
+
+// Writes the current directory into "vantrelo.dir" of the suite's directory. A failure, and a blank suite directory, are ignored.
+void Write_Last_Directory(const Configuration&);
+
+}  // namespace vntl

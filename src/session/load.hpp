@@ -1,0 +1,51 @@
+// Adding rows from files: the Load sequence that every command uses, and the pattern command that rests on it.
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "base/ask.hpp"
+#include "base/status.hpp"
+#include "patterns/pattern.hpp"
+
+namespace vntl {
+
+struct Session;
+
+enum class Load_Result {
+    added,
+    table_full,  // 2000 rows; told to the user
+    failed,      // the reader or a check failed; told to the user
+    refused,     // the x space refused the file; told to the user
+};
+
+// Reads one file into row nperfiles + 1: limit, reader, checks, trimming, kind, x space, recent files. Nothing changes unless
+// the result is `added`. `reader` fills a fresh pattern.
+using Pattern_Reader = std::function<Status(const std::string& path, Diffraction_Pattern_Type&)>;
+Load_Result Load_Row(Session&, Ask&, const std::string& path, const std::string& format, const Pattern_Reader& reader);
+
+// The end of every loading command: purges the last row and sets `profiles_uniform`. `rows_before`: rows when the command began.
+void Finish_Load(Session&, int rows_before);
+
+// What a loading command did; `failed` when a reader or a check failed or the table was full, `cancelled` when nothing was chosen.
+struct Open_Result {
+    int rows_added = 0;
+    bool failed = false;
+    bool cancelled = false;
+    double read_ms = 0;  // from opening the first file to the last row, without dialogs
+};
+
+// Opens the files that the user selects, or the one named. The format follows from the extension of the last name, or is asked;
+// names are read from the last to the first.
+Open_Result Open_Pattern_File(Session&, Ask&, const std::string& name = {});
+
+// Opens one file by its extension alone, as recent files and drops do: "Bad name: len_trim=0", "Bad name: without extension",
+// "Unknown file extension " as the failure's message, shown by the caller.
+Status Open_File_By_Extension(Session&, Ask&, const std::string& name, Open_Result& result);
+
+// Opens several files of a command line, left to right, each by the registry of readers.
+Open_Result Open_Files(Session&, Ask&, const std::vector<std::string>& names, std::optional<int> format_code = {});
+
+}  // namespace vntl

@@ -1,0 +1,34 @@
+// What a row of the profile store keeps beside its pattern.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace vntl {
+
+inline constexpr int max_excluded_regions = 100;
+
+struct PRF_Info_Add_Type {
+    std::string file_name;    // name shown in the lists, without directory; "<copy>" for a copy
+    std::string directory;    // directory of the file
+    std::string origin_note;  // title of a profile file of a refinement
+    std::string kind;         // "DATA", "RIETV", "PRF", "MONO", "SUMM", "AVER", "DIFF", "SMOO" or "COPY"
+    std::string format;       // name of the format that the file was read with
+    std::int32_t nphases = 0;
+    std::int32_t nreflections = 0;
+    float chi2 = 0;
+    std::vector<float> phase_value;        // nphases
+    std::vector<float> phase_table;        // (3, largest count of a phase, nreflections), first index fastest
+    std::vector<std::int32_t> refl_phase;  // nreflections, and so on
+    std::vector<float> refl_tag;
+    std::vector<std::int32_t> refl_code;  // row of the tick, 1 to nphases
+    std::vector<float> refl_position;     // x of the tick, in the scale of x
+    std::vector<std::string> refl_label;  // text that the read-out shows
+    std::int32_t nexcl = 0;
+    std::array<float, max_excluded_regions> excl_min{};  // region i covers excl_min to excl_max
+    std::array<float, max_excluded_regions> excl_max{};
+};
+
+}  // namespace vntl

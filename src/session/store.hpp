@@ -1,0 +1,70 @@
+// The profile store: the program's working memory, one row per loaded pattern.
+//
+// Rows run from 1 to `nperfiles`. Row numbers are not stable: sorting and removal renumber rows, so nothing keeps one from one
+// command to the next.
+#pragma once
+
+#include <bitset>
+#include <string_view>
+#include <vector>
+
+#include "patterns/pattern.hpp"
+#include "session/profile.hpp"
+
+namespace vntl {
+
+inline constexpr int max_profiles = 2000;
+inline constexpr int profiles_with_optional_arrays = 20;  // rows beyond keep x, y and nd alone
+
+class Profile_Store {
+public:
+    int nperfiles() const { return static_cast<int>(patterns_.size()); }
+    bool full() const { return nperfiles() >= max_profiles; }
+
+    // The row `row`, 1 to nperfiles. A row outside is a programming error and stops the program.
+    Diffraction_Pattern_Type& Pattern(int row);
+    const Diffraction_Pattern_Type& Pattern(int row) const;
+    PRF_Info_Add_Type& Info(int row);
+    const PRF_Info_Add_Type& Info(int row) const;
+
+    // Appends a row; the caller has asked full().
+    void Append(Diffraction_Pattern_Type pattern, PRF_Info_Add_Type info);
+    void Drop_Last();
+
+    // Removes the rows marked true (marked[0] is row 1); the order of the others stays. When all are marked the caller resets instead.
+    void Remove(const std::vector<bool>& marked);
+
+    void Clear();  // no rows, and every flag at its initial state
+
+    // Flags of the rows, index row - 1.
+    bool shown(int row) const { return profile_shown[static_cast<std::size_t>(row - 1)]; }
+
+    int ProfilePRFactive = 0;  // the row that carries Rietveld overlay, 0 when none
+    bool prf_loaded = false;   // a row of kind "PRF" or "MONO" exists
+    std::bitset<max_profiles> profile_shown = std::bitset<max_profiles>().set();
+    std::bitset<max_profiles> show_ycalc_of;
+    std::bitset<max_profiles> show_bgr_of;
+    bool show_ycalc = true, show_difference = true, show_reflections = true, show_background = false;
+    bool profiles_uniform = false;  // the rows came from one multiple selection in an empty store
+    bool mixed_scat_var = false;    // rows of different scattering variable are in the store
+
+private:
+    std::vector<Diffraction_Pattern_Type> patterns_;
+    std::vector<PRF_Info_Add_Type> infos_;
+};
+
+void Clear_Pattern(Diffraction_Pattern_Type& pattern);
+void Clear_Prf_Info(PRF_Info_Add_Type& info);
+void Copy_Pattern(const Diffraction_Pattern_Type& from, Diffraction_Pattern_Type& to);
+void Copy_Prf_Info(const PRF_Info_Add_Type& from, PRF_Info_Add_Type& to);
+void Swap_Pattern(Diffraction_Pattern_Type& a, Diffraction_Pattern_Type& b);
+void Swap_Prf_Info(PRF_Info_Add_Type& a, PRF_Info_Add_Type& b);
+
+// Cuts or extends each allocated array to exactly `npts` entries, and gives the spare memory back.
+void Trim_Pattern(Diffraction_Pattern_Type& pattern);
+
+// Frees the arrays that a mode ("DATA", "DATAS", "RIETV" or "GRAPH", any case) does not need and clears their flags.
+// Any other text frees nothing.
+void Purge_Pattern(Diffraction_Pattern_Type& pattern, std::string_view mode);
+
+}  // namespace vntl

@@ -1,0 +1,92 @@
+// What a drawable must be able to do: the few primitives into which every picture is broken down.
+//
+// Coordinates are device units with the origin at the lower left and y upward; a device with another convention flips them itself.
+// A pen's width and a dash are in line units, about a pixel of a 1200 x 800 page and never thinner than a pixel, so that a plot keeps its
+// look at every size.
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string_view>
+#include <vector>
+
+#include "base/colour.hpp"
+
+namespace vntl {
+
+struct Point {
+    double x, y;
+};
+struct Rect {
+    double x1, y1, x2, y2;  // x1 <= x2, y1 <= y2
+};
+
+enum class Line_Style { none = -1, solid = 0, dotted, dashed, dot_dash, dot_dot_dash };
+
+struct Pen {
+    Colour colour = 0;
+    double width = 1;
+    Line_Style style = Line_Style::solid;
+};
+
+// Points of a data set and the map from data to device units: x_device = x0 + x_scale * x. Both spans have the same length.
+// A pair with a NaN or an infinity is a gap.
+struct Series {
+    std::span<const float> x, y;
+    double x0 = 0, x_scale = 1, y0 = 0, y_scale = 1;
+};
+
+struct Marker_Style {
+    int glyph = 221;               // 0 none, 221 circle, 222 square, 223 diamond, 224 triangle, 225 inverted triangle, 226 plus, 227 cross
+    double width = 0, height = 0;  // of the glyph's box, device units
+    Colour colour = 0;
+    bool filled = true;
+};
+
+enum class Justify { left = 0, centre = 1, right = 2 };
+
+struct Text_Style {
+    int font = 101;                // 101 Courier, 102 Helvetica, 103 Times, 104 Symbol
+    int style = 0;                 // bits: 1 bold, 2 italic, 4 underline, 8 opaque
+    double width = 0, height = 0;  // character cell, device units
+    double angle = 0;              // degrees, counter-clockwise: 0 or 90 or -90
+    Justify justify = Justify::left;
+    Colour colour = 0;
+};
+
+class Device {
+public:
+    virtual ~Device() = default;
+
+    virtual double Width() const = 0;  // extent in device units
+    virtual double Height() const = 0;
+
+    virtual void Clear(Colour) = 0;          // the whole device, whatever the clip
+    virtual void Set_Clip(const Rect&) = 0;  // until the next call nothing is drawn outside
+    virtual void Polyline(std::span<const Point>, const Pen&) = 0;
+    virtual void Curve(const Series&, const Pen&) = 0;
+    virtual void Markers(const Series&, const Marker_Style&) = 0;
+    virtual void Fill(std::span<const Point> polygon, Colour) = 0;
+    virtual void Ellipse(Point centre, double rx, double ry, bool filled, const Pen&) = 0;
+    // `at` is the point on the base line that `justify` names; the text is UTF-8.
+    virtual void Text(Point at, std::string_view text, const Text_Style&) = 0;
+    virtual double Text_Width(std::string_view text, const Text_Style&) const = 0;
+};
+
+// Pixels (or points) of one line unit for a device of this size: 1 up to a page of 1200 x 800, then growing with it.
+double Line_Unit(double width, double height);
+
+// Size of the font for a character cell: the em, in device units, that fits the cell's height, and its width as well.
+double Em_Of_Cell(double width, double height);
+
+// Lengths of dash and gap of a line style in line units, for a line of width 1; empty for a solid line.
+std::span<const double> Dash_Pattern(Line_Style);
+
+// Outline of a glyph in a box from -0.5 to 0.5 on both axes: a closed polygon, or strokes given point by point in pairs.
+struct Glyph_Outline {
+    std::vector<Point> points;
+    bool strokes = false;  // plus and cross: pairs of end points
+};
+Glyph_Outline Marker_Outline(int glyph);
+
+}  // namespace vntl

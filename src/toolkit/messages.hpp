@@ -1,0 +1,59 @@
+// The one queue of messages, and the application's hold on the windowing system.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace vntl {
+
+enum class Message_Kind {
+    key_down = 1,     // value1 key code
+    command = 2,      // value1 command number
+    push_button = 3,  // value1 field number; 1 default, 2 cancel
+    mouse_down = 4,   // value1 button: 1 left, 2 middle, 3 right; x, y
+    mouse_up = 5,
+    mouse_move = 6,
+    repaint = 7,
+    resize = 8,
+    close_request = 9,
+    field_changed = 10,  // value1 field left, value2 field entered
+    timer = 13,          // value1 timer number
+    wheel = 20,          // value1 +1 up, -1 down; x, y
+    files_dropped = 21,  // `files`
+};
+
+struct WIN_MESSAGE {
+    int win = 0;  // window or dialog number, 0 the main window
+    int value1 = 0, value2 = 0, value3 = 0, value4 = 0;
+    double x = 0, y = 0;  // page units of the window
+    std::vector<std::string> files;
+};
+
+struct Message {
+    Message_Kind kind;
+    WIN_MESSAGE record;
+};
+
+inline constexpr int main_window = 0;
+
+// Starts the toolkit; first call of the program. With `offscreen`, and without a display, no screen is needed.
+// argc and argv stay in use for the life of the program.
+void WInitialise(int& argc, char** argv, bool offscreen);
+void WTerminate();
+
+// Waits for the next message. Repaints, resizes and mouse moves of one window that wait in the queue are merged into one each.
+Message WMessage();
+
+void Post_Message(Message);
+
+// Called by WMessage when the queue is empty and nothing waits in the windowing system; true when it may have posted a message.
+// A session script acts here. An empty function takes it away.
+void Set_Idle_Source(std::function<bool()>);
+
+int InfoOpSystem(int what);  // 1: 4 Unix family, 6 Windows; 19: 14 Linux
+
+void WMessageEnable(int window, Message_Kind kind, bool on);    // mouse_down, mouse_up, mouse_move, field_changed; off at first
+void WMessageTimer(int milliseconds, int number, bool repeat);  // 0 stops it
+
+}  // namespace vntl
