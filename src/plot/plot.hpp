@@ -4,7 +4,6 @@
 // bitmap back with the marks over it.
 #pragma once
 
-#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -21,6 +20,8 @@ void Plot_ReMake(Session&);
 void Plot_Redraw(Session&);
 void Plot_Repaint(Session&);
 
+// The first half of Plot_ReMake: ranges, plot form and menu states, nothing drawn. An empty store changes nothing.
+void Plot_Ranges(Session&);
 void Set_Range_X(Session&);  // x_all_* and x_view_* from the rows
 void Focus_Plot(Session&);   // y window from the points inside the present x window; in "multi_log" in ln units
 
@@ -34,10 +35,10 @@ void Draw_Picture(Session&, Device&);
 // The marks of the form "calculation", drawn over the picture.
 void Draw_Marks(const Session&, Graphics&);
 
-// One selected reflection of a refined profile (red) or of a generated list (magenta), over the picture.
+// Selected reflections of the refined profile (red) or of the generated list (magenta), over the picture. Entries count from 1.
 void Draw_Picks(const Session&, Graphics&, const std::vector<int>& entries, bool generated);
 
-// The read-out box at a page position: its lines are written from the lowest line up.
+// The read-out box at a page position, wide enough for its longest line: the first line is the lowest.
 void Draw_Readout_Box(Graphics&, float x, float y, const std::vector<std::string>& lines);
 
 }  // namespace vntl

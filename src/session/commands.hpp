@@ -6,6 +6,7 @@
 #include <array>
 #include <map>
 #include <string>
+#include <string_view>
 
 namespace vntl {
 
@@ -19,10 +20,14 @@ struct Command_State {
 enum class Cursor_Shape { arrow = 0, cross = 3, hand = 6 };
 
 inline constexpr int status_parts = 5;
+inline constexpr int target_command = 40111;  // "View target at centre"
 inline constexpr std::array<int, 5> recent_file_commands = {40038, 40067, 40068, 40069, 40070};
 
+// States before the first file: what needs a pattern or a running calculation is disabled.
+std::map<int, Command_State> Commands_At_Start();
+
 struct Interface_State {
-    std::map<int, Command_State> commands;  // commands without an entry are enabled and unchecked
+    std::map<int, Command_State> commands = Commands_At_Start();  // commands without an entry are enabled and unchecked
     std::array<std::string, 5> recent_labels;
     std::array<int, 2> toolbars{30101, 0};  // table on the first and on the second bar, 0 none
     bool want_mouse_down = false, want_mouse_up = false, want_mouse_move = false;
@@ -36,6 +41,9 @@ struct Interface_State {
     bool Checked(int command) const;
     void Status_Text(int part, std::string text);  // part 1 to 5
 };
+
+// The one place that changes the plot form: stores it and shows it in part 5 of the status bar.
+void Set_Plot_Type(Session&, std::string_view plot_type);
 
 // Each sets `plot_type`, `MoveMode` 0, toolbars, enabled commands, wanted messages and the cursor of a plot form.
 void Set_Menu_Empty(Session&);

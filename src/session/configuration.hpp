@@ -4,6 +4,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include "base/status.hpp"
 
@@ -27,6 +28,10 @@ struct Configuration {
     std::string set_file;  // name of the preferences file
     std::string mru_file = "vantrelo.mlf";
     bool files_allowed = true;  // false: recent-files and last-directory files are not written
+
+    // `name` inside `directory`, with one separator between them.
+    std::string Path(std::string_view directory, std::string_view name) const;
+    std::string Recent_Files_Path() const { return Path(start_dir, mru_file); }
 
     std::string Window_Title() const { return program_name + ' ' + program_version + "-2012"; }
 };

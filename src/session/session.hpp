@@ -1,6 +1,7 @@
 // Everything the program knows, in one place: the store, the view, the lists, the state of the window, preferences and paths.
 #pragma once
 
+#include "base/status.hpp"
 #include "session/commands.hpp"
 #include "session/configuration.hpp"
 #include "session/lists.hpp"
@@ -19,9 +20,16 @@ struct Session {
     Preferences prefs;
     Configuration config;
     Recent_Files recent;
+    int format_code = 1;  // data-file format chosen last, 1 to 15
 };
 
-// Empties the store and all plot state; runs at start and on "Reset".
+// Empties the store and all plot state but the plot form, which Set_Menu_Empty sets; runs at start and on "Reset".
 void Reset_Profiles(Session&);
+
+// The exit sequence's files: the current directory and the recent files. Nothing is written where `files_allowed` is false.
+void Write_Exit_Files(const Session&);
+
+// Fails, naming what is wrong, when the parts of the session contradict each other. No command may leave such a state.
+Status Check_Invariants(const Session&);
 
 }  // namespace vntl

@@ -1,0 +1,87 @@
+// A redraw as a user waits for it: many rows of many points through the whole 2D graph onto a bitmap of the window's size at start.
+//
+// Beside it stands the time of reading the same arrays once from memory, the least that any drawing of them can take.
+#include <benchmark/benchmark.h>
+
+#include <cmath>
+#include <cstdlib>
+#include <numeric>
+
+#include "plot/plot.hpp"
+#include "toolkit/bitmap.hpp"
+#include "toolkit/messages.hpp"
+
+namespace {
+
+using namespace vntl;
+
+constexpr int window_width = 800, window_height = 500;
+
+// Peaks on a falling background, with noise, a little higher in each row.
+Diffraction_Pattern_Type Synthetic_Pattern(int row, int points) {
+    Diffraction_Pattern_Type p;
+    p.npts = points;
+    p.scat_var = "2theta";
+    unsigned noise = 12345u + static_cast<unsigned>(row);
+    for (int i = 0; i < points; ++i) {
+        const double x = 5.0 + 150.0 * i / points;
+        const double peak = std::exp(-std::pow(std::fmod(x, 12.0) - 6.0, 2) / 0.02);
+        noise = noise * 1664525u + 1013904223u;
+        p.x.push_back(static_cast<float>(x));
+        p.y.push_back(static_cast<float>(20.0 * row + 200.0 * std::exp(-x / 60.0) + 4000.0 * peak + 30.0 * (noise >> 8) / 16777216.0));
+    }
+    Set_Y_Limits(p);
+    return p;
+}
+
+void Fill_Store(Session& session, int rows, int points) {
+    Set_Default_Preferences(session.prefs);
+    for (int row = 1; row <= rows; ++row) {
+        PRF_Info_Add_Type info;
+        info.kind = "DATA";
+        info.file_name = "pattern_" + std::to_string(row) + ".dat";
+        session.store.Append(Synthetic_Pattern(row, points), std::move(info));
+    }
+    Plot_Ranges(session);
+}
+
+void Redraw(benchmark::State& state) {
+    Session session;
+    Fill_Store(session, static_cast<int>(state.range(0)), static_cast<int>(state.range(1)));
+    for (auto _ : state) {
+        Bitmap bitmap(window_width, window_height);
+        Draw_Picture(session, bitmap.Drawing());
+        benchmark::DoNotOptimize(bitmap.Pixel(0, 0));
+    }
+    state.SetItemsProcessed(state.iterations() * state.range(0) * state.range(1));
+}
+
+void Read_Arrays(benchmark::State& state) {
+    Session session;
+    Fill_Store(session, static_cast<int>(state.range(0)), static_cast<int>(state.range(1)));
+    for (auto _ : state) {
+        float sum = 0;
+        for (int row = 1; row <= session.store.nperfiles(); ++row) {
+            const Diffraction_Pattern_Type& p = session.store.Pattern(row);
+            sum = std::accumulate(p.x.begin(), p.x.end(), sum);
+            sum = std::accumulate(p.y.begin(), p.y.end(), sum);
+        }
+        benchmark::DoNotOptimize(sum);
+    }
+    state.SetItemsProcessed(state.iterations() * state.range(0) * state.range(1));
+}
+
+void Sizes(benchmark::internal::Benchmark* benchmark) { benchmark->Args({100, 20000})->Args({2000, 5000})->Unit(benchmark::kMillisecond); }
+
+BENCHMARK(Redraw)->Apply(Sizes);
+BENCHMARK(Read_Arrays)->Apply(Sizes);
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    setenv("QT_QPA_PLATFORM", "offscreen", 1);
+    vntl::WInitialise(argc, argv, true);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    vntl::WTerminate();
+}

@@ -1,0 +1,365 @@
+#!/usr/bin/env python3
+"""Simulates the powder patterns of examples/ from crystal structures. Python 3 alone, the same bytes on each run.
+
+    python3 scripts/simulate_patterns.py            write all files into examples/
+    python3 scripts/simulate_patterns.py DIRECTORY  write them there
+
+From cell and atoms to counts: reflections by brute force over h, k, l (equal d-spacings are added, which is the multiplicity),
+structure factors, geometry factor of the instrument, peak shape, background, and Poisson noise. The models:
+
+  widths      FWHM^2 = U tan^2(theta) + V tan(theta) + W        Caglioti, Paoletti and Ricci, Nucl. Instrum. 3 (1958) 223
+  shape       pseudo-Voigt, 2theta                              Wertheim et al., Rev. Sci. Instrum. 45 (1974) 1369
+  shape       back-to-back exponentials with a Gaussian, TOF    Von Dreele, Jorgensen and Windsor, J. Appl. Cryst. 15 (1982) 581
+  G(r)        sum of pair peaks less 4 pi rho r                 Egami and Billinge, Underneath the Bragg Peaks (2003)
+
+X-ray form factors are sums of four Gaussians and a constant (International Tables C, section 6.1), neutron scattering lengths are
+those of Sears, Neutron News 3 (1992) 26. Angles are in degrees, lengths in angstroms, times in microseconds, B in square angstroms.
+"""
+
+import math
+import random
+import sys
+from pathlib import Path
+
+# Gaussians a, b, a, b, ... and the constant: f(s) = sum a exp(-b s^2) + c, s = sin(theta) / lambda.
+FORM_FACTORS = {
+    "Al": (6.4202, 3.0387, 1.9002, 0.7426, 1.5936, 31.5472, 1.9646, 85.0886, 1.1151),
+    "O": (3.0485, 13.2771, 2.2868, 5.7011, 1.5463, 0.3239, 0.8670, 32.9089, 0.2508),
+}
+
+# Coherent scattering lengths, fm.
+SCATTERING_LENGTHS = {"Al": 3.449, "O": 5.803, "K": 3.67, "Mn": -3.73, "F": 5.654}
+
+CU_KALPHA = ((1.540593, 1.0), (1.544427, 0.5))  # wavelength and relative intensity, Hoelzer et al. (1997)
+
+SEED = 20130601
+
+
+# --- crystals -------------------------------------------------------------------------------------------------------------
+
+
+class Crystal:
+    """Cell with angles 90, 90 and gamma, and every atom in it as (element, x, y, z, B)."""
+
+    def __init__(self, a, c, gamma, atoms):
+        self.a, self.c = a, c
+        self.cos_gamma = math.cos(math.radians(gamma))
+        self.sin2_gamma = 1.0 - self.cos_gamma**2
+        self.atoms = atoms
+
+    def inverse_d_squared(self, h, k, l):
+        in_plane = (h * h + k * k - 2 * h * k * self.cos_gamma) / (self.a**2 * self.sin2_gamma)
+        return in_plane + (l / self.c) ** 2
+
+    def structure_factor_squared(self, h, k, l, s, scatterer):
+        real = imaginary = 0.0
+        for element, x, y, z, b in self.atoms:
+            f = scatterer(element, s) * math.exp(-b * s * s)
+            phase = 2 * math.pi * (h * x + k * y + l * z)
+            real += f * math.cos(phase)
+            imaginary += f * math.sin(phase)
+        return real * real + imaginary * imaginary
+
+
+def xray(element, s):
+    *pairs, c = FORM_FACTORS[element]
+    return c + sum(a * math.exp(-b * s * s) for a, b in zip(pairs[0::2], pairs[1::2]))
+
+
+def neutron(element, _s):
+    return SCATTERING_LENGTHS[element]
+
+
+def corundum():
+    """Al2O3, R -3 c in hexagonal axes, 295 K."""
+    z, x = 0.35216, 0.30624
+    aluminium = [(0, 0, z), (0, 0, 0.5 - z), (0, 0, -z), (0, 0, 0.5 + z)]
+    oxygen = [(x, 0, 0.25), (0, x, 0.25), (-x, -x, 0.25), (-x, 0, 0.75), (0, -x, 0.75), (x, x, 0.75)]
+    centring = [(0, 0, 0), (2 / 3, 1 / 3, 1 / 3), (1 / 3, 2 / 3, 2 / 3)]
+    sites = [("Al", p, 0.25) for p in aluminium] + [("O", p, 0.29) for p in oxygen]
+    atoms = [(e, p[0] + t[0], p[1] + t[1], p[2] + t[2], b) for t in centring for e, p, b in sites]
+    return Crystal(4.7589, 12.991, 120.0, atoms)
+
+
+def fluoride_perovskite(temperature):
+    """KMnF3: cubic above 186 K; below it the octahedra turn about one axis, I 4/m c m on the cell sqrt(2) a, sqrt(2) a, 2 a.
+
+    The cubic phase is written on the same cell, with a turn of zero. The order parameter follows (1 - T / Tc)^(1/4), near a
+    tricritical point; its strain is drawn at 1.2 per cent at 0 K, about four times that of nature, so that the eye sees it.
+    """
+    order = max(0.0, 1.0 - temperature / 186.0) ** 0.25
+    # Linear expansion of a Debye-like solid: slow below 60 K, 19e-6 per kelvin above.
+    a = 4.164 * (1.0 + 19e-6 * 60.0 * math.log(math.cosh(temperature / 60.0)))
+    strain = 0.012 * order**2
+    x = 0.25 + 0.25 * math.tan(math.radians(9.0 * order))
+    b = 0.15 + 0.0020 * temperature
+    sites = [("K", p, 1.2 * b) for p in ((0, 0.5, 0.25), (0.5, 0, 0.25))]
+    sites += [("Mn", p, 0.7 * b) for p in ((0, 0, 0), (0, 0, 0.5))]
+    sites += [("F", p, 1.4 * b) for p in ((0, 0, 0.25), (0, 0, 0.75))]
+    sites += [("F", p, 1.4 * b) for p in ((x, x + 0.5, 0), (-x, 0.5 - x, 0), (0.5 - x, x, 0), (x + 0.5, -x, 0))]
+    atoms = [(e, p[0] + t, p[1] + t, p[2] + t, u) for t in (0, 0.5) for e, p, u in sites]
+    return Crystal(math.sqrt(2) * a * (1 - strain / 3), 2 * a * (1 + 2 * strain / 3), 90.0, atoms)
+
+
+def reflections(crystal, d_min, scatterer):
+    """Pairs (d, sum of |F|^2 over all h, k, l of that d-spacing), largest d first; extinct ones are left out."""
+    lines = {}
+    in_plane = int(crystal.a * 1.1548 / d_min) + 1
+    along_c = int(crystal.c / d_min) + 1
+    limit = 1.0 / d_min**2
+    for h in range(-in_plane, in_plane + 1):
+        for k in range(-in_plane, in_plane + 1):
+            if crystal.inverse_d_squared(h, k, 0) > limit:
+                continue
+            for l in range(0, along_c + 1):
+                q = crystal.inverse_d_squared(h, k, l)
+                if not 0.0 < q <= limit:
+                    continue
+                weight = 1.0 if l == 0 else 2.0  # -h -k -l is as strong, and stands for the negative l
+                intensity = weight * crystal.structure_factor_squared(h, k, l, math.sqrt(q) / 2, scatterer)
+                key = round(q, 9)
+                lines[key] = lines.get(key, 0.0) + intensity
+    strongest = max(lines.values())
+    return [(1.0 / math.sqrt(q), i) for q, i in sorted(lines.items()) if i > 1e-6 * strongest]
+
+
+# --- peak shapes, of unit area --------------------------------------------------------------------------------------------
+
+
+def pseudo_voigt(delta, fwhm, eta):
+    t = (delta / fwhm) ** 2
+    gauss = math.sqrt(4 * math.log(2) / math.pi) * math.exp(-4 * math.log(2) * t)
+    lorentz = 2 / math.pi / (1 + 4 * t)
+    return (eta * lorentz + (1 - eta) * gauss) / fwhm
+
+
+def exp_erfc(u, y, delta, sigma):
+    """exp(u) erfc(y), where u = y^2 - delta^2 / (2 sigma^2); the asymptotic series where the factors alone would overflow."""
+    if y < 5.0:
+        return math.exp(u) * math.erfc(y)
+    w = 1.0 / (2 * y * y)
+    return math.exp(-(delta**2) / (2 * sigma**2)) / (y * math.sqrt(math.pi)) * (1 - w + 3 * w**2 - 15 * w**3)
+
+
+def back_to_back(delta, alpha, beta, sigma):
+    u = alpha / 2 * (alpha * sigma**2 + 2 * delta)
+    v = beta / 2 * (beta * sigma**2 - 2 * delta)
+    y = (alpha * sigma**2 + delta) / (math.sqrt(2) * sigma)
+    z = (beta * sigma**2 - delta) / (math.sqrt(2) * sigma)
+    return alpha * beta / (2 * (alpha + beta)) * (exp_erfc(u, y, delta, sigma) + exp_erfc(v, z, delta, sigma))
+
+
+# --- patterns -------------------------------------------------------------------------------------------------------------
+
+
+def grid(first, step, last):
+    return [first + i * step for i in range(round((last - first) / step) + 1)]
+
+
+def scaled(curve, highest):
+    factor = highest / max(curve)
+    return [factor * y for y in curve]
+
+
+def angular_pattern(xs, crystal, scatterer, wavelengths, uvw, eta, geometry):
+    """Sum of peaks on the constant-step 2theta grid `xs`. `eta` and `geometry` are functions of theta in radians."""
+    ys = [0.0] * len(xs)
+    step = xs[1] - xs[0]
+    for wavelength, share in wavelengths:
+        d_min = wavelength / (2 * math.sin(math.radians(xs[-1] + 2) / 2))
+        for d, intensity in reflections(crystal, d_min, scatterer):
+            theta = math.asin(wavelength / (2 * d))
+            tangent = math.tan(theta)
+            fwhm = math.sqrt((uvw[0] * tangent + uvw[1]) * tangent + uvw[2])
+            area = share * intensity * geometry(theta)
+            centre = math.degrees(2 * theta)
+            first = max(0, math.ceil((centre - 40 * fwhm - xs[0]) / step))
+            last = min(len(xs) - 1, math.floor((centre + 40 * fwhm - xs[0]) / step))
+            for i in range(first, last + 1):
+                ys[i] += area * pseudo_voigt(xs[i] - centre, fwhm, eta(theta))
+    return ys
+
+
+def lorentz_neutron(theta):
+    return 1.0 / (math.sin(theta) ** 2 * math.cos(theta))
+
+
+def lorentz_polarised(theta):
+    """Laboratory diffractometer with a graphite monochromator, 2theta_m = 26.6 degrees."""
+    a = math.cos(math.radians(26.6)) ** 2
+    return (1 + a * math.cos(2 * theta) ** 2) / (1 + a) * lorentz_neutron(theta)
+
+
+def flight_pattern(xs, crystal, difc, difa, bank):
+    """Sum of peaks on the sorted times `xs` of a bank at 2theta = `bank`: t = difc d + difa d^2."""
+    ys = [0.0] * len(xs)
+    d_min = xs[0] / difc * 0.97
+    for d, intensity in reflections(crystal, d_min, neutron):
+        centre = difc * d + difa * d * d
+        alpha, beta = 0.35 / d, 0.020 + 0.035 / d**4
+        sigma = math.sqrt(2.0 + 25.0 * d**2 + 10.0 * d**4)
+        area = intensity * d**4 * math.sin(math.radians(bank / 2))
+        low, high = centre - 8 * sigma - 20 / alpha, centre + 8 * sigma + 25 / beta
+        for i, x in enumerate(xs):
+            if low < x < high:
+                ys[i] += area * back_to_back(x - centre, alpha, beta, sigma)
+    return ys
+
+
+class Counter:
+    """Counts events: Poisson numbers from one seeded stream of uniform ones."""
+
+    def __init__(self, seed):
+        self.uniform = random.Random(seed).random
+
+    def normal(self):
+        """Box and Muller (1958)."""
+        return math.sqrt(-2 * math.log(1 - self.uniform())) * math.cos(2 * math.pi * self.uniform())
+
+    def poisson(self, mean):
+        if mean > 60:
+            return max(0, round(mean + math.sqrt(mean) * self.normal()))
+        product, count, limit = self.uniform(), 0, math.exp(-mean)
+        while product > limit:
+            product *= self.uniform()
+            count += 1
+        return count
+
+
+# --- the files ------------------------------------------------------------------------------------------------------------
+
+
+def write(path, lines):
+    path.parent.mkdir(parents=True, exist_ok=True)
+    path.write_text("\n".join(lines) + "\n", encoding="ascii", newline="\n")
+    print(f"{path} {path.stat().st_size} bytes")
+
+
+def xydata(title, interpolation, temperature, legend_x, legend_y, rows):
+    """The six-line header, the data, and the line of zeros that closes them."""
+    head = ["XYDATA", f"TITLE {title}", f"INTER 1.0 1.0 {interpolation} 0.0", f"TEMP {temperature:.1f}"]
+    return head + [f"Legend_X {legend_x}", f"Legend_Y {legend_y}", *rows, "0.0 0.0 0.0"]
+
+
+def count_rows(xs, counts, digits):
+    return [f"{x:.{digits}f} {n} {math.sqrt(max(n, 1)):.2f}" for x, n in zip(xs, counts)]
+
+
+CONSTANT_STEP, AS_THEY_STAND = 2, 0  # the interpolation number of an INTER line
+
+
+def corundum_cuka(directory):
+    xs = grid(5.0, 0.02, 120.0)
+    uvw = (0.0046, -0.0030, 0.0042)
+    peaks = angular_pattern(xs, corundum(), xray, CU_KALPHA, uvw, lambda t: 0.45 + 0.25 * t, lorentz_polarised)
+    air = [60 + 900 * math.exp(-x / 7.0) + 40 * math.exp(-(((x - 28) / 18) ** 2)) for x in xs]
+    events = Counter(SEED)
+    counts = [events.poisson(p + b) for p, b in zip(scaled(peaks, 9000), air)]
+    title = "Corundum Al2O3, Cu K-alpha doublet, 295 K (simulated)"
+    write(
+        directory / "corundum_cuka.xye",
+        xydata(title, CONSTANT_STEP, 295, "2theta (degrees)", "Intensity (counts)", count_rows(xs, counts, 2)),
+    )
+
+
+def corundum_neutrons(directory):
+    xs = grid(5.0, 0.05, 160.0)
+    uvw = (0.135, -0.245, 0.210)
+    peaks = angular_pattern(xs, corundum(), neutron, ((1.594, 1.0),), uvw, lambda _t: 0.08, lorentz_neutron)
+    events = Counter(SEED + 1)
+    counts = [events.poisson(p + 180 + 0.25 * x) for p, x in zip(scaled(peaks, 4200), xs)]
+    head = ["! TITLE Corundum Al2O3, neutrons of 1.594 A, 295 K (simulated)", "! TSAMP 295.0"]
+    head += ["! Legend_X 2theta (degrees)", "! Legend_Y Intensity (counts)"]
+    rows = ["".join(f"{n:8d}" for n in counts[i : i + 10]) for i in range(0, len(counts), 10)]
+    write(directory / "corundum_neutrons.dat", [*head, f"{xs[0]:10.3f}{0.05:10.3f}{xs[-1]:10.3f}", *rows])
+
+
+def corundum_tof(directory):
+    ratio, xs = 1.0006, [2500.0]
+    while xs[-1] < 20000.0:
+        xs.append(xs[-1] * ratio)
+    peaks = flight_pattern(xs, corundum(), difc=7476.9, difa=-1.9, bank=144.8)
+    events = Counter(SEED + 2)
+    counts = [events.poisson(p + 350 + 900 * math.exp(-x / 4000)) for p, x in zip(scaled(peaks, 7000), xs)]
+    title = "Corundum Al2O3, time of flight, bank at 144.8 deg, 295 K (simulated)"
+    write(
+        directory / "corundum_tof.xye",
+        xydata(title, AS_THEY_STAND, 295, "TOF (micro-seconds)", "Intensity (counts)", count_rows(xs, counts, 2)),
+    )
+
+
+def temperature_series(directory):
+    xs = grid(20.0, 0.1, 139.9)
+    for temperature in range(10, 301, 10):
+        # One scale for all: the peaks of a cold sample are the higher ones, as its atoms move less.
+        crystal = fluoride_perovskite(temperature)
+        uvw = (0.10, -0.20, 0.16)
+        peaks = angular_pattern(xs, crystal, neutron, ((1.8857, 1.0),), uvw, lambda _t: 0.05, lorentz_neutron)
+        events = Counter(SEED + temperature)
+        counts = [events.poisson(0.0032 * p + 120 + 0.1 * temperature) for p in peaks]
+        title = f"KMnF3-like perovskite at {temperature} K, neutrons of 1.8857 A (simulated)"
+        write(
+            directory / "temperature" / f"{temperature:03d}K.xye",
+            xydata(title, CONSTANT_STEP, temperature, "2theta (degrees)", "Intensity (counts)", count_rows(xs, counts, 1)),
+        )
+
+
+def nickel_pair_peaks(rs, a, u_iso, delta2, q_damp):
+    """r G(r) of the pairs alone: Gaussians at the distances of a face-centred cubic lattice, narrower for near neighbours."""
+    shells = {}
+    reach = int(2 * (rs[-1] + 1.0) / a) + 1
+    for i in range(-reach, reach + 1):
+        for j in range(-reach, reach + 1):
+            for k in range(-reach, reach + 1):
+                if (i + j + k) % 2 == 0 and (i or j or k):
+                    n = i * i + j * j + k * k
+                    shells[n] = shells.get(n, 0) + 1
+    ys, step = [0.0] * len(rs), rs[1] - rs[0]
+    for n, count in sorted(shells.items()):
+        r0 = a / 2 * math.sqrt(n)
+        if r0 > rs[-1] + 1.0:
+            continue
+        sigma = math.sqrt(2 * u_iso * (1 - delta2 / r0**2))
+        height = count / (r0 * sigma * math.sqrt(2 * math.pi)) * math.exp(-((r0 * q_damp) ** 2) / 2)
+        first = max(0, math.ceil((r0 - 6 * sigma - rs[0]) / step))
+        last = min(len(rs) - 1, math.floor((r0 + 6 * sigma - rs[0]) / step))
+        for i in range(first, last + 1):
+            ys[i] += height * math.exp(-((rs[i] - r0) ** 2) / (2 * sigma**2))
+    return ys
+
+
+def terminated(ys, step, q_max):
+    """What a measurement that ends at q_max sees: a convolution with sin(q_max r) / (pi r), odd about r = 0.
+
+    `ys` stands on r = step, 2 step, ...
+    """
+    n = len(ys)
+    kernel = [q_max * step / math.pi] + [math.sin(q_max * k * step) / (math.pi * k) for k in range(1, 2 * n + 1)]
+    places = [j for j in range(n) if ys[j] != 0.0]
+    return [sum(ys[j] * (kernel[abs(i - j)] - kernel[i + j + 2]) for j in places) for i in range(n)]
+
+
+def nickel_gr(directory):
+    a, step, r_max, q_max = 3.5238, 0.01, 20.0, 26.0
+    rs = grid(step, step, r_max)
+    pairs = terminated(nickel_pair_peaks(rs, a, u_iso=0.0055, delta2=2.2, q_damp=0.008), step, q_max)
+    density = 4 / a**3
+    events = Counter(SEED + 3)
+    rows = []
+    for r, g in zip(rs, pairs):
+        dg = 0.02 + 0.06 * math.exp(-r / 2.0)
+        g += -4 * math.pi * density * r * math.exp(-((r * 0.008) ** 2) / 2) + dg * events.normal()
+        rows.append(f"{r:7.3f} {g:10.4f} 0.0 {dg:8.4f}")
+    head = ["Pair-distribution function from a model, with ripples of the finite range in Q"]
+    head += ["title=Nickel, fcc, a = 3.5238 A, Qmax = 26 1/A (simulated)", "#L r(A) G(r) dr dG(r)"]
+    write(directory / "nickel.gr", [*head, *rows, "  0.000     0.0000 0.0   0.0000"])
+
+
+def main():
+    directory = Path(sys.argv[1]) if len(sys.argv) > 1 else Path(__file__).resolve().parent.parent / "examples"
+    for make in (corundum_cuka, corundum_neutrons, corundum_tof, temperature_series, nickel_gr):
+        make(directory)
+
+
+if __name__ == "__main__":
+    main()

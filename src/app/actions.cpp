@@ -1,0 +1,65 @@
+#include "app/actions.hpp"
+
+#include "app/application.hpp"
+#include "commands/file/export_picture.hpp"
+#include "commands/help/about.hpp"
+#include "plot/plot.hpp"
+#include "session/load.hpp"
+
+namespace vntl {
+
+namespace {
+
+constexpr int command_target = 40111;
+
+}  // namespace
+
+void Command_Open_Pattern(Application& app) {
+    app.failed |= Open_Pattern_File(app.session, app.ask).failed;
+    Plot_ReMake(app.session);
+}
+
+void Open_Recent_File(Application& app, int slot) {
+    Open_Result result;
+    const Status status = Open_File_By_Extension(app.session, app.ask, app.session.recent.Slot(slot), result);
+    if (status.failed) app.ask.Error(status.message);
+    app.failed |= status.failed || result.failed;
+    Plot_ReMake(app.session);
+}
+
+void Open_Dropped_Files(Application& app, const std::vector<std::string>& names) {
+    app.failed |= Open_Files(app.session, app.ask, names).failed;
+    Plot_ReMake(app.session);
+}
+
+void Command_Export(Application& app) { app.failed |= Export_Plot(app.session, app.ask).failed; }
+
+void Command_Reset(Application& app) {
+    app.session.lists.fit = {};
+    Reset_Profiles(app.session);
+    Set_Menu_Empty(app.session);
+    Plot_Redraw(app.session);
+}
+
+void Command_Exit(Application& app) { Exit_Program(app); }
+
+void Command_Focus(Application& app) {
+    Focus_Plot(app.session);
+    if (app.session.plot.Is_2D()) Plot_Redraw(app.session);
+}
+
+void Command_Target(Application& app) {
+    Session& session = app.session;
+    session.plot.show_target = !session.plot.show_target;
+    session.interface.Check(command_target, session.plot.show_target);
+    Plot_Redraw(session);
+}
+
+void Command_About(Application& app) { About_Dialog(app.session); }
+
+void Move_And_Redraw(Application& app, View_Move move) {
+    Move_View(app.session.plot, move);
+    Plot_Redraw(app.session);
+}
+
+}  // namespace vntl

@@ -1,0 +1,29 @@
+// What the commands of the main window do, one short function each.
+#pragma once
+
+#include "commands/plot/view.hpp"
+
+namespace vntl {
+
+struct Application;
+
+void Command_Open_Pattern(Application&);
+void Open_Recent_File(Application&, int slot);
+void Command_Export(Application&);
+void Command_Reset(Application&);
+void Command_Exit(Application&);
+void Command_Focus(Application&);
+void Command_Target(Application&);
+void Command_About(Application&);
+void Move_And_Redraw(Application&, View_Move);
+
+template <int slot>
+void Command_Recent(Application& app) {
+    Open_Recent_File(app, slot);
+}
+template <View_Move move>
+void Command_Move(Application& app) {
+    Move_And_Redraw(app, move);
+}
+
+}  // namespace vntl

@@ -1,0 +1,100 @@
+#include "app/command_line.hpp"
+
+#include <CLI/CLI.hpp>
+#include <sstream>
+
+#include "base/os.hpp"
+#include "base/text.hpp"
+#include "patterns/read_pattern.hpp"
+#include "session/configuration.hpp"
+
+namespace vntl {
+
+namespace {
+
+// A double quote as first character and one as last become blanks, and the text is shifted left.
+std::string Without_Quotes(std::string text) {
+    if (!text.empty() && text.front() == '"') text.front() = ' ';
+    if (!text.empty() && text.back() == '"') text.back() = ' ';
+    return std::string(Trim(text));
+}
+
+bool Is_Size(const std::string& text) {
+    int value = 0;
+    return Parse_Integer(text, value) && !IOsFileExists(text);
+}
+
+// Arguments 2 and 3 are the size of the window when they are whole numbers and no such files exist. A second or third argument
+// that is neither a number nor a file is an unreadable size.
+void Take_Window_Size(Command_Line& line) {
+    const std::size_t n = line.files.size();
+    if (n < 2 || n > 3) return;
+    bool any_size = false;
+    for (std::size_t i = 1; i < n; ++i) {
+        any_size |= Is_Size(line.files[i]);
+        if (IOsFileExists(line.files[i])) return;
+    }
+    if (!any_size) return;
+    line.width = line.files[1];
+    if (n == 3) line.height = line.files[2];
+    line.files.resize(1);
+}
+
+bool Take_Export_Size(Command_Line& line, const std::string& size) {
+    const std::size_t cross = size.find_first_of("xX");
+    return cross != std::string::npos && Parse_Integer(size.substr(0, cross), line.export_width) &&
+           Parse_Integer(size.substr(cross + 1), line.export_height) && line.export_width > 0 && line.export_height > 0;
+}
+
+std::optional<int> Format_Code(const std::string& name) {
+    for (const Pattern_Format& format : Pattern_Formats())
+        if (Equal_No_Case(format.mode, name)) return format.code;
+    return {};
+}
+
+Command_Line Ending(int status, std::string text) {
+    Command_Line line;
+    line.exit_status = status;
+    line.text = std::move(text);
+    return line;
+}
+
+}  // namespace
+
+Command_Line Parse_Command_Line(int argc, const char* const* argv) {
+    Command_Line line;
+    std::string size, format;
+    CLI::App parser("Vantrelo draws and compares powder diffraction patterns.", "vantrelo");
+    parser.footer(
+        "Forms: vantrelo [FILE [WIDTH [HEIGHT]]]\n"
+        "       vantrelo FILE FILE...\n"
+        "       vantrelo --export OUT [--size 1200x800] [--format NAME] FILE...\n"
+        "       vantrelo --script SCRIPT|- [FILE...]");
+    const Configuration identity;
+    parser.set_version_flag("--version", identity.program_name + ' ' + identity.program_version + ' ' + identity.program_date);
+    parser.add_option("--export", line.export_file, "Draw the patterns to this file (.png .svg .pdf .ps) and end")->option_text("OUT");
+    parser.add_option("--size", size, "Size of the exported picture, 1200x800 if not given")->option_text("WxH");
+    parser.add_option("--format", format, "Format of the exported files, instead of the recognised one")->option_text("NAME");
+    parser.add_option("--script", line.script, "Run a session script, \"-\" from standard input, and end")->option_text("SCRIPT");
+    parser.add_option("files", line.files, "Patterns to open")->option_text("FILE...");
+    try {
+        parser.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        std::ostringstream out, err;
+        const bool failed = parser.exit(error, out, err) != 0;
+        return failed ? Ending(2, "vantrelo: " + err.str()) : Ending(0, out.str());
+    }
+    for (std::string& file : line.files) file = Without_Quotes(std::move(file));
+    const bool exporting = parser.count("--export") > 0;
+    const bool scripted = parser.count("--script") > 0;
+    if (exporting && (line.export_file.empty() || line.files.empty())) return Ending(2, "vantrelo: --export needs a file to write and a pattern\n");
+    if (exporting && scripted) return Ending(2, "vantrelo: --export and --script exclude each other\n");
+    if (scripted && line.script.empty()) return Ending(2, "vantrelo: --script needs a file, or - for standard input\n");
+    if (!exporting && (!size.empty() || !format.empty())) return Ending(2, "vantrelo: --size and --format belong to --export\n");
+    if (!size.empty() && !Take_Export_Size(line, size)) return Ending(2, "vantrelo: --size takes two whole numbers, such as 1200x800\n");
+    if (!format.empty() && !(line.format_code = Format_Code(format))) return Ending(2, "vantrelo: unknown format " + format + '\n');
+    if (!exporting && !scripted) Take_Window_Size(line);
+    return line;
+}
+
+}  // namespace vntl

@@ -1,0 +1,30 @@
+// The command line: what the program is asked to do at its start.
+//
+//   vantrelo [FILE [WIDTH [HEIGHT]]]
+//   vantrelo FILE FILE...
+//   vantrelo --export OUT [--size 1200x800] [--format NAME] FILE...
+//   vantrelo --script SCRIPT|- [FILE...]
+//   vantrelo --help | --version
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace vntl {
+
+struct Command_Line {
+    std::vector<std::string> files;
+    std::optional<std::string> width, height;  // as given: one that is no whole number falls back to the default
+    std::string export_file;                   // not empty: draw the files and end
+    int export_width = 1200, export_height = 800;
+    std::optional<int> format_code;
+    std::string script;  // not empty: run a session script ("-" from standard input)
+
+    std::optional<int> exit_status;  // the program ends at once with it; `text` is for standard output (0) or standard error
+    std::string text;
+};
+
+Command_Line Parse_Command_Line(int argc, const char* const* argv);
+
+}  // namespace vntl

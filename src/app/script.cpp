@@ -1,0 +1,383 @@
+#include "app/script.hpp"
+
+#include <algorithm>
+#include <array>
+#include <nlohmann/json.hpp>
+#include <ostream>
+
+#include "app/application.hpp"
+#include "app/command_table.hpp"
+#include "app/script_print.hpp"
+#include "base/os.hpp"
+#include "base/text.hpp"
+#include "commands/file/export_picture.hpp"
+#include "toolkit/dialog.hpp"
+
+namespace vntl {
+
+namespace {
+
+constexpr int command_open_pattern = 40014;
+
+struct Named_Answer {
+    std::string_view name;
+    Box_Answer answer;
+};
+constexpr std::array<Named_Answer, 7> answer_names = {{{"ok", Box_Answer::ok},
+                                                       {"cancel", Box_Answer::cancel},
+                                                       {"retry", Box_Answer::retry},
+                                                       {"yes", Box_Answer::yes},
+                                                       {"no", Box_Answer::no},
+                                                       {"abort", Box_Answer::abort},
+                                                       {"ignore", Box_Answer::ignore}}};
+
+std::string_view Name_Of(Box_Answer answer) {
+    for (const Named_Answer& row : answer_names)
+        if (row.answer == answer) return row.name;
+    return "";
+}
+
+constexpr std::array<std::string_view, 5> icon_names = {"none", "stop", "question", "exclamation", "information"};
+
+Status Usage(std::string_view form) { return Status::Fail("usage: " + std::string(form)); }
+
+Status Nothing_Left(const std::vector<std::string>& words, std::string_view form) {
+    return words.size() == 1 ? Status::Done() : Usage(form);
+}
+
+// Page units of a place given in data units of the window drawn last.
+void Data_To_Page(const Plot_State& plot, double& x, double& y) {
+    const double fx = (x - plot.drawn_x1) / (static_cast<double>(plot.drawn_x2) - plot.drawn_x1);
+    const double fy = (y - plot.drawn_y1) / (static_cast<double>(plot.drawn_y2) - plot.drawn_y1);
+    x = page_width * (plot.zone_x1 + fx * (static_cast<double>(plot.zone_x2) - plot.zone_x1));
+    y = page_height * (plot.zone_y1 + fy * (static_cast<double>(plot.zone_y2) - plot.zone_y1));
+}
+
+}  // namespace
+
+Status Parse_Statement(std::string_view line, std::vector<std::string>& words) {
+    words.clear();
+    std::size_t i = 0;
+    while (true) {
+        while (i < line.size() && (line[i] == ' ' || line[i] == '\t' || line[i] == '\r')) ++i;
+        if (i == line.size() || line[i] == '#') return Status::Done();
+        std::string word;
+        bool quoted = false;
+        for (; i < line.size(); ++i) {
+            const char c = line[i];
+            if (quoted && c == '\\' && i + 1 < line.size() && (line[i + 1] == '"' || line[i + 1] == '\\')) {
+                word += line[++i];
+            } else if (c == '"') {
+                quoted = !quoted;
+            } else if (!quoted && (c == ' ' || c == '\t' || c == '\r')) {
+                break;
+            } else {
+                word += c;
+            }
+        }
+        if (quoted) return Status::Fail("a double quote is not closed");
+        words.push_back(std::move(word));
+    }
+}
+
+struct Script_Runner::Kind_Of_Statement {
+    std::string_view name;
+    Status (Script_Runner::*run)(const Words&);
+};
+
+const std::vector<Script_Runner::Kind_Of_Statement>& Script_Runner::Kinds() {
+    static const std::vector<Kind_Of_Statement> kinds = {
+        {"open", &Script_Runner::Open},
+        {"files", &Script_Runner::Files},
+        {"directory", &Script_Runner::Directory},
+        {"colour", &Script_Runner::Colour_Choice},
+        {"command", &Script_Runner::Command_Number},
+        {"drop", &Script_Runner::Drop},
+        {"set", &Script_Runner::Set},
+        {"cell", &Script_Runner::No_Such_Field},
+        {"select", &Script_Runner::No_Such_Field},
+        {"press", &Script_Runner::Press},
+        {"dialog", &Script_Runner::Front},
+        {"main", &Script_Runner::Front},
+        {"answer", &Script_Runner::Answer},
+        {"mouse", &Script_Runner::Mouse},
+        {"key", &Script_Runner::Key},
+        {"resize", &Script_Runner::Resize},
+        {"timer", &Script_Runner::Timer},
+        {"close", &Script_Runner::Close},
+        {"programs", &Script_Runner::Programs},
+        {"print", &Script_Runner::Print},
+        {"export", &Script_Runner::Export},
+        {"exit", &Script_Runner::Exit},
+        {"quit", &Script_Runner::Quit},
+    };
+    return kinds;
+}
+
+Script_Runner::Script_Runner(Application& app, std::string text, std::ostream& output, std::ostream& errors)
+    : app_(app), output_(output), errors_(errors), start_directory_(IOsDirName()) {
+    for (std::size_t start = 0; start <= text.size();) {
+        const std::size_t end = std::min(text.find('\n', start), text.size());
+        lines_.push_back(text.substr(start, end - start));
+        start = end + 1;
+    }
+    Set_Stand_In(this);
+    Set_Idle_Source([this] { return Step(); });
+}
+
+Script_Runner::~Script_Runner() {
+    Set_Idle_Source({});
+    Set_Stand_In(nullptr);
+}
+
+bool Script_Runner::Step() {
+    while (next_ < lines_.size()) {
+        Statement statement;
+        statement.line = static_cast<int>(next_ + 1);
+        const Status parsed = Parse_Statement(lines_[next_++], statement.words);
+        line_ = statement.line;
+        if (parsed.failed) Fail(line_, parsed.message);
+        if (parsed.failed || statement.words.empty()) continue;
+        Run(statement);
+        return true;
+    }
+    At_End();
+    return true;
+}
+
+void Script_Runner::At_End() {
+    const int dialog = WDialogFront();
+    if (dialog > 0)
+        Post_Message({Message_Kind::push_button, {.win = dialog, .value1 = button_cancel}});
+    else
+        app_.leaving = true;
+    Post_Message({Message_Kind::repaint, {}});  // wakes the loop, which then sees that the program is being left
+}
+
+void Script_Runner::Run(const Statement& statement) {
+    const auto& kinds = Kinds();
+    const auto kind = std::find_if(kinds.begin(), kinds.end(), [&](const auto& row) { return row.name == statement.words.front(); });
+    const Status status = kind == kinds.end() ? Status::Fail("unknown statement " + statement.words.front()) : (this->*kind->run)(statement.words);
+    if (status.failed) Fail(statement.line, status.message);
+}
+
+void Script_Runner::Fail(int line, const std::string& why) {
+    failed_ = true;
+    errors_ << "line " << line << ": " << why << std::endl;
+}
+
+Box_Answer Script_Runner::Answer_Box(const Message_Box& box) {
+    Box_Answer answer = Box_Default(box);
+    if (!answers_.empty()) {
+        const Waiting_Answer waiting = answers_.front();
+        answers_.pop_front();
+        if (Box_Offers(box.buttons, waiting.answer))
+            answer = waiting.answer;
+        else
+            Fail(waiting.line, "the box \"" + box.title + "\" does not offer the answer " + std::string(Name_Of(waiting.answer)));
+    }
+    nlohmann::ordered_json report;
+    report["box"] = box.title;
+    report["icon"] = icon_names[static_cast<std::size_t>(box.icon)];
+    report["text"] = box.text;
+    report["answer"] = Name_Of(answer);
+    Write_Json_Line(output_, report);
+    return answer;
+}
+
+std::vector<std::string> Script_Runner::Answer_Select(Select_Kind) {
+    if (selections_.empty()) {
+        Fail(line_, "a file selector opened, and no files wait for it");
+        return {};
+    }
+    auto files = std::move(selections_.front());
+    selections_.pop_front();
+    return files;
+}
+
+std::string Script_Runner::Absolute(const std::string& name) const {
+    return name.empty() || name.front() == '/' ? name : start_directory_ + '/' + name;
+}
+
+Status Script_Runner::Post_Command(int id) {
+    const Command* command = Find_Command(id);
+    if (command == nullptr) return Status::Fail("there is no command " + std::to_string(id));
+    if (WDialogFront() > 0) return Status::Fail("command " + std::to_string(id) + " is not served while a dialog is open");
+    if (!command->built() || !app_.session.interface.Enabled(id))
+        return Status::Fail("command " + std::to_string(id) + " (" + Plain_Label(command->label) + ") is disabled");
+    Post_Message({Message_Kind::command, {.value1 = id}});
+    return Status::Done();
+}
+
+Status Script_Runner::Open(const Words& words) {
+    if (words.size() < 2) return Usage("open A B ...");
+    const Status status = Post_Command(command_open_pattern);
+    if (status.failed) return status;
+    std::vector<std::string> files;
+    for (std::size_t i = 1; i < words.size(); ++i) files.push_back(Absolute(words[i]));
+    selections_.push_front(std::move(files));
+    return status;
+}
+
+Status Script_Runner::Files(const Words& words) {
+    if (words.size() < 2) return Usage("files A B ... | cancel");
+    std::vector<std::string> files;
+    const bool cancel = words.size() == 2 && words[1] == "cancel";
+    for (std::size_t i = 1; i < words.size() && !cancel; ++i) files.push_back(Absolute(words[i]));
+    selections_.push_back(std::move(files));
+    return Status::Done();
+}
+
+// No command asks for a directory or a colour yet, so that these answers are checked and then not wanted.
+Status Script_Runner::Directory(const Words& words) { return words.size() == 2 ? Status::Done() : Usage("directory D"); }
+
+Status Script_Runner::Colour_Choice(const Words& words) {
+    int part = 0;
+    const bool numbers = std::all_of(words.begin() + 1, words.end(), [&](const auto& w) { return Parse_Integer(w, part) && part >= 0 && part <= 255; });
+    return words.size() == 4 && numbers ? Status::Done() : Usage("colour R G B");
+}
+
+Status Script_Runner::Command_Number(const Words& words) {
+    int id = 0;
+    if (words.size() != 2 || !Parse_Integer(words[1], id)) return Usage("command N");
+    return Post_Command(id);
+}
+
+Status Script_Runner::Drop(const Words& words) {
+    if (words.size() < 2) return Usage("drop A B ...");
+    WIN_MESSAGE record;
+    for (std::size_t i = 1; i < words.size(); ++i) record.files.push_back(Absolute(words[i]));
+    Post_Message({Message_Kind::files_dropped, std::move(record)});
+    return Status::Done();
+}
+
+int Script_Runner::Front_Dialog() const { return fronted_ > 0 && WDialogLoaded(fronted_) ? fronted_ : WDialogFront(); }
+
+Status Script_Runner::Field_Number(const std::string& name, int& number) const {
+    const int dialog = Front_Dialog();
+    if (dialog <= 0) return Status::Fail("no dialog is open");
+    if (Parse_Integer(name, number)) return Status::Done();
+    return Field_By_Label(dialog, name, number);
+}
+
+Status Script_Runner::Set(const Words& words) {
+    if (words.size() != 3) return Usage("set FIELD VALUE");
+    int field = 0;
+    const Status found = Field_Number(words[1], field);
+    return found.failed ? found : Act_Set_Field(Front_Dialog(), field, words[2]);
+}
+
+Status Script_Runner::No_Such_Field(const Words& words) {
+    if (Front_Dialog() <= 0) return Status::Fail("no dialog is open");
+    return Status::Fail("the dialog in front has no field for " + words.front());
+}
+
+Status Script_Runner::Press(const Words& words) {
+    if (words.size() != 2) return Usage("press FIELD");
+    int field = 0;
+    const Status found = Field_Number(words[1], field);
+    return found.failed ? found : Act_Press(Front_Dialog(), field);
+}
+
+Status Script_Runner::Front(const Words& words) {
+    int number = 0;
+    if (words.front() == "main") {
+        if (const Status extra = Nothing_Left(words, "main"); extra.failed) return extra;
+    } else if (words.size() != 2 || !Parse_Integer(words[1], number)) {
+        return Usage("dialog NUMBER | main");
+    } else if (!WDialogLoaded(number)) {
+        return Status::Fail("dialog " + words[1] + " is not open");
+    }
+    fronted_ = number;
+    return Status::Done();
+}
+
+Status Script_Runner::Answer(const Words& words) {
+    for (const Named_Answer& row : answer_names) {
+        if (words.size() != 2 || words[1] != row.name) continue;
+        answers_.push_back({line_, row.answer});
+        return Status::Done();
+    }
+    return Usage("answer yes|no|ok|cancel|retry|abort|ignore");
+}
+
+Status Script_Runner::Mouse(const Words& words) {
+    constexpr std::string_view form = "mouse [data] down|up|move|wheelup|wheeldown [left|middle|right] X Y";
+    Words rest(words.begin() + 1, words.end());
+    const bool data = !rest.empty() && rest.front() == "data";
+    if (data) rest.erase(rest.begin());
+    if (rest.size() < 3 || rest.size() > 4) return Usage(form);
+    constexpr std::array<std::string_view, 5> actions = {"down", "up", "move", "wheelup", "wheeldown"};
+    constexpr std::array<std::string_view, 3> buttons = {"left", "middle", "right"};
+    const auto action = std::find(actions.begin(), actions.end(), rest.front()) - actions.begin();
+    const auto button = rest.size() == 4 ? std::find(buttons.begin(), buttons.end(), rest[1]) - buttons.begin() : 0;
+    WIN_MESSAGE record;
+    if (action == static_cast<long>(actions.size()) || button == static_cast<long>(buttons.size()) ||
+        !Parse_Real(rest[rest.size() - 2], record.x) || !Parse_Real(rest.back(), record.y))
+        return Usage(form);
+    if (data) Data_To_Page(app_.session.plot, record.x, record.y);
+    constexpr std::array<Message_Kind, 5> kinds = {Message_Kind::mouse_down, Message_Kind::mouse_up, Message_Kind::mouse_move,
+                                                   Message_Kind::wheel, Message_Kind::wheel};
+    const Message_Kind kind = kinds[static_cast<std::size_t>(action)];
+    record.value1 = kind == Message_Kind::wheel ? (action == 3 ? 1 : -1) : static_cast<int>(button) + 1;
+    Post_Message({kind, std::move(record)});
+    return Status::Done();
+}
+
+Status Script_Runner::Key(const Words& words) {
+    const int code = words.size() == 2 ? Key_Code(words[1]) : 0;
+    if (code == 0) return Usage("key NAME");
+    Post_Message({Message_Kind::key_down, {.win = std::max(Front_Dialog(), 0), .value1 = code}});
+    return Status::Done();
+}
+
+Status Script_Runner::Resize(const Words& words) {
+    constexpr int max_side = 16384;
+    int width = 0, height = 0;
+    if (words.size() != 3 || !Parse_Integer(words[1], width) || !Parse_Integer(words[2], height)) return Usage("resize W H");
+    if (width < 1 || height < 1 || width > max_side || height > max_side) return Status::Fail("a window cannot have that size");
+    WindowResize(width, height);
+    return Status::Done();
+}
+
+Status Script_Runner::Timer(const Words& words) {
+    int number = 0;
+    if (words.size() != 2 || !Parse_Integer(words[1], number)) return Usage("timer N");
+    Post_Message({Message_Kind::timer, {.value1 = number}});
+    return Status::Done();
+}
+
+Status Script_Runner::Close(const Words& words) {
+    if (const Status extra = Nothing_Left(words, "close"); extra.failed) return extra;
+    const int dialog = Front_Dialog();
+    if (dialog > 0) return Act_Press(dialog, button_cancel);
+    Post_Message({Message_Kind::close_request, {}});
+    return Status::Done();
+}
+
+Status Script_Runner::Programs(const Words& words) {
+    if (words.size() != 2 || (words[1] != "on" && words[1] != "off")) return Usage("programs on|off");
+    return Status::Done();  // no command starts a program yet: either is the state already
+}
+
+Status Script_Runner::Print(const Words& words) { return Print_State(app_, output_, Front_Dialog(), {words.begin() + 1, words.end()}); }
+
+Status Script_Runner::Export(const Words& words) {
+    if (words.size() != 2) return Usage("export FILE");
+    return Export_Picture(app_.session, Absolute(words[1]), WInfoWindow(1), WInfoWindow(2));
+}
+
+Status Script_Runner::Exit(const Words& words) {
+    if (const Status extra = Nothing_Left(words, "exit"); extra.failed) return extra;
+    app_.session.config.files_allowed = true;
+    Exit_Program(app_);
+    return Quit(words);
+}
+
+Status Script_Runner::Quit(const Words& words) {
+    if (const Status extra = Nothing_Left(words, "quit"); extra.failed) return extra;
+    next_ = lines_.size();
+    return Status::Done();
+}
+
+}  // namespace vntl

@@ -1,0 +1,172 @@
+#include "app/startup.hpp"
+
+#include <cstdlib>
+#include <filesystem>
+#include <iostream>
+#include <iterator>
+#include <optional>
+
+#include "app/application.hpp"
+#include "app/command_table.hpp"
+#include "app/script.hpp"
+#include "base/os.hpp"
+#include "base/text.hpp"
+#include "commands/dialogs.hpp"
+#include "commands/file/export_picture.hpp"
+#include "patterns/read_pattern.hpp"
+#include "plot/plot.hpp"
+#include "session/load.hpp"
+
+namespace vntl {
+
+namespace {
+
+constexpr std::array<int, status_parts> status_widths = {4500, 1500, 1500, 1500, -1};
+constexpr std::string_view preferences_title = "Loading preferences file";
+constexpr std::array<std::string_view, 8> start_extensions = {".dat", ".xys", ".xy", ".uxd", ".xrdml", ".csv", ".xye", ".udf"};
+constexpr std::size_t max_script_size = 64u << 20;
+
+// Nothing waits for an answer: boxes go to standard error and take their default button.
+class Ask_Nobody : public Ask {
+public:
+    explicit Ask_Nobody(std::optional<int> format_code) : format_code_(format_code) {}
+    Box_Answer Box(const Message_Box& box) override {
+        std::cerr << box.title << ": " << box.text << std::endl;
+        return Box_Default(box);
+    }
+    std::vector<std::string> Select_Files(std::string_view, std::string_view) override { return {}; }
+    std::optional<int> Data_Format(int proposed) override { return format_code_.value_or(proposed); }
+
+private:
+    std::optional<int> format_code_;
+};
+
+// Identity, system and directories; false after a fault that ends the program.
+bool Configure(Session& session, Ask& ask) {
+    const Status status = Init_Configure(session.config, InfoOpSystem(1), InfoOpSystem(19));
+    if (status.failed) {
+        ask.Box({Box_Buttons::ok, Box_Icon::stop, 1, status.message, session.config.program_name});
+        return false;
+    }
+    session.config.launch_dir = IOsDirName();
+    Search_Directories(session.config);
+    Set_Default_Preferences(session.prefs);
+    return true;
+}
+
+int Export(const Command_Line& line) {
+    Session session;
+    Ask_Nobody ask(line.format_code);
+    if (!Configure(session, ask)) return 1;
+    IOsDirChange(session.config.launch_dir);
+    Reset_Profiles(session);
+    const Open_Result opened = Open_Files(session, ask, line.files, line.format_code);
+    if (session.store.nperfiles() == 0) return 1;
+    Plot_Ranges(session);
+    const Status status = Export_Picture(session, line.export_file, line.export_width, line.export_height);
+    if (status.failed) std::cerr << status.message << std::endl;
+    return opened.failed || status.failed ? 1 : 0;
+}
+
+// A dimension of the window: one that is not given, or no whole number, is the preferences'.
+int Dimension(const std::optional<std::string>& text, int from_preferences) {
+    int value = 0;
+    return text && Parse_Integer(*text, value) && value > 0 ? std::min(value, 16384) : from_preferences;
+}
+
+void Open_Main_Window(Application& app, const Command_Line& line) {
+    const Window_Prefs& prefs = app.session.prefs.window;
+    WindowOpen(Dimension(line.width, prefs.win_width), Dimension(line.height, prefs.win_height), app.session.config.Window_Title(), "vantrelo");
+    WindowStatusBarParts(status_widths);
+    WMenu(Menu_Bar());
+}
+
+void Tell_About_Preferences(Application& app) {
+    if (!Find_Preferences_File(app.session.config).empty()) return;
+    app.ask.Box({Box_Buttons::ok, Box_Icon::information, 1,
+                 "WARNING: No preferences file.\nDefault preferences will be used\nGo to <Options> menu, click on <Preferences>\n"
+                 "and then on <Save global preferences>",
+                 std::string(preferences_title)});
+}
+
+// One file, by its extension alone.
+void Open_Start_File(Application& app, const std::string& name) {
+    Session& session = app.session;
+    const std::string extension = Lower(Extension_Of(name));
+    const bool told = std::find(start_extensions.begin(), start_extensions.end(), extension) != start_extensions.end();
+    if (!told && !Is_Pattern_Extension(extension)) {
+        app.failed = true;
+        app.ask.Box({Box_Buttons::ok, Box_Icon::exclamation, 1, "ERROR: Unkown Data File format", session.config.program_name});
+        return;
+    }
+    app.failed |= Open_Pattern_File(session, app.ask, name).failed;
+    Plot_ReMake(session);
+}
+
+void Open_Start_Files(Application& app, const Command_Line& line) {
+    if (line.files.empty()) return;
+    IOsDirChange(app.session.config.launch_dir);
+    if (line.files.size() == 1)
+        Open_Start_File(app, line.files.front());
+    else
+        Open_Dropped_Files(app, line.files);
+}
+
+void Start(Application& app, const Command_Line& line) {
+    Session& session = app.session;
+    Open_Main_Window(app, line);
+    session.recent.Read(session.config.start_dir + session.config.sep + session.config.mru_file);
+    MRU_Show(session);
+    Reset_Profiles(session);
+    Set_Menu_Empty(session);
+    Plot_Redraw(session);
+    Carry_To_Window(app);
+    Tell_About_Preferences(app);
+    Open_Start_Files(app, line);
+}
+
+int Run_Window(const Command_Line& line, const std::optional<std::string>& script) {
+    Application app;
+    Register_Dialogs(Dialog_Resources());
+    std::optional<Script_Runner> runner;
+    if (script) {
+        app.session.config.files_allowed = false;
+        runner.emplace(app, *script, std::cout, std::cerr);
+    }
+    if (!Configure(app.session, app.ask)) return 1;
+    Start(app, line);
+    Message_Loop(app);
+    if (!script) return 0;
+    return app.failed || runner->failed() ? 1 : 0;
+}
+
+// The text of a script file, or of standard input for "-".
+std::optional<std::string> Read_Script(const std::string& name) {
+    const auto all_of = [](std::istream& stream) { return std::string(std::istreambuf_iterator<char>(stream), {}); };
+    if (name == "-") return all_of(std::cin);
+    const auto lines = Read_Text_Lines(name, max_script_size);
+    if (!lines) return {};
+    std::string text;
+    for (const std::string& line : *lines) text += line + '\n';
+    return text;
+}
+
+}  // namespace
+
+int Run_Program(const Command_Line& line, int& argc, char** argv) {
+    std::optional<std::string> script;
+    if (!line.script.empty()) {
+        script = Read_Script(line.script);
+        if (!script) {
+            std::cerr << "vantrelo: the script " << line.script << " cannot be read" << std::endl;
+            return 2;
+        }
+    }
+    const bool exporting = !line.export_file.empty();
+    WInitialise(argc, argv, exporting || script.has_value());
+    const int status = exporting ? Export(line) : Run_Window(line, script);
+    WTerminate();
+    return status;
+}
+
+}  // namespace vntl

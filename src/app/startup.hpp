@@ -1,0 +1,11 @@
+// From the command line to the message loop.
+#pragma once
+
+#include "app/command_line.hpp"
+
+namespace vntl {
+
+// Runs the program as the command line says; its exit status. argc and argv are handed on to the toolkit.
+int Run_Program(const Command_Line& line, int& argc, char** argv);
+
+}  // namespace vntl

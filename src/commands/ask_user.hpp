@@ -1,0 +1,22 @@
+// The user's answers: boxes, selectors and dialogs on the screen, for routines that ask through `Ask`.
+#pragma once
+
+#include "base/ask.hpp"
+
+namespace vntl {
+
+struct Session;
+
+class Ask_User : public Ask {
+public:
+    explicit Ask_User(Session& session) : session_(session) {}
+
+    Box_Answer Box(const Message_Box& box) override;
+    std::vector<std::string> Select_Files(std::string_view title, std::string_view filter) override;
+    std::optional<int> Data_Format(int proposed) override;
+
+private:
+    Session& session_;
+};
+
+}  // namespace vntl

@@ -1,0 +1,13 @@
+// Dialog 103: the program's name, version and date.
+#pragma once
+
+#include "toolkit/dialog.hpp"
+
+namespace vntl {
+
+struct Session;
+
+Dialog_Resource About_Dialog_Resource();
+void About_Dialog(Session&);
+
+}  // namespace vntl

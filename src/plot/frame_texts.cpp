@@ -1,0 +1,136 @@
+#include "plot/frame_texts.hpp"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+
+#include "base/text.hpp"
+#include "plot/curve_style.hpp"
+#include "plot/text_style.hpp"
+
+namespace vntl {
+
+namespace {
+
+constexpr std::array<char, 5> along_x = {'N', 'N', 'L', 'C', 'R'};  // by the code of title and x label
+constexpr std::array<std::string_view, 11> along_y = {"--", "--", "TV", "TR", "T9", "CV", "CR", "C9", "BV", "BR", "B9"};
+constexpr std::array<float, 5> legend_x = {0, 0, 0.18f, 0.7f, 0.87f};  // fractions of the page's width: in left, in right, out right
+
+constexpr int no_text = 1;  // code of "-none-"
+constexpr std::size_t least_own_title = 5;
+constexpr int legend_profiles = 32;  // with more there is no legend
+constexpr float legend_top = 0.8f, legend_step = 0.02f;
+constexpr float least_chi2 = 0.0001f;
+constexpr float page_edge = 8, symbol_room = 40;  // page units that a legend text keeps from the right edge, and after its x
+
+template <class T, std::size_t N>
+T Entry(const std::array<T, N>& table, int code) {
+    return code >= 0 && code < static_cast<int>(N) ? table[static_cast<std::size_t>(code)] : table[0];
+}
+
+std::string_view Title_Of_Row(const Diffraction_Pattern_Type& pattern) {
+    const std::string_view title = pattern.title;
+    return Trim(title.substr(0, title.find("CELL:")));
+}
+
+std::string_view Title_Text(const Session& session, int n) {
+    const Graph2D_Prefs& prefs = session.prefs.graph2d;
+    if (n >= 2) return Trim(prefs.title_multi);
+    const std::string_view own = Trim(prefs.title_single);
+    return own.size() >= least_own_title ? own : Title_Of_Row(session.store.Pattern(n));
+}
+
+// Covers the numbers of the y scale below the data's zero: a refined profile's ticks and difference curve lie there.
+void Hide_Negative_Numbers(const Plot_State& plot, const Graph2D_Prefs& prefs, Graphics& g, const Plot_Window& window) {
+    float gx = 0, zero = 0;
+    g.IPgUnitsToGrUnits(window.x1, 0, gx, zero);
+    const float foot = plot.zone_y1 * page_height;
+    if (!(zero > foot)) return;
+    g.IGrColourN(prefs.frame_background);
+    g.IGrFillPattern(fill_solid);
+    g.IGrRectangle(0, 0.9f * foot, plot.zone_x1 * page_width, 0.9f * std::min(zero, page_height));
+}
+
+// chi2 as a blank and eight columns with four decimals; stars where it does not fit.
+std::string Chi2_Text(float chi2) {
+    std::array<char, 64> digits{};
+    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), chi2, std::chars_format::fixed, 4).ptr;
+    std::string text(digits.data(), end);
+    if (text.size() > 8) text.assign(8, '*');
+    return std::string(9 - text.size(), ' ') + text;
+}
+
+}  // namespace
+
+void Draw_Title(const Session& session, Graphics& g, int n) {
+    const Text_Prefs& prefs = session.prefs.graph2d.title;
+    g.IGrLineWidth(1);
+    if (prefs.pos == no_text || n < 1) return;
+    Select_Text(g, prefs);
+    const char position = Entry(along_x, prefs.pos);
+    g.IPgTitle(Fit_Text(g, Title_Text(session, n), Room_Along_X(session.plot, position)), position);
+}
+
+void Draw_Scales(const Session& session, Graphics& g, const Plot_Window& window) {
+    const Graph2D_Prefs& prefs = session.prefs.graph2d;
+    Select_Text(g, prefs.yscale);
+    g.IPgYScale("TN", window.x1);
+    if (session.store.prf_loaded && session.prefs.prf.hide_negative) Hide_Negative_Numbers(session.plot, prefs, g, window);
+    Select_Text(g, prefs.xscale);
+    g.IPgXScale("TN", window.y1);
+}
+
+void Draw_Axis_Labels(Session& session, Graphics& g) {
+    const Graph2D_Prefs& prefs = session.prefs.graph2d;
+    Plot_State& plot = session.plot;
+    if (prefs.ylabel.pos != no_text) {
+        const std::string_view own = session.store.nperfiles() > 0 ? Trim(session.store.Pattern(1).legend_y) : std::string_view();
+        if (!own.empty() && !session.store.prf_loaded) plot.ylabel_text = own;
+        Select_Text(g, prefs.ylabel);
+        g.IPgYLabelLeft(Trim(plot.ylabel_text), Entry(along_y, prefs.ylabel.pos));
+    }
+    if (prefs.xlabel.pos != no_text) {
+        Select_Text(g, prefs.xlabel);
+        const char position = Entry(along_x, prefs.xlabel.pos);
+        g.IPgXLabel(Fit_Text(g, Trim(plot.xlabel_text), Room_Along_X(plot, position)), position);
+    }
+}
+
+void Draw_Target(const Plot_State& plot, Graphics& g) {
+    const float w = page_width, h = page_height;
+    g.IGrLineWidth(1);
+    g.IGrFillPattern(fill_outline);
+    g.IGrColour("Black");
+    g.IGrMoveTo(0.5f * w, plot.zone_y1 * h);
+    g.IGrLineTo(0.5f * w, plot.zone_y2 * h);
+    g.IGrMoveTo(plot.zone_x1 * w, 0.5f * h);
+    g.IGrLineTo(plot.zone_x2 * w, 0.5f * h);
+    g.IGrRectangle(500, 320, 700, 480);
+    g.IGrRectangle(400, 240, 800, 560);
+}
+
+void Draw_Frame(Graphics& g) {
+    g.IGrLineWidth(2);
+    g.IGrColour("Black");
+    g.IPgBorder();
+    g.IGrLineWidth(1);
+}
+
+void Draw_Legend(const Session& session, Graphics& g, int n) {
+    const Text_Prefs& prefs = session.prefs.graph2d.legend;
+    if (prefs.pos == no_text || session.store.nperfiles() > legend_profiles) return;
+    const float x = Entry(legend_x, prefs.pos) * page_width;
+    const float room = page_width - page_edge - x - symbol_room;
+    Select_Font(g, prefs);
+    for (int row = 1; row <= n; ++row) {
+        const ProfileStyle& style = session.prefs.Style_Of_Row(row);
+        const PRF_Info_Add_Type& info = session.store.Info(row);
+        const auto line_y = [](int line) { return (legend_top - legend_step * static_cast<float>(line)) * page_height; };
+        g.IPgStyle(1, {style.line_style, fill_solid, style.line_colour, style.marker_colour, Marker_Glyph(style.marker_type)});
+        g.IGrColourN(style.line_colour);
+        g.IPgKey(x, line_y(row - 1), 1, Fit_Text(g, Trim(info.file_name), room));
+        if (session.store.prf_loaded && info.chi2 > least_chi2) g.IGrCharOut(x, line_y(row), Chi2_Text(info.chi2));
+    }
+}
+
+}  // namespace vntl

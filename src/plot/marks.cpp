@@ -1,0 +1,193 @@
+// What lies over the picture: the marks of a running calculation, selected reflections, and the read-out box.
+//
+// Marks and picks are placed in data units of the visible window, inside the zone; the read-out box in page units.
+#include <algorithm>
+#include <cmath>
+
+#include "base/text.hpp"
+#include "plot/bragg_rows.hpp"
+#include "plot/plot.hpp"
+#include "plot/window_of_plot.hpp"
+
+namespace vntl {
+
+namespace {
+
+constexpr Colour blue = WRGB(0, 0, 255), deep_blue = WRGB(0, 0, 200), olive = WRGB(128, 128, 0), green = WRGB(0, 128, 0);
+constexpr Colour red = WRGB(255, 0, 0), magenta = WRGB(255, 0, 255), grey = WRGB(220, 220, 220);
+constexpr float dot_part_of_view = 0.005f, dot_rim = 1.2f, dot_ratio = 0.75f;
+constexpr int first_background_points = 2;
+
+// Data units of the view inside the zone, and page units again at the end.
+class Data_Units {
+public:
+    Data_Units(const Plot_State& plot, Graphics& g) : g_(g) {
+        g_.IGrArea(plot.zone_x1, plot.zone_y1, plot.zone_x2, plot.zone_y2);
+        g_.IGrUnits(plot.x_view_min, plot.y_view_min, plot.x_view_max, plot.y_view_max);
+    }
+    ~Data_Units() {
+        g_.IGrArea(0, 0, 1, 1);
+        g_.IGrUnits(0, 0, page_width, page_height);
+    }
+    Data_Units(const Data_Units&) = delete;
+    Data_Units& operator=(const Data_Units&) = delete;
+
+private:
+    Graphics& g_;
+};
+
+void Draw_Segment(Graphics& g, float x1, float y1, float x2, float y2) {
+    g.IGrMoveTo(x1, y1);
+    g.IGrLineTo(x2, y2);
+}
+
+// A dot with a rim: what a user can take hold of.
+void Draw_Dot(const Plot_State& plot, Graphics& g, float x, float y) {
+    const float radius = dot_part_of_view * (plot.x_view_max - plot.x_view_min);
+    g.IGrFillPattern(fill_solid);
+    g.IGrColourN(olive);
+    g.IGrEllipse(x, y, dot_rim * radius, dot_ratio);
+    g.IGrColourN(deep_blue);
+    g.IGrEllipse(x, y, radius, dot_ratio);
+}
+
+void Draw_Background_Line(Graphics& g, const std::vector<Background_Mark>& points) {
+    if (points.size() < first_background_points) return;
+    std::vector<float> x, y;
+    for (const Background_Mark& point : points) {
+        x.push_back(point.x);
+        y.push_back(point.y);
+    }
+    g.IGrColourN(blue);
+    g.IGrPolyLine(x, y);
+}
+
+void Draw_Peaks(const Session& session, Graphics& g) {
+    g.IGrColour("Black");
+    g.IGrLineWidth(2);
+    for (const Peak_Mark& peak : session.lists.peaks) Draw_Segment(g, peak.x, session.plot.y_view_min, peak.x, peak.y);
+}
+
+void Draw_Background(const Session& session, Graphics& g) {
+    const std::vector<Background_Mark>& points = session.lists.background;
+    if (points.size() < first_background_points) return;
+    g.IGrLineWidth(2);
+    Draw_Background_Line(g, points);
+    for (const Background_Mark& point : points) Draw_Dot(session.plot, g, point.x, point.y);
+}
+
+void Draw_Reflections(const Session& session, Graphics& g) {
+    g.IGrColourN(green);
+    g.IGrLineWidth(1);
+    for (const Reflection_Mark& mark : session.lists.hklgen) Draw_Segment(g, mark.x, session.plot.y_view_min, mark.x, mark.y);
+}
+
+// A peak of the fit: its height over the background line, and its width at half height when that is set.
+void Draw_Fit_Peak(const Session& session, Graphics& g, const Fit_Peak_Mark& peak) {
+    const Fit_Marks& fit = session.lists.fit;
+    const float slope = fit.a2 == fit.a1 ? 0 : (fit.b2 - fit.b1) / (fit.a2 - fit.a1);
+    const float intercept = fit.b1 - fit.a1 * slope;
+    Draw_Dot(session.plot, g, peak.x, peak.y);
+    g.IGrColourN(blue);
+    Draw_Segment(g, peak.x, peak.y, peak.x, intercept + slope * peak.x);
+    if (!peak.has_half) return;
+    const float mirror = 2 * peak.x - peak.half_x;
+    Draw_Dot(session.plot, g, peak.half_x, peak.half_y);
+    Draw_Dot(session.plot, g, mirror, peak.half_y);
+    g.IGrColourN(blue);
+    Draw_Segment(g, peak.half_x, peak.half_y, mirror, peak.half_y);
+}
+
+void Draw_Fit(const Session& session, Graphics& g) {
+    const Fit_Marks& fit = session.lists.fit;
+    if (fit.done || !fit.lower_set) return;
+    g.IGrLineWidth(2);
+    Draw_Dot(session.plot, g, fit.a1, fit.b1);
+    if (!fit.upper_set) return;
+    for (const Background_Mark& point : session.lists.background) Draw_Dot(session.plot, g, point.x, point.y);
+    Draw_Background_Line(g, session.lists.background);
+    const std::size_t peaks = std::min<std::size_t>(fit.peaks.size(), max_fit_peaks);
+    for (std::size_t i = 0; i < peaks; ++i) Draw_Fit_Peak(session, g, fit.peaks[i]);
+}
+
+void Draw_Refined_Pick(const Session& session, Graphics& g, std::size_t entry) {
+    const PRF_Info_Add_Type& info = session.store.Info(session.store.ProfilePRFactive);
+    if (entry >= info.refl_position.size() || entry >= info.refl_code.size()) return;
+    const Bragg_Row row = Bragg_Row_Of(session.plot.diff_band, info.nphases, info.refl_code[entry]);
+    const float x = info.refl_position[entry], base = session.plot.diff_base;
+    Draw_Segment(g, x, base + row.top, x, base + row.bottom);
+}
+
+void Draw_Generated_Pick(const Session& session, Graphics& g, std::size_t entry) {
+    const std::vector<Reflection_Mark>& marks = session.lists.hklgen;
+    if (entry < marks.size()) Draw_Segment(g, marks[entry].x, session.plot.y_view_min, marks[entry].x, marks[entry].y);
+}
+
+std::size_t Characters(std::string_view text) {
+    return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), [](char c) { return (c & 0xC0) != 0x80; }));
+}
+
+// A side of the box, from `at`, `size` long: half the page back when it overruns the page, and never off the page.
+float Keep_On_Page(float at, float size, float page) {
+    if (at + size > page) at -= 0.5f * page;
+    return std::max(0.0f, std::min(at, page - size));
+}
+
+}  // namespace
+
+void Draw_Marks(const Session& session, Graphics& g) {
+    if (session.plot.plot_type != "calculation" || !View_Of(session.plot).Drawable()) return;
+    const Data_Units units(session.plot, g);
+    switch (session.plot.ClickMode) {
+        case 1: Draw_Fit(session, g); break;
+        case 2: Draw_Peaks(session, g); break;
+        case 3: Draw_Background(session, g); break;
+        case 4: Draw_Reflections(session, g); break;
+        default: break;
+    }
+}
+
+void Draw_Picks(const Session& session, Graphics& g, const std::vector<int>& entries, bool generated) {
+    if (!View_Of(session.plot).Drawable() || (!generated && session.store.ProfilePRFactive < 1)) return;
+    const Data_Units units(session.plot, g);
+    g.IGrLineWidth(3);
+    g.IGrColourN(generated ? magenta : red);
+    for (const int entry : entries) {
+        if (entry < 1) continue;
+        const auto index = static_cast<std::size_t>(entry - 1);
+        generated ? Draw_Generated_Pick(session, g, index) : Draw_Refined_Pick(session, g, index);
+    }
+}
+
+void Draw_Readout_Box(Graphics& g, float x, float y, const std::vector<std::string>& lines) {
+    constexpr float unit_width = 10, unit_height = 20, char_width = 0.007f, char_height = 0.015f;
+    if (lines.empty()) return;
+    std::size_t longest = 1;
+    for (const std::string& line : lines) longest = std::max(longest, Characters(Trim(line)));
+    const auto columns = static_cast<float>(longest), rows = static_cast<float>(lines.size());
+    const float width = std::min(unit_width * columns, page_width), height = std::min(unit_height * rows, page_height);
+    x = Keep_On_Page(x, width, page_width);
+    y = Keep_On_Page(y, height, page_height);
+
+    g.IGrColourN(grey);
+    g.IGrFillPattern(fill_solid);
+    g.IGrRectangle(x, y, x + width, y + height);
+    g.IGrLineWidth(1);
+    g.IGrColour("Black");
+    Draw_Segment(g, x, y, x + width, y);
+    g.IGrLineTo(x + width, y + height);
+    g.IGrColour("White");
+    g.IGrLineTo(x, y + height);
+    g.IGrLineTo(x, y);
+
+    g.IGrArea(x / page_width, y / page_height, (x + width) / page_width, (y + height) / page_height);
+    g.IGrUnits(0, 0, columns, rows);
+    g.WGrTextFont(101, 0, char_width * page_width / width, char_height * page_height / height);
+    g.IGrCharJustify(0);
+    g.IGrColour("Black");
+    for (std::size_t j = 0; j < lines.size(); ++j) g.IGrCharOut(0.5f, static_cast<float>(j) + 0.5f, Trim(lines[j]));
+    g.IGrArea(0, 0, 1, 1);
+    g.IGrUnits(0, 0, page_width, page_height);
+}
+
+}  // namespace vntl

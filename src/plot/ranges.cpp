@@ -1,0 +1,184 @@
+// Ranges of the axes from the rows, and the plot form and menu states that follow from them.
+//
+// The x window is the whole range of the rows, the y window that of their intensities with a margin of 5 % at both ends. Under a refined
+// profile 20 % more are kept for its reflections and its difference curve.
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <utility>
+
+#include "base/text.hpp"
+#include "plot/bragg_rows.hpp"
+#include "plot/plot.hpp"
+#include "plot/window_of_plot.hpp"
+
+namespace vntl {
+
+namespace {
+
+constexpr int open_prf_command = 40016, to_2theta_command = 40042, to_tof_command = 40043;
+constexpr int refinement_excludes[] = {40095, 40099, 40154};  // profile fitting on and off, generated reflections
+
+constexpr float margin = 0.05f, bragg_band = 0.14f, prf_foot = 0.2f;
+constexpr float largest_intensity = 1e37f;  // leaves room for the margins in single precision
+
+struct Range {
+    float lo = std::numeric_limits<float>::infinity(), hi = -std::numeric_limits<float>::infinity();
+
+    void Take(float low, float high) {
+        if (std::isfinite(low)) lo = std::min(lo, low);
+        if (std::isfinite(high)) hi = std::max(hi, high);
+    }
+    bool Found() const { return lo <= hi; }
+};
+
+// The ends of a row without the excluded regions at its sides.
+void Trim_Sides(const PRF_Info_Add_Type& info, float& lo, float& hi) {
+    const auto regions = static_cast<std::size_t>(std::clamp(info.nexcl, 0, max_excluded_regions));
+    for (std::size_t j = 0; j < regions; ++j)
+        if (info.excl_min[j] <= 0 || info.excl_min[j] <= lo) lo = std::max(lo, info.excl_max[j]);
+    for (std::size_t j = 0; j < regions; ++j)
+        if (hi <= info.excl_max[j]) hi = std::min(hi, info.excl_min[j]);
+}
+
+Range Range_Of_X(const Profile_Store& store, bool trim) {
+    Range range;
+    for (int row = 1; row <= store.nperfiles(); ++row) {
+        const std::vector<float>& x = store.Pattern(row).x;
+        if (x.empty()) continue;
+        float lo = x.front(), hi = x.back();
+        if (trim) Trim_Sides(store.Info(row), lo, hi);
+        range.Take(lo, hi);
+    }
+    return range;
+}
+
+void Set_Range_Y(const Profile_Store& store, Plot_State& plot) {
+    Range range;
+    for (int row = 1; row <= store.nperfiles(); ++row) {
+        const Diffraction_Pattern_Type& pattern = store.Pattern(row);
+        range.Take(pattern.ymin, pattern.ymax);
+    }
+    if (!range.Found()) range = {0, 1};
+    plot.y_all_min = std::clamp(range.lo, -largest_intensity, largest_intensity);
+    plot.y_all_max = std::clamp(range.hi, -largest_intensity, largest_intensity);
+
+    // A constant intensity has no span of its own; it is shown in the middle of a narrow window.
+    float span = plot.y_all_max - plot.y_all_min;
+    if (!(span > 0)) span = std::max(1.0f, std::fabs(plot.y_all_max));
+    plot.y_view_max = plot.y_all_max + margin * span;
+    plot.y_view_min = plot.y_all_min - margin * span;
+    plot.y_prf_bottom = plot.y_all_min - prf_foot * span;
+    plot.diff_band = bragg_band * span;
+    plot.diff_base = plot.y_all_min - bragg_band * span;
+}
+
+void Find_Refined_Row(Profile_Store& store, Plot_State& plot) {
+    store.ProfilePRFactive = 0;
+    for (int row = store.nperfiles(); row >= 1; --row)
+        if (const std::string& kind = store.Info(row).kind; kind == "PRF" || kind == "MONO") store.ProfilePRFactive = row;
+    store.prf_loaded = store.ProfilePRFactive != 0;
+    if (store.prf_loaded) plot.y_view_min = plot.y_prf_bottom;
+}
+
+// Conversion back to the scattering variable of the files is possible only while all rows share it.
+void Set_Origin_Commands(Session& session) {
+    Profile_Store& store = session.store;
+    const std::string_view first = Trim(store.Pattern(1).scat_var);
+    store.mixed_scat_var = false;
+    for (int row = 2; row <= store.nperfiles(); ++row)
+        if (!Contains(store.Pattern(row).scat_var, first)) store.mixed_scat_var = true;
+    session.interface.Enable(to_2theta_command, !store.mixed_scat_var && Contains(first, "2theta"));
+    session.interface.Enable(to_tof_command, !store.mixed_scat_var && Contains(first, "TOF"));
+}
+
+void Set_Single_Form(Session& session) {
+    Set_Calculation_Mode(session, 0);
+    Set_Menu_Single(session, true);
+    session.lists.peaks.clear();
+    session.lists.background.clear();
+    session.lists.hklgen.clear();
+    if (session.store.prf_loaded)
+        for (const int command : refinement_excludes) session.interface.Enable(command, false);
+}
+
+// A form that no new plot can start in goes back to the 2D graph, in the logarithmic form when that was chosen before.
+bool Wants_Log(const Plot_State& plot) {
+    const bool graph = plot.plot_type == "none" || plot.plot_type == "single" || plot.plot_type.starts_with("multi");
+    return graph ? plot.plot_type == "multi_log" : plot.log_scale;
+}
+
+void View_In_Log(Plot_State& plot) {
+    const float top = Log_Value(plot.y_view_max);
+    plot.y_view_min = 0;
+    plot.y_view_max = top > 0 ? top : 1;
+}
+
+// Where the difference curve and the reflections of a refined profile stand under the window.
+void Make_Room_For_Refinement(const Session& session, Plot_State& plot) {
+    const float span = plot.y_view_max - plot.y_view_min;
+    plot.diff_base = plot.y_view_min - bragg_band * span;
+    plot.y_prf_bottom = plot.y_view_min - prf_foot * span;
+    plot.diff_band = bragg_band * span;
+    const int phases = session.store.Info(session.store.ProfilePRFactive).nphases;
+    if (session.store.show_difference)
+        plot.y_view_min = plot.y_prf_bottom;
+    else if (session.store.show_reflections && phases >= 1)
+        plot.y_view_min = plot.diff_base + Bragg_Row_Of(plot.diff_band, phases, phases).bottom;
+}
+
+}  // namespace
+
+void Set_Range_X(Session& session) {
+    Plot_State& plot = session.plot;
+    if (session.store.nperfiles() == 0) return;
+    Range range = Range_Of_X(session.store, session.prefs.prf.excl_ignore_sides);
+    if (!(range.lo < range.hi)) range = Range_Of_X(session.store, false);
+    if (!range.Found()) range = {0, 1};
+    plot.x_all_min = plot.x_view_min = range.lo;
+    plot.x_all_max = plot.x_view_max = range.hi;
+}
+
+void Plot_Ranges(Session& session) {
+    Plot_State& plot = session.plot;
+    Profile_Store& store = session.store;
+    if (store.nperfiles() == 0) return;
+    const bool log = Wants_Log(plot);
+    Set_Range_X(session);
+    Set_Range_Y(store, plot);
+    plot.first_pattern = 1;
+    plot.last_pattern = store.nperfiles();
+    session.interface.Enable(open_prf_command, true);
+    Find_Refined_Row(store, plot);
+    Set_Origin_Commands(session);
+    if (store.nperfiles() == 1)
+        Set_Single_Form(session);
+    else
+        Set_Menu_Graph(session, log);
+    if (plot.plot_type == "multi_log") View_In_Log(plot);
+}
+
+void Focus_Plot(Session& session) {
+    Plot_State& plot = session.plot;
+    float lowest = plot.y_all_max, highest = plot.y_all_min;
+    for (int row = 1; row <= session.store.nperfiles(); ++row) {
+        const Diffraction_Pattern_Type& pattern = session.store.Pattern(row);
+        const std::size_t points = std::min(pattern.x.size(), pattern.y.size());
+        for (std::size_t i = 0; i < points; ++i) {
+            if (!(plot.x_view_min < pattern.x[i] && pattern.x[i] < plot.x_view_max) || !std::isfinite(pattern.y[i])) continue;
+            lowest = std::min(lowest, pattern.y[i]);
+            highest = std::max(highest, pattern.y[i]);
+        }
+    }
+    if (plot.plot_type == "multi_log") {
+        lowest = Log_Value(lowest);
+        highest = Log_Value(highest);
+    }
+    if (!(highest > lowest)) return;
+    const float pad = margin * (highest - lowest);
+    plot.y_view_min = lowest - pad;
+    plot.y_view_max = highest + pad;
+    if (session.store.prf_loaded && session.store.ProfilePRFactive > 0) Make_Room_For_Refinement(session, plot);
+}
+
+}  // namespace vntl

@@ -1,0 +1,64 @@
+// The picture on the main window: a bitmap that is drawn once for each change of data or view, and an overlay of marks that changes
+// without touching it.
+#include <chrono>
+#include <utility>
+
+#include "plot/plot.hpp"
+#include "toolkit/bitmap.hpp"
+#include "toolkit/window.hpp"
+
+namespace vntl {
+
+namespace {
+
+constexpr int width_info = 1, height_info = 2;
+
+bool Shows_Welcome(const Session& session) { return session.plot.plot_type == "none" || session.store.nperfiles() == 0; }
+
+long long Shown_Points(const Session& session) {
+    if (Shows_Welcome(session)) return 0;
+    long long points = 0;
+    for (int row = 1; row <= session.store.nperfiles(); ++row)
+        if (session.store.shown(row)) points += session.store.Pattern(row).npts;
+    return points;
+}
+
+// The marks are laid out for the window's own size, so that a dot keeps its shape.
+void Put_Marks(const Session& session) {
+    Recording_Device overlay(WInfoWindow(width_info), WInfoWindow(height_info));
+    Graphics marks(overlay);
+    Draw_Marks(session, marks);
+    WOverlayPut(overlay);
+}
+
+}  // namespace
+
+void Draw_Picture(Session& session, Device& device) {
+    Graphics g(device);
+    const Plot_State& plot = session.plot;
+    if (Shows_Welcome(session)) return Plot_Welcome(session, g);
+    plot_graph2d(session, g, session.store.nperfiles(), plot.x_view_min, plot.x_view_max, plot.y_view_min, plot.y_view_max,
+                 plot.plot_type == "multi_log" ? "log" : "");
+}
+
+void Plot_ReMake(Session& session) {
+    if (session.store.nperfiles() > 0)
+        Plot_Ranges(session);
+    else if (session.plot.plot_type != "none")
+        Set_Menu_Empty(session);
+    Plot_Redraw(session);
+}
+
+void Plot_Redraw(Session& session) {
+    const auto start = std::chrono::steady_clock::now();
+    Bitmap bitmap(WInfoWindow(width_info), WInfoWindow(height_info));
+    Draw_Picture(session, bitmap.Drawing());
+    WBitmapPut(std::move(bitmap));
+    session.plot.draw_ms = std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
+    session.plot.drawn_points = Shown_Points(session);
+    Put_Marks(session);
+}
+
+void Plot_Repaint(Session& session) { Put_Marks(session); }
+
+}  // namespace vntl

@@ -1,0 +1,53 @@
+#include "plot/text_style.hpp"
+
+#include <algorithm>
+#include <array>
+
+#include "base/text.hpp"
+
+namespace vntl {
+
+namespace {
+
+constexpr std::array<int, 4> font_numbers = {101, 102, 103, 104};
+constexpr std::array<int, 9> style_bits = {0, 1, 2, 4, 8, 3, 7, 6, 5};
+constexpr float page_margin = 8;  // page units kept free at the edge
+
+template <std::size_t N>
+int Entry(const std::array<int, N>& table, int code) {
+    return code >= 1 && code <= static_cast<int>(N) ? table[static_cast<std::size_t>(code - 1)] : table[0];
+}
+
+}  // namespace
+
+int Font_Number(int font) { return Entry(font_numbers, font); }
+int Style_Bits(int style) { return Entry(style_bits, style); }
+
+void Select_Font(Graphics& g, const Text_Prefs& text) {
+    g.WGrTextFont(Font_Number(text.font), Style_Bits(text.style), Char_Width(text.size), Char_Height(text.size));
+}
+
+void Select_Text(Graphics& g, const Text_Prefs& text) {
+    g.IGrColourN(text.colour);
+    Select_Font(g, text);
+}
+
+std::string Fit_Text(const Graphics& g, std::string_view text, float room) {
+    if (g.Text_Width(text) <= room) return std::string(text);
+    std::size_t fits = 0, too_long = text.size();
+    while (too_long - fits > 1) {
+        const std::size_t middle = fits + (too_long - fits) / 2;
+        (g.Text_Width(Elide_Middle(text, middle)) <= room ? fits : too_long) = middle;
+    }
+    return Elide_Middle(text, fits);
+}
+
+float Room_Along_X(const Plot_State& plot, char position) {
+    const float left = plot.zone_x1 * page_width, right = plot.zone_x2 * page_width;
+    if (position == 'L') return page_width - left - page_margin;
+    if (position == 'R') return right - page_margin;
+    const float middle = 0.5f * (left + right);
+    return 2 * (std::min(middle, page_width - middle) - page_margin);
+}
+
+}  // namespace vntl

@@ -1,0 +1,38 @@
+// State of single commands and of the status bar.
+#include "session/commands.hpp"
+
+#include <utility>
+
+namespace vntl {
+
+void Interface_State::Enable(int command, bool on) {
+    Command_State& state = commands[command];
+    if (state.enabled != on) ++revision;
+    state.enabled = on;
+}
+
+void Interface_State::Check(int command, bool on) {
+    Command_State& state = commands[command];
+    if (state.checked != on) ++revision;
+    state.checked = on;
+}
+
+bool Interface_State::Enabled(int command) const {
+    const auto found = commands.find(command);
+    return found == commands.end() || found->second.enabled;
+}
+
+bool Interface_State::Checked(int command) const {
+    const auto found = commands.find(command);
+    return found != commands.end() && found->second.checked;
+}
+
+void Interface_State::Status_Text(int part, std::string text) {
+    if (part < 1 || part > status_parts) return;
+    std::string& present = status[static_cast<std::size_t>(part - 1)];
+    if (present == text) return;
+    present = std::move(text);
+    ++revision;
+}
+
+}  // namespace vntl

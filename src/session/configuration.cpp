@@ -1,0 +1,165 @@
+// Where the program stands on each operating system, and the small files of directories that it shares with the suite:
+//
+//   tqx.set       lines of "NAME = value", "!" a comment; LASTD is the last working directory
+//   vantrelo.dir  one line: the last working directory of this program
+//   quendrix.dir  directory and name of the refinement input file, a line each
+#include "session/configuration.hpp"
+
+#include <cctype>
+#include <optional>
+#include <vector>
+
+#include "base/os.hpp"
+#include "base/text.hpp"
+
+namespace vntl {
+namespace {
+
+constexpr int any_code = -1;
+
+struct System_Row {
+    std::string_view tag;
+    int family, sub_code;  // as the toolkit reports them
+    char separator;
+    bool settings_at_home;  // in $HOME/.qxs, else beside the suite
+};
+
+constexpr System_Row systems[] = {
+    {"WIND", 6, any_code, '\\', false},
+    {"LINU", 4, 14, '/', true},
+    {"MACO", 4, any_code, '/', true},
+};
+
+const System_Row* Find_System(std::string_view tag) {
+    for (const System_Row& system : systems)
+        if (system.tag == tag) return &system;
+    return nullptr;
+}
+
+bool Settings_At_Home(const Configuration& config) {
+    const System_Row* system = Find_System(config.os_tag);
+    return system != nullptr && system->settings_at_home;
+}
+
+// $HOME/.qxs, blank without a home.
+std::string Home_Settings(const Configuration& config) {
+    const std::string home = IOsVariable("HOME");
+    return Trim(home).empty() ? std::string() : config.Path(home, ".qxs");
+}
+
+std::string_view Without_Final_Separator(std::string_view directory, char separator) {
+    if (!directory.empty() && directory.back() == separator) directory.remove_suffix(1);
+    return directory;
+}
+
+std::string Line_Or_Blank(const std::vector<std::string>& lines, std::size_t i) {
+    return i < lines.size() ? std::string(Trim(lines[i])) : std::string();
+}
+
+// Value of the first LASTD line, blank without one.
+std::string Last_Directory_Of_Suite(const std::vector<std::string>& lines) {
+    for (const std::string& line : lines) {
+        const std::string_view text = Trim_Left(line);
+        if (text.empty() || text[0] == '!' || Upper(text.substr(0, 5)) != "LASTD") continue;
+        const std::size_t equals = text.find('=');
+        return equals == std::string_view::npos ? std::string() : std::string(Trim(text.substr(equals + 1)));
+    }
+    return {};
+}
+
+// False when a file that is there cannot be read: the rest of the search is then left.
+bool Search_Last_Directory(Configuration& config) {
+    const std::string suite_file = config.Path(config.config_dir, "tqx.set");
+    const std::string own_file = config.Path(config.config_dir, "vantrelo.dir");
+    const bool of_suite = IOsFileExists(suite_file);
+    if (!of_suite && !IOsFileExists(own_file)) return true;
+    const auto lines = Read_Text_Lines(of_suite ? suite_file : own_file);
+    if (!lines) return false;
+    config.last_dir = of_suite ? Last_Directory_Of_Suite(*lines) : Line_Or_Blank(*lines, 0);
+    if (!config.last_dir.empty()) IOsDirChange(config.last_dir);
+    return true;
+}
+
+void Search_Refinement_File(Configuration& config) {
+    const std::string file = config.Path(config.config_dir, "quendrix.dir");
+    if (!IOsFileExists(file)) return;
+    const auto lines = Read_Text_Lines(file);
+    if (!lines) return;
+    const std::string directory = Line_Or_Blank(*lines, 0), name = Line_Or_Blank(*lines, 1);
+    if (name.empty()) return;
+    config.pcr_file = name.find(config.sep) == std::string::npos ? directory + config.sep + name : name;
+}
+
+}  // namespace
+
+std::string Configuration::Path(std::string_view directory, std::string_view name) const {
+    std::string path(directory);
+    if (path.empty() || path.back() != sep) path += sep;
+    return path.append(name);
+}
+
+Status Preferences_File_Name(const std::string& program_version, std::string& name) {
+    for (std::size_t point = program_version.find('.'); point != std::string::npos; point = program_version.find('.', point + 1)) {
+        const bool digit_before = point > 0 && std::isdigit(static_cast<unsigned char>(program_version[point - 1])) != 0;
+        if (!digit_before || program_version.size() < point + 3) continue;
+        name = "vntl" + program_version.substr(point - 1, 1) + program_version.substr(point + 1, 2) + ".set";
+        return Status::Done();
+    }
+    return Status::Fail("Fault: /vntl_initialize/init_configure/03 bad setfilename");
+}
+
+std::string Os_Tag(int family, int sub_code) {
+    for (const System_Row& system : systems)
+        if (system.family == family && (system.sub_code == any_code || system.sub_code == sub_code)) return std::string(system.tag);
+    return "UNKN";
+}
+
+Status Init_Configure(Configuration& config, int os_family, int os_sub_code) {
+    const bool files_allowed = config.files_allowed;
+    config = Configuration();
+    config.files_allowed = files_allowed;
+    config.os_tag = Os_Tag(os_family, os_sub_code);
+    const System_Row* system = Find_System(config.os_tag);
+    if (system == nullptr) return Status::Fail("Fault: Unknown Operating System ");
+    config.sep = system->separator;
+    config.start_dir = config.launch_dir = IOsDirName();
+    return Preferences_File_Name(config.program_version, config.set_file);
+}
+
+void Search_Directories(Configuration& config) {
+    if (!IOsDirExists(config.quendrix_dir)) config.quendrix_dir = IOsVariable("QUENDRIX");
+    if (!IOsDirExists(config.quendrix_dir)) config.quendrix_dir.clear();
+    if (Settings_At_Home(config)) {
+        config.config_dir = Home_Settings(config);
+        if (!config.config_dir.empty()) IOsDirMake(config.config_dir);
+    } else {
+        config.config_dir = config.quendrix_dir;
+    }
+    config.pcr_file.clear();
+    config.last_dir.clear();
+    if (config.quendrix_dir.empty()) return;
+
+    config.quendrix_dir = Without_Final_Separator(config.quendrix_dir, config.sep);
+    config.config_dir = Without_Final_Separator(config.config_dir, config.sep);
+    if (config.config_dir.empty()) return;
+    if (Search_Last_Directory(config)) Search_Refinement_File(config);
+}
+
+std::string Find_Preferences_File(const Configuration& config) {
+    std::vector<std::string> places;
+    if (Settings_At_Home(config))
+        places = {Home_Settings(config)};
+    else
+        places = {IOsDirName(), config.quendrix_dir};
+    for (const std::string& place : places)
+        if (!place.empty() && IOsFileExists(config.Path(place, config.set_file))) return config.Path(place, config.set_file);
+    return {};
+}
+
+void Write_Last_Directory(const Configuration& config) {
+    const std::string directory = IOsDirName();
+    if (!config.files_allowed || config.quendrix_dir.empty() || directory.empty()) return;
+    Write_Text_Lines(config.Path(config.quendrix_dir, "vantrelo.dir"), {directory});
+}
+
+}  // namespace vntl

@@ -1,0 +1,104 @@
+// The Load sequence: one file becomes one row, or nothing at all happens to the store.
+#include "session/load.hpp"
+
+#include <algorithm>
+#include <cmath>
+#include <filesystem>
+#include <utility>
+
+#include "base/os.hpp"
+#include "base/text.hpp"
+#include "session/session.hpp"
+#include "session/xspace.hpp"
+
+namespace vntl {
+namespace {
+
+constexpr std::string_view table_full_text = "The maximum number of profiles has been attained!";
+constexpr float least_ycalc_sum = 0.0001f;
+
+bool Is_Absolute(const std::string& path, char separator) {
+    if (path.empty()) return false;
+    if (path[0] == '/' || path[0] == separator) return true;
+    return separator == '\\' && path.size() > 1 && path[1] == ':';
+}
+
+// The same file has one name only, whatever the directory from which it was opened.
+std::string Absolute_Path(const Configuration& config, const std::string& path) {
+    const std::string full = Is_Absolute(path, config.sep) ? path : config.Path(IOsDirName(), path);
+    return config.sep == '/' ? std::filesystem::path(full).lexically_normal().string() : full;
+}
+
+// A row needs a range, points, and rising x. An array shorter than `npts` has no last point, so it cannot rise either.
+Status Check_Read_Pattern(const Diffraction_Pattern_Type& p, const std::string& name) {
+    if (!(p.xmax > p.xmin) || !std::isfinite(p.xmin) || !std::isfinite(p.xmax))
+        return Status::Fail("ERROR Opening file: " + name + "\nxmin value >= xmax value");
+    if (p.npts < 1) return Status::Fail("ERROR in file: " + name + "\nnpts<1");
+    const auto npts = static_cast<std::size_t>(p.npts);
+    const bool rises = p.x.size() >= npts && std::isfinite(p.x[0]) && std::isfinite(p.x[npts - 1]) && p.x[npts - 1] > p.x[0];
+    if (!rises) return Status::Fail("ERROR Opening file: " + name + "\nx(1)>=x(npts)");
+    return Status::Done();
+}
+
+// The second to the tenth calculated intensity tell whether the file brings a curve of a refinement.
+bool Brings_Calculated_Curve(const Diffraction_Pattern_Type& p) {
+    float sum = 0;
+    for (std::size_t i = 1; i < std::min<std::size_t>(p.ycalc.size(), 10); ++i) sum += p.ycalc[i];
+    return sum > least_ycalc_sum;
+}
+
+}  // namespace
+
+Load_Result Load_Row(Session& session, Ask& ask, const std::string& path, const std::string& format, const Pattern_Reader& reader) {
+    Profile_Store& store = session.store;
+    if (store.full()) {
+        ask.Error(std::string(table_full_text));
+        return Load_Result::table_full;
+    }
+    const int row = store.nperfiles() + 1;
+    const std::string full_path = Absolute_Path(session.config, path);
+    const std::string name(Trim(File_Part(full_path, session.config.sep)));
+
+    Diffraction_Pattern_Type pattern;
+    Status status = reader(path, pattern);
+    if (status.failed)
+        status.message = "ERROR in file: " + name + "\n" + std::string(Trim(status.message));
+    else
+        status = Check_Read_Pattern(pattern, name);
+    if (status.failed) {
+        ask.Error(status.message);
+        return Load_Result::failed;
+    }
+    Trim_Pattern(pattern);
+
+    const bool rietveld = row <= profiles_with_optional_arrays && Brings_Calculated_Curve(pattern);
+    PRF_Info_Add_Type info;
+    info.file_name = name;
+    info.directory = Directory_Part(full_path, session.config.sep);
+    info.format = format;
+    info.kind = rietveld ? "RIETV" : "DATA";
+
+    status = Check_Load_Xspace(session, pattern, name);
+    if (status.failed) {
+        ask.Error(status.message);
+        return Load_Result::refused;
+    }
+
+    if (row > profiles_with_optional_arrays) Purge_Pattern(pattern, "DATA");
+    store.Append(std::move(pattern), std::move(info));
+    const auto flag = static_cast<std::size_t>(row - 1);
+    store.show_ycalc_of[flag] = rietveld;
+    store.show_bgr_of[flag] = rietveld && format == "CIF";
+    MRU_Add(session, full_path);
+    return Load_Result::added;
+}
+
+void Finish_Load(Session& session, int rows_before) {
+    Profile_Store& store = session.store;
+    const int rows = store.nperfiles();
+    if (rows <= rows_before) return;
+    Purge_Pattern(store.Pattern(rows), rows <= profiles_with_optional_arrays ? "RIETV" : "DATA");
+    store.profiles_uniform = rows_before == 0 && rows > 1;
+}
+
+}  // namespace vntl

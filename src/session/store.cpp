@@ -1,0 +1,178 @@
+// Rows of the profile store, and what is done to single records: clearing, copying, trimming, purging.
+#include "session/store.hpp"
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <utility>
+
+#include "base/text.hpp"
+
+namespace vntl {
+namespace {
+
+std::size_t Index_Of(int row, std::size_t rows) {
+    if (row < 1 || static_cast<std::size_t>(row) > rows) {
+        std::fprintf(stderr, "row %d outside 1 to %zu of the profile store\n", row, rows);
+        std::abort();
+    }
+    return static_cast<std::size_t>(row - 1);
+}
+
+template <class T>
+void Free(std::vector<T>& array) {
+    std::vector<T>().swap(array);
+}
+
+void Free_Ycalc(Diffraction_Pattern_Type& p) {
+    Free(p.ycalc);
+    p.has_ycalc = p.al_ycalc = false;
+}
+
+void Free_Bgr(Diffraction_Pattern_Type& p) {
+    Free(p.bgr);
+    p.has_bgr = p.al_bgr = false;
+}
+
+void Free_Sigma(Diffraction_Pattern_Type& p) {
+    Free(p.sigma);
+    p.has_sigma = p.al_sigma = false;
+}
+
+void Free_Istat(Diffraction_Pattern_Type& p) {
+    Free(p.istat);
+    p.al_istat = false;
+}
+
+struct Purge_Mode {
+    std::string_view name;
+    bool ycalc, bgr, sigma, istat;  // freed
+};
+
+constexpr Purge_Mode purge_modes[] = {
+    {"DATA", true, true, true, true},
+    {"DATAS", true, true, false, true},
+    {"RIETV", false, false, false, true},
+    {"GRAPH", true, true, false, false},
+};
+
+template <class T>
+void Trim_Array(std::vector<T>& array, std::size_t length) {
+    if (array.empty()) return;
+    array.resize(length);
+    array.shrink_to_fit();
+}
+
+}  // namespace
+
+Diffraction_Pattern_Type& Profile_Store::Pattern(int row) { return patterns_[Index_Of(row, patterns_.size())]; }
+const Diffraction_Pattern_Type& Profile_Store::Pattern(int row) const { return patterns_[Index_Of(row, patterns_.size())]; }
+PRF_Info_Add_Type& Profile_Store::Info(int row) { return infos_[Index_Of(row, infos_.size())]; }
+const PRF_Info_Add_Type& Profile_Store::Info(int row) const { return infos_[Index_Of(row, infos_.size())]; }
+
+void Profile_Store::Append(Diffraction_Pattern_Type pattern, PRF_Info_Add_Type info) {
+    patterns_.push_back(std::move(pattern));
+    infos_.push_back(std::move(info));
+}
+
+void Profile_Store::Drop_Last() {
+    if (patterns_.empty()) return;
+    std::vector<bool> marked(patterns_.size(), false);
+    marked.back() = true;
+    Remove(marked);
+}
+
+// The flags of a row go with it, and the places left free behind the last row return to their initial state.
+void Profile_Store::Remove(const std::vector<bool>& marked) {
+    const std::size_t rows = patterns_.size();
+    const auto is_marked = [&](std::size_t i) { return i < marked.size() && marked[i]; };
+    int active = 0;
+    std::size_t kept = 0;
+    for (std::size_t i = 0; i < rows; ++i) {
+        if (is_marked(i)) continue;
+        if (i != kept) {
+            patterns_[kept] = std::move(patterns_[i]);
+            infos_[kept] = std::move(infos_[i]);
+            profile_shown[kept] = profile_shown[i];
+            show_ycalc_of[kept] = show_ycalc_of[i];
+            show_bgr_of[kept] = show_bgr_of[i];
+        }
+        ++kept;
+        if (static_cast<int>(i) + 1 == ProfilePRFactive) active = static_cast<int>(kept);
+    }
+    if (active == 0) prf_loaded = false;
+    ProfilePRFactive = active;
+    patterns_.resize(kept);
+    infos_.resize(kept);
+    for (std::size_t i = kept; i < rows; ++i) {
+        profile_shown[i] = true;
+        show_ycalc_of[i] = show_bgr_of[i] = false;
+    }
+}
+
+void Profile_Store::Clear() { *this = Profile_Store(); }
+
+void Clear_Pattern(Diffraction_Pattern_Type& p) {
+    p.title.clear();
+    p.scat_var.clear();
+    p.npts = 0;
+    p.xmin = p.xmax = p.ymin = p.ymax = 0;
+    p.conv.fill(0);
+    Free(p.x);
+    Free(p.y);
+    Free(p.nd);
+    Free_Ycalc(p);
+    Free_Bgr(p);
+    Free_Sigma(p);
+    Free_Istat(p);
+    p.al_x = p.al_y = p.has_y = false;
+}
+
+void Clear_Prf_Info(PRF_Info_Add_Type& info) {
+    info.file_name.clear();
+    info.directory.clear();
+    info.kind.clear();
+    info.format.clear();
+    info.nphases = info.nreflections = info.nexcl = 0;
+    info.excl_min.fill(0);
+    info.excl_max.fill(0);
+    Free(info.phase_value);
+    Free(info.phase_table);
+    Free(info.refl_phase);
+    Free(info.refl_tag);
+    Free(info.refl_code);
+    Free(info.refl_position);
+    Free(info.refl_label);
+}
+
+void Copy_Pattern(const Diffraction_Pattern_Type& from, Diffraction_Pattern_Type& to) {
+    to = from;
+    Trim_Pattern(to);
+}
+
+void Copy_Prf_Info(const PRF_Info_Add_Type& from, PRF_Info_Add_Type& to) { to = from; }
+void Swap_Pattern(Diffraction_Pattern_Type& a, Diffraction_Pattern_Type& b) { std::swap(a, b); }
+void Swap_Prf_Info(PRF_Info_Add_Type& a, PRF_Info_Add_Type& b) { std::swap(a, b); }
+
+void Trim_Pattern(Diffraction_Pattern_Type& p) {
+    const auto length = static_cast<std::size_t>(std::max(p.npts, 0));
+    Trim_Array(p.x, length);
+    Trim_Array(p.y, length);
+    Trim_Array(p.sigma, length);
+    Trim_Array(p.istat, length);
+    Trim_Array(p.ycalc, length);
+    Trim_Array(p.bgr, length);
+    Trim_Array(p.nd, length);
+}
+
+void Purge_Pattern(Diffraction_Pattern_Type& p, std::string_view mode) {
+    for (const Purge_Mode& m : purge_modes) {
+        if (!Equal_No_Case(mode, m.name)) continue;
+        if (m.ycalc) Free_Ycalc(p);
+        if (m.bgr) Free_Bgr(p);
+        if (m.sigma) Free_Sigma(p);
+        if (m.istat) Free_Istat(p);
+    }
+}
+
+}  // namespace vntl

@@ -1,0 +1,27 @@
+// The raster picture behind `Bitmap`, for the windows that show it, and a device that draws on any image.
+#pragma once
+
+#include <QFont>
+#include <QImage>
+#include <memory>
+
+#include "toolkit/bitmap.hpp"
+#include "toolkit/device.hpp"
+
+namespace vntl {
+
+// Draws on `image`, which must outlive the device and be 32 bits a pixel: Format_RGB32 or, for shapes laid over a picture,
+// Format_ARGB32_Premultiplied. Nobody else may paint on the image between two calls of the device while a painter of its own is open.
+// With `reduced` false every point of a series is drawn by itself.
+std::unique_ptr<Device> Make_Image_Device(QImage& image, bool reduced = true);
+
+// The font of a text style on a raster device: family, em in pixels, weight and slant.
+QFont Raster_Font(const Text_Style& style);
+
+struct Bitmap::Implementation {
+    QImage image;
+    bool reduced = true;
+    std::unique_ptr<Device> device;  // draws on `image`; made at the first call of Drawing
+};
+
+}  // namespace vntl

@@ -1,0 +1,119 @@
+// Keeps what is drawn, point by point, and draws it again elsewhere.
+#include "toolkit/recording.hpp"
+
+#include <algorithm>
+#include <cmath>
+
+namespace vntl {
+namespace {
+
+bool Is_Gap(const Series& s, std::size_t i) { return !std::isfinite(s.x[i]) || !std::isfinite(s.y[i]); }
+
+Point Mapped(const Series& s, std::size_t i) {
+    return {s.x0 + s.x_scale * static_cast<double>(s.x[i]), s.y0 + s.y_scale * static_cast<double>(s.y[i])};
+}
+
+// Letters of a UTF-8 text: the bytes that do not continue one.
+std::size_t Letters(std::string_view text) {
+    return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), [](char c) { return (c & 0xc0) != 0x80; }));
+}
+
+// Draws one recorded item after another, stretched.
+class Replayer {
+public:
+    Replayer(Device& device, double sx, double sy) : device_(device), sx_(sx), sy_(sy) {}
+
+    void operator()(const Recorded_Clear& item) { device_.Clear(item.colour); }
+    void operator()(const Recorded_Clip& item) {
+        device_.Set_Clip({sx_ * item.rect.x1, sy_ * item.rect.y1, sx_ * item.rect.x2, sy_ * item.rect.y2});
+    }
+    void operator()(const Recorded_Line& item) { device_.Polyline(Stretched(item.points), item.pen); }
+    void operator()(const Recorded_Fill& item) { device_.Fill(Stretched(item.points), item.colour); }
+    void operator()(const Recorded_Ellipse& item) {
+        device_.Ellipse(Stretched(item.centre), sx_ * item.rx, sy_ * item.ry, item.filled, item.pen);
+    }
+    void operator()(const Recorded_Text& item) {
+        Text_Style style = item.style;
+        style.width *= sx_;
+        style.height *= sy_;
+        device_.Text(Stretched(item.at), item.text, style);
+    }
+    void operator()(const Recorded_Markers& item) {
+        std::vector<float> x, y;
+        for (const Point& p : item.points) {
+            x.push_back(static_cast<float>(p.x));
+            y.push_back(static_cast<float>(p.y));
+        }
+        Marker_Style style = item.style;
+        style.width *= sx_;
+        style.height *= sy_;
+        device_.Markers({x, y, 0, sx_, 0, sy_}, style);
+    }
+
+private:
+    Point Stretched(Point p) const { return {sx_ * p.x, sy_ * p.y}; }
+    std::vector<Point> Stretched(const std::vector<Point>& points) const {
+        std::vector<Point> result;
+        for (const Point& p : points) result.push_back(Stretched(p));
+        return result;
+    }
+
+    Device& device_;
+    double sx_, sy_;
+};
+
+}  // namespace
+
+void Recording_Device::Clear(Colour colour) {
+    items_.clear();
+    items_.push_back(Recorded_Clear{colour});
+}
+
+void Recording_Device::Set_Clip(const Rect& rect) { items_.push_back(Recorded_Clip{rect}); }
+
+void Recording_Device::Polyline(std::span<const Point> points, const Pen& pen) {
+    if (!points.empty() && pen.style != Line_Style::none) items_.push_back(Recorded_Line{{points.begin(), points.end()}, pen});
+}
+
+void Recording_Device::Curve(const Series& series, const Pen& pen) {
+    std::vector<Point> stretch;
+    for (std::size_t i = 0; i < series.x.size(); ++i) {
+        if (!Is_Gap(series, i)) {
+            stretch.push_back(Mapped(series, i));
+            continue;
+        }
+        Polyline(stretch, pen);
+        stretch.clear();
+    }
+    Polyline(stretch, pen);
+}
+
+void Recording_Device::Markers(const Series& series, const Marker_Style& style) {
+    Recorded_Markers item{{}, style};
+    for (std::size_t i = 0; i < series.x.size(); ++i)
+        if (!Is_Gap(series, i)) item.points.push_back(Mapped(series, i));
+    if (!item.points.empty() && style.glyph != 0) items_.push_back(std::move(item));
+}
+
+void Recording_Device::Fill(std::span<const Point> polygon, Colour colour) {
+    items_.push_back(Recorded_Fill{{polygon.begin(), polygon.end()}, colour});
+}
+
+void Recording_Device::Ellipse(Point centre, double rx, double ry, bool filled, const Pen& pen) {
+    items_.push_back(Recorded_Ellipse{centre, rx, ry, filled, pen});
+}
+
+void Recording_Device::Text(Point at, std::string_view text, const Text_Style& style) {
+    if (!text.empty()) items_.push_back(Recorded_Text{at, std::string(text), style});
+}
+
+double Recording_Device::Text_Width(std::string_view text, const Text_Style& style) const {
+    return 0.6 * Em_Of_Cell(style.width, style.height) * static_cast<double>(Letters(text));
+}
+
+void Recording_Device::Replay(Device& device) const {
+    Replayer replayer(device, device.Width() / width_, device.Height() / height_);
+    for (const Recorded& item : items_) std::visit(replayer, item);
+}
+
+}  // namespace vntl

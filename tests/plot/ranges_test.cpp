@@ -1,0 +1,169 @@
+#include <cmath>
+#include <limits>
+
+#include "fixture.hpp"
+
+namespace vntl::test {
+
+class Ranges : public Plot_Test {};
+
+TEST_F(Ranges, OneRowHasTheWholeRangeWithAMarginOfFivePercent) {
+    Add({10, 20, 30}, {100, 1100, 300});
+    session.lists.peaks = {{1, 2, 3}};
+    session.lists.background = {{1, 2}};
+    session.lists.hklgen = {{1, 2, "1 1 1"}};
+    Plot_Ranges(session);
+    const Plot_State& p = session.plot;
+    EXPECT_EQ(p.plot_type, "single");
+    EXPECT_EQ(session.interface.status[4], "single");
+    EXPECT_FLOAT_EQ(p.x_view_min, 10);
+    EXPECT_FLOAT_EQ(p.x_all_max, 30);
+    EXPECT_FLOAT_EQ(p.y_view_min, 50);  // 100 - 0.05 * 1000
+    EXPECT_FLOAT_EQ(p.y_view_max, 1150);
+    EXPECT_FLOAT_EQ(p.y_prf_bottom, -100);
+    EXPECT_FLOAT_EQ(p.diff_base, -40);
+    EXPECT_FLOAT_EQ(p.diff_band, 140);
+    EXPECT_TRUE(session.lists.peaks.empty() && session.lists.background.empty() && session.lists.hklgen.empty());
+    EXPECT_TRUE(Check_Invariants(session).failed);  // the rows came without an x space
+}
+
+TEST_F(Ranges, SeveralRowsSpanTheUnionAndKeepTheLogarithmicForm) {
+    Add({10, 20}, {0, 50});
+    Add({5, 15}, {20, 1000});
+    Plot_Ranges(session);
+    EXPECT_EQ(session.plot.plot_type, "multi");
+    EXPECT_EQ(session.plot.last_pattern, 2);
+    EXPECT_FLOAT_EQ(session.plot.x_view_min, 5);
+    EXPECT_FLOAT_EQ(session.plot.x_view_max, 20);
+
+    Set_Menu_Graph(session, true);
+    Plot_Ranges(session);
+    EXPECT_EQ(session.plot.plot_type, "multi_log");
+    EXPECT_FLOAT_EQ(session.plot.y_view_min, 0);
+    EXPECT_FLOAT_EQ(session.plot.y_view_max, std::log(1050.0f));
+
+    for (const bool log : {false, true}) {  // a form that no plot starts in goes back to the graph it came from
+        session.plot.log_scale = log;
+        log ? Set_Menu_Contour_Log(session) : Set_Calculation_Mode(session, 4);
+        Plot_Ranges(session);
+        EXPECT_EQ(session.plot.plot_type, log ? "multi_log" : "multi");
+    }
+}
+
+TEST_F(Ranges, WindowsOfDegenerateIntensitiesStayUsable) {
+    const float nan = std::numeric_limits<float>::quiet_NaN(), inf = std::numeric_limits<float>::infinity();
+    const struct {
+        std::vector<float> y;
+        const char* what;
+    } cases[] = {{{7, 7, 7}, "constant"}, {{0, 0, 0}, "zero"}, {{-3e38f, 0, 3e38f}, "huge"}, {{nan, nan, nan}, "NaN"}, {{1, inf, 3}, "infinite"}};
+    for (const bool log : {false, true})
+        for (const auto& c : cases) {
+            session.store.Clear();
+            Add({1, 2, 3}, c.y);
+            Add({1, 2, 3}, c.y);
+            Set_Menu_Graph(session, log);
+            Plot_Ranges(session);
+            EXPECT_TRUE(std::isfinite(session.plot.y_view_min) && std::isfinite(session.plot.y_view_max)) << c.what;
+            EXPECT_LT(session.plot.y_view_min, session.plot.y_view_max) << c.what << log;
+            Draw_Picture(session, page);
+        }
+}
+
+TEST_F(Ranges, SidesExcludedAreTrimmedUnlessNothingIsLeft) {
+    Add({10, 20, 30, 40}, {1, 2, 3, 4});
+    const struct {
+        std::vector<std::pair<float, float>> regions;
+        float lo, hi;
+    } cases[] = {
+        {{{0, 12}, {38, 200}}, 12, 38},
+        {{{-5, 15}}, 15, 40},
+        {{{20, 25}}, 10, 40},              // in the middle: nothing to trim
+        {{{12, 14}, {5, 12}}, 12, 40},     // in the order of the regions: the first does not reach the side yet
+        {{{5, 12}, {12, 14}}, 14, 40},     // now it does
+        {{{0, 25}, {24, 100}}, 10, 40},    // all is covered
+    };
+    for (const auto& c : cases) {
+        session.store.Info(1).nexcl = 0;
+        for (const auto& [lo, hi] : c.regions) Exclude(1, lo, hi);
+        session.prefs.prf.excl_ignore_sides = true;
+        Set_Range_X(session);
+        EXPECT_FLOAT_EQ(session.plot.x_view_min, c.lo) << c.regions[0].first;
+        EXPECT_FLOAT_EQ(session.plot.x_all_max, c.hi) << c.regions[0].first;
+        session.prefs.prf.excl_ignore_sides = false;
+        Set_Range_X(session);
+        EXPECT_FLOAT_EQ(session.plot.x_view_min, 10);
+    }
+}
+
+TEST_F(Ranges, ConversionToTheOriginNeedsOneScatteringVariable) {
+    const struct {
+        const char *first, *second;
+        bool mixed, to_2theta, to_tof;
+    } cases[] = {{"2theta", "2theta", false, true, false},
+                 {"TOF", "TOF", false, false, true},
+                 {"2theta", "TOF", true, false, false},
+                 {"d-spacing", "d-spacing", false, false, false}};
+    for (const auto& c : cases) {
+        session.store.Clear();
+        Add().scat_var = c.first;
+        Add().scat_var = c.second;
+        Plot_Ranges(session);
+        EXPECT_EQ(session.store.mixed_scat_var, c.mixed) << c.first << c.second;
+        EXPECT_EQ(session.interface.Enabled(40042), c.to_2theta) << c.first << c.second;
+        EXPECT_EQ(session.interface.Enabled(40043), c.to_tof) << c.first << c.second;
+    }
+}
+
+TEST_F(Ranges, ARefinedRowMakesRoomBelowAndBarsTheFit) {
+    Add({10, 20}, {0, 1000}, "PRF");
+    Plot_Ranges(session);
+    EXPECT_TRUE(session.store.prf_loaded);
+    EXPECT_EQ(session.store.ProfilePRFactive, 1);
+    EXPECT_FLOAT_EQ(session.plot.y_view_min, -200);
+    for (const int command : {40095, 40099, 40154}) EXPECT_FALSE(session.interface.Enabled(command)) << command;
+    EXPECT_TRUE(session.interface.Enabled(40016));
+}
+
+TEST_F(Ranges, FocusTakesThePointsStrictlyInsideTheWindow) {
+    Add({10, 11, 12, 13, 14}, {5000, 100, 300, 200, 9000});
+    Add();
+    Plot_Ranges(session);
+    session.plot.x_view_min = 10;
+    session.plot.x_view_max = 13;  // row 1: 100 and 300, row 2: 100 and 1000
+    Focus_Plot(session);
+    EXPECT_FLOAT_EQ(session.plot.y_view_min, 55);
+    EXPECT_FLOAT_EQ(session.plot.y_view_max, 1045);
+
+    session.plot.x_view_min = 13.2f;
+    session.plot.x_view_max = 13.8f;  // no point: left alone
+    Focus_Plot(session);
+    EXPECT_FLOAT_EQ(session.plot.y_view_max, 1045);
+
+    Set_Menu_Graph(session, true);
+    session.plot.x_view_min = 10;
+    session.plot.x_view_max = 13;
+    Focus_Plot(session);
+    const double span = std::log(1000.0) - std::log(100.0);
+    EXPECT_NEAR(session.plot.y_view_min, std::log(100.0) - 0.05 * span, 1e-5);
+    EXPECT_NEAR(session.plot.y_view_max, std::log(1000.0) + 0.05 * span, 1e-5);
+}
+
+TEST_F(Ranges, FocusOnARefinedRowKeepsItsDifferenceOrItsReflections) {
+    Add({10, 11, 12}, {0, 100, 200}, "PRF");
+    session.store.Pattern(1).x = {9, 11, 12};
+    session.store.Info(1).nphases = 2;
+    Plot_Ranges(session);
+    session.plot.x_view_max = 13;  // points 100 and 200, window 95 to 205, span 110
+    session.plot.x_view_min = 10;
+    Focus_Plot(session);
+    EXPECT_FLOAT_EQ(session.plot.diff_base, 95 - 0.14f * 110);
+    EXPECT_FLOAT_EQ(session.plot.y_view_min, 95 - 0.2f * 110);
+    session.store.show_difference = false;
+    Focus_Plot(session);  // foot of the second row: 25 of 36 units under the top of the band, which is the window's lower end
+    EXPECT_NEAR(session.plot.y_view_min, 95 - 25.0 / 36.0 * 0.14 * 110, 1e-3);
+    session.store.show_reflections = false;
+    Focus_Plot(session);
+    EXPECT_FLOAT_EQ(session.plot.y_view_min, 95);
+}
+
+}  // namespace vntl::test

@@ -1,0 +1,125 @@
+// Opening by selector, by name, by a recent file and from a command line, with real small files.
+#include "session/load.hpp"
+#include "session/session.hpp"
+#include "session/testing.hpp"
+
+namespace vntl {
+namespace {
+
+// Fifteen records x, y, sigma and a terminator; y(1) tells the files apart.
+std::string Records(int first_y) {
+    std::string text = "title\n";
+    for (int i = 0; i < 15; ++i) text += std::to_string(10 + i) + ".0 " + std::to_string(first_y + i) + ".0 1.0\n";
+    return text + "0.0 0.0 0.0\n";
+}
+
+std::string First_Values(const Session& s) {
+    std::string text;
+    for (int row = 1; row <= s.store.nperfiles(); ++row) text += std::to_string(static_cast<int>(s.store.Pattern(row).y.at(0))) + " ";
+    return text;
+}
+
+struct Open_Files_Test : testing::Test {
+    Test_Directory dir;
+    Session s;
+    Scripted_Ask ask;
+    std::string a = dir.Write("a.xye", Records(100)), b = dir.Write("b.xye", Records(200)), c = dir.Write("c.XYS", Records(300));
+    std::string bad = dir.Write("bad.xye", "title\nno numbers\n"), tof = dir.Write("tof.xye", "t\n! Scattering variable: TOF\n" + Records(9));
+    std::string dat = dir.Write("plain.dat", "10.0 1.0 24.0 my sample\n1 2 3 4 5 6 7 8\n9 10 11 12 13 14 15\n");
+};
+
+TEST_F(Open_Files_Test, ASelectionIsReadFromTheLastNameToTheFirst) {
+    ask.selection = {a, b, c};
+    const Open_Result first = Open_Pattern_File(s, ask);
+    EXPECT_EQ(First_Values(s), "300 200 100 ");
+    EXPECT_EQ(ask.selector_title, "Select data files to open");
+    EXPECT_EQ(ask.selector_filter,
+              "Input Data File |*.dat;*.xy;*.xys;*.xye;*.gr;*.uxd;*.sub;*.udf;*.csv;*.xrdml;*.bac;*.gsa;*.gss;*.sim;*.mdi;*.cif|");
+    EXPECT_TRUE(ask.proposals.empty() && ask.boxes.empty());
+    EXPECT_EQ(first.rows_added, 3);
+    EXPECT_GT(first.read_ms, 0);
+    EXPECT_EQ(s.plot.read_ms, first.read_ms);
+    EXPECT_TRUE(s.store.profiles_uniform);
+    EXPECT_EQ(s.format_code, 9);
+    EXPECT_EQ(s.store.Info(1).format, "XYSIGMA");
+    EXPECT_EQ(s.recent.Slot(1), a);
+
+    Open_Pattern_File(s, ask);
+    EXPECT_EQ(s.store.nperfiles(), 6);
+    EXPECT_FALSE(s.store.profiles_uniform);
+    EXPECT_TRUE(Check_Invariants(s).ok()) << Check_Invariants(s).message;
+}
+
+TEST_F(Open_Files_Test, TheLastExtensionDecidesOrTheUserDoes) {
+    ask.selection = {dat, a};  // the free-format file is read in columns of x, y and sigma
+    Open_Pattern_File(s, ask);
+    EXPECT_TRUE(ask.proposals.empty());
+    EXPECT_EQ(s.store.Info(1).format, "XYSIGMA");
+
+    Session other;
+    ask.selection = {a, dat};
+    EXPECT_TRUE(Open_Pattern_File(other, ask).cancelled);  // no format chosen
+    EXPECT_EQ(ask.proposals, std::vector<int>{1});
+    EXPECT_EQ(other.store.nperfiles(), 0);
+    ask.format = 1;
+    EXPECT_EQ(Open_Pattern_File(other, ask, dat).rows_added, 1);
+    EXPECT_EQ(other.store.Pattern(1).title, "my sample");
+    EXPECT_EQ(other.store.Info(1).format, "FreeFormat");
+    ask.selection.clear();
+    EXPECT_TRUE(Open_Pattern_File(other, ask).cancelled);
+}
+
+TEST_F(Open_Files_Test, ASelectionStopsAtAFailureButNotAtAnXSpace) {
+    ask.selection = {a, tof, b};
+    Open_Result result = Open_Pattern_File(s, ask);
+    EXPECT_EQ(First_Values(s), "200 100 ");
+    EXPECT_FALSE(result.failed);
+    EXPECT_EQ(ask.boxes.size(), 1u);
+    ask.selection = {a, bad, c};
+    result = Open_Pattern_File(s, ask);
+    EXPECT_EQ(First_Values(s), "200 100 300 ");
+    EXPECT_TRUE(result.failed);
+    EXPECT_EQ(ask.boxes.size(), 2u);
+    EXPECT_EQ(ask.Last_Box().rfind("Error Message|ERROR in file: bad.xye\n", 0), 0u) << ask.Last_Box();
+    result = Open_Pattern_File(s, ask, dir.path + "/missing.xye");
+    EXPECT_EQ(ask.Last_Box(), "Error Message|ERROR in file: missing.xye\nThe file " + dir.path + "/missing.xye doesn't exist");
+}
+
+TEST_F(Open_Files_Test, ARecentFileOpensByItsExtensionAsWritten) {
+    ask.format = 1;
+    const std::pair<std::string, std::string> cases[] = {
+        {"   ", "Bad name: len_trim=0"},
+        {"nopoint", "Bad name: without extension"},
+        {"a.Xye", "Unknown file extension "},
+        {"a.Dat", "Unknown file extension "},
+        {"a.doc", "Unknown file extension "},
+        {"/d.ir/nopoint", "Unknown file extension "},
+        {"a.buf", "Buffer files cannot be opened yet"},
+        {"a.PRF", "Profile files of a refinement cannot be opened yet"},
+        {a, ""},    // known to the readers alone
+        {c, ""},    // in the list of the program
+        {dat, ""},  // in the list, and the format is asked
+    };
+    for (const auto& [name, message] : cases) {
+        Open_Result result;
+        EXPECT_EQ(Open_File_By_Extension(s, ask, name, result).message, message) << name;
+        EXPECT_EQ(result.rows_added, message.empty() ? 1 : 0) << name;
+    }
+    EXPECT_EQ(ask.proposals.size(), 1u);
+    EXPECT_TRUE(ask.boxes.empty());
+}
+
+TEST_F(Open_Files_Test, ACommandLineIsReadLeftToRightPastItsFailures) {
+    const Open_Result result = Open_Files(s, ask, {a, bad, "no.prf", dat, b, tof});
+    EXPECT_EQ(First_Values(s), "100 1 200 ");
+    EXPECT_TRUE(result.failed && s.store.profiles_uniform && ask.proposals.empty());
+    ASSERT_EQ(ask.boxes.size(), 3u);  // the reader, the profile file, the x space
+    EXPECT_EQ(ask.boxes[1], "Error Message|ERROR in file: no.prf\nProfile files of a refinement cannot be opened yet");
+    Session one;
+    EXPECT_FALSE(Open_Files(one, ask, {a}, 9).failed);
+    EXPECT_EQ(one.store.Info(1).format, "XYSIGMA");
+    EXPECT_FALSE(one.store.profiles_uniform);
+}
+
+}  // namespace
+}  // namespace vntl

@@ -1,0 +1,102 @@
+// What the tests of the session share: a scripted user, a directory that goes away, tiny patterns.
+#pragma once
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <deque>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+#include <vector>
+
+#include "base/ask.hpp"
+#include "patterns/pattern.hpp"
+
+namespace vntl {
+
+// Answers from queues, and remembers every box.
+class Scripted_Ask : public Ask {
+public:
+    Box_Answer Box(const Message_Box& box) override {
+        boxes.push_back(box.title + "|" + box.text);
+        return Box_Answer::ok;
+    }
+    std::vector<std::string> Select_Files(std::string_view title, std::string_view filter) override {
+        selector_title = title;
+        selector_filter = filter;
+        return selection;
+    }
+    std::optional<int> Data_Format(int proposed) override {
+        proposals.push_back(proposed);
+        return format;
+    }
+    std::string Last_Box() const { return boxes.empty() ? "" : boxes.back(); }
+
+    std::vector<std::string> boxes, selection;
+    std::string selector_title, selector_filter;
+    std::vector<int> proposals;
+    std::optional<int> format;
+};
+
+// A new directory that is the current one while it lives; HOME and QUENDRIX return to what they were.
+class Test_Directory {
+public:
+    Test_Directory() : before_(std::filesystem::current_path()) {
+        std::string name = (std::filesystem::temp_directory_path() / "vntl_session_XXXXXX").string();
+        path = std::filesystem::canonical(mkdtemp(name.data())).string();
+        std::filesystem::current_path(path);
+        for (const char* variable : {"HOME", "QUENDRIX"}) {
+            const char* value = std::getenv(variable);
+            variables_.emplace_back(variable, value != nullptr ? std::optional<std::string>(value) : std::nullopt);
+        }
+    }
+    ~Test_Directory() {
+        std::filesystem::current_path(before_);
+        std::filesystem::remove_all(path);
+        for (const auto& [variable, value] : variables_) Set(variable.c_str(), value);
+    }
+    static void Set(const char* variable, const std::optional<std::string>& value) {
+        if (value)
+            setenv(variable, value->c_str(), 1);
+        else
+            unsetenv(variable);
+    }
+    std::string Write(const std::string& name, const std::string& text) const {
+        std::ofstream(path + "/" + name, std::ios::binary) << text;
+        return path + "/" + name;
+    }
+    std::string Make(const std::string& name) const {
+        std::filesystem::create_directories(path + "/" + name);
+        return path + "/" + name;
+    }
+    static std::string Contents(const std::string& file) {
+        std::ifstream in(file, std::ios::binary);
+        return {std::istreambuf_iterator<char>(in), {}};
+    }
+
+    std::string path;
+
+private:
+    std::filesystem::path before_;
+    std::vector<std::pair<std::string, std::optional<std::string>>> variables_;
+};
+
+// `npts` points from x = 10 in steps of 1, every array allocated, each ycalc the same.
+inline Diffraction_Pattern_Type Tiny_Pattern(int npts = 12, float ycalc = 0, const std::string& scat_var = "2theta") {
+    Diffraction_Pattern_Type p;
+    EXPECT_TRUE(Allocate_Diffraction_Pattern(p, npts).ok());
+    for (int i = 0; i < npts; ++i) {
+        p.x[i] = 10.0f + static_cast<float>(i);
+        p.y[i] = static_cast<float>(i * i);
+    }
+    p.ycalc.assign(npts, ycalc);
+    p.xmin = p.x.front();
+    p.xmax = p.x.back();
+    p.scat_var = scat_var;
+    return p;
+}
+
+}  // namespace vntl

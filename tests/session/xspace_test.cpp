@@ -1,0 +1,136 @@
+// Joining an x space, and what the axes and the menu show of it.
+#include "session/xspace.hpp"
+
+#include "session/session.hpp"
+#include "session/testing.hpp"
+
+namespace vntl {
+namespace {
+
+Status Join(Session& s, const std::string& scat_var, const std::string& legend_x = {}, const std::string& legend_y = {}) {
+    Diffraction_Pattern_Type p;
+    p.scat_var = scat_var;
+    p.legend_x = legend_x;
+    p.legend_y = legend_y;
+    return Check_Load_Xspace(s, p, "file");
+}
+
+const char merge[] = "It is not possible to merge different x-spaces";
+const char vars[] = "It is not possible to merge different scattering variables";
+const char no_conversion[] = "conversion of xspace is not permitted";
+
+struct Answer {
+    std::string first, second;  // lines; "" accepts
+};
+const Answer yes{"", ""};
+Answer Later(const std::string& present, const std::string& file) {
+    return {"Present space: " + present + ", a file in " + file + " cannot be converted on loading yet", ""};
+}
+
+// The decisions of a space, by the file's kind: angle, time of flight, integrated intensity, general abscissa.
+struct Row {
+    std::string present;
+    Answer theta, tof, mono, general;
+};
+
+TEST(Xspace, EveryMeetingOfAPresentSpaceAndAFile) {
+    const std::string ii = "Integrated Intensity";
+    const Row rows[] = {
+        {"2theta", yes, {"Present space: 2theta, file in TOF,", std::string(vars) + " "},
+         {"Present Space: 2theta, file type Integrated Intensity,", no_conversion}, {"Present Space: 2theta, file type: General Abcisa,", merge}},
+        {"TOF", {"Present space: TOF, file in 2theta,", vars}, yes, {"Present space: TOF, file type Integrated Intensity,", no_conversion},
+         {"Present Space: TOF, file type: General Abcisa,", merge}},
+        {"mono", {"Present space: " + ii + ", file in 2theta,", no_conversion}, {"Present space: " + ii + ", file in TOF,", no_conversion},
+         {"Present space: " + ii + ", file type " + ii + ",", "only one profile of type Integrated Intensity can be plotted at same time"},
+         {"Present Space: " + ii + ", file type: General Abcisa,", merge}},
+        {"d-space", Later("d-space", "2theta"), Later("d-space", "TOF"),
+         {"Present space: d-spacing, file type Integrated Intensity,", "only a single Integrated Intensity type is allowed at the same time"},
+         {"Present Space: d-spacing, file type: General Abcisa,", merge}},
+        {"q-space", Later("q-space", "2theta"), Later("q-space", "TOF"),
+         {"Present Space: q-space, file type Integrated Intensity ,",
+          "only one profile of type Integrated Intensity is allowed at same time"},
+         {"Present Space: q-space, file type: General Abcisa,", merge}},
+        {"s-space", Later("s-space", "2theta"), Later("s-space", "TOF"),
+         {"Present Space: s-space, file type Integrated Intensity,", "only one Integrated Intensity pattern is allowed at the same time"},
+         {"Present Space: s-space, file type: General Abcisa,", merge}},
+        {"Energy", {"Present space: Energy, file in 2Theta,", merge}, {"Present space: Energy, file in TOF,", merge},
+         {"Present Space: Energy, file type Integrated Intensity ", merge}, {"Present Space: Energy, file type General Abcisa ", merge}},
+    };
+    for (const Row& row : rows) {
+        const std::pair<std::string, Answer> cells[] = {
+            {" 2theta ", row.theta}, {"TOF", row.tof}, {"mono", row.mono}, {"Distance", row.general}, {"Lambda", row.general}};
+        for (const auto& [file, answer] : cells) {
+            SCOPED_TRACE(row.present + " meets " + file);
+            Session s;
+            Set_Xspace(s, row.present);
+            const Status status = Join(s, file);
+            EXPECT_EQ(status.message, answer.second.empty() ? answer.first : answer.first + "\n" + answer.second);
+            EXPECT_EQ(status.failed, !answer.first.empty());
+            EXPECT_EQ(s.plot.xspace, row.present);
+        }
+        Session s;
+        Set_Xspace(s, row.present);
+        EXPECT_EQ(Join(s, "parsec").message, "Unknown scattering variable: parsec");
+        EXPECT_EQ(Join(s, "q-space").message, "Unknown scattering variable: q-space");
+        EXPECT_EQ(Join(s, "d-spacing").ok(), row.present == "d-space");
+        EXPECT_EQ(s.plot.xspace, row.present == "d-space" ? "d-spacing" : row.present);
+    }
+    for (const char* general : {"Lambda", "Energy", "Temperature", "Frequency", "Time", "Distance", "r.l.u."}) {
+        Session s;
+        EXPECT_TRUE(Join(s, general).ok());
+        EXPECT_TRUE(Join(s, general).ok()) << general;
+    }
+    Session lost;
+    lost.plot.xspace = "parsec";
+    EXPECT_EQ(Join(lost, "2theta").message, "Vantrelo in unknown X-space ");
+}
+
+TEST(Xspace, TheFirstFileSetsTheSpaceAndItsTitles) {
+    struct Case {
+        const char *scat_var, *legend_x, *legend_y;
+        bool accepted;
+        const char *x_title, *y_title;
+    };
+    for (const Case& c : {Case{"2theta", "angle", "counts", true, "2theta (deg)", "Intensity (arb. units)"},
+                          Case{"TOF", "", "", true, "TOF (\u00b5sec)", "Intensity (arb. units)"},
+                          Case{"mono", "", "", true, "sin(theta)/lambda", "Fcalc. - Fobs."},
+                          Case{"d-spacing", "", "", true, "d-spacing (\u00c5)", "Intensity (arb. units)"},
+                          Case{"Distance", "r (nm)", "G", true, "r (nm)", "G"}, Case{"Distance", "r (nm)", "", true, "r (nm)", "G(R)"},
+                          Case{"Energy", "", "G", true, "Energy", "F(Energy)."}, Case{"Time", "", "", true, "Time", "F(time)"},
+                          Case{"d-space", "", "", false, "", ""}, Case{"q-space", "", "", false, "", ""}, Case{"", "", "", false, "", ""}}) {
+        SCOPED_TRACE(c.scat_var);
+        Session s;
+        EXPECT_EQ(Join(s, c.scat_var, c.legend_x, c.legend_y).ok(), c.accepted);
+        EXPECT_EQ(s.plot.xspace, c.accepted ? c.scat_var : "----");
+        EXPECT_EQ(s.plot.xlabel_text, c.x_title);
+        EXPECT_EQ(s.plot.ylabel_text, c.y_title);
+    }
+    Session s;
+    Set_Xspace(s, "Distance", "PRF");
+    EXPECT_EQ(s.plot.ylabel_text, "G(R) x 1000");
+    Set_Xspace(s, "2theta", "PRF", "my angle", "my counts");
+    EXPECT_EQ(s.plot.xlabel_text + "|" + s.plot.ylabel_text, "my angle|Intensity (arb. units)");
+}
+
+TEST(Xspace, TheMenuFollowsTheSpace) {
+    struct Case {
+        const char* space;
+        int checked;          // 0 none
+        bool d_q_s;           // enabled
+        int constants = 0;    // command enabled, 0 none
+    };
+    Session s;
+    for (const Case& c : {Case{"2theta", 40042, true, 40087}, Case{"TOF", 40043, true, 40088}, Case{"d-spacing", 40017, true},
+                          Case{"q-space", 40089, true}, Case{"s-space", 40081, true}, Case{"mono", 0, false}, Case{"r.l.u.", 0, false}}) {
+        SCOPED_TRACE(c.space);
+        const unsigned before = s.interface.revision;
+        Set_Xspace(s, c.space);
+        EXPECT_NE(s.interface.revision, c.checked != 0 ? before : before - 1);
+        for (const int command : {40042, 40043, 40017, 40089, 40081}) EXPECT_EQ(s.interface.Checked(command), command == c.checked) << command;
+        for (const int command : {40017, 40089, 40081}) EXPECT_EQ(s.interface.Enabled(command), c.d_q_s) << command;
+        for (const int command : {40087, 40088}) EXPECT_EQ(s.interface.Enabled(command), command == c.constants) << command;
+    }
+}
+
+}  // namespace
+}  // namespace vntl
