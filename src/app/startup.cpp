@@ -11,6 +11,7 @@
 #include "app/script.hpp"
 #include "base/os.hpp"
 #include "base/text.hpp"
+#include "base/text_file.hpp"
 #include "commands/dialogs.hpp"
 #include "commands/file/export_picture.hpp"
 #include "patterns/read_pattern.hpp"
@@ -79,6 +80,7 @@ void Open_Main_Window(Application& app, const Command_Line& line) {
     WindowOpen(Dimension(line.width, prefs.win_width), Dimension(line.height, prefs.win_height), app.session.config.Window_Title(), "vantrelo");
     WindowStatusBarParts(status_widths);
     WMenu(Menu_Bar());
+    WindowShow();
 }
 
 void Tell_About_Preferences(Application& app) {
@@ -144,11 +146,9 @@ int Run_Window(const Command_Line& line, const std::optional<std::string>& scrip
 std::optional<std::string> Read_Script(const std::string& name) {
     const auto all_of = [](std::istream& stream) { return std::string(std::istreambuf_iterator<char>(stream), {}); };
     if (name == "-") return all_of(std::cin);
-    const auto lines = Read_Text_Lines(name, max_script_size);
-    if (!lines) return {};
-    std::string text;
-    for (const std::string& line : *lines) text += line + '\n';
-    return text;
+    Text_File file;
+    if (file.Open(name, max_script_size).failed) return {};
+    return std::string(file.Text());
 }
 
 }  // namespace

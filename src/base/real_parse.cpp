@@ -12,6 +12,7 @@
 #include <cstring>
 #include <limits>
 #include <string_view>
+#include <type_traits>
 
 namespace vntl {
 namespace {
@@ -38,25 +39,21 @@ const char* Gather_Digits(const char* p, const char* last, std::uint64_t& mantis
         word ^= 0x3030303030303030u;
         const std::uint64_t others = ((word + 0x7676767676767676u) | word) & 0x8080808080808080u;
         const int count = std::countr_zero(others) / 8;
-        if (count == 0)
-            return p;
+        if (count == 0) return p;
         word <<= 64 - 8 * count;
         word = word * 10 + (word >> 8);
         constexpr std::uint64_t every_fourth = 0x000000FF000000FFu;
         word = ((word & every_fourth) * 0x000F424000000064u + ((word >> 16) & every_fourth) * 0x0000271000000001u) >> 32;
         mantissa = mantissa * small_powers[count] + word;
         p += count;
-        if (count < 8)
-            return p;
+        if (count < 8) return p;
     }
-    for (; p < last && Is_Digit(*p); ++p)
-        mantissa = mantissa * 10 + static_cast<std::uint64_t>(*p - '0');
+    for (; p < last && Is_Digit(*p); ++p) mantissa = mantissa * 10 + static_cast<std::uint64_t>(*p - '0');
     return p;
 }
 
 bool Starts_With(const char* first, const char* last, std::string_view word) {
-    if (last - first < static_cast<std::ptrdiff_t>(word.size()))
-        return false;
+    if (last - first < static_cast<std::ptrdiff_t>(word.size())) return false;
     return std::equal(word.begin(), word.end(), first, [](char w, char c) { return w == To_Lower(c); });
 }
 
@@ -69,15 +66,13 @@ bool Decides_Float(double magnitude) {
 
 template <class Real>
 bool Quick_Value(std::uint64_t mantissa, long long exponent10, bool negative, Real& value) {
-    if (mantissa >= mantissa_limit || exponent10 > largest_exact_power || exponent10 < -largest_exact_power)
-        return false;
+    if (mantissa >= mantissa_limit || exponent10 > largest_exact_power || exponent10 < -largest_exact_power) return false;
     double magnitude = static_cast<double>(mantissa);
     if (exponent10 < 0)
         magnitude /= powers_of_ten[-exponent10];
     else
         magnitude *= powers_of_ten[exponent10];
-    if (std::is_same_v<Real, float> && mantissa != 0 && !Decides_Float(magnitude))
-        return false;
+    if (std::is_same_v<Real, float> && mantissa != 0 && !Decides_Float(magnitude)) return false;
     value = static_cast<Real>(negative ? -magnitude : magnitude);
     return true;
 }
@@ -88,8 +83,7 @@ Real From_Digits(const char* first, const char* last, long long exponent10, bool
     long long count = 0, dropped = 0;
     bool more = false;
     for (const char* p = first; p < last; ++p) {
-        if (*p == '.' || (count == 0 && *p == '0'))
-            continue;
+        if (*p == '.' || (count == 0 && *p == '0')) continue;
         if (count < deciding_digits) {
             copy[count++] = *p;
         } else {
@@ -117,12 +111,10 @@ Real From_Digits(const char* first, const char* last, long long exponent10, bool
 template <class Real>
 const char* Parse_Name(const char* first, const char* p, const char* last, bool negative, Real& value) {
     const bool nan = Starts_With(p, last, "nan");
-    if (!nan && !Starts_With(p, last, "inf"))
-        return first;
+    if (!nan && !Starts_With(p, last, "inf")) return first;
     const Real magnitude = nan ? std::numeric_limits<Real>::quiet_NaN() : std::numeric_limits<Real>::infinity();
     value = negative ? -magnitude : magnitude;
-    if (!nan && Starts_With(p, last, "infinity"))
-        return p + 8;
+    if (!nan && Starts_With(p, last, "infinity")) return p + 8;
     return p + 3;
 }
 
@@ -131,19 +123,14 @@ const char* Parse_Exponent(const char* p, const char* last, long long& exponent)
     const char* q = p;
     const char letter = To_Lower(*q);
     const bool lettered = letter == 'e' || letter == 'd' || letter == 'q';
-    if (lettered)
-        ++q;
+    if (lettered) ++q;
     const bool is_signed = q < last && (*q == '+' || *q == '-');
-    if (!lettered && !is_signed)
-        return p;
+    if (!lettered && !is_signed) return p;
     const bool negative = is_signed && *q == '-';
-    if (is_signed)
-        ++q;
-    if (q == last || !Is_Digit(*q))
-        return p;
+    if (is_signed) ++q;
+    if (q == last || !Is_Digit(*q)) return p;
     long long power = 0;
-    for (; q < last && Is_Digit(*q); ++q)
-        power = std::min(power * 10 + (*q - '0'), exponent_limit);
+    for (; q < last && Is_Digit(*q); ++q) power = std::min(power * 10 + (*q - '0'), exponent_limit);
     exponent = negative ? -power : power;
     return q;
 }
@@ -151,11 +138,9 @@ const char* Parse_Exponent(const char* p, const char* last, long long& exponent)
 template <class Real>
 const char* Parse_Real_Number(const char* first, const char* last, Real& value) {
     const char* p = first;
-    if (p == last)
-        return first;
+    if (p == last) return first;
     const bool negative = *p == '-';
-    if (negative || *p == '+')
-        ++p;
+    if (negative || *p == '+') ++p;
     const char* const digits = p;
     std::uint64_t mantissa = 0;  // wraps on long mantissas, which the digit count below tells
     p = Gather_Digits(p, last, mantissa);
@@ -167,10 +152,9 @@ const char* Parse_Real_Number(const char* first, const char* last, Real& value) 
         exponent10 = fraction - p;
         count -= exponent10;
     }
-    if (count == 0)
-        return Parse_Name(first, digits, last, negative, value);
+    if (count == 0) return Parse_Name(first, digits, last, negative, value);
     const char* const digits_end = p;
-    if (p < last && *p > ' ' && *p != ',') {
+    if (p<last&& * p> ' ' && *p != ',') {
         long long written = 0;
         p = Parse_Exponent(p, last, written);
         exponent10 += written;
@@ -183,11 +167,9 @@ const char* Parse_Real_Number(const char* first, const char* last, Real& value) 
 template <class Integer>
 bool Parse_Integer_Number(const char*& cursor, const char* last, Integer& value) {
     const char* p = cursor;
-    if (p < last && *p == '+' && p + 1 < last && p[1] != '-')
-        ++p;
+    if (p < last && *p == '+' && p + 1 < last && p[1] != '-') ++p;
     const auto [end, error] = std::from_chars(p, last, value);
-    if (error != std::errc{})
-        return false;
+    if (error != std::errc{}) return false;
     cursor = end;
     return true;
 }

@@ -18,9 +18,7 @@ const char* Parse_Double(const char* first, const char* last, double& value);
 bool Parse_Int(const char*& cursor, const char* last, int& value);
 bool Parse_Int(const char*& cursor, const char* last, long long& value);
 
-// What remains of a number once it is taken apart: 0.d1d2d3... as a row of digits and a power of ten.
-// Gives the Real nearest to digits * 10^exponent10; the digits stand in [first, last), among them at most one decimal point, which
-// is skipped without being counted.
+// The number nearest to digits * 10^exponent10. The whole digits stand in [first, last), a decimal point among them is passed over.
 float Float_From_Digits(const char* first, const char* last, long long exponent10, bool negative);
 double Double_From_Digits(const char* first, const char* last, long long exponent10, bool negative);
 

@@ -28,6 +28,10 @@ int Format_Of_Extension(std::string_view extension);
 // such a recent file opens as a pattern.
 bool Is_Pattern_Extension(std::string_view extension);
 
+// The format of a file where nobody can be asked: by its extension, else by what its first lines hold; 1, the free format, when nothing
+// speaks for another.
+int Recognised_Format(const std::string& file);
+
 // Reads the pattern of `filename` by the format `mode` (compared whole, without regard to case; any unknown text, or none, is
 // the free format). On failure `pattern` is unchanged and the message is the reader's, of at most 150 characters.
 Status Read_Pattern(const std::string& filename, Diffraction_Pattern_Type& pattern, std::string_view mode = {});

@@ -12,30 +12,14 @@
 
 namespace vntl {
 
-enum class Field_Kind {
-    label,
-    string,
-    real,
-    integer,
-    check_box,
-    radio,
-    menu,
-    trackbar,
-    progress,
-    image,
-    tab,
-    tree,
-    push_button,
-    colour_button,
-    grid
-};
+// A further kind is one more class in qt/dialog_fields.cpp.
+enum class Field_Kind { label, radio, image, push_button };
 
 struct Dialog_Field {
     int number = 0;
     Field_Kind kind = Field_Kind::label;
     std::string label;                // '&' before the mnemonic letter
     int group = 0;                    // radio: number of the group's first field
-    double minimum = 0, maximum = 0;  // integer, trackbar, progress: limits when minimum < maximum
     std::string image;                // image: name of a resource
     bool heading = false;             // label: larger and bold
 };
@@ -60,22 +44,11 @@ void WDialogUnload();
 bool WDialogLoaded(int dialog);
 int WDialogFront();  // number of the dialog in front, -1 when the main window is
 
-void WDialogFieldState(int field, int state);  // 0 disabled, 1 enabled, 2 read only
+void WDialogFieldState(int field, int state);  // 0 disabled, 1 enabled
 void WDialogPutString(int field, std::string_view text);
 std::string WDialogGetString(int field);
-void WDialogPutReal(int field, double value, std::string_view format = {});
-Status WDialogGetReal(int field, double& value);  // fails when the text is no number
-void WDialogPutInteger(int field, int value);
-Status WDialogGetInteger(int field, int& value);
-void WDialogRangeInteger(int field, int minimum, int maximum);
-void WDialogPutCheckBox(int field, int value);
-int WDialogGetCheckBox(int field);
-void WDialogPutRadioButton(int field);                                           // sets this one of its group
-int WDialogGetRadioButton(int group);                                            // number of the field set, 0 none
-void WDialogPutMenu(int field, std::span<const std::string> items, int chosen);  // chosen from 1
-int WDialogGetMenu(int field);
-void WDialogRangeProgressBar(int field, int minimum, int maximum);
-void WDialogPutProgressBar(int field, int value);
+void WDialogPutRadioButton(int field);  // sets this one of its group
+int WDialogGetRadioButton(int group);   // number of the field set, 0 none
 
 // For scripts: what a user sees and does in the dialog in front.
 struct Field_View {
@@ -91,5 +64,6 @@ struct Dialog_View {
 Dialog_View Describe_Dialog(int dialog);
 Status Act_Set_Field(int dialog, int field, const std::string& value);  // fails on a disabled field and on a value that it does not take
 Status Act_Press(int dialog, int field);
+Status Field_By_Label(int dialog, const std::string& label, int& field);  // fails on none and on two of that label
 
 }  // namespace vntl

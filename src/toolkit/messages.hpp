@@ -3,6 +3,7 @@
 
 #include <functional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace vntl {
@@ -23,11 +24,18 @@ enum class Message_Kind {
     files_dropped = 21,  // `files`
 };
 
+// Key codes beyond the printable characters, which stand for themselves.
+enum Key : int { key_escape = 27, key_enter = 13, key_tab = 9, key_backspace = 8, key_delete = 127, key_left = 1001, key_right, key_up, key_down_arrow,
+    key_home, key_end, key_page_up, key_page_down, key_f1 = 1101 };
+
+// Code of a key by its name, "Escape", "Left", "F5", "a"; 0 for an unknown one.
+int Key_Code(std::string_view name);
+
 struct WIN_MESSAGE {
     int win = 0;  // window or dialog number, 0 the main window
     int value1 = 0, value2 = 0, value3 = 0, value4 = 0;
     double x = 0, y = 0;  // page units of the window
-    std::vector<std::string> files;
+    std::vector<std::string> files = {};
 };
 
 struct Message {

@@ -26,6 +26,7 @@ struct Menu_Entry {
 };
 
 void WindowOpen(int width, int height, const std::string& title, const std::string& icon);
+void WindowShow();  // when its menu and status bar are there
 void WindowTitle(const std::string& title);
 void WindowStatusBarParts(std::span<const int> widths);      // hundredths of a millimetre, -1 the rest
 void WindowOutStatusBar(int part, const std::string& text);  // part from 1
@@ -46,6 +47,9 @@ void WBitmapPut(Bitmap bitmap);
 
 // The shapes that lie over the bitmap: marks, picks, read-out box, rubber shapes; replaces the last ones.
 void WOverlayPut(const Recording_Device& overlay);
+
+bool Box_Offers(Box_Buttons buttons, Box_Answer answer);
+Box_Answer Box_Default(const Message_Box& box);  // of the button that has the focus
 
 // A message box; the answer is its button (the cancelling one when the box is closed).
 Box_Answer WMessageBox(const Message_Box& box);

@@ -14,10 +14,12 @@ program print_table
         'E8.2', 'E7.2', 'E6.2', 'E5.2', 'E8.1', 'E12.4', 'E16.8', 'E14.6E3', 'E12.4E2', 'E12.4E1', 'E10.3E4', 'E0.3', 'E7.0', &
         '1P,E12.4', '1P,E7.0', '1PE8.3', '1PE16.8', '1P,E12.4E3', '2P,E12.4', '5P,E12.4', '6P,E12.4', '-1P,E12.4', '-3P,E12.4', &
         '-4P,E12.4', 'D12.4', '1P,D14.6', 'D10.3', 'D9.3', 'G12.4', 'G8.4', 'G7.4', 'G6.1', 'G12.1', 'G12.4E3', '1P,G12.4', &
-        '2P,G12.4', '1P,G12.1', '-1P,G14.5', 'G16.7', 'G12.0', '1P,G12.0', 'F120.2', 'E30.20']
+        '2P,G12.4', '1P,G12.1', '-1P,G14.5', 'G16.7', 'G12.0', '1P,G12.0', 'F120.2', 'E30.20', &
+        'G10.3', 'G14.7', 'G20.12', 'E12.4E0', 'G13.6E2', 'G12.2', 'F10.4', '1P,E11.3']
     real, parameter :: singles(*) = [0.0, 0.1, 0.3, 0.5, 0.7, 0.95, 0.96, 0.05, 0.005, 0.125, 0.375, 0.625, 1.5, 2.5, 1.0, 9.6, 9.995, &
         9.99999, 12.3456, 96.0, 99.99949, 99.5, 0.099999, 0.09999951, 1234.49, 1234.5, 9999.4, 9999.96, 99999.5, 123456.7, 16777216.0, &
-        1e10, 3.4e38, 1e-10, 1e-38, 1.4e-45, 0.001234, 1.54056, 0.0004999, 4.5, 3.5, 0.25, 0.75]
+        1e10, 3.4e38, 1e-10, 1e-38, 1.4e-45, 0.001234, 1.54056, 0.0004999, 4.5, 3.5, 0.25, 0.75, &
+        0.0995, 0.9995, 9.995, 99.95, 999.5, 9.5, 0.995, 0.00995]
     double precision, parameter :: doubles(*) = [1d-200, 1d200, 1.7976931348623157d308, 4.94d-324, 0.1d0, 1d0/3d0, 2.5d-100, &
         9.9999999999d99, 1d99, 1d100, 123456789.987654321d0, 0.15d0, 0.25d0, 1.005d0, 9007199254740993d0, 2d0**60, 0.5d-3, 49d0, 50d0]
     character(8), parameter :: int_formats(*) = [character(8) :: 'I1', 'I2', 'I3', 'I5', 'I10', 'I11', 'I12', 'I0', 'I5.3', 'I3.3', &
@@ -40,15 +42,15 @@ program print_table
     open (out, file='output.txt')
     do i = 1, size(real_formats)
         do j = 1, size(singles)
-            call put_float(real_formats(i), [singles(j)])
-            if (mod(i + j, 3) == 0) call put_float(real_formats(i), [-singles(j)])
+            if (mod(i + j, 2) == 0) call put_float(real_formats(i), [singles(j)])
+            if (mod(i + j, 5) == 0) call put_float(real_formats(i), [-singles(j)])
         end do
         call put_float(real_formats(i), [-0.0])
         call put_float(real_formats(i), [transfer(int(z'7f800000'), 1.0)])
         call put_float(real_formats(i), [transfer(int(z'ff800000'), 1.0)])
         call put_float(real_formats(i), [transfer(int(z'7fc00000'), 1.0)])
-        do j = 1, size(doubles)
-            call put_double(real_formats(i), (1 - 2*mod(i + j, 2))*doubles(j))
+        do j = 1 + mod(i, 2), size(doubles), 2
+            call put_double(real_formats(i), (1 - 2*mod(i/2 + j/2, 2))*doubles(j))
         end do
     end do
     do i = 1, size(record_formats)

@@ -1,0 +1,170 @@
+#include "patterns/free_format.hpp"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <limits>
+#include <vector>
+
+#include "base/scan.hpp"
+#include "base/text.hpp"
+#include "base/text_file.hpp"
+#include "patterns/header_words.hpp"
+
+namespace vntl {
+
+namespace {
+
+constexpr std::size_t line_width = 180;
+constexpr int most_text_lines = 7;
+constexpr int least_points = 11;
+constexpr std::size_t most_words = 10, word_width = 20;
+constexpr float least_step = 1e-6f;
+constexpr float largest_angle = 180.0f;
+
+constexpr std::string_view end_of_file = " End of file *.dat";
+constexpr std::string_view zero_step = " Error in Intensity file, Step value was zero!";
+constexpr std::string_view too_many_lines = " Error on Intensity file, Number of Comment lines was exceeded ( > 7) !";
+constexpr std::string_view bad_range = " Error in Intensity file, Problems reading 2Theta_ini, Step, 2Theta_end";
+constexpr std::string_view bad_count = " Error in Intensity file, Number of intensities values is wrong!!";
+
+Status Failure(std::string_view text) { return Status::Fail(std::string(text)); }
+
+struct Header {
+    double xmin = 0, step = 0, xmax = 0;
+    double npts = 0;  // as claimed, however large
+    bool title_given = false;
+    int text_lines = 0;
+    int mdi_lines = 0;
+    bool over = false;
+};
+
+std::string_view Columns(std::string_view line, std::size_t first, std::size_t last) {
+    return first > line.size() ? std::string_view{} : line.substr(first - 1, last - first + 1);
+}
+
+void Take_Range(Header& head, float xmin, float step, float xmax) {
+    head.xmin = xmin, head.step = step, head.xmax = xmax;
+    head.npts = std::nearbyint((head.xmax - head.xmin) / head.step + 1);
+    head.over = true;
+}
+
+void Take_Comment(std::string_view line, Header& head, Diffraction_Pattern_Type& pattern) {
+    if (Contains(line, "TSAMP")) pattern.TSample = Number_Behind(line, "TSAMP");
+    head.title_given |= Take_Header_Words(line, pattern, "TITLE");
+    head.title_given |= Take_Header_Words(line, pattern, "Title:");
+}
+
+Status Take_Bank(std::string_view line, Header& head) {
+    Free_Form counts(Columns(line, 5, 41));
+    std::string_view number;
+    int npts = 0;
+    std::array<float, 2> range{};
+    if (!counts.Word(number) || !counts.Integer(npts) || !Read_Free_Reals(Columns(line, 47, 90), range)) return Failure(bad_range);
+    head.npts = npts;
+    head.xmin = range[0], head.step = range[1];
+    head.xmax = (head.npts - 1) * head.step + head.xmin;
+    head.over = true;
+    return Status::Done();
+}
+
+// The first three words as start, step and end; `numbers` tells whether they are numbers at all.
+Status Take_Range_Line(std::string_view line, Header& head, Diffraction_Pattern_Type& pattern, bool& numbers) {
+    std::vector<std::string_view> words;
+    const Status cut = Get_Words(line, words, most_words, word_width);
+    (void)cut;  // the words in front of what could not be cut are what counts
+    numbers = false;
+    if (words.size() < 3) return Status::Done();
+    std::vector<float> reals;
+    std::vector<int> ints;
+    const std::string three = std::string(words[0]) + ' ' + std::string(words[1]) + ' ' + std::string(words[2]);
+    numbers = Get_Numbers(three, reals, ints) == 3;
+    if (!numbers) return Status::Done();
+    if (!(reals[1] > least_step)) return Failure(zero_step);
+    Take_Range(head, reals[0], reals[1], reals[2]);
+    const std::string_view behind = Trim(Behind_Words(line, 3));
+    if (!behind.empty() && !head.title_given) pattern.title = Kept_Text(behind, title_width);
+    return Status::Done();
+}
+
+Status Take_Text_Line(std::string_view line, Header& head, Diffraction_Pattern_Type& pattern) {
+    bool numbers = false;
+    const Status range = Take_Range_Line(line, head, pattern, numbers);
+    if (range.failed || numbers) return range;
+    if (Contains(line, "TSAMP")) pattern.TSample = Number_Behind(line, "TSAMP");
+    if (!head.title_given) {
+        pattern.title = Kept_Text(line, title_width);
+        head.title_given = true;
+    }
+    return ++head.text_lines > most_text_lines ? Failure(too_many_lines) : Status::Done();
+}
+
+Status Take_Mdi_Line(std::string_view line, Header& head, Diffraction_Pattern_Type& pattern) {
+    if (++head.mdi_lines == 1) {
+        pattern.title = Kept_Text(line, title_width);
+        return Status::Done();
+    }
+    Free_Form words(line);
+    std::string_view word;
+    std::array<float, 6> reals{};
+    for (std::size_t i = 0; i < reals.size(); ++i) {
+        if (!words.Word(word)) return Failure(bad_range);
+        const bool wanted = i == 0 || i == 1 || i == 5;
+        if (wanted && !Read_Free_Reals(word, std::span(reals).subspan(i, 1))) return Failure(bad_range);
+    }
+    if (!(reals[1] > least_step)) return Failure(zero_step);
+    Take_Range(head, reals[0], reals[1], reals[5]);
+    return Status::Done();
+}
+
+Status Read_Header(Line_Cursor& lines, bool mdi, Header& head, Diffraction_Pattern_Type& pattern) {
+    std::string_view whole;
+    while (!head.over) {
+        if (!lines.Next(whole)) return Failure(end_of_file);
+        const std::string_view line = Trim_Right(Trim_Left(whole).substr(0, line_width));
+        Status status = Status::Done();
+        if (line.starts_with('!') || line.starts_with('#'))
+            Take_Comment(line, head, pattern);
+        else if (line.starts_with("BANK"))
+            status = Take_Bank(line, head);
+        else if (mdi)
+            status = Take_Mdi_Line(line, head, pattern);
+        else
+            status = Take_Text_Line(line, head, pattern);
+        if (status.failed) return status;
+    }
+    const bool sound = head.npts >= least_points && head.xmax >= head.xmin && head.xmax >= head.step;
+    return sound ? Status::Done() : Failure(bad_range);
+}
+
+// Most points that a text of this length is trusted with: plain numbers take two bytes each, repeat counts ("500*0") fewer.
+double Most_Points(std::size_t bytes) { return std::max(65536.0, 8.0 * static_cast<double>(bytes)); }
+
+}  // namespace
+
+Status Read_Free_Format(std::string_view text, bool mdi, Diffraction_Pattern_Type& pattern) {
+    pattern = {};
+    pattern.scat_var = "2theta";
+    Line_Cursor lines(text);
+    Header head;
+    if (Status status = Read_Header(lines, mdi, head, pattern); status.failed) return status;
+
+    if (head.npts > Most_Points(lines.Rest().size())) return Failure(bad_count);
+    const auto n = static_cast<std::size_t>(head.npts);
+    std::vector<float> counts(n);
+    if (!Free_Form(lines.Rest()).Reals(counts)) return Failure(bad_count);
+
+    if (Status status = Allocate_Diffraction_Pattern(pattern, static_cast<std::int32_t>(n)); status.failed) return status;
+    pattern.xmin = static_cast<float>(head.xmin);
+    pattern.xmax = static_cast<float>(head.xmax);
+    pattern.step = static_cast<float>(head.step);
+    for (std::size_t i = 0; i < n; ++i) pattern.x[i] = pattern.xmin + static_cast<float>(i) * pattern.step;
+    pattern.sigma = counts;
+    pattern.y = std::move(counts);
+    pattern.constant_step = true;
+    Set_Y_Limits(pattern);
+    if (pattern.scat_var == "2theta" && pattern.xmax > largest_angle) pattern.scat_var = "TOF";
+    return Status::Done();
+}
+
+}  // namespace vntl

@@ -1,0 +1,34 @@
+#include "patterns/pattern.hpp"
+
+#include <algorithm>
+#include <cmath>
+
+namespace vntl {
+
+Status Allocate_Diffraction_Pattern(Diffraction_Pattern_Type& p, std::int32_t n) {
+    if (n < 1) return Status::Fail(" Attempt to allocate Diffraction_Pattern with 0-dimension ");
+    const auto size = static_cast<std::size_t>(n);
+    p.npts = n;
+    for (auto* reals : {&p.x, &p.y, &p.sigma, &p.ycalc, &p.bgr}) reals->assign(size, 0.0f);
+    for (auto* integers : {&p.istat, &p.nd}) integers->assign(size, 0);
+    p.has_y = p.has_ycalc = p.has_bgr = p.has_sigma = true;
+    p.al_x = p.al_y = p.al_ycalc = p.al_bgr = p.al_sigma = p.al_istat = true;
+    return Status::Done();
+}
+
+Status Allocate_Diffraction_Pattern(Diffraction_Pattern_Type& pattern) { return Allocate_Diffraction_Pattern(pattern, pattern.npts); }
+
+void Set_Y_Limits(Diffraction_Pattern_Type& p) {
+    bool any = false;
+    p.ymin = p.ymax = 0;
+    const std::size_t n = std::min(p.y.size(), static_cast<std::size_t>(std::max(p.npts, 0)));
+    for (std::size_t i = 0; i < n; ++i) {
+        const float y = p.y[i];
+        if (!std::isfinite(y)) continue;
+        p.ymin = any ? std::min(p.ymin, y) : y;
+        p.ymax = any ? std::max(p.ymax, y) : y;
+        any = true;
+    }
+}
+
+}  // namespace vntl

@@ -1,0 +1,234 @@
+#include "patterns/xysigma.hpp"
+
+#include <array>
+#include <cmath>
+#include <cstring>
+#include <vector>
+
+#include "base/real_parse.hpp"
+#include "base/scan.hpp"
+#include "base/spline.hpp"
+#include "base/text.hpp"
+#include "base/text_file.hpp"
+#include "patterns/header_words.hpp"
+
+namespace vntl {
+
+namespace {
+
+constexpr float negligible = 1e-6f;     // below it a variance, or a value of a terminator line, counts as zero
+constexpr int first_terminator = 11;    // a line of zeros ends the data from this line on
+constexpr std::string_view gr_mark = "#L r";
+
+constexpr std::string_view no_points = " Error in Intensity/Profile file, Number of points negative or zero!";
+constexpr std::string_view bad_header = " Error reading a profile DATA file of XYSigma format";
+constexpr std::string_view bad_line = " Error reading X,Y, Sigma Ycalc in profile DATA file";
+constexpr std::string_view bad_field = " Error in Intensity file, check your instr parameter!";
+
+Status Failure(std::string_view text) { return Status::Fail(std::string(text)); }
+
+struct Header {
+    float fac_x = 1, fac_y = 1, step_in = 0;
+    int interpol = 0;
+};
+
+bool Is_Comment(std::string_view line) { return line.starts_with('!') || line.starts_with('#'); }
+
+// Lines of the file, in a ".gr" file those behind its last mark.
+std::size_t Lines_To_Allocate(std::string_view text, bool gr) {
+    if (!gr) return Count_Lines(text);
+    std::size_t count = 0;
+    Line_Cursor lines(text);
+    std::string_view line;
+    while (lines.Next(line)) count = line.starts_with(gr_mark) ? 0 : count + 1;
+    return count;
+}
+
+// A header of any comments, up to the first line that begins with two numbers; that line may be the first one.
+Status Read_Plain_Header(Line_Cursor& lines, Diffraction_Pattern_Type& pattern) {
+    std::array<float, 2> numbers{};
+    std::string_view whole;
+    for (bool first = true;; first = false) {
+        const Line_Cursor before = lines;
+        if (!lines.Next(whole)) return Failure(bad_header);
+        const std::string_view line = Trim_Left(whole);
+        if (first) pattern.title = Kept_Text(Trim(line), title_width);
+        Take_Header_Words(line, pattern, "TITLE");
+        if (Is_Comment(line) || !Read_Free_Reals(line, numbers)) continue;
+        lines = before;
+        return Status::Done();
+    }
+}
+
+Status Take_Interpolation(std::string_view line, Header& head) {
+    Field_Reader reader{Line_Cursor(line)};
+    Fields fields;
+    if (reader.Find_Fields("5ffif", fields) != 0) return Failure(" Error reading");
+    head.fac_x = fields.real[0] > 0 ? fields.real[0] : 1;
+    head.fac_y = fields.real[1] > 0 ? fields.real[1] : 1;
+    head.interpol = fields.integer[2];
+    head.step_in = fields.real[3];
+    return Status::Done();
+}
+
+// The header behind XYDATA: five lines, not counting those that begin with "#".
+Status Read_Fixed_Header(Line_Cursor& lines, Header& head, Diffraction_Pattern_Type& pattern) {
+    std::string_view line;
+    for (int left = 5; left > 0;) {
+        if (!lines.Next(line)) return Failure(bad_header);
+        if (!line.starts_with('#')) --left;
+        Take_Header_Words(line, pattern, "TITLE");
+        if (line.starts_with("TEMP")) pattern.TSample = Number_Behind(line, "TEMP");
+        if (!line.starts_with("INTER")) continue;
+        if (Status status = Take_Interpolation(line, head); status.failed) return status;
+    }
+    pattern.constant_step = head.interpol == 1 || head.interpol == 2;
+    return Status::Done();
+}
+
+Status Read_Gr_Header(Line_Cursor& lines, Diffraction_Pattern_Type& pattern) {
+    std::string_view line, rest;
+    do {
+        if (!lines.Next(line)) return Failure(bad_header);
+        if (Behind_Word(line, "title=", rest)) pattern.title = Kept_Text(rest, title_width);
+    } while (!line.starts_with(gr_mark));
+    pattern.legend_x = "Distance R(Angstroms)";
+    pattern.legend_y = "G(R)x1000";
+    pattern.scat_var = "Distance";
+    return Status::Done();
+}
+
+Status Read_Header(Line_Cursor& lines, bool gr, Header& head, Diffraction_Pattern_Type& pattern) {
+    if (gr) return Read_Gr_Header(lines, pattern);
+    const Line_Cursor start = lines;
+    std::string_view first;
+    if (lines.Next(first) && first.starts_with("XYDATA")) {
+        pattern.title = Kept_Text(Trim(first), title_width);
+        return Read_Fixed_Header(lines, head, pattern);
+    }
+    lines = start;
+    return Read_Plain_Header(lines, pattern);
+}
+
+enum class Line_Kind { skipped, record, misfit };
+
+bool Is_Blank(char c) { return c == ' ' || c == '\t' || c == ','; }
+
+// The first `wanted` numbers of a line; what it does not reach is 0.
+Line_Kind Take_Numbers(std::string_view line, int wanted, std::array<float, 4>& numbers) {
+    const char* at = line.data();
+    const char* const end = at + line.size();
+    while (at != end && (*at == ' ' || *at == '\t')) ++at;
+    if (at == end || *at == '!' || *at == '#') return Line_Kind::skipped;
+    numbers = {};
+    for (int i = 0; i < wanted && at != end; ++i) {
+        const char* const behind = Parse_Float(at, end, numbers[static_cast<std::size_t>(i)]);
+        if (behind == at || (behind != end && !Is_Blank(*behind))) return Line_Kind::misfit;
+        at = behind;
+        while (at != end && Is_Blank(*at)) ++at;
+    }
+    return Line_Kind::record;
+}
+
+struct Sums {
+    int count = 0;  // records, the one that ended the data included
+    double variances = 0;
+    float steps = 0;
+};
+
+Status Read_Records(Line_Cursor& lines, bool gr, const Header& head, Diffraction_Pattern_Type& p, Sums& sums) {
+    const int wanted = Trim(p.legend_x) == "r.l.u." ? 3 : 4;
+    const auto room = static_cast<int>(p.x.size());
+    std::array<float, 4> numbers{};
+    std::string_view line;
+    while (sums.count < room && lines.Next(line)) {
+        const Line_Kind kind = Take_Numbers(line, wanted, numbers);
+        if (kind == Line_Kind::skipped) continue;
+        if (kind == Line_Kind::misfit) return Failure(bad_line);
+        const auto [x, y, third, fourth] = numbers;
+        const float sigma = gr ? fourth : third;
+        const float ycalc = gr ? 0.0f : fourth;
+        if (!std::isfinite(x)) return Failure(bad_field);
+        ++sums.count;
+        if (sums.count >= first_terminator && std::fabs(x) < negligible && y <= negligible && sigma <= negligible) break;
+        const auto i = static_cast<std::size_t>(sums.count - 1);
+        p.x[i] = x * head.fac_x;
+        p.y[i] = y * head.fac_y;
+        p.ycalc[i] = ycalc * head.fac_y;
+        const float s = sigma * head.fac_y;
+        const float v = s * s;
+        sums.variances += v;
+        p.sigma[i] = v < negligible ? 1.0f : v;
+        if (i > 0) sums.steps += p.x[i] - p.x[i - 1];
+    }
+    return Status::Done();
+}
+
+void Keep_Points(Diffraction_Pattern_Type& p, int n) {
+    p.npts = n;
+    const auto size = static_cast<std::size_t>(n);
+    for (auto* reals : {&p.x, &p.y, &p.sigma, &p.ycalc, &p.bgr}) reals->resize(size);
+    for (auto* integers : {&p.istat, &p.nd}) integers->resize(size);
+}
+
+std::vector<float> Interpolated(const std::vector<double>& x, const std::vector<float>& values, const std::vector<float>& at) {
+    const std::vector<double> y(values.begin(), values.end());
+    const std::vector<double> m = Spline(x, y);
+    std::vector<float> result;
+    result.reserve(at.size());
+    for (const float point : at) result.push_back(static_cast<float>(Splint(x, y, m, point)));
+    return result;
+}
+
+// Puts the pattern on a grid of constant step by natural cubic splines through its points. `room`: most points of the grid.
+void Put_On_Grid(Diffraction_Pattern_Type& p, const Header& head, int count, int room) {
+    const float range = p.xmax - p.xmin;
+    const double points = head.step_in > 0 ? static_cast<double>(range) / head.step_in + 1.05 : room + 1.0;
+    const bool fits = points < room + 1.0 && points >= 1;
+    p.step = fits ? head.step_in : range / static_cast<float>(count - 2);
+    const int n = fits ? static_cast<int>(points) : p.npts;
+    std::vector<float> grid(static_cast<std::size_t>(n));
+    for (std::size_t j = 0; j < grid.size(); ++j) grid[j] = p.x[0] + static_cast<float>(j) * p.step;
+    const std::vector<double> x(p.x.begin(), p.x.end());
+    p.y = Interpolated(x, p.y, grid);
+    p.sigma = Interpolated(x, p.sigma, grid);
+    for (float& s : p.sigma) s = std::fabs(s);
+    p.x = std::move(grid);
+    Keep_Points(p, n);
+    p.xmax = static_cast<float>(n - 1) * p.step + p.xmin;
+}
+
+bool Rises(const std::vector<float>& x) {
+    for (std::size_t i = 1; i < x.size(); ++i)
+        if (!(x[i] > x[i - 1])) return false;
+    return true;
+}
+
+}  // namespace
+
+Status Read_Xysigma(std::string_view text, bool gr, Diffraction_Pattern_Type& p) {
+    p = {};
+    const std::size_t room = Lines_To_Allocate(text, gr);
+    if (room == 0 || room > 0x7fffffff) return Failure(no_points);
+    Line_Cursor lines(text);
+    Header head;
+    if (Status status = Read_Header(lines, gr, head, p); status.failed) return status;
+    if (Status status = Allocate_Diffraction_Pattern(p, static_cast<std::int32_t>(room)); status.failed) return status;
+
+    Sums sums;
+    if (Status status = Read_Records(lines, gr, head, p, sums); status.failed) return status;
+    if (sums.count < 3) return Failure(no_points);  // one point or none: no step, no range
+    Keep_Points(p, sums.count - 1);
+    p.xmin = p.x.front();
+    p.xmax = p.x.back();
+    if (sums.variances < negligible)
+        for (std::size_t i = 0; i < p.y.size(); ++i) p.sigma[i] = std::fabs(p.y[i]);
+    if (head.interpol == 0 || head.interpol == 2)
+        p.step = sums.steps / static_cast<float>(sums.count - 2);
+    else if (Rises(p.x))
+        Put_On_Grid(p, head, sums.count, static_cast<int>(room));
+    Set_Y_Limits(p);
+    return Status::Done();
+}
+
+}  // namespace vntl

@@ -1,0 +1,22 @@
+// XYSIGMA: a point a line, x y sigma and perhaps a calculated y, under a header of either kind.
+//
+//   XYDATA                                        Lactose at 300 K, any first line is the title
+//   INTER  1.0 1.0 0 0.0   factors, grid, step    # Legend_X  2theta(degrees)
+//   TEMP   300.0                                   3.000  297  13.2
+//   ! three more lines                             3.005  296  13.2
+//     10.00  104  10.2
+//
+// A ".gr" file is a pair-distribution function: a header up to a line "#L r ...", then r, G(r), dr, dG(r).
+#pragma once
+
+#include <string_view>
+
+#include "patterns/pattern.hpp"
+
+namespace vntl {
+
+// Reads the text of a file into a fresh pattern. `gr`: the file's extension is ".gr". The record counted last, a terminator of
+// zeros or the last line of the file, is not part of the pattern.
+Status Read_Xysigma(std::string_view text, bool gr, Diffraction_Pattern_Type& pattern);
+
+}  // namespace vntl

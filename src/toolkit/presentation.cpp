@@ -1,0 +1,267 @@
+// Presentation graphics: the plot box, data sets in it, axes with ticks and numbers, titles and keys.
+//
+// Margins follow from the plot box: texts stand at fixed shares of the room between the box and the edge of the area, so that
+// title, labels and numbers keep apart at every size of the page.
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+#include "base/text.hpp"
+#include "toolkit/axis.hpp"
+#include "toolkit/font_table.hpp"
+#include "toolkit/graphics.hpp"
+
+namespace vntl {
+
+namespace {
+
+constexpr double page_units_x = 1200, page_units_y = 800;
+constexpr double tick_size = 0.8;          // setting of the tick length
+constexpr double ticks_a_zone = 80;        // a tick of size 1 is the zone's width through this
+constexpr double number_gap = 5;           // page units between a tick and its number
+constexpr double title_share = 0.38;       // base line of the title, share of the upper margin above the box
+constexpr double xlabel_share = 0.60;      // of the x label, share of the lower margin under the box
+constexpr double ylabel_share = 0.74;      // of the y label, share of the left margin left of the box
+constexpr double numbers_share = 0.66;     // room of the y numbers, share of the left margin
+constexpr double widest_title = 0.96;      // share of the area's width, or height
+constexpr double key_symbol = 28, key_gap = 8;  // page units
+
+// Every 1st, 2nd, 5th, 10th ... tick gets its number, so that they stay apart.
+constexpr std::array<int, 10> number_steps = {1, 2, 5, 10, 20, 50, 100, 200, 500, 1000};
+
+int Numbered_Every(double spacing, double needed) {
+    for (const int step : number_steps)
+        if (step * spacing >= needed) return step;
+    return number_steps.back();
+}
+
+// Whether a tick carries a number when only each `every`-th does: multiples of that many steps do.
+bool Has_Number(float value, float step, int every) {
+    return every == 1 || std::lround(static_cast<double>(value) / step) % every == 0;
+}
+
+// The style made small enough for the text to be no longer than `room`.
+Text_Style Fitted(const Device& device, std::string_view text, Text_Style style, double room) {
+    const double width = device.Text_Width(text, style);
+    if (width <= room || width <= 0) return style;
+    style.width *= room / width;
+    style.height *= room / width;
+    return style;
+}
+
+double Along(double from, double to, char position, char first, char last) {
+    return position == first ? from : position == last ? to : 0.5 * (from + to);
+}
+
+}  // namespace
+
+void Graphics::IPgArea(float x1, float y1, float x2, float y2) { bx1_ = x1, by1_ = y1, bx2_ = x2, by2_ = y2; }
+void Graphics::IPgUnits(float x1, float y1, float x2, float y2) { px1_ = x1, py1_ = y1, px2_ = x2, py2_ = y2; }
+
+Rect Graphics::Box() const {
+    const double w = area_.x2 - area_.x1, h = area_.y2 - area_.y1;
+    return {area_.x1 + bx1_ * w, area_.y1 + by1_ * h, area_.x1 + bx2_ * w, area_.y1 + by2_ * h};
+}
+
+Point Graphics::Plot_To_Device(double x, double y) const {
+    const Rect box = Box();
+    return {box.x1 + (x - px1_) / (px2_ - px1_) * (box.x2 - box.x1), box.y1 + (y - py1_) / (py2_ - py1_) * (box.y2 - box.y1)};
+}
+
+void Graphics::IPgUnitsToGrUnits(float x, float y, float& gx, float& gy) const {
+    const Point at = Plot_To_Device(x, y);
+    gx = static_cast<float>(ux1_ + (at.x - area_.x1) / (area_.x2 - area_.x1) * (ux2_ - ux1_));
+    gy = static_cast<float>(uy1_ + (at.y - area_.y1) / (area_.y2 - area_.y1) * (uy2_ - uy1_));
+}
+
+void Graphics::IPgUnitsFromGrUnits(float gx, float gy, float& x, float& y) const {
+    const Rect box = Box();
+    const Point at = To_Device(gx, gy);
+    x = static_cast<float>(px1_ + (at.x - box.x1) / (box.x2 - box.x1) * (px2_ - px1_));
+    y = static_cast<float>(py1_ + (at.y - box.y1) / (box.y2 - box.y1) * (py2_ - py1_));
+}
+
+// --- data sets ---------------------------------------------------------------------------------------------------------------
+
+void Graphics::IPgNewPlot(int type, int sets, int) {
+    plot_type_ = type;
+    next_set_ = 1;
+    styles_.assign(static_cast<std::size_t>(std::max(sets, 1)), {});
+}
+
+void Graphics::IPgStyle(int set, const Set_Style& style) {
+    if (set < 1) return;
+    if (styles_.size() < static_cast<std::size_t>(set)) styles_.resize(static_cast<std::size_t>(set));
+    styles_[static_cast<std::size_t>(set - 1)] = style;
+}
+
+void Graphics::IPgXYPairs(std::span<const float> x, std::span<const float> y) {
+    const std::size_t n = std::min(x.size(), y.size());
+    if (n == 0 || styles_.empty() || !std::isfinite(px2_ - px1_) || px1_ == px2_ || !std::isfinite(py2_ - py1_) || py1_ == py2_) return;
+    const Set_Style& style = styles_[std::min(static_cast<std::size_t>(next_set_ - 1), styles_.size() - 1)];
+    ++next_set_;
+    const Rect box = Box();
+    Series series{x.first(n), y.first(n)};
+    series.x_scale = (box.x2 - box.x1) / (px2_ - px1_);
+    series.y_scale = (box.y2 - box.y1) / (py2_ - py1_);
+    series.x0 = box.x1 - series.x_scale * px1_;
+    series.y0 = box.y1 - series.y_scale * py1_;
+    device_.Set_Clip(box);
+    if (plot_type_ == 7) {
+        const Text_Style size = Current_Text();
+        if (style.marker != 0) device_.Markers(series, {style.marker, size.width, size.height, style.marker_colour, style.fill == fill_solid});
+    } else if (style.line_style >= 0) {
+        device_.Curve(series, {style.line_colour, line_width_, static_cast<Line_Style>(style.line_style)});
+    }
+    Clip_To_Area();
+}
+
+void Graphics::IPgErrorBars(std::span<const float> x, std::span<const float> y, std::span<const float> half_length) {
+    constexpr double cap = 3;  // page units on each side
+    const double half_cap = cap * device_.Width() / page_units_x;
+    const Pen pen{styles_.empty() ? colour_ : styles_.front().line_colour, line_width_, Line_Style::solid};
+    device_.Set_Clip(Box());
+    for (std::size_t i = 0; i < std::min({x.size(), y.size(), half_length.size()}); ++i) {
+        const Point low = Plot_To_Device(x[i], y[i] - half_length[i]), high = Plot_To_Device(x[i], y[i] + half_length[i]);
+        if (!std::isfinite(low.x) || !std::isfinite(low.y) || !std::isfinite(high.y)) continue;
+        device_.Polyline(std::array<Point, 2>{{low, high}}, pen);
+        for (const Point end : {low, high}) device_.Polyline(std::array<Point, 2>{{{end.x - half_cap, end.y}, {end.x + half_cap, end.y}}}, pen);
+    }
+    Clip_To_Area();
+}
+
+// --- axes --------------------------------------------------------------------------------------------------------------------
+
+void Graphics::IPgXScale(std::string_view flags, float y_at) {
+    const Rect box = Box();
+    const double unit_x = device_.Width() / page_units_x, unit_y = device_.Height() / page_units_y;
+    const double tick = tick_size * ((box.x2 - box.x1) / unit_x) / ticks_a_zone * unit_y;
+    const double y = Plot_To_Device(px1_, y_at).y;
+    const Pen pen{colour_, 1, Line_Style::solid};
+    const auto axis = Ticks_Of_Axis(static_cast<float>(px1_), static_cast<float>(px2_));
+    device_.Polyline(std::array<Point, 2>{{{box.x1, y}, {box.x2, y}}}, pen);
+
+    Text_Style style = Current_Text();
+    style.justify = Justify::centre;
+    double widest = 0;
+    for (const float value : axis.values) widest = std::max(widest, device_.Text_Width(Tick_Text(value, axis.exponent), style));
+    const double em = Em_Of_Cell(style.width, style.height);
+    const double spacing = std::fabs(axis.step / (px2_ - px1_)) * (box.x2 - box.x1);
+    const int every = Numbered_Every(spacing, widest + 0.8 * em);
+    for (const float value : axis.values) {
+        const double x = Plot_To_Device(value, py1_).x;
+        if (Contains(flags, "T")) device_.Polyline(std::array<Point, 2>{{{x, y}, {x, y - tick}}}, pen);
+        if (Contains(flags, "N") && Has_Number(value, axis.step, every))
+            device_.Text({x, y - tick - number_gap * unit_y - cap_height * em}, Tick_Text(value, axis.exponent), style);
+    }
+}
+
+void Graphics::IPgYScale(std::string_view flags, float x_at) {
+    const Rect box = Box();
+    const double unit_x = device_.Width() / page_units_x;
+    const double tick = tick_size * ((box.x2 - box.x1) / unit_x) / ticks_a_zone * unit_x;
+    const double x = Plot_To_Device(x_at, py1_).x;
+    const Pen pen{colour_, 1, Line_Style::solid};
+    const auto axis = Ticks_Of_Axis(static_cast<float>(py1_), static_cast<float>(py2_));
+    device_.Polyline(std::array<Point, 2>{{{x, box.y1}, {x, box.y2}}}, pen);
+
+    Text_Style style = Current_Text();
+    style.justify = Justify::right;
+    std::string longest;
+    for (const float value : axis.values)
+        if (const std::string text = Tick_Text(value, axis.exponent); device_.Text_Width(text, style) > device_.Text_Width(longest, style)) longest = text;
+    style = Fitted(device_, longest, style, numbers_share * (box.x1 - area_.x1) - tick - number_gap * unit_x);
+    const double em = Em_Of_Cell(style.width, style.height);
+    const double spacing = std::fabs(axis.step / (py2_ - py1_)) * (box.y2 - box.y1);
+    const int every = Numbered_Every(spacing, 1.25 * em);
+    for (const float value : axis.values) {
+        const double y = Plot_To_Device(px1_, value).y;
+        if (Contains(flags, "T")) device_.Polyline(std::array<Point, 2>{{{x, y}, {x - tick, y}}}, pen);
+        if (Contains(flags, "N") && Has_Number(value, axis.step, every))
+            device_.Text({x - tick - number_gap * unit_x, y - 0.5 * cap_height * em}, Tick_Text(value, axis.exponent), style);
+    }
+}
+
+// --- texts around the box ----------------------------------------------------------------------------------------------------
+
+void Graphics::IPgTitle(std::string_view text, char position) {
+    if (position == 'N' || text.empty()) return;
+    const Rect box = Box();
+    Text_Style style = Fitted(device_, text, Current_Text(), widest_title * (area_.x2 - area_.x1));
+    style.justify = position == 'L' ? Justify::left : position == 'R' ? Justify::right : Justify::centre;
+    double x = Along(box.x1, box.x2, position, 'L', 'R');
+    const double width = device_.Text_Width(text, style), margin = 0.5 * (1 - widest_title) * (area_.x2 - area_.x1);
+    if (position == 'L') x = std::min(x, area_.x2 - margin - width);
+    if (position == 'R') x = std::max(x, area_.x1 + margin + width);
+    device_.Text({x, box.y2 + title_share * (area_.y2 - box.y2)}, text, style);
+}
+
+void Graphics::IPgXLabel(std::string_view text, char position) {
+    if (position == 'N' || text.empty()) return;
+    const Rect box = Box();
+    Text_Style style = Fitted(device_, text, Current_Text(), box.x2 - box.x1);
+    style.justify = position == 'L' ? Justify::left : position == 'R' ? Justify::right : Justify::centre;
+    const double em = Em_Of_Cell(style.width, style.height);
+    device_.Text({Along(box.x1, box.x2, position, 'L', 'R'), box.y1 - xlabel_share * (box.y1 - area_.y1) - 0.5 * cap_height * em}, text, style);
+}
+
+void Graphics::IPgYLabelLeft(std::string_view text, std::string_view position) {
+    if (position.size() < 2 || position[0] == '-' || text.empty()) return;
+    const Rect box = Box();
+    const char place = position[0], turn = position[1];
+    Text_Style style = Current_Text();
+    if (turn == 'V') {
+        // Upright: above the axis, or in the margin beside the box's middle or foot as far as there is room.
+        const bool top = place == 'T';
+        const double left = area_.x1 + 0.01 * (area_.x2 - area_.x1);
+        const double room = top ? 0.5 * (area_.x2 - area_.x1) : (1 - numbers_share) * (box.x1 - area_.x1) + left - area_.x1;
+        style = Fitted(device_, text, style, room);
+        style.justify = Justify::left;
+        const double em = Em_Of_Cell(style.width, style.height);
+        const double y = top ? box.y2 + 0.12 * (area_.y2 - box.y2) : Along(box.y1, box.y2, place, 'B', 'T') - (place == 'C' ? 0.5 * cap_height * em : 0);
+        device_.Text({left, y}, text, style);
+        return;
+    }
+    style = Fitted(device_, text, style, widest_title * (area_.y2 - area_.y1));
+    const bool upward = turn == '9';
+    style.angle = upward ? 90 : -90;
+    // The end of the text that points to the top stands there: the last letter of one read upward, the first of one read downward.
+    style.justify = place == 'C' ? Justify::centre : (place == 'T') == upward ? Justify::right : Justify::left;
+    const double em = Em_Of_Cell(style.width, style.height);
+    const double x = box.x1 - ylabel_share * (box.x1 - area_.x1) + (upward ? 0.5 : -0.5) * cap_height * em;
+    double y = Along(box.y1, box.y2, place, 'B', 'T');
+    if (const double length = device_.Text_Width(text, style); place == 'T')
+        y = std::max(y, area_.y1 + length);
+    else if (place == 'B')
+        y = std::min(y, area_.y2 - length);
+    device_.Text({x, y}, text, style);
+}
+
+void Graphics::IPgBorder() {
+    const Rect box = Box();
+    const std::array<Point, 5> corners = {{{box.x1, box.y1}, {box.x2, box.y1}, {box.x2, box.y2}, {box.x1, box.y2}, {box.x1, box.y1}}};
+    device_.Polyline(corners, {colour_, line_width_, Line_Style::solid});
+}
+
+void Graphics::IPgKey(float x, float y, int set, std::string_view text) {
+    const Set_Style style = set >= 1 && static_cast<std::size_t>(set) <= styles_.size() ? styles_[static_cast<std::size_t>(set - 1)] : Set_Style{};
+    const Point at = To_Device(x, y);
+    const double unit_x = device_.Width() / page_units_x;
+    const Text_Style size = Current_Text();
+    const double em = Em_Of_Cell(size.width, size.height);
+    const double middle = at.y + 0.5 * cap_height * em;
+    if (style.line_style >= 0)
+        device_.Polyline(std::array<Point, 2>{{{at.x, middle}, {at.x + key_symbol * unit_x, middle}}},
+                         {style.line_colour, line_width_, static_cast<Line_Style>(style.line_style)});
+    if (style.marker != 0) {
+        const float one = 1.0f;
+        const double side = 0.55 * em;
+        device_.Markers({std::span(&one, 1), std::span(&one, 1), at.x + 0.5 * key_symbol * unit_x, 0, middle, 0},
+                        {style.marker, side, side, style.marker_colour, style.fill == fill_solid});
+    }
+    Text_Style words = size;
+    words.justify = Justify::left;
+    device_.Text({at.x + (key_symbol + key_gap) * unit_x, at.y}, text, words);
+}
+
+}  // namespace vntl

@@ -1,0 +1,243 @@
+// The raster device: curves and markers by our own renderer, the rest by the windowing system's painter.
+#include "toolkit/bitmap.hpp"
+
+#include <QFontMetricsF>
+#include <QImageWriter>
+#include <QPainter>
+#include <QPainterPath>
+#include <QSaveFile>
+#include <algorithm>
+#include <cmath>
+
+#include "base/text.hpp"
+#include "toolkit/curve_raster.hpp"
+#include "toolkit/font_table.hpp"
+#include "toolkit/qt/bitmap_qt.hpp"
+
+namespace vntl {
+
+namespace {
+
+QColor Q_Colour(Colour c) { return {static_cast<int>(Red(c)), static_cast<int>(Green(c)), static_cast<int>(Blue(c))}; }
+
+QString Q_Text(std::string_view text) { return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())); }
+
+constexpr double farthest = 1e6;  // pixels: beyond it nothing can show, and integers stay small
+
+class Image_Device : public Device {
+public:
+    Image_Device(QImage& image, bool reduced) : image_(image), reduced_(reduced), unit_(Line_Unit(image.width(), image.height())) {
+        Set_Clip({0, 0, Width(), Height()});
+    }
+
+    double Width() const override { return image_.width(); }
+    double Height() const override { return image_.height(); }
+    void Clear(Colour colour) override { image_.fill(Q_Colour(colour)); }
+
+    void Set_Clip(const Rect& rect) override {
+        const auto whole = [](double value, int most) { return static_cast<int>(std::clamp(std::round(value), 0.0, static_cast<double>(most))); };
+        clip_ = {whole(rect.x1, image_.width()), whole(Height() - rect.y2, image_.height()), whole(rect.x2, image_.width()),
+                 whole(Height() - rect.y1, image_.height())};
+    }
+
+    void Polyline(std::span<const Point> points, const Pen& pen) override {
+        if (pen.style == Line_Style::none || points.empty()) return;
+        QPainter painter(&image_);
+        Prepare(painter);
+        if (pen.style == Line_Style::solid && Upright(points)) {
+            Crisp(painter, points, pen);
+            return;
+        }
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(Q_Pen(pen));
+        QPolygonF polygon;
+        for (const Point& p : points) polygon << At(p);
+        painter.drawPolyline(polygon);
+    }
+
+    void Curve(const Series& series, const Pen& pen) override {
+        if (pen.style == Line_Style::none) return;
+        if (pen.style == Line_Style::solid && series.x_scale > 0 && Rises(series.x)) {
+            raster_.Curve(Buffer(), clip_, series, pen.width * unit_, pen.colour, reduced_);
+            return;
+        }
+        QPainter painter(&image_);
+        Prepare(painter);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(Q_Pen(pen));
+        QPolygonF polygon;
+        const auto flush = [&] {
+            if (polygon.size() > 1) painter.drawPolyline(polygon);
+            polygon.clear();
+        };
+        for (std::size_t i = 0; i < series.x.size(); ++i) {
+            const QPointF at = At({series.x0 + series.x_scale * static_cast<double>(series.x[i]), series.y0 + series.y_scale * static_cast<double>(series.y[i])});
+            if (std::isfinite(series.x[i]) && std::isfinite(series.y[i]))
+                polygon << at;
+            else
+                flush();
+        }
+        flush();
+    }
+
+    void Markers(const Series& series, const Marker_Style& style) override { raster_.Markers(Buffer(), clip_, series, style, reduced_); }
+
+    void Fill(std::span<const Point> points, Colour colour) override {
+        QPainter painter(&image_);
+        Prepare(painter);
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(Q_Colour(colour));
+        if (points.size() == 4 && Upright(points)) {
+            const QPointF a = At(points[0]), b = At(points[2]);
+            const QPoint from(qRound(std::min(a.x(), b.x())), qRound(std::min(a.y(), b.y())));
+            const QPoint to(qRound(std::max(a.x(), b.x())), qRound(std::max(a.y(), b.y())));
+            painter.fillRect(QRect(from, to - QPoint(1, 1)), Q_Colour(colour));
+            return;
+        }
+        painter.setRenderHint(QPainter::Antialiasing);
+        QPolygonF polygon;
+        for (const Point& p : points) polygon << At(p);
+        painter.drawPolygon(polygon);
+    }
+
+    void Ellipse(Point centre, double rx, double ry, bool filled, const Pen& pen) override {
+        QPainter painter(&image_);
+        Prepare(painter);
+        painter.setRenderHint(QPainter::Antialiasing);
+        if (filled) {
+            painter.setPen(Qt::NoPen);
+            painter.setBrush(Q_Colour(pen.colour));
+        } else {
+            painter.setPen(Q_Pen(pen));
+        }
+        painter.drawEllipse(At(centre), std::min(rx, farthest), std::min(ry, farthest));
+    }
+
+    void Text(Point at, std::string_view text, const Text_Style& style) override {
+        const QFont font = Raster_Font(style);
+        if (font.pixelSize() < 1) return;
+        const QString words = Q_Text(Written_Text(text, style.font));
+        const QFontMetricsF metrics(font);
+        const double width = metrics.horizontalAdvance(words);
+        QPainter painter(&image_);
+        Prepare(painter);
+        painter.setRenderHints(QPainter::TextAntialiasing | QPainter::Antialiasing);
+        painter.setFont(font);
+        painter.translate(At(at));
+        painter.rotate(-style.angle);
+        const double left = style.justify == Justify::left ? 0 : style.justify == Justify::centre ? -0.5 * width : -width;
+        if ((style.style & style_opaque) != 0)
+            painter.fillRect(QRectF(left - 2, -metrics.ascent(), width + 4, metrics.height()), Q_Colour(Box_Behind(style.colour)));
+        painter.setPen(Q_Colour(style.colour));
+        painter.drawText(QPointF(left, 0), words);
+    }
+
+    double Text_Width(std::string_view text, const Text_Style& style) const override {
+        return QFontMetricsF(Raster_Font(style)).horizontalAdvance(Q_Text(Written_Text(text, style.font)));
+    }
+
+private:
+    QPointF At(Point p) const {
+        const auto near = [](double value) { return std::isfinite(value) ? std::clamp(value, -farthest, farthest) : 0.0; };
+        return {near(p.x), near(Height() - p.y)};
+    }
+
+    static bool Upright(std::span<const Point> points) {
+        for (std::size_t i = 1; i < points.size(); ++i)
+            if (points[i].x != points[i - 1].x && points[i].y != points[i - 1].y) return false;
+        return true;
+    }
+
+    void Prepare(QPainter& painter) const { painter.setClipRect(QRect(QPoint(clip_.x1, clip_.y1), QPoint(clip_.x2 - 1, clip_.y2 - 1))); }
+
+    // Level and upright lines cover whole pixels.
+    void Crisp(QPainter& painter, std::span<const Point> points, const Pen& pen) const {
+        const int width = std::max(1, qRound(pen.width * unit_));
+        const auto edge = [&](double value) { return static_cast<int>(std::floor(value - 0.5 * (width - 1))); };
+        for (std::size_t i = 1; i < points.size(); ++i) {
+            const QPointF a = At(points[i - 1]), b = At(points[i]);
+            const int x1 = edge(std::min(a.x(), b.x())), x2 = edge(std::max(a.x(), b.x())) + width;
+            const int y1 = edge(std::min(a.y(), b.y())), y2 = edge(std::max(a.y(), b.y())) + width;
+            painter.fillRect(QRect(x1, y1, x2 - x1, y2 - y1), Q_Colour(pen.colour));
+        }
+    }
+
+    QPen Q_Pen(const Pen& pen) const {
+        QPen result(Q_Colour(pen.colour), pen.width * unit_, Qt::SolidLine, Qt::FlatCap, Qt::RoundJoin);
+        const auto dashes = Dash_Pattern(pen.style);
+        if (dashes.empty()) return result;
+        QList<qreal> pattern;
+        for (const double length : dashes) pattern << length / pen.width;  // in widths of the pen
+        result.setDashPattern(pattern);
+        return result;
+    }
+
+    Pixel_Buffer Buffer() {
+        return {reinterpret_cast<std::uint32_t*>(image_.bits()), image_.width(), image_.height(), image_.bytesPerLine() / 4};
+    }
+
+    QImage& image_;
+    bool reduced_;
+    double unit_;
+    Pixel_Rect clip_{};
+    Curve_Raster raster_;
+};
+
+}  // namespace
+
+std::unique_ptr<Device> Make_Image_Device(QImage& image, bool reduced) { return std::make_unique<Image_Device>(image, reduced); }
+
+QFont Raster_Font(const Text_Style& style) {
+    const Font_Family& family = Family_Of(style.font);
+    QFont font;
+    font.setFamilies({family.family, family.fallback});
+    font.setStyleHint(family.fixed_pitch ? QFont::TypeWriter : QFont::AnyStyle);
+    font.setPixelSize(std::max(1, qRound(std::min(Em_Of_Cell(style.width, style.height), 4000.0))));
+    font.setBold((style.style & style_bold) != 0);
+    font.setItalic((style.style & style_italic) != 0);
+    font.setUnderline((style.style & style_underline) != 0);
+    font.setHintingPreference(QFont::PreferVerticalHinting);
+    return font;
+}
+
+Bitmap::Bitmap(int width, int height) : implementation_(std::make_unique<Implementation>()) {
+    implementation_->image = QImage(std::clamp(width, 1, 32767), std::clamp(height, 1, 32767), QImage::Format_RGB32);
+    implementation_->image.fill(Qt::white);
+}
+Bitmap::Bitmap(Bitmap&&) noexcept = default;
+Bitmap& Bitmap::operator=(Bitmap&&) noexcept = default;
+Bitmap::~Bitmap() = default;
+
+int Bitmap::Width() const { return implementation_->image.width(); }
+int Bitmap::Height() const { return implementation_->image.height(); }
+
+Device& Bitmap::Drawing() {
+    if (!implementation_->device) implementation_->device = Make_Image_Device(implementation_->image, implementation_->reduced);
+    return *implementation_->device;
+}
+
+void Bitmap::Reduce(bool on) {
+    implementation_->reduced = on;
+    implementation_->device.reset();
+}
+
+Colour Bitmap::Pixel(int x, int y) const {
+    const QRgb rgb = implementation_->image.pixel(x, y);
+    return WRGB(static_cast<unsigned>(qRed(rgb)), static_cast<unsigned>(qGreen(rgb)), static_cast<unsigned>(qBlue(rgb)));
+}
+
+Status Bitmap::Save(const std::string& file, double dots_per_inch) const {
+    QImage image = implementation_->image;
+    const int dots = qRound(dots_per_inch / 0.0254);
+    image.setDotsPerMeterX(dots);
+    image.setDotsPerMeterY(dots);
+    QSaveFile target(QString::fromStdString(file));
+    const std::string format = Lower(file.substr(file.find_last_of('.') + 1));
+    if (!target.open(QIODevice::WriteOnly)) return Status::Fail("The picture cannot be written: " + file);
+    QImageWriter writer(&target, QByteArray::fromStdString(format));
+    if (format == "jpg" || format == "jpeg") writer.setQuality(92);
+    if (!writer.write(image) || !target.commit()) return Status::Fail("The picture cannot be written: " + file);
+    return Status::Done();
+}
+
+}  // namespace vntl

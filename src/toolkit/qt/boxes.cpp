@@ -1,0 +1,113 @@
+// Message boxes and the common dialogs of the desktop.
+#include <QAbstractButton>
+#include <QFileDialog>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTimer>
+#include <array>
+
+#include "toolkit/qt/application.hpp"
+#include "toolkit/qt/main_window.hpp"
+
+namespace vntl {
+
+namespace {
+
+struct Button_Row {
+    QMessageBox::StandardButton button;
+    Box_Answer answer;
+};
+
+// Buttons of each set in their order; the last one is what closing the box means.
+std::span<const Button_Row> Buttons_Of(Box_Buttons buttons) {
+    static constexpr std::array<Button_Row, 1> ok = {{{QMessageBox::Ok, Box_Answer::ok}}};
+    static constexpr std::array<Button_Row, 2> ok_cancel = {{{QMessageBox::Ok, Box_Answer::ok}, {QMessageBox::Cancel, Box_Answer::cancel}}};
+    static constexpr std::array<Button_Row, 2> retry = {{{QMessageBox::Retry, Box_Answer::retry}, {QMessageBox::Cancel, Box_Answer::cancel}}};
+    static constexpr std::array<Button_Row, 2> yes_no = {{{QMessageBox::Yes, Box_Answer::yes}, {QMessageBox::No, Box_Answer::no}}};
+    static constexpr std::array<Button_Row, 3> yes_no_cancel = {
+        {{QMessageBox::Yes, Box_Answer::yes}, {QMessageBox::No, Box_Answer::no}, {QMessageBox::Cancel, Box_Answer::cancel}}};
+    static constexpr std::array<Button_Row, 3> abort = {
+        {{QMessageBox::Abort, Box_Answer::abort}, {QMessageBox::Retry, Box_Answer::retry}, {QMessageBox::Ignore, Box_Answer::ignore}}};
+    switch (buttons) {
+        case Box_Buttons::ok: return ok;
+        case Box_Buttons::ok_cancel: return ok_cancel;
+        case Box_Buttons::retry_cancel: return retry;
+        case Box_Buttons::yes_no: return yes_no;
+        case Box_Buttons::yes_no_cancel: return yes_no_cancel;
+        case Box_Buttons::abort_retry_ignore: return abort;
+    }
+    return ok;
+}
+
+constexpr std::array<QMessageBox::Icon, 5> icons = {QMessageBox::NoIcon, QMessageBox::Critical, QMessageBox::Question, QMessageBox::Warning,
+                                                    QMessageBox::Information};
+
+// "Data (*.dat)|*.dat;*.xy|" as the desktop's dialog wants it.
+QStringList Name_Filters(std::string_view filter) {
+    const QStringList parts = QString::fromUtf8(filter.data(), static_cast<qsizetype>(filter.size())).split('|');
+    QStringList names;
+    for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
+        QStringList patterns;
+        for (const QString& pattern : parts[i + 1].split(';', Qt::SkipEmptyParts)) patterns << pattern << pattern.toUpper();
+        patterns.removeDuplicates();
+        names << parts[i].section('(', 0, 0).trimmed() + " (" + patterns.join(' ') + ')';
+    }
+    names << "All files (*)";
+    return names;
+}
+
+}  // namespace
+
+bool Box_Offers(Box_Buttons buttons, Box_Answer answer) {
+    for (const Button_Row& row : Buttons_Of(buttons))
+        if (row.answer == answer) return true;
+    return false;
+}
+
+Box_Answer Box_Default(const Message_Box& box) {
+    const auto rows = Buttons_Of(box.buttons);
+    const int last = static_cast<int>(rows.size());
+    return rows[static_cast<std::size_t>(std::clamp(box.default_button, 1, last) - 1)].answer;
+}
+
+Box_Answer WMessageBox(const Message_Box& box) {
+    Toolkit& toolkit = The_Toolkit();
+    const auto rows = Buttons_Of(box.buttons);
+    QMessageBox window(toolkit.main.get());
+    window.setTextFormat(Qt::PlainText);
+    window.setText(QString::fromStdString(box.text));
+    window.setWindowTitle(QString::fromStdString(box.title));
+    window.setIcon(icons[static_cast<std::size_t>(box.icon)]);
+    for (const Button_Row& row : rows) {
+        QPushButton* button = window.addButton(row.button);
+        if (row.answer == Box_Default(box)) window.setDefaultButton(button);
+    }
+    window.setEscapeButton(rows.back().button);
+    if (toolkit.stand_in != nullptr) {
+        const Box_Answer answer = toolkit.stand_in->Answer_Box(box);
+        for (const Button_Row& row : rows)
+            if (row.answer == answer) QTimer::singleShot(0, window.button(row.button), &QAbstractButton::click);
+    }
+    window.exec();
+    const auto pressed = window.standardButton(window.clickedButton());
+    for (const Button_Row& row : rows)
+        if (row.button == pressed) return row.answer;
+    return rows.back().answer;
+}
+
+std::vector<std::string> WSelectFile(std::string_view filter, Select_Kind kind, const std::string& name, std::string_view title) {
+    Toolkit& toolkit = The_Toolkit();
+    if (toolkit.stand_in != nullptr) return toolkit.stand_in->Answer_Select(kind);
+    QFileDialog dialog(toolkit.main.get(), QString::fromUtf8(title.data(), static_cast<qsizetype>(title.size())), QDir::currentPath());
+    dialog.setNameFilters(Name_Filters(filter));
+    dialog.setAcceptMode(kind == Select_Kind::save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+    dialog.setFileMode(kind == Select_Kind::save ? QFileDialog::AnyFile
+                                                 : (kind == Select_Kind::open ? QFileDialog::ExistingFile : QFileDialog::ExistingFiles));
+    if (!name.empty()) dialog.selectFile(QString::fromStdString(name));
+    std::vector<std::string> files;
+    if (dialog.exec() == QDialog::Accepted)
+        for (const QString& file : dialog.selectedFiles()) files.push_back(file.toStdString());
+    return files;
+}
+
+}  // namespace vntl

@@ -1,0 +1,263 @@
+// PostScript, SVG and PDF by Cairo. The page is collected in memory and replaces the file in one step when it is closed.
+#include <cairo-pdf.h>
+#include <cairo-ps.h>
+#include <cairo-svg.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <fstream>
+#include <numbers>
+
+#include "toolkit/bitmap.hpp"
+#include "toolkit/font_table.hpp"
+
+namespace vntl {
+
+namespace {
+
+constexpr double farthest = 1e5;      // points from the page beyond which nothing can show
+constexpr double nearest = 1.0 / 20;  // of a point: what lies closer is one place of a curve
+constexpr double points_a_line_unit = 0.72;
+
+cairo_status_t Append(void* text, const unsigned char* data, unsigned length) {
+    static_cast<std::string*>(text)->append(reinterpret_cast<const char*>(data), length);
+    return CAIRO_STATUS_SUCCESS;
+}
+
+cairo_surface_t* Surface(Vector_Format format, std::string& text, double width, double height) {
+    switch (format) {
+        case Vector_Format::postscript: return cairo_ps_surface_create_for_stream(Append, &text, width, height);
+        case Vector_Format::svg: return cairo_svg_surface_create_for_stream(Append, &text, width, height);
+        case Vector_Format::pdf: return cairo_pdf_surface_create_for_stream(Append, &text, width, height);
+    }
+    return nullptr;
+}
+
+class Cairo_Device : public Vector_Device {
+public:
+    Cairo_Device(Vector_Format format, std::string file, double width, double height)
+        : file_(std::move(file)), width_(width), height_(height), surface_(Surface(format, text_, width, height)), cairo_(cairo_create(surface_)) {
+        unit_ = points_a_line_unit * Line_Unit(width / points_a_line_unit, height / points_a_line_unit);
+        cairo_set_line_join(cairo_, CAIRO_LINE_JOIN_ROUND);
+        cairo_save(cairo_);
+        Set_Clip({0, 0, width, height});
+    }
+    ~Cairo_Device() override { Release(); }
+
+    double Width() const override { return width_; }
+    double Height() const override { return height_; }
+
+    void Clear(Colour colour) override {
+        cairo_reset_clip(cairo_);
+        Use(colour);
+        cairo_paint(cairo_);
+        Clip();
+    }
+
+    void Set_Clip(const Rect& rect) override {
+        clip_ = rect;
+        cairo_reset_clip(cairo_);
+        Clip();
+    }
+
+    void Polyline(std::span<const Point> points, const Pen& pen) override {
+        if (pen.style == Line_Style::none || points.size() < 2) return;
+        cairo_new_path(cairo_);
+        for (const Point& p : points) cairo_line_to(cairo_, X(p.x), Y(p.y));
+        if (points.size() > 2 && points.front().x == points.back().x && points.front().y == points.back().y) cairo_close_path(cairo_);
+        Stroke(pen);
+    }
+
+    void Curve(const Series& s, const Pen& pen) override {
+        if (pen.style == Line_Style::none) return;
+        cairo_new_path(cairo_);
+        bool open = false;
+        Point last{}, held{};  // the last place of the path, and a point left out behind it
+        bool holding = false;
+        for (std::size_t i = 0; i < s.x.size(); ++i) {
+            const Point p = Mapped(s, i);
+            if (!std::isfinite(p.x) || !std::isfinite(p.y)) {
+                if (holding) cairo_line_to(cairo_, X(held.x), Y(held.y));
+                open = holding = false;
+                continue;
+            }
+            if (open && (Beyond(last, p) || Near(last, p))) {
+                held = p;
+                holding = true;
+                if (Beyond(last, p)) last = p;
+                continue;
+            }
+            if (holding) cairo_line_to(cairo_, X(held.x), Y(held.y));
+            open ? cairo_line_to(cairo_, X(p.x), Y(p.y)) : cairo_move_to(cairo_, X(p.x), Y(p.y));
+            open = true;
+            holding = false;
+            last = p;
+        }
+        if (holding) cairo_line_to(cairo_, X(held.x), Y(held.y));
+        Stroke(pen);
+    }
+
+    void Markers(const Series& s, const Marker_Style& style) override {
+        const Glyph_Outline glyph = Marker_Outline(style.glyph);
+        if (glyph.points.empty()) return;
+        const bool filled = style.filled && !glyph.strokes;
+        Point last{-2 * farthest, 0};
+        cairo_new_path(cairo_);
+        for (std::size_t i = 0; i < s.x.size(); ++i) {
+            const Point p = Mapped(s, i);
+            const bool outside = !(p.x >= clip_.x1 - style.width && p.x <= clip_.x2 + style.width && p.y >= clip_.y1 - style.height &&
+                                   p.y <= clip_.y2 + style.height);
+            if (outside || Near(last, p)) continue;
+            last = p;
+            for (std::size_t k = 0; k < glyph.points.size(); ++k) {
+                const double x = X(p.x + glyph.points[k].x * style.width), y = Y(p.y + glyph.points[k].y * style.height);
+                k == 0 || (glyph.strokes && k % 2 == 0) ? cairo_move_to(cairo_, x, y) : cairo_line_to(cairo_, x, y);
+            }
+            if (!glyph.strokes) cairo_close_path(cairo_);
+        }
+        Use(style.colour);
+        if (filled)
+            cairo_fill(cairo_);
+        else
+            Stroke({style.colour, 1, Line_Style::solid});
+    }
+
+    void Fill(std::span<const Point> polygon, Colour colour) override {
+        cairo_new_path(cairo_);
+        for (const Point& p : polygon) cairo_line_to(cairo_, X(p.x), Y(p.y));
+        cairo_close_path(cairo_);
+        Use(colour);
+        cairo_fill(cairo_);
+    }
+
+    void Ellipse(Point centre, double rx, double ry, bool filled, const Pen& pen) override {
+        if (!(rx > 0 && ry > 0)) return;
+        cairo_save(cairo_);
+        cairo_new_path(cairo_);
+        cairo_translate(cairo_, X(centre.x), Y(centre.y));
+        cairo_scale(cairo_, rx, ry);
+        cairo_arc(cairo_, 0, 0, 1, 0, 2 * std::numbers::pi);
+        cairo_restore(cairo_);
+        Use(pen.colour);
+        if (filled)
+            cairo_fill(cairo_);
+        else
+            Stroke(pen);
+    }
+
+    void Text(Point at, std::string_view text, const Text_Style& style) override {
+        const double em = Choose_Font(style);
+        if (em <= 0) return;
+        const std::string words = Written_Text(text, style.font);
+        cairo_text_extents_t extent;
+        cairo_text_extents(cairo_, words.c_str(), &extent);
+        const double width = extent.x_advance;
+        const double left = style.justify == Justify::left ? 0 : style.justify == Justify::centre ? -0.5 * width : -width;
+        cairo_save(cairo_);
+        cairo_translate(cairo_, X(at.x), Y(at.y));
+        cairo_rotate(cairo_, -style.angle * std::numbers::pi / 180);
+        if ((style.style & style_opaque) != 0) {
+            Use(Box_Behind(style.colour));
+            cairo_rectangle(cairo_, left - 0.1 * em, -em, width + 0.2 * em, (1 + descent) * em);
+            cairo_fill(cairo_);
+        }
+        Use(style.colour);
+        cairo_move_to(cairo_, left, 0);
+        cairo_show_text(cairo_, words.c_str());
+        if ((style.style & style_underline) != 0) {
+            cairo_rectangle(cairo_, left, 0.1 * em, width, 0.05 * em);
+            cairo_fill(cairo_);
+        }
+        cairo_restore(cairo_);
+    }
+
+    double Text_Width(std::string_view text, const Text_Style& style) const override {
+        if (Choose_Font(style) <= 0) return 0;
+        cairo_text_extents_t extent;
+        cairo_text_extents(cairo_, Written_Text(text, style.font).c_str(), &extent);
+        return extent.x_advance;
+    }
+
+    Status Close() override {
+        if (cairo_ == nullptr) return Status::Done();
+        cairo_show_page(cairo_);
+        cairo_surface_finish(surface_);
+        const bool sound = cairo_surface_status(surface_) == CAIRO_STATUS_SUCCESS && cairo_status(cairo_) == CAIRO_STATUS_SUCCESS;
+        Release();
+        return sound && Replace_File() ? Status::Done() : Status::Fail("The picture cannot be written: " + file_);
+    }
+
+private:
+    void Release() {
+        if (cairo_ == nullptr) return;
+        cairo_destroy(cairo_);
+        cairo_surface_destroy(surface_);
+        cairo_ = nullptr;
+    }
+
+    bool Replace_File() const {
+        const std::string fresh = file_ + ".new" + std::to_string(getpid());
+        {
+            std::ofstream stream(fresh, std::ios::binary);
+            stream.write(text_.data(), static_cast<std::streamsize>(text_.size()));
+            if (stream.flush()) {
+                stream.close();
+                if (std::rename(fresh.c_str(), file_.c_str()) == 0) return true;
+            }
+        }
+        std::remove(fresh.c_str());
+        return false;
+    }
+
+    static Point Mapped(const Series& s, std::size_t i) {
+        return {s.x0 + s.x_scale * static_cast<double>(s.x[i]), s.y0 + s.y_scale * static_cast<double>(s.y[i])};
+    }
+    static bool Near(Point a, Point b) { return std::fabs(a.x - b.x) < nearest && std::fabs(a.y - b.y) < nearest; }
+    bool Beyond(Point a, Point b) const { return (a.x < clip_.x1 && b.x < clip_.x1) || (a.x > clip_.x2 && b.x > clip_.x2); }
+
+    static double X(double x) { return std::isfinite(x) ? std::clamp(x, -farthest, farthest) : 0; }
+    double Y(double y) const { return X(height_ - y); }
+
+    void Clip() {
+        cairo_new_path(cairo_);
+        cairo_rectangle(cairo_, clip_.x1, height_ - clip_.y2, clip_.x2 - clip_.x1, clip_.y2 - clip_.y1);
+        cairo_clip(cairo_);
+    }
+
+    void Use(Colour c) { cairo_set_source_rgb(cairo_, Red(c) / 255.0, Green(c) / 255.0, Blue(c) / 255.0); }
+
+    void Stroke(const Pen& pen) {
+        Use(pen.colour);
+        cairo_set_line_width(cairo_, pen.width * unit_);
+        std::vector<double> dashes;
+        for (const double length : Dash_Pattern(pen.style)) dashes.push_back(length * unit_);
+        cairo_set_dash(cairo_, dashes.data(), static_cast<int>(dashes.size()), 0);
+        cairo_stroke(cairo_);
+    }
+
+    double Choose_Font(const Text_Style& style) const {
+        cairo_select_font_face(cairo_, Family_Of(style.font).family, (style.style & style_italic) != 0 ? CAIRO_FONT_SLANT_ITALIC : CAIRO_FONT_SLANT_NORMAL,
+                               (style.style & style_bold) != 0 ? CAIRO_FONT_WEIGHT_BOLD : CAIRO_FONT_WEIGHT_NORMAL);
+        const double em = Em_Of_Cell(style.width, style.height);
+        cairo_set_font_size(cairo_, em);
+        return em;
+    }
+
+    std::string file_;
+    std::string text_;  // of the file
+    double width_, height_;
+    double unit_ = 1;
+    Rect clip_{};
+    cairo_surface_t* surface_;
+    cairo_t* cairo_;
+};
+
+}  // namespace
+
+std::unique_ptr<Vector_Device> Open_Vector_Device(Vector_Format format, const std::string& file, double width, double height) {
+    return std::make_unique<Cairo_Device>(format, file, width, height);
+}
+
+}  // namespace vntl
