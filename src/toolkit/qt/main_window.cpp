@@ -227,13 +227,14 @@ void Main_Window::dropEvent(QDropEvent* event) {
 void WindowOpen(int width, int height, const std::string& title, const std::string& icon) {
     Toolkit& toolkit = The_Toolkit();
     toolkit.main = std::make_unique<Main_Window>(title, icon);
-    toolkit.main->Resize_Area(width, height);
+    toolkit.main->resize(width, height);
 }
 
 void WindowShow() {
     Toolkit& toolkit = The_Toolkit();
-    const QSize wanted = toolkit.main->area().size();
+    const QSize wanted = toolkit.main->size();  // of the drawing area, as WindowOpen was told
     toolkit.main->show();
+    QCoreApplication::processEvents();
     toolkit.main->Resize_Area(wanted.width(), wanted.height());
     QCoreApplication::processEvents();
     toolkit.queue.clear();  // the first size is no change of it
