@@ -2,11 +2,13 @@
 #include "base/text_file.hpp"
 
 #include <fcntl.h>     // open
+#include <sys/mman.h>  // madvise
 #include <sys/stat.h>  // fstat
 #include <unistd.h>    // read, close
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdint>
 #include <cstring>
 #include <new>  // std::nothrow
 #include <system_error>
@@ -32,6 +34,16 @@ Status Refusal(const std::string& reason, const std::string& file) { return Stat
 
 Status System_Refusal(const std::string& file) { return Refusal(std::generic_category().message(errno), file); }
 
+// A buffer of many megabytes is filled once: thousands of page faults fewer, where the system has pages of 2 MB.
+void Ask_For_Huge_Pages([[maybe_unused]] char* bytes, [[maybe_unused]] std::size_t size) {
+#ifdef MADV_HUGEPAGE
+    constexpr std::uintptr_t huge = std::uintptr_t{1} << 21;
+    const auto first = (reinterpret_cast<std::uintptr_t>(bytes) + huge - 1) / huge * huge;
+    const auto end = (reinterpret_cast<std::uintptr_t>(bytes) + size) / huge * huge;
+    if (end > first) (void)madvise(reinterpret_cast<void*>(first), end - first, MADV_HUGEPAGE);  // a hint: its failure changes nothing
+#endif
+}
+
 }  // namespace
 
 std::string_view Without_Mark(std::string_view text) {
@@ -54,6 +66,8 @@ std::string Kept_Text(std::string_view line, std::size_t width) {
 
 std::size_t Count_Lines(std::string_view text) {
     if (text.empty()) return 0;
+    if (text.find('\r') == std::string_view::npos)
+        return static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n')) + (text.back() == '\n' ? 0 : 1);
     constexpr std::size_t block = 240;  // ends of one block fit into a byte, which lets the compiler use wide registers
     const char* const last = text.data() + text.size() - 1;
     std::size_t lines = 0;
@@ -80,6 +94,7 @@ Status Text_File::Open(const std::string& file, std::size_t limit) {
     const std::size_t wanted = std::min(limit, static_cast<std::size_t>(about.st_size));
     std::unique_ptr<char[]> bytes(new (std::nothrow) char[wanted + 1]);
     if (!bytes) return Refusal("Too large", file);
+    Ask_For_Huge_Pages(bytes.get(), wanted);
     std::size_t got = 0;
     while (got < wanted) {
         const ssize_t n = read(descriptor.number, bytes.get() + got, wanted - got);

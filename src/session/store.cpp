@@ -56,11 +56,14 @@ constexpr Purge_Mode purge_modes[] = {
     {"GRAPH", true, true, false, false},
 };
 
+// Spare memory below this share of an array is not worth copying the array for.
+constexpr std::size_t worth_freeing = 32;
+
 template <class T>
 void Trim_Array(std::vector<T>& array, std::size_t length) {
     if (array.empty()) return;
     array.resize(length);
-    array.shrink_to_fit();
+    if (array.capacity() - length > length / worth_freeing) array.shrink_to_fit();
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstring>
 #include <limits>
 
 namespace vntl {
@@ -172,12 +173,15 @@ void Curve_Raster::Curve(const Pixel_Buffer& target, const Pixel_Rect& clip, con
 
 namespace {
 
-// Opacities of a glyph around its pixel.
+// Opacities of a glyph around its pixel. Rows are padded to a multiple of eight, which the stamping takes in one step each.
 struct Sprite {
+    static constexpr int lane = 8;
     int reach_x = 0, reach_y = 0;  // pixels on each side
     std::vector<std::uint8_t> opacity;
     int width() const { return 2 * reach_x + 1; }
     int height() const { return 2 * reach_y + 1; }
+    int lanes() const { return (width() + lane - 1) / lane; }
+    int padded() const { return lanes() * lane; }
 };
 
 bool Inside(const std::vector<Point>& polygon, Point p) {
@@ -212,10 +216,15 @@ Sprite Make_Sprite(const Marker_Style& style) {
     std::vector<Point> points;
     for (const Point& p : glyph.points) points.push_back({p.x * width, p.y * height});
     Sprite sprite;
-    sprite.reach_x = static_cast<int>(std::ceil(0.5 * width + 0.5));
-    sprite.reach_y = static_cast<int>(std::ceil(0.5 * height + 0.5));
+    const double line = style.filled && !glyph.strokes ? 0 : 0.6;  // half of an outline's width
+    sprite.reach_x = static_cast<int>(std::ceil(0.5 * width + line - 0.5));
+    sprite.reach_y = static_cast<int>(std::ceil(0.5 * height + line - 0.5));
     for (int y = -sprite.reach_y; y <= sprite.reach_y; ++y)
-        for (int x = -sprite.reach_x; x <= sprite.reach_x; ++x) {
+        for (int x = -sprite.reach_x; x < sprite.padded() - sprite.reach_x; ++x) {
+            if (x > sprite.reach_x) {
+                sprite.opacity.push_back(0);
+                continue;
+            }
             int hits = 0;
             for (int j = 0; j < samples; ++j)
                 for (int i = 0; i < samples; ++i)
@@ -233,15 +242,15 @@ void Curve_Raster::Markers(const Pixel_Buffer& target, const Pixel_Rect& clip, c
     // A frame around the clip holds the sprites that reach out of it and takes the points whose sprites reach in.
     const int x_from = clip.x1 - sprite.reach_x, y_from = clip.y1 - sprite.reach_y;
     const int columns = clip.x2 - clip.x1 + 2 * sprite.reach_x, rows = clip.y2 - clip.y1 + 2 * sprite.reach_y;
-    const int cover_columns = columns + 2 * sprite.reach_x, cover_rows = rows + 2 * sprite.reach_y;
+    const std::ptrdiff_t cover_columns = (columns + sprite.padded() + Sprite::lane) / Sprite::lane * Sprite::lane;
     seen_.assign(static_cast<std::size_t>(columns) * static_cast<std::size_t>(rows), 0);
-    cover_.assign(static_cast<std::size_t>(cover_columns) * static_cast<std::size_t>(cover_rows), 0);
+    cover_.assign(static_cast<std::size_t>(cover_columns) * static_cast<std::size_t>(rows + 2 * sprite.reach_y), 0);
     int first_row = rows, end_row = 0;
     const Series part = Rises(series.x) ? Between(series, x_from - 1, x_from + columns + 1) : series;
-    const double y_top = target.height - series.y0;
+    const double x_left = series.x0 - x_from, y_top = target.height - series.y0 - y_from;
     for (std::size_t i = 0; i < part.x.size(); ++i) {
-        const double x = part.x0 + part.x_scale * static_cast<double>(part.x[i]) - x_from;
-        const double y = y_top - part.y_scale * static_cast<double>(part.y[i]) - y_from;
+        const double x = x_left + part.x_scale * static_cast<double>(part.x[i]);
+        const double y = y_top - part.y_scale * static_cast<double>(part.y[i]);
         if (!(x >= 0 && x < columns && y >= 0 && y < rows)) continue;
         const int column = static_cast<int>(x), row = static_cast<int>(y);
         std::uint8_t& seen = seen_[static_cast<std::size_t>(row) * static_cast<std::size_t>(columns) + static_cast<std::size_t>(column)];
@@ -250,17 +259,27 @@ void Curve_Raster::Markers(const Pixel_Buffer& target, const Pixel_Rect& clip, c
         first_row = std::min(first_row, row);
         end_row = std::max(end_row, row + 1);
         const std::uint8_t* opacity = sprite.opacity.data();
-        std::uint8_t* cover = cover_.data() + static_cast<std::ptrdiff_t>(row) * cover_columns + column;
-        for (int j = 0; j < sprite.height(); ++j, cover += cover_columns, opacity += sprite.width())
-            for (int k = 0; k < sprite.width(); ++k) cover[k] = std::max(cover[k], opacity[k]);
+        std::uint8_t* cover = cover_.data() + row * cover_columns + column;
+        for (int j = 0; j < sprite.height(); ++j, cover += cover_columns, opacity += sprite.padded())
+            for (int lane = 0; lane < sprite.padded(); lane += Sprite::lane)
+                for (int k = 0; k < Sprite::lane; ++k) cover[lane + k] = std::max(cover[lane + k], opacity[lane + k]);
     }
     const std::uint32_t argb = Argb(style.colour);
     const int last = std::min(clip.y2, y_from + end_row + sprite.reach_y);
     for (int y = std::max(clip.y1, y_from + first_row - sprite.reach_y); y < last; ++y) {
-        const std::uint8_t* cover = cover_.data() + static_cast<std::ptrdiff_t>(y - y_from + sprite.reach_y) * cover_columns + 2 * sprite.reach_x;
+        const std::uint8_t* cover = cover_.data() + (y - y_from + sprite.reach_y) * cover_columns + 2 * sprite.reach_x;
         std::uint32_t* pixel = target.pixels + y * target.stride + clip.x1;
-        for (int x = clip.x1; x < clip.x2; ++x, ++pixel, ++cover)
-            if (*cover != 0) Blend(*pixel, argb, *cover);
+        const int width = clip.x2 - clip.x1;
+        for (int x = 0; x < width;) {
+            std::uint64_t eight = 1;
+            if (x + Sprite::lane <= width) std::memcpy(&eight, cover + x, sizeof eight);
+            if (eight == 0) {
+                x += Sprite::lane;
+                continue;
+            }
+            for (const int end = std::min(x + Sprite::lane, width); x < end; ++x)
+                if (cover[x] != 0) Blend(pixel[x], argb, cover[x]);
+        }
     }
 }
 
