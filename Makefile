@@ -1,0 +1,62 @@
+# make run      installs what is missing, builds, and opens an example pattern (FILE=... another one)
+# make test     the same, then runs all tests under a virtual display
+# make sanitize the tests under AddressSanitizer and UndefinedBehaviorSanitizer
+# make bench, fuzz (SECONDS_EACH=60), format, format-check, install (PREFIX=/usr/local), clean
+
+jobs := $(shell nproc)
+FILE ?=
+SECONDS_EACH ?= 60
+PREFIX ?= /usr/local
+sources = $(shell git ls-files '*.cpp' '*.hpp' 2>/dev/null || find src tests bench fuzz -name '*.[ch]pp')
+configure = cmake -S . -G Ninja -DCMAKE_CXX_COMPILER_LAUNCHER=ccache
+
+.PHONY: all run test sanitize bench fuzz format format-check install clean
+all:
+	@scripts/packages.sh run
+	@$(configure) -B build -DVANTRELO_TESTS=OFF -DCMAKE_INSTALL_PREFIX=$(PREFIX) >build.log 2>&1 || { cat build.log; exit 1; }
+	@cmake --build build -j $(jobs)
+
+run: all
+	@scripts/run.sh build $(FILE)
+
+test:
+	@scripts/packages.sh run test
+	@$(configure) -B build-test -DVANTRELO_TESTS=ON >build.log 2>&1 || { cat build.log; exit 1; }
+	@cmake --build build-test -j $(jobs)
+	@scripts/with_display.sh ctest --test-dir build-test -j $(jobs) --output-on-failure
+
+sanitize:
+	@scripts/packages.sh run test
+	@$(configure) -B build-sanitize -DVANTRELO_TESTS=ON -DVANTRELO_SANITIZE=ON -DCMAKE_BUILD_TYPE=Debug -DCMAKE_CXX_FLAGS=-O1 >build.log 2>&1 \
+		|| { cat build.log; exit 1; }
+	@cmake --build build-sanitize -j $(jobs)
+	@ASAN_OPTIONS=detect_leaks=1:allocator_may_return_null=1 LSAN_OPTIONS=suppressions=$(CURDIR)/scripts/lsan.supp:print_suppressions=0 \
+		UBSAN_OPTIONS=print_stacktrace=1 scripts/with_display.sh ctest --test-dir build-sanitize -j $(jobs) --output-on-failure
+
+bench:
+	@scripts/packages.sh run bench
+	@$(configure) -B build-bench -DVANTRELO_TESTS=OFF -DVANTRELO_BENCH=ON >build.log 2>&1 || { cat build.log; exit 1; }
+	@cmake --build build-bench -j $(jobs)
+	@for program in build-bench/bench/bench_*; do [ -x $$program ] && [ -f $$program ] && QT_QPA_PLATFORM=offscreen $$program || exit 1; done
+
+fuzz:
+	@scripts/packages.sh run fuzz
+	@cmake -S . -G Ninja -B build-fuzz -DCMAKE_CXX_COMPILER=clang++-14 -DVANTRELO_TESTS=OFF -DVANTRELO_FUZZ=ON >build.log 2>&1 || { cat build.log; exit 1; }
+	@cmake --build build-fuzz -j $(jobs) --target fuzz_targets
+	@for program in build-fuzz/fuzz/fuzz_*; do [ -x $$program ] && [ -f $$program ] || continue; \
+		corpus=build-fuzz/corpus/$$(basename $$program); mkdir -p $$corpus; \
+		$$program -max_total_time=$(SECONDS_EACH) -timeout=10 -rss_limit_mb=2048 -print_final_stats=1 $$corpus tests/data/patterns || exit 1; done
+
+format:
+	@scripts/packages.sh test
+	@clang-format-14 -i $(sources)
+
+format-check:
+	@scripts/packages.sh test
+	@clang-format-14 --dry-run --Werror $(sources)
+
+install: all
+	@cmake --install build
+
+clean:
+	@rm -rf build build-* build.log

@@ -1,0 +1,170 @@
+// The queue, the menu, dialogs and boxes through the real windows.
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cstdio>
+#include <fstream>
+
+#include "toolkit/bitmap.hpp"
+#include "toolkit/dialog.hpp"
+#include "toolkit/messages.hpp"
+#include "toolkit/window.hpp"
+
+namespace vntl {
+namespace {
+
+class Windows : public testing::Test {
+protected:
+    void SetUp() override {
+        WindowOpen(640, 400, "Test", "vantrelo");
+        WindowStatusBarParts(std::array{4500, 1500, -1});
+        Menu_Entry file{0, "&File", {}, {}, {}, {}, true, false};
+        file.entries = {{10, "&Open", "Ctrl+O", "hint", {}, {}, false, false}, {}, {11, "Ta&rget", {}, {}, {}, {}, false, true}};
+        WMenu(std::array{file});
+        WindowShow();
+    }
+};
+
+TEST_F(Windows, TheWindowHasTheSizeThatWasAsked) {
+    EXPECT_EQ(WInfoWindow(1), 640);
+    EXPECT_EQ(WInfoWindow(2), 400);
+    WindowResize(500, 300);
+    EXPECT_EQ(WInfoWindow(1), 500);
+    EXPECT_EQ(WMessage().kind, Message_Kind::resize);
+}
+
+TEST_F(Windows, MessagesComeInOrderAndRepeatsMerge) {
+    Post_Message({Message_Kind::command, {.value1 = 7}});
+    Post_Message({Message_Kind::repaint, {}});
+    Post_Message({Message_Kind::repaint, {}});
+    Post_Message({Message_Kind::mouse_move, {.x = 1}});
+    Post_Message({Message_Kind::mouse_move, {.x = 2}});
+    Post_Message({Message_Kind::mouse_down, {.value1 = 1}});
+    EXPECT_EQ(WMessage().record.value1, 7);
+    EXPECT_EQ(WMessage().kind, Message_Kind::repaint);
+    EXPECT_EQ(WMessage().record.x, 2);
+    EXPECT_EQ(WMessage().kind, Message_Kind::mouse_down);
+    int asked = 0;
+    Set_Idle_Source([&] {
+        if (++asked == 3) Post_Message({Message_Kind::timer, {.value1 = 5}});
+        return true;
+    });
+    EXPECT_EQ(WMessage().record.value1, 5);
+    Set_Idle_Source({});
+    WMessageTimer(1, 9, false);
+    EXPECT_EQ(WMessage().record.value1, 9);
+}
+
+TEST_F(Windows, MenuAndStatusBar) {
+    WMenuSetState(10, menu_enabled, 0);
+    WMenuSetState(11, menu_checked, 1);
+    EXPECT_EQ(WMenuGetState(10, menu_enabled), 0);
+    EXPECT_EQ(WMenuGetState(11, menu_checked), 1);
+    EXPECT_EQ(WMenuGetState(99, menu_enabled), -1);
+    WMenuSetString(10, "1. a.dat");
+    EXPECT_EQ(WMenuGetString(10), "1. a.dat");
+    WindowOutStatusBar(2, " X= 1");
+    WindowOutStatusBar(9, "nowhere");
+    EXPECT_EQ(WindowStatusBarText(2), " X= 1");
+}
+
+Dialog_Field Field(int number, Field_Kind kind, const char* label, int group = 0) {
+    Dialog_Field field;
+    field.number = number;
+    field.kind = kind;
+    field.label = label;
+    field.group = group;
+    return field;
+}
+
+TEST_F(Windows, ADialogIsFilledReadAndActedOn) {
+    const Dialog_Resource resource{300,
+                                   "Choose",
+                                   {{Field(20, Field_Kind::label, "Heading")},
+                                    {Field(21, Field_Kind::radio, "&One", 21)},
+                                    {Field(22, Field_Kind::radio, "&Two", 21)},
+                                    {Field(23, Field_Kind::radio, "Three", 21)},
+                                    {Field(1, Field_Kind::push_button, "OK"), Field(2, Field_Kind::push_button, "Cancel")}}};
+    Register_Dialogs(std::array{resource});
+    EXPECT_EQ(WDialogFront(), -1);
+    WDialogLoad(300);
+    WDialogPutRadioButton(22);
+    WDialogPutRadioButton(99);
+    WDialogPutString(20, "<b>as it stands</b>");
+    WDialogFieldState(23, 0);
+    WDialogShow(0, Show_Kind::modal);
+    EXPECT_EQ(WDialogFront(), 300);
+    EXPECT_EQ(WDialogGetRadioButton(21), 22);
+    EXPECT_TRUE(Act_Set_Field(300, 21, "1").ok());
+    EXPECT_EQ(WDialogGetRadioButton(21), 21);
+    EXPECT_TRUE(Act_Set_Field(300, 23, "1").failed);
+    EXPECT_TRUE(Act_Set_Field(300, 20, "1").failed);
+    EXPECT_TRUE(Act_Set_Field(300, 77, "1").failed);
+    int number = 0;
+    EXPECT_TRUE(Field_By_Label(300, "Two", number).ok());
+    EXPECT_EQ(number, 22);
+    EXPECT_TRUE(Field_By_Label(300, "Four", number).failed);
+    const Dialog_View view = Describe_Dialog(300);
+    ASSERT_EQ(view.fields.size(), 6u);
+    EXPECT_EQ(view.fields[0].value, "<b>as it stands</b>");
+    EXPECT_EQ(view.fields[1].label, "One");
+    EXPECT_FALSE(view.fields[3].enabled);
+    EXPECT_TRUE(Act_Press(300, 2).ok());
+    const Message message = WMessage();
+    EXPECT_EQ(message.kind, Message_Kind::push_button);
+    EXPECT_EQ(message.record.win, 300);
+    EXPECT_EQ(message.record.value1, 2);
+    WDialogUnload();
+    EXPECT_FALSE(WDialogLoaded(300));
+}
+
+class Answering : public Stand_In {
+public:
+    Box_Answer answer = Box_Answer::ok;
+    Box_Answer Answer_Box(const Message_Box&) override { return answer; }
+    std::vector<std::string> Answer_Select(Select_Kind) override { return {"/a"}; }
+};
+
+TEST_F(Windows, BoxesGiveTheButtonThatWasPressed) {
+    Answering stand_in;
+    Set_Stand_In(&stand_in);
+    const Box_Answer all[] = {Box_Answer::ok, Box_Answer::cancel, Box_Answer::retry, Box_Answer::yes,
+                              Box_Answer::no, Box_Answer::abort,  Box_Answer::ignore};
+    for (int set = 0; set <= 5; ++set)
+        for (const Box_Answer answer : all) {
+            const auto buttons = static_cast<Box_Buttons>(set);
+            if (!Box_Offers(buttons, answer)) continue;
+            stand_in.answer = answer;
+            EXPECT_EQ(WMessageBox({buttons, Box_Icon::question, 1, "Go on?", "Title"}), answer) << set;
+        }
+    EXPECT_EQ(Box_Default({Box_Buttons::yes_no, Box_Icon::none, 2, "", ""}), Box_Answer::no);
+    EXPECT_EQ(WSelectFile("a|*.a|", Select_Kind::open, "", "t").front(), "/a");
+    Set_Stand_In(nullptr);
+}
+
+TEST(Vector, FilesOfEachKindAndOneThatCannotBeWritten) {
+    const struct {
+        Vector_Format format;
+        const char* magic;
+    } kinds[] = {{Vector_Format::pdf, "%PDF"}, {Vector_Format::svg, "<?xml"}, {Vector_Format::postscript, "%!PS"}};
+    for (const auto& kind : kinds) {
+        const std::string file = testing::TempDir() + "picture_\xC3\xA5";
+        const auto device = Open_Vector_Device(kind.format, file, 842, 526);
+        device->Clear(WRGB(255, 255, 255));
+        device->Text({100, 100}, "2theta µ Å", {101, 0, 10, 16, 0, Justify::left, 0});
+        std::vector<float> x(100000), y(100000);
+        for (std::size_t i = 0; i < x.size(); ++i) x[i] = static_cast<float>(i) * 0.008f, y[i] = static_cast<float>(i % 7);
+        device->Curve({x, y}, {0, 1, Line_Style::solid});
+        ASSERT_TRUE(device->Close().ok());
+        std::ifstream stream(file, std::ios::binary);
+        std::string text((std::istreambuf_iterator<char>(stream)), {});
+        EXPECT_EQ(text.substr(0, std::string(kind.magic).size()), kind.magic);
+        EXPECT_LT(text.size(), 3'000'000u);
+        std::remove(file.c_str());
+        EXPECT_TRUE(Open_Vector_Device(kind.format, "/no/such/place/x.pdf", 10, 10)->Close().failed);
+    }
+    EXPECT_TRUE(Bitmap(4, 4).Save("/no/such/place/x.png").failed);
+}
+
+}  // namespace
+}  // namespace vntl
