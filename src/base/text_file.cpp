@@ -120,7 +120,7 @@ bool Line_Cursor::Next(std::string_view& line) {
     if (cr_ < next_) cr_ = find('\r');
     const char* stop = std::min(lf_, cr_);
     line = {next_, static_cast<std::size_t>(stop - next_)};
-    const bool pair = stop == cr_ && stop != end_ && lf_ == stop + 1;
+    const bool pair = stop == cr_ && lf_ != end_ && lf_ == stop + 1;
     next_ = stop == end_ ? end_ : stop + (pair ? 2 : 1);
     ++number_;
     return true;

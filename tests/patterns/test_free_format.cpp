@@ -45,7 +45,7 @@ TEST(FreeFormat, HeadersOfEveryKind) {
         {"title keyword wins over the range line", "! TITLE from a comment\n10 0.1 12 other\n" + Counts(21), false, 21, 10, 0.1f, 12,
          "from a comment", "2theta"},
         {"seven text lines", "t\na\nb\nc\nd\ne\nf\n0 1 10\n" + Counts(11), false, 11, 0, 1, 10, "t", "2theta"},
-        {"bank line", "title\nBANK   1    11       2 CONST            5.0   0.50   0   0 STD\n" + Counts(11), false, 11, 5, 0.5f, 10, "title",
+        {"bank line", "title\nBANK   1    11       2 CONST" + std::string(18, ' ') + "5.0   0.50   0   0 STD\n" + Counts(11), false, 11, 5, 0.5f, 10, "title",
          "2theta"},
         {"beyond 180 is time of flight", "1000 10 1200\n" + Counts(21), false, 21, 1000, 10, 1200, "", "TOF"},
         {"MDI", "A title\n10.0 0.5 1.0 CU 1.54 20.0 21\n" + Counts(21), true, 21, 10, 0.5f, 20, "A title", "2theta"},

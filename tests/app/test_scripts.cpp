@@ -1,0 +1,197 @@
+// Session scripts through the real program: what a user does, each message that he may meet, and what bad input leaves behind.
+#include "app/testing.hpp"
+
+namespace vntl {
+namespace {
+
+const std::string error_in = "ERROR in file: ";
+
+TEST_F(Program, OpensMovesAndExports) {
+    const auto run = Script(
+        "open " + Pattern("rising.xye") + "\nprint state\ncommand 40106\ncommand 40137\ncommand 40119\nprint state\ncommand 40133\ncommand 40116\n"
+        "print state\ncommand 40111\nprint menu 40111\ncommand 40111\nprint menu 40111\ncommand 40021\nprint state\n"
+        "export a.png\nexport b.svg\nexport c.pdf\nexport d.ps\nexport e.gif\nprint timing\n");
+    EXPECT_EQ(run.status, 1);  // the picture that ends in .gif
+    const auto states = run.With("plot_type");
+    ASSERT_EQ(states.size(), 4u);
+    EXPECT_EQ(states[0]["plot_type"], "single");
+    EXPECT_EQ(states[0]["nperfiles"], 1);
+    EXPECT_EQ(states[0]["xspace"], "2theta");
+    const double x1 = states[0]["x_view_min"], x2 = states[0]["x_view_max"], width = x2 - x1;
+    EXPECT_NEAR(x1, 10, 1e-6);
+    EXPECT_NEAR(x2, 13.8, 1e-5);
+    EXPECT_NEAR(states[1]["x_view_min"].get<double>(), x1 - 0.1 * width + 0.05 * width, 1e-4);
+    EXPECT_NEAR(states[1]["x_view_max"].get<double>(), x2 - 0.1 * width - 0.05 * width, 1e-4);
+    EXPECT_NEAR(states[2]["x_view_max"].get<double>(), x2, 1e-4);
+    EXPECT_NEAR(states[2]["x_view_max"].get<double>() - states[2]["x_view_min"].get<double>(), 0.9 * width, 1e-4);
+    const auto menu = run.With("checked");
+    ASSERT_EQ(menu.size(), 2u);
+    EXPECT_EQ(menu[0]["checked"], true);
+    EXPECT_EQ(menu[1]["checked"], false);
+    EXPECT_EQ(menu[0]["label"], "View target at centre");
+    for (const char* file : {"a.png", "b.svg", "c.pdf", "d.ps"}) EXPECT_GT(fs::file_size(directory / file), 1000u) << file;
+    EXPECT_FALSE(fs::exists(directory / "e.gif"));
+    EXPECT_NE(run.errors.find("line 19: "), std::string::npos) << run.errors;
+}
+
+TEST_F(Program, ASelectionComesInReverseAndTheLastNameDecides) {
+    const auto run = Script("open " + Pattern("eleven_points.dat") + ' ' + Pattern("calculated.xys") + ' ' + Pattern("rising.xye") +
+                            "\nprint rows\nprint state\nprint recent\n");
+    // Read as XYSIGMA throughout: the free-format file, taken last, has no column of numbers in its second half.
+    const auto rows = run.With("kind");
+    ASSERT_GE(rows.size(), 2u);
+    EXPECT_EQ(rows[0]["file_name"], "rising.xye");
+    EXPECT_EQ(rows[1]["file_name"], "calculated.xys");
+    EXPECT_EQ(rows[1]["kind"], "RIETV");
+    EXPECT_EQ(rows[1]["format"], "XYSIGMA");
+    EXPECT_EQ(run.With("plot_type").at(0)["profiles_uniform"], true);
+}
+
+TEST_F(Program, EveryMessageOfALoad) {
+    const auto run = Script(
+        "open missing.xye\nopen " + Pattern("falling.xye") + "\nopen " + Pattern("noise.xye") + "\nopen " + std::string(TEST_DATA) + "\npress OK\nopen " +
+        Pattern("empty.dat") + "\npress 1\nopen " + Pattern("ten_points.dat") + "\npress 1\nopen " + Pattern("huge_claim.dat") + "\npress 1\nopen " +
+        Pattern("strange.dat") + "\nset 1002 1\npress 1\nprint state\nopen " + Pattern("rising.xye") + "\nopen " + Pattern("flight.xye") +
+        "\nprint state\n");
+    EXPECT_EQ(run.status, 1);
+    const auto boxes = run.Boxes();
+    const std::string expected[] = {
+        error_in + "missing.xye\nThe file " + (directory / "missing.xye").string().substr(0, 20),
+        "ERROR Opening file: falling.xye\nxmin value >= xmax value",
+        error_in + "noise.xye\n",
+        error_in + "data\nError opening the file: ",
+        error_in + "empty.dat\nEnd of file *.dat",
+        error_in + "ten_points.dat\nError in Intensity file, Problems reading 2Theta_ini, Step, 2Theta_end",
+        error_in + "huge_claim.dat\nError in Intensity file, Number of intensities values is wrong!!",
+        "Unknown scattering variable: furlongs",
+        "Present space: 2theta, file in TOF,\nIt is not possible to merge different scattering variables",
+    };
+    ASSERT_EQ(boxes.size(), std::size(expected) + 1) << run.output << run.errors;  // after the one about the preferences
+    for (std::size_t i = 0; i < std::size(expected); ++i) EXPECT_EQ(boxes[i + 1].substr(0, expected[i].size()), expected[i]);
+    EXPECT_EQ(run.With("plot_type").at(0)["nperfiles"], 0);
+    EXPECT_EQ(run.With("plot_type").at(1)["nperfiles"], 1);
+}
+
+TEST_F(Program, RecentFilesAndDropsOpenByExtension) {
+    const auto run = Script("drop " + Pattern("no_extension") + "\ncommand 40038\nopen " + Pattern("mixed_case.Xy") + "\ncommand 40038\ncommand 40067\n" +
+                            "open " + Pattern("rising.xye") + "\ncommand 40038\nprint menu 40038\nprint menu 40070\nprint recent\nprint rows\n");
+    const auto boxes = run.Boxes();
+    ASSERT_EQ(boxes.size(), 4u) << run.output;
+    EXPECT_EQ(boxes[1], "Bad name: without extension");
+    EXPECT_EQ(boxes[2], "Unknown file extension ");
+    EXPECT_EQ(boxes[3], "Bad name: without extension");
+    const auto menu = run.With("built");
+    EXPECT_EQ(menu.at(0)["label"], "1. " + Pattern("rising.xye"));
+    EXPECT_EQ(menu.at(1)["label"], "5. <Empty>");
+    EXPECT_EQ(menu.at(1)["enabled"], false);
+    EXPECT_EQ(run.With("recent").at(0)["recent"][0], Pattern("rising.xye"));
+    EXPECT_EQ(run.With("kind").size(), 4u);
+}
+
+TEST_F(Program, TheFormatDialogAsksAndCancels) {
+    const auto run = Script("open " + Pattern("eleven_points.dat") + "\nprint dialog\npress Cancel\nprint state\nopen " + Pattern("eleven_points.dat") +
+                            "\nset \"R3B, R22 (Inst. 3)\" 1\nset 1010 1\nclose\nopen " + Pattern("eleven_points.dat") + "\ncommand 40018\npress 1\nprint state\n");
+    const Json dialog = run.With("dialog").at(0);
+    EXPECT_EQ(dialog["dialog"], 104);
+    EXPECT_EQ(dialog["title"], "Format of the data file");
+    EXPECT_EQ(dialog["fields"][1]["label"], "Free Format (Inst. 0)");
+    EXPECT_EQ(dialog["fields"][1]["value"], "1");
+    EXPECT_EQ(run.With("plot_type").at(0)["nperfiles"], 0);
+    EXPECT_EQ(run.With("plot_type").at(1)["nperfiles"], 1);
+    EXPECT_NE(run.errors.find("line 6: field 1003"), std::string::npos) << run.errors;   // disabled
+    EXPECT_NE(run.errors.find("line 10: command 40018"), std::string::npos) << run.errors;  // not served by the dialog
+}
+
+TEST_F(Program, BadStatementsAreNamedAndTheScriptGoesOn) {
+    const auto run = Script("frobnicate\nopen \"unclosed\ncommand 40014\ncommand 40017\ncommand 99999\nprint nothing\nprint data 1\npress 1\nanswer maybe\n"
+                            "mouse up left a b\nresize 0 5\nkey Nonsense\nprint state # still here\n");
+    EXPECT_EQ(run.status, 1);
+    for (int line = 1; line <= 12; ++line) EXPECT_NE(run.errors.find("line " + std::to_string(line) + ": "), std::string::npos) << line << run.errors;
+    EXPECT_EQ(run.With("plot_type").size(), 1u);
+}
+
+TEST_F(Program, AnswersThatABoxDoesNotOfferFail) {
+    const auto run = Script("answer yes\nopen missing.xye\n");
+    EXPECT_NE(run.errors.find("line 1: "), std::string::npos) << run.errors;
+    EXPECT_EQ(run.With("box").back()["answer"], "ok");
+}
+
+TEST_F(Program, StartUp) {
+    EXPECT_EQ(Run({"--version"}).output, "Vantrelo-2006 Version: 0.50 June 2013\n");
+    EXPECT_EQ(Run({"--help"}).status, 0);
+    for (const auto& wrong : std::vector<std::vector<std::string>>{{"--nonsense"}, {"--export", "a.png"}, {"--script"}, {"--size", "1x1", "a"},
+                                                                   {"--export", "a.png", "--size", "big", "a"}, {"--script", "nowhere.vns"}})
+        EXPECT_EQ(Run(wrong).status, 2) << wrong.front();
+    const auto unknown = Script("print state\n", {Pattern("no_extension")});
+    EXPECT_EQ(unknown.Boxes().at(1), "ERROR: Unkown Data File format");
+    EXPECT_EQ(unknown.status, 1);
+    const auto several = Script("print rows\nprint state\n", {Pattern("eleven_points.dat"), Pattern("rising.xye")});
+    EXPECT_EQ(several.With("kind").at(0)["format"], "FreeFormat");
+    EXPECT_EQ(several.With("kind").at(1)["format"], "XYSIGMA");
+    EXPECT_EQ(several.status, 0) << several.errors;
+    EXPECT_EQ(several.With("box").at(0)["box"], "Loading preferences file");
+    EXPECT_EQ(several.With("box").at(0)["icon"], "information");
+}
+
+TEST_F(Program, NamesWithOddLetters) {
+    const fs::path odd = directory / "a \"b\" 100% \xC3\xA9 <i>.xye";
+    fs::copy_file(Pattern("rising.xye"), odd);
+    const auto run = Script("open \"a \\\"b\\\" 100% \xC3\xA9 <i>.xye\"\nprint rows\n");
+    ASSERT_EQ(run.With("kind").size(), 1u) << run.output;
+    EXPECT_EQ(run.With("kind")[0]["file_name"], odd.filename().string());
+}
+
+TEST_F(Program, ExportWithoutAWindow) {
+    const auto good = Run({"--export", "x.png", "--size", "640x400", Pattern("rising.xye"), Pattern("calculated.xys")});
+    EXPECT_EQ(good.status, 0) << good.errors;
+    EXPECT_EQ(Text_Of(directory / "x.png").substr(16, 8), std::string("\0\0\2\x80\0\0\1\x90", 8));  // 640 x 400 in the PNG's own head
+    const auto partly = Run({"--export", "y.svg", "missing.xye", Pattern("rising.xye")});
+    EXPECT_EQ(partly.status, 1);
+    EXPECT_NE(partly.errors.find("missing.xye"), std::string::npos);
+    EXPECT_TRUE(fs::exists(directory / "y.svg"));
+    EXPECT_EQ(Run({"--export", "z.png", "missing.xye"}).status, 1);
+    EXPECT_FALSE(fs::exists(directory / "z.png"));
+    EXPECT_EQ(Run({"--export", "w.png", "--format", "freeformat", Pattern("rising.xye")}).status, 1);
+}
+
+TEST_F(Program, ExitWritesTheRecentFilesAndQuitDoesNot) {
+    Script("open " + Pattern("rising.xye") + "\nquit\n");
+    EXPECT_FALSE(fs::exists(directory / "vantrelo.mlf"));
+    Script("open " + Pattern("rising.xye") + "\nexit\nprint state\n");
+    EXPECT_EQ(Text_Of(directory / "vantrelo.mlf"), Pattern("rising.xye") + "\n");
+    std::ofstream(directory / "vantrelo.mlf", std::ios::binary) << "\xff\xfe\n\n" << std::string(100000, 'x') << "\n" << Pattern("rising.xye") << "\n\0\n";
+    EXPECT_EQ(Script("print recent\ncommand 40019\n").status, 0);
+}
+
+TEST_F(Program, StartsWithoutAHomeOrWithOneThatCannotBeWritten) {
+    std::ofstream(directory / "script.vns") << "print state\n";
+    EXPECT_EQ(Run({"--script", "script.vns"}, "HOME=").status, 0);
+    EXPECT_EQ(Run({"--script", "script.vns"}, "HOME=/proc").status, 0);
+    EXPECT_EQ(Run({"--script", "script.vns"}, "QUENDRIX=/nowhere").status, 0);
+}
+
+TEST_F(Program, TheTableHoldsTwoThousandPatterns) {
+    std::string names;
+    for (int i = 0; i < 2001; ++i) names += ' ' + Pattern("rising.xye");
+    const auto run = Script("open" + names + "\nprint state\nprint data 21\n");
+    EXPECT_EQ(run.Boxes().back(), "The maximum number of profiles has been attained!");
+    EXPECT_EQ(run.With("plot_type").at(0)["nperfiles"], 2000);
+    const Json row = run.With("x").at(0);
+    EXPECT_TRUE(row.contains("nd") && !row.contains("sigma") && !row.contains("ycalc"));
+}
+
+TEST_F(Program, APictureTellsWhatIsDrawn) {
+    const auto run = Script("open " + Pattern("rising.xye") + "\nprint picture full\n");
+    const Json picture = run.With("markers").at(0);
+    ASSERT_EQ(picture["markers"].size(), 1u);
+    EXPECT_EQ(picture["markers"][0]["glyph"], 221);
+    EXPECT_EQ(picture["markers"][0]["colour"], 255);
+    EXPECT_EQ(picture["markers"][0]["n"], 39);
+    const auto first = picture["markers"][0]["points"][0];
+    EXPECT_NEAR(first[0].get<double>(), 180, 1e-3);  // left edge of the zone: 0.15 of 1200
+    EXPECT_NEAR(first[1].get<double>(), 120 + 560 * 0.05 / 1.1, 1e-2);
+    EXPECT_EQ(picture["texts"][0]["text"], "rising");
+}
+
+}  // namespace
+}  // namespace vntl
