@@ -14,6 +14,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     vntl::Diffraction_Pattern_Type pattern;
     const vntl::Status status = vntl::Read_Xysigma(text, gr, pattern);
     const auto points = static_cast<std::size_t>(pattern.npts);
-    if (status.ok() && (pattern.npts < 1 || pattern.x.size() != points || pattern.y.size() != points || pattern.sigma.size() != points)) std::abort();
+    if (status.ok() && (pattern.npts < 1 || pattern.x.size() != points || pattern.y.size() != points || pattern.sigma.size() != points))
+        std::abort();
     return 0;
 }

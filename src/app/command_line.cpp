@@ -87,7 +87,8 @@ Command_Line Parse_Command_Line(int argc, const char* const* argv) {
     for (std::string& file : line.files) file = Without_Quotes(std::move(file));
     const bool exporting = parser.count("--export") > 0;
     const bool scripted = parser.count("--script") > 0;
-    if (exporting && (line.export_file.empty() || line.files.empty())) return Ending(2, "vantrelo: --export needs a file to write and a pattern\n");
+    if (exporting && (line.export_file.empty() || line.files.empty()))
+        return Ending(2, "vantrelo: --export needs a file to write and a pattern\n");
     if (exporting && scripted) return Ending(2, "vantrelo: --export and --script exclude each other\n");
     if (scripted && line.script.empty()) return Ending(2, "vantrelo: --script needs a file, or - for standard input\n");
     if (!exporting && (!size.empty() || !format.empty())) return Ending(2, "vantrelo: --size and --format belong to --export\n");

@@ -13,7 +13,7 @@ struct Application;
 
 struct Command {
     int id = 0;
-    std::string_view label;  // '&' before the mnemonic letter
+    std::string_view label;                  // '&' before the mnemonic letter
     void (*action)(Application&) = nullptr;  // none: a command still to come, disabled whatever its state says
     std::string_view shortcut = {};
     std::string_view hint = {};

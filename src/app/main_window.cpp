@@ -20,12 +20,23 @@ void Do_Command(Application& app, int id) {
 
 void Ihand_WinRoot(Application& app, const Message& message) {
     switch (message.kind) {
-        case Message_Kind::command: Do_Command(app, message.record.value1); break;
-        case Message_Kind::repaint: Plot_Repaint(app.session); break;
-        case Message_Kind::resize: Plot_Redraw(app.session); break;
-        case Message_Kind::close_request: Exit_Program(app); break;
-        case Message_Kind::files_dropped: Open_Dropped_Files(app, message.record.files); break;
-        default: break;
+        case Message_Kind::command:
+            Do_Command(app, message.record.value1);
+            break;
+        case Message_Kind::repaint:
+            Plot_Repaint(app.session);
+            break;
+        case Message_Kind::resize:
+            Plot_Redraw(app.session);
+            break;
+        case Message_Kind::close_request:
+            Exit_Program(app);
+            break;
+        case Message_Kind::files_dropped:
+            Open_Dropped_Files(app, message.record.files);
+            break;
+        default:
+            break;
     }
 }
 

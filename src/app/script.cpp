@@ -157,7 +157,8 @@ void Script_Runner::At_End() {
 void Script_Runner::Run(const Statement& statement) {
     const auto& kinds = Kinds();
     const auto kind = std::find_if(kinds.begin(), kinds.end(), [&](const auto& row) { return row.name == statement.words.front(); });
-    const Status status = kind == kinds.end() ? Status::Fail("unknown statement " + statement.words.front()) : (this->*kind->run)(statement.words);
+    const Status status =
+        kind == kinds.end() ? Status::Fail("unknown statement " + statement.words.front()) : (this->*kind->run)(statement.words);
     if (status.failed) Fail(statement.line, status.message);
 }
 
@@ -233,7 +234,8 @@ Status Script_Runner::Directory(const Words& words) { return words.size() == 2 ?
 
 Status Script_Runner::Colour_Choice(const Words& words) {
     int part = 0;
-    const bool numbers = std::all_of(words.begin() + 1, words.end(), [&](const auto& w) { return Parse_Integer(w, part) && part >= 0 && part <= 255; });
+    const bool numbers =
+        std::all_of(words.begin() + 1, words.end(), [&](const auto& w) { return Parse_Integer(w, part) && part >= 0 && part <= 255; });
     return words.size() == 4 && numbers ? Status::Done() : Usage("colour R G B");
 }
 

@@ -53,17 +53,31 @@ void Pattern_Scalars(Json& row, const Diffraction_Pattern_Type& p) {
     row["instr"] = Text(p.instr);
     row["filename"] = Text(p.filename);
     row["filepath"] = Text(p.filepath);
-    const std::pair<const char*, float> reals[] = {
-        {"xmin", p.xmin},           {"xmax", p.xmax},       {"ymin", p.ymin},       {"ymax", p.ymax},
-        {"scal", p.scal},           {"monitor", p.monitor}, {"norm_monitor", p.norm_monitor}, {"count_time", p.count_time},
-        {"step", p.step},           {"TSample", p.TSample}, {"TSetting", p.TSetting}};
+    const std::pair<const char*, float> reals[] = {{"xmin", p.xmin},
+                                                   {"xmax", p.xmax},
+                                                   {"ymin", p.ymin},
+                                                   {"ymax", p.ymax},
+                                                   {"scal", p.scal},
+                                                   {"monitor", p.monitor},
+                                                   {"norm_monitor", p.norm_monitor},
+                                                   {"count_time", p.count_time},
+                                                   {"step", p.step},
+                                                   {"TSample", p.TSample},
+                                                   {"TSetting", p.TSetting}};
     for (const auto& [name, value] : reals) row[name] = Real(value);
     row["npts"] = p.npts;
-    const std::pair<const char*, bool> flags[] = {
-        {"constant_step", p.constant_step}, {"has_y", p.has_y},     {"has_ycalc", p.has_ycalc},
-        {"has_bgr", p.has_bgr},             {"has_sigma", p.has_sigma}, {"sigma_is_variance", p.sigma_is_variance},
-        {"al_x", p.al_x},                   {"al_y", p.al_y},       {"al_ycalc", p.al_ycalc},
-        {"al_bgr", p.al_bgr},               {"al_sigma", p.al_sigma}, {"al_istat", p.al_istat}};
+    const std::pair<const char*, bool> flags[] = {{"constant_step", p.constant_step},
+                                                  {"has_y", p.has_y},
+                                                  {"has_ycalc", p.has_ycalc},
+                                                  {"has_bgr", p.has_bgr},
+                                                  {"has_sigma", p.has_sigma},
+                                                  {"sigma_is_variance", p.sigma_is_variance},
+                                                  {"al_x", p.al_x},
+                                                  {"al_y", p.al_y},
+                                                  {"al_ycalc", p.al_ycalc},
+                                                  {"al_bgr", p.al_bgr},
+                                                  {"al_sigma", p.al_sigma},
+                                                  {"al_istat", p.al_istat}};
     for (const auto& [name, value] : flags) row[name] = value;
     row["conv"] = Json::array();
     for (const float value : p.conv) row["conv"].push_back(Real(value));
@@ -173,15 +187,20 @@ Json Fit(const Calculation_Lists& lists) {
         peaks.push_back({{"pos", Real(peak.x)}, {"y", Real(peak.y)}, {"half_x", Real(peak.half_x)}, {"half_y", Real(peak.half_y)}});
     Json background = Json::array();
     for (const Background_Mark& point : lists.background) background.push_back({{"x", Real(point.x)}, {"y", Real(point.y)}});
-    return {{"x_ini", Real(fit.a1)},     {"y_ini", Real(fit.b1)},     {"x_ini_set", fit.lower_set}, {"x_fin", Real(fit.a2)}, {"y_fin", Real(fit.b2)},
-            {"x_fin_set", fit.upper_set}, {"fit_done", fit.done}, {"peaks", peaks},             {"background", background}};
+    return {{"x_ini", Real(fit.a1)}, {"y_ini", Real(fit.b1)}, {"x_ini_set", fit.lower_set},
+            {"x_fin", Real(fit.a2)}, {"y_fin", Real(fit.b2)}, {"x_fin_set", fit.upper_set},
+            {"fit_done", fit.done},  {"peaks", peaks},        {"background", background}};
 }
 
 Json Dialog(int dialog) {
     const Dialog_View view = Describe_Dialog(dialog);
     Json fields = Json::array();
     for (const Field_View& field : view.fields)
-        fields.push_back({{"field", field.number}, {"kind", field.kind}, {"label", Text(field.label)}, {"value", Text(field.value)}, {"enabled", field.enabled}});
+        fields.push_back({{"field", field.number},
+                          {"kind", field.kind},
+                          {"label", Text(field.label)},
+                          {"value", Text(field.value)},
+                          {"enabled", field.enabled}});
     return {{"dialog", view.number}, {"title", Text(view.title)}, {"fields", fields}};
 }
 
@@ -224,9 +243,9 @@ Json Preferences_Json(const Preferences& prefs) {
 }
 
 Json Paths(const Configuration& config) {
-    return {{"os_tag", config.os_tag},       {"sep", std::string(1, config.sep)},  {"start_dir", config.start_dir},
+    return {{"os_tag", config.os_tag},         {"sep", std::string(1, config.sep)},   {"start_dir", config.start_dir},
             {"launch_dir", config.launch_dir}, {"quendrix_dir", config.quendrix_dir}, {"config_dir", config.config_dir},
-            {"last_dir", config.last_dir},   {"pcr_file", config.pcr_file},        {"set_file", config.set_file},
+            {"last_dir", config.last_dir},     {"pcr_file", config.pcr_file},         {"set_file", config.set_file},
             {"mru_file", config.mru_file}};
 }
 
@@ -331,7 +350,8 @@ Json Background(const Calculation_Lists& lists) {
 
 Json Generated(const Calculation_Lists& lists) {
     Json list = Json::array();
-    for (const Reflection_Mark& mark : lists.hklgen) list.push_back({{"x", Real(mark.x)}, {"y", Real(mark.y)}, {"label", Text(mark.label)}});
+    for (const Reflection_Mark& mark : lists.hklgen)
+        list.push_back({{"x", Real(mark.x)}, {"y", Real(mark.y)}, {"label", Text(mark.label)}});
     return {{"hklgen", list}};
 }
 
@@ -387,8 +407,10 @@ Status Print_State(Application& app, std::ostream& output, int dialog, const std
     else if (what == "paths")
         Write_Json_Line(output, {{"paths", Paths(session.config)}});
     else if (what == "timing")
-        Write_Json_Line(output,
-                        {{"timing", {{"read", Real(session.plot.read_ms)}, {"draw", Real(session.plot.draw_ms)}, {"points", session.plot.drawn_points}}}});
+        Write_Json_Line(
+            output,
+            {{"timing",
+              {{"read", Real(session.plot.read_ms)}, {"draw", Real(session.plot.draw_ms)}, {"points", session.plot.drawn_points}}}});
     else
         return Status::Fail("there is nothing to print by the name of " + what);
     return Status::Done();

@@ -77,7 +77,8 @@ int Dimension(const std::optional<std::string>& text, int from_preferences) {
 
 void Open_Main_Window(Application& app, const Command_Line& line) {
     const Window_Prefs& prefs = app.session.prefs.window;
-    WindowOpen(Dimension(line.width, prefs.win_width), Dimension(line.height, prefs.win_height), app.session.config.Window_Title(), "vantrelo");
+    WindowOpen(Dimension(line.width, prefs.win_width), Dimension(line.height, prefs.win_height), app.session.config.Window_Title(),
+               "vantrelo");
     WindowStatusBarParts(status_widths);
     WMenu(Menu_Bar());
     WindowShow();

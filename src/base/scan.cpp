@@ -27,9 +27,7 @@ bool Take_Real_Field(const char*& p, const char* end, float& value) {
     return true;
 }
 
-bool Take_Integer_Field(const char*& p, const char* end, int& value) {
-    return Parse_Int(p, end, value) && (p == end || Is_Blank(*p));
-}
+bool Take_Integer_Field(const char*& p, const char* end, int& value) { return Parse_Int(p, end, value) && (p == end || Is_Blank(*p)); }
 
 // Takes the next word off the front of `line`. False, without a word, at the end or when a quote is not closed.
 bool Take_Word(std::string_view& line, std::string_view& word, bool& balanced) {

@@ -74,7 +74,8 @@ std::size_t Count_Lines(std::string_view text) {
     for (const char* from = text.data(); from < last;) {
         const char* const to = from + std::min(block, static_cast<std::size_t>(last - from));
         unsigned char ends = 0;
-        for (; from < to; ++from) ends = static_cast<unsigned char>(ends + (from[0] == '\n' || (from[0] == '\r' && from[1] != '\n') ? 1 : 0));
+        for (; from < to; ++from)
+            ends = static_cast<unsigned char>(ends + (from[0] == '\n' || (from[0] == '\r' && from[1] != '\n') ? 1 : 0));
         lines += ends;
     }
     return lines + 1;

@@ -42,7 +42,7 @@ class Line_Cursor {
 public:
     explicit Line_Cursor(std::string_view text) : next_(text.data()), end_(text.data() + text.size()), lf_(nullptr), cr_(nullptr) {}
 
-    bool Next(std::string_view& line);  // false at the end of the text
+    bool Next(std::string_view& line);      // false at the end of the text
     int Number() const { return number_; }  // of the line taken last, from 1; 0 before the first
     bool At_End() const { return next_ == end_; }
     std::string_view Rest() const { return {next_, static_cast<std::size_t>(end_ - next_)}; }

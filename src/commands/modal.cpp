@@ -12,12 +12,17 @@ int Run_Modal(Session& session, int dialog) {
     while (pressed == 0) {
         const Message message = WMessage();
         switch (message.kind) {
-            case Message_Kind::repaint: Plot_Repaint(session); break;
-            case Message_Kind::resize: resized = true; break;
+            case Message_Kind::repaint:
+                Plot_Repaint(session);
+                break;
+            case Message_Kind::resize:
+                resized = true;
+                break;
             case Message_Kind::push_button:
                 if (message.record.win == dialog) pressed = message.record.value1;
                 break;
-            default: break;  // everything else waits for the end of the dialog, and is void by then
+            default:
+                break;  // everything else waits for the end of the dialog, and is void by then
         }
     }
     if (resized) Post_Message({Message_Kind::resize, {}});

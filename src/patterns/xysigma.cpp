@@ -16,8 +16,8 @@ namespace vntl {
 
 namespace {
 
-constexpr float negligible = 1e-6f;     // below it a variance, or a value of a terminator line, counts as zero
-constexpr int first_terminator = 11;    // a line of zeros ends the data from this line on
+constexpr float negligible = 1e-6f;   // below it a variance, or a value of a terminator line, counts as zero
+constexpr int first_terminator = 11;  // a line of zeros ends the data from this line on
 constexpr std::string_view gr_mark = "#L r";
 
 constexpr std::string_view no_points = " Error in Intensity/Profile file, Number of points negative or zero!";

@@ -139,11 +139,20 @@ void Draw_Marks(const Session& session, Graphics& g) {
     if (session.plot.plot_type != "calculation" || !View_Of(session.plot).Drawable()) return;
     const Data_Units units(session.plot, g);
     switch (session.plot.ClickMode) {
-        case 1: Draw_Fit(session, g); break;
-        case 2: Draw_Peaks(session, g); break;
-        case 3: Draw_Background(session, g); break;
-        case 4: Draw_Reflections(session, g); break;
-        default: break;
+        case 1:
+            Draw_Fit(session, g);
+            break;
+        case 2:
+            Draw_Peaks(session, g);
+            break;
+        case 3:
+            Draw_Background(session, g);
+            break;
+        case 4:
+            Draw_Reflections(session, g);
+            break;
+        default:
+            break;
     }
 }
 

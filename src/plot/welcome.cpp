@@ -23,7 +23,9 @@ void Write_Line(Graphics& g, const Welcome_Line& line, std::string_view text) {
 }
 
 Colour Mix(Colour a, Colour b, double part_of_b) {
-    const auto channel = [&](unsigned from, unsigned to) { return static_cast<unsigned>(std::lround(from + (double(to) - from) * part_of_b)); };
+    const auto channel = [&](unsigned from, unsigned to) {
+        return static_cast<unsigned>(std::lround(from + (double(to) - from) * part_of_b));
+    };
     return WRGB(channel(Red(a), Red(b)), channel(Green(a), Green(b)), channel(Blue(a), Blue(b)));
 }
 
@@ -31,7 +33,8 @@ Colour Mix(Colour a, Colour b, double part_of_b) {
 void Draw_Ornament(Graphics& g) {
     constexpr struct {
         float place, height;
-    } reflections[] = {{0.12f, 1.0f}, {0.17f, 0.47f}, {0.35f, 0.26f}, {0.50f, 0.33f}, {0.55f, 0.12f}, {0.74f, 0.07f}, {0.88f, 0.14f}, {0.93f, 0.13f}};
+    } reflections[] = {{0.12f, 1.0f},  {0.17f, 0.47f}, {0.35f, 0.26f}, {0.50f, 0.33f},
+                       {0.55f, 0.12f}, {0.74f, 0.07f}, {0.88f, 0.14f}, {0.93f, 0.13f}};
     constexpr int points = 1200;
     constexpr float left = 240, width = 720, foot = 212, tall = 110;
     std::vector<float> x, y;

@@ -11,8 +11,8 @@ namespace vntl {
 namespace {
 
 constexpr int xspace_commands[] = {40042, 40043, 40017, 40089, 40081};
-constexpr std::string_view plot_forms[] = {"none",           "single",             "multi",   "multi_log",  "calculation",
-                                           "graph2dcontour", "graph2dcontour_log", "graph3d", "graph3dsurf"};
+constexpr std::string_view plot_forms[] = {
+    "none", "single", "multi", "multi_log", "calculation", "graph2dcontour", "graph2dcontour_log", "graph3d", "graph3dsurf"};
 
 template <class T>
 bool Length_Is_Or_None(const std::vector<T>& array, std::int32_t length) {
@@ -51,9 +51,9 @@ std::string Fault_Of_Store(const Profile_Store& store) {
 
 std::string Fault_Of_Plot(const Session& session) {
     const Plot_State& plot = session.plot;
-    const float numbers[] = {plot.x_all_min,  plot.x_all_max,  plot.y_all_min,  plot.y_all_max,    plot.x_view_min, plot.x_view_max,
-                             plot.y_view_min, plot.y_view_max, plot.drawn_x1,   plot.drawn_x2,     plot.drawn_y1,   plot.drawn_y2,
-                             plot.shift_x,    plot.shift_y,    plot.diff_base,  plot.y_prf_bottom, plot.diff_band};
+    const float numbers[] = {plot.x_all_min,  plot.x_all_max,  plot.y_all_min, plot.y_all_max,    plot.x_view_min, plot.x_view_max,
+                             plot.y_view_min, plot.y_view_max, plot.drawn_x1,  plot.drawn_x2,     plot.drawn_y1,   plot.drawn_y2,
+                             plot.shift_x,    plot.shift_y,    plot.diff_base, plot.y_prf_bottom, plot.diff_band};
     if (!std::all_of(std::begin(numbers), std::end(numbers), [](float v) { return std::isfinite(v); })) return "view not finite";
     if (plot.x_view_min > plot.x_view_max || plot.y_view_min > plot.y_view_max) return "view turned round";
     if (std::find(std::begin(plot_forms), std::end(plot_forms), plot.plot_type) == std::end(plot_forms)) return "plot_type";

@@ -58,21 +58,16 @@ struct Load_Rule {
 
 constexpr Load_Rule load_rules[] = {
     {Kind::two_theta, Kind::two_theta, ""},
-    {Kind::two_theta, Kind::tof,
-     "Present space: 2theta, file in TOF,\nIt is not possible to merge different scattering variables "},
-    {Kind::two_theta, Kind::mono,
-     "Present Space: 2theta, file type Integrated Intensity,\nconversion of xspace is not permitted"},
-    {Kind::two_theta, Kind::general,
-     "Present Space: 2theta, file type: General Abcisa,\nIt is not possible to merge different x-spaces"},
+    {Kind::two_theta, Kind::tof, "Present space: 2theta, file in TOF,\nIt is not possible to merge different scattering variables "},
+    {Kind::two_theta, Kind::mono, "Present Space: 2theta, file type Integrated Intensity,\nconversion of xspace is not permitted"},
+    {Kind::two_theta, Kind::general, "Present Space: 2theta, file type: General Abcisa,\nIt is not possible to merge different x-spaces"},
 
-    {Kind::tof, Kind::two_theta,
-     "Present space: TOF, file in 2theta,\nIt is not possible to merge different scattering variables"},
+    {Kind::tof, Kind::two_theta, "Present space: TOF, file in 2theta,\nIt is not possible to merge different scattering variables"},
     {Kind::tof, Kind::tof, ""},
     {Kind::tof, Kind::mono, "Present space: TOF, file type Integrated Intensity,\nconversion of xspace is not permitted"},
     {Kind::tof, Kind::general, "Present Space: TOF, file type: General Abcisa,\nIt is not possible to merge different x-spaces"},
 
-    {Kind::mono, Kind::two_theta,
-     "Present space: Integrated Intensity, file in 2theta,\nconversion of xspace is not permitted"},
+    {Kind::mono, Kind::two_theta, "Present space: Integrated Intensity, file in 2theta,\nconversion of xspace is not permitted"},
     {Kind::mono, Kind::tof, "Present space: Integrated Intensity, file in TOF,\nconversion of xspace is not permitted"},
     {Kind::mono, Kind::mono,
      "Present space: Integrated Intensity, file type Integrated Intensity,\n"
@@ -104,8 +99,7 @@ constexpr Load_Rule load_rules[] = {
     // A second file of the same general abscissa is accepted before these are looked at.
     {Kind::general, Kind::two_theta, "Present space: {K}, file in 2Theta,\nIt is not possible to merge different x-spaces"},
     {Kind::general, Kind::tof, "Present space: {K}, file in TOF,\nIt is not possible to merge different x-spaces"},
-    {Kind::general, Kind::mono,
-     "Present Space: {K}, file type Integrated Intensity \nIt is not possible to merge different x-spaces"},
+    {Kind::general, Kind::mono, "Present Space: {K}, file type Integrated Intensity \nIt is not possible to merge different x-spaces"},
     {Kind::general, Kind::general, "Present Space: {K}, file type General Abcisa \nIt is not possible to merge different x-spaces"},
 };
 
@@ -117,7 +111,9 @@ Status Join_Empty(Session& session, const Diffraction_Pattern_Type& pattern, std
     switch (file->kind) {
         case Kind::two_theta:
         case Kind::tof:
-        case Kind::mono: Set_Xspace(session, scat_var); break;
+        case Kind::mono:
+            Set_Xspace(session, scat_var);
+            break;
         default:
             if (file->kind == Kind::d && !Contains(scat_var, "d-spacing")) return Unknown_Variable(scat_var);
             if (Trim(pattern.legend_x).empty())

@@ -39,7 +39,8 @@ std::size_t First_At(const Series& s, double x) {
 }
 
 std::size_t End_At(const Series& s, double x) {
-    const auto found = std::partition_point(s.x.begin(), s.x.end(), [&](float value) { return s.x0 + s.x_scale * static_cast<double>(value) <= x; });
+    const auto found =
+        std::partition_point(s.x.begin(), s.x.end(), [&](float value) { return s.x0 + s.x_scale * static_cast<double>(value) <= x; });
     return std::min(s.x.size(), static_cast<std::size_t>(found - s.x.begin()) + 1);
 }
 
@@ -158,7 +159,8 @@ void Curve_Raster::Paint(const Pixel_Buffer& target, const Pixel_Rect& clip, int
     }
 }
 
-void Curve_Raster::Curve(const Pixel_Buffer& target, const Pixel_Rect& clip, const Series& series, double width, Colour colour, bool reduced) {
+void Curve_Raster::Curve(const Pixel_Buffer& target, const Pixel_Rect& clip, const Series& series, double width, Colour colour,
+                         bool reduced) {
     if (clip.x1 >= clip.x2 || clip.y1 >= clip.y2) return;
     const double radius = std::max(0.5, 0.5 * width);
     const int margin = static_cast<int>(std::ceil(radius)) + 1;
@@ -236,7 +238,8 @@ Sprite Make_Sprite(const Marker_Style& style) {
 
 }  // namespace
 
-void Curve_Raster::Markers(const Pixel_Buffer& target, const Pixel_Rect& clip, const Series& series, const Marker_Style& style, bool reduced) {
+void Curve_Raster::Markers(const Pixel_Buffer& target, const Pixel_Rect& clip, const Series& series, const Marker_Style& style,
+                           bool reduced) {
     if (clip.x1 >= clip.x2 || clip.y1 >= clip.y2 || style.glyph == 0) return;
     const Sprite sprite = Make_Sprite(style);
     // A frame around the clip holds the sprites that reach out of it and takes the points whose sprites reach in.

@@ -18,10 +18,10 @@ enum class Field_Kind { label, radio, image, push_button };
 struct Dialog_Field {
     int number = 0;
     Field_Kind kind = Field_Kind::label;
-    std::string label;                // '&' before the mnemonic letter
-    int group = 0;                    // radio: number of the group's first field
-    std::string image;                // image: name of a resource
-    bool heading = false;             // label: larger and bold
+    std::string label;     // '&' before the mnemonic letter
+    int group = 0;         // radio: number of the group's first field
+    std::string image;     // image: name of a resource
+    bool heading = false;  // label: larger and bold
 };
 
 // Fields of one row stand side by side; rows stand under one another. Push buttons 1 and 2 go to the foot of the dialog.

@@ -144,7 +144,8 @@ void Graphics::IGrMarker(float x, float y, int glyph) {
     const Text_Style size = Current_Text();
     const Point at = To_Device(x, y);
     const float one = 1.0f;
-    device_.Markers({std::span(&one, 1), std::span(&one, 1), at.x, 0, at.y, 0}, {glyph, size.width, size.height, colour_, fill_style_ == fill_solid});
+    device_.Markers({std::span(&one, 1), std::span(&one, 1), at.x, 0, at.y, 0},
+                    {glyph, size.width, size.height, colour_, fill_style_ == fill_solid});
 }
 
 float Graphics::Text_Width(std::string_view text) const {

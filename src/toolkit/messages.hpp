@@ -25,8 +25,22 @@ enum class Message_Kind {
 };
 
 // Key codes beyond the printable characters, which stand for themselves.
-enum Key : int { key_escape = 27, key_enter = 13, key_tab = 9, key_backspace = 8, key_delete = 127, key_left = 1001, key_right, key_up, key_down_arrow,
-    key_home, key_end, key_page_up, key_page_down, key_f1 = 1101 };
+enum Key : int {
+    key_escape = 27,
+    key_enter = 13,
+    key_tab = 9,
+    key_backspace = 8,
+    key_delete = 127,
+    key_left = 1001,
+    key_right,
+    key_up,
+    key_down_arrow,
+    key_home,
+    key_end,
+    key_page_up,
+    key_page_down,
+    key_f1 = 1101
+};
 
 // Code of a key by its name, "Escape", "Left", "F5", "a"; 0 for an unknown one.
 int Key_Code(std::string_view name);

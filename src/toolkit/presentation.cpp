@@ -16,14 +16,14 @@ namespace vntl {
 namespace {
 
 constexpr double page_units_x = 1200, page_units_y = 800;
-constexpr double tick_size = 0.8;          // setting of the tick length
-constexpr double ticks_a_zone = 80;        // a tick of size 1 is the zone's width through this
-constexpr double number_gap = 5;           // page units between a tick and its number
-constexpr double title_share = 0.38;       // base line of the title, share of the upper margin above the box
-constexpr double xlabel_share = 0.60;      // of the x label, share of the lower margin under the box
-constexpr double ylabel_share = 0.74;      // of the y label, share of the left margin left of the box
-constexpr double numbers_share = 0.66;     // room of the y numbers, share of the left margin
-constexpr double widest_title = 0.96;      // share of the area's width, or height
+constexpr double tick_size = 0.8;               // setting of the tick length
+constexpr double ticks_a_zone = 80;             // a tick of size 1 is the zone's width through this
+constexpr double number_gap = 5;                // page units between a tick and its number
+constexpr double title_share = 0.38;            // base line of the title, share of the upper margin above the box
+constexpr double xlabel_share = 0.60;           // of the x label, share of the lower margin under the box
+constexpr double ylabel_share = 0.74;           // of the y label, share of the left margin left of the box
+constexpr double numbers_share = 0.66;          // room of the y numbers, share of the left margin
+constexpr double widest_title = 0.96;           // share of the area's width, or height
 constexpr double key_symbol = 28, key_gap = 8;  // page units
 
 // Every 1st, 2nd, 5th, 10th ... tick gets its number, so that they stay apart.
@@ -36,9 +36,7 @@ int Numbered_Every(double spacing, double needed) {
 }
 
 // Whether a tick carries a number when only each `every`-th does: multiples of that many steps do.
-bool Has_Number(float value, float step, int every) {
-    return every == 1 || std::lround(static_cast<double>(value) / step) % every == 0;
-}
+bool Has_Number(float value, float step, int every) { return every == 1 || std::lround(static_cast<double>(value) / step) % every == 0; }
 
 // The style made small enough for the text to be no longer than `room`.
 Text_Style Fitted(const Device& device, std::string_view text, Text_Style style, double room) {
@@ -109,7 +107,8 @@ void Graphics::IPgXYPairs(std::span<const float> x, std::span<const float> y) {
     device_.Set_Clip(box);
     if (plot_type_ == 7) {
         const Text_Style size = Current_Text();
-        if (style.marker != 0) device_.Markers(series, {style.marker, size.width, size.height, style.marker_colour, style.fill == fill_solid});
+        if (style.marker != 0)
+            device_.Markers(series, {style.marker, size.width, size.height, style.marker_colour, style.fill == fill_solid});
     } else if (style.line_style >= 0) {
         device_.Curve(series, {style.line_colour, line_width_, static_cast<Line_Style>(style.line_style)});
     }
@@ -125,7 +124,8 @@ void Graphics::IPgErrorBars(std::span<const float> x, std::span<const float> y, 
         const Point low = Plot_To_Device(x[i], y[i] - half_length[i]), high = Plot_To_Device(x[i], y[i] + half_length[i]);
         if (!std::isfinite(low.x) || !std::isfinite(low.y) || !std::isfinite(high.y)) continue;
         device_.Polyline(std::array<Point, 2>{{low, high}}, pen);
-        for (const Point end : {low, high}) device_.Polyline(std::array<Point, 2>{{{end.x - half_cap, end.y}, {end.x + half_cap, end.y}}}, pen);
+        for (const Point end : {low, high})
+            device_.Polyline(std::array<Point, 2>{{{end.x - half_cap, end.y}, {end.x + half_cap, end.y}}}, pen);
     }
     Clip_To_Area();
 }
@@ -169,7 +169,8 @@ void Graphics::IPgYScale(std::string_view flags, float x_at) {
     style.justify = Justify::right;
     std::string longest;
     for (const float value : axis.values)
-        if (const std::string text = Tick_Text(value, axis.exponent); device_.Text_Width(text, style) > device_.Text_Width(longest, style)) longest = text;
+        if (const std::string text = Tick_Text(value, axis.exponent); device_.Text_Width(text, style) > device_.Text_Width(longest, style))
+            longest = text;
     style = Fitted(device_, longest, style, numbers_share * (box.x1 - area_.x1) - tick - number_gap * unit_x);
     const double em = Em_Of_Cell(style.width, style.height);
     const double spacing = std::fabs(axis.step / (py2_ - py1_)) * (box.y2 - box.y1);
@@ -202,7 +203,8 @@ void Graphics::IPgXLabel(std::string_view text, char position) {
     Text_Style style = Fitted(device_, text, Current_Text(), box.x2 - box.x1);
     style.justify = position == 'L' ? Justify::left : position == 'R' ? Justify::right : Justify::centre;
     const double em = Em_Of_Cell(style.width, style.height);
-    device_.Text({Along(box.x1, box.x2, position, 'L', 'R'), box.y1 - xlabel_share * (box.y1 - area_.y1) - 0.5 * cap_height * em}, text, style);
+    device_.Text({Along(box.x1, box.x2, position, 'L', 'R'), box.y1 - xlabel_share * (box.y1 - area_.y1) - 0.5 * cap_height * em}, text,
+                 style);
 }
 
 void Graphics::IPgYLabelLeft(std::string_view text, std::string_view position) {
@@ -218,7 +220,8 @@ void Graphics::IPgYLabelLeft(std::string_view text, std::string_view position) {
         style = Fitted(device_, text, style, room);
         style.justify = Justify::left;
         const double em = Em_Of_Cell(style.width, style.height);
-        const double y = top ? box.y2 + 0.12 * (area_.y2 - box.y2) : Along(box.y1, box.y2, place, 'B', 'T') - (place == 'C' ? 0.5 * cap_height * em : 0);
+        const double y =
+            top ? box.y2 + 0.12 * (area_.y2 - box.y2) : Along(box.y1, box.y2, place, 'B', 'T') - (place == 'C' ? 0.5 * cap_height * em : 0);
         device_.Text({left, y}, text, style);
         return;
     }
@@ -244,7 +247,8 @@ void Graphics::IPgBorder() {
 }
 
 void Graphics::IPgKey(float x, float y, int set, std::string_view text) {
-    const Set_Style style = set >= 1 && static_cast<std::size_t>(set) <= styles_.size() ? styles_[static_cast<std::size_t>(set - 1)] : Set_Style{};
+    const Set_Style style =
+        set >= 1 && static_cast<std::size_t>(set) <= styles_.size() ? styles_[static_cast<std::size_t>(set - 1)] : Set_Style{};
     const Point at = To_Device(x, y);
     const double unit_x = device_.Width() / page_units_x;
     const Text_Style size = Current_Text();

@@ -28,9 +28,12 @@ cairo_status_t Append(void* text, const unsigned char* data, unsigned length) {
 
 cairo_surface_t* Surface(Vector_Format format, std::string& text, double width, double height) {
     switch (format) {
-        case Vector_Format::postscript: return cairo_ps_surface_create_for_stream(Append, &text, width, height);
-        case Vector_Format::svg: return cairo_svg_surface_create_for_stream(Append, &text, width, height);
-        case Vector_Format::pdf: return cairo_pdf_surface_create_for_stream(Append, &text, width, height);
+        case Vector_Format::postscript:
+            return cairo_ps_surface_create_for_stream(Append, &text, width, height);
+        case Vector_Format::svg:
+            return cairo_svg_surface_create_for_stream(Append, &text, width, height);
+        case Vector_Format::pdf:
+            return cairo_pdf_surface_create_for_stream(Append, &text, width, height);
     }
     return nullptr;
 }
@@ -38,7 +41,11 @@ cairo_surface_t* Surface(Vector_Format format, std::string& text, double width, 
 class Cairo_Device : public Vector_Device {
 public:
     Cairo_Device(Vector_Format format, std::string file, double width, double height)
-        : file_(std::move(file)), width_(width), height_(height), surface_(Surface(format, text_, width, height)), cairo_(cairo_create(surface_)) {
+        : file_(std::move(file)),
+          width_(width),
+          height_(height),
+          surface_(Surface(format, text_, width, height)),
+          cairo_(cairo_create(surface_)) {
         unit_ = points_a_line_unit * Line_Unit(width / points_a_line_unit, height / points_a_line_unit);
         cairo_set_line_join(cairo_, CAIRO_LINE_JOIN_ROUND);
         cairo_save(cairo_);
@@ -238,7 +245,8 @@ private:
     }
 
     double Choose_Font(const Text_Style& style) const {
-        cairo_select_font_face(cairo_, Family_Of(style.font).family, (style.style & style_italic) != 0 ? CAIRO_FONT_SLANT_ITALIC : CAIRO_FONT_SLANT_NORMAL,
+        cairo_select_font_face(cairo_, Family_Of(style.font).family,
+                               (style.style & style_italic) != 0 ? CAIRO_FONT_SLANT_ITALIC : CAIRO_FONT_SLANT_NORMAL,
                                (style.style & style_bold) != 0 ? CAIRO_FONT_WEIGHT_BOLD : CAIRO_FONT_WEIGHT_NORMAL);
         const double em = Em_Of_Cell(style.width, style.height);
         cairo_set_font_size(cairo_, em);

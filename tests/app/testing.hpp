@@ -56,7 +56,8 @@ protected:
 
     Run_Result Run(const std::vector<std::string>& arguments, const std::string& environment = {}) const {
         const fs::path out = directory / "out.txt", err = directory / "err.txt";
-        std::string line = "cd " + Quoted(directory) + " && HOME=" + Quoted(directory / "home") + ' ' + environment + " timeout 100 " + VANTRELO_PROGRAM;
+        std::string line =
+            "cd " + Quoted(directory) + " && HOME=" + Quoted(directory / "home") + ' ' + environment + " timeout 100 " + VANTRELO_PROGRAM;
         for (const std::string& argument : arguments) line += ' ' + Quoted(argument);
         line += " >" + Quoted(out) + " 2>" + Quoted(err) + " </dev/null";
         Run_Result result;

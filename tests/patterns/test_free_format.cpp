@@ -45,8 +45,8 @@ TEST(FreeFormat, HeadersOfEveryKind) {
         {"title keyword wins over the range line", "! TITLE from a comment\n10 0.1 12 other\n" + Counts(21), false, 21, 10, 0.1f, 12,
          "from a comment", "2theta"},
         {"seven text lines", "t\na\nb\nc\nd\ne\nf\n0 1 10\n" + Counts(11), false, 11, 0, 1, 10, "t", "2theta"},
-        {"bank line", "title\nBANK   1    11       2 CONST" + std::string(18, ' ') + "5.0   0.50   0   0 STD\n" + Counts(11), false, 11, 5, 0.5f, 10, "title",
-         "2theta"},
+        {"bank line", "title\nBANK   1    11       2 CONST" + std::string(18, ' ') + "5.0   0.50   0   0 STD\n" + Counts(11), false, 11, 5,
+         0.5f, 10, "title", "2theta"},
         {"beyond 180 is time of flight", "1000 10 1200\n" + Counts(21), false, 21, 1000, 10, 1200, "", "TOF"},
         {"MDI", "A title\n10.0 0.5 1.0 CU 1.54 20.0 21\n" + Counts(21), true, 21, 10, 0.5f, 20, "A title", "2theta"},
         {"repeat counts and commas", "0 1 10\n5*7, 6*8\n", false, 11, 0, 1, 10, "", "2theta"},
@@ -90,8 +90,9 @@ TEST(FreeFormat, EveryFault) {
 }
 
 TEST(ReadPattern, ExtensionsDecideOrAsk) {
-    const std::pair<const char*, int> cases[] = {{".CSV", 12}, {"udf", 12}, {".Jcp", 12}, {".xrdml", 12}, {".Xy", 9}, {".XYS", 9}, {".xye", 9},
-                                                 {".UXD", 8},  {".sim", 1}, {".MDI", 1},  {".cif", 15},   {".dat", 0}, {".gr", 0},  {"", 0}};
+    const std::pair<const char*, int> cases[] = {{".CSV", 12}, {"udf", 12}, {".Jcp", 12}, {".xrdml", 12}, {".Xy", 9},
+                                                 {".XYS", 9},  {".xye", 9}, {".UXD", 8},  {".sim", 1},    {".MDI", 1},
+                                                 {".cif", 15}, {".dat", 0}, {".gr", 0},   {"", 0}};
     for (const auto& [extension, code] : cases) EXPECT_EQ(Format_Of_Extension(extension), code) << extension;
     EXPECT_TRUE(Is_Pattern_Extension(".gr") && Is_Pattern_Extension(".GR"));
     EXPECT_FALSE(Is_Pattern_Extension(".Gr") || Is_Pattern_Extension(".prf") || Is_Pattern_Extension(""));

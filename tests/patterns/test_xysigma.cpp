@@ -91,7 +91,8 @@ TEST(Xysigma, InterpolationOntoAGridFollowsALine) {
 }
 
 TEST(Xysigma, PairDistributionFunctions) {
-    const auto p = Good("any 1 2 3\n ... title=Nickel (sim)\n#L r(A) G(r)\n1.0 2.0 9 0.5\n1.1 -3.0 9 0.5\n1.2 4.0 9 0.5\n1.3 5.0 9 0.5\n", true);
+    const auto p =
+        Good("any 1 2 3\n ... title=Nickel (sim)\n#L r(A) G(r)\n1.0 2.0 9 0.5\n1.1 -3.0 9 0.5\n1.2 4.0 9 0.5\n1.3 5.0 9 0.5\n", true);
     EXPECT_EQ(p.npts, 3);
     EXPECT_EQ(p.title, "Nickel (sim)");
     EXPECT_EQ(p.sigma[1], 0.25f);

@@ -92,10 +92,10 @@ inline double Page_X(double x, double x1 = 10, double x2 = 14) { return 180 + 84
 inline double Page_Y(double y, double y1 = 0, double y2 = 1000) { return 120 + 560 * (y - y1) / (y2 - y1); }
 
 constexpr double page_tolerance = 0.01;
-#define EXPECT_AT(point, at_x, at_y)                      \
-    do {                                                  \
-        EXPECT_NEAR((point).x, (at_x), page_tolerance);   \
-        EXPECT_NEAR((point).y, (at_y), page_tolerance);   \
+#define EXPECT_AT(point, at_x, at_y)                    \
+    do {                                                \
+        EXPECT_NEAR((point).x, (at_x), page_tolerance); \
+        EXPECT_NEAR((point).y, (at_y), page_tolerance); \
     } while (false)
 
 }  // namespace vntl::test

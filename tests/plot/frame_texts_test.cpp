@@ -57,7 +57,9 @@ TEST_F(Frame_Texts, TextsStayOnThePage) {
         int shortened = 0;
         for (const Recorded_Text& text : All<Recorded_Text>()) {
             const double width = page.Text_Width(text.text, text.style);
-            const double left = text.at.x - width * (text.style.justify == Justify::left ? 0.0 : text.style.justify == Justify::centre ? 0.5 : 1.0);
+            const double left = text.at.x - width * (text.style.justify == Justify::left     ? 0.0
+                                                     : text.style.justify == Justify::centre ? 0.5
+                                                                                             : 1.0);
             if (text.style.angle == 0) {
                 EXPECT_GE(left, 0) << text.text;
                 EXPECT_LE(left + width, 1200) << text.text;

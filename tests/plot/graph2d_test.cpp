@@ -143,16 +143,16 @@ TEST_F(Graph2d, ExcludedStretchesLieOverTheirRow) {
         std::size_t points;  // 0: not drawn
         float x1 = 10, x2 = 14;
     } cases[] = {
-        {11, 13, 3},                   // both ends counted
-        {10.5f, 12.5f, 2},             //
-        {11.5f, 12.5f, 0},             // one point alone
-        {-5, 100, 5},                  // the whole row
-        {13, 11, 0},                   // the wrong way round
-        {14.5f, 20, 0},                // behind the last point
-        {1, 9, 0},                     // before the first
-        {11, 13, 0, 13, 14},           // ends where the window begins
-        {11, 13, 0, 10, 11},           // begins where the window ends
-        {11, 13, 3, 12.5f, 14},        // partly in the window: the whole stretch
+        {11, 13, 3},             // both ends counted
+        {10.5f, 12.5f, 2},       //
+        {11.5f, 12.5f, 0},       // one point alone
+        {-5, 100, 5},            // the whole row
+        {13, 11, 0},             // the wrong way round
+        {14.5f, 20, 0},          // behind the last point
+        {1, 9, 0},               // before the first
+        {11, 13, 0, 13, 14},     // ends where the window begins
+        {11, 13, 0, 10, 11},     // begins where the window ends
+        {11, 13, 3, 12.5f, 14},  // partly in the window: the whole stretch
     };
     for (const auto& c : cases) {
         session.store.Info(1).nexcl = 0;

@@ -55,7 +55,8 @@ TEST_F(Ranges, WindowsOfDegenerateIntensitiesStayUsable) {
     const struct {
         std::vector<float> y;
         const char* what;
-    } cases[] = {{{7, 7, 7}, "constant"}, {{0, 0, 0}, "zero"}, {{-3e38f, 0, 3e38f}, "huge"}, {{nan, nan, nan}, "NaN"}, {{1, inf, 3}, "infinite"}};
+    } cases[] = {
+        {{7, 7, 7}, "constant"}, {{0, 0, 0}, "zero"}, {{-3e38f, 0, 3e38f}, "huge"}, {{nan, nan, nan}, "NaN"}, {{1, inf, 3}, "infinite"}};
     for (const bool log : {false, true})
         for (const auto& c : cases) {
             session.store.Clear();
@@ -75,12 +76,10 @@ TEST_F(Ranges, SidesExcludedAreTrimmedUnlessNothingIsLeft) {
         std::vector<std::pair<float, float>> regions;
         float lo, hi;
     } cases[] = {
-        {{{0, 12}, {38, 200}}, 12, 38},
-        {{{-5, 15}}, 15, 40},
-        {{{20, 25}}, 10, 40},              // in the middle: nothing to trim
-        {{{12, 14}, {5, 12}}, 12, 40},     // in the order of the regions: the first does not reach the side yet
-        {{{5, 12}, {12, 14}}, 14, 40},     // now it does
-        {{{0, 25}, {24, 100}}, 10, 40},    // all is covered
+        {{{0, 12}, {38, 200}}, 12, 38}, {{{-5, 15}}, 15, 40}, {{{20, 25}}, 10, 40},  // in the middle: nothing to trim
+        {{{12, 14}, {5, 12}}, 12, 40},   // in the order of the regions: the first does not reach the side yet
+        {{{5, 12}, {12, 14}}, 14, 40},   // now it does
+        {{{0, 25}, {24, 100}}, 10, 40},  // all is covered
     };
     for (const auto& c : cases) {
         session.store.Info(1).nexcl = 0;

@@ -20,7 +20,9 @@ TEST_F(Screen, TheEmptyScreenNamesTheProgram) {
     const struct {
         std::string text;
         double height;
-    } lines[] = {{session.config.program_name, 0.6}, {session.config.program_line1, 0.5}, {session.config.program_line2, 0.45},
+    } lines[] = {{session.config.program_name, 0.6},
+                 {session.config.program_line1, 0.5},
+                 {session.config.program_line2, 0.45},
                  {session.config.program_version + "  " + session.config.program_date, 0.2}};
     for (const auto& line : lines) {
         ASSERT_NE(Text(line.text), nullptr) << line.text;

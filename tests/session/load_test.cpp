@@ -56,8 +56,9 @@ TEST(Load, KindFollowsFromTheCalculatedCurve) {
         float value;
         const char* kind;
     };
-    for (const Case& c : {Case{1, 1, 5.0f, "DATA"}, Case{11, 12, 5.0f, "DATA"}, Case{2, 2, 0.0002f, "RIETV"}, Case{10, 10, 0.0002f, "RIETV"},
-                          Case{2, 10, 0.00001f, "DATA"}, Case{2, 3, std::numeric_limits<float>::quiet_NaN(), "DATA"}}) {
+    for (const Case& c :
+         {Case{1, 1, 5.0f, "DATA"}, Case{11, 12, 5.0f, "DATA"}, Case{2, 2, 0.0002f, "RIETV"}, Case{10, 10, 0.0002f, "RIETV"},
+          Case{2, 10, 0.00001f, "DATA"}, Case{2, 3, std::numeric_limits<float>::quiet_NaN(), "DATA"}}) {
         Session s;
         Scripted_Ask ask;
         Diffraction_Pattern_Type p = Tiny_Pattern();

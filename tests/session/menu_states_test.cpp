@@ -37,13 +37,13 @@ struct Command_Case {
     std::string enabled, left;
 };
 const Command_Case commands[] = {
-    {40006, "ESM", ""},   {40014, "ESM", ""},      {40157, "ESM", ""},      {40009, "CSMOLGU", ""}, {40122, "CSMOLGU", ""},
-    {40021, "CSM", ""},   {40023, "CSM", ""},      {40020, "SM", ""},       {40037, "SM", ""},      {40163, "SM", ""},
-    {40026, "M", ""},     {40123, "M", ""},        {40158, "M", ""},        {40022, "MOLGU", ""},   {40226, "MOLGU", ""},
-    {40028, "MOLU", ""},  {40031, "MLGU", ""},     {40227, "MOGU", ""},     {40125, "MOLG", "C"},   {40091, "S", "C"},
-    {40120, "SM", "C"},   {40113, "", ""},         {40106, "CSM", ""},      {40137, "CSM", ""},     {40208, "CSMOLGU", ""},
+    {40006, "ESM", ""},      {40014, "ESM", ""},      {40157, "ESM", ""},      {40009, "CSMOLGU", ""},  {40122, "CSMOLGU", ""},
+    {40021, "CSM", ""},      {40023, "CSM", ""},      {40020, "SM", ""},       {40037, "SM", ""},       {40163, "SM", ""},
+    {40026, "M", ""},        {40123, "M", ""},        {40158, "M", ""},        {40022, "MOLGU", ""},    {40226, "MOLGU", ""},
+    {40028, "MOLU", ""},     {40031, "MLGU", ""},     {40227, "MOGU", ""},     {40125, "MOLG", "C"},    {40091, "S", "C"},
+    {40120, "SM", "C"},      {40113, "", ""},         {40106, "CSM", ""},      {40137, "CSM", ""},      {40208, "CSMOLGU", ""},
     {40111, "ECSMOLGU", ""}, {40019, "ECSMOLGU", ""}, {40005, "ECSMOLGU", ""}, {40018, "ECSMOLGU", ""}, {40135, "ECSMOLGU", ""},
-    {40095, "", "ECS"},   {40150, "", "ECS"},      {40224, "", "ECSMOL"},   {40042, "", "CSMOLGU"}, {40088, "", "CSMOLGU"},
+    {40095, "", "ECS"},      {40150, "", "ECS"},      {40224, "", "ECSMOL"},   {40042, "", "CSMOLGU"},  {40088, "", "CSMOLGU"},
 };
 
 TEST(Menu_States, EveryFormEnablesItsCommands) {
@@ -85,8 +85,8 @@ TEST(Menu_States, EveryFormShowsItselfInBarsMessagesAndStatus) {
 }
 
 TEST(Menu_States, EachCalculationEnablesItsOwnCommandsAlone) {
-    const std::set<int> all = {40095, 40099, 40194, 40146, 40150, 40225, 40224, 40096, 40097, 40092, 40180, 40147, 40093,
-                               40094, 40008, 40138, 40139, 40159, 40148, 40144, 40145, 40002, 40154, 40215};
+    const std::set<int> all = {40095, 40099, 40194, 40146, 40150, 40225, 40224, 40096, 40097, 40092, 40180, 40147,
+                               40093, 40094, 40008, 40138, 40139, 40159, 40148, 40144, 40145, 40002, 40154, 40215};
     struct Case {
         int mode, checked;
         bool prf_loaded;
@@ -132,7 +132,8 @@ TEST(Menu_States, AStartAndAResetOfferNoCalculation) {
             EXPECT_FALSE(s->interface.Enabled(command)) << command;
     Set_Calculation_Mode(reset, 0);  // what one row in the graph does
     Set_Menu_Single(reset, true);
-    for (const int command : {40024, 40091, 40120, 40095, 40096, 40138, 40154, 40215}) EXPECT_TRUE(reset.interface.Enabled(command)) << command;
+    for (const int command : {40024, 40091, 40120, 40095, 40096, 40138, 40154, 40215})
+        EXPECT_TRUE(reset.interface.Enabled(command)) << command;
 }
 
 TEST(Menu_States, LeavingAFitKeepsOrClearsItsModel) {

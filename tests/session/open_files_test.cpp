@@ -24,7 +24,8 @@ struct Open_Files_Test : testing::Test {
     Session s;
     Scripted_Ask ask;
     std::string a = dir.Write("a.xye", Records(100)), b = dir.Write("b.xye", Records(200)), c = dir.Write("c.XYS", Records(300));
-    std::string bad = dir.Write("bad.xye", "title\nno numbers\n"), tof = dir.Write("tof.xye", "t\n! Scattering variable: TOF\n" + Records(9));
+    std::string bad = dir.Write("bad.xye", "title\nno numbers\n"),
+                tof = dir.Write("tof.xye", "t\n! Scattering variable: TOF\n" + Records(9));
     std::string dat = dir.Write("plain.dat", "10.0 1.0 24.0 my sample\n1 2 3 4 5 6 7 8\n9 10 11 12 13 14 15\n");
 };
 

@@ -54,10 +54,10 @@ TEST(Store, PurgeFreesWhatAModeDoesNotNeed) {
         const char* mode;
         bool ycalc, bgr, sigma, istat;  // kept
     };
-    for (const Case& c : {Case{"DATA", false, false, false, false}, Case{"data", false, false, false, false},
-                          Case{"DATAS", false, false, true, false}, Case{"Rietv", true, true, true, false},
-                          Case{"GRAPH", false, false, true, true}, Case{"DAT", true, true, true, true}, Case{"DATA ", true, true, true, true},
-                          Case{"PRF", true, true, true, true}}) {
+    for (const Case& c :
+         {Case{"DATA", false, false, false, false}, Case{"data", false, false, false, false}, Case{"DATAS", false, false, true, false},
+          Case{"Rietv", true, true, true, false}, Case{"GRAPH", false, false, true, true}, Case{"DAT", true, true, true, true},
+          Case{"DATA ", true, true, true, true}, Case{"PRF", true, true, true, true}}) {
         SCOPED_TRACE(c.mode);
         Diffraction_Pattern_Type p = Tiny_Pattern();
         p.has_ycalc = p.has_bgr = p.has_sigma = true;

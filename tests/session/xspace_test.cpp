@@ -36,25 +36,43 @@ struct Row {
 TEST(Xspace, EveryMeetingOfAPresentSpaceAndAFile) {
     const std::string ii = "Integrated Intensity";
     const Row rows[] = {
-        {"2theta", yes, {"Present space: 2theta, file in TOF,", std::string(vars) + " "},
-         {"Present Space: 2theta, file type Integrated Intensity,", no_conversion}, {"Present Space: 2theta, file type: General Abcisa,", merge}},
-        {"TOF", {"Present space: TOF, file in 2theta,", vars}, yes, {"Present space: TOF, file type Integrated Intensity,", no_conversion},
+        {"2theta",
+         yes,
+         {"Present space: 2theta, file in TOF,", std::string(vars) + " "},
+         {"Present Space: 2theta, file type Integrated Intensity,", no_conversion},
+         {"Present Space: 2theta, file type: General Abcisa,", merge}},
+        {"TOF",
+         {"Present space: TOF, file in 2theta,", vars},
+         yes,
+         {"Present space: TOF, file type Integrated Intensity,", no_conversion},
          {"Present Space: TOF, file type: General Abcisa,", merge}},
-        {"mono", {"Present space: " + ii + ", file in 2theta,", no_conversion}, {"Present space: " + ii + ", file in TOF,", no_conversion},
+        {"mono",
+         {"Present space: " + ii + ", file in 2theta,", no_conversion},
+         {"Present space: " + ii + ", file in TOF,", no_conversion},
          {"Present space: " + ii + ", file type " + ii + ",", "only one profile of type Integrated Intensity can be plotted at same time"},
          {"Present Space: " + ii + ", file type: General Abcisa,", merge}},
-        {"d-space", Later("d-space", "2theta"), Later("d-space", "TOF"),
-         {"Present space: d-spacing, file type Integrated Intensity,", "only a single Integrated Intensity type is allowed at the same time"},
+        {"d-space",
+         Later("d-space", "2theta"),
+         Later("d-space", "TOF"),
+         {"Present space: d-spacing, file type Integrated Intensity,",
+          "only a single Integrated Intensity type is allowed at the same time"},
          {"Present Space: d-spacing, file type: General Abcisa,", merge}},
-        {"q-space", Later("q-space", "2theta"), Later("q-space", "TOF"),
+        {"q-space",
+         Later("q-space", "2theta"),
+         Later("q-space", "TOF"),
          {"Present Space: q-space, file type Integrated Intensity ,",
           "only one profile of type Integrated Intensity is allowed at same time"},
          {"Present Space: q-space, file type: General Abcisa,", merge}},
-        {"s-space", Later("s-space", "2theta"), Later("s-space", "TOF"),
+        {"s-space",
+         Later("s-space", "2theta"),
+         Later("s-space", "TOF"),
          {"Present Space: s-space, file type Integrated Intensity,", "only one Integrated Intensity pattern is allowed at the same time"},
          {"Present Space: s-space, file type: General Abcisa,", merge}},
-        {"Energy", {"Present space: Energy, file in 2Theta,", merge}, {"Present space: Energy, file in TOF,", merge},
-         {"Present Space: Energy, file type Integrated Intensity ", merge}, {"Present Space: Energy, file type General Abcisa ", merge}},
+        {"Energy",
+         {"Present space: Energy, file in 2Theta,", merge},
+         {"Present space: Energy, file in TOF,", merge},
+         {"Present Space: Energy, file type Integrated Intensity ", merge},
+         {"Present Space: Energy, file type General Abcisa ", merge}},
     };
     for (const Row& row : rows) {
         const std::pair<std::string, Answer> cells[] = {
@@ -91,13 +109,14 @@ TEST(Xspace, TheFirstFileSetsTheSpaceAndItsTitles) {
         bool accepted;
         const char *x_title, *y_title;
     };
-    for (const Case& c : {Case{"2theta", "angle", "counts", true, "2theta (deg)", "Intensity (arb. units)"},
-                          Case{"TOF", "", "", true, "TOF (\u00b5sec)", "Intensity (arb. units)"},
-                          Case{"mono", "", "", true, "sin(theta)/lambda", "Fcalc. - Fobs."},
-                          Case{"d-spacing", "", "", true, "d-spacing (\u00c5)", "Intensity (arb. units)"},
-                          Case{"Distance", "r (nm)", "G", true, "r (nm)", "G"}, Case{"Distance", "r (nm)", "", true, "r (nm)", "G(R)"},
-                          Case{"Energy", "", "G", true, "Energy", "F(Energy)."}, Case{"Time", "", "", true, "Time", "F(time)"},
-                          Case{"d-space", "", "", false, "", ""}, Case{"q-space", "", "", false, "", ""}, Case{"", "", "", false, "", ""}}) {
+    for (const Case& c :
+         {Case{"2theta", "angle", "counts", true, "2theta (deg)", "Intensity (arb. units)"},
+          Case{"TOF", "", "", true, "TOF (\u00b5sec)", "Intensity (arb. units)"},
+          Case{"mono", "", "", true, "sin(theta)/lambda", "Fcalc. - Fobs."},
+          Case{"d-spacing", "", "", true, "d-spacing (\u00c5)", "Intensity (arb. units)"},
+          Case{"Distance", "r (nm)", "G", true, "r (nm)", "G"}, Case{"Distance", "r (nm)", "", true, "r (nm)", "G(R)"},
+          Case{"Energy", "", "G", true, "Energy", "F(Energy)."}, Case{"Time", "", "", true, "Time", "F(time)"},
+          Case{"d-space", "", "", false, "", ""}, Case{"q-space", "", "", false, "", ""}, Case{"", "", "", false, "", ""}}) {
         SCOPED_TRACE(c.scat_var);
         Session s;
         EXPECT_EQ(Join(s, c.scat_var, c.legend_x, c.legend_y).ok(), c.accepted);
@@ -115,9 +134,9 @@ TEST(Xspace, TheFirstFileSetsTheSpaceAndItsTitles) {
 TEST(Xspace, TheMenuFollowsTheSpace) {
     struct Case {
         const char* space;
-        int checked;          // 0 none
-        bool d_q_s;           // enabled
-        int constants = 0;    // command enabled, 0 none
+        int checked;        // 0 none
+        bool d_q_s;         // enabled
+        int constants = 0;  // command enabled, 0 none
     };
     Session s;
     for (const Case& c : {Case{"2theta", 40042, true, 40087}, Case{"TOF", 40043, true, 40088}, Case{"d-spacing", 40017, true},
@@ -126,7 +145,8 @@ TEST(Xspace, TheMenuFollowsTheSpace) {
         const unsigned before = s.interface.revision;
         Set_Xspace(s, c.space);
         EXPECT_NE(s.interface.revision, c.checked != 0 ? before : before - 1);
-        for (const int command : {40042, 40043, 40017, 40089, 40081}) EXPECT_EQ(s.interface.Checked(command), command == c.checked) << command;
+        for (const int command : {40042, 40043, 40017, 40089, 40081})
+            EXPECT_EQ(s.interface.Checked(command), command == c.checked) << command;
         for (const int command : {40017, 40089, 40081}) EXPECT_EQ(s.interface.Enabled(command), c.d_q_s) << command;
         for (const int command : {40087, 40088}) EXPECT_EQ(s.interface.Enabled(command), command == c.constants) << command;
     }

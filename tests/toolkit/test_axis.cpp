@@ -40,7 +40,8 @@ TEST(Axis, ThousandRandomWindows) {
         EXPECT_LE(static_cast<int>(axis.values.size()), most) << lo << ' ' << hi;
         for (std::size_t j = 0; j < axis.values.size(); ++j) {
             const double multiple = axis.values[j] / step;
-            EXPECT_NEAR(multiple, std::round(multiple), 2e-3 + static_cast<double>(j + 2) * resolution / step) << lo << ' ' << hi << ' ' << j;
+            EXPECT_NEAR(multiple, std::round(multiple), 2e-3 + static_cast<double>(j + 2) * resolution / step)
+                << lo << ' ' << hi << ' ' << j;
         }
     }
     EXPECT_GT(compared, 950);
@@ -72,7 +73,8 @@ TEST(Axis, Texts) {
 
 TEST(Axis, BadWindowsEnd) {
     constexpr float nan = std::numeric_limits<float>::quiet_NaN(), inf = std::numeric_limits<float>::infinity();
-    const std::pair<float, float> windows[] = {{nan, 1}, {0, inf}, {-inf, inf}, {3, 3}, {1e8f, 1.00000001e8f}, {-3e38f, 3e38f}, {0, 1e-44f}};
+    const std::pair<float, float> windows[] = {{nan, 1},        {0, inf},   {-inf, inf}, {3, 3}, {1e8f, 1.00000001e8f},
+                                               {-3e38f, 3e38f}, {0, 1e-44f}};
     for (const auto& [lo, hi] : windows) EXPECT_LE(Ticks_Of_Axis(lo, hi).values.size(), max_axis_ticks);
     EXPECT_FALSE(Ticks_Of_Axis(80, 20).values.empty() && Ticks_Of_Axis(20, 80).values.empty());
 }

@@ -35,7 +35,9 @@ public:
     void Clear(Colour colour) override { image_.fill(Q_Colour(colour)); }
 
     void Set_Clip(const Rect& rect) override {
-        const auto whole = [](double value, int most) { return static_cast<int>(std::clamp(std::round(value), 0.0, static_cast<double>(most))); };
+        const auto whole = [](double value, int most) {
+            return static_cast<int>(std::clamp(std::round(value), 0.0, static_cast<double>(most)));
+        };
         clip_ = {whole(rect.x1, image_.width()), whole(Height() - rect.y2, image_.height()), whole(rect.x2, image_.width()),
                  whole(Height() - rect.y1, image_.height())};
     }
@@ -71,7 +73,8 @@ public:
             polygon.clear();
         };
         for (std::size_t i = 0; i < series.x.size(); ++i) {
-            const QPointF at = At({series.x0 + series.x_scale * static_cast<double>(series.x[i]), series.y0 + series.y_scale * static_cast<double>(series.y[i])});
+            const QPointF at = At({series.x0 + series.x_scale * static_cast<double>(series.x[i]),
+                                   series.y0 + series.y_scale * static_cast<double>(series.y[i])});
             if (std::isfinite(series.x[i]) && std::isfinite(series.y[i]))
                 polygon << at;
             else

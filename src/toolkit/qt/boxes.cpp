@@ -22,19 +22,26 @@ struct Button_Row {
 std::span<const Button_Row> Buttons_Of(Box_Buttons buttons) {
     static constexpr std::array<Button_Row, 1> ok = {{{QMessageBox::Ok, Box_Answer::ok}}};
     static constexpr std::array<Button_Row, 2> ok_cancel = {{{QMessageBox::Ok, Box_Answer::ok}, {QMessageBox::Cancel, Box_Answer::cancel}}};
-    static constexpr std::array<Button_Row, 2> retry = {{{QMessageBox::Retry, Box_Answer::retry}, {QMessageBox::Cancel, Box_Answer::cancel}}};
+    static constexpr std::array<Button_Row, 2> retry = {
+        {{QMessageBox::Retry, Box_Answer::retry}, {QMessageBox::Cancel, Box_Answer::cancel}}};
     static constexpr std::array<Button_Row, 2> yes_no = {{{QMessageBox::Yes, Box_Answer::yes}, {QMessageBox::No, Box_Answer::no}}};
     static constexpr std::array<Button_Row, 3> yes_no_cancel = {
         {{QMessageBox::Yes, Box_Answer::yes}, {QMessageBox::No, Box_Answer::no}, {QMessageBox::Cancel, Box_Answer::cancel}}};
     static constexpr std::array<Button_Row, 3> abort = {
         {{QMessageBox::Abort, Box_Answer::abort}, {QMessageBox::Retry, Box_Answer::retry}, {QMessageBox::Ignore, Box_Answer::ignore}}};
     switch (buttons) {
-        case Box_Buttons::ok: return ok;
-        case Box_Buttons::ok_cancel: return ok_cancel;
-        case Box_Buttons::retry_cancel: return retry;
-        case Box_Buttons::yes_no: return yes_no;
-        case Box_Buttons::yes_no_cancel: return yes_no_cancel;
-        case Box_Buttons::abort_retry_ignore: return abort;
+        case Box_Buttons::ok:
+            return ok;
+        case Box_Buttons::ok_cancel:
+            return ok_cancel;
+        case Box_Buttons::retry_cancel:
+            return retry;
+        case Box_Buttons::yes_no:
+            return yes_no;
+        case Box_Buttons::yes_no_cancel:
+            return yes_no_cancel;
+        case Box_Buttons::abort_retry_ignore:
+            return abort;
     }
     return ok;
 }

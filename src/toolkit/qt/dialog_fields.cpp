@@ -66,8 +66,9 @@ public:
     Button_Field(const Dialog_Field& field, int dialog) : Dialog_Widget(field), button_(new QPushButton(Q(field.label))) {
         button_->setDefault(field.number == button_ok);
         button_->setAutoDefault(field.number == button_ok);
-        QObject::connect(button_, &QPushButton::clicked, button_,
-                         [dialog, number = field.number] { Post_Message({Message_Kind::push_button, {.win = dialog, .value1 = number}}); });
+        QObject::connect(button_, &QPushButton::clicked, button_, [dialog, number = field.number] {
+            Post_Message({Message_Kind::push_button, {.win = dialog, .value1 = number}});
+        });
     }
     QWidget* widget() override { return button_; }
     Status Press() override {
@@ -87,10 +88,14 @@ Status Dialog_Widget::Press() { return Status::Fail("field " + std::to_string(fi
 
 std::string_view Kind_Name(Field_Kind kind) {
     switch (kind) {
-        case Field_Kind::label: return "label";
-        case Field_Kind::radio: return "radio";
-        case Field_Kind::image: return "image";
-        case Field_Kind::push_button: return "push_button";
+        case Field_Kind::label:
+            return "label";
+        case Field_Kind::radio:
+            return "radio";
+        case Field_Kind::image:
+            return "image";
+        case Field_Kind::push_button:
+            return "push_button";
     }
     return "";
 }
@@ -99,10 +104,14 @@ std::string Bare_Label(std::string_view label) { return Q(label).remove('&').tri
 
 std::unique_ptr<Dialog_Widget> Build_Field(const Dialog_Field& field, int dialog, QButtonGroup* group) {
     switch (field.kind) {
-        case Field_Kind::label: return std::make_unique<Label_Field>(field);
-        case Field_Kind::radio: return std::make_unique<Radio_Field>(field, group);
-        case Field_Kind::image: return std::make_unique<Image_Field>(field);
-        case Field_Kind::push_button: return std::make_unique<Button_Field>(field, dialog);
+        case Field_Kind::label:
+            return std::make_unique<Label_Field>(field);
+        case Field_Kind::radio:
+            return std::make_unique<Radio_Field>(field, group);
+        case Field_Kind::image:
+            return std::make_unique<Image_Field>(field);
+        case Field_Kind::push_button:
+            return std::make_unique<Button_Field>(field, dialog);
     }
     return nullptr;
 }

@@ -99,8 +99,12 @@ void Drawing_Area::Post_Mouse(Message_Kind kind, QPointF at, int value) {
     Post_Message({kind, record});
 }
 
-void Drawing_Area::mousePressEvent(QMouseEvent* event) { Post_Mouse(Message_Kind::mouse_down, event->position(), Button_Number(event->button())); }
-void Drawing_Area::mouseReleaseEvent(QMouseEvent* event) { Post_Mouse(Message_Kind::mouse_up, event->position(), Button_Number(event->button())); }
+void Drawing_Area::mousePressEvent(QMouseEvent* event) {
+    Post_Mouse(Message_Kind::mouse_down, event->position(), Button_Number(event->button()));
+}
+void Drawing_Area::mouseReleaseEvent(QMouseEvent* event) {
+    Post_Mouse(Message_Kind::mouse_up, event->position(), Button_Number(event->button()));
+}
 void Drawing_Area::mouseMoveEvent(QMouseEvent* event) { Post_Mouse(Message_Kind::mouse_move, event->position(), 0); }
 void Drawing_Area::wheelEvent(QWheelEvent* event) {
     if (event->angleDelta().y() != 0) Post_Mouse(Message_Kind::wheel, event->position(), event->angleDelta().y() > 0 ? 1 : -1);
