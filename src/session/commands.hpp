@@ -32,7 +32,7 @@ struct Interface_State {
     std::array<int, 2> toolbars{30101, 0};  // table on the first and on the second bar, 0 none
     bool want_mouse_down = false, want_mouse_up = false, want_mouse_move = false;
     Cursor_Shape cursor = Cursor_Shape::arrow;
-    std::array<std::string, status_parts> status;
+    std::array<std::string, status_parts> status{{"", "", "", "", "none"}};  // the last part shows the plot form
     unsigned revision = 0;  // goes up with every change, so that the window knows when to look
 
     void Enable(int command, bool on);

@@ -107,9 +107,7 @@ void Write_Exit_Files(const Session& session) {
 Status Check_Invariants(const Session& session) {
     for (const std::string& fault : {Fault_Of_Store(session.store), Fault_Of_Plot(session), Fault_Of_Lists(session)})
         if (!fault.empty()) return Status::Fail(fault);
-    if (session.interface.status[status_parts - 1] != session.plot.plot_type &&
-        !(session.plot.plot_type == "none" && session.interface.revision == 0))
-        return Status::Fail("status bar without the plot form");
+    if (session.interface.status[status_parts - 1] != session.plot.plot_type) return Status::Fail("status bar without the plot form");
     return Status::Done();
 }
 
