@@ -4,7 +4,7 @@
 #   packages.sh bench   to measure              packages.sh fuzz    to fuzz
 set -euo pipefail
 
-run=(g++ cmake ninja-build pkg-config ccache qt6-base-dev libqt6svg6-dev libcairo2-dev libgl-dev nlohmann-json3-dev libcli11-dev
+run=(g++ cmake ninja-build pkg-config ccache qt6-base-dev qt6-svg-dev libqt6svg6 libcairo2-dev libgl-dev nlohmann-json3-dev libcli11-dev
      fonts-liberation fonts-dejavu-core)
 test=(libgtest-dev xvfb xauth clang-format-14 poppler-utils python3)
 declare -a wanted=("${run[@]}")

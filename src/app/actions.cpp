@@ -48,6 +48,12 @@ void Command_Focus(Application& app) {
     if (app.session.plot.Is_2D()) Plot_Redraw(app.session);
 }
 
+void Show_Graph_2D(Application& app, bool log) {
+    app.session.plot.log_scale = log;
+    Set_Menu_Graph(app.session, log);
+    Plot_ReMake(app.session);
+}
+
 void Command_Target(Application& app) {
     Session& session = app.session;
     session.plot.show_target = !session.plot.show_target;

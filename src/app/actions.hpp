@@ -15,11 +15,16 @@ void Command_Exit(Application&);
 void Command_Focus(Application&);
 void Command_Target(Application&);
 void Command_About(Application&);
+void Show_Graph_2D(Application&, bool log);
 void Move_And_Redraw(Application&, View_Move);
 
 template <int slot>
 void Command_Recent(Application& app) {
     Open_Recent_File(app, slot);
+}
+template <bool log>
+void Command_Graph_2D(Application& app) {
+    Show_Graph_2D(app, log);
 }
 template <View_Move move>
 void Command_Move(Application& app) {

@@ -103,8 +103,8 @@ constexpr Command commands[] = {
     {40219, "L-alpha1 (W)", nullptr, "", "", true},
     {40222, "Settings"},
 
-    {40027, "Graph 2D"},
-    {40226, "Graph 2D (Log-Scale)"},
+    {40027, "Graph 2D", Command_Graph_2D<false>, "", "Show the profiles on a linear scale"},
+    {40226, "Graph 2D (Log-Scale)", Command_Graph_2D<true>, "Ctrl+L", "Show the profiles on a logarithmic scale"},
     {40031, "Graph 2D Contour"},
     {40227, "Graph 2D Contour (Log-Scale)"},
     {40028, "Graph 3D"},

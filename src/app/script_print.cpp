@@ -204,10 +204,13 @@ Json Dialog(int dialog) {
     return {{"dialog", view.number}, {"title", Text(view.title)}, {"fields", fields}};
 }
 
-Json Preferences_Json(const Preferences& prefs) {
-    const auto text = [](const Text_Prefs& t) {
-        return Json{{"pos", t.pos}, {"colour", t.colour}, {"font", t.font}, {"style", t.style}, {"size", t.size}};
-    };
+void Text_Preferences(Json& prefs, const std::string& name, const Text_Prefs& text) {
+    const std::pair<const char*, int> numbers[] = {{"_pos", text.pos}, {"_font", text.font}, {"_style", text.style}, {"_size", text.size}};
+    for (const auto& [field, value] : numbers) prefs[name + field] = value;
+    prefs[name + "_colour"] = text.colour;
+}
+
+Json Profile_Styles(const Preferences& prefs) {
     Json styles = Json::array();
     for (const ProfileStyle& s : prefs.profile_styles)
         styles.push_back({{"line_colour", s.line_colour},
@@ -217,29 +220,36 @@ Json Preferences_Json(const Preferences& prefs) {
                           {"marker_type", s.marker_type},
                           {"marker_size", s.marker_size},
                           {"match_colours", s.match_colours}});
-    const Graph2D_Prefs& g = prefs.graph2d;
-    const PRF_Prefs& p = prefs.prf;
-    return {{"win_width", prefs.window.win_width},
-            {"win_height", prefs.window.win_height},
-            {"colour_a", prefs.window.colour_a},
-            {"colour_b", prefs.window.colour_b},
-            {"keep_settings", prefs.window.keep_settings},
-            {"profile_styles", styles},
-            {"frame_background", g.frame_background},
-            {"frame_foreground", g.frame_foreground},
-            {"title_single", Text(g.title_single)},
-            {"title_multi", Text(g.title_multi)},
-            {"title", text(g.title)},
-            {"xlabel", text(g.xlabel)},
-            {"ylabel", text(g.ylabel)},
-            {"legend", text(g.legend)},
-            {"xscale", text(g.xscale)},
-            {"yscale", text(g.yscale)},
-            {"excl_show", p.excl_show},
-            {"excl_colour", p.excl_colour},
-            {"excl_ignore_sides", p.excl_ignore_sides},
-            {"hide_negative", p.hide_negative},
-            {"refl_live", p.refl_live}};
+    return styles;
+}
+
+Json Preferences_Json(const Preferences& p) {
+    Json prefs{{"win_width", p.window.win_width}, {"win_height", p.window.win_height},       {"colour_a", p.window.colour_a},
+               {"colour_b", p.window.colour_b},   {"keep_settings", p.window.keep_settings}, {"profile_styles", Profile_Styles(p)}};
+    const Graph2D_Prefs& g = p.graph2d;
+    prefs["frame_background"] = g.frame_background;
+    prefs["frame_foreground"] = g.frame_foreground;
+    prefs["title_single"] = Text(g.title_single);
+    prefs["title_multi"] = Text(g.title_multi);
+    const std::pair<const char*, const Text_Prefs*> texts[] = {{"title", &g.title},   {"xlabel", &g.xlabel}, {"ylabel", &g.ylabel},
+                                                               {"legend", &g.legend}, {"xscale", &g.xscale}, {"yscale", &g.yscale}};
+    for (const auto& [name, text] : texts) Text_Preferences(prefs, name, *text);
+    prefs["xscale_format"] = g.xscale_format;
+    prefs["yscale_format"] = g.yscale_format;
+    const PRF_Prefs& r = p.prf;
+    const std::pair<const char*, long> numbers[] = {
+        {"ycalc_colour", r.ycalc_colour}, {"ycalc_style", r.ycalc_style}, {"ycalc_pitch", r.ycalc_pitch}, {"ycalc_marker", r.ycalc_marker},
+        {"ycalc_marker_size", r.ycalc_marker_size}, {"ydif_colour", r.ydif_colour}, {"ydif_style", r.ydif_style}, {"ydif_pitch", r.ydif_pitch},
+        {"ydif_marker", r.ydif_marker}, {"ydif_marker_size", r.ydif_marker_size}, {"refl_colour", r.refl_colour}, {"refl_pitch", r.refl_pitch},
+        {"excl_colour", r.excl_colour}};
+    for (const auto& [name, value] : numbers) prefs[name] = value;
+    const std::pair<const char*, bool> flags[] = {{"refl_live", r.refl_live},
+                                                  {"excl_show", r.excl_show},
+                                                  {"excl_match", r.excl_match},
+                                                  {"excl_ignore_sides", r.excl_ignore_sides},
+                                                  {"hide_negative", r.hide_negative}};
+    for (const auto& [name, value] : flags) prefs[name] = value;
+    return prefs;
 }
 
 Json Paths(const Configuration& config) {

@@ -4,6 +4,8 @@
 #include <QPixmap>
 #include <QSvgRenderer>
 #include <array>
+#include <clocale>
+#include <cstdio>
 #include <cstdlib>
 
 #include "toolkit/qt/dialog_window.hpp"
@@ -26,6 +28,11 @@ bool Has_Display() {
         return value != nullptr && *value != '\0';
     };
     return set("DISPLAY") || set("WAYLAND_DISPLAY");
+}
+
+// What the windowing system remarks on by itself is no news for a user; what stops the program is.
+void Tell_Faults_Alone(QtMsgType type, const QMessageLogContext&, const QString& text) {
+    if (type == QtCriticalMsg || type == QtFatalMsg) std::fprintf(stderr, "%s\n", qUtf8Printable(text));
 }
 
 struct Named_Key {
@@ -64,6 +71,7 @@ Toolkit& The_Toolkit() { return *the_toolkit; }
 
 void WInitialise(int& argc, char** argv, bool offscreen) {
     if (offscreen && !Has_Display() && std::getenv("QT_QPA_PLATFORM") == nullptr) setenv("QT_QPA_PLATFORM", "offscreen", 1);
+    qInstallMessageHandler(Tell_Faults_Alone);
     Load_Resources();
     the_toolkit = std::make_unique<Toolkit>(argc, argv);
     QApplication::setApplicationName("vantrelo");
