@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <filesystem>
 #include <functional>
+#include <memory>
 #include <string>
 
 #include "base/os.hpp"
@@ -25,15 +26,15 @@ double Milliseconds(const std::function<void()>& work) {
     return best;
 }
 
-// A plain read into memory that is there already: the least that reading the file can take.
+// A plain read into fresh memory, as any reader of the whole file needs it.
 double Plain_Read(const std::string& name) {
-    std::vector<char> bytes;
     return Milliseconds([&] {
         std::FILE* file = std::fopen(name.c_str(), "rb");
         std::fseek(file, 0, SEEK_END);
-        bytes.resize(static_cast<std::size_t>(std::ftell(file)));
+        const auto size = static_cast<std::size_t>(std::ftell(file));
         std::rewind(file);
-        benchmark::DoNotOptimize(std::fread(bytes.data(), 1, bytes.size(), file));
+        const std::unique_ptr<char[]> bytes(new char[size]);
+        benchmark::DoNotOptimize(std::fread(bytes.get(), 1, size, file));
         std::fclose(file);
     });
 }

@@ -154,7 +154,8 @@ const char* Parse_Real_Number(const char* first, const char* last, Real& value) 
     }
     if (count == 0) return Parse_Name(first, digits, last, negative, value);
     const char* const digits_end = p;
-    if (p<last&& * p> ' ' && *p != ',') {
+    const bool goes_on = p != last && *p > ' ' && *p != ',';
+    if (goes_on) {
         long long written = 0;
         p = Parse_Exponent(p, last, written);
         exponent10 += written;

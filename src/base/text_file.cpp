@@ -66,19 +66,21 @@ std::string Kept_Text(std::string_view line, std::size_t width) {
 
 std::size_t Count_Lines(std::string_view text) {
     if (text.empty()) return 0;
-    if (text.find('\r') == std::string_view::npos)
-        return static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n')) + (text.back() == '\n' ? 0 : 1);
-    constexpr std::size_t block = 240;  // ends of one block fit into a byte, which lets the compiler use wide registers
-    const char* const last = text.data() + text.size() - 1;
-    std::size_t lines = 0;
-    for (const char* from = text.data(); from < last;) {
-        const char* const to = from + std::min(block, static_cast<std::size_t>(last - from));
-        unsigned char ends = 0;
-        for (; from < to; ++from)
-            ends = static_cast<unsigned char>(ends + (from[0] == '\n' || (from[0] == '\r' && from[1] != '\n') ? 1 : 0));
-        lines += ends;
-    }
-    return lines + 1;
+    // Ends of one block fit into a byte, which lets the compiler use wide registers.
+    const auto count = [&](auto is_end) {
+        constexpr std::size_t block = 240;
+        const char* const last = text.data() + text.size() - 1;  // its line counts whether it ends or not
+        std::size_t lines = 1;
+        for (const char* from = text.data(); from < last;) {
+            const char* const to = from + std::min(block, static_cast<std::size_t>(last - from));
+            unsigned char ends = 0;
+            for (; from < to; ++from) ends = static_cast<unsigned char>(ends + (is_end(from) ? 1 : 0));
+            lines += ends;
+        }
+        return lines;
+    };
+    if (text.find('\r') == std::string_view::npos) return count([](const char* c) { return *c == '\n'; });
+    return count([](const char* c) { return c[0] == '\n' || (c[0] == '\r' && c[1] != '\n'); });
 }
 
 Status Text_File::Open(const std::string& file, std::size_t limit) {

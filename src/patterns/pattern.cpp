@@ -1,7 +1,7 @@
 #include "patterns/pattern.hpp"
 
 #include <algorithm>
-#include <cmath>
+#include <limits>
 
 namespace vntl {
 
@@ -19,16 +19,17 @@ Status Allocate_Diffraction_Pattern(Diffraction_Pattern_Type& p, std::int32_t n)
 Status Allocate_Diffraction_Pattern(Diffraction_Pattern_Type& pattern) { return Allocate_Diffraction_Pattern(pattern, pattern.npts); }
 
 void Set_Y_Limits(Diffraction_Pattern_Type& p) {
-    bool any = false;
-    p.ymin = p.ymax = 0;
+    constexpr float most = std::numeric_limits<float>::max();
     const std::size_t n = std::min(p.y.size(), static_cast<std::size_t>(std::max(p.npts, 0)));
+    float low = most, high = -most;
     for (std::size_t i = 0; i < n; ++i) {
         const float y = p.y[i];
-        if (!std::isfinite(y)) continue;
-        p.ymin = any ? std::min(p.ymin, y) : y;
-        p.ymax = any ? std::max(p.ymax, y) : y;
-        any = true;
+        const bool finite = y >= -most && y <= most;  // a NaN is neither
+        low = finite && y < low ? y : low;
+        high = finite && y > high ? y : high;
     }
+    p.ymin = low <= high ? low : 0;
+    p.ymax = low <= high ? high : 0;
 }
 
 }  // namespace vntl
