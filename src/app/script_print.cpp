@@ -237,11 +237,19 @@ Json Preferences_Json(const Preferences& p) {
     prefs["xscale_format"] = g.xscale_format;
     prefs["yscale_format"] = g.yscale_format;
     const PRF_Prefs& r = p.prf;
-    const std::pair<const char*, long> numbers[] = {
-        {"ycalc_colour", r.ycalc_colour}, {"ycalc_style", r.ycalc_style}, {"ycalc_pitch", r.ycalc_pitch}, {"ycalc_marker", r.ycalc_marker},
-        {"ycalc_marker_size", r.ycalc_marker_size}, {"ydif_colour", r.ydif_colour}, {"ydif_style", r.ydif_style}, {"ydif_pitch", r.ydif_pitch},
-        {"ydif_marker", r.ydif_marker}, {"ydif_marker_size", r.ydif_marker_size}, {"refl_colour", r.refl_colour}, {"refl_pitch", r.refl_pitch},
-        {"excl_colour", r.excl_colour}};
+    const std::pair<const char*, long> numbers[] = {{"ycalc_colour", r.ycalc_colour},
+                                                    {"ycalc_style", r.ycalc_style},
+                                                    {"ycalc_pitch", r.ycalc_pitch},
+                                                    {"ycalc_marker", r.ycalc_marker},
+                                                    {"ycalc_marker_size", r.ycalc_marker_size},
+                                                    {"ydif_colour", r.ydif_colour},
+                                                    {"ydif_style", r.ydif_style},
+                                                    {"ydif_pitch", r.ydif_pitch},
+                                                    {"ydif_marker", r.ydif_marker},
+                                                    {"ydif_marker_size", r.ydif_marker_size},
+                                                    {"refl_colour", r.refl_colour},
+                                                    {"refl_pitch", r.refl_pitch},
+                                                    {"excl_colour", r.excl_colour}};
     for (const auto& [name, value] : numbers) prefs[name] = value;
     const std::pair<const char*, bool> flags[] = {{"refl_live", r.refl_live},
                                                   {"excl_show", r.excl_show},

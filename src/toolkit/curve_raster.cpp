@@ -30,6 +30,12 @@ void Blend(std::uint32_t& pixel, std::uint32_t colour, unsigned opacity) {
     pixel = mix(0) | mix(8) | mix(16) | mix(24);
 }
 
+// The whole number below; std::floor is a library call on processors of the base line. |x| < 1e15.
+double Floor(double x) {
+    const auto whole = static_cast<double>(static_cast<long long>(x));
+    return whole > x ? whole - 1 : whole;
+}
+
 // Index of the first point that may matter: the last one left of `x`. For a series whose x rises.
 std::size_t First_At(const Series& s, double x) {
     const auto device = [&](float value) { return s.x0 + s.x_scale * static_cast<double>(value); };
@@ -74,7 +80,7 @@ void Curve_Raster::Cover(int strip, double low, double high) {
 void Curve_Raster::Segment(double xa, double ya, double xb, double yb) {
     const double count = static_cast<double>(strips_.size());
     if (xb < 0 || xa >= count) return;
-    const double first = std::floor(xa), last = std::floor(xb);
+    const double first = Floor(xa), last = Floor(xb);
     if (first == last) {
         Cover(static_cast<int>(first), std::min(ya, yb), std::max(ya, yb));
         return;
@@ -91,7 +97,8 @@ void Curve_Raster::Segment(double xa, double ya, double xb, double yb) {
 void Curve_Raster::Collect(const Series& s, double x_origin, double height, bool reduced) {
     const double count = static_cast<double>(strips_.size());
     const double x0 = (s.x0 - x_origin) * strips_a_pixel, x_scale = s.x_scale * strips_a_pixel;
-    double xa = 0, ya = 0, first = -1;  // the point before, and its strip
+    double xa = 0, ya = 0;  // the point before
+    int strip_before = -1;  // its strip, -1 outside
     bool open = false;
     for (std::size_t i = 0; i < s.x.size(); ++i) {
         const double xb = x0 + x_scale * static_cast<double>(s.x[i]);
@@ -100,12 +107,12 @@ void Curve_Raster::Collect(const Series& s, double x_origin, double height, bool
             open = false;
             continue;
         }
-        const double strip = std::floor(xb);
-        if (reduced && open && strip == first && strip >= 0 && strip < count)
-            Cover(static_cast<int>(strip), yb, yb);
+        const int strip = xb >= 0 && xb < count ? static_cast<int>(xb) : -1;
+        if (reduced && open && strip >= 0 && strip == strip_before)
+            Cover(strip, yb, yb);
         else
             open ? Segment(xa, ya, xb, yb) : Segment(xb, yb, xb, yb);
-        xa = xb, ya = yb, first = strip;
+        xa = xb, ya = yb, strip_before = strip;
         open = true;
     }
 }
@@ -238,6 +245,20 @@ Sprite Make_Sprite(const Marker_Style& style) {
 
 }  // namespace
 
+// Pixels seen by an earlier set bear its number, so that they need no clearing; what was covered is cleared as it is painted. What
+// stays covered lies beyond the clip and is never looked at while the shape of the buffers stays.
+void Curve_Raster::Prepare_Marks(std::size_t seen, std::size_t covered, int reach) {
+    if (seen_.size() != seen || cover_.size() != covered || reach_ != reach) {
+        seen_.assign(seen, 0);
+        cover_.assign(covered, 0);
+        reach_ = reach;
+        mark_ = 0;
+    }
+    if (++mark_ != 0) return;
+    std::fill(seen_.begin(), seen_.end(), std::uint8_t{0});
+    mark_ = 1;
+}
+
 void Curve_Raster::Markers(const Pixel_Buffer& target, const Pixel_Rect& clip, const Series& series, const Marker_Style& style,
                            bool reduced) {
     if (clip.x1 >= clip.x2 || clip.y1 >= clip.y2 || style.glyph == 0) return;
@@ -246,8 +267,8 @@ void Curve_Raster::Markers(const Pixel_Buffer& target, const Pixel_Rect& clip, c
     const int x_from = clip.x1 - sprite.reach_x, y_from = clip.y1 - sprite.reach_y;
     const int columns = clip.x2 - clip.x1 + 2 * sprite.reach_x, rows = clip.y2 - clip.y1 + 2 * sprite.reach_y;
     const std::ptrdiff_t cover_columns = (columns + sprite.padded() + Sprite::lane) / Sprite::lane * Sprite::lane;
-    seen_.assign(static_cast<std::size_t>(columns) * static_cast<std::size_t>(rows), 0);
-    cover_.assign(static_cast<std::size_t>(cover_columns) * static_cast<std::size_t>(rows + 2 * sprite.reach_y), 0);
+    Prepare_Marks(static_cast<std::size_t>(columns) * static_cast<std::size_t>(rows),
+                  static_cast<std::size_t>(cover_columns) * static_cast<std::size_t>(rows + 2 * sprite.reach_y), sprite.reach_x);
     int first_row = rows, end_row = 0;
     const Series part = Rises(series.x) ? Between(series, x_from - 1, x_from + columns + 1) : series;
     const double x_left = series.x0 - x_from, y_top = target.height - series.y0 - y_from;
@@ -257,8 +278,8 @@ void Curve_Raster::Markers(const Pixel_Buffer& target, const Pixel_Rect& clip, c
         if (!(x >= 0 && x < columns && y >= 0 && y < rows)) continue;
         const int column = static_cast<int>(x), row = static_cast<int>(y);
         std::uint8_t& seen = seen_[static_cast<std::size_t>(row) * static_cast<std::size_t>(columns) + static_cast<std::size_t>(column)];
-        if (reduced && seen != 0) continue;
-        seen = 1;
+        if (reduced && seen == mark_) continue;
+        seen = mark_;
         first_row = std::min(first_row, row);
         end_row = std::max(end_row, row + 1);
         const std::uint8_t* opacity = sprite.opacity.data();
@@ -270,7 +291,7 @@ void Curve_Raster::Markers(const Pixel_Buffer& target, const Pixel_Rect& clip, c
     const std::uint32_t argb = Argb(style.colour);
     const int last = std::min(clip.y2, y_from + end_row + sprite.reach_y);
     for (int y = std::max(clip.y1, y_from + first_row - sprite.reach_y); y < last; ++y) {
-        const std::uint8_t* cover = cover_.data() + (y - y_from + sprite.reach_y) * cover_columns + 2 * sprite.reach_x;
+        std::uint8_t* cover = cover_.data() + (y - y_from + sprite.reach_y) * cover_columns + 2 * sprite.reach_x;
         std::uint32_t* pixel = target.pixels + y * target.stride + clip.x1;
         const int width = clip.x2 - clip.x1;
         for (int x = 0; x < width;) {
@@ -281,7 +302,10 @@ void Curve_Raster::Markers(const Pixel_Buffer& target, const Pixel_Rect& clip, c
                 continue;
             }
             for (const int end = std::min(x + Sprite::lane, width); x < end; ++x)
-                if (cover[x] != 0) Blend(pixel[x], argb, cover[x]);
+                if (cover[x] != 0) {
+                    Blend(pixel[x], argb, cover[x]);
+                    cover[x] = 0;
+                }
         }
     }
 }

@@ -46,11 +46,14 @@ private:
     void Segment(double xa, double ya, double xb, double yb);
     void Cover(int strip, double low, double high);
     void Widen(double radius);
+    void Prepare_Marks(std::size_t seen, std::size_t covered, int reach);
     void Paint(const Pixel_Buffer& target, const Pixel_Rect& clip, int first_column, Colour colour);
 
     std::vector<Interval> strips_, widened_;
     std::vector<std::uint16_t> column_;
     std::vector<std::uint8_t> seen_, cover_;
+    int reach_ = -1;
+    std::uint8_t mark_ = 0;  // number of the set of markers in hand
 };
 
 }  // namespace vntl

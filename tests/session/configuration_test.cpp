@@ -135,10 +135,10 @@ std::string Slots(const Recent_Files& recent) {
 
 TEST(Recent, TheOrderOfTheSlots) {
     const std::pair<const char*, const char*> steps[] = {
-        {"a", "a - - - - "},    {"a", "a - - - - "},     {"b", "b a - - - "},        {"c", "c b a - - "},
+        {"a", "a - - - - "},  {"a", "a - - - - "},     {"b", "b a - - - "},      {"c", "c b a - - "},
         {"a", "a b c - - "},  // a and c change places
-        {"d", "d a b c - "},    {"e-f", "e-f d a b c "}, {"g", "g e-f d a b "},      {" b ", "b e-f d a g "},
-        {"", "b e-f d a g "}, {"-", "b e-f d a g "}, {"x\ny", "b e-f d a g "},
+        {"d", "d a b c - "},  {"e-f", "e-f d a b c "}, {"g", "g e-f d a b "},    {" b ", "b e-f d a g "},
+        {"", "b e-f d a g "}, {"-", "b e-f d a g "},   {"x\ny", "b e-f d a g "},
     };
     Recent_Files recent;
     for (const auto& [path, slots] : steps) {
