@@ -47,6 +47,26 @@ Text_Style Fitted(const Device& device, std::string_view text, Text_Style style,
     return style;
 }
 
+// Upright beside the numbers: one word a line, as large as the longest word allows, about the middle of the box or down to its foot.
+void Stack_Words(Device& device, std::string_view text, Text_Style style, double left, double room, const Rect& box, bool centred) {
+    std::vector<std::string_view> words;
+    std::string_view longest;
+    for (std::size_t at = 0; at < text.size();) {
+        const std::size_t end = std::min(text.find(' ', at), text.size());
+        if (end > at) words.push_back(text.substr(at, end - at));
+        if (end > at && device.Text_Width(words.back(), style) > device.Text_Width(longest, style)) longest = words.back();
+        at = end + 1;
+    }
+    style = Fitted(device, longest, style, room);
+    const double line = 1.3 * Em_Of_Cell(style.width, style.height);
+    const double last = static_cast<double>(words.size()) - 1;
+    double y = centred ? 0.5 * (box.y1 + box.y2) + 0.5 * last * line - 0.25 * line : box.y1 + last * line;
+    for (const std::string_view word : words) {
+        device.Text({left, y}, word, style);
+        y -= line;
+    }
+}
+
 double Along(double from, double to, char position, char first, char last) {
     return position == first ? from : position == last ? to : 0.5 * (from + to);
 }
@@ -213,16 +233,12 @@ void Graphics::IPgYLabelLeft(std::string_view text, std::string_view position) {
     const char place = position[0], turn = position[1];
     Text_Style style = Current_Text();
     if (turn == 'V') {
-        // Upright: above the axis, or in the margin beside the box's middle or foot as far as there is room.
-        const bool top = place == 'T';
         const double left = area_.x1 + 0.01 * (area_.x2 - area_.x1);
-        const double room = top ? 0.5 * (area_.x2 - area_.x1) : (1 - numbers_share) * (box.x1 - area_.x1) + left - area_.x1;
-        style = Fitted(device_, text, style, room);
         style.justify = Justify::left;
-        const double em = Em_Of_Cell(style.width, style.height);
-        const double y =
-            top ? box.y2 + 0.12 * (area_.y2 - box.y2) : Along(box.y1, box.y2, place, 'B', 'T') - (place == 'C' ? 0.5 * cap_height * em : 0);
-        device_.Text({left, y}, text, style);
+        if (place == 'T')
+            device_.Text({left, box.y2 + 0.12 * (area_.y2 - box.y2)}, text, Fitted(device_, text, style, 0.5 * (area_.x2 - area_.x1)));
+        else
+            Stack_Words(device_, text, style, left, (1 - numbers_share) * (box.x1 - area_.x1), box, place == 'C');
         return;
     }
     style = Fitted(device_, text, style, widest_title * (area_.y2 - area_.y1));

@@ -106,6 +106,7 @@ std::vector<std::string> WSelectFile(std::string_view filter, Select_Kind kind, 
     Toolkit& toolkit = The_Toolkit();
     if (toolkit.stand_in != nullptr) return toolkit.stand_in->Answer_Select(kind);
     QFileDialog dialog(toolkit.main.get(), QString::fromUtf8(title.data(), static_cast<qsizetype>(title.size())), QDir::currentPath());
+    dialog.setOption(QFileDialog::HideNameFilterDetails);
     dialog.setNameFilters(Name_Filters(filter));
     dialog.setAcceptMode(kind == Select_Kind::save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
     dialog.setFileMode(kind == Select_Kind::save ? QFileDialog::AnyFile
