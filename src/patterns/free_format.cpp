@@ -137,8 +137,11 @@ Status Read_Header(Line_Cursor& lines, bool mdi, Header& head, Diffraction_Patte
     return sound ? Status::Done() : Failure(bad_range);
 }
 
-// Most points that a text of this length is trusted with: plain numbers take two bytes each, repeat counts ("500*0") fewer.
-double Most_Points(std::size_t bytes) { return std::max(65536.0, 8.0 * static_cast<double>(bytes)); }
+// Most points that a text of this length is trusted with: plain numbers take two bytes each; repeat counts ("500*0") may give more.
+double Most_Points(std::size_t bytes) {
+    constexpr double repeated = 65536;
+    return repeated + 0.5 * static_cast<double>(bytes);
+}
 
 }  // namespace
 

@@ -1,8 +1,8 @@
 #include "patterns/xysigma.hpp"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
-#include <cstring>
 #include <vector>
 
 #include "base/real_parse.hpp"
@@ -35,13 +35,25 @@ struct Header {
 bool Is_Comment(std::string_view line) { return line.starts_with('!') || line.starts_with('#'); }
 
 // Lines of the file, in a ".gr" file those behind its last mark.
-std::size_t Lines_To_Allocate(std::string_view text, bool gr) {
+std::size_t Count_Of_Lines(std::string_view text, bool gr) {
     if (!gr) return Count_Lines(text);
     std::size_t count = 0;
     Line_Cursor lines(text);
     std::string_view line;
     while (lines.Next(line)) count = line.starts_with(gr_mark) ? 0 : count + 1;
     return count;
+}
+
+// Room for the records of so many lines. Where lines are shorter than records of a measurement are, many may be blank: those that are
+// not are counted, so that a file of line ends reserves nothing.
+std::size_t Records_At_Most(std::string_view text, std::size_t lines) {
+    constexpr std::size_t shortest_usual = 6;
+    if (lines <= text.size() / shortest_usual) return lines;
+    std::size_t count = 0;
+    Line_Cursor cursor(text);
+    std::string_view line;
+    while (cursor.Next(line)) count += Trim_Left(line).empty() ? 0 : 1;
+    return std::min(lines, std::max<std::size_t>(count, 1));
 }
 
 // A header of any comments, up to the first line that begins with two numbers; that line may be the first one.
@@ -208,8 +220,9 @@ bool Rises(const std::vector<float>& x) {
 
 Status Read_Xysigma(std::string_view text, bool gr, Diffraction_Pattern_Type& p) {
     p = {};
-    const std::size_t room = Lines_To_Allocate(text, gr);
-    if (room == 0 || room > 0x7fffffff) return Failure(no_points);
+    const std::size_t count = Count_Of_Lines(text, gr);
+    if (count == 0 || count > 0x7fffffff) return Failure(no_points);
+    const std::size_t room = Records_At_Most(text, count);
     Line_Cursor lines(text);
     Header head;
     if (Status status = Read_Header(lines, gr, head, p); status.failed) return status;
@@ -226,7 +239,7 @@ Status Read_Xysigma(std::string_view text, bool gr, Diffraction_Pattern_Type& p)
     if (head.interpol == 0 || head.interpol == 2)
         p.step = sums.steps / static_cast<float>(sums.count - 2);
     else if (Rises(p.x))
-        Put_On_Grid(p, head, sums.count, static_cast<int>(room));
+        Put_On_Grid(p, head, sums.count, static_cast<int>(count));
     Set_Y_Limits(p);
     return Status::Done();
 }
