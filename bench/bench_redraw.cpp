@@ -74,7 +74,8 @@ double Read_Arrays(const Session& session) {
 
 double Paint_Polylines(const Session& session) {
     const Plot_State& plot = session.plot;
-    const double sx = 0.7 * window_width / (plot.x_view_max - plot.x_view_min), sy = 0.7 * window_height / (plot.y_view_max - plot.y_view_min);
+    const double sx = 0.7 * window_width / (plot.x_view_max - plot.x_view_min),
+                 sy = 0.7 * window_height / (plot.y_view_max - plot.y_view_min);
     QImage image(window_width, window_height, QImage::Format_RGB32);
     return Milliseconds([&] {
         QPainter painter(&image);
