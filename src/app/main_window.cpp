@@ -1,6 +1,7 @@
 // The main window's messages, and the state that is carried to it.
 #include "app/application.hpp"
 #include "app/command_table.hpp"
+#include "commands/plot/mouse.hpp"
 #include "plot/plot.hpp"
 #include "session/load.hpp"
 #include "toolkit/dialog.hpp"
@@ -31,6 +32,15 @@ void Ihand_WinRoot(Application& app, const Message& message) {
             break;
         case Message_Kind::close_request:
             Exit_Program(app);
+            break;
+        case Message_Kind::mouse_down:
+        case Message_Kind::mouse_up:
+        case Message_Kind::mouse_move:
+        case Message_Kind::wheel:
+            MouseMovement_Main(app.session, message);
+            break;
+        case Message_Kind::key_down:
+            if (message.record.value1 == key_escape) Cancel_Rubber(app.session);
             break;
         case Message_Kind::files_dropped:
             Open_Dropped_Files(app, message.record.files);
@@ -68,10 +78,7 @@ void Message_Loop(Application& app) {
 }
 
 void Exit_Program(Application& app) {
-    if (app.session.config.files_allowed) {
-        Write_Last_Directory(app.session.config);
-        app.session.recent.Write(app.session.config.start_dir + app.session.config.sep + app.session.config.mru_file);
-    }
+    Write_Exit_Files(app.session);
     app.leaving = true;
 }
 

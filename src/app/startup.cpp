@@ -118,7 +118,7 @@ void Open_Start_Files(Application& app, const Command_Line& line) {
 void Start(Application& app, const Command_Line& line) {
     Session& session = app.session;
     Open_Main_Window(app, line);
-    session.recent.Read(session.config.start_dir + session.config.sep + session.config.mru_file);
+    session.recent.Read(session.config.Recent_Files_Path());
     MRU_Show(session);
     Reset_Profiles(session);
     Set_Menu_Empty(session);

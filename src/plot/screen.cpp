@@ -23,11 +23,27 @@ long long Shown_Points(const Session& session) {
     return points;
 }
 
+void Draw_Rubber(const Rubber_Rectangle& rubber, Graphics& g) {
+    if (!rubber.active) return;
+    g.IGrArea(0, 0, 1, 1);
+    g.IGrUnits(0, 0, page_width, page_height);
+    g.IGrFillPattern(fill_outline);
+    g.IGrLineType(0);
+    // Yellow on a dark seam shows on light and on dark ground.
+    for (const auto& [colour, width] : {std::pair{WRGB(90, 90, 0), 3.0f}, std::pair{WRGB(255, 255, 0), 1.0f}}) {
+        g.IGrColourN(colour);
+        g.IGrLineWidth(width);
+        g.IGrRectangle(static_cast<float>(rubber.x0), static_cast<float>(rubber.y0), static_cast<float>(rubber.x1),
+                       static_cast<float>(rubber.y1));
+    }
+}
+
 // The marks are laid out for the window's own size, so that a dot keeps its shape.
 void Put_Marks(const Session& session) {
     Recording_Device overlay(WInfoWindow(width_info), WInfoWindow(height_info));
     Graphics marks(overlay);
     Draw_Marks(session, marks);
+    Draw_Rubber(session.plot.rubber, marks);
     WOverlayPut(overlay);
 }
 

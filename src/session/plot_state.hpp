@@ -8,6 +8,12 @@ namespace vntl {
 // The page: a fixed coordinate space that is stretched over the whole window, origin at the lower left.
 inline constexpr float page_width = 1200.0f, page_height = 800.0f;
 
+// A rectangle that the user is drawing, page units: where the button went down, and where the mouse is.
+struct Rubber_Rectangle {
+    bool active = false;
+    double x0 = 0, y0 = 0, x1 = 0, y1 = 0;
+};
+
 struct Plot_State {
     std::string plot_type = "none";  // "none", "single", "multi", "multi_log", "calculation", "graph2dcontour", ...
     int MoveMode = 0;                // what a mouse drag means
@@ -35,6 +41,7 @@ struct Plot_State {
     int first_pattern = 0, last_pattern = 0;
 
     float shift_x = 0, shift_y = 0;  // stored shift values
+    Rubber_Rectangle rubber;
 
     double read_ms = 0, draw_ms = 0;  // what the last load and the last picture took
     long long drawn_points = 0;       // points of the rows of that picture

@@ -190,6 +190,30 @@ TEST_F(Program, TheTableHoldsTwoThousandPatterns) {
     EXPECT_TRUE(row.contains("nd") && !row.contains("sigma") && !row.contains("ycalc"));
 }
 
+TEST_F(Program, TheMouseReadsZoomsAndGoesBack) {
+    const auto run = Script("open " + Pattern("rising.xye") + "\nmouse data move 12.05 110\nprint state\nmouse move 10 10\nprint state\n" +
+                            "mouse data down 11 105\nmouse data move 12 115\nmouse data up 13 120\nprint state\n" +
+                            "mouse data down 12 110\nmouse data up 12 110\nmouse data wheelup 12 110\nprint state\n" +
+                            "mouse data down 12 110\nkey Escape\nmouse data up 12.5 115\nmouse down right 600 400\nprint state\nopen " +
+                            Pattern("calculated.xys") + "\nmouse data move 12.05 110\nprint state\n");
+    EXPECT_EQ(run.status, 0) << run.errors;
+    const auto states = run.With("plot_type");
+    ASSERT_EQ(states.size(), 6u);
+    EXPECT_EQ(states[0]["status"][1], " N= 21");  // 10.00, 10.10, ... 12.00 is the 21st
+    EXPECT_EQ(states[0]["status"][2], " X= 12.0500");
+    EXPECT_EQ(states[0]["status"][3], " Y= 110.0");
+    EXPECT_EQ(states[1]["status"][2], "");
+    const auto view = [&](std::size_t i, const char* limit) { return states[i][limit].get<double>(); };
+    EXPECT_NEAR(view(2, "x_view_min"), 11, 1e-4);
+    EXPECT_NEAR(view(2, "x_view_max"), 13, 1e-4);
+    EXPECT_NEAR(view(2, "y_view_min"), 105, 1e-3);
+    EXPECT_NEAR(view(2, "y_view_max"), 120, 1e-3);
+    EXPECT_NEAR(view(3, "x_view_min"), 11.2, 1e-4);  // the wheel leaves 0.8 of the width about 12; the click changed nothing
+    EXPECT_NEAR(view(3, "x_view_max"), 12.8, 1e-4);
+    EXPECT_NEAR(view(4, "x_view_max"), 13.8, 1e-4);
+    EXPECT_EQ(states[5]["status"][1], "Pointed Pattern 1");
+}
+
 TEST_F(Program, APictureTellsWhatIsDrawn) {
     const auto run = Script("open " + Pattern("rising.xye") + "\nprint picture full\n");
     const Json picture = run.With("markers").at(0);
