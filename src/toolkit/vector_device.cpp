@@ -20,6 +20,7 @@ namespace {
 constexpr double farthest = 1e5;      // points from the page beyond which nothing can show
 constexpr double nearest = 1.0 / 20;  // of a point: what lies closer is one place of a curve
 constexpr double points_a_line_unit = 0.72;
+constexpr int circle_glyph = 221;
 
 cairo_status_t Append(void* text, const unsigned char* data, unsigned length) {
     static_cast<std::string*>(text)->append(reinterpret_cast<const char*>(data), length);
@@ -109,7 +110,7 @@ public:
     void Markers(const Series& s, const Marker_Style& style) override {
         const Glyph_Outline glyph = Marker_Outline(style.glyph);
         if (glyph.points.empty()) return;
-        const bool filled = style.filled && !glyph.strokes;
+        const bool dots = style.filled && style.glyph == circle_glyph;
         Point last{-2 * farthest, 0};
         cairo_new_path(cairo_);
         for (std::size_t i = 0; i < s.x.size(); ++i) {
@@ -118,14 +119,17 @@ public:
                                    p.y <= clip_.y2 + style.height);
             if (outside || Near(last, p)) continue;
             last = p;
-            for (std::size_t k = 0; k < glyph.points.size(); ++k) {
-                const double x = X(p.x + glyph.points[k].x * style.width), y = Y(p.y + glyph.points[k].y * style.height);
-                k == 0 || (glyph.strokes && k % 2 == 0) ? cairo_move_to(cairo_, x, y) : cairo_line_to(cairo_, x, y);
+            if (dots) {
+                cairo_move_to(cairo_, X(p.x), Y(p.y));
+                cairo_line_to(cairo_, X(p.x), Y(p.y));
+            } else {
+                Add_Glyph(glyph, p, style);
             }
-            if (!glyph.strokes) cairo_close_path(cairo_);
         }
         Use(style.colour);
-        if (filled)
+        if (dots)
+            Stroke_Dots(style);
+        else if (style.filled && !glyph.strokes)
             cairo_fill(cairo_);
         else
             Stroke({style.colour, 1, Line_Style::solid});
@@ -231,6 +235,25 @@ private:
         cairo_new_path(cairo_);
         cairo_rectangle(cairo_, clip_.x1, height_ - clip_.y2, clip_.x2 - clip_.x1, clip_.y2 - clip_.y1);
         cairo_clip(cairo_);
+    }
+
+    void Add_Glyph(const Glyph_Outline& glyph, Point at, const Marker_Style& style) {
+        for (std::size_t k = 0; k < glyph.points.size(); ++k) {
+            const double x = X(at.x + glyph.points[k].x * style.width), y = Y(at.y + glyph.points[k].y * style.height);
+            k == 0 || (glyph.strokes && k % 2 == 0) ? cairo_move_to(cairo_, x, y) : cairo_line_to(cairo_, x, y);
+        }
+        if (!glyph.strokes) cairo_close_path(cairo_);
+    }
+
+    // A line of no length with round ends is a dot: a few bytes a marker. The pen takes the shape of the glyph's box.
+    void Stroke_Dots(const Marker_Style& style) {
+        cairo_save(cairo_);
+        cairo_scale(cairo_, std::max(style.width, 1e-3), std::max(style.height, 1e-3));
+        cairo_set_line_width(cairo_, 1);
+        cairo_set_line_cap(cairo_, CAIRO_LINE_CAP_ROUND);
+        cairo_set_dash(cairo_, nullptr, 0, 0);
+        cairo_stroke(cairo_);
+        cairo_restore(cairo_);
     }
 
     void Use(Colour c) { cairo_set_source_rgb(cairo_, Red(c) / 255.0, Green(c) / 255.0, Blue(c) / 255.0); }

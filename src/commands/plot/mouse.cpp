@@ -156,8 +156,11 @@ void MouseMovement_Main(Session& session, const Message& message) {
             plot.rubber.y1 = record.y;
             Finish_Rectangle(session);
             break;
-        case Message_Kind::wheel: Turn_Wheel(session, at, record.value1 > 0); break;
-        default: break;
+        case Message_Kind::wheel:
+            Turn_Wheel(session, at, record.value1 > 0);
+            break;
+        default:
+            break;
     }
 }
 
