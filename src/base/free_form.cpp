@@ -188,4 +188,9 @@ bool Free_Form_Reader::Bad_Item(const char* first, const char* wanted) {
     return false;
 }
 
+bool Read_Free_Reals(std::string_view text, std::span<float> values) {
+    Free_Form_Reader reader(text);
+    return reader.Read(values) && reader.given() == values.size();
+}
+
 }  // namespace vntl

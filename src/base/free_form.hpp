@@ -83,4 +83,7 @@ private:
     Status status_;
 };
 
+// The first numbers of a text, as many as there are places: "Problem: 12 3 4" gives none, "1, 2" two. True when every place got one.
+bool Read_Free_Reals(std::string_view text, std::span<float> values);
+
 }  // namespace vntl

@@ -1,8 +1,6 @@
 // Cutting lines of text files into fields, words and numbers.
 //
-// Two habits of data files are served. Tables hold one record a line, its fields separated by blanks or TABs (Field_Reader).
-// Free-form lists hold numbers separated by blanks, TABs, line ends and at most one comma, over as many lines as they like, with
-// "3*1.5" for three times 1.5 (Free_Form).
+// Tables hold one record a line, its fields separated by blanks or TABs (Field_Reader); header lines hold words and numbers.
 #pragma once
 
 #include <array>
@@ -42,32 +40,6 @@ private:
     Line_Cursor lines_;
     int count_ = 0;
 };
-
-// Numbers and words out of a free-form text. Every read is false, with nothing changed, at the end of the text, at "/", at an item
-// that is not wholly of the kind wanted, and where two commas enclose nothing.
-class Free_Form {
-public:
-    explicit Free_Form(std::string_view text) : next_(text.data()), end_(text.data() + text.size()) {}
-
-    bool Real(float& value);
-    bool Reals(std::span<float> values);
-    bool Integer(int& value);
-    bool Word(std::string_view& word);
-
-private:
-    bool Repeated_Real(const char* first, float& value);
-    void Skip_Blanks();
-    bool At_Separator() const;
-    void Skip_Separator();
-
-    const char* next_;
-    const char* end_;
-    int repeats_ = 0;  // how often `repeated_` is still to be given
-    float repeated_ = 0;
-};
-
-// The first `n` numbers of a line: "Problem: 12 3 4" gives none, "1, 2" two.
-bool Read_Free_Reals(std::string_view text, std::span<float> values);
 
 // Cuts a line into blank-separated words of at most `width` characters each. A word that begins with a double quote runs to the closing
 // quote and is given without both; without one the cutting ends with "Non balanced quotes!". With more than `most` words it ends with

@@ -6,6 +6,7 @@
 #include <limits>
 #include <vector>
 
+#include "base/free_form.hpp"
 #include "base/scan.hpp"
 #include "base/text.hpp"
 #include "base/text_file.hpp"
@@ -56,11 +57,11 @@ void Take_Comment(std::string_view line, Header& head, Diffraction_Pattern_Type&
 }
 
 Status Take_Bank(std::string_view line, Header& head) {
-    Free_Form counts(Columns(line, 5, 41));
-    std::string_view number;
+    Free_Form_Reader counts(Columns(line, 5, 41));
+    std::string number;
     int npts = 0;
     std::array<float, 2> range{};
-    if (!counts.Word(number) || !counts.Integer(npts) || !Read_Free_Reals(Columns(line, 47, 90), range)) return Failure(bad_range);
+    if (!counts.Read(number, npts) || !Read_Free_Reals(Columns(line, 47, 90), range)) return Failure(bad_range);
     head.npts = npts;
     head.xmin = range[0], head.step = range[1];
     head.xmax = (head.npts - 1) * head.step + head.xmin;
@@ -104,14 +105,13 @@ Status Take_Mdi_Line(std::string_view line, Header& head, Diffraction_Pattern_Ty
         pattern.title = Kept_Text(line, title_width);
         return Status::Done();
     }
-    Free_Form words(line);
-    std::string_view word;
+    std::vector<std::string_view> words;
+    const Status cut = Get_Words(line, words, most_words, word_width);
+    (void)cut;  // what stands behind the sixth word does not matter
     std::array<float, 6> reals{};
-    for (std::size_t i = 0; i < reals.size(); ++i) {
-        if (!words.Word(word)) return Failure(bad_range);
-        const bool wanted = i == 0 || i == 1 || i == 5;
-        if (wanted && !Read_Free_Reals(word, std::span(reals).subspan(i, 1))) return Failure(bad_range);
-    }
+    if (words.size() < reals.size()) return Failure(bad_range);
+    for (const std::size_t i : {0u, 1u, 5u})
+        if (!Read_Free_Reals(words[i], std::span(reals).subspan(i, 1))) return Failure(bad_range);
     if (!(reals[1] > least_step)) return Failure(zero_step);
     Take_Range(head, reals[0], reals[1], reals[5]);
     return Status::Done();
@@ -155,7 +155,7 @@ Status Read_Free_Format(std::string_view text, bool mdi, Diffraction_Pattern_Typ
     if (head.npts > Most_Points(lines.Rest().size())) return Failure(bad_count);
     const auto n = static_cast<std::size_t>(head.npts);
     std::vector<float> counts(n);
-    if (!Free_Form(lines.Rest()).Reals(counts)) return Failure(bad_count);
+    if (!Read_Free_Reals(lines.Rest(), counts)) return Failure(bad_count);
 
     if (Status status = Allocate_Diffraction_Pattern(pattern, static_cast<std::int32_t>(n)); status.failed) return status;
     pattern.xmin = static_cast<float>(head.xmin);

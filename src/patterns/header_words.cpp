@@ -2,7 +2,7 @@
 
 #include <array>
 
-#include "base/scan.hpp"
+#include "base/free_form.hpp"
 #include "base/text.hpp"
 #include "base/text_file.hpp"
 

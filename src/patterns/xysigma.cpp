@@ -5,6 +5,7 @@
 #include <cmath>
 #include <vector>
 
+#include "base/free_form.hpp"
 #include "base/real_parse.hpp"
 #include "base/scan.hpp"
 #include "base/spline.hpp"

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "base/free_form.hpp"
 #include "base/os.hpp"
 #include "base/scan.hpp"
 #include "base/spline.hpp"
@@ -103,9 +104,9 @@ TEST(Scan, WordsAndNumbers) {
     EXPECT_EQ(Get_Numbers("1.5 2 x", reals, ints), 2);
     EXPECT_EQ(Get_Numbers("1 nan", reals, ints), 1);
     std::array<float, 4> values{};
-    EXPECT_TRUE(Free_Form("3*1.5, 2D0").Reals(values));
+    EXPECT_TRUE(Read_Free_Reals("3*1.5, 2D0", values));
     EXPECT_EQ(values[3], 2);
-    EXPECT_FALSE(Free_Form("1 2 3").Reals(values));
+    EXPECT_FALSE(Read_Free_Reals("1 2 3", values) || Read_Free_Reals("1,,3 4", values) || Read_Free_Reals("1 2 / 3 4", values));
 }
 
 // A natural spline has no second derivative at its ends; with the end slopes of a cubic it is that cubic, in closed form.
