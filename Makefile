@@ -17,7 +17,7 @@ all:
 	@cmake --build build -j $(jobs)
 
 run: all
-	@scripts/run.sh build $(FILE)
+	@scripts/run.sh build $(if $(FILE),"$(FILE)")
 
 test:
 	@scripts/packages.sh run test
@@ -45,7 +45,7 @@ fuzz:
 	@cmake --build build-fuzz -j $(jobs) --target fuzz_targets
 	@for program in build-fuzz/fuzz/fuzz_*; do [ -x $$program ] && [ -f $$program ] || continue; \
 		corpus=build-fuzz/corpus/$$(basename $$program); mkdir -p $$corpus; \
-		$$program -max_total_time=$(SECONDS_EACH) -timeout=10 -rss_limit_mb=2048 -print_final_stats=1 $$corpus tests/data/patterns || exit 1; done
+		$$program -max_total_time=$(SECONDS_EACH) -timeout=10 -rss_limit_mb=2048 -print_final_stats=1 -artifact_prefix=build-fuzz/ $$corpus tests/data/patterns || exit 1; done
 
 format:
 	@scripts/packages.sh test
