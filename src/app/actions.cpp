@@ -1,18 +1,17 @@
 #include "app/actions.hpp"
 
 #include "app/application.hpp"
+#include "commands/file/clipboard.hpp"
 #include "commands/file/export_picture.hpp"
 #include "commands/help/about.hpp"
+#include "commands/help/gestures.hpp"
+#include "commands/plot/mouse.hpp"
 #include "plot/plot.hpp"
 #include "session/load.hpp"
+#include "session/view_history.hpp"
+#include "views/text_editor.hpp"
 
 namespace vntl {
-
-namespace {
-
-constexpr int command_target = 40111;
-
-}  // namespace
 
 void Command_Open_Pattern(Application& app) {
     app.failed |= Open_Pattern_File(app.session, app.ask).failed;
@@ -57,11 +56,33 @@ void Show_Graph_2D(Application& app, bool log) {
 void Command_Target(Application& app) {
     Session& session = app.session;
     session.plot.show_target = !session.plot.show_target;
-    session.interface.Check(command_target, session.plot.show_target);
+    session.interface.Check(target_command, session.plot.show_target);
     Plot_Redraw(session);
 }
 
 void Command_About(Application& app) { About_Dialog(app.session); }
+
+void Command_Gestures(Application& app) { Gestures_Dialog(app.session); }
+
+void Command_Copy_Picture(Application& app) { Copy_Picture(app.session); }
+
+void Command_Copy_Data(Application& app) {
+    if (const Status status = Copy_Data(app.session); status.failed) app.ask.Error(status.message);
+}
+
+void Command_View_Back(Application& app) {
+    if (View_Back(app.session)) Plot_Redraw(app.session);
+}
+
+void Command_View_Forward(Application& app) {
+    if (View_Forward(app.session)) Plot_Redraw(app.session);
+}
+
+void Command_Start_Drag(Application& app) { Start_Drag_Mode(app.session); }
+void Command_End_Drag(Application& app) { End_Drag_Mode(app.session); }
+
+void Command_Text_Editor(Application& app) { Open_Text_Editor(app.session, app.ask, {}); }
+void Command_Edit_Control_File(Application& app) { Open_Text_Editor(app.session, app.ask, app.session.config.pcr_file); }
 
 void Move_And_Redraw(Application& app, View_Move move) {
     Move_View(app.session.plot, move);

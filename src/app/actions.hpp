@@ -15,6 +15,15 @@ void Command_Exit(Application&);
 void Command_Focus(Application&);
 void Command_Target(Application&);
 void Command_About(Application&);
+void Command_Gestures(Application&);
+void Command_Copy_Picture(Application&);
+void Command_Copy_Data(Application&);
+void Command_View_Back(Application&);
+void Command_View_Forward(Application&);
+void Command_Start_Drag(Application&);
+void Command_End_Drag(Application&);
+void Command_Text_Editor(Application&);
+void Command_Edit_Control_File(Application&);
 void Show_Graph_2D(Application&, bool log);
 void Move_And_Redraw(Application&, View_Move);
 

@@ -69,13 +69,15 @@ Command_Line Parse_Command_Line(int argc, const char* const* argv) {
         "Forms: vantrelo [FILE [WIDTH [HEIGHT]]]\n"
         "       vantrelo FILE FILE...\n"
         "       vantrelo --export OUT [--size 1200x800] [--format NAME] FILE...\n"
-        "       vantrelo --script SCRIPT|- [FILE...]");
+        "       vantrelo --script SCRIPT|- [FILE...]\n"
+        "       vantrelo --record SCRIPT [FILE...]");
     const Configuration identity;
     parser.set_version_flag("--version", identity.program_name + ' ' + identity.program_version + ' ' + identity.program_date);
     parser.add_option("--export", line.export_file, "Draw the patterns to this file (.png .svg .pdf .ps) and end")->option_text("OUT");
     parser.add_option("--size", size, "Size of the exported picture, 1200x800 if not given")->option_text("WxH");
     parser.add_option("--format", format, "Format of the exported files, instead of the recognised one")->option_text("NAME");
     parser.add_option("--script", line.script, "Run a session script, \"-\" from standard input, and end")->option_text("SCRIPT");
+    parser.add_option("--record", line.record, "Write what the user does as a session script")->option_text("SCRIPT");
     parser.add_option("files", line.files, "Patterns to open")->option_text("FILE...");
     try {
         parser.parse(argc, argv);
@@ -86,15 +88,16 @@ Command_Line Parse_Command_Line(int argc, const char* const* argv) {
     }
     for (std::string& file : line.files) file = Without_Quotes(std::move(file));
     const bool exporting = parser.count("--export") > 0;
-    const bool scripted = parser.count("--script") > 0;
+    const bool scripted = parser.count("--script") > 0, recording = parser.count("--record") > 0;
     if (exporting && (line.export_file.empty() || line.files.empty()))
         return Ending(2, "vantrelo: --export needs a file to write and a pattern\n");
-    if (exporting && scripted) return Ending(2, "vantrelo: --export and --script exclude each other\n");
+    if (exporting + scripted + recording > 1) return Ending(2, "vantrelo: --export, --script and --record exclude one another\n");
+    if (recording && line.record.empty()) return Ending(2, "vantrelo: --record needs a file to write\n");
     if (scripted && line.script.empty()) return Ending(2, "vantrelo: --script needs a file, or - for standard input\n");
     if (!exporting && (!size.empty() || !format.empty())) return Ending(2, "vantrelo: --size and --format belong to --export\n");
     if (!size.empty() && !Take_Export_Size(line, size)) return Ending(2, "vantrelo: --size takes two whole numbers, such as 1200x800\n");
     if (!format.empty() && !(line.format_code = Format_Code(format))) return Ending(2, "vantrelo: unknown format " + format + '\n');
-    if (!exporting && !scripted) Take_Window_Size(line);
+    if (!exporting && !scripted && !recording) Take_Window_Size(line);
     return line;
 }
 

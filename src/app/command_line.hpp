@@ -4,6 +4,7 @@
 //   vantrelo FILE FILE...
 //   vantrelo --export OUT [--size 1200x800] [--format NAME] FILE...
 //   vantrelo --script SCRIPT|- [FILE...]
+//   vantrelo --record SCRIPT [FILE...]
 //   vantrelo --help | --version
 #pragma once
 
@@ -20,6 +21,7 @@ struct Command_Line {
     int export_width = 1200, export_height = 800;
     std::optional<int> format_code;
     std::string script;  // not empty: run a session script ("-" from standard input)
+    std::string record;  // not empty: write what the user does to this session script
 
     std::optional<int> exit_status;  // the program ends at once with it; `text` is for standard output (0) or standard error
     std::string text;

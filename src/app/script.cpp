@@ -31,12 +31,6 @@ constexpr std::array<Named_Answer, 7> answer_names = {{{"ok", Box_Answer::ok},
                                                        {"abort", Box_Answer::abort},
                                                        {"ignore", Box_Answer::ignore}}};
 
-std::string_view Name_Of(Box_Answer answer) {
-    for (const Named_Answer& row : answer_names)
-        if (row.answer == answer) return row.name;
-    return "";
-}
-
 constexpr std::array<std::string_view, 5> icon_names = {"none", "stop", "question", "exclamation", "information"};
 
 Status Usage(std::string_view form) { return Status::Fail("usage: " + std::string(form)); }
@@ -45,15 +39,13 @@ Status Nothing_Left(const std::vector<std::string>& words, std::string_view form
     return words.size() == 1 ? Status::Done() : Usage(form);
 }
 
-// Page units of a place given in data units of the window drawn last.
-void Data_To_Page(const Plot_State& plot, double& x, double& y) {
-    const double fx = (x - plot.drawn_x1) / (static_cast<double>(plot.drawn_x2) - plot.drawn_x1);
-    const double fy = (y - plot.drawn_y1) / (static_cast<double>(plot.drawn_y2) - plot.drawn_y1);
-    x = page_width * (plot.zone_x1 + fx * (static_cast<double>(plot.zone_x2) - plot.zone_x1));
-    y = page_height * (plot.zone_y1 + fy * (static_cast<double>(plot.zone_y2) - plot.zone_y1));
-}
-
 }  // namespace
+
+std::string_view Answer_Name(Box_Answer answer) {
+    for (const Named_Answer& row : answer_names)
+        if (row.answer == answer) return row.name;
+    return "";
+}
 
 Status Parse_Statement(std::string_view line, std::vector<std::string>& words) {
     words.clear();
@@ -94,8 +86,8 @@ const std::vector<Script_Runner::Kind_Of_Statement>& Script_Runner::Kinds() {
         {"command", &Script_Runner::Command_Number},
         {"drop", &Script_Runner::Drop},
         {"set", &Script_Runner::Set},
-        {"cell", &Script_Runner::No_Such_Field},
-        {"select", &Script_Runner::No_Such_Field},
+        {"cell", &Script_Runner::Cell},
+        {"select", &Script_Runner::Select_Item},
         {"press", &Script_Runner::Press},
         {"dialog", &Script_Runner::Front},
         {"main", &Script_Runner::Front},
@@ -130,7 +122,14 @@ Script_Runner::~Script_Runner() {
     Set_Stand_In(nullptr);
 }
 
+// No statement may leave a session that contradicts itself.
+void Script_Runner::Check_Session() {
+    const Status status = Check_Invariants(app_.session);
+    if (status.failed) Fail(line_, "the session contradicts itself: " + status.message);
+}
+
 bool Script_Runner::Step() {
+    Check_Session();
     while (next_ < lines_.size()) {
         Statement statement;
         statement.line = static_cast<int>(next_ + 1);
@@ -146,9 +145,9 @@ bool Script_Runner::Step() {
 }
 
 void Script_Runner::At_End() {
-    const int dialog = WDialogFront();
-    if (dialog > 0)
-        Post_Message({Message_Kind::push_button, {.win = dialog, .value1 = button_cancel}});
+    const int front = WindowFront();
+    if (WDialogLoaded(front))
+        Post_Message({Message_Kind::push_button, {.win = front, .value1 = button_cancel}});
     else
         app_.leaving = true;
     Post_Message({Message_Kind::repaint, {}});  // wakes the loop, which then sees that the program is being left
@@ -175,13 +174,13 @@ Box_Answer Script_Runner::Answer_Box(const Message_Box& box) {
         if (Box_Offers(box.buttons, waiting.answer))
             answer = waiting.answer;
         else
-            Fail(waiting.line, "the box \"" + box.title + "\" does not offer the answer " + std::string(Name_Of(waiting.answer)));
+            Fail(waiting.line, "the box \"" + box.title + "\" does not offer the answer " + std::string(Answer_Name(waiting.answer)));
     }
     nlohmann::ordered_json report;
     report["box"] = box.title;
     report["icon"] = icon_names[static_cast<std::size_t>(box.icon)];
     report["text"] = box.text;
-    report["answer"] = Name_Of(answer);
+    report["answer"] = Answer_Name(answer);
     Write_Json_Line(output_, report);
     return answer;
 }
@@ -196,16 +195,45 @@ std::vector<std::string> Script_Runner::Answer_Select(Select_Kind) {
     return files;
 }
 
+std::optional<std::string> Script_Runner::Answer_Directory() {
+    if (directories_.empty()) {
+        Fail(line_, "a directory selector opened, and no directory waits for it");
+        return {};
+    }
+    std::string directory = std::move(directories_.front());
+    directories_.pop_front();
+    return directory;
+}
+
+std::optional<Colour> Script_Runner::Answer_Colour() {
+    if (colours_.empty()) {
+        Fail(line_, "a colour selector opened, and no colour waits for it");
+        return {};
+    }
+    const Colour colour = colours_.front();
+    colours_.pop_front();
+    return colour;
+}
+
 std::string Script_Runner::Absolute(const std::string& name) const {
     return name.empty() || name.front() == '/' ? name : start_directory_ + '/' + name;
 }
 
 Status Script_Runner::Post_Command(int id) {
+    const int front = WindowFront();
+    const std::string name = "command " + std::to_string(id);
+    if (WindowIsOpen(front) && front != main_window) {
+        WindowSelect(front);
+        if (WMenuGetState(id, menu_enabled) < 0) return Status::Fail("the window in front has no " + name);
+        if (WMenuGetState(id, menu_enabled) == 0) return Status::Fail(name + " is disabled");
+        Post_Message({Message_Kind::command, {.win = front, .value1 = id}});
+        return Status::Done();
+    }
     const Command* command = Find_Command(id);
-    if (command == nullptr) return Status::Fail("there is no command " + std::to_string(id));
-    if (WDialogFront() > 0) return Status::Fail("command " + std::to_string(id) + " is not served while a dialog is open");
+    if (command == nullptr) return Status::Fail("there is no " + name);
+    if (!Modal_Loop_Serves(id)) return Status::Fail(name + " is not served while a dialog is open");
     if (!command->built() || !app_.session.interface.Enabled(id))
-        return Status::Fail("command " + std::to_string(id) + " (" + Plain_Label(command->label) + ") is disabled");
+        return Status::Fail(name + " (" + Plain_Label(command->label) + ") is disabled");
     Post_Message({Message_Kind::command, {.value1 = id}});
     return Status::Done();
 }
@@ -229,14 +257,19 @@ Status Script_Runner::Files(const Words& words) {
     return Status::Done();
 }
 
-// No command asks for a directory or a colour yet, so that these answers are checked and then not wanted.
-Status Script_Runner::Directory(const Words& words) { return words.size() == 2 ? Status::Done() : Usage("directory D"); }
+Status Script_Runner::Directory(const Words& words) {
+    if (words.size() != 2) return Usage("directory D");
+    directories_.push_back(Absolute(words[1]));
+    return Status::Done();
+}
 
 Status Script_Runner::Colour_Choice(const Words& words) {
-    int part = 0;
+    std::array<int, 3> parts{};
     const bool numbers =
-        std::all_of(words.begin() + 1, words.end(), [&](const auto& w) { return Parse_Integer(w, part) && part >= 0 && part <= 255; });
-    return words.size() == 4 && numbers ? Status::Done() : Usage("colour R G B");
+        words.size() == 4 && Parse_Integer(words[1], parts[0]) && Parse_Integer(words[2], parts[1]) && Parse_Integer(words[3], parts[2]);
+    if (!numbers || std::any_of(parts.begin(), parts.end(), [](int part) { return part < 0 || part > 255; })) return Usage("colour R G B");
+    colours_.push_back(WRGB(parts[0], parts[1], parts[2]));
+    return Status::Done();
 }
 
 Status Script_Runner::Command_Number(const Words& words) {
@@ -253,11 +286,9 @@ Status Script_Runner::Drop(const Words& words) {
     return Status::Done();
 }
 
-int Script_Runner::Front_Dialog() const { return fronted_ > 0 && WDialogLoaded(fronted_) ? fronted_ : WDialogFront(); }
-
 Status Script_Runner::Field_Number(const std::string& name, int& number) const {
-    const int dialog = Front_Dialog();
-    if (dialog <= 0) return Status::Fail("no dialog is open");
+    const int dialog = WindowFront();
+    if (!WDialogLoaded(dialog)) return Status::Fail("no dialog is open");
     if (Parse_Integer(name, number)) return Status::Done();
     return Field_By_Label(dialog, name, number);
 }
@@ -266,32 +297,39 @@ Status Script_Runner::Set(const Words& words) {
     if (words.size() != 3) return Usage("set FIELD VALUE");
     int field = 0;
     const Status found = Field_Number(words[1], field);
-    return found.failed ? found : Act_Set_Field(Front_Dialog(), field, words[2]);
+    return found.failed ? found : Act_Set_Field(WindowFront(), field, words[2]);
 }
 
-Status Script_Runner::No_Such_Field(const Words& words) {
-    if (Front_Dialog() <= 0) return Status::Fail("no dialog is open");
-    return Status::Fail("the dialog in front has no field for " + words.front());
+Status Script_Runner::Cell(const Words& words) {
+    int field = 0, row = 0;
+    if (words.size() != 5 || !Parse_Integer(words[3], row)) return Usage("cell FIELD COLUMN ROW VALUE");
+    const Status found = Field_Number(words[1], field);
+    return found.failed ? found : Act_Set_Cell(WindowFront(), field, words[2], row, words[4]);
+}
+
+Status Script_Runner::Select_Item(const Words& words) {
+    int field = 0;
+    if (words.size() != 3) return Usage("select FIELD PATH");
+    const Status found = Field_Number(words[1], field);
+    return found.failed ? found : Act_Select(WindowFront(), field, words[2]);
 }
 
 Status Script_Runner::Press(const Words& words) {
     if (words.size() != 2) return Usage("press FIELD");
     int field = 0;
     const Status found = Field_Number(words[1], field);
-    return found.failed ? found : Act_Press(Front_Dialog(), field);
+    return found.failed ? found : Act_Press(WindowFront(), field);
 }
 
 Status Script_Runner::Front(const Words& words) {
-    int number = 0;
+    int number = main_window;
     if (words.front() == "main") {
         if (const Status extra = Nothing_Left(words, "main"); extra.failed) return extra;
     } else if (words.size() != 2 || !Parse_Integer(words[1], number)) {
         return Usage("dialog NUMBER | main");
-    } else if (!WDialogLoaded(number)) {
-        return Status::Fail("dialog " + words[1] + " is not open");
     }
-    fronted_ = number;
-    return Status::Done();
+    if (!WindowToFront(number)) return Status::Fail("dialog " + std::to_string(number) + " is not open");
+    return WindowFront() == number ? Status::Done() : Status::Fail("a modal dialog is in front");
 }
 
 Status Script_Runner::Answer(const Words& words) {
@@ -317,7 +355,13 @@ Status Script_Runner::Mouse(const Words& words) {
     if (action == static_cast<long>(actions.size()) || button == static_cast<long>(buttons.size()) ||
         !Parse_Real(rest[rest.size() - 2], record.x) || !Parse_Real(rest.back(), record.y))
         return Usage(form);
-    if (data) Data_To_Page(app_.session.plot, record.x, record.y);
+    if (data) {
+        const Plot_State::Place at = app_.session.plot.Page_At({record.x, record.y});
+        record.x = at.x;
+        record.y = at.y;
+    }
+    record.win = WindowIsOpen(WindowFront()) ? WindowFront() : main_window;
+    record.value4 = 1;
     constexpr std::array<Message_Kind, 5> kinds = {Message_Kind::mouse_down, Message_Kind::mouse_up, Message_Kind::mouse_move,
                                                    Message_Kind::wheel, Message_Kind::wheel};
     const Message_Kind kind = kinds[static_cast<std::size_t>(action)];
@@ -329,7 +373,8 @@ Status Script_Runner::Mouse(const Words& words) {
 Status Script_Runner::Key(const Words& words) {
     const int code = words.size() == 2 ? Key_Code(words[1]) : 0;
     if (code == 0) return Usage("key NAME");
-    Post_Message({Message_Kind::key_down, {.win = std::max(Front_Dialog(), 0), .value1 = code}});
+    if (WindowFront() != main_window && Act_Key(WindowFront(), code).ok()) return Status::Done();
+    Post_Message({Message_Kind::key_down, {.win = WindowFront(), .value1 = code}});
     return Status::Done();
 }
 
@@ -338,6 +383,7 @@ Status Script_Runner::Resize(const Words& words) {
     int width = 0, height = 0;
     if (words.size() != 3 || !Parse_Integer(words[1], width) || !Parse_Integer(words[2], height)) return Usage("resize W H");
     if (width < 1 || height < 1 || width > max_side || height > max_side) return Status::Fail("a window cannot have that size");
+    WindowSelect(WindowIsOpen(WindowFront()) ? WindowFront() : main_window);
     WindowResize(width, height);
     return Status::Done();
 }
@@ -345,15 +391,14 @@ Status Script_Runner::Resize(const Words& words) {
 Status Script_Runner::Timer(const Words& words) {
     int number = 0;
     if (words.size() != 2 || !Parse_Integer(words[1], number)) return Usage("timer N");
-    Post_Message({Message_Kind::timer, {.value1 = number}});
+    Post_Message({Message_Kind::timer, {.win = WindowIsOpen(WindowFront()) ? WindowFront() : main_window, .value1 = number}});
     return Status::Done();
 }
 
 Status Script_Runner::Close(const Words& words) {
     if (const Status extra = Nothing_Left(words, "close"); extra.failed) return extra;
-    const int dialog = Front_Dialog();
-    if (dialog > 0) return Act_Press(dialog, button_cancel);
-    Post_Message({Message_Kind::close_request, {}});
+    if (WDialogLoaded(WindowFront())) return Act_Key(WindowFront(), key_escape);
+    Post_Message({Message_Kind::close_request, {.win = WindowFront()}});
     return Status::Done();
 }
 
@@ -362,10 +407,11 @@ Status Script_Runner::Programs(const Words& words) {
     return Status::Done();  // no command starts a program yet: either is the state already
 }
 
-Status Script_Runner::Print(const Words& words) { return Print_State(app_, output_, Front_Dialog(), {words.begin() + 1, words.end()}); }
+Status Script_Runner::Print(const Words& words) { return Print_State(app_, output_, WindowFront(), {words.begin() + 1, words.end()}); }
 
 Status Script_Runner::Export(const Words& words) {
     if (words.size() != 2) return Usage("export FILE");
+    WindowSelect(main_window);
     return Export_Picture(app_.session, Absolute(words[1]), WInfoWindow(1), WInfoWindow(2));
 }
 

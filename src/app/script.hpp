@@ -11,6 +11,7 @@
 
 #include <deque>
 #include <iosfwd>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -28,8 +29,11 @@ struct Statement {
 // The words of one line: none for a blank or comment line. Fails on a quote that is not closed.
 Status Parse_Statement(std::string_view line, std::vector<std::string>& words);
 
+std::string_view Answer_Name(Box_Answer answer);  // as `answer` takes it
+
 // Runs the statements of a script, one each time that the innermost message loop has nothing to do, and answers boxes and selectors.
-// Failures are named on `errors` with their line; boxes and prints go to `output` as JSON lines.
+// Failures are named on `errors` with their line, and so is a session that contradicts itself after a statement; boxes and prints go to
+// `output` as JSON lines.
 class Script_Runner : public Stand_In {
 public:
     Script_Runner(Application& app, std::string text, std::ostream& output, std::ostream& errors);
@@ -41,6 +45,8 @@ public:
 
     Box_Answer Answer_Box(const Message_Box& box) override;
     std::vector<std::string> Answer_Select(Select_Kind kind) override;
+    std::optional<std::string> Answer_Directory() override;
+    std::optional<Colour> Answer_Colour() override;
 
 private:
     using Words = std::vector<std::string>;
@@ -59,6 +65,8 @@ private:
     Status Command_Number(const Words&);
     Status Drop(const Words&);
     Status Set(const Words&);
+    Status Cell(const Words&);
+    Status Select_Item(const Words&);
     Status Press(const Words&);
     Status Front(const Words&);
     Status Answer(const Words&);
@@ -72,11 +80,10 @@ private:
     Status Export(const Words&);
     Status Exit(const Words&);
     Status Quit(const Words&);
-    Status No_Such_Field(const Words&);
 
     Status Post_Command(int id);
     Status Field_Number(const std::string& name, int& number) const;
-    int Front_Dialog() const;
+    void Check_Session();
     std::string Absolute(const std::string& name) const;
 
     struct Waiting_Answer {
@@ -90,11 +97,12 @@ private:
     std::string start_directory_;
     std::vector<std::string> lines_;
     std::size_t next_ = 0;
-    int line_ = 0;     // of the statement that ran last
-    int fronted_ = 0;  // dialog brought to the front by a statement, 0 none
+    int line_ = 0;  // of the statement that ran last
     bool failed_ = false;
     std::deque<Waiting_Answer> answers_;
     std::deque<std::vector<std::string>> selections_;  // an empty one cancels
+    std::deque<std::string> directories_;
+    std::deque<Colour> colours_;
 };
 
 }  // namespace vntl

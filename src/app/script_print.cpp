@@ -195,12 +195,14 @@ Json Fit(const Calculation_Lists& lists) {
 Json Dialog(int dialog) {
     const Dialog_View view = Describe_Dialog(dialog);
     Json fields = Json::array();
-    for (const Field_View& field : view.fields)
+    for (const Field_View& field : view.fields) {
+        const bool grid = field.kind == "grid";
         fields.push_back({{"field", field.number},
                           {"kind", field.kind},
                           {"label", Text(field.label)},
-                          {"value", Text(field.value)},
+                          {"value", grid ? Json(field.cells) : Json(Text(field.value))},
                           {"enabled", field.enabled}});
+    }
     return {{"dialog", view.number}, {"title", Text(view.title)}, {"fields", fields}};
 }
 
@@ -288,10 +290,8 @@ std::vector<Point> Outline(const Recorded_Ellipse& e) {
 Json Picture(Session& session, bool full) {
     Recording_Device record;
     const Plot_State before = session.plot;
-    Draw_Picture(session, record);
+    Draw_With_Marks(session, record);
     session.plot = before;
-    Graphics marks(record);
-    Draw_Marks(session, marks);
 
     Json texts = Json::array(), lines = Json::array(), markers = Json::array(), fills = Json::array();
     const auto add = [&](Json& list, Json entry, const std::vector<Point>& points) {
@@ -354,6 +354,20 @@ Status Print_Menu(const Session& session, std::ostream& output, const std::vecto
     return Status::Done();
 }
 
+Json Shown_Toolbars(const Interface_State& state) {
+    constexpr std::array<int, 2> rows = {first_toolbar_row, second_toolbar_row};
+    Json list = Json::array();
+    for (const Toolbar_Resource& table : Toolbars())
+        for (std::size_t bar = 0; bar < rows.size(); ++bar) {
+            if (state.toolbars[bar] != table.number) continue;
+            Json buttons = Json::array();
+            for (const int command : table.commands)
+                if (command != 0) buttons.push_back(command);
+            list.push_back({{"number", table.number}, {"row", rows[bar]}, {"buttons", buttons}});
+        }
+    return list;
+}
+
 Json Peaks(const Calculation_Lists& lists) {
     Json list = Json::array();
     for (const Peak_Mark& peak : lists.peaks) list.push_back({{"x", Real(peak.x)}, {"y", Real(peak.y)}, {"bgr", Real(peak.bgr)}});
@@ -403,7 +417,7 @@ Status Print_State(Application& app, std::ostream& output, int dialog, const std
     else if (what == "state")
         Write_Json_Line(output, State(session));
     else if (what == "toolbars")
-        Write_Json_Line(output, {{"toolbars", Json::array()}});
+        Write_Json_Line(output, {{"toolbars", Shown_Toolbars(session.interface)}});
     else if (what == "peaks")
         Write_Json_Line(output, Peaks(session.lists));
     else if (what == "background")
@@ -412,7 +426,7 @@ Status Print_State(Application& app, std::ostream& output, int dialog, const std
         Write_Json_Line(output, Generated(session.lists));
     else if (what == "fit")
         Write_Json_Line(output, {{"fit", Fit(session.lists)}});
-    else if (what == "dialog" && dialog > 0)
+    else if (what == "dialog" && WDialogLoaded(dialog))
         Write_Json_Line(output, Dialog(dialog));
     else if (what == "dialog")
         return Status::Fail("no dialog is open");

@@ -8,6 +8,7 @@
 
 #include "app/application.hpp"
 #include "app/command_table.hpp"
+#include "app/recorder.hpp"
 #include "app/script.hpp"
 #include "base/os.hpp"
 #include "base/text.hpp"
@@ -17,6 +18,7 @@
 #include "patterns/read_pattern.hpp"
 #include "plot/plot.hpp"
 #include "session/load.hpp"
+#include "views/text_editor.hpp"
 
 namespace vntl {
 
@@ -51,6 +53,7 @@ bool Configure(Session& session, Ask& ask) {
     }
     session.config.launch_dir = IOsDirName();
     Search_Directories(session.config);
+    Read_Select_Directory(session.config);
     Set_Default_Preferences(session.prefs);
     return true;
 }
@@ -81,6 +84,7 @@ void Open_Main_Window(Application& app, const Command_Line& line) {
                "vantrelo");
     WindowStatusBarParts(status_widths);
     WMenu(Menu_Bar());
+    Register_Toolbars(Toolbars());
     WindowShow();
 }
 
@@ -115,7 +119,7 @@ void Open_Start_Files(Application& app, const Command_Line& line) {
         Open_Dropped_Files(app, line.files);
 }
 
-void Start(Application& app, const Command_Line& line) {
+void Start(Application& app, const Command_Line& line, Recorder* recorder) {
     Session& session = app.session;
     Open_Main_Window(app, line);
     session.recent.Read(session.config.Recent_Files_Path());
@@ -125,19 +129,29 @@ void Start(Application& app, const Command_Line& line) {
     Plot_Redraw(session);
     Carry_To_Window(app);
     Tell_About_Preferences(app);
+    if (recorder != nullptr) recorder->Begin(line.files);
     Open_Start_Files(app, line);
 }
 
 int Run_Window(const Command_Line& line, const std::optional<std::string>& script) {
     Application app;
     Register_Dialogs(Dialog_Resources());
+    Register_Dialogs(std::array{Find_Dialog_Resource()});
     std::optional<Script_Runner> runner;
     if (script) {
         app.session.config.files_allowed = false;
         runner.emplace(app, *script, std::cout, std::cerr);
     }
     if (!Configure(app.session, app.ask)) return 1;
-    Start(app, line);
+    std::optional<Recorder> recorder;
+    if (!line.record.empty()) {
+        recorder.emplace(app);
+        if (const Status status = recorder->Open(line.record); status.failed) {
+            std::cerr << "vantrelo: " << status.message << std::endl;
+            return 2;
+        }
+    }
+    Start(app, line, recorder ? &*recorder : nullptr);
     Message_Loop(app);
     if (!script) return 0;
     return app.failed || runner->failed() ? 1 : 0;

@@ -4,6 +4,7 @@
 // toolkit opens a box in any other way.
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -28,6 +29,14 @@ struct Message_Box {
     std::string title;
 };
 
+// A work of many steps: shows how far it is, and hears when the user wants it to end.
+class Progress {
+public:
+    virtual ~Progress() = default;
+    // `done` steps are done and `what` is in hand; false when the work is to end here.
+    virtual bool Go_On(int /*done*/, std::string_view /*what*/) { return true; }
+};
+
 class Ask {
 public:
     virtual ~Ask() = default;
@@ -41,6 +50,9 @@ public:
     // The dialog "Format of the data file": the format code chosen (1 to 15), or nothing on cancel.
     // `proposed` is the code selected when the dialog opens.
     virtual std::optional<int> Data_Format(int proposed) = 0;
+
+    // A work of `total` steps begins; it ends with the object.
+    virtual std::unique_ptr<Progress> Start_Progress(std::string_view /*title*/, int /*total*/) { return std::make_unique<Progress>(); }
 
     void Error(std::string text) { Box({Box_Buttons::ok, Box_Icon::exclamation, 1, std::move(text), std::string(error_title)}); }
     void Information(std::string text) {

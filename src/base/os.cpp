@@ -21,7 +21,7 @@ namespace {
 constexpr std::size_t small_file_limit = 1 << 20;
 
 // Writes all of `text` to a fresh file; nothing of it stays when that fails.
-bool Write_Whole(const std::string& file, const std::string& text, mode_t permissions) {
+bool Write_Whole(const std::string& file, std::string_view text, mode_t permissions) {
     const int descriptor = open(file.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, permissions);
     if (descriptor < 0) return false;
     std::size_t done = 0;
@@ -96,8 +96,10 @@ std::optional<std::vector<std::string>> Read_Text_Lines(const std::string& file)
 bool Write_Text_Lines(const std::string& file, const std::vector<std::string>& lines) {
     std::string text;
     for (const std::string& line : lines) text.append(line).append("\n");
+    return Replace_File(file, text);
+}
 
-    // A link keeps pointing at its file, and a file keeps its permissions.
+bool Replace_File(const std::string& file, std::string_view text) {
     std::error_code error;
     fs::path target = fs::canonical(file, error);
     if (error) target = file;

@@ -22,7 +22,9 @@ std::string IOsVariable(const std::string& name);  // environment variable, empt
 // Lines of a small text file in UTF-8 without their line ends; nothing when it cannot be read. Reads at most 1 MB.
 std::optional<std::vector<std::string>> Read_Text_Lines(const std::string& file);
 
-// Replaces `file` by the lines. The old file stays when the new one cannot be written whole.
+// Replaces `file` by the text; a link keeps pointing at its file, which keeps its permissions. The old file stays when the new one
+// cannot be written whole.
+bool Replace_File(const std::string& file, std::string_view text);
 bool Write_Text_Lines(const std::string& file, const std::vector<std::string>& lines);
 
 // Parts of a path, by the last '/' (or '\\' with the separator of Windows).

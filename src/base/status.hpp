@@ -2,7 +2,7 @@
 #pragma once
 
 #include <string>
-#include <utility>
+#include <string_view>
 
 namespace vntl {
 
@@ -12,7 +12,7 @@ struct [[nodiscard]] Status {
     std::string message;
 
     static Status Done() { return {}; }
-    static Status Fail(std::string text) { return {true, std::move(text)}; }
+    static Status Fail(std::string_view text) { return {true, std::string(text)}; }
     bool ok() const { return !failed; }
 };
 

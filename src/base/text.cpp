@@ -39,10 +39,6 @@ bool Is_Utf8(std::string_view bytes) {
     return true;
 }
 
-std::size_t Characters(std::string_view text) {
-    return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), [](char c) { return !Is_Continuation(c); }));
-}
-
 // Trimmed, and without a plus sign, which std::from_chars does not take.
 std::string_view Number_Text(std::string_view text) {
     text = Trim(text);
@@ -119,6 +115,10 @@ std::string To_Utf8(std::string_view bytes) {
         }
     }
     return out;
+}
+
+std::size_t Characters(std::string_view text) {
+    return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), [](char c) { return !Is_Continuation(c); }));
 }
 
 std::string Elide_Middle(std::string_view text, std::size_t width) {

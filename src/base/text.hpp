@@ -16,6 +16,9 @@ bool Contains(std::string_view text, std::string_view part);
 bool Equal_No_Case(std::string_view a, std::string_view b);
 std::string Replace_All(std::string_view text, std::string_view from, std::string_view to);
 
+// Number of characters (UTF-8 code points) of the text.
+std::size_t Characters(std::string_view text);
+
 // At most `width` characters (UTF-8 code points) of the text.
 std::string_view Cut(std::string_view text, std::size_t width);
 

@@ -1,6 +1,8 @@
 #include "commands/ask_user.hpp"
 
 #include "commands/file/format_dialog.hpp"
+#include "commands/progress_dialog.hpp"
+#include "commands/select_files.hpp"
 #include "toolkit/window.hpp"
 
 namespace vntl {
@@ -8,9 +10,13 @@ namespace vntl {
 Box_Answer Ask_User::Box(const Message_Box& box) { return WMessageBox(box); }
 
 std::vector<std::string> Ask_User::Select_Files(std::string_view title, std::string_view filter) {
-    return WSelectFile(filter, Select_Kind::open_multiple, {}, title);
+    return vntl::Select_Files(session_, Select_Kind::open_multiple, filter, title);
 }
 
 std::optional<int> Ask_User::Data_Format(int proposed) { return Data_Format_Dialog(session_, proposed); }
+
+std::unique_ptr<Progress> Ask_User::Start_Progress(std::string_view title, int total) {
+    return Start_Progress_Dialog(session_, title, total);
+}
 
 }  // namespace vntl

@@ -2,9 +2,13 @@
 
 #include "commands/file/format_dialog.hpp"
 #include "commands/help/about.hpp"
+#include "commands/help/gestures.hpp"
+#include "commands/progress_dialog.hpp"
 
 namespace vntl {
 
-std::vector<Dialog_Resource> Dialog_Resources() { return {About_Dialog_Resource(), Format_Dialog_Resource()}; }
+std::vector<Dialog_Resource> Dialog_Resources() {
+    return {About_Dialog_Resource(), Format_Dialog_Resource(), Gestures_Dialog_Resource(), Progress_Dialog_Resource()};
+}
 
 }  // namespace vntl

@@ -6,7 +6,7 @@
 
 namespace vntl {
 
-int Run_Modal(Session& session, int dialog) {
+int Run_Modal(Session& session, int dialog, const std::function<void(int)>& command) {
     bool resized = false;
     int pressed = 0;
     while (pressed == 0) {
@@ -16,10 +16,14 @@ int Run_Modal(Session& session, int dialog) {
                 Plot_Repaint(session);
                 break;
             case Message_Kind::resize:
-                resized = true;
+                resized = resized || message.record.win == main_window;
                 break;
             case Message_Kind::push_button:
                 if (message.record.win == dialog) pressed = message.record.value1;
+                break;
+            case Message_Kind::command:
+                if (command && message.record.win == main_window && Modal_Loop_Serves(message.record.value1))
+                    command(message.record.value1);
                 break;
             default:
                 break;  // everything else waits for the end of the dialog, and is void by then

@@ -29,8 +29,6 @@ constexpr std::string_view too_many_lines = " Error on Intensity file, Number of
 constexpr std::string_view bad_range = " Error in Intensity file, Problems reading 2Theta_ini, Step, 2Theta_end";
 constexpr std::string_view bad_count = " Error in Intensity file, Number of intensities values is wrong!!";
 
-Status Failure(std::string_view text) { return Status::Fail(std::string(text)); }
-
 struct Header {
     double xmin = 0, step = 0, xmax = 0;
     double npts = 0;  // as claimed, however large
@@ -61,7 +59,7 @@ Status Take_Bank(std::string_view line, Header& head) {
     std::string number;
     int npts = 0;
     std::array<float, 2> range{};
-    if (!counts.Read(number, npts) || !Read_Free_Reals(Columns(line, 47, 90), range)) return Failure(bad_range);
+    if (!counts.Read(number, npts) || !Read_Free_Reals(Columns(line, 47, 90), range)) return Status::Fail(bad_range);
     head.npts = npts;
     head.xmin = range[0], head.step = range[1];
     head.xmax = (head.npts - 1) * head.step + head.xmin;
@@ -81,7 +79,7 @@ Status Take_Range_Line(std::string_view line, Header& head, Diffraction_Pattern_
     const std::string three = std::string(words[0]) + ' ' + std::string(words[1]) + ' ' + std::string(words[2]);
     numbers = Get_Numbers(three, reals, ints) == 3;
     if (!numbers) return Status::Done();
-    if (!(reals[1] > least_step)) return Failure(zero_step);
+    if (!(reals[1] > least_step)) return Status::Fail(zero_step);
     Take_Range(head, reals[0], reals[1], reals[2]);
     const std::string_view behind = Trim(Behind_Words(line, 3));
     if (!behind.empty() && !head.title_given) pattern.title = Kept_Text(behind, title_width);
@@ -97,7 +95,7 @@ Status Take_Text_Line(std::string_view line, Header& head, Diffraction_Pattern_T
         pattern.title = Kept_Text(line, title_width);
         head.title_given = true;
     }
-    return ++head.text_lines > most_text_lines ? Failure(too_many_lines) : Status::Done();
+    return ++head.text_lines > most_text_lines ? Status::Fail(too_many_lines) : Status::Done();
 }
 
 Status Take_Mdi_Line(std::string_view line, Header& head, Diffraction_Pattern_Type& pattern) {
@@ -109,10 +107,10 @@ Status Take_Mdi_Line(std::string_view line, Header& head, Diffraction_Pattern_Ty
     const Status cut = Get_Words(line, words, most_words, word_width);
     (void)cut;  // what stands behind the sixth word does not matter
     std::array<float, 6> reals{};
-    if (words.size() < reals.size()) return Failure(bad_range);
+    if (words.size() < reals.size()) return Status::Fail(bad_range);
     for (const std::size_t i : {0u, 1u, 5u})
-        if (!Read_Free_Reals(words[i], std::span(reals).subspan(i, 1))) return Failure(bad_range);
-    if (!(reals[1] > least_step)) return Failure(zero_step);
+        if (!Read_Free_Reals(words[i], std::span(reals).subspan(i, 1))) return Status::Fail(bad_range);
+    if (!(reals[1] > least_step)) return Status::Fail(zero_step);
     Take_Range(head, reals[0], reals[1], reals[5]);
     return Status::Done();
 }
@@ -120,7 +118,7 @@ Status Take_Mdi_Line(std::string_view line, Header& head, Diffraction_Pattern_Ty
 Status Read_Header(Line_Cursor& lines, bool mdi, Header& head, Diffraction_Pattern_Type& pattern) {
     std::string_view whole;
     while (!head.over) {
-        if (!lines.Next(whole)) return Failure(end_of_file);
+        if (!lines.Next(whole)) return Status::Fail(end_of_file);
         const std::string_view line = Trim_Right(Trim_Left(whole).substr(0, line_width));
         Status status = Status::Done();
         if (line.starts_with('!') || line.starts_with('#'))
@@ -134,7 +132,7 @@ Status Read_Header(Line_Cursor& lines, bool mdi, Header& head, Diffraction_Patte
         if (status.failed) return status;
     }
     const bool sound = head.npts >= least_points && head.xmax >= head.xmin && head.xmax >= head.step;
-    return sound ? Status::Done() : Failure(bad_range);
+    return sound ? Status::Done() : Status::Fail(bad_range);
 }
 
 // Most points that a text of this length is trusted with: plain numbers take two bytes each; repeat counts ("500*0") may give more.
@@ -152,10 +150,10 @@ Status Read_Free_Format(std::string_view text, bool mdi, Diffraction_Pattern_Typ
     Header head;
     if (Status status = Read_Header(lines, mdi, head, pattern); status.failed) return status;
 
-    if (head.npts > Most_Points(lines.Rest().size())) return Failure(bad_count);
+    if (head.npts > Most_Points(lines.Rest().size())) return Status::Fail(bad_count);
     const auto n = static_cast<std::size_t>(head.npts);
     std::vector<float> counts(n);
-    if (!Read_Free_Reals(lines.Rest(), counts)) return Failure(bad_count);
+    if (!Read_Free_Reals(lines.Rest(), counts)) return Status::Fail(bad_count);
 
     if (Status status = Allocate_Diffraction_Pattern(pattern, static_cast<std::int32_t>(n)); status.failed) return status;
     pattern.xmin = static_cast<float>(head.xmin);

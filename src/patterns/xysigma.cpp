@@ -26,8 +26,6 @@ constexpr std::string_view bad_header = " Error reading a profile DATA file of X
 constexpr std::string_view bad_line = " Error reading X,Y, Sigma Ycalc in profile DATA file";
 constexpr std::string_view bad_field = " Error in Intensity file, check your instr parameter!";
 
-Status Failure(std::string_view text) { return Status::Fail(std::string(text)); }
-
 struct Header {
     float fac_x = 1, fac_y = 1, step_in = 0;
     int interpol = 0;
@@ -63,7 +61,7 @@ Status Read_Plain_Header(Line_Cursor& lines, Diffraction_Pattern_Type& pattern) 
     std::string_view whole;
     for (bool first = true;; first = false) {
         const Line_Cursor before = lines;
-        if (!lines.Next(whole)) return Failure(bad_header);
+        if (!lines.Next(whole)) return Status::Fail(bad_header);
         const std::string_view line = Trim_Left(whole);
         if (first) pattern.title = Kept_Text(Trim(line), title_width);
         Take_Header_Words(line, pattern, "TITLE");
@@ -76,7 +74,7 @@ Status Read_Plain_Header(Line_Cursor& lines, Diffraction_Pattern_Type& pattern) 
 Status Take_Interpolation(std::string_view line, Header& head) {
     Field_Reader reader{Line_Cursor(line)};
     Fields fields;
-    if (reader.Find_Fields("5ffif", fields) != 0) return Failure(" Error reading");
+    if (reader.Find_Fields("5ffif", fields) != 0) return Status::Fail(" Error reading");
     head.fac_x = fields.real[0] > 0 ? fields.real[0] : 1;
     head.fac_y = fields.real[1] > 0 ? fields.real[1] : 1;
     head.interpol = fields.integer[2];
@@ -88,7 +86,7 @@ Status Take_Interpolation(std::string_view line, Header& head) {
 Status Read_Fixed_Header(Line_Cursor& lines, Header& head, Diffraction_Pattern_Type& pattern) {
     std::string_view line;
     for (int left = 5; left > 0;) {
-        if (!lines.Next(line)) return Failure(bad_header);
+        if (!lines.Next(line)) return Status::Fail(bad_header);
         if (!line.starts_with('#')) --left;
         Take_Header_Words(line, pattern, "TITLE");
         if (line.starts_with("TEMP")) pattern.TSample = Number_Behind(line, "TEMP");
@@ -102,7 +100,7 @@ Status Read_Fixed_Header(Line_Cursor& lines, Header& head, Diffraction_Pattern_T
 Status Read_Gr_Header(Line_Cursor& lines, Diffraction_Pattern_Type& pattern) {
     std::string_view line, rest;
     do {
-        if (!lines.Next(line)) return Failure(bad_header);
+        if (!lines.Next(line)) return Status::Fail(bad_header);
         if (Behind_Word(line, "title=", rest)) pattern.title = Kept_Text(rest, title_width);
     } while (!line.starts_with(gr_mark));
     pattern.legend_x = "Distance R(Angstroms)";
@@ -157,11 +155,11 @@ Status Read_Records(Line_Cursor& lines, bool gr, const Header& head, Diffraction
     while (sums.count < room && lines.Next(line)) {
         const Line_Kind kind = Take_Numbers(line, wanted, numbers);
         if (kind == Line_Kind::skipped) continue;
-        if (kind == Line_Kind::misfit) return Failure(bad_line);
+        if (kind == Line_Kind::misfit) return Status::Fail(bad_line);
         const auto [x, y, third, fourth] = numbers;
         const float sigma = gr ? fourth : third;
         const float ycalc = gr ? 0.0f : fourth;
-        if (!std::isfinite(x)) return Failure(bad_field);
+        if (!std::isfinite(x)) return Status::Fail(bad_field);
         ++sums.count;
         if (sums.count >= first_terminator && std::fabs(x) < negligible && y <= negligible && sigma <= negligible) break;
         const auto i = static_cast<std::size_t>(sums.count - 1);
@@ -222,7 +220,7 @@ bool Rises(const std::vector<float>& x) {
 Status Read_Xysigma(std::string_view text, bool gr, Diffraction_Pattern_Type& p) {
     p = {};
     const std::size_t count = Count_Of_Lines(text, gr);
-    if (count == 0 || count > 0x7fffffff) return Failure(no_points);
+    if (count == 0 || count > 0x7fffffff) return Status::Fail(no_points);
     const std::size_t room = Records_At_Most(text, count);
     Line_Cursor lines(text);
     Header head;
@@ -231,7 +229,7 @@ Status Read_Xysigma(std::string_view text, bool gr, Diffraction_Pattern_Type& p)
 
     Sums sums;
     if (Status status = Read_Records(lines, gr, head, p, sums); status.failed) return status;
-    if (sums.count < 3) return Failure(no_points);  // one point or none: no step, no range
+    if (sums.count < 3) return Status::Fail(no_points);  // one point or none: no step, no range
     Keep_Points(p, sums.count - 1);
     p.xmin = p.x.front();
     p.xmax = p.x.back();

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 
+#include "base/conversions.hpp"
 #include "base/text.hpp"
 #include "plot/curve_style.hpp"
 #include "plot/text_style.hpp"
@@ -52,13 +52,7 @@ void Hide_Negative_Numbers(const Plot_State& plot, const Graph2D_Prefs& prefs, G
 }
 
 // chi2 as a blank and eight columns with four decimals; stars where it does not fit.
-std::string Chi2_Text(float chi2) {
-    std::array<char, 64> digits{};
-    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), chi2, std::chars_format::fixed, 4).ptr;
-    std::string text(digits.data(), end);
-    if (text.size() > 8) text.assign(8, '*');
-    return std::string(9 - text.size(), ' ') + text;
-}
+std::string Chi2_Text(float chi2) { return IRealToString(chi2, "(1X,F8.4)"); }
 
 }  // namespace
 

@@ -123,10 +123,6 @@ void Draw_Generated_Pick(const Session& session, Graphics& g, std::size_t entry)
     if (entry < marks.size()) Draw_Segment(g, marks[entry].x, session.plot.y_view_min, marks[entry].x, marks[entry].y);
 }
 
-std::size_t Characters(std::string_view text) {
-    return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), [](char c) { return (c & 0xC0) != 0x80; }));
-}
-
 // A side of the box, from `at`, `size` long: half the page back when it overruns the page, and never off the page.
 float Keep_On_Page(float at, float size, float page) {
     if (at + size > page) at -= 0.5f * page;

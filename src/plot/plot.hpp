@@ -34,6 +34,7 @@ void Draw_Picture(Session&, Device&);
 
 // The marks of the form "calculation", drawn over the picture.
 void Draw_Marks(const Session&, Graphics&);
+void Draw_With_Marks(Session&, Device&);  // both: what a user sees, as a file or the clipboard takes it
 
 // Selected reflections of the refined profile (red) or of the generated list (magenta), over the picture. Entries count from 1.
 void Draw_Picks(const Session&, Graphics&, const std::vector<int>& entries, bool generated);

@@ -40,6 +40,7 @@ void Draw_Rubber(const Rubber_Rectangle& rubber, Graphics& g) {
 
 // The marks are laid out for the window's own size, so that a dot keeps its shape.
 void Put_Marks(const Session& session) {
+    WindowSelect(main_window);
     Recording_Device overlay(WInfoWindow(width_info), WInfoWindow(height_info));
     Graphics marks(overlay);
     Draw_Marks(session, marks);
@@ -57,6 +58,12 @@ void Draw_Picture(Session& session, Device& device) {
                  plot.plot_type == "multi_log" ? "log" : "");
 }
 
+void Draw_With_Marks(Session& session, Device& device) {
+    Draw_Picture(session, device);
+    Graphics marks(device);
+    Draw_Marks(session, marks);
+}
+
 void Plot_ReMake(Session& session) {
     if (session.store.nperfiles() > 0)
         Plot_Ranges(session);
@@ -67,6 +74,7 @@ void Plot_ReMake(Session& session) {
 
 void Plot_Redraw(Session& session) {
     const auto start = std::chrono::steady_clock::now();
+    WindowSelect(main_window);
     Bitmap bitmap(WInfoWindow(width_info), WInfoWindow(height_info));
     Draw_Picture(session, bitmap.Drawing());
     WBitmapPut(std::move(bitmap));

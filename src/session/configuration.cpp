@@ -16,6 +16,7 @@ namespace vntl {
 namespace {
 
 constexpr int any_code = -1;
+constexpr std::string_view select_file = "vantrelo.sel";
 
 struct System_Row {
     std::string_view tag;
@@ -154,6 +155,17 @@ std::string Find_Preferences_File(const Configuration& config) {
     for (const std::string& place : places)
         if (!place.empty() && IOsFileExists(config.Path(place, config.set_file))) return config.Path(place, config.set_file);
     return {};
+}
+
+void Read_Select_Directory(Configuration& config) {
+    if (config.config_dir.empty()) return;
+    const auto lines = Read_Text_Lines(config.Path(config.config_dir, select_file));
+    if (lines && !lines->empty() && IOsDirExists(lines->front())) config.select_dir = lines->front();
+}
+
+void Write_Select_Directory(const Configuration& config) {
+    if (!config.config_dir.empty() && !config.select_dir.empty())
+        Write_Text_Lines(config.Path(config.config_dir, select_file), {config.select_dir});
 }
 
 void Write_Last_Directory(const Configuration& config) {

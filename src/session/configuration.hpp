@@ -24,6 +24,7 @@ struct Configuration {
     std::string quendrix_dir;  // installation directory of the suite; blank when there is none
     std::string config_dir;    // where the files of directories are looked for
     std::string last_dir;
+    std::string select_dir;  // where the user last chose a file, blank as long as nobody knows
     std::string pcr_file;
     std::string set_file;  // name of the preferences file
     std::string mru_file = "vantrelo.mlf";
@@ -52,6 +53,10 @@ void Search_Directories(Configuration&);
 
 // Full path of the preferences file, empty when there is none.
 std::string Find_Preferences_File(const Configuration&);
+
+// The directory where the user last chose a file, kept across runs in a file of the settings.
+void Read_Select_Directory(Configuration&);
+void Write_Select_Directory(const Configuration&);
 
 // Writes the current directory into "vantrelo.dir" of the suite's directory. A failure, and a blank suite directory, are ignored.
 void Write_Last_Directory(const Configuration&);

@@ -47,10 +47,11 @@ const std::vector<Enabling>& Enabling_Table() {
         // The view moves in the 2D forms, where its one-row companions work too.
         {"01110000", {40106, 40109, 40116, 40118, 40119, 40133, 40136, 40137, 40036}},
         // Entries of menus and files that need a pattern.
-        {"01111111", {40208, 40209}},
+        {"01111111", {40208, 40209, copy_picture_command, copy_text_command}},
         {"00110000", {40090, lines_on_command, 40222}},
         {"0.11....", {40138}},
         // What a running calculation enables has no use without a pattern.
+        {"0...0000", {view_back_command, view_forward_command}},
         {"0.......", {40194, 40146, 40096, 40097, 40092, 40180, 40147, 40093, 40094, 40008, 40010, 40098, 40160,
                       40177, 40191, 40139, 40159, 40148, 40144, 40145, 40002, 40216, 40217, 40218, 40219, 40221}},
     };
@@ -98,6 +99,8 @@ void Set_Form(Session& session, Form form, std::string_view plot_type, std::opti
     Interface_State& menu = session.interface;
     Apply_Column(menu, form);
     session.plot.MoveMode = 0;
+    session.plot.rubber = {};
+    session.plot.drag = {};
     if (toolbars) menu.toolbars = *toolbars;
     menu.want_mouse_move = menu.want_mouse_down = form != Form::empty;
     menu.want_mouse_up = false;
@@ -148,7 +151,7 @@ void Set_Menu_3D_Surface(Session& session) { Set_Menu(session, Form::surface, "g
 void Set_Calculation_Mode(Session& session, int mode) {
     Interface_State& menu = session.interface;
     Plot_State& plot = session.plot;
-    const bool several_rows = plot.plot_type.starts_with("multi");
+    const bool several_rows = plot.plot_type == "multi";
     mode = std::clamp(mode, 0, static_cast<int>(Mode_Table().size()) - 1);
 
     for (const int command : mode_commands) menu.Enable(command, false);

@@ -15,6 +15,7 @@
 namespace vntl {
 namespace {
 
+constexpr std::string_view progress_title = "Opening files";
 constexpr std::string_view selector_title = "Select data files to open";
 constexpr std::string_view selector_filter =
     "Input Data File "
@@ -34,7 +35,7 @@ constexpr Other_Kind other_kinds[] = {{".buf", no_buffer_files}, {".prf", no_pro
 
 Status Refuse_Other_Kind(std::string_view extension) {
     for (const Other_Kind& kind : other_kinds)
-        if (kind.extension == Lower(extension)) return Status::Fail(std::string(kind.refusal));
+        if (kind.extension == Lower(extension)) return Status::Fail(kind.refusal);
     return Status::Done();
 }
 
@@ -53,6 +54,8 @@ public:
     std::optional<int> Data_Format(int proposed) override {
         return Timed([&] { return ask_.Data_Format(proposed); });
     }
+
+    std::unique_ptr<Progress> Start_Progress(std::string_view title, int total) override { return ask_.Start_Progress(title, total); }
 
     // Milliseconds since `start` without the answers.
     double Worked_Since(Clock::time_point start) const {
@@ -88,7 +91,10 @@ Open_Result Load_All(Session& session, Ask& user, std::span<const std::string> f
     const auto start = Timed_Ask::Clock::now();
     const int rows_before = session.store.nperfiles();
     Open_Result result;
+    const auto progress = ask.Start_Progress(progress_title, static_cast<int>(files.size()));
+    int done = 0;
     for (const std::string& file : files) {
+        if (!progress->Go_On(done++, File_Part(file, session.config.sep))) break;
         const Load_Result one = load(ask, file);
         const bool failed = one == Load_Result::failed || one == Load_Result::table_full;
         result.failed = result.failed || failed;
@@ -116,8 +122,7 @@ Open_Result Open_Pattern_File(Session& session, Ask& ask, const std::string& nam
     const std::string& last = files.back();
     int code = Format_Of_Extension(Extension_Of(last));
     if (code == 0) {
-        const int recognised = Recognised_Format(last);
-        const std::optional<int> chosen = ask.Data_Format(recognised != 0 ? recognised : session.format_code);
+        const std::optional<int> chosen = ask.Data_Format(Recognised_Format(last));
         if (!chosen) return nothing;
         code = *chosen;
     }

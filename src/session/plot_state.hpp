@@ -1,17 +1,37 @@
 // What is on the screen: the plot form, the ranges of the data, the visible window, and the modes of the mouse.
 #pragma once
 
+#include <cstddef>
 #include <string>
+#include <vector>
+
+#include "base/page.hpp"
 
 namespace vntl {
-
-// The page: a fixed coordinate space that is stretched over the whole window, origin at the lower left.
-inline constexpr float page_width = 1200.0f, page_height = 800.0f;
 
 // A rectangle that the user is drawing, page units: where the button went down, and where the mouse is.
 struct Rubber_Rectangle {
     bool active = false;
     double x0 = 0, y0 = 0, x1 = 0, y1 = 0;
+};
+
+// The plot in the user's hand, data units of the window drawn last.
+struct Drag {
+    bool active = false;
+    double x = 0, y = 0;                   // where the hand was last
+    float x1 = 0, x2 = 0, y1 = 0, y2 = 0;  // the view when the drag began
+};
+
+// The views that the user has been at, for the ways back and forward.
+struct View {
+    float x1 = 0, x2 = 0, y1 = 0, y2 = 0;
+    bool operator==(const View&) const = default;
+};
+struct View_History {
+    std::vector<View> views;
+    std::size_t present = 0;  // index of the view on the screen
+    bool merging = false;     // the last view came by a step of many, which count as one
+    std::string data;         // what the views are views of
 };
 
 struct Plot_State {
@@ -42,9 +62,27 @@ struct Plot_State {
 
     float shift_x = 0, shift_y = 0;  // stored shift values
     Rubber_Rectangle rubber;
+    Drag drag;
+    View_History history;
 
     double read_ms = 0, draw_ms = 0;  // what the last load and the last picture took
     long long drawn_points = 0;       // points of the rows of that picture
+
+    // Between page units and the data units of the window drawn last.
+    struct Place {
+        double x, y;
+    };
+    Place Data_At(Place page) const {
+        const double fx = (page.x / page_width - zone_x1) / (static_cast<double>(zone_x2) - zone_x1);
+        const double fy = (page.y / page_height - zone_y1) / (static_cast<double>(zone_y2) - zone_y1);
+        return {drawn_x1 + fx * (static_cast<double>(drawn_x2) - drawn_x1), drawn_y1 + fy * (static_cast<double>(drawn_y2) - drawn_y1)};
+    }
+    Place Page_At(Place data) const {
+        const double fx = (data.x - drawn_x1) / (static_cast<double>(drawn_x2) - drawn_x1);
+        const double fy = (data.y - drawn_y1) / (static_cast<double>(drawn_y2) - drawn_y1);
+        return {page_width * (zone_x1 + fx * (static_cast<double>(zone_x2) - zone_x1)),
+                page_height * (zone_y1 + fy * (static_cast<double>(zone_y2) - zone_y1))};
+    }
 
     bool Is_2D() const { return plot_type == "single" || plot_type == "multi" || plot_type == "multi_log" || plot_type == "calculation"; }
 };

@@ -5,6 +5,8 @@
 // intensities and general abscissas stand alone.
 #include "session/xspace.hpp"
 
+#include <cmath>
+#include <numbers>
 #include <span>
 
 #include "base/text.hpp"
@@ -164,6 +166,33 @@ void Set_Xspace(Session& session, std::string_view name, std::string_view file_k
     for (const int command : {to_d, to_q, to_s}) menu.Enable(command, converts);
     for (const int command : {change_wavelength, change_dtt}) menu.Enable(command, converts && space->constants == command);
     if (converts) menu.Check(space->command, true);
+}
+
+std::optional<double> D_Spacing(const Session& session, double x) {
+    const Space* space = Find_Space(session.plot.xspace);
+    if (space == nullptr || session.store.nperfiles() == 0) return {};
+    const std::array<float, 5>& conv = session.store.Pattern(1).conv;
+    double d = 0;
+    switch (space->kind) {
+        case Kind::two_theta:
+            d = conv[0] / (2 * std::sin(0.5 * x * std::numbers::pi / 180));
+            break;
+        case Kind::tof: {
+            const double dtt1 = conv[0], dtt2 = conv[1], root = dtt1 * dtt1 + 4 * dtt2 * x;
+            if (!(dtt1 > 0) || root < 0) return {};
+            d = 2 * x / (dtt1 + std::sqrt(root));  // the root that stays near x / dtt1
+            break;
+        }
+        case Kind::q:
+            d = 2 * std::numbers::pi / x;
+            break;
+        case Kind::s:
+            d = 1 / x;
+            break;
+        default:
+            return {};
+    }
+    return d > 0 && std::isfinite(d) ? std::optional(d) : std::nullopt;
 }
 
 }  // namespace vntl

@@ -87,8 +87,12 @@ Axis_Ticks Ticks_Of_Axis(float lo, float hi, bool third) {
     return ticks;
 }
 
-std::string Tick_Text(float value, int exponent) {
+std::string Tick_Text(float value, int exponent, int decimals) {
     if (!std::isfinite(value)) return {};
+    if (decimals >= 0) {
+        const std::string text = Format(value, std::chars_format::fixed, decimals);
+        return text.find_first_not_of("-0.") == std::string::npos ? Format(0, std::chars_format::fixed, decimals) : text;
+    }
     const double smallest_step = std::pow(10.0, exponent - 1);
     if (std::fabs(static_cast<double>(value)) < smallest_step / 1000) return "0";  // zero but for the rounding of the sum
     if (exponent < -4 || exponent > 5) return Scientific(value, exponent);

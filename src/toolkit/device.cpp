@@ -6,12 +6,12 @@
 #include <cmath>
 #include <numbers>
 
+#include "base/page.hpp"
 #include "toolkit/font_table.hpp"
 
 namespace vntl {
 namespace {
 
-constexpr double page_width = 1200, page_height = 800;
 constexpr double letter_aspect = 0.6;  // advance of a fixed-pitch letter in em
 
 constexpr std::array<double, 2> dotted = {1.5, 2.5};

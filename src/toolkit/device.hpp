@@ -5,6 +5,7 @@
 // look at every size.
 #pragma once
 
+#include <cmath>
 #include <cstdint>
 #include <span>
 #include <string_view>
@@ -34,6 +35,9 @@ struct Pen {
 struct Series {
     std::span<const float> x, y;
     double x0 = 0, x_scale = 1, y0 = 0, y_scale = 1;
+
+    Point At(std::size_t i) const { return {x0 + x_scale * static_cast<double>(x[i]), y0 + y_scale * static_cast<double>(y[i])}; }
+    bool Gap(std::size_t i) const { return !std::isfinite(x[i]) || !std::isfinite(y[i]); }
 };
 
 struct Marker_Style {

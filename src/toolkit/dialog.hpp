@@ -1,30 +1,75 @@
 // Dialogs: declarative tables of numbered fields, shown modal or modeless, and addressed by field number.
 //
 // A dialog resource is a table of rows of fields; the layout follows from it, so that every font size and screen density looks right.
+// The operations act on the dialog selected last. A field that the dialog does not have, or that is of another kind, is passed over, and
+// reading it gives nothing.
 #pragma once
 
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "base/colour.hpp"
 #include "base/status.hpp"
 
 namespace vntl {
 
-// A further kind is one more class in qt/dialog_fields.cpp.
-enum class Field_Kind { label, radio, image, push_button };
+class Bitmap;
+
+enum class Field_Kind {
+    label,          // a text; `heading`: larger and bold
+    string,         // one line of text
+    real,           // a number, shown by `format`
+    integer,        // a whole number from `lo` to `hi`, with spin arrows
+    check_box,      // 0 or 1
+    radio,          // one of the fields with the same `group`, which is the number of the first
+    menu,           // a drop-down list of `choices`
+    trackbar,       // a slider from `lo` to `hi`
+    progress_bar,   // from `lo` to `hi`
+    image,          // an icon of the resources, or a bitmap
+    frame,          // a titled box around the rows of its one page
+    tab,            // pages of rows, one seen at a time
+    tree,           // items under items
+    grid,           // cells in rows and typed columns
+    push_button,    // 1 the default button, 2 cancel; both stand at the foot of the dialog
+    colour_button,  // a push button that shows a colour
+};
+
+enum class Cell_Kind { string, real, integer, check_box };
+
+struct Grid_Column {
+    std::string heading;
+    Cell_Kind kind = Cell_Kind::string;
+    std::string format = {};  // of a real, "(f10.4)"
+    int width = 12;           // characters that are seen
+};
+
+struct Dialog_Page;
 
 struct Dialog_Field {
     int number = 0;
     Field_Kind kind = Field_Kind::label;
-    std::string label;     // '&' before the mnemonic letter
-    int group = 0;         // radio: number of the group's first field
-    std::string image;     // image: name of a resource
-    bool heading = false;  // label: larger and bold
+    std::string label = {};                 // '&' before the mnemonic letter; of an entry it stands at its left
+    int group = 0;                          // radio: number of the group's first field
+    std::string image = {};                 // image: name of an icon
+    bool heading = false;                   // label: larger and bold
+    int width = 0;                          // entries: characters that are seen, 0 the usual number
+    std::string format = {};                // real: edit descriptor such as "(f8.5)", empty for the shortest text
+    int lo = 0, hi = 100;                   // integer, trackbar, progress bar
+    std::vector<std::string> choices = {};  // menu
+    std::vector<Grid_Column> columns = {};  // grid
+    int grid_rows = 0;                      // grid: rows at first
+    std::vector<Dialog_Page> pages = {};    // frame: one; tab: any number
 };
 
-// Fields of one row stand side by side; rows stand under one another. Push buttons 1 and 2 go to the foot of the dialog.
+// Fields of one row stand side by side; rows stand under one another.
+struct Dialog_Page {
+    std::string title = {};
+    std::vector<std::vector<Dialog_Field>> rows = {};
+};
+
 struct Dialog_Resource {
     int number = 0;
     std::string title;
@@ -33,28 +78,82 @@ struct Dialog_Resource {
 
 inline constexpr int button_ok = 1, button_cancel = 2;
 
-void Register_Dialogs(std::span<const Dialog_Resource> resources);
+void Register_Dialogs(std::span<const Dialog_Resource> resources);  // a number that is known already is replaced
 
 enum class Show_Kind { modal = 1, modeless = 2, semi_modeless = 3 };
 
 void WDialogLoad(int dialog);  // builds and selects it
 void WDialogSelect(int dialog);
-void WDialogShow(int field, Show_Kind kind);  // `field` has the focus, 0 the first
+// Shows it; `field` has the focus, 0 the first. `commands`: those of the main window that a modal dialog lets through.
+void WDialogShow(int field, Show_Kind kind, std::span<const int> commands = {});
+void WDialogHide();
 void WDialogUnload();
 bool WDialogLoaded(int dialog);
-int WDialogFront();  // number of the dialog in front, -1 when the main window is
+bool Modal_Loop_Serves(int command);  // false while a modal dialog is open that does not let the command through
 
-void WDialogFieldState(int field, int state);  // 0 disabled, 1 enabled
+enum Field_State { field_disabled = 0, field_enabled = 1, field_read_only = 2 };
+void WDialogFieldState(int field, int state);
+void WDialogColour(int field, Colour colour);  // of a colour button's patch, or of the text of another field
+std::optional<Colour> WDialogGetColour(int field);
+void WDialogClearField(int field);  // empties an entry, a menu, a tree, the cells of a grid
+
 void WDialogPutString(int field, std::string_view text);
 std::string WDialogGetString(int field);
+// `format` stays the field's for later values; empty: as it is. Reading gives nothing for a text that is no number.
+void WDialogPutReal(int field, double value, std::string_view format = {});
+std::optional<double> WDialogGetReal(int field);
+void WDialogPutInteger(int field, int value);
+std::optional<int> WDialogGetInteger(int field);  // nothing for a text that is no whole number of the field's range
+void WDialogRangeInteger(int field, int lo, int hi);
+void WDialogPutCheckBox(int field, int value);
+int WDialogGetCheckBox(int field);
 void WDialogPutRadioButton(int field);  // sets this one of its group
 int WDialogGetRadioButton(int group);   // number of the field set, 0 none
+void WDialogPutMenu(int field, std::span<const std::string> choices, int chosen);
+void WDialogPutOption(int field, int chosen);  // from 1; 0 none
+int WDialogGetMenu(int field);
+void WDialogPutTrackbar(int field, int value);
+int WDialogGetTrackbar(int field);
+void WDialogRangeProgressBar(int field, int lo, int hi);
+void WDialogPutProgressBar(int field, int value);
+void WDialogPutImage(int field, const Bitmap& bitmap);
+void WDialogSetTab(int field, int page);  // from 1
+int WDialogGetTab(int field);
+void WDialogTabState(int field, int page, int state);
 
-// For scripts: what a user sees and does in the dialog in front.
+// Adds an item under `parent`, 0 for the top; its number, from 1 in the order of insertion.
+int WDialogInsertTreeViewItem(int field, int parent, std::string_view text);
+int WDialogGetTreeView(int field);  // number of the chosen item, 0 none
+void WDialogPutTreeView(int field, int item);
+
+// --- grids: columns and rows count from 1 --------------------------------------------------------------------------------------
+void WGridRows(int field, int rows);  // cells that stay keep what they hold
+int WInfoGrid(int field);             // number of rows
+void WGridLabelRow(int field, int row, std::string_view text);
+void WGridPutCellString(int field, int column, int row, std::string_view text);
+void WGridPutCellReal(int field, int column, int row, double value, std::string_view format = {});
+void WGridPutCellInteger(int field, int column, int row, int value);
+void WGridPutCellCheckBox(int field, int column, int row, int value);
+std::string WGridGetCellString(int field, int column, int row);
+std::optional<double> WGridGetCellReal(int field, int column, int row);
+std::optional<int> WGridGetCellInteger(int field, int column, int row);
+int WGridGetCellCheckBox(int field, int column, int row);
+// Whole columns; putting makes no rows.
+void WGridPutString(int field, int column, std::span<const std::string> texts);
+void WGridPutReal(int field, int column, std::span<const float> values, std::string_view format = {});
+void WGridPutCheckBox(int field, int column, std::span<const int> values);
+std::vector<std::optional<double>> WGridGetReal(int field, int column);
+std::vector<int> WGridGetCheckBox(int field, int column);
+void WGridState(int field, int column, int state);
+void WGridStateCell(int field, int column, int row, int state);
+int WInfoGridCell(int field, int column, int row, int what);  // what 1: 1 when the cell holds a valid value
+
+// --- for scripts: what a user sees and does ------------------------------------------------------------------------------------
 struct Field_View {
     int number;
     std::string kind, label, value;
     bool enabled;
+    std::vector<std::vector<std::string>> cells;  // of a grid, row by row
 };
 struct Dialog_View {
     int number = -1;
@@ -62,8 +161,12 @@ struct Dialog_View {
     std::vector<Field_View> fields;
 };
 Dialog_View Describe_Dialog(int dialog);
-Status Act_Set_Field(int dialog, int field, const std::string& value);  // fails on a disabled field and on a value that it does not take
+// They fail on a disabled or read-only field and on a value that it does not take.
+Status Act_Set_Field(int dialog, int field, const std::string& value);
+Status Act_Set_Cell(int dialog, int field, const std::string& column, int row, const std::string& value);  // column: number or heading
+Status Act_Select(int dialog, int field, const std::string& path);                                         // the item's texts joined by '/'
 Status Act_Press(int dialog, int field);
+Status Act_Key(int dialog, int code);                                     // a key to the field that has the focus
 Status Field_By_Label(int dialog, const std::string& label, int& field);  // fails on none and on two of that label
 
 }  // namespace vntl

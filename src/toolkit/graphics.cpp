@@ -7,15 +7,18 @@
 #include <limits>
 #include <numbers>
 
+#include "base/page.hpp"
 #include "base/text.hpp"
 #include "toolkit/font_table.hpp"
+#include "toolkit/hatch.hpp"
 
 namespace vntl {
 
 namespace {
 
-constexpr double page_units_x = 1200, page_units_y = 800;
 constexpr int arc_corners = 72;
+constexpr std::array<double, 4> hatch_distances = {20, 12, 7, 4};  // line units, by the density
+constexpr double hatch_angle_step = 15;                            // degrees
 
 struct Named_Colour {
     std::string_view name;
@@ -30,15 +33,22 @@ constexpr std::array<Named_Colour, 8> named_colours = {{{"black", WRGB(0, 0, 0)}
                                                         {"cyan", WRGB(0, 255, 255)},
                                                         {"magenta", WRGB(255, 0, 255)}}};
 
+bool Is_Hatched(int fill) { return fill >= fill_hatched && fill <= fill_crossed; }
+
 }  // namespace
 
 Graphics::Graphics(Device& device) : device_(device) {
     IGrArea(0, 0, 1, 1);
-    IGrUnits(0, 0, static_cast<float>(page_units_x), static_cast<float>(page_units_y));
+    IGrUnits(0, 0, page_width, page_height);
 }
 
 void Graphics::IGrArea(float x1, float y1, float x2, float y2) {
     area_ = {x1 * device_.Width(), y1 * device_.Height(), x2 * device_.Width(), y2 * device_.Height()};
+    Clip_To_Area();
+}
+
+void Graphics::IGrViewPixels(float x1, float y1, float x2, float y2) {
+    area_ = {std::min(x1, x2), std::min(y1, y2), std::max(x1, x2), std::max(y1, y2)};
     Clip_To_Area();
 }
 
@@ -66,7 +76,11 @@ void Graphics::IGrColour(std::string_view name) {
         if (Equal_No_Case(row.name, name)) colour_ = row.colour;
 }
 
-void Graphics::IGrFillPattern(int style) { fill_style_ = style; }
+void Graphics::IGrFillPattern(int style, int density, int angle) {
+    fill_style_ = style;
+    fill_density_ = density;
+    fill_angle_ = angle;
+}
 void Graphics::IGrLineWidth(float width) { line_width_ = width; }
 void Graphics::IGrLineType(int style) { line_type_ = style; }
 void Graphics::IGrCharJustify(int mode) { justify_ = mode; }
@@ -112,19 +126,52 @@ void Graphics::IGrPolyLine(std::span<const float> x, std::span<const float> y) {
 
 void Graphics::IGrRectangle(float x1, float y1, float x2, float y2) {
     const Point a = To_Device(x1, y1), b = To_Device(x2, y2);
-    const std::array<Point, 5> corners = {{a, {b.x, a.y}, b, {a.x, b.y}, a}};
-    if (fill_style_ == fill_solid)
-        device_.Fill(std::span(corners).first(4), colour_);
-    else
-        device_.Polyline(corners, Current_Pen());
+    Closed_Shape(std::array<Point, 4>{{a, {b.x, a.y}, b, {a.x, b.y}}});
+}
+
+void Graphics::IGrPolygon(std::span<const float> x, std::span<const float> y) {
+    std::vector<Point> corners;
+    for (std::size_t i = 0; i < std::min(x.size(), y.size()); ++i)
+        if (std::isfinite(x[i]) && std::isfinite(y[i])) corners.push_back(To_Device(x[i], y[i]));
+    if (corners.size() > 1) Closed_Shape(corners);
+}
+
+void Graphics::Closed_Shape(std::span<const Point> corners) {
+    if (fill_style_ == fill_solid) return device_.Fill(corners, colour_);
+    if (Is_Hatched(fill_style_)) return Hatch(corners);
+    std::vector<Point> outline(corners.begin(), corners.end());
+    outline.push_back(corners.front());
+    device_.Polyline(outline, Current_Pen());
+}
+
+void Graphics::Hatch(std::span<const Point> corners) {
+    const double unit = Line_Unit(device_.Width(), device_.Height());
+    const double distance = unit * hatch_distances[static_cast<std::size_t>(std::clamp(fill_density_, 1, 4) - 1)];
+    const double angle = hatch_angle_step * fill_angle_;
+    const Rect seen{std::max(area_.x1, 0.0), std::max(area_.y1, 0.0), std::min(area_.x2, device_.Width()),
+                    std::min(area_.y2, device_.Height())};
+    const Pen pen{colour_, line_width_, Line_Style::solid};
+    for (const int turn : {fill_hatched, fill_hatched_across}) {
+        if (fill_style_ != turn && fill_style_ != fill_crossed) continue;
+        for (const auto& line : Hatch_Lines(corners, distance, turn == fill_hatched ? angle : angle + 90, seen))
+            device_.Polyline(line, pen);
+    }
 }
 
 void Graphics::IGrCircle(float x, float y, float r) { IGrEllipse(x, y, r, 1); }
 
 void Graphics::IGrEllipse(float x, float y, float r, float ratio) {
     const double rx = std::fabs(r * (area_.x2 - area_.x1) / (ux2_ - ux1_));
-    const double page_aspect = (device_.Height() / page_units_y) / (device_.Width() / page_units_x);
-    device_.Ellipse(To_Device(x, y), rx, rx * ratio * page_aspect, fill_style_ == fill_solid, Current_Pen());
+    const double page_aspect = (device_.Height() / page_height) / (device_.Width() / page_width);
+    const double ry = rx * ratio * page_aspect;
+    const Point centre = To_Device(x, y);
+    if (!Is_Hatched(fill_style_)) return device_.Ellipse(centre, rx, ry, fill_style_ == fill_solid, Current_Pen());
+    std::array<Point, arc_corners> corners;
+    for (int i = 0; i < arc_corners; ++i) {
+        const double angle = 2 * std::numbers::pi * i / arc_corners;
+        corners[static_cast<std::size_t>(i)] = {centre.x + rx * std::cos(angle), centre.y + ry * std::sin(angle)};
+    }
+    Hatch(corners);
 }
 
 void Graphics::IGrArc(float x, float y, float r, float start, float sweep) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -39,16 +40,20 @@ enum Key : int {
     key_end,
     key_page_up,
     key_page_down,
+    key_back,  // the keys and mouse buttons of a browser
+    key_forward,
     key_f1 = 1101
 };
 
 // Code of a key by its name, "Escape", "Left", "F5", "a"; 0 for an unknown one.
 int Key_Code(std::string_view name);
+std::string Key_Name(int code);  // empty for a code without a name
 
 struct WIN_MESSAGE {
     int win = 0;  // window or dialog number, 0 the main window
-    int value1 = 0, value2 = 0, value3 = 0, value4 = 0;
-    double x = 0, y = 0;  // page units of the window
+    int value1 = 0, value2 = 0, value3 = 0;
+    int value4 = 0;       // mouse: the pane of a window that is split, from 1
+    double x = 0, y = 0;  // page units of the window, or of its pane
     std::vector<std::string> files = {};
 };
 
@@ -57,15 +62,20 @@ struct Message {
     WIN_MESSAGE record;
 };
 
-inline constexpr int main_window = 0;
+inline constexpr int main_window = 0, quick_view_window = 40, editor_window = 41;
 
 // Starts the toolkit; first call of the program. With `offscreen`, and without a display, no screen is needed.
 // argc and argv stay in use for the life of the program.
 void WInitialise(int& argc, char** argv, bool offscreen);
 void WTerminate();
 
-// Waits for the next message. Repaints, resizes and mouse moves of one window that wait in the queue are merged into one each.
+// Waits for the next message. Repaints, resizes and mouse moves of one window that wait in the queue are merged into one each; while
+// `Count_Moves` is on for a window its moves are not, for a handler that counts them.
 Message WMessage();
+void Count_Moves(int window, bool on);
+
+// The next message that is there already, without waiting: for a long work that lets its progress be seen.
+std::optional<Message> WMessagePeek();
 
 void Post_Message(Message);
 

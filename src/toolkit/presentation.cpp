@@ -6,6 +6,7 @@
 #include <array>
 #include <cmath>
 
+#include "base/page.hpp"
 #include "base/text.hpp"
 #include "toolkit/axis.hpp"
 #include "toolkit/font_table.hpp"
@@ -15,13 +16,14 @@ namespace vntl {
 
 namespace {
 
-constexpr double page_units_x = 1200, page_units_y = 800;
-constexpr double tick_size = 0.8;               // setting of the tick length
 constexpr double ticks_a_zone = 80;             // a tick of size 1 is the zone's width through this
 constexpr double number_gap = 5;                // page units between a tick and its number
 constexpr double title_share = 0.38;            // base line of the title, share of the upper margin above the box
+constexpr double sub_title_share = 0.85;        // room of the sub-title's letters, share of what is left between title and box
 constexpr double xlabel_share = 0.60;           // of the x label, share of the lower margin under the box
 constexpr double ylabel_share = 0.74;           // of the y label, share of the left margin left of the box
+constexpr double right_label_share = 0.50;      // of the right y label, share of the right margin
+constexpr double widest_right_label = 0.80;     // share of the right margin
 constexpr double numbers_share = 0.66;          // room of the y numbers, share of the left margin
 constexpr double widest_title = 0.96;           // share of the area's width, or height
 constexpr double key_symbol = 28, key_gap = 8;  // page units
@@ -44,6 +46,15 @@ Text_Style Fitted(const Device& device, std::string_view text, Text_Style style,
     if (width <= room || width <= 0) return style;
     style.width *= room / width;
     style.height *= room / width;
+    return style;
+}
+
+// The style made small enough for its letters to need no more than `room` between their tops and what hangs below the base line.
+Text_Style Lowered(Text_Style style, double room) {
+    const double high = (cap_height + descent) * Em_Of_Cell(style.width, style.height);
+    if (high <= room || high <= 0) return style;
+    style.width *= room / high;
+    style.height *= room / high;
     return style;
 }
 
@@ -99,21 +110,46 @@ void Graphics::IPgUnitsFromGrUnits(float gx, float gy, float& x, float& y) const
     y = static_cast<float>(py1_ + (at.y - box.y1) / (box.y2 - box.y1) * (py2_ - py1_));
 }
 
+bool Graphics::IPgMaxMin(std::span<const float> array, float& min, float& max) {
+    bool found = false;
+    for (const float value : array) {
+        if (!std::isfinite(value)) continue;
+        min = found ? std::min(min, value) : value;
+        max = found ? std::max(max, value) : value;
+        found = true;
+    }
+    return found;
+}
+
 // --- data sets ---------------------------------------------------------------------------------------------------------------
 
 void Graphics::IPgNewPlot(int type, int sets, int) {
     plot_type_ = type;
     next_set_ = 1;
-    styles_.assign(static_cast<std::size_t>(std::max(sets, 1)), {});
+    styles_.assign(static_cast<std::size_t>(std::clamp(sets, 1, max_sets)), {});
+}
+
+Set_Style& Graphics::Style_Of_Set(int set) {
+    if (styles_.size() < static_cast<std::size_t>(set)) styles_.resize(static_cast<std::size_t>(set));
+    return styles_[static_cast<std::size_t>(set - 1)];
 }
 
 void Graphics::IPgStyle(int set, const Set_Style& style) {
-    if (set < 1) return;
-    if (styles_.size() < static_cast<std::size_t>(set)) styles_.resize(static_cast<std::size_t>(set));
-    styles_[static_cast<std::size_t>(set - 1)] = style;
+    if (set >= 1 && set <= max_sets) Style_Of_Set(set) = style;
 }
 
-void Graphics::IPgXYPairs(std::span<const float> x, std::span<const float> y) {
+void Graphics::IPgMarker(int set, int marker) {
+    if (set >= 1 && set <= max_sets) Style_Of_Set(set).marker = marker;
+}
+
+void Graphics::IPgClipRectangle(int mode) { clip_sets_ = mode != 0; }
+
+void Graphics::Clip_Sets() { device_.Set_Clip(clip_sets_ ? Box() : area_); }
+
+void Graphics::IPgXYPairs(std::span<const float> x, std::span<const float> y) { Draw_Set(x, y, plot_type_ == 7); }
+void Graphics::IPgXYLine(std::span<const float> x, std::span<const float> y) { Draw_Set(x, y, false); }
+
+void Graphics::Draw_Set(std::span<const float> x, std::span<const float> y, bool markers) {
     const std::size_t n = std::min(x.size(), y.size());
     if (n == 0 || styles_.empty() || !std::isfinite(px2_ - px1_) || px1_ == px2_ || !std::isfinite(py2_ - py1_) || py1_ == py2_) return;
     const Set_Style& style = styles_[std::min(static_cast<std::size_t>(next_set_ - 1), styles_.size() - 1)];
@@ -124,8 +160,8 @@ void Graphics::IPgXYPairs(std::span<const float> x, std::span<const float> y) {
     series.y_scale = (box.y2 - box.y1) / (py2_ - py1_);
     series.x0 = box.x1 - series.x_scale * px1_;
     series.y0 = box.y1 - series.y_scale * py1_;
-    device_.Set_Clip(box);
-    if (plot_type_ == 7) {
+    Clip_Sets();
+    if (markers) {
         const Text_Style size = Current_Text();
         if (style.marker != 0)
             device_.Markers(series, {style.marker, size.width, size.height, style.marker_colour, style.fill == fill_solid});
@@ -137,9 +173,9 @@ void Graphics::IPgXYPairs(std::span<const float> x, std::span<const float> y) {
 
 void Graphics::IPgErrorBars(std::span<const float> x, std::span<const float> y, std::span<const float> half_length) {
     constexpr double cap = 3;  // page units on each side
-    const double half_cap = cap * device_.Width() / page_units_x;
+    const double half_cap = cap * device_.Width() / page_width;
     const Pen pen{styles_.empty() ? colour_ : styles_.front().line_colour, line_width_, Line_Style::solid};
-    device_.Set_Clip(Box());
+    Clip_Sets();
     for (std::size_t i = 0; i < std::min({x.size(), y.size(), half_length.size()}); ++i) {
         const Point low = Plot_To_Device(x[i], y[i] - half_length[i]), high = Plot_To_Device(x[i], y[i] + half_length[i]);
         if (!std::isfinite(low.x) || !std::isfinite(low.y) || !std::isfinite(high.y)) continue;
@@ -152,10 +188,17 @@ void Graphics::IPgErrorBars(std::span<const float> x, std::span<const float> y, 
 
 // --- axes --------------------------------------------------------------------------------------------------------------------
 
+void Graphics::IPgXTickLength(float length) { x_tick_length_ = std::max(length, 0.0f); }
+void Graphics::IPgYTickLength(float length) { y_tick_length_ = std::max(length, 0.0f); }
+void Graphics::IPgXTickPos(int side) { x_ticks_inward_ = side == 2; }
+void Graphics::IPgYTickPos(int side) { y_ticks_inward_ = side == 2; }
+void Graphics::IPgDecimalPlaces(int decimals) { decimals_ = std::clamp(decimals, -1, 9); }
+
 void Graphics::IPgXScale(std::string_view flags, float y_at) {
     const Rect box = Box();
-    const double unit_x = device_.Width() / page_units_x, unit_y = device_.Height() / page_units_y;
-    const double tick = tick_size * ((box.x2 - box.x1) / unit_x) / ticks_a_zone * unit_y;
+    const double unit_x = device_.Width() / page_width, unit_y = device_.Height() / page_height;
+    const double tick = x_tick_length_ * ((box.x2 - box.x1) / unit_x) / ticks_a_zone * unit_y;
+    const double outward = x_ticks_inward_ ? 0 : tick;
     const double y = Plot_To_Device(px1_, y_at).y;
     const Pen pen{colour_, 1, Line_Style::solid};
     const auto axis = Ticks_Of_Axis(static_cast<float>(px1_), static_cast<float>(px2_));
@@ -164,22 +207,23 @@ void Graphics::IPgXScale(std::string_view flags, float y_at) {
     Text_Style style = Current_Text();
     style.justify = Justify::centre;
     double widest = 0;
-    for (const float value : axis.values) widest = std::max(widest, device_.Text_Width(Tick_Text(value, axis.exponent), style));
+    for (const float value : axis.values) widest = std::max(widest, device_.Text_Width(Tick_Text(value, axis.exponent, decimals_), style));
     const double em = Em_Of_Cell(style.width, style.height);
     const double spacing = std::fabs(axis.step / (px2_ - px1_)) * (box.x2 - box.x1);
     const int every = Numbered_Every(spacing, widest + 0.8 * em);
     for (const float value : axis.values) {
         const double x = Plot_To_Device(value, py1_).x;
-        if (Contains(flags, "T")) device_.Polyline(std::array<Point, 2>{{{x, y}, {x, y - tick}}}, pen);
+        if (Contains(flags, "T")) device_.Polyline(std::array<Point, 2>{{{x, y}, {x, x_ticks_inward_ ? y + tick : y - tick}}}, pen);
         if (Contains(flags, "N") && Has_Number(value, axis.step, every))
-            device_.Text({x, y - tick - number_gap * unit_y - cap_height * em}, Tick_Text(value, axis.exponent), style);
+            device_.Text({x, y - outward - number_gap * unit_y - cap_height * em}, Tick_Text(value, axis.exponent, decimals_), style);
     }
 }
 
 void Graphics::IPgYScale(std::string_view flags, float x_at) {
     const Rect box = Box();
-    const double unit_x = device_.Width() / page_units_x;
-    const double tick = tick_size * ((box.x2 - box.x1) / unit_x) / ticks_a_zone * unit_x;
+    const double unit_x = device_.Width() / page_width;
+    const double tick = y_tick_length_ * (box.x2 - box.x1) / ticks_a_zone;
+    const double outward = y_ticks_inward_ ? 0 : tick;
     const double x = Plot_To_Device(x_at, py1_).x;
     const Pen pen{colour_, 1, Line_Style::solid};
     const auto axis = Ticks_Of_Axis(static_cast<float>(py1_), static_cast<float>(py2_));
@@ -189,32 +233,50 @@ void Graphics::IPgYScale(std::string_view flags, float x_at) {
     style.justify = Justify::right;
     std::string longest;
     for (const float value : axis.values)
-        if (const std::string text = Tick_Text(value, axis.exponent); device_.Text_Width(text, style) > device_.Text_Width(longest, style))
+        if (const std::string text = Tick_Text(value, axis.exponent, decimals_);
+            device_.Text_Width(text, style) > device_.Text_Width(longest, style))
             longest = text;
-    style = Fitted(device_, longest, style, numbers_share * (box.x1 - area_.x1) - tick - number_gap * unit_x);
+    style = Fitted(device_, longest, style, numbers_share * (box.x1 - area_.x1) - outward - number_gap * unit_x);
     const double em = Em_Of_Cell(style.width, style.height);
     const double spacing = std::fabs(axis.step / (py2_ - py1_)) * (box.y2 - box.y1);
     const int every = Numbered_Every(spacing, 1.25 * em);
     for (const float value : axis.values) {
         const double y = Plot_To_Device(px1_, value).y;
-        if (Contains(flags, "T")) device_.Polyline(std::array<Point, 2>{{{x, y}, {x - tick, y}}}, pen);
+        if (Contains(flags, "T")) device_.Polyline(std::array<Point, 2>{{{x, y}, {y_ticks_inward_ ? x + tick : x - tick, y}}}, pen);
         if (Contains(flags, "N") && Has_Number(value, axis.step, every))
-            device_.Text({x - tick - number_gap * unit_x, y - 0.5 * cap_height * em}, Tick_Text(value, axis.exponent), style);
+            device_.Text({x - outward - number_gap * unit_x, y - 0.5 * cap_height * em}, Tick_Text(value, axis.exponent, decimals_), style);
     }
 }
 
 // --- texts around the box ----------------------------------------------------------------------------------------------------
 
 void Graphics::IPgTitle(std::string_view text, char position) {
+    title_em_ = 0;
+    if (position == 'N' || text.empty()) return;
+    const Text_Style style = Fitted(device_, text, Current_Text(), widest_title * (area_.x2 - area_.x1));
+    title_em_ = Em_Of_Cell(style.width, style.height);
+    const Rect box = Box();
+    Title_Line(text, position, style, box.y2 + title_share * (area_.y2 - box.y2));
+}
+
+void Graphics::IPgSubTitle(std::string_view text, char position) {
     if (position == 'N' || text.empty()) return;
     const Rect box = Box();
-    Text_Style style = Fitted(device_, text, Current_Text(), widest_title * (area_.x2 - area_.x1));
+    const double room = title_share * (area_.y2 - box.y2) - descent * title_em_;
+    if (!(room > 0)) return;
+    const Text_Style style = Lowered(Fitted(device_, text, Current_Text(), widest_title * (area_.x2 - area_.x1)), sub_title_share * room);
+    const double em = Em_Of_Cell(style.width, style.height);
+    Title_Line(text, position, style, box.y2 + 0.5 * (room - (cap_height + descent) * em) + descent * em);
+}
+
+void Graphics::Title_Line(std::string_view text, char position, Text_Style style, double y) {
+    const Rect box = Box();
     style.justify = position == 'L' ? Justify::left : position == 'R' ? Justify::right : Justify::centre;
     double x = Along(box.x1, box.x2, position, 'L', 'R');
     const double width = device_.Text_Width(text, style), margin = 0.5 * (1 - widest_title) * (area_.x2 - area_.x1);
     if (position == 'L') x = std::min(x, area_.x2 - margin - width);
     if (position == 'R') x = std::max(x, area_.x1 + margin + width);
-    device_.Text({x, box.y2 + title_share * (area_.y2 - box.y2)}, text, style);
+    device_.Text({x, y}, text, style);
 }
 
 void Graphics::IPgXLabel(std::string_view text, char position) {
@@ -241,13 +303,37 @@ void Graphics::IPgYLabelLeft(std::string_view text, std::string_view position) {
             Stack_Words(device_, text, style, left, (1 - numbers_share) * (box.x1 - area_.x1), box, place == 'C');
         return;
     }
+    Turned_Label(text, position, style, box.x1 - ylabel_share * (box.x1 - area_.x1));
+}
+
+void Graphics::IPgYLabelRight(std::string_view text, std::string_view position) {
+    if (position.size() < 2 || position[0] == '-' || text.empty()) return;
+    const Rect box = Box();
+    const char place = position[0];
+    const double margin = area_.x2 - box.x2;
+    Text_Style style = Current_Text();
+    if (position[1] != 'V')
+        return Turned_Label(text, position, Lowered(style, widest_right_label * margin), box.x2 + right_label_share * margin);
+    if (place == 'T') {
+        style.justify = Justify::right;
+        device_.Text({area_.x2 - 0.01 * (area_.x2 - area_.x1), box.y2 + 0.12 * (area_.y2 - box.y2)}, text,
+                     Fitted(device_, text, style, 0.5 * (area_.x2 - area_.x1)));
+        return;
+    }
+    style.justify = Justify::left;
+    Stack_Words(device_, text, style, box.x2 + 0.5 * (1 - widest_right_label) * margin, widest_right_label * margin, box, place == 'C');
+}
+
+// Along a side of the box, about the line x = middle. Position: the place T, C or B, then 9 read upward, else downward.
+void Graphics::Turned_Label(std::string_view text, std::string_view position, Text_Style style, double middle) {
+    const Rect box = Box();
+    const char place = position[0];
+    const bool upward = position[1] == '9';
     style = Fitted(device_, text, style, widest_title * (area_.y2 - area_.y1));
-    const bool upward = turn == '9';
     style.angle = upward ? 90 : -90;
     // The end of the text that points to the top stands there: the last letter of one read upward, the first of one read downward.
     style.justify = place == 'C' ? Justify::centre : (place == 'T') == upward ? Justify::right : Justify::left;
-    const double em = Em_Of_Cell(style.width, style.height);
-    const double x = box.x1 - ylabel_share * (box.x1 - area_.x1) + (upward ? 0.5 : -0.5) * cap_height * em;
+    const double x = middle + (upward ? 0.5 : -0.5) * cap_height * Em_Of_Cell(style.width, style.height);
     double y = Along(box.y1, box.y2, place, 'B', 'T');
     if (const double length = device_.Text_Width(text, style); place == 'T')
         y = std::max(y, area_.y1 + length);
@@ -266,7 +352,7 @@ void Graphics::IPgKey(float x, float y, int set, std::string_view text) {
     const Set_Style style =
         set >= 1 && static_cast<std::size_t>(set) <= styles_.size() ? styles_[static_cast<std::size_t>(set - 1)] : Set_Style{};
     const Point at = To_Device(x, y);
-    const double unit_x = device_.Width() / page_units_x;
+    const double unit_x = device_.Width() / page_width;
     const Text_Style size = Current_Text();
     const double em = Em_Of_Cell(size.width, size.height);
     const double middle = at.y + 0.5 * cap_height * em;

@@ -2,21 +2,11 @@
 #include "toolkit/recording.hpp"
 
 #include <algorithm>
-#include <cmath>
+
+#include "base/text.hpp"
 
 namespace vntl {
 namespace {
-
-bool Is_Gap(const Series& s, std::size_t i) { return !std::isfinite(s.x[i]) || !std::isfinite(s.y[i]); }
-
-Point Mapped(const Series& s, std::size_t i) {
-    return {s.x0 + s.x_scale * static_cast<double>(s.x[i]), s.y0 + s.y_scale * static_cast<double>(s.y[i])};
-}
-
-// Letters of a UTF-8 text: the bytes that do not continue one.
-std::size_t Letters(std::string_view text) {
-    return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), [](char c) { return (c & 0xc0) != 0x80; }));
-}
 
 // Draws one recorded item after another, stretched.
 class Replayer {
@@ -62,7 +52,53 @@ private:
     double sx_, sy_;
 };
 
+// Collects the room that one recorded item after another takes.
+class Measure {
+public:
+    explicit Measure(const Recording_Device& device) : device_(device), clip_{0, 0, device.Width(), device.Height()} {}
+
+    void operator()(const Recorded_Clear&) { Take({0, 0, device_.Width(), device_.Height()}); }
+    void operator()(const Recorded_Clip& item) { clip_ = item.rect; }
+    void operator()(const Recorded_Line& item) { Take(item.points, item.pen.width); }
+    void operator()(const Recorded_Fill& item) { Take(item.points, 0); }
+    void operator()(const Recorded_Ellipse& item) {
+        const double rx = item.rx + item.pen.width, ry = item.ry + item.pen.width;
+        Take({item.centre.x - rx, item.centre.y - ry, item.centre.x + rx, item.centre.y + ry});
+    }
+    void operator()(const Recorded_Text& item) {
+        // Whatever its angle and side, a text stays within its length and a line's height.
+        const double reach = device_.Text_Width(item.text, item.style) + 2 * item.style.height;
+        Take({item.at.x - reach, item.at.y - reach, item.at.x + reach, item.at.y + reach});
+    }
+    void operator()(const Recorded_Markers& item) { Take(item.points, std::max(item.style.width, item.style.height)); }
+
+    std::optional<Rect> bounds;
+
+private:
+    void Take(const std::vector<Point>& points, double room) {
+        for (const Point& p : points) Take({p.x - room, p.y - room, p.x + room, p.y + room});
+    }
+    void Take(Rect rect) {
+        rect = {std::max(rect.x1, clip_.x1), std::max(rect.y1, clip_.y1), std::min(rect.x2, clip_.x2), std::min(rect.y2, clip_.y2)};
+        if (!(rect.x1 <= rect.x2 && rect.y1 <= rect.y2)) return;
+        if (bounds)
+            bounds = {std::min(bounds->x1, rect.x1), std::min(bounds->y1, rect.y1), std::max(bounds->x2, rect.x2),
+                      std::max(bounds->y2, rect.y2)};
+        else
+            bounds = rect;
+    }
+
+    const Recording_Device& device_;
+    Rect clip_;
+};
+
 }  // namespace
+
+std::optional<Rect> Recording_Device::Bounds() const {
+    Measure measure(*this);
+    for (const Recorded& item : items_) std::visit(measure, item);
+    return measure.bounds;
+}
 
 void Recording_Device::Clear(Colour colour) {
     items_.clear();
@@ -78,8 +114,8 @@ void Recording_Device::Polyline(std::span<const Point> points, const Pen& pen) {
 void Recording_Device::Curve(const Series& series, const Pen& pen) {
     std::vector<Point> stretch;
     for (std::size_t i = 0; i < series.x.size(); ++i) {
-        if (!Is_Gap(series, i)) {
-            stretch.push_back(Mapped(series, i));
+        if (!series.Gap(i)) {
+            stretch.push_back(series.At(i));
             continue;
         }
         Polyline(stretch, pen);
@@ -91,7 +127,7 @@ void Recording_Device::Curve(const Series& series, const Pen& pen) {
 void Recording_Device::Markers(const Series& series, const Marker_Style& style) {
     Recorded_Markers item{{}, style};
     for (std::size_t i = 0; i < series.x.size(); ++i)
-        if (!Is_Gap(series, i)) item.points.push_back(Mapped(series, i));
+        if (!series.Gap(i)) item.points.push_back(series.At(i));
     if (!item.points.empty() && style.glyph != 0) items_.push_back(std::move(item));
 }
 
@@ -108,7 +144,7 @@ void Recording_Device::Text(Point at, std::string_view text, const Text_Style& s
 }
 
 double Recording_Device::Text_Width(std::string_view text, const Text_Style& style) const {
-    return 0.6 * Em_Of_Cell(style.width, style.height) * static_cast<double>(Letters(text));
+    return 0.6 * Em_Of_Cell(style.width, style.height) * static_cast<double>(Characters(text));
 }
 
 void Recording_Device::Replay(Device& device) const {

@@ -1,6 +1,7 @@
 // A device that keeps what is drawn on it, unreduced, for tests, for `print picture`, and for the marks that lie over a window's bitmap.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <variant>
 #include <vector>
@@ -58,7 +59,7 @@ public:
     double Text_Width(std::string_view, const Text_Style&) const override;  // a fixed 0.6 em a character
 
     const std::vector<Recorded>& items() const { return items_; }
-    bool empty() const { return items_.empty(); }
+    std::optional<Rect> Bounds() const;  // of all that is drawn, clipped; nothing when nothing shows
 
     // Draws everything again on `device`, stretched to its size.
     void Replay(Device& device) const;

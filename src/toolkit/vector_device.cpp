@@ -2,14 +2,12 @@
 #include <cairo-pdf.h>
 #include <cairo-ps.h>
 #include <cairo-svg.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <cmath>
-#include <cstdio>
-#include <fstream>
 #include <numbers>
 
+#include "base/os.hpp"
 #include "toolkit/bitmap.hpp"
 #include "toolkit/font_table.hpp"
 
@@ -85,7 +83,7 @@ public:
         Point last{}, held{};  // the last place of the path, and a point left out behind it
         bool holding = false;
         for (std::size_t i = 0; i < s.x.size(); ++i) {
-            const Point p = Mapped(s, i);
+            const Point p = s.At(i);
             if (!std::isfinite(p.x) || !std::isfinite(p.y)) {
                 if (holding) cairo_line_to(cairo_, X(held.x), Y(held.y));
                 open = holding = false;
@@ -114,7 +112,7 @@ public:
         Point last{-2 * farthest, 0};
         cairo_new_path(cairo_);
         for (std::size_t i = 0; i < s.x.size(); ++i) {
-            const Point p = Mapped(s, i);
+            const Point p = s.At(i);
             const bool outside = !(p.x >= clip_.x1 - style.width && p.x <= clip_.x2 + style.width && p.y >= clip_.y1 - style.height &&
                                    p.y <= clip_.y2 + style.height);
             if (outside || Near(last, p)) continue;
@@ -197,7 +195,7 @@ public:
         cairo_surface_finish(surface_);
         const bool sound = cairo_surface_status(surface_) == CAIRO_STATUS_SUCCESS && cairo_status(cairo_) == CAIRO_STATUS_SUCCESS;
         Release();
-        return sound && Replace_File() ? Status::Done() : Status::Fail("The picture cannot be written: " + file_);
+        return sound && Replace_File(file_, text_) ? Status::Done() : Status::Fail("The picture cannot be written: " + file_);
     }
 
 private:
@@ -208,23 +206,6 @@ private:
         cairo_ = nullptr;
     }
 
-    bool Replace_File() const {
-        const std::string fresh = file_ + ".new" + std::to_string(getpid());
-        {
-            std::ofstream stream(fresh, std::ios::binary);
-            stream.write(text_.data(), static_cast<std::streamsize>(text_.size()));
-            if (stream.flush()) {
-                stream.close();
-                if (std::rename(fresh.c_str(), file_.c_str()) == 0) return true;
-            }
-        }
-        std::remove(fresh.c_str());
-        return false;
-    }
-
-    static Point Mapped(const Series& s, std::size_t i) {
-        return {s.x0 + s.x_scale * static_cast<double>(s.x[i]), s.y0 + s.y_scale * static_cast<double>(s.y[i])};
-    }
     static bool Near(Point a, Point b) { return std::fabs(a.x - b.x) < nearest && std::fabs(a.y - b.y) < nearest; }
     bool Beyond(Point a, Point b) const { return (a.x < clip_.x1 && b.x < clip_.x1) || (a.x > clip_.x2 && b.x > clip_.x2); }
 

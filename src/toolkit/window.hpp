@@ -1,6 +1,11 @@
-// Windows: the main one with its menu, toolbars and status bar, and what is shown in them.
+// Windows: the main one and its children, each with menu, toolbars and status bar, and what is shown in them.
+//
+// Operations without a window's number act on the window selected last.
 #pragma once
 
+#include <functional>
+#include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -18,22 +23,38 @@ struct Menu_Entry {
     int command = 0;       // popups may have a number too
     std::string label;     // '&' before the mnemonic letter
     std::string shortcut;  // "Ctrl+O", empty for none
-    std::string hint;      // shown in the status bar
-    std::string icon;      // name of an icon of the resources, empty for none
+    std::string hint;      // shown in the status bar, and with the label at a toolbar's button
+    std::string icon;      // name of an icon of the toolbars, empty for none
     std::vector<Menu_Entry> entries;
     bool popup = false;
     bool checkable = false;
 };
 
+// A table of buttons: size of their pictures at the usual font, then commands of the window's menu, 0 a gap.
+struct Toolbar_Resource {
+    int number = 0;
+    int button_width = 16, button_height = 16;
+    std::vector<int> commands;
+};
+
+enum class Child_Kind { plot, editor };
+
 void WindowOpen(int width, int height, const std::string& title, const std::string& icon);
+void WindowOpenChild(int number, const std::string& title, int width, int height, Child_Kind kind);
+void WindowCloseChild(int number);
+bool WindowIsOpen(int number);
 void WindowShow();  // when its menu and status bar are there
+void WindowSelect(int number);
 void WindowTitle(const std::string& title);
-void WindowStatusBarParts(std::span<const int> widths);      // hundredths of a millimetre, -1 the rest
+void WindowSplit(int panes, bool side_by_side);  // divides the drawing area; each pane is drawn on and sends mouse messages of its own
+void WindowStatusBarParts(std::span<const int> widths);      // hundredths of a character's width, -1 the rest
 void WindowOutStatusBar(int part, const std::string& text);  // part from 1
 std::string WindowStatusBarText(int part);
-int WInfoWindow(int what);                 // 1 width, 2 height of the main window's drawing area in device pixels
+int WInfoWindow(int what, int pane = 1);   // 1 width, 2 height of the drawing area in device pixels
 void WindowResize(int width, int height);  // of the drawing area; a resize message follows
 void WCursorShape(int shape);              // 0 arrow, 3 cross, 6 hand
+int WindowFront();                         // number of the window or dialog in front
+bool WindowToFront(int number);            // false when it is not open
 
 void WMenu(std::span<const Menu_Entry> bar);
 enum Menu_What { menu_enabled = 1, menu_checked = 2 };
@@ -42,11 +63,15 @@ int WMenuGetState(int command, int what);  // -1 for a command that no menu hold
 void WMenuSetString(int command, const std::string& text);
 std::string WMenuGetString(int command);
 
-// Puts the bitmap on the main window and gives it away: the window keeps it for repaints.
-void WBitmapPut(Bitmap bitmap);
+void Register_Toolbars(std::span<const Toolbar_Resource> tables);
+inline constexpr int first_toolbar_row = 1, second_toolbar_row = 4;
+void WMenuToolbar(int table, int row);  // 0 removes the bar of that row
+
+// Puts the bitmap on the window and gives it away: the window keeps it for repaints.
+void WBitmapPut(Bitmap bitmap, int pane = 1);
 
 // The shapes that lie over the bitmap: marks, picks, read-out box, rubber shapes; replaces the last ones.
-void WOverlayPut(const Recording_Device& overlay);
+void WOverlayPut(const Recording_Device& overlay, int pane = 1);
 
 bool Box_Offers(Box_Buttons buttons, Box_Answer answer);
 Box_Answer Box_Default(const Message_Box& box);  // of the button that has the focus
@@ -54,9 +79,32 @@ Box_Answer Box_Default(const Message_Box& box);  // of the button that has the f
 // A message box; the answer is its button (the cancelling one when the box is closed).
 Box_Answer WMessageBox(const Message_Box& box);
 
-// Common file dialog. Filter: label and pattern pairs, each followed by a vertical bar. Full paths; none on cancel.
+// Common file dialog, in `directory` or, when that is blank, the current one. Filter: label and pattern pairs, each followed by a
+// vertical bar. Full paths; none on cancel.
 enum class Select_Kind { open, open_multiple, save };
-std::vector<std::string> WSelectFile(std::string_view filter, Select_Kind kind, const std::string& name, std::string_view title);
+std::vector<std::string> WSelectFile(std::string_view filter, Select_Kind kind, const std::string& name, std::string_view title,
+                                     const std::string& directory = {});
+std::optional<std::string> WSelectDir(const std::string& directory, std::string_view title);  // nothing on cancel
+std::optional<Colour> WSelectColour(Colour present);
+
+// The common print dialog; when a printer is chosen, `draw` draws the page, and the page is printed. False when it was cancelled or
+// failed.
+bool WHardcopyOptions(std::string_view title, const std::function<void(Device&)>& draw);
+
+// --- the clipboard -------------------------------------------------------------------------------------------------------------
+void WClipboardPutBitmap(const Bitmap& bitmap);
+void WClipboardPutText(const std::string& text);
+std::string WClipboardText();
+
+// --- the text in an editor window ----------------------------------------------------------------------------------------------
+Status WEditFile(const std::string& file);  // loads it; blank: an empty text without a file
+Status WEditSave(const std::string& file);  // with the line ends and the encoding that the text came with
+std::string WEditName();                    // of the file, empty for none
+bool WEditChanged();
+std::string WEditText();
+bool WEditFind(const std::string& text, bool match_case);  // the next place, from the start again behind the last one
+enum class Edit_Action { undo, redo, cut, copy, paste, select_all };
+void WEditDo(Edit_Action action);
 
 // Who acts in a user's place. Boxes and selectors ask it first; the box or selector is still reported when it answers nothing.
 class Stand_In {
@@ -64,7 +112,25 @@ public:
     virtual ~Stand_In() = default;
     virtual Box_Answer Answer_Box(const Message_Box& box) = 0;
     virtual std::vector<std::string> Answer_Select(Select_Kind kind) = 0;
+    virtual std::optional<std::string> Answer_Directory() = 0;
+    virtual std::optional<Colour> Answer_Colour() = 0;
 };
 void Set_Stand_In(Stand_In*);  // null: the user
+
+// Who writes down what the user does, told in the order in which it happens.
+class Witness {
+public:
+    virtual ~Witness() = default;
+    virtual void Saw_Message(const Message& message) = 0;  // taken from the queue
+    virtual void Saw_Field(int dialog, int field, const std::string& value) = 0;
+    virtual void Saw_Cell(int dialog, int field, int column, int row, const std::string& value) = 0;
+    virtual void Saw_Item(int dialog, int field, const std::string& path) = 0;
+    virtual void Saw_Front(int window) = 0;  // a window or dialog that was brought to the front
+    virtual void Saw_Answer(const Message_Box& box, Box_Answer answer) = 0;
+    virtual void Saw_Files(const std::vector<std::string>& files) = 0;
+    virtual void Saw_Directory(const std::optional<std::string>& directory) = 0;
+    virtual void Saw_Colour(const std::optional<Colour>& colour) = 0;
+};
+void Set_Witness(Witness*);  // null: nobody
 
 }  // namespace vntl

@@ -1,5 +1,7 @@
 // What a user can choose in each plot form and calculation.
+#include <algorithm>
 #include <functional>
+#include <optional>
 #include <set>
 
 #include "session/session.hpp"
@@ -15,11 +17,13 @@ struct Form_Case {
     std::array<int, 2> toolbars;
 };
 
+constexpr std::array<int, 2> kept_toolbars = {1, 2};
+
 // The forms in the order of the letters: Empty, Calculation, Single, Multi, cOntour, contour Log, 3d Graph, sUrface.
 const std::vector<Form_Case>& Forms() {
     static const std::vector<Form_Case> forms = {
         {'E', "none", Set_Menu_Empty, {30101, 0}},
-        {'C', "calculation", [](Session& s) { Set_Calculation_Mode(s, 4); }, {1, 2}},  // keeps what stands
+        {'C', "calculation", [](Session& s) { Set_Calculation_Mode(s, 4); }, kept_toolbars},
         {'S', "single", [](Session& s) { Set_Menu_Single(s, true); }, {30102, 30104}},
         {'M', "multi", [](Session& s) { Set_Menu_Graph(s, false); }, {30103, 30104}},
         {'M', "multi_log", [](Session& s) { Set_Menu_Graph(s, true); }, {30103, 30104}},
@@ -31,95 +35,142 @@ const std::vector<Form_Case>& Forms() {
     return forms;
 }
 
-// For a command, the forms that enable it and the forms that leave it as it was; the others disable it.
-struct Command_Case {
-    int command;
+// The letters of the forms that enable the commands, and of those that leave them as they were; every other form disables them.
+struct Row {
     std::string enabled, left;
+    std::vector<int> commands;
 };
-const Command_Case commands[] = {
-    {40006, "ESM", ""},      {40014, "ESM", ""},      {40157, "ESM", ""},      {40009, "CSMOLGU", ""},  {40122, "CSMOLGU", ""},
-    {40021, "CSM", ""},      {40023, "CSM", ""},      {40020, "SM", ""},       {40037, "SM", ""},       {40163, "SM", ""},
-    {40026, "M", ""},        {40123, "M", ""},        {40158, "M", ""},        {40022, "MOLGU", ""},    {40226, "MOLGU", ""},
-    {40028, "MOLU", ""},     {40031, "MLGU", ""},     {40227, "MOGU", ""},     {40125, "MOLG", "C"},    {40091, "S", "C"},
-    {40120, "SM", "C"},      {40113, "", ""},         {40106, "CSM", ""},      {40137, "CSM", ""},      {40208, "CSMOLGU", ""},
-    {40111, "ECSMOLGU", ""}, {40019, "ECSMOLGU", ""}, {40005, "ECSMOLGU", ""}, {40018, "ECSMOLGU", ""}, {40135, "ECSMOLGU", ""},
-    {40095, "", "ECS"},      {40150, "", "ECS"},      {40224, "", "ECSMOL"},   {40042, "", "CSMOLGU"},  {40088, "", "CSMOLGU"},
+const std::vector<Row> rows = {
+    {"ESM", "", {40006, 40014, 40015, 40016, 40157}},
+    {"CSMOLGU", "", {40009, 40044, 40122}},
+    {"CSM", "", {40021, 40023}},
+    {"CSM", "", {40106, 40109, 40116, 40118, 40119, 40133, 40136, 40137}},  // the view moves where there are axes of x and y
+    {"SM", "", {40020, 40025, 40034, 40035, 40037, 40102, 40105, 40110, 40115, 40124, 40149, 40151, 40154, 40162, 40163, 40215}},
+    {"M", "", {40026, 40100, 40101, 40123, 40141, 40158}},  // need several rows
+    {"MOLGU", "", {40022, 40027, 40226}},
+    {"MOLU", "", {40028}},
+    {"MLGU", "", {40031}},
+    {"MOGU", "", {40227}},
+    {"MOLG", "C", {40125}},
+    {"S", "C", {40024, 40091}},
+    {"SM", "C", {40120}},
+    {"", "ECS", {40095, 40099, 40150}},
+    {"", "ECSMOL", {40224, 40225}},
+    {"", "", {40113}},
+    {"", "CSMOLGU", {40017, 40042, 40043, 40081, 40087, 40088, 40089}},
 };
+
+// Disabled by every calculation before it enables its own.
+const std::set<int> of_calculations = {40095, 40099, 40194, 40146, 40150, 40225, 40224, 40096, 40097, 40092, 40180, 40147,
+                                       40093, 40094, 40008, 40138, 40139, 40159, 40148, 40144, 40145, 40002, 40154, 40215};
+
+std::set<int> All_Commands() {
+    std::set<int> all = of_calculations;
+    for (const Row& row : rows) all.insert(row.commands.begin(), row.commands.end());
+    return all;
+}
+
+// What a form makes of a command; nothing where it leaves it.
+std::optional<bool> State_In(char form, int command) {
+    const auto row = std::find_if(rows.begin(), rows.end(), [=](const Row& r) { return std::ranges::count(r.commands, command) > 0; });
+    if (row == rows.end() || row->left.find(form) != std::string::npos) return {};
+    return row->enabled.find(form) != std::string::npos;
+}
 
 TEST(Menu_States, EveryFormEnablesItsCommands) {
     for (const Form_Case& form : Forms())
-        for (const Command_Case& c : commands) {
-            // "Left as it was" is looked at from both sides; a calculation first disables the commands of the calculations.
-            const bool calculation_owns = form.letter == 'C' && (c.command == 40095 || c.command == 40150 || c.command == 40224);
-            for (const bool before : {false, true}) {
-                Session s;
-                const bool always = c.enabled.size() == 8;
-                s.interface.Enable(c.command, before || always);
-                form.enter(s);
-                const bool left = c.left.find(form.letter) != std::string::npos;
-                const bool expected = left ? before && !calculation_owns : c.enabled.find(form.letter) != std::string::npos;
-                EXPECT_EQ(s.interface.Enabled(c.command), expected) << c.command << " in " << form.plot_type << " from " << before;
-            }
+        for (const bool before : {false, true}) {
+            Session s;
+            for (const Row& row : rows)
+                for (const int command : row.commands) s.interface.Enable(command, before);
+            form.enter(s);
+            for (const Row& row : rows)
+                for (const int command : row.commands) {
+                    const bool left = before && !(form.letter == 'C' && of_calculations.contains(command));
+                    EXPECT_EQ(s.interface.Enabled(command), State_In(form.letter, command).value_or(left))
+                        << command << " in " << form.plot_type << ", before " << before;
+                }
         }
 }
 
-TEST(Menu_States, EveryFormShowsItselfInBarsMessagesAndStatus) {
+TEST(Menu_States, WhatNeedsNoPatternIsEnabledInEveryForm) {
     for (const Form_Case& form : Forms()) {
-        SCOPED_TRACE(form.plot_type);
         Session s;
-        s.interface.toolbars = {1, 2};
-        s.interface.cursor = Cursor_Shape::cross;
-        s.interface.want_mouse_up = true;
-        s.plot.MoveMode = 3;
-        const unsigned before = s.interface.revision;
         form.enter(s);
-        EXPECT_EQ(s.plot.plot_type, form.plot_type);
-        EXPECT_EQ(s.interface.status[4], form.plot_type);
-        EXPECT_EQ(s.interface.toolbars, form.toolbars);
-        EXPECT_EQ(s.plot.MoveMode, 0);
-        EXPECT_EQ(s.interface.want_mouse_move && s.interface.want_mouse_down, form.letter != 'E');
-        EXPECT_FALSE(s.interface.want_mouse_up);
-        EXPECT_EQ(s.interface.cursor, Cursor_Shape::arrow);
-        EXPECT_GT(s.interface.revision, before);
+        for (const int command : {40005, 40018, 40019, 40033, 40104, 40107, 40108, 40111, 40117, 40128, 40129, 40132,
+                                  40134, 40135, 40142, 40161, 40178, 40188, 40192, 40193, 40197, 40207, 40213})
+            EXPECT_TRUE(s.interface.Enabled(command)) << command << " in " << form.plot_type;
     }
 }
 
+TEST(Menu_States, EveryFormShowsItselfInBarsMessagesAndStatus) {
+    for (const Form_Case& form : Forms())
+        for (int move_mode = 0; move_mode <= 5; ++move_mode) {
+            SCOPED_TRACE(form.plot_type);
+            Session s;
+            Set_Calculation_Mode(s, 2);
+            s.interface.toolbars = kept_toolbars;
+            s.interface.cursor = move_mode % 2 == 0 ? Cursor_Shape::cross : Cursor_Shape::hand;
+            s.interface.want_mouse_move = s.interface.want_mouse_down = form.letter == 'E';
+            s.interface.want_mouse_up = true;
+            s.plot.MoveMode = move_mode;
+            const unsigned before = s.interface.revision;
+            form.enter(s);
+            EXPECT_EQ(s.plot.plot_type, form.plot_type);
+            EXPECT_EQ(s.interface.status[4], form.plot_type);
+            EXPECT_EQ(s.interface.toolbars, form.toolbars);
+            EXPECT_EQ(s.plot.MoveMode, 0);
+            EXPECT_EQ(s.plot.ClickMode, form.letter == 'C' ? 4 : 0);
+            EXPECT_FALSE(s.interface.Checked(40091));
+            EXPECT_EQ(s.interface.want_mouse_move, form.letter != 'E');
+            EXPECT_EQ(s.interface.want_mouse_down, form.letter != 'E');
+            EXPECT_FALSE(s.interface.want_mouse_up);
+            EXPECT_EQ(s.interface.cursor, Cursor_Shape::arrow);
+            EXPECT_GT(s.interface.revision, before);
+        }
+}
+
 TEST(Menu_States, EachCalculationEnablesItsOwnCommandsAlone) {
-    const std::set<int> all = {40095, 40099, 40194, 40146, 40150, 40225, 40224, 40096, 40097, 40092, 40180, 40147,
-                               40093, 40094, 40008, 40138, 40139, 40159, 40148, 40144, 40145, 40002, 40154, 40215};
-    struct Case {
+    struct Mode_Case {
         int mode, checked;
-        bool prf_loaded;
-        const char* form;
         std::set<int> enabled;
     };
-    // In mode 0 the form itself disables 40154 and 40215 again.
-    const Case cases[] = {
-        {0, 0, false, "single", {40096, 40138, 40095}},
-        {1, 40024, false, "single", {40099, 40194, 40146, 40150, 40225, 40224}},
-        {2, 40091, false, "single", {40097, 40092, 40147, 40093, 40094, 40008}},
-        {2, 40091, true, "single", {40097, 40092, 40147, 40093, 40094, 40008, 40180}},
-        {3, 40120, false, "single", {40139, 40148, 40144, 40145, 40002, 40159}},
-        {3, 40120, false, "multi", {40139, 40148, 40144, 40145, 40002}},
-        {4, 0, false, "single", {}},
+    const Mode_Case modes[] = {
+        {0, 0, {40105, 40091, 40096, 40120, 40138, 40154, 40215, 40095}},
+        {1, 40024, {40099, 40194, 40146, 40150, 40225, 40224}},
+        {2, 40091, {40097, 40092, 40147, 40093, 40094, 40008}},
+        {3, 40120, {40139, 40148, 40144, 40145, 40002}},
+        {4, 0, {}},
     };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.mode);
-        Session s;
-        for (const int mode : {1, 2, 3}) Set_Calculation_Mode(s, mode);
-        s.store.prf_loaded = c.prf_loaded;
-        s.plot.peak_insert = s.plot.bgr_delete = true;
-        Set_Plot_Type(s, c.form);
-        Set_Calculation_Mode(s, c.mode);
-        for (const int command : all) EXPECT_EQ(s.interface.Enabled(command), c.enabled.contains(command)) << command;
-        for (const int menu : {40024, 40091, 40120}) EXPECT_EQ(s.interface.Checked(menu), menu == c.checked) << menu;
-        EXPECT_EQ(s.plot.ClickMode, c.mode);
-        EXPECT_FALSE(s.plot.peak_insert || s.plot.bgr_delete);
-        EXPECT_FALSE(s.interface.Enabled(40105));
-        Set_Menu_Single(s, true);
-        EXPECT_EQ(s.plot.ClickMode, 0);
-        EXPECT_FALSE(s.interface.Checked(c.checked));
-    }
+    for (const Mode_Case& c : modes)
+        for (const std::string form : {"none", "single", "multi", "multi_log", "calculation"})
+            for (const bool prf_loaded : {false, true})
+                for (const bool before : {false, true}) {
+                    SCOPED_TRACE("mode " + std::to_string(c.mode) + " from " + form + (prf_loaded ? " with" : " without") +
+                                 " a refined profile, before " + std::to_string(before));
+                    std::set<int> enabled = c.enabled;
+                    if (c.mode == 2 && prf_loaded) enabled.insert(40180);
+                    if (c.mode == 3 && form != "multi") enabled.insert(40159);
+
+                    Session s;
+                    s.store.prf_loaded = prf_loaded;
+                    s.plot.peak_insert = s.plot.peak_delete = s.plot.bgr_insert = s.plot.bgr_delete = true;
+                    Set_Plot_Type(s, form);
+                    for (const int command : All_Commands()) s.interface.Enable(command, before);
+                    for (const int menu : {40024, 40091, 40120}) s.interface.Check(menu, true);
+                    Set_Calculation_Mode(s, c.mode);
+
+                    for (const int command : All_Commands()) {
+                        // The form has the last word, even about what the calculation enabled.
+                        const bool mode_state = enabled.contains(command) || (before && !of_calculations.contains(command));
+                        EXPECT_EQ(s.interface.Enabled(command), State_In('C', command).value_or(mode_state)) << command;
+                    }
+                    for (const int menu : {40024, 40091, 40120}) EXPECT_EQ(s.interface.Checked(menu), menu == c.checked) << menu;
+                    for (const int format : {40010, 40098, 40160, 40177, 40191})  // entries of the menu of the peak file
+                        EXPECT_EQ(s.interface.Enabled(format), s.interface.Enabled(40008)) << format;
+                    EXPECT_EQ(s.plot.ClickMode, c.mode);
+                    EXPECT_FALSE(s.plot.peak_insert || s.plot.peak_delete || s.plot.bgr_insert || s.plot.bgr_delete);
+                }
 }
 
 TEST(Menu_States, AStartAndAResetOfferNoCalculation) {
@@ -134,6 +185,8 @@ TEST(Menu_States, AStartAndAResetOfferNoCalculation) {
     Set_Menu_Single(reset, true);
     for (const int command : {40024, 40091, 40120, 40095, 40096, 40138, 40154, 40215})
         EXPECT_TRUE(reset.interface.Enabled(command)) << command;
+    Set_Menu_Graph(fresh, false);  // several rows at once, with no calculation before
+    for (const int command : {40120, 40138, 40209, 40090, 40036}) EXPECT_TRUE(fresh.interface.Enabled(command)) << command;
 }
 
 TEST(Menu_States, LeavingAFitKeepsOrClearsItsModel) {

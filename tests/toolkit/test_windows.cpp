@@ -86,14 +86,14 @@ TEST_F(Windows, ADialogIsFilledReadAndActedOn) {
                                     {Field(23, Field_Kind::radio, "Three", 21)},
                                     {Field(1, Field_Kind::push_button, "OK"), Field(2, Field_Kind::push_button, "Cancel")}}};
     Register_Dialogs(std::array{resource});
-    EXPECT_EQ(WDialogFront(), -1);
+    EXPECT_EQ(WindowFront(), main_window);
     WDialogLoad(300);
     WDialogPutRadioButton(22);
     WDialogPutRadioButton(99);
     WDialogPutString(20, "<b>as it stands</b>");
     WDialogFieldState(23, 0);
     WDialogShow(0, Show_Kind::modal);
-    EXPECT_EQ(WDialogFront(), 300);
+    EXPECT_EQ(WindowFront(), 300);
     EXPECT_EQ(WDialogGetRadioButton(21), 22);
     EXPECT_TRUE(Act_Set_Field(300, 21, "1").ok());
     EXPECT_EQ(WDialogGetRadioButton(21), 21);
@@ -123,6 +123,8 @@ public:
     Box_Answer answer = Box_Answer::ok;
     Box_Answer Answer_Box(const Message_Box&) override { return answer; }
     std::vector<std::string> Answer_Select(Select_Kind) override { return {"/a"}; }
+    std::optional<std::string> Answer_Directory() override { return "/d"; }
+    std::optional<Colour> Answer_Colour() override { return WRGB(1, 2, 3); }
 };
 
 TEST_F(Windows, BoxesGiveTheButtonThatWasPressed) {

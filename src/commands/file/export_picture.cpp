@@ -5,6 +5,7 @@
 
 #include "base/os.hpp"
 #include "base/text.hpp"
+#include "commands/select_files.hpp"
 #include "plot/plot.hpp"
 #include "toolkit/bitmap.hpp"
 #include "toolkit/window.hpp"
@@ -28,12 +29,6 @@ constexpr std::array<Ending, 7> endings = {{{".png", {}},
                                             {".pdf", Vector_Format::pdf},
                                             {".ps", Vector_Format::postscript},
                                             {".jpeg", {}}}};
-
-void Draw_With_Marks(Session& session, Device& device) {
-    Draw_Picture(session, device);
-    Graphics marks(device);
-    Draw_Marks(session, marks);
-}
 
 Status Export_Vector(Session& session, Vector_Format format, const std::string& file, int width, int height) {
     const auto device = Open_Vector_Device(format, file, width * points_a_pixel, height * points_a_pixel);
@@ -61,11 +56,13 @@ Status Export_Picture(Session& session, const std::string& file, int width, int 
 }
 
 Status Export_Plot(Session& session, Ask& ask) {
-    const auto chosen = WSelectFile(
-        "PNG picture (*.png)|*.png|Scalable Vector Graphics (*.svg)|*.svg|PDF (*.pdf)|*.pdf|PostScript (*.ps)|*.ps|Pictures "
-        "(*.bmp;*.jpg)|*.bmp;*.jpg|",
-        Select_Kind::save, "plot.png", "Exporting Graphics");
+    const auto chosen =
+        Select_Files(session, Select_Kind::save,
+                     "PNG picture (*.png)|*.png|Scalable Vector Graphics (*.svg)|*.svg|PDF (*.pdf)|*.pdf|PostScript (*.ps)|*.ps|Pictures "
+                     "(*.bmp;*.jpg)|*.bmp;*.jpg|",
+                     "Exporting Graphics", "plot.png");
     if (chosen.empty()) return Status::Done();
+    WindowSelect(main_window);
     Status status = Export_Picture(session, chosen.front(), WInfoWindow(1), WInfoWindow(2));
     if (status.failed) ask.Error(status.message);
     return status;

@@ -4,8 +4,11 @@
 #include <array>
 #include <cmath>
 #include <cstdio>
+#include <optional>
 
+#include "base/text.hpp"
 #include "plot/plot.hpp"
+#include "session/xspace.hpp"
 
 namespace vntl {
 
@@ -15,6 +18,8 @@ constexpr int left_button = 1, right_button = 3;
 constexpr float least_zoom = 0.002f;  // data units: a narrower rectangle is a click
 constexpr float margin = 0.05f;       // of the range, kept above and below on the way back
 constexpr double wheel_step = 0.8;    // of the width that a step of the wheel leaves
+constexpr int drag_mode = 1;
+constexpr std::string_view spacing_mark = " d= ";
 
 struct Data_Point {
     float x, y;
@@ -22,10 +27,8 @@ struct Data_Point {
 
 // The place in data units of the window drawn last.
 Data_Point In_Data(const Plot_State& plot, double page_x, double page_y) {
-    const double fx = (page_x / page_width - plot.zone_x1) / (static_cast<double>(plot.zone_x2) - plot.zone_x1);
-    const double fy = (page_y / page_height - plot.zone_y1) / (static_cast<double>(plot.zone_y2) - plot.zone_y1);
-    return {static_cast<float>(plot.drawn_x1 + fx * (static_cast<double>(plot.drawn_x2) - plot.drawn_x1)),
-            static_cast<float>(plot.drawn_y1 + fy * (static_cast<double>(plot.drawn_y2) - plot.drawn_y1))};
+    const Plot_State::Place at = plot.Data_At({page_x, page_y});
+    return {static_cast<float>(at.x), static_cast<float>(at.y)};
 }
 
 bool Inside(const Plot_State& plot, Data_Point at) {
@@ -60,8 +63,17 @@ std::string Number(const char* format, double value) {
     return text.data();
 }
 
+// The spacing stands in the line of hints, but never in the place of one.
+void Show_Spacing(Session& session, std::optional<double> d) {
+    Interface_State& bar = session.interface;
+    const std::string& hint = bar.status.front();
+    if (!Trim(hint).empty() && !hint.starts_with(spacing_mark)) return;
+    bar.Status_Text(1, d ? std::string(spacing_mark) + Number("%.5f", *d) + " \u00c5" : "");
+}
+
 void Show_Read_Outs(Session& session, Data_Point at) {
     Interface_State& bar = session.interface;
+    Show_Spacing(session, Inside(session.plot, at) ? D_Spacing(session, at.x) : std::nullopt);
     if (!Inside(session.plot, at)) {
         for (const int part : {2, 3, 4}) bar.Status_Text(part, "");
         return;
@@ -86,10 +98,17 @@ void Start_Rectangle(Session& session, double x, double y) {
     Plot_Repaint(session);
 }
 
+void Lapse_Rubber(Session& session) {
+    if (!session.plot.rubber.active) return;
+    session.plot.rubber = {};
+    Want_Button_Up(session, false);
+    Plot_Repaint(session);
+}
+
 void Finish_Rectangle(Session& session) {
     Plot_State& plot = session.plot;
     const Rubber_Rectangle rubber = plot.rubber;
-    Cancel_Rubber(session);
+    Lapse_Rubber(session);
     const Data_Point a = In_Data(plot, rubber.x0, rubber.y0), b = In_Data(plot, rubber.x1, rubber.y1);
     const bool zoom = std::fabs(a.x - b.x) > least_zoom && a.y != b.y;
     plot.x_view_min = zoom ? std::min(a.x, b.x) : plot.drawn_x1;
@@ -102,7 +121,7 @@ void Finish_Rectangle(Session& session) {
 // The whole range again. A running calculation keeps its form and its marks.
 void Go_Back(Session& session) {
     Plot_State& plot = session.plot;
-    Cancel_Rubber(session);
+    Lapse_Rubber(session);
     if (plot.plot_type != "calculation") return Plot_ReMake(session);
     const float pad = margin * (plot.y_all_max - plot.y_all_min);
     plot.x_view_min = plot.x_all_min;
@@ -124,19 +143,95 @@ void Turn_Wheel(Session& session, Data_Point at, bool closer) {
     Plot_Redraw(session);
 }
 
+void Shift_View(Plot_State& plot, double x, double y) {
+    plot.x_view_min = static_cast<float>(plot.x_view_min + x);
+    plot.x_view_max = static_cast<float>(plot.x_view_max + x);
+    plot.y_view_min = static_cast<float>(plot.y_view_min + y);
+    plot.y_view_max = static_cast<float>(plot.y_view_max + y);
+}
+
+// Half of the movement; where the hand is then follows from the view that it has made.
+void Follow_Hand(Session& session, const WIN_MESSAGE& record) {
+    Plot_State& plot = session.plot;
+    const Data_Point at = In_Data(plot, record.x, record.y);
+    if (Inside(plot, at)) {
+        Shift_View(plot, -0.5 * (at.x - plot.drag.x), -0.5 * (at.y - plot.drag.y));
+        Plot_Redraw(session);
+    }
+    const Data_Point now = In_Data(plot, record.x, record.y);
+    plot.drag.x = now.x;
+    plot.drag.y = now.y;
+}
+
+void End_Drag(Session& session) {
+    if (!session.plot.drag.active) return;
+    session.plot.drag = {};
+    Want_Button_Up(session, false);
+}
+
+bool Has_Meaning(const Session& session, const WIN_MESSAGE& record) {
+    return session.plot.Is_2D() && session.store.nperfiles() > 0 && std::isfinite(record.x) && std::isfinite(record.y);
+}
+
 }  // namespace
 
-void Cancel_Rubber(Session& session) {
-    if (!session.plot.rubber.active) return;
-    session.plot.rubber = {};
-    Want_Button_Up(session, false);
-    Plot_Repaint(session);
+void Cancel_Mouse(Session& session) {
+    Plot_State& plot = session.plot;
+    if (plot.rubber.active) return Lapse_Rubber(session);
+    if (!plot.drag.active) return End_Drag_Mode(session);
+    plot.x_view_min = plot.drag.x1, plot.x_view_max = plot.drag.x2;
+    plot.y_view_min = plot.drag.y1, plot.y_view_max = plot.drag.y2;
+    End_Drag(session);
+    Plot_Redraw(session);
+}
+
+void Start_Drag_Mode(Session& session) {
+    session.plot.MoveMode = drag_mode;
+    session.interface.cursor = Cursor_Shape::hand;
+    session.interface.Enable(drag_end_command, true);
+    session.interface.Enable(drag_command, false);
+}
+
+void End_Drag_Mode(Session& session) {
+    if (session.plot.MoveMode != drag_mode) return;
+    End_Drag(session);
+    session.plot.MoveMode = 0;
+    session.interface.cursor = Cursor_Shape::arrow;
+    session.interface.Enable(drag_end_command, false);
+    session.interface.Enable(drag_command, true);
+}
+
+void MouseMovement_DragPlot(Session& session, const Message& message) {
+    Plot_State& plot = session.plot;
+    const WIN_MESSAGE& record = message.record;
+    if (!Has_Meaning(session, record)) return;
+    const Data_Point at = In_Data(plot, record.x, record.y);
+    switch (message.kind) {
+        case Message_Kind::mouse_down:
+            if (record.value1 == right_button) return End_Drag_Mode(session);
+            if (record.value1 != left_button || !Inside(plot, at)) break;
+            plot.drag = {true, at.x, at.y, plot.x_view_min, plot.x_view_max, plot.y_view_min, plot.y_view_max};
+            Want_Button_Up(session, true);
+            break;
+        case Message_Kind::mouse_move:
+            Show_Read_Outs(session, at);
+            if (plot.drag.active) Follow_Hand(session, record);
+            break;
+        case Message_Kind::mouse_up:
+            if (record.value1 == left_button) End_Drag(session);
+            break;
+        case Message_Kind::wheel:
+            if (!plot.drag.active) Turn_Wheel(session, at, record.value1 > 0);
+            break;
+        default:
+            break;
+    }
 }
 
 void MouseMovement_Main(Session& session, const Message& message) {
     Plot_State& plot = session.plot;
     const WIN_MESSAGE& record = message.record;
-    if (!plot.Is_2D() || session.store.nperfiles() == 0 || !std::isfinite(record.x) || !std::isfinite(record.y)) return;
+    if (!Has_Meaning(session, record)) return;
     const Data_Point at = In_Data(plot, record.x, record.y);
     switch (message.kind) {
         case Message_Kind::mouse_move:
@@ -157,7 +252,7 @@ void MouseMovement_Main(Session& session, const Message& message) {
             Finish_Rectangle(session);
             break;
         case Message_Kind::wheel:
-            Turn_Wheel(session, at, record.value1 > 0);
+            if (!plot.rubber.active) Turn_Wheel(session, at, record.value1 > 0);
             break;
         default:
             break;

@@ -1,14 +1,12 @@
 #include "toolkit/qt/application.hpp"
 
-#include <QPainter>
-#include <QPixmap>
-#include <QSvgRenderer>
-#include <array>
+#include <algorithm>
 #include <clocale>
 #include <cstdio>
 #include <cstdlib>
 
 #include "toolkit/qt/dialog_window.hpp"
+#include "toolkit/qt/icons.hpp"
 #include "toolkit/qt/main_window.hpp"
 
 static void Load_Resources() { Q_INIT_RESOURCE(toolkit); }  // outside the namespace, as the macro asks
@@ -35,27 +33,6 @@ void Tell_Faults_Alone(QtMsgType type, const QMessageLogContext&, const QString&
     if (type == QtCriticalMsg || type == QtFatalMsg) std::fprintf(stderr, "%s\n", qUtf8Printable(text));
 }
 
-struct Named_Key {
-    std::string_view name;
-    int code;
-};
-constexpr std::array<Named_Key, 16> key_names = {{{"Escape", key_escape},
-                                                  {"Enter", key_enter},
-                                                  {"Return", key_enter},
-                                                  {"Tab", key_tab},
-                                                  {"Backspace", key_backspace},
-                                                  {"Delete", key_delete},
-                                                  {"Space", ' '},
-                                                  {"Left", key_left},
-                                                  {"Right", key_right},
-                                                  {"Up", key_up},
-                                                  {"Down", key_down_arrow},
-                                                  {"Home", key_home},
-                                                  {"End", key_end},
-                                                  {"PageUp", key_page_up},
-                                                  {"PageDown", key_page_down},
-                                                  {"F1", key_f1}}};
-
 }  // namespace
 
 Toolkit::Toolkit(int& argc, char** argv) : application(argc, argv) {}
@@ -65,6 +42,35 @@ Dialog_Window* Toolkit::Dialog(int number) const {
     for (const auto& dialog : dialogs)
         if (dialog->number() == number) return dialog.get();
     return nullptr;
+}
+
+Window* Toolkit::Find_Window(int number) const {
+    const auto found = windows.find(number);
+    return found == windows.end() ? nullptr : found->second.get();
+}
+
+QWidget* Toolkit::Main() const { return Find_Window(main_window); }
+
+void Toolkit::To_Front(int number) {
+    std::erase(order, number);
+    order.push_back(number);
+}
+
+void Toolkit::Activated(int number) {
+    // In a script the statements alone decide what is in front.
+    if (stand_in != nullptr || Front() == number) return;
+    To_Front(number);
+    if (witness != nullptr && Front() == number) witness->Saw_Front(number);
+}
+
+int Toolkit::Front() const {
+    for (const bool modal : {true, false})
+        for (auto number = order.rbegin(); number != order.rend(); ++number) {
+            const Dialog_Window* dialog = Dialog(*number);
+            if (dialog != nullptr ? dialog->isVisible() && (!modal || dialog->Holds_Others()) : !modal && Find_Window(*number) != nullptr)
+                return *number;
+        }
+    return main_window;
 }
 
 Toolkit& The_Toolkit() { return *the_toolkit; }
@@ -85,15 +91,6 @@ void WInitialise(int& argc, char** argv, bool offscreen) {
 
 void WTerminate() { the_toolkit.reset(); }
 
-int Key_Code(std::string_view name) {
-    for (const Named_Key& key : key_names)
-        if (key.name == name) return key.code;
-    if (name.size() == 1) return static_cast<unsigned char>(name[0]);
-    if (name.size() < 2 || name.size() > 3 || name[0] != 'F') return 0;
-    const int number = std::atoi(std::string(name.substr(1)).c_str());
-    return number >= 1 && number <= 12 ? key_f1 + number - 1 : 0;
-}
-
 int InfoOpSystem(int what) {
 #if defined(Q_OS_WIN)
     return what == 1 ? 6 : 0;
@@ -105,22 +102,36 @@ int InfoOpSystem(int what) {
 }
 
 void Post_Message(Message message) {
-    auto& queue = The_Toolkit().queue;
-    if (Merges(message.kind) && !queue.empty() && queue.back().kind == message.kind && queue.back().record.win == message.record.win)
+    Toolkit& toolkit = The_Toolkit();
+    auto& queue = toolkit.queue;
+    const WIN_MESSAGE& record = message.record;
+    const bool counted = message.kind == Message_Kind::mouse_move && toolkit.counts_moves.contains(record.win);
+    if (Merges(message.kind) && !counted && !queue.empty() && queue.back().kind == message.kind && queue.back().record.win == record.win &&
+        queue.back().record.value4 == record.value4)
         queue.back() = std::move(message);
     else
         queue.push_back(std::move(message));
 }
 
+void Count_Moves(int window, bool on) {
+    auto& counting = The_Toolkit().counts_moves;
+    on ? static_cast<void>(counting.insert(window)) : static_cast<void>(counting.erase(window));
+}
+
+std::optional<Message> WMessagePeek() {
+    Toolkit& toolkit = The_Toolkit();
+    if (toolkit.queue.empty()) QCoreApplication::processEvents();
+    if (toolkit.queue.empty()) return {};
+    Message message = std::move(toolkit.queue.front());
+    toolkit.queue.pop_front();
+    if (toolkit.witness != nullptr) toolkit.witness->Saw_Message(message);
+    return message;
+}
+
 Message WMessage() {
     Toolkit& toolkit = The_Toolkit();
     while (true) {
-        if (toolkit.queue.empty()) QCoreApplication::processEvents();
-        if (!toolkit.queue.empty()) {
-            Message message = std::move(toolkit.queue.front());
-            toolkit.queue.pop_front();
-            return message;
-        }
+        if (std::optional<Message> message = WMessagePeek()) return std::move(*message);
         if (toolkit.idle_source && toolkit.idle_source()) continue;
         if (toolkit.queue.empty()) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
     }
@@ -129,6 +140,7 @@ Message WMessage() {
 void Set_Idle_Source(std::function<bool()> source) { The_Toolkit().idle_source = std::move(source); }
 
 void Set_Stand_In(Stand_In* stand_in) { The_Toolkit().stand_in = stand_in; }
+void Set_Witness(Witness* witness) { The_Toolkit().witness = witness; }
 
 void WMessageEnable(int window, Message_Kind kind, bool on) {
     auto& wanted = The_Toolkit().wanted;
@@ -139,23 +151,7 @@ void WMessageEnable(int window, Message_Kind kind, bool on) {
 }
 
 void WMessageTimer(int milliseconds, int number, bool repeat) {
-    Toolkit& toolkit = The_Toolkit();
-    if (toolkit.main) toolkit.main->Set_Timer(milliseconds, number, repeat);
-}
-
-QIcon Resource_Icon(const std::string& name) {
-    QSvgRenderer picture(":/icons/" + QString::fromStdString(name) + ".svg");
-    QIcon icon;
-    if (!picture.isValid()) return icon;
-    for (const int side : {16, 22, 24, 32, 48, 64, 128, 256}) {
-        QPixmap pixmap(side, side);
-        pixmap.fill(Qt::transparent);
-        QPainter painter(&pixmap);
-        picture.render(&painter);
-        painter.end();
-        icon.addPixmap(pixmap);
-    }
-    return icon;
+    if (Window* main = The_Toolkit().Find_Window(main_window)) main->Set_Timer(milliseconds, number, repeat);
 }
 
 }  // namespace vntl

@@ -15,7 +15,7 @@
 
 namespace vntl {
 
-class Main_Window;
+class Window;
 class Dialog_Window;
 
 struct Toolkit {
@@ -23,22 +23,26 @@ struct Toolkit {
     ~Toolkit();
 
     bool Wants(int window, Message_Kind kind) const { return wanted.contains({window, kind}); }
-    Dialog_Window* Dialog(int number) const;
+    Dialog_Window* Dialog(int number) const;  // null when it is not loaded
+    Window* Find_Window(int number) const;    // null when it is not open
+    QWidget* Main() const;                    // parent of boxes and dialogs
+    void To_Front(int number);
+    void Activated(int number);  // by the user
+    int Front() const;           // number of the dialog or window in front; a modal dialog holds the others back
 
     QApplication application;
     std::deque<Message> queue;
     std::function<bool()> idle_source;
     Stand_In* stand_in = nullptr;
+    Witness* witness = nullptr;
     std::set<std::pair<int, Message_Kind>> wanted;
-    std::map<int, int> timers;  // number of the program to that of the windowing system
-    std::unique_ptr<Main_Window> main;
-    std::vector<std::unique_ptr<Dialog_Window>> dialogs;  // loaded, the one shown last at the end
-    int selected_dialog = 0;
+    std::set<int> counts_moves;
+    std::map<int, std::unique_ptr<Window>> windows;  // 0 the main window
+    std::vector<std::unique_ptr<Dialog_Window>> dialogs;
+    std::vector<int> order;  // of windows and dialogs, the front one last
+    int selected_dialog = 0, selected_window = main_window;
 };
 
 Toolkit& The_Toolkit();  // WInitialise was called
-
-// A picture of the resources by its name ("vantrelo"), sharp at every size.
-QIcon Resource_Icon(const std::string& name);
 
 }  // namespace vntl

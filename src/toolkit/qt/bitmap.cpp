@@ -18,8 +18,6 @@ namespace vntl {
 
 namespace {
 
-QColor Q_Colour(Colour c) { return {static_cast<int>(Red(c)), static_cast<int>(Green(c)), static_cast<int>(Blue(c))}; }
-
 QString Q_Text(std::string_view text) { return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())); }
 
 constexpr double farthest = 1e6;  // pixels: beyond it nothing can show, and integers stay small
@@ -73,12 +71,10 @@ public:
             polygon.clear();
         };
         for (std::size_t i = 0; i < series.x.size(); ++i) {
-            const QPointF at = At({series.x0 + series.x_scale * static_cast<double>(series.x[i]),
-                                   series.y0 + series.y_scale * static_cast<double>(series.y[i])});
-            if (std::isfinite(series.x[i]) && std::isfinite(series.y[i]))
-                polygon << at;
-            else
+            if (series.Gap(i))
                 flush();
+            else
+                polygon << At(series.At(i));
         }
         flush();
     }

@@ -1,6 +1,7 @@
 // The raster picture behind `Bitmap`, for the windows that show it, and a device that draws on any image.
 #pragma once
 
+#include <QColor>
 #include <QFont>
 #include <QImage>
 #include <memory>
@@ -9,6 +10,8 @@
 #include "toolkit/device.hpp"
 
 namespace vntl {
+
+inline QColor Q_Colour(Colour c) { return {static_cast<int>(Red(c)), static_cast<int>(Green(c)), static_cast<int>(Blue(c))}; }
 
 // Draws on `image`, which must outlive the device and be 32 bits a pixel: Format_RGB32 or, for shapes laid over a picture,
 // Format_ARGB32_Premultiplied. Nobody else may paint on the image between two calls of the device while a painter of its own is open.

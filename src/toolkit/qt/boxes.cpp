@@ -1,13 +1,19 @@
 // Message boxes and the common dialogs of the desktop.
 #include <QAbstractButton>
+#include <QClipboard>
+#include <QColorDialog>
 #include <QFileDialog>
 #include <QMessageBox>
+#include <QPainter>
+#include <QPrintDialog>
+#include <QPrinter>
 #include <QPushButton>
 #include <QTimer>
 #include <array>
 
 #include "toolkit/qt/application.hpp"
-#include "toolkit/qt/main_window.hpp"
+#include "toolkit/qt/bitmap_qt.hpp"
+#include "toolkit/qt/dialog_fields.hpp"
 
 namespace vntl {
 
@@ -80,7 +86,7 @@ Box_Answer Box_Default(const Message_Box& box) {
 Box_Answer WMessageBox(const Message_Box& box) {
     Toolkit& toolkit = The_Toolkit();
     const auto rows = Buttons_Of(box.buttons);
-    QMessageBox window(toolkit.main.get());
+    QMessageBox window(toolkit.Main());
     window.setTextFormat(Qt::PlainText);
     window.setText(QString::fromStdString(box.text));
     window.setWindowTitle(QString::fromStdString(box.title));
@@ -97,25 +103,71 @@ Box_Answer WMessageBox(const Message_Box& box) {
     }
     window.exec();
     const auto pressed = window.standardButton(window.clickedButton());
+    Box_Answer answer = rows.back().answer;
     for (const Button_Row& row : rows)
-        if (row.button == pressed) return row.answer;
-    return rows.back().answer;
+        if (row.button == pressed) answer = row.answer;
+    if (toolkit.witness != nullptr) toolkit.witness->Saw_Answer(box, answer);
+    return answer;
 }
 
-std::vector<std::string> WSelectFile(std::string_view filter, Select_Kind kind, const std::string& name, std::string_view title) {
+std::vector<std::string> WSelectFile(std::string_view filter, Select_Kind kind, const std::string& name, std::string_view title,
+                                     const std::string& directory) {
     Toolkit& toolkit = The_Toolkit();
     if (toolkit.stand_in != nullptr) return toolkit.stand_in->Answer_Select(kind);
-    QFileDialog dialog(toolkit.main.get(), QString::fromUtf8(title.data(), static_cast<qsizetype>(title.size())), QDir::currentPath());
+    QFileDialog dialog(toolkit.Main(), Q(title), directory.empty() ? QDir::currentPath() : Q(directory));
     dialog.setOption(QFileDialog::HideNameFilterDetails);
     dialog.setNameFilters(Name_Filters(filter));
     dialog.setAcceptMode(kind == Select_Kind::save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
     dialog.setFileMode(kind == Select_Kind::save ? QFileDialog::AnyFile
                                                  : (kind == Select_Kind::open ? QFileDialog::ExistingFile : QFileDialog::ExistingFiles));
-    if (!name.empty()) dialog.selectFile(QString::fromStdString(name));
+    if (!name.empty()) dialog.selectFile(Q(name));
     std::vector<std::string> files;
     if (dialog.exec() == QDialog::Accepted)
         for (const QString& file : dialog.selectedFiles()) files.push_back(file.toStdString());
+    if (toolkit.witness != nullptr) toolkit.witness->Saw_Files(files);
     return files;
 }
+
+std::optional<std::string> WSelectDir(const std::string& directory, std::string_view title) {
+    Toolkit& toolkit = The_Toolkit();
+    if (toolkit.stand_in != nullptr) return toolkit.stand_in->Answer_Directory();
+    const QString chosen = QFileDialog::getExistingDirectory(toolkit.Main(), Q(title), Q(directory));
+    const auto result = chosen.isEmpty() ? std::nullopt : std::optional(chosen.toStdString());
+    if (toolkit.witness != nullptr) toolkit.witness->Saw_Directory(result);
+    return result;
+}
+
+std::optional<Colour> WSelectColour(Colour present) {
+    Toolkit& toolkit = The_Toolkit();
+    if (toolkit.stand_in != nullptr) return toolkit.stand_in->Answer_Colour();
+    const QColor chosen = QColorDialog::getColor(Q_Colour(present), toolkit.Main());
+    const auto result = chosen.isValid() ? std::optional(WRGB(chosen.red(), chosen.green(), chosen.blue())) : std::nullopt;
+    if (toolkit.witness != nullptr) toolkit.witness->Saw_Colour(result);
+    return result;
+}
+
+bool WHardcopyOptions(std::string_view title, const std::function<void(Device&)>& draw) {
+    constexpr int most_dots_per_inch = 600;
+    Toolkit& toolkit = The_Toolkit();
+    if (toolkit.stand_in != nullptr) return false;  // nobody is there to choose a printer
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setPageOrientation(QPageLayout::Landscape);
+    printer.setResolution(std::min(printer.resolution(), most_dots_per_inch));
+    QPrintDialog dialog(&printer, toolkit.Main());
+    dialog.setWindowTitle(Q(title));
+    if (dialog.exec() != QDialog::Accepted) return false;
+    const QRect page = printer.pageRect(QPrinter::DevicePixel).toRect();
+    QImage image(page.size(), QImage::Format_RGB32);
+    image.fill(Qt::white);
+    draw(*Make_Image_Device(image));
+    QPainter painter;
+    if (!painter.begin(&printer)) return false;
+    painter.drawImage(QPoint(0, 0), image);
+    return painter.end();
+}
+
+void WClipboardPutBitmap(const Bitmap& bitmap) { QApplication::clipboard()->setImage(bitmap.implementation().image); }
+void WClipboardPutText(const std::string& text) { QApplication::clipboard()->setText(QString::fromStdString(text)); }
+std::string WClipboardText() { return QApplication::clipboard()->text().toStdString(); }
 
 }  // namespace vntl

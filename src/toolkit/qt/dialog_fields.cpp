@@ -1,17 +1,27 @@
+// Labels, images, check boxes, radio and push buttons, and what all kinds share.
 #include "toolkit/qt/dialog_fields.hpp"
 
 #include <QButtonGroup>
+#include <QCheckBox>
 #include <QLabel>
+#include <QPainter>
 #include <QPushButton>
 #include <QRadioButton>
+#include <array>
 
+#include "base/conversions.hpp"
+#include "base/text.hpp"
 #include "toolkit/qt/application.hpp"
+#include "toolkit/qt/bitmap_qt.hpp"
+#include "toolkit/qt/icons.hpp"
 
 namespace vntl {
 
 namespace {
 
-QString Q(std::string_view text) { return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())); }
+constexpr std::array<std::string_view, 16> kind_names = {"label", "string",   "real",         "integer",      "check_box", "radio",
+                                                         "menu",  "trackbar", "progress_bar", "image",        "frame",     "tab",
+                                                         "tree",  "grid",     "push_button",  "colour_button"};
 
 class Label_Field : public Dialog_Widget {
 public:
@@ -31,34 +41,44 @@ private:
     QLabel* label_;
 };
 
-class Image_Field : public Dialog_Widget {
+class Image_Field : public Image_Widget {
 public:
-    explicit Image_Field(const Dialog_Field& field) : Dialog_Widget(field), label_(new QLabel) {
+    explicit Image_Field(const Dialog_Field& field) : Image_Widget(field), label_(new QLabel) {
         constexpr int side = 64;
-        label_->setPixmap(Resource_Icon(field.image).pixmap(side, side));
+        if (!field.image.empty()) label_->setPixmap(Resource_Icon(field.image).pixmap(side, side));
     }
     QWidget* widget() override { return label_; }
     std::string Value() const override { return field().image; }
+    void Put_Bitmap(const Bitmap& bitmap) override { label_->setPixmap(QPixmap::fromImage(bitmap.implementation().image)); }
+    void Clear() override { label_->clear(); }
 
 private:
     QLabel* label_;
 };
 
-class Radio_Field : public Dialog_Widget {
+// A check box and a radio button differ in what a click may do.
+template <class Button>
+class Mark_Field : public Dialog_Widget {
 public:
-    Radio_Field(const Dialog_Field& field, QButtonGroup* group) : Dialog_Widget(field), button_(new QRadioButton(Q(field.label))) {
-        group->addButton(button_, field.number);
+    Mark_Field(const Dialog_Field& field, QButtonGroup* group) : Dialog_Widget(field), button_(new Button(Q(field.label))) {
+        if (group != nullptr) group->addButton(button_, field.number);
+        QObject::connect(button_, &QAbstractButton::clicked, button_, [this] { changed(); });
     }
     QWidget* widget() override { return button_; }
     std::string Value() const override { return button_->isChecked() ? "1" : "0"; }
+    std::optional<double> Number() const override { return button_->isChecked() ? 1 : 0; }
+    void Put_Number(double value, std::string_view) override { button_->setChecked(value != 0); }
+    void Clear() override { button_->setChecked(false); }
     Status Set(const std::string& value) override {
-        if (value != "1") return Status::Fail("a radio button takes the value 1");
-        button_->click();
+        constexpr bool radio = std::is_same_v<Button, QRadioButton>;
+        if (radio && value != "1") return Status::Fail("a radio button takes the value 1");
+        if (value != "0" && value != "1") return Status::Fail("a check box takes 0 or 1");
+        if (radio || button_->isChecked() != (value == "1")) button_->click();
         return Status::Done();
     }
 
 private:
-    QRadioButton* button_;
+    Button* button_;
 };
 
 class Button_Field : public Dialog_Widget {
@@ -69,51 +89,97 @@ public:
         QObject::connect(button_, &QPushButton::clicked, button_, [dialog, number = field.number] {
             Post_Message({Message_Kind::push_button, {.win = dialog, .value1 = number}});
         });
+        if (field.kind == Field_Kind::colour_button) Put_Colour(0);
     }
     QWidget* widget() override { return button_; }
+    std::string Value() const override {
+        if (!colour_) return {};
+        return std::to_string(Red(*colour_)) + ' ' + std::to_string(Green(*colour_)) + ' ' + std::to_string(Blue(*colour_));
+    }
     Status Press() override {
         button_->click();
         return Status::Done();
     }
+    void Put(std::string_view text) override { button_->setText(Q(text)); }
+    void Put_Colour(Colour colour) override {
+        if (field().kind != Field_Kind::colour_button) return Dialog_Widget::Put_Colour(colour);
+        colour_ = colour;
+        const int side = button_->fontMetrics().height();
+        QPixmap patch(2 * side, side);
+        patch.fill(Q_Colour(colour));
+        QPainter painter(&patch);
+        painter.setPen(button_->palette().color(QPalette::Mid));
+        painter.drawRect(patch.rect().adjusted(0, 0, -1, -1));
+        painter.end();
+        button_->setIcon(patch);
+        button_->setIconSize(patch.size());
+    }
+    std::optional<Colour> Shown_Colour() const override { return colour_; }
 
 private:
     QPushButton* button_;
+    std::optional<Colour> colour_;
 };
 
 }  // namespace
 
-std::string Dialog_Widget::Label() const { return Bare_Label(field_.label); }
 Status Dialog_Widget::Set(const std::string&) { return Status::Fail("field " + std::to_string(field_.number) + " takes no value"); }
 Status Dialog_Widget::Press() { return Status::Fail("field " + std::to_string(field_.number) + " is no push button"); }
 
-std::string_view Kind_Name(Field_Kind kind) {
-    switch (kind) {
-        case Field_Kind::label:
-            return "label";
-        case Field_Kind::radio:
-            return "radio";
-        case Field_Kind::image:
-            return "image";
-        case Field_Kind::push_button:
-            return "push_button";
-    }
-    return "";
+void Dialog_Widget::Put_Colour(Colour colour) {
+    QPalette palette = widget()->palette();
+    palette.setColor(QPalette::WindowText, Q_Colour(colour));
+    palette.setColor(QPalette::Text, Q_Colour(colour));
+    widget()->setPalette(palette);
 }
 
+void Dialog_Widget::Set_State(int state) {
+    state_ = state;
+    widget()->setEnabled(state != field_disabled);
+    // What has no read-only state of its own shows its value and takes no input.
+    widget()->setAttribute(Qt::WA_TransparentForMouseEvents, state == field_read_only);
+    if (state == field_read_only && widget()->focusPolicy() != Qt::NoFocus) widget()->setFocusPolicy(Qt::NoFocus);
+    if (state == field_enabled && field_.kind != Field_Kind::label && widget()->focusPolicy() == Qt::NoFocus)
+        widget()->setFocusPolicy(Qt::StrongFocus);
+}
+
+std::string_view Kind_Name(Field_Kind kind) { return kind_names[static_cast<std::size_t>(kind)]; }
+
 std::string Bare_Label(std::string_view label) { return Q(label).remove('&').trimmed().toStdString(); }
+
+std::string Real_Text(double value, std::string_view format) { return std::string(Trim(IRealToString(static_cast<float>(value), format))); }
+
+void Mark_Invalid(QWidget* widget, bool invalid, const QString& why) {
+    QPalette palette;
+    if (invalid) {
+        const bool dark = palette.color(QPalette::Base).lightness() < 128;
+        palette.setColor(QPalette::Base, dark ? QColor(110, 40, 40) : QColor(255, 214, 214));
+    }
+    widget->setPalette(palette);
+    widget->setToolTip(invalid ? why : QString());
+}
 
 std::unique_ptr<Dialog_Widget> Build_Field(const Dialog_Field& field, int dialog, QButtonGroup* group) {
     switch (field.kind) {
         case Field_Kind::label:
             return std::make_unique<Label_Field>(field);
-        case Field_Kind::radio:
-            return std::make_unique<Radio_Field>(field, group);
         case Field_Kind::image:
             return std::make_unique<Image_Field>(field);
+        case Field_Kind::check_box:
+            return std::make_unique<Mark_Field<QCheckBox>>(field, nullptr);
+        case Field_Kind::radio:
+            return std::make_unique<Mark_Field<QRadioButton>>(field, group);
         case Field_Kind::push_button:
+        case Field_Kind::colour_button:
             return std::make_unique<Button_Field>(field, dialog);
+        case Field_Kind::tab:
+        case Field_Kind::tree:
+            return Build_Container(field);
+        case Field_Kind::grid:
+            return Build_Grid(field);
+        default:
+            return Build_Entry(field);
     }
-    return nullptr;
 }
 
 }  // namespace vntl

@@ -1,73 +1,137 @@
 #include "toolkit/qt/dialog_window.hpp"
 
+#include <QApplication>
 #include <QButtonGroup>
 #include <QDialogButtonBox>
+#include <QGroupBox>
 #include <QHBoxLayout>
+#include <QLabel>
 #include <QPushButton>
-#include <QVBoxLayout>
 #include <algorithm>
 
 #include "toolkit/qt/application.hpp"
-#include "toolkit/qt/main_window.hpp"
 
 namespace vntl {
 
 namespace {
 
-std::vector<Dialog_Resource>& Resources() {
-    static std::vector<Dialog_Resource> resources;
-    return resources;
-}
-
 bool At_Foot(const Dialog_Field& field) {
     return field.kind == Field_Kind::push_button && (field.number == button_ok || field.number == button_cancel);
 }
 
-Dialog_Window* Selected() { return The_Toolkit().Dialog(The_Toolkit().selected_dialog); }
-
-Dialog_Widget* Selected_Field(int field) {
-    const Dialog_Window* dialog = Selected();
-    return dialog == nullptr ? nullptr : dialog->Field(field);
+bool Is_Entry(Field_Kind kind) {
+    return kind == Field_Kind::string || kind == Field_Kind::real || kind == Field_Kind::integer || kind == Field_Kind::menu ||
+           kind == Field_Kind::trackbar || kind == Field_Kind::progress_bar;
 }
 
-// The field that a script acts on; fails where there is none, or a disabled one.
-Status Field_To_Act_On(int dialog, int number, Dialog_Widget*& field) {
-    const Dialog_Window* window = The_Toolkit().Dialog(dialog);
-    field = window == nullptr ? nullptr : window->Field(number);
-    if (field == nullptr) return Status::Fail("dialog " + std::to_string(dialog) + " has no field " + std::to_string(number));
-    if (field->widget()->isEnabled()) return Status::Done();
-    return Status::Fail("field " + std::to_string(number) + " (" + field->Label() + ") is disabled");
-}
+bool Takes_Room(Field_Kind kind) { return kind == Field_Kind::grid || kind == Field_Kind::tree; }
+
+constexpr int all_columns = -1, columns_a_field = 2;  // a label and an entry
 
 }  // namespace
 
-Dialog_Window::Dialog_Window(const Dialog_Resource& resource, QWidget* parent) : QDialog(parent), number_(resource.number) {
+Dialog_Window::Dialog_Window(const Dialog_Resource& resource, QWidget* parent)
+    : QDialog(parent), number_(resource.number), foot_(new QDialogButtonBox(this)) {
     setWindowTitle(QString::fromStdString(resource.title));
     auto* column = new QVBoxLayout(this);
-    auto* foot = new QDialogButtonBox(this);
-    for (const auto& fields : resource.rows) {
-        auto* row = new QHBoxLayout;
-        for (const Dialog_Field& field : fields) {
-            fields_.push_back(Build_Field(field, number_, field.group != 0 ? Group(field.group) : nullptr));
-            QWidget* widget = fields_.back()->widget();
-            if (At_Foot(field))
-                foot->addButton(static_cast<QPushButton*>(widget),
-                                field.number == button_ok ? QDialogButtonBox::AcceptRole : QDialogButtonBox::RejectRole);
-            else
-                row->addWidget(widget);
-        }
-        row->addStretch(1);
-        if (row->count() > 1)
-            column->addLayout(row);
-        else
-            delete row;
-    }
+    auto* grid = new QGridLayout;
+    Lay_Out(*grid, resource.rows);
+    column->addLayout(grid, 1);
     column->addSpacing(6);
-    column->addWidget(foot);
-    column->setSizeConstraint(QLayout::SetFixedSize);
+    column->addWidget(foot_);
+    foot_->setVisible(!foot_->buttons().isEmpty());
+    if (!stretches_) column->setSizeConstraint(QLayout::SetFixedSize);
+    connect(qApp, &QApplication::focusChanged, this, &Dialog_Window::Focus_Moved);
 }
 
-Dialog_Window::~Dialog_Window() = default;
+Dialog_Window::~Dialog_Window() {
+    disconnect(qApp, nullptr, this, nullptr);  // what closing it does to the focus is no news any more
+}
+
+void Dialog_Window::Lay_Out(QGridLayout& grid, const Rows& rows) {
+    int row = 0;
+    for (const auto& fields : rows) {
+        Lay_Out_Row(grid, row, fields);
+        const bool stretch = std::any_of(fields.begin(), fields.end(),
+                                         [](const Dialog_Field& f) { return Takes_Room(f.kind) || f.kind == Field_Kind::tab; });
+        grid.setRowStretch(row++, stretch ? 1 : 0);
+    }
+    grid.setColumnStretch(grid.columnCount(), 1);
+}
+
+// Entries stand in columns, their labels before them. Marks and buttons alone in a row, which have nothing to align with, stand close.
+void Dialog_Window::Lay_Out_Row(QGridLayout& grid, int row, const std::vector<Dialog_Field>& fields) {
+    const bool close = fields.size() > 1 && std::none_of(fields.begin(), fields.end(), [](const Dialog_Field& f) {
+                           return Is_Entry(f.kind) || Takes_Room(f.kind) || f.kind == Field_Kind::frame || f.kind == Field_Kind::tab;
+                       });
+    auto* line = close ? new QHBoxLayout : nullptr;
+    int column = 0;
+    for (const Dialog_Field& field : fields) {
+        QWidget* widget = Build(field);
+        if (At_Foot(field)) {
+            foot_->addButton(static_cast<QPushButton*>(widget),
+                             field.number == button_ok ? QDialogButtonBox::AcceptRole : QDialogButtonBox::RejectRole);
+            continue;
+        }
+        if (line != nullptr) {
+            line->addWidget(widget);
+            continue;
+        }
+        const bool labelled = Is_Entry(field.kind) && !field.label.empty();
+        if (labelled) {
+            auto* label = new QLabel(Q(field.label));
+            label->setBuddy(Field(field.number)->Focus_Widget());
+            grid.addWidget(label, row, column);
+            grid.addWidget(widget, row, column + 1);
+        } else {
+            grid.addWidget(widget, row, column, 1, fields.size() == 1 ? all_columns : columns_a_field);
+        }
+        column += columns_a_field;
+    }
+    if (line == nullptr) return;
+    line->addStretch(1);
+    if (line->count() > 1)
+        grid.addLayout(line, row, 0, 1, all_columns);
+    else
+        delete line;
+}
+
+QWidget* Dialog_Window::Build_Page(const Dialog_Page& page) {
+    auto* widget = new QWidget;
+    auto* grid = new QGridLayout(widget);
+    Lay_Out(*grid, page.rows);
+    return widget;
+}
+
+QWidget* Dialog_Window::Build(const Dialog_Field& field) {
+    if (field.kind == Field_Kind::frame) {
+        auto* box = new QGroupBox(Q(field.label));
+        auto* grid = new QGridLayout(box);
+        for (const Dialog_Page& page : field.pages) Lay_Out(*grid, page.rows);
+        return box;
+    }
+    stretches_ = stretches_ || Takes_Room(field.kind);
+    fields_.push_back(Build_Field(field, number_, field.group != 0 ? Group(field.group) : nullptr));
+    Dialog_Widget* widget = fields_.back().get();
+    if (auto* tab = dynamic_cast<Tab_Widget*>(widget))
+        for (const Dialog_Page& page : field.pages) tab->Add_Page(Build_Page(page), page.title);
+    const int number = field.number;
+    widget->changed = [this, widget, number] {
+        Toolkit& toolkit = The_Toolkit();
+        if (toolkit.Wants(number_, Message_Kind::field_changed))
+            Post_Message({Message_Kind::field_changed, {.win = number_, .value1 = number, .value2 = number}});
+        if (toolkit.witness == nullptr || widget->field().kind == Field_Kind::grid) return;
+        if (widget->field().kind == Field_Kind::tree)
+            toolkit.witness->Saw_Item(number_, number, widget->Value());
+        else
+            toolkit.witness->Saw_Field(number_, number, widget->Value());
+    };
+    if (auto* grid = dynamic_cast<Grid_Widget*>(widget))
+        grid->cell_changed = [this, grid, number](int column, int row) {
+            if (Witness* witness = The_Toolkit().witness) witness->Saw_Cell(number_, number, column, row, grid->Cell(column, row));
+        };
+    return widget->widget();
+}
 
 QButtonGroup* Dialog_Window::Group(int number) {
     QButtonGroup*& group = groups_[number];
@@ -80,102 +144,41 @@ Dialog_Widget* Dialog_Window::Field(int number) const {
     return found == fields_.end() ? nullptr : found->get();
 }
 
+int Dialog_Window::Number_Of(const QWidget* widget) const {
+    for (const auto& field : fields_)
+        if (widget != nullptr && field->field().kind != Field_Kind::tab &&
+            (field->widget() == widget || field->widget()->isAncestorOf(widget)))
+            return field->field().number;
+    return 0;
+}
+
+void Dialog_Window::Focus_Moved(QWidget* left, QWidget* entered) {
+    const int from = Number_Of(left), to = Number_Of(entered);
+    if (from != 0 && to != 0 && from != to && The_Toolkit().Wants(number_, Message_Kind::field_changed))
+        Post_Message({Message_Kind::field_changed, {.win = number_, .value1 = from, .value2 = to}});
+}
+
+void Dialog_Window::Show(int field, Show_Kind kind, std::span<const int> commands) {
+    modal_ = kind != Show_Kind::modeless;
+    commands_.assign(commands.begin(), commands.end());
+    // A menu must stay open to the commands that are let through; the others are dropped as they come.
+    setWindowModality(modal_ && commands_.empty() ? Qt::ApplicationModal : Qt::NonModal);
+    show();
+    The_Toolkit().To_Front(number_);
+    if (Dialog_Widget* first = Field(field)) first->Focus_Widget()->setFocus();
+}
+
+bool Dialog_Window::Lets_Through(int command) const { return std::find(commands_.begin(), commands_.end(), command) != commands_.end(); }
+
 void Dialog_Window::reject() {
     const int button = Field(button_cancel) != nullptr ? button_cancel : button_ok;
+    if (const Dialog_Widget* field = Field(button); field != nullptr && !field->Takes_Input()) return;
     Post_Message({Message_Kind::push_button, {.win = number_, .value1 = button}});
 }
 
-// --- the operations ----------------------------------------------------------------------------------------------------------
-
-void Register_Dialogs(std::span<const Dialog_Resource> resources) { Resources().assign(resources.begin(), resources.end()); }
-
-void WDialogLoad(int dialog) {
-    Toolkit& toolkit = The_Toolkit();
-    toolkit.selected_dialog = dialog;
-    if (toolkit.Dialog(dialog) != nullptr) return;
-    for (const Dialog_Resource& resource : Resources())
-        if (resource.number == dialog) toolkit.dialogs.push_back(std::make_unique<Dialog_Window>(resource, toolkit.main.get()));
-}
-
-void WDialogSelect(int dialog) { The_Toolkit().selected_dialog = dialog; }
-
-void WDialogShow(int field, Show_Kind kind) {
-    Dialog_Window* dialog = Selected();
-    if (dialog == nullptr) return;
-    dialog->setWindowModality(kind == Show_Kind::modeless ? Qt::NonModal : Qt::ApplicationModal);
-    dialog->show();
-    if (Dialog_Widget* first = dialog->Field(field)) first->widget()->setFocus();
-}
-
-void WDialogUnload() {
-    std::erase_if(The_Toolkit().dialogs, [](const auto& dialog) { return dialog.get() == Selected(); });
-}
-
-bool WDialogLoaded(int dialog) { return The_Toolkit().Dialog(dialog) != nullptr; }
-
-int WDialogFront() {
-    const auto& dialogs = The_Toolkit().dialogs;
-    const auto found = std::find_if(dialogs.rbegin(), dialogs.rend(), [](const auto& dialog) { return dialog->isVisible(); });
-    return found == dialogs.rend() ? -1 : (*found)->number();
-}
-
-void WDialogFieldState(int field, int state) {
-    if (Dialog_Widget* widget = Selected_Field(field)) widget->widget()->setEnabled(state != 0);
-}
-
-void WDialogPutString(int field, std::string_view text) {
-    if (Dialog_Widget* widget = Selected_Field(field)) widget->Put(text);
-}
-
-std::string WDialogGetString(int field) {
-    const Dialog_Widget* widget = Selected_Field(field);
-    return widget == nullptr ? std::string() : widget->Value();
-}
-
-void WDialogPutRadioButton(int field) {
-    Dialog_Window* dialog = Selected();
-    const Dialog_Widget* widget = Selected_Field(field);
-    if (widget == nullptr || widget->field().kind != Field_Kind::radio) return;
-    dialog->Group(widget->field().group)->button(field)->setChecked(true);
-}
-
-int WDialogGetRadioButton(int group) {
-    Dialog_Window* dialog = Selected();
-    return dialog == nullptr ? 0 : std::max(0, dialog->Group(group)->checkedId());
-}
-
-Dialog_View Describe_Dialog(int dialog) {
-    Dialog_View view;
-    const Dialog_Window* window = The_Toolkit().Dialog(dialog);
-    if (window == nullptr) return view;
-    view.number = dialog;
-    view.title = window->windowTitle().toStdString();
-    for (const auto& field : window->fields())
-        view.fields.push_back({field->field().number, std::string(Kind_Name(field->field().kind)), field->Label(), field->Value(),
-                               field->widget()->isEnabled()});
-    return view;
-}
-
-Status Act_Set_Field(int dialog, int number, const std::string& value) {
-    Dialog_Widget* field = nullptr;
-    const Status status = Field_To_Act_On(dialog, number, field);
-    return status.failed ? status : field->Set(value);
-}
-
-Status Act_Press(int dialog, int number) {
-    Dialog_Widget* field = nullptr;
-    const Status status = Field_To_Act_On(dialog, number, field);
-    return status.failed ? status : field->Press();
-}
-
-Status Field_By_Label(int dialog, const std::string& label, int& number) {
-    const Dialog_Window* window = The_Toolkit().Dialog(dialog);
-    int found = 0;
-    if (window != nullptr)
-        for (const auto& field : window->fields())
-            if (field->Label() == Bare_Label(label)) number = field->field().number, ++found;
-    if (found == 1) return Status::Done();
-    return Status::Fail((found == 0 ? "no field is labelled " : "several fields are labelled ") + label);
+bool Dialog_Window::event(QEvent* event) {
+    if (event->type() == QEvent::WindowActivate) The_Toolkit().Activated(number_);
+    return QDialog::event(event);
 }
 
 }  // namespace vntl

@@ -5,129 +5,49 @@
 #include <QKeyEvent>
 #include <QMenuBar>
 #include <QMimeData>
-#include <QPainter>
-#include <QScreen>
+#include <QSplitter>
 #include <QStatusBar>
+#include <QToolBar>
 #include <QUrl>
-#include <array>
 
 #include "toolkit/qt/application.hpp"
-#include "toolkit/qt/bitmap_qt.hpp"
+#include "toolkit/qt/icons.hpp"
+#include "toolkit/qt/keys.hpp"
 
 namespace vntl {
 
-namespace {
-
-constexpr double page_units_x = 1200, page_units_y = 800;
-constexpr int smallest_width = 240, smallest_height = 160;
-
-int Button_Number(Qt::MouseButton button) { return button == Qt::LeftButton ? 1 : button == Qt::MiddleButton ? 2 : 3; }
-
-struct Qt_Key {
-    int qt, code;
-};
-constexpr std::array<Qt_Key, 14> keys = {{{Qt::Key_Escape, key_escape},
-                                          {Qt::Key_Return, key_enter},
-                                          {Qt::Key_Enter, key_enter},
-                                          {Qt::Key_Tab, key_tab},
-                                          {Qt::Key_Backspace, key_backspace},
-                                          {Qt::Key_Delete, key_delete},
-                                          {Qt::Key_Left, key_left},
-                                          {Qt::Key_Right, key_right},
-                                          {Qt::Key_Up, key_up},
-                                          {Qt::Key_Down, key_down_arrow},
-                                          {Qt::Key_Home, key_home},
-                                          {Qt::Key_End, key_end},
-                                          {Qt::Key_PageUp, key_page_up},
-                                          {Qt::Key_PageDown, key_page_down}}};
-
-int Code_Of(const QKeyEvent& event) {
-    for (const Qt_Key& key : keys)
-        if (key.qt == event.key()) return key.code;
-    if (event.key() >= Qt::Key_F1 && event.key() <= Qt::Key_F12) return key_f1 + event.key() - Qt::Key_F1;
-    return event.text().isEmpty() ? 0 : event.text().at(0).unicode();
-}
-
-}  // namespace
-
-// --- drawing area ------------------------------------------------------------------------------------------------------------
-
-Drawing_Area::Drawing_Area(QWidget* parent) : QWidget(parent) {
-    setAttribute(Qt::WA_OpaquePaintEvent);
-    setMouseTracking(true);
-    setFocusPolicy(Qt::StrongFocus);
-    setAccessibleName("Plot");
-}
-
-QSize Drawing_Area::Pixels() const {
-    const double ratio = devicePixelRatioF();
-    return {std::max(1, qRound(width() * ratio)), std::max(1, qRound(height() * ratio))};
-}
-
-void Drawing_Area::Put_Bitmap(QImage image) {
-    picture_ = std::move(image);
-    shown_ = {};
-    update();
-}
-
-void Drawing_Area::Put_Overlay(const Recording_Device& overlay) {
-    shown_ = {};
-    if (!overlay.empty() && !picture_.isNull()) {
-        shown_ = picture_.copy();
-        overlay.Replay(*Make_Image_Device(shown_));
-    }
-    update();
-}
-
-void Drawing_Area::paintEvent(QPaintEvent*) {
-    QPainter painter(this);
-    const QImage& image = shown_.isNull() ? picture_ : shown_;
-    if (image.isNull())
-        painter.fillRect(rect(), Qt::white);
-    else
-        painter.drawImage(rect(), image);
-}
-
-void Drawing_Area::resizeEvent(QResizeEvent*) { Post_Message({Message_Kind::resize, {}}); }
-
-void Drawing_Area::Post_Mouse(Message_Kind kind, QPointF at, int value) {
-    if (kind != Message_Kind::wheel && !The_Toolkit().Wants(main_window, kind)) return;
-    WIN_MESSAGE record;
-    record.value1 = value;
-    record.x = at.x() / width() * page_units_x;
-    record.y = (1 - at.y() / height()) * page_units_y;
-    Post_Message({kind, record});
-}
-
-void Drawing_Area::mousePressEvent(QMouseEvent* event) {
-    Post_Mouse(Message_Kind::mouse_down, event->position(), Button_Number(event->button()));
-}
-void Drawing_Area::mouseReleaseEvent(QMouseEvent* event) {
-    Post_Mouse(Message_Kind::mouse_up, event->position(), Button_Number(event->button()));
-}
-void Drawing_Area::mouseMoveEvent(QMouseEvent* event) { Post_Mouse(Message_Kind::mouse_move, event->position(), 0); }
-void Drawing_Area::wheelEvent(QWheelEvent* event) {
-    if (event->angleDelta().y() != 0) Post_Mouse(Message_Kind::wheel, event->position(), event->angleDelta().y() > 0 ? 1 : -1);
-}
-
-// --- window ------------------------------------------------------------------------------------------------------------------
-
-Main_Window::Main_Window(const std::string& title, const std::string& icon) : area_(new Drawing_Area(this)) {
+Window::Window(int number, const std::string& title, Child_Kind kind, QWidget* parent) : QMainWindow(parent), number_(number) {
     setWindowTitle(QString::fromStdString(title));
-    setWindowIcon(Resource_Icon(icon));
-    setCentralWidget(area_);
-    setAcceptDrops(true);
-    area_->setMinimumSize(smallest_width, smallest_height);
+    setAcceptDrops(number == main_window);
+    if (kind == Child_Kind::editor)
+        setCentralWidget(editor_ = new Text_Edit(number));
+    else
+        Split(1, true);
 }
 
-void Main_Window::Resize_Area(int width, int height) { resize(size() + QSize(width, height) - area_->size()); }
+void Window::Split(int panes, bool side_by_side) {
+    areas_.clear();
+    auto* splitter = new QSplitter(side_by_side ? Qt::Horizontal : Qt::Vertical);
+    splitter->setChildrenCollapsible(false);
+    for (int pane = 1; pane <= panes; ++pane) {
+        areas_.push_back(new Drawing_Area(number_, pane));
+        splitter->addWidget(areas_.back());
+    }
+    setCentralWidget(splitter);
+}
 
-QAction* Main_Window::Action(int command) const {
+Drawing_Area* Window::Area(int pane) const {
+    return pane >= 1 && pane <= static_cast<int>(areas_.size()) ? areas_[static_cast<std::size_t>(pane - 1)] : nullptr;
+}
+
+void Window::Resize_Area(int width, int height) { resize(size() + QSize(width, height) - centralWidget()->size()); }
+
+QAction* Window::Action(int command) const {
     const auto found = actions_.find(command);
     return found == actions_.end() ? nullptr : found->second;
 }
 
-QMenu* Main_Window::Add_Popup(const Menu_Entry& entry) {
+QMenu* Window::Add_Popup(const Menu_Entry& entry) {
     auto* menu = new QMenu(QString::fromStdString(entry.label), this);
     if (entry.command != 0) {
         actions_[entry.command] = menu->menuAction();
@@ -137,7 +57,7 @@ QMenu* Main_Window::Add_Popup(const Menu_Entry& entry) {
     return menu;
 }
 
-void Main_Window::Add_Entries(QMenu& menu, std::span<const Menu_Entry> entries) {
+void Window::Add_Entries(QMenu& menu, std::span<const Menu_Entry> entries) {
     for (const Menu_Entry& entry : entries) {
         if (entry.popup) {
             menu.addMenu(Add_Popup(entry));
@@ -146,25 +66,61 @@ void Main_Window::Add_Entries(QMenu& menu, std::span<const Menu_Entry> entries) 
         } else {
             QAction* action = menu.addAction(QString::fromStdString(entry.label));
             if (!entry.shortcut.empty()) action->setShortcut(QKeySequence(QString::fromStdString(entry.shortcut)));
-            action->setStatusTip(QString::fromStdString(entry.hint));
+            if (!entry.icon.empty()) action->setIcon(Resource_Icon("toolbar/" + entry.icon));
+            const QString hint = QString::fromStdString(entry.hint), key = QString::fromStdString(entry.shortcut);
+            action->setStatusTip(hint);
+            QString tip = action->text().remove('&');
+            if (!key.isEmpty()) tip += "  (" + key + ')';
+            if (!hint.isEmpty()) tip += '\n' + hint;
+            action->setToolTip(tip);
             action->setCheckable(entry.checkable);
             // A click turns a check mark over by itself; the program alone decides about it.
-            connect(action, &QAction::triggered, this, [action, id = entry.command] {
+            connect(action, &QAction::triggered, this, [this, action, id = entry.command] {
                 if (action->isCheckable()) action->setChecked(!action->isChecked());
-                Post_Message({Message_Kind::command, {.value1 = id}});
+                Post_Message({Message_Kind::command, {.win = number_, .value1 = id}});
             });
             actions_[entry.command] = action;
         }
     }
 }
 
-void Main_Window::Set_Menu(std::span<const Menu_Entry> bar) {
+void Window::Set_Menu(std::span<const Menu_Entry> bar) {
     menuBar()->clear();
     actions_.clear();
     for (const Menu_Entry& entry : bar) menuBar()->addMenu(Add_Popup(entry));
 }
 
-void Main_Window::Set_Status_Parts(std::span<const int> widths) {
+void Window::Set_Toolbar(const Toolbar_Resource* table, int row) {
+    if (const auto standing = toolbars_.find(row); standing != toolbars_.end()) {
+        removeToolBar(standing->second);
+        delete standing->second;
+        toolbars_.erase(standing);
+    }
+    if (table == nullptr) return;
+    auto* bar = new QToolBar(this);
+    bar->setMovable(false);
+    bar->setWindowTitle("Toolbar " + QString::number(row));
+    // The pictures grow with the desktop's font.
+    const int text = bar->fontMetrics().height();
+    bar->setIconSize({std::max(table->button_width, text), std::max(table->button_height, text)});
+    for (const int command : table->commands) {
+        if (command == 0)
+            bar->addSeparator();
+        else if (QAction* action = Action(command))
+            bar->addAction(action);
+    }
+    if (row == first_toolbar_row && !toolbars_.empty()) {
+        insertToolBar(toolbars_.begin()->second, bar);
+        insertToolBarBreak(toolbars_.begin()->second);
+    } else {
+        if (!toolbars_.empty()) addToolBarBreak();
+        addToolBar(bar);
+    }
+    bar->show();
+    toolbars_[row] = bar;
+}
+
+void Window::Set_Status_Parts(std::span<const int> widths) {
     for (QLabel* part : parts_) delete part;
     parts_.clear();
     const int character = fontMetrics().averageCharWidth();
@@ -179,11 +135,11 @@ void Main_Window::Set_Status_Parts(std::span<const int> widths) {
     }
 }
 
-QLabel* Main_Window::Status_Part(int part) const {
+QLabel* Window::Status_Part(int part) const {
     return part >= 1 && part <= static_cast<int>(parts_.size()) ? parts_[static_cast<std::size_t>(part - 1)] : nullptr;
 }
 
-void Main_Window::Set_Timer(int milliseconds, int number, bool repeat) {
+void Window::Set_Timer(int milliseconds, int number, bool repeat) {
     for (auto it = timers_.begin(); it != timers_.end();) {
         if (it->second.number == number) {
             killTimer(it->first);
@@ -195,115 +151,42 @@ void Main_Window::Set_Timer(int milliseconds, int number, bool repeat) {
     if (milliseconds > 0) timers_[startTimer(milliseconds)] = {number, repeat};
 }
 
-void Main_Window::timerEvent(QTimerEvent* event) {
+void Window::timerEvent(QTimerEvent* event) {
     const auto found = timers_.find(event->timerId());
     if (found == timers_.end()) return;
-    Post_Message({Message_Kind::timer, {.value1 = found->second.number}});
+    // In a script no timer fires by itself.
+    if (The_Toolkit().stand_in == nullptr) Post_Message({Message_Kind::timer, {.win = number_, .value1 = found->second.number}});
     if (found->second.repeat) return;
     killTimer(found->first);
     timers_.erase(found);
 }
 
-void Main_Window::closeEvent(QCloseEvent* event) {
+bool Window::event(QEvent* event) {
+    if (event->type() == QEvent::WindowActivate) The_Toolkit().Activated(number_);
+    return QMainWindow::event(event);
+}
+
+void Window::closeEvent(QCloseEvent* event) {
     event->ignore();  // the program decides
-    Post_Message({Message_Kind::close_request, {}});
+    Post_Message({Message_Kind::close_request, {.win = number_}});
 }
 
-void Main_Window::keyPressEvent(QKeyEvent* event) {
-    if (const int code = Code_Of(*event); code != 0) Post_Message({Message_Kind::key_down, {.value1 = code}});
+void Window::keyPressEvent(QKeyEvent* event) {
+    if (const int code = Code_Of(*event); code != 0) Post_Message({Message_Kind::key_down, {.win = number_, .value1 = code}});
 }
 
-void Main_Window::dragEnterEvent(QDragEnterEvent* event) {
+void Window::dragEnterEvent(QDragEnterEvent* event) {
     if (event->mimeData()->hasUrls()) event->acceptProposedAction();
 }
 
-void Main_Window::dropEvent(QDropEvent* event) {
+void Window::dropEvent(QDropEvent* event) {
     WIN_MESSAGE record;
+    record.win = number_;
     for (const QUrl& url : event->mimeData()->urls())
         if (url.isLocalFile()) record.files.push_back(url.toLocalFile().toStdString());
     if (record.files.empty()) return;
     event->acceptProposedAction();
     Post_Message({Message_Kind::files_dropped, std::move(record)});
 }
-
-// --- the operations ----------------------------------------------------------------------------------------------------------
-
-void WindowOpen(int width, int height, const std::string& title, const std::string& icon) {
-    Toolkit& toolkit = The_Toolkit();
-    toolkit.main = std::make_unique<Main_Window>(title, icon);
-    toolkit.main->resize(width, height);
-}
-
-void WindowShow() {
-    Toolkit& toolkit = The_Toolkit();
-    const QSize wanted = toolkit.main->size();  // of the drawing area, as WindowOpen was told
-    toolkit.main->show();
-    QCoreApplication::processEvents();
-    toolkit.main->Resize_Area(wanted.width(), wanted.height());
-    QCoreApplication::processEvents();
-    toolkit.queue.clear();  // the first size is no change of it
-}
-
-void WindowTitle(const std::string& title) { The_Toolkit().main->setWindowTitle(QString::fromStdString(title)); }
-
-void WindowStatusBarParts(std::span<const int> widths) { The_Toolkit().main->Set_Status_Parts(widths); }
-
-void WindowOutStatusBar(int part, const std::string& text) {
-    if (QLabel* label = The_Toolkit().main->Status_Part(part)) label->setText(QString::fromStdString(text));
-}
-
-std::string WindowStatusBarText(int part) {
-    const QLabel* label = The_Toolkit().main->Status_Part(part);
-    return label == nullptr ? std::string() : label->text().toStdString();
-}
-
-int WInfoWindow(int what) {
-    const QSize pixels = The_Toolkit().main->area().Pixels();
-    return what == 1 ? pixels.width() : pixels.height();
-}
-
-void WindowResize(int width, int height) {
-    The_Toolkit().main->Resize_Area(width, height);
-    QCoreApplication::processEvents();
-    Post_Message({Message_Kind::resize, {}});
-}
-
-void WCursorShape(int shape) {
-    The_Toolkit().main->area().setCursor(shape == 3 ? Qt::CrossCursor : shape == 6 ? Qt::OpenHandCursor : Qt::ArrowCursor);
-}
-
-void WMenu(std::span<const Menu_Entry> bar) { The_Toolkit().main->Set_Menu(bar); }
-
-void WMenuSetState(int command, int what, int value) {
-    QAction* action = The_Toolkit().main->Action(command);
-    if (action == nullptr) return;
-    if (what == menu_enabled)
-        action->setEnabled(value != 0);
-    else if (action->isCheckable())
-        action->setChecked(value != 0);
-}
-
-int WMenuGetState(int command, int what) {
-    const QAction* action = The_Toolkit().main->Action(command);
-    if (action == nullptr) return -1;
-    return what == menu_enabled ? action->isEnabled() : action->isChecked();
-}
-
-void WMenuSetString(int command, const std::string& text) {
-    if (QAction* action = The_Toolkit().main->Action(command)) action->setText(QString::fromStdString(text));
-}
-
-std::string WMenuGetString(int command) {
-    const QAction* action = The_Toolkit().main->Action(command);
-    return action == nullptr ? std::string() : action->text().toStdString();
-}
-
-void WBitmapPut(Bitmap bitmap) {
-    Bitmap::Implementation& picture = bitmap.implementation();
-    picture.device.reset();
-    The_Toolkit().main->area().Put_Bitmap(std::move(picture.image));
-}
-
-void WOverlayPut(const Recording_Device& overlay) { The_Toolkit().main->area().Put_Overlay(overlay); }
 
 }  // namespace vntl

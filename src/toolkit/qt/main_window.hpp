@@ -1,60 +1,43 @@
-// The main window: menu bar, drawing area, status bar.
+// A window with menu bar, toolbars, drawing area or editor, and status bar.
 #pragma once
 
 #include <QAction>
-#include <QImage>
 #include <QLabel>
 #include <QMainWindow>
 #include <map>
 
+#include "toolkit/qt/drawing_area.hpp"
+#include "toolkit/qt/text_edit.hpp"
 #include "toolkit/window.hpp"
+
+class QToolBar;
 
 namespace vntl {
 
-// Shows the stored bitmap with the overlay over it; tells mouse and size as messages.
-class Drawing_Area : public QWidget {
+class Window : public QMainWindow {
 public:
-    explicit Drawing_Area(QWidget* parent);
+    Window(int number, const std::string& title, Child_Kind kind, QWidget* parent);
 
-    void Put_Bitmap(QImage image);
-    void Put_Overlay(const Recording_Device& overlay);
-    QSize Pixels() const;
-
-protected:
-    void paintEvent(QPaintEvent*) override;
-    void resizeEvent(QResizeEvent*) override;
-    void mousePressEvent(QMouseEvent*) override;
-    void mouseReleaseEvent(QMouseEvent*) override;
-    void mouseMoveEvent(QMouseEvent*) override;
-    void wheelEvent(QWheelEvent*) override;
-    QSize sizeHint() const override { return {800, 500}; }
-
-private:
-    void Post_Mouse(Message_Kind kind, QPointF at, int value);
-
-    QImage picture_;  // as it was put
-    QImage shown_;    // with the overlay; null where there is none
-};
-
-class Main_Window : public QMainWindow {
-public:
-    Main_Window(const std::string& title, const std::string& icon);
-
+    void Split(int panes, bool side_by_side);
     void Resize_Area(int width, int height);
-    Drawing_Area& area() { return *area_; }
+    Drawing_Area* Area(int pane = 1) const;  // null for a pane that it has not
+    Text_Edit* editor() const { return editor_; }
     QAction* Action(int command) const;
 
     void Set_Menu(std::span<const Menu_Entry> bar);
+    void Set_Toolbar(const Toolbar_Resource* table, int row);
     void Set_Status_Parts(std::span<const int> widths);
     QLabel* Status_Part(int part) const;
     void Set_Timer(int milliseconds, int number, bool repeat);
 
 protected:
+    bool event(QEvent*) override;
     void closeEvent(QCloseEvent*) override;
     void keyPressEvent(QKeyEvent*) override;
     void dragEnterEvent(QDragEnterEvent*) override;
     void dropEvent(QDropEvent*) override;
     void timerEvent(QTimerEvent*) override;
+    QMenu* createPopupMenu() override { return nullptr; }  // the program decides which toolbars stand
 
 private:
     void Add_Entries(QMenu& menu, std::span<const Menu_Entry> entries);
@@ -65,10 +48,13 @@ private:
         bool repeat;
     };
 
-    Drawing_Area* area_;
+    int number_;
+    std::vector<Drawing_Area*> areas_;
+    Text_Edit* editor_ = nullptr;
     std::vector<QLabel*> parts_;
     std::map<int, QAction*> actions_;
-    std::map<int, Timer> timers_;  // by the number that the windowing system gave
+    std::map<int, QToolBar*> toolbars_;  // by row
+    std::map<int, Timer> timers_;        // by the number that the windowing system gave
 };
 
 }  // namespace vntl

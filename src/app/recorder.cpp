@@ -1,0 +1,178 @@
+#include "app/recorder.hpp"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+
+#include "app/application.hpp"
+#include "app/script.hpp"
+
+namespace vntl {
+
+namespace {
+
+std::string Number(double value) {
+    std::array<char, 32> text{};
+    return {text.data(), std::to_chars(text.data(), text.data() + text.size(), value).ptr};
+}
+
+std::string Quoted(const std::string& word) {
+    if (!word.empty() && word.find_first_of(" \t\r\n\"\\#") == std::string::npos) return word;
+    std::string quoted = "\"";
+    for (const char c : word) {
+        if (c == '"' || c == '\\') quoted += '\\';
+        quoted += c == '\n' || c == '\r' ? ' ' : c;
+    }
+    return quoted + '"';
+}
+
+std::string Line(const std::vector<std::string>& words) {
+    std::string line;
+    for (const std::string& word : words) line += (line.empty() ? "" : " ") + Quoted(word);
+    return line;
+}
+
+}  // namespace
+
+Recorder::~Recorder() {
+    Set_Witness(nullptr);
+    Write_Waiting();
+}
+
+Status Recorder::Open(const std::string& file) {
+    file_.open(file, std::ios::trunc);
+    return file_ ? Status::Done() : Status::Fail("the script " + file + " cannot be written");
+}
+
+void Recorder::Begin(const std::vector<std::string>& files) {
+    Set_Witness(this);
+    WindowSelect(main_window);
+    Statement({"resize", std::to_string(WInfoWindow(1)), std::to_string(WInfoWindow(2))});
+    Words opening = {files.size() == 1 ? "open" : "drop"};
+    opening.insert(opening.end(), files.begin(), files.end());
+    if (!files.empty()) Statement(std::move(opening));
+}
+
+void Recorder::Write_Waiting() {
+    for (const std::string& answer : answers_) file_ << answer << '\n';
+    if (!waiting_.empty()) file_ << waiting_ << '\n';
+    file_.flush();
+    answers_.clear();
+    waiting_.clear();
+    waiting_key_.clear();
+}
+
+void Recorder::Statement(Words words) {
+    Write_Waiting();
+    waiting_ = Line(words);
+}
+
+void Recorder::Replaceable(const std::string& key, Words words) {
+    const bool same = key == waiting_key_ && answers_.empty();
+    if (same) waiting_.clear();
+    Statement(std::move(words));
+    waiting_key_ = key;
+}
+
+void Recorder::Answer(const Words& words) { answers_.push_back(Line(words)); }
+
+void Recorder::Mouse(const Message& message) {
+    constexpr std::array<std::string_view, 3> buttons = {"left", "middle", "right"};
+    const WIN_MESSAGE& record = message.record;
+    const std::string button(buttons[static_cast<std::size_t>(std::clamp(record.value1, 1, 3) - 1)]);
+    const std::string x = Number(record.x), y = Number(record.y);
+    switch (message.kind) {
+        case Message_Kind::mouse_down:
+            button_down_ = true;
+            return Statement({"mouse", "down", button, x, y});
+        case Message_Kind::mouse_up:
+            button_down_ = false;
+            return Statement({"mouse", "up", button, x, y});
+        case Message_Kind::wheel:
+            return Statement({"mouse", record.value1 > 0 ? "wheelup" : "wheeldown", x, y});
+        default:
+            // Of the moves of a free mouse only the last matters; under a button each does.
+            return button_down_ ? Statement({"mouse", "move", x, y}) : Replaceable("move", {"mouse", "move", x, y});
+    }
+}
+
+void Recorder::Saw_Message(const Message& message) {
+    const WIN_MESSAGE& record = message.record;
+    switch (message.kind) {
+        case Message_Kind::command: {
+            // A recent file stands elsewhere in the list when the script runs.
+            const auto slot = std::find(recent_file_commands.begin(), recent_file_commands.end(), record.value1);
+            if (slot != recent_file_commands.end())
+                return Statement({"open", app_.session.recent.Slot(static_cast<int>(slot - recent_file_commands.begin()) + 1)});
+            return Statement({"command", std::to_string(record.value1)});
+        }
+        case Message_Kind::push_button:
+            return Statement({"press", std::to_string(record.value1)});
+        case Message_Kind::mouse_down:
+        case Message_Kind::mouse_up:
+        case Message_Kind::mouse_move:
+        case Message_Kind::wheel:
+            return Mouse(message);
+        case Message_Kind::resize:
+            WindowSelect(record.win);
+            return Replaceable("resize", {"resize", std::to_string(WInfoWindow(1)), std::to_string(WInfoWindow(2))});
+        case Message_Kind::close_request:
+            return Statement({"close"});
+        case Message_Kind::key_down:
+            if (const std::string name = Key_Name(record.value1); !name.empty()) Statement({"key", name});
+            return;
+        case Message_Kind::files_dropped: {
+            Words words = {"drop"};
+            words.insert(words.end(), record.files.begin(), record.files.end());
+            return Statement(std::move(words));
+        }
+        case Message_Kind::timer:
+            return Statement({"timer", std::to_string(record.value1)});
+        default:
+            return;
+    }
+}
+
+void Recorder::Saw_Field(int dialog, int field, const std::string& value) {
+    const std::string number = std::to_string(field);
+    Replaceable("set " + std::to_string(dialog) + ' ' + number, {"set", number, value});
+}
+
+void Recorder::Saw_Cell(int dialog, int field, int column, int row, const std::string& value) {
+    const Words place = {"cell", std::to_string(field), std::to_string(column), std::to_string(row)};
+    Words words = place;
+    words.push_back(value);
+    Replaceable(std::to_string(dialog) + ' ' + Line(place), std::move(words));
+}
+
+void Recorder::Saw_Item(int dialog, int field, const std::string& path) {
+    Replaceable("select " + std::to_string(dialog), {"select", std::to_string(field), path});
+}
+
+void Recorder::Saw_Front(int window) {
+    if (window == main_window)
+        Replaceable("front", {"main"});
+    else
+        Replaceable("front", {"dialog", std::to_string(window)});
+}
+
+void Recorder::Saw_Answer(const Message_Box& box, Box_Answer answer) {
+    if (box.buttons != Box_Buttons::ok) Answer({"answer", std::string(Answer_Name(answer))});
+}
+
+void Recorder::Saw_Files(const std::vector<std::string>& files) {
+    Words words = {"files"};
+    words.insert(words.end(), files.begin(), files.end());
+    if (files.empty()) words.push_back("cancel");
+    Answer(words);
+}
+
+void Recorder::Saw_Directory(const std::optional<std::string>& directory) {
+    if (directory) Answer({"directory", *directory});
+}
+
+void Recorder::Saw_Colour(const std::optional<Colour>& colour) {
+    if (colour) Answer({"colour", std::to_string(Red(*colour)), std::to_string(Green(*colour)), std::to_string(Blue(*colour))});
+}
+
+}  // namespace vntl

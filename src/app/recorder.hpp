@@ -1,0 +1,50 @@
+// Writes down what the user does as a session script, statement by statement, so that nothing is lost when the program ends badly.
+#pragma once
+
+#include <fstream>
+#include <string>
+#include <vector>
+
+#include "base/status.hpp"
+#include "toolkit/window.hpp"
+
+namespace vntl {
+
+struct Application;
+
+class Recorder : public Witness {
+public:
+    explicit Recorder(const Application& app) : app_(app) {}
+    ~Recorder() override;
+    Recorder(const Recorder&) = delete;
+    Recorder& operator=(const Recorder&) = delete;
+
+    Status Open(const std::string& file);
+    void Begin(const std::vector<std::string>& files);  // the window stands; `files` are those of the command line
+
+    void Saw_Message(const Message& message) override;
+    void Saw_Field(int dialog, int field, const std::string& value) override;
+    void Saw_Cell(int dialog, int field, int column, int row, const std::string& value) override;
+    void Saw_Item(int dialog, int field, const std::string& path) override;
+    void Saw_Front(int window) override;
+    void Saw_Answer(const Message_Box& box, Box_Answer answer) override;
+    void Saw_Files(const std::vector<std::string>& files) override;
+    void Saw_Directory(const std::optional<std::string>& directory) override;
+    void Saw_Colour(const std::optional<Colour>& colour) override;
+
+private:
+    using Words = std::vector<std::string>;
+    void Statement(Words words);
+    void Answer(const Words& words);                        // stands before the statement that led to the question
+    void Replaceable(const std::string& key, Words words);  // takes the place of the statement before it, if that has the same key
+    void Mouse(const Message& message);
+    void Write_Waiting();
+
+    const Application& app_;
+    std::ofstream file_;
+    std::vector<std::string> answers_;
+    std::string waiting_, waiting_key_;  // the last statement, as long as answers to its questions may come
+    bool button_down_ = false;
+};
+
+}  // namespace vntl

@@ -1,0 +1,57 @@
+#include "commands/help/gestures.hpp"
+
+#include "commands/modal.hpp"
+
+namespace vntl {
+
+namespace {
+
+constexpr int gestures_dialog = 403;
+constexpr int field_heading = 1001, field_table = 1002;
+
+struct Gesture {
+    std::string_view hand, effect;
+};
+constexpr Gesture gestures[] = {
+    {"Move the mouse", "Reads x, y, the point's number or the nearest pattern, and d"},
+    {"Left button, drag", "Draws a rectangle; releasing it makes it the view"},
+    {"Right button", "Back to the whole range"},
+    {"Wheel", "A narrower or wider range of x about the pointer"},
+    {"Escape", "Lets a rectangle or a drag lapse, ends a mode of the mouse"},
+    {"Alt+Left, Alt+Right", "Back and forward through the views; mice with such buttons do the same"},
+    {"Ctrl+Left, Ctrl+Right", "Moves the view by a tenth of its width"},
+    {"Ctrl+Home, Ctrl+End", "Moves the view to the first or the last point"},
+    {"Ctrl+Up, Ctrl+Down", "Moves the view by a twentieth of its height"},
+    {"Ctrl+=, Ctrl+-", "A narrower or wider range of x about the middle"},
+    {"Ctrl+F", "Fits the range of y to the points in view"},
+    {"Ctrl+L", "Logarithmic intensities, with several profiles"},
+    {"Ctrl+G, then left button, drag", "The plot follows the hand at half its speed; the right button ends it"},
+    {"Ctrl+C, Ctrl+Shift+C", "Copies the picture, or the points in view as text"},
+    {"Drop files on the window", "Opens them"},
+};
+
+}  // namespace
+
+Dialog_Resource Gestures_Dialog_Resource() {
+    Dialog_Field table{field_table, Field_Kind::grid};
+    table.columns = {{"Mouse and keys", Cell_Kind::string, "", 30}, {"What they do", Cell_Kind::string, "", 70}};
+    table.grid_rows = static_cast<int>(std::size(gestures));
+    return {gestures_dialog,
+            "Mouse and keys",
+            {{{field_heading, Field_Kind::label, "Over the plot", 0, "", true}}, {table}, {{button_ok, Field_Kind::push_button, "OK"}}}};
+}
+
+void Gestures_Dialog(Session& session) {
+    WDialogLoad(gestures_dialog);
+    int row = 0;
+    for (const Gesture& gesture : gestures) {
+        WGridPutCellString(field_table, 1, ++row, gesture.hand);
+        WGridPutCellString(field_table, 2, row, gesture.effect);
+    }
+    WDialogFieldState(field_table, field_read_only);
+    WDialogShow(button_ok, Show_Kind::modal);
+    Run_Modal(session, gestures_dialog);
+    WDialogUnload();
+}
+
+}  // namespace vntl

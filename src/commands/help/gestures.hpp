@@ -1,0 +1,13 @@
+// What the mouse and the keys do over the plot, told on a page.
+#pragma once
+
+#include "toolkit/dialog.hpp"
+
+namespace vntl {
+
+struct Session;
+
+Dialog_Resource Gestures_Dialog_Resource();
+void Gestures_Dialog(Session&);
+
+}  // namespace vntl

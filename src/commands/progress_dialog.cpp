@@ -1,0 +1,85 @@
+#include "commands/progress_dialog.hpp"
+
+#include <chrono>
+
+#include "base/text.hpp"
+#include "plot/plot.hpp"
+#include "toolkit/messages.hpp"
+
+namespace vntl {
+
+namespace {
+
+constexpr int progress_dialog = 402;
+constexpr int field_title = 1001, field_name = 1002, field_bar = 1003;
+constexpr std::size_t widest_name = 48;
+
+using Clock = std::chrono::steady_clock;
+constexpr auto patience = std::chrono::milliseconds(400), between_looks = std::chrono::milliseconds(40);
+
+class Progress_Dialog : public Progress {
+public:
+    Progress_Dialog(Session& session, std::string_view title, int total) : session_(session), title_(title), total_(total) {}
+    ~Progress_Dialog() override {
+        if (!shown_) return;
+        WDialogSelect(progress_dialog);
+        WDialogUnload();
+        if (resized_) Post_Message({Message_Kind::resize, {}});
+    }
+
+    bool Go_On(int done, std::string_view what) override {
+        const auto now = Clock::now();
+        if (cancelled_ || now - last_look_ < (shown_ ? between_looks : patience)) return !cancelled_;
+        if (!shown_) Show();
+        WDialogSelect(progress_dialog);
+        WDialogPutProgressBar(field_bar, done);
+        WDialogPutString(field_name, Elide_Middle(what, widest_name));
+        Look();
+        last_look_ = Clock::now();
+        return !cancelled_;
+    }
+
+private:
+    void Show() {
+        shown_ = true;
+        WDialogLoad(progress_dialog);
+        WDialogPutString(field_title, title_);
+        WDialogRangeProgressBar(field_bar, 0, total_);
+        WDialogShow(button_cancel, Show_Kind::modal);
+    }
+
+    // Takes what waits, without waiting.
+    void Look() {
+        while (const auto message = WMessagePeek()) {
+            if (message->kind == Message_Kind::push_button && message->record.win == progress_dialog)
+                cancelled_ = true;
+            else if (message->kind == Message_Kind::repaint)
+                Plot_Repaint(session_);
+            else if (message->kind == Message_Kind::resize)
+                resized_ = true;
+        }
+    }
+
+    Session& session_;
+    std::string title_;
+    int total_;
+    bool shown_ = false, cancelled_ = false, resized_ = false;
+    Clock::time_point last_look_ = Clock::now();
+};
+
+}  // namespace
+
+Dialog_Resource Progress_Dialog_Resource() {
+    return {progress_dialog,
+            "Vantrelo",
+            {{{field_title, Field_Kind::label, "", 0, "", true}},
+             {{field_name, Field_Kind::label}},
+             {{field_bar, Field_Kind::progress_bar}},
+             {{button_cancel, Field_Kind::push_button, "Cancel"}}}};
+}
+
+std::unique_ptr<Progress> Start_Progress_Dialog(Session& session, std::string_view title, int total) {
+    return std::make_unique<Progress_Dialog>(session, title, total);
+}
+
+}  // namespace vntl

@@ -1,0 +1,19 @@
+// How far a long work is: a bar, what is in hand, and a button that ends it.
+#pragma once
+
+#include <memory>
+#include <string_view>
+
+#include "base/ask.hpp"
+#include "toolkit/dialog.hpp"
+
+namespace vntl {
+
+struct Session;
+
+Dialog_Resource Progress_Dialog_Resource();
+
+// The dialog comes up when the work takes longer than a glance.
+std::unique_ptr<Progress> Start_Progress_Dialog(Session&, std::string_view title, int total);
+
+}  // namespace vntl

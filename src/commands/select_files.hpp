@@ -1,0 +1,18 @@
+// The file selector of the commands: it opens where the user last chose a file.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "toolkit/window.hpp"
+
+namespace vntl {
+
+struct Session;
+
+// Full paths; none on cancel. See WSelectFile.
+std::vector<std::string> Select_Files(Session&, Select_Kind kind, std::string_view filter, std::string_view title,
+                                      const std::string& name = {});
+
+}  // namespace vntl

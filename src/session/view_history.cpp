@@ -1,0 +1,58 @@
+#include "session/view_history.hpp"
+
+#include "session/session.hpp"
+
+namespace vntl {
+
+namespace {
+
+constexpr std::size_t most_views = 100;
+
+std::string Data_Shown(const Session& session) {
+    const Plot_State& plot = session.plot;
+    return std::to_string(session.store.nperfiles()) + ' ' + plot.xspace + (plot.plot_type == "multi_log" ? " log " : " ") +
+           std::to_string(plot.x_all_min) + ' ' + std::to_string(plot.x_all_max);
+}
+
+bool Go_To(Session& session, std::size_t index) {
+    Plot_State& plot = session.plot;
+    if (index >= plot.history.views.size()) return false;
+    const View& view = plot.history.views[index];
+    plot.history.present = index;
+    plot.history.merging = false;
+    plot.x_view_min = view.x1, plot.x_view_max = view.x2;
+    plot.y_view_min = view.y1, plot.y_view_max = view.y2;
+    return true;
+}
+
+}  // namespace
+
+void Remember_View(Session& session, bool step) {
+    Plot_State& plot = session.plot;
+    View_History& history = plot.history;
+    if (!plot.Is_2D() || session.store.nperfiles() == 0) {
+        history = {};
+    } else {
+        const View view{plot.x_view_min, plot.x_view_max, plot.y_view_min, plot.y_view_max};
+        if (std::string data = Data_Shown(session); data != history.data) history = {{view}, 0, false, std::move(data)};
+        if (view != history.views[history.present]) {
+            history.views.resize(history.present + 1);
+            if (!step || !history.merging) history.views.push_back(view);
+            history.views.back() = view;
+            if (history.views.size() > most_views) history.views.erase(history.views.begin());
+            history.present = history.views.size() - 1;
+            history.merging = step;
+        }
+    }
+    session.interface.Enable(view_back_command, history.present > 0);
+    session.interface.Enable(view_forward_command, history.present + 1 < history.views.size());
+}
+
+bool View_Back(Session& session) {
+    const std::size_t present = session.plot.history.present;
+    return present > 0 && Go_To(session, present - 1);
+}
+
+bool View_Forward(Session& session) { return Go_To(session, session.plot.history.present + 1); }
+
+}  // namespace vntl

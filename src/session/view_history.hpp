@@ -1,0 +1,16 @@
+// The way back and forward through the views of a 2D plot.
+#pragma once
+
+namespace vntl {
+
+struct Session;
+
+// Keeps the present view if it is new, and sets the states of the two commands. `step`: it came by one of many small steps, such as
+// those of the wheel, which count as one move. Other rows, another x space or form start the history anew.
+void Remember_View(Session&, bool step);
+
+// Makes the view before, or after, the present one. False when there is none.
+bool View_Back(Session&);
+bool View_Forward(Session&);
+
+}  // namespace vntl

@@ -1,0 +1,78 @@
+#include "toolkit/qt/keys.hpp"
+
+#include <QCoreApplication>
+#include <QPointer>
+#include <QWidget>
+#include <array>
+
+#include "base/text.hpp"
+#include "toolkit/messages.hpp"
+
+namespace vntl {
+
+namespace {
+
+struct Named_Key {
+    std::string_view name;
+    int code;
+    Qt::Key qt;
+};
+constexpr std::array<Named_Key, 17> named_keys = {{{"Escape", key_escape, Qt::Key_Escape},
+                                                   {"Enter", key_enter, Qt::Key_Return},
+                                                   {"Return", key_enter, Qt::Key_Enter},
+                                                   {"Tab", key_tab, Qt::Key_Tab},
+                                                   {"Backspace", key_backspace, Qt::Key_Backspace},
+                                                   {"Delete", key_delete, Qt::Key_Delete},
+                                                   {"Space", ' ', Qt::Key_Space},
+                                                   {"Left", key_left, Qt::Key_Left},
+                                                   {"Right", key_right, Qt::Key_Right},
+                                                   {"Up", key_up, Qt::Key_Up},
+                                                   {"Down", key_down_arrow, Qt::Key_Down},
+                                                   {"Home", key_home, Qt::Key_Home},
+                                                   {"End", key_end, Qt::Key_End},
+                                                   {"PageUp", key_page_up, Qt::Key_PageUp},
+                                                   {"PageDown", key_page_down, Qt::Key_PageDown},
+                                                   {"Back", key_back, Qt::Key_Back},
+                                                   {"Forward", key_forward, Qt::Key_Forward}}};
+constexpr int function_keys = 12;
+
+}  // namespace
+
+int Key_Code(std::string_view name) {
+    for (const Named_Key& key : named_keys)
+        if (key.name == name) return key.code;
+    if (name.size() == 1) return static_cast<unsigned char>(name[0]);
+    if (name.empty() || name[0] != 'F') return 0;
+    int number = 0;
+    return Parse_Integer(name.substr(1), number) && number >= 1 && number <= function_keys ? key_f1 + number - 1 : 0;
+}
+
+std::string Key_Name(int code) {
+    for (const Named_Key& key : named_keys)
+        if (key.code == code) return std::string(key.name);
+    if (code >= key_f1 && code < key_f1 + function_keys) return 'F' + std::to_string(code - key_f1 + 1);
+    return code > ' ' && code < 127 ? std::string(1, static_cast<char>(code)) : std::string();
+}
+
+int Code_Of(const QKeyEvent& event) {
+    for (const Named_Key& key : named_keys)
+        if (key.qt == event.key()) return key.code;
+    if (event.key() >= Qt::Key_F1 && event.key() < Qt::Key_F1 + function_keys) return key_f1 + event.key() - Qt::Key_F1;
+    return event.text().isEmpty() ? 0 : event.text().at(0).unicode();
+}
+
+void Send_Key(QWidget& widget, int code) {
+    int key = code < 128 ? QChar(code).toUpper().unicode() : 0;
+    QString text = code >= ' ' && code < 127 ? QString(QChar(code)) : QString();
+    for (const Named_Key& named : named_keys)
+        if (named.code == code) key = named.qt;
+    if (code >= key_f1 && code < key_f1 + function_keys) key = Qt::Key_F1 + code - key_f1;
+    if (code == key_enter) text = "\r";
+    QPointer<QWidget> target(&widget);
+    for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+        QKeyEvent event(type, key, Qt::NoModifier, text);
+        if (target) QCoreApplication::sendEvent(target, &event);
+    }
+}
+
+}  // namespace vntl

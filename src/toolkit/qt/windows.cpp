@@ -1,0 +1,176 @@
+// The operations on windows, menus and toolbars.
+#include <algorithm>
+
+#include "toolkit/qt/application.hpp"
+#include "toolkit/qt/bitmap_qt.hpp"
+#include "toolkit/qt/dialog_window.hpp"
+#include "toolkit/qt/icons.hpp"
+#include "toolkit/qt/main_window.hpp"
+
+namespace vntl {
+
+namespace {
+
+std::vector<Toolbar_Resource>& Toolbars() {
+    static std::vector<Toolbar_Resource> tables;
+    return tables;
+}
+
+Window* Selected() { return The_Toolkit().Find_Window(The_Toolkit().selected_window); }
+
+QAction* Selected_Action(int command) { return Selected() == nullptr ? nullptr : Selected()->Action(command); }
+
+QLabel* Selected_Part(int part) { return Selected() == nullptr ? nullptr : Selected()->Status_Part(part); }
+
+Drawing_Area* Selected_Area(int pane) { return Selected() == nullptr ? nullptr : Selected()->Area(pane); }
+
+void Open(int number, const std::string& title, int width, int height, Child_Kind kind, QWidget* parent) {
+    Toolkit& toolkit = The_Toolkit();
+    auto window = std::make_unique<Window>(number, title, kind, parent);
+    window->resize(width, height);
+    toolkit.windows[number] = std::move(window);
+    toolkit.selected_window = number;
+    toolkit.To_Front(number);
+}
+
+}  // namespace
+
+void WindowOpen(int width, int height, const std::string& title, const std::string& icon) {
+    Open(main_window, title, width, height, Child_Kind::plot, nullptr);
+    Selected()->setWindowIcon(Resource_Icon(icon));
+}
+
+void WindowOpenChild(int number, const std::string& title, int width, int height, Child_Kind kind) {
+    if (WindowIsOpen(number)) return static_cast<void>(WindowToFront(number));
+    Open(number, title, width, height, kind, nullptr);
+}
+
+void WindowCloseChild(int number) {
+    Toolkit& toolkit = The_Toolkit();
+    if (number == main_window) return;
+    std::erase(toolkit.order, number);
+    std::erase_if(toolkit.queue, [number](const Message& message) { return message.record.win == number; });
+    std::erase_if(toolkit.wanted, [number](const auto& wish) { return wish.first == number; });
+    toolkit.windows.erase(number);
+    if (toolkit.selected_window == number) toolkit.selected_window = main_window;
+}
+
+bool WindowIsOpen(int number) { return The_Toolkit().Find_Window(number) != nullptr; }
+
+void WindowShow() {
+    Toolkit& toolkit = The_Toolkit();
+    Window* window = Selected();
+    const QSize wanted = window->size();  // of the drawing area, as it was opened
+    window->show();
+    QCoreApplication::processEvents();
+    window->Resize_Area(wanted.width(), wanted.height());
+    QCoreApplication::processEvents();
+    // The first size is no change of it.
+    std::erase_if(toolkit.queue,
+                  [&](const Message& m) { return m.record.win == toolkit.selected_window && m.kind == Message_Kind::resize; });
+}
+
+void WindowSelect(int number) {
+    if (WindowIsOpen(number)) The_Toolkit().selected_window = number;
+}
+
+void WindowTitle(const std::string& title) {
+    if (Window* window = Selected()) window->setWindowTitle(QString::fromStdString(title));
+}
+
+void WindowSplit(int panes, bool side_by_side) {
+    if (Window* window = Selected(); window != nullptr && window->editor() == nullptr) window->Split(std::clamp(panes, 1, 4), side_by_side);
+}
+
+void WindowStatusBarParts(std::span<const int> widths) {
+    if (Window* window = Selected()) window->Set_Status_Parts(widths);
+}
+
+void WindowOutStatusBar(int part, const std::string& text) {
+    if (QLabel* label = Selected_Part(part)) label->setText(QString::fromStdString(text));
+}
+
+std::string WindowStatusBarText(int part) {
+    const QLabel* label = Selected_Part(part);
+    return label == nullptr ? std::string() : label->text().toStdString();
+}
+
+int WInfoWindow(int what, int pane) {
+    const Drawing_Area* area = Selected_Area(pane);
+    if (area == nullptr) return 0;
+    const QSize pixels = area->Pixels();
+    return what == 1 ? pixels.width() : pixels.height();
+}
+
+void WindowResize(int width, int height) {
+    Window* window = Selected();
+    if (window == nullptr) return;
+    window->Resize_Area(width, height);
+    QCoreApplication::processEvents();
+    Post_Message({Message_Kind::resize, {.win = The_Toolkit().selected_window, .value4 = 1}});
+}
+
+void WCursorShape(int shape) {
+    if (Drawing_Area* area = Selected_Area(1))
+        area->setCursor(shape == 3 ? Qt::CrossCursor : shape == 6 ? Qt::OpenHandCursor : Qt::ArrowCursor);
+}
+
+int WindowFront() { return The_Toolkit().Front(); }
+
+bool WindowToFront(int number) {
+    Toolkit& toolkit = The_Toolkit();
+    QWidget* widget = toolkit.Find_Window(number);
+    if (widget == nullptr) widget = toolkit.Dialog(number);
+    if (widget == nullptr) return false;
+    toolkit.To_Front(number);
+    widget->raise();
+    widget->activateWindow();
+    return true;
+}
+
+void WMenu(std::span<const Menu_Entry> bar) {
+    if (Window* window = Selected()) window->Set_Menu(bar);
+}
+
+void WMenuSetState(int command, int what, int value) {
+    QAction* action = Selected_Action(command);
+    if (action == nullptr) return;
+    if (what == menu_enabled)
+        action->setEnabled(value != 0);
+    else if (action->isCheckable())
+        action->setChecked(value != 0);
+}
+
+int WMenuGetState(int command, int what) {
+    const QAction* action = Selected_Action(command);
+    if (action == nullptr) return -1;
+    return what == menu_enabled ? action->isEnabled() : action->isChecked();
+}
+
+void WMenuSetString(int command, const std::string& text) {
+    if (QAction* action = Selected_Action(command)) action->setText(QString::fromStdString(text));
+}
+
+std::string WMenuGetString(int command) {
+    const QAction* action = Selected_Action(command);
+    return action == nullptr ? std::string() : action->text().toStdString();
+}
+
+void Register_Toolbars(std::span<const Toolbar_Resource> tables) { Toolbars().assign(tables.begin(), tables.end()); }
+
+void WMenuToolbar(int table, int row) {
+    const auto found = std::find_if(Toolbars().begin(), Toolbars().end(), [&](const auto& entry) { return entry.number == table; });
+    if (Window* window = Selected()) window->Set_Toolbar(found == Toolbars().end() ? nullptr : &*found, row);
+}
+
+void WBitmapPut(Bitmap bitmap, int pane) {
+    Bitmap::Implementation& picture = bitmap.implementation();
+    picture.device.reset();
+    if (Drawing_Area* area = Selected_Area(pane)) area->Put_Bitmap(std::move(picture.image));
+}
+
+void WOverlayPut(const Recording_Device& overlay, int pane) {
+    if (Drawing_Area* area = Selected_Area(pane)) area->Put_Overlay(overlay);
+}
+
+}  // namespace vntl
