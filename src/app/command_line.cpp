@@ -91,7 +91,7 @@ Command_Line Parse_Command_Line(int argc, const char* const* argv) {
     const bool scripted = parser.count("--script") > 0, recording = parser.count("--record") > 0;
     if (exporting && (line.export_file.empty() || line.files.empty()))
         return Ending(2, "vantrelo: --export needs a file to write and a pattern\n");
-    if (exporting + scripted + recording > 1) return Ending(2, "vantrelo: --export, --script and --record exclude one another\n");
+    if (exporting && (scripted || recording)) return Ending(2, "vantrelo: --export excludes --script and --record\n");
     if (recording && line.record.empty()) return Ending(2, "vantrelo: --record needs a file to write\n");
     if (scripted && line.script.empty()) return Ending(2, "vantrelo: --script needs a file, or - for standard input\n");
     if (!exporting && (!size.empty() || !format.empty())) return Ending(2, "vantrelo: --size and --format belong to --export\n");

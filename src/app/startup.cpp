@@ -85,7 +85,6 @@ void Open_Main_Window(Application& app, const Command_Line& line) {
     WindowStatusBarParts(status_widths);
     WMenu(Menu_Bar());
     Register_Toolbars(Toolbars());
-    WindowShow();
 }
 
 void Tell_About_Preferences(Application& app) {
@@ -126,8 +125,9 @@ void Start(Application& app, const Command_Line& line, Recorder* recorder) {
     MRU_Show(session);
     Reset_Profiles(session);
     Set_Menu_Empty(session);
-    Plot_Redraw(session);
     Carry_To_Window(app);
+    WindowShow();
+    Plot_Redraw(session);
     Tell_About_Preferences(app);
     if (recorder != nullptr) recorder->Begin(line.files);
     Open_Start_Files(app, line);

@@ -69,6 +69,21 @@ QStringList Name_Filters(std::string_view filter) {
     return names;
 }
 
+std::vector<std::string> Chosen_Files(std::string_view filter, Select_Kind kind, const std::string& name, std::string_view title,
+                                      const std::string& directory) {
+    QFileDialog dialog(The_Toolkit().Main(), Q(title), directory.empty() ? QDir::currentPath() : Q(directory));
+    dialog.setOption(QFileDialog::HideNameFilterDetails);
+    dialog.setNameFilters(Name_Filters(filter));
+    dialog.setAcceptMode(kind == Select_Kind::save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+    dialog.setFileMode(kind == Select_Kind::save ? QFileDialog::AnyFile
+                                                 : (kind == Select_Kind::open ? QFileDialog::ExistingFile : QFileDialog::ExistingFiles));
+    if (!name.empty()) dialog.selectFile(Q(name));
+    std::vector<std::string> files;
+    if (dialog.exec() == QDialog::Accepted)
+        for (const QString& file : dialog.selectedFiles()) files.push_back(file.toStdString());
+    return files;
+}
+
 }  // namespace
 
 bool Box_Offers(Box_Buttons buttons, Box_Answer answer) {
@@ -113,37 +128,32 @@ Box_Answer WMessageBox(const Message_Box& box) {
 std::vector<std::string> WSelectFile(std::string_view filter, Select_Kind kind, const std::string& name, std::string_view title,
                                      const std::string& directory) {
     Toolkit& toolkit = The_Toolkit();
-    if (toolkit.stand_in != nullptr) return toolkit.stand_in->Answer_Select(kind);
-    QFileDialog dialog(toolkit.Main(), Q(title), directory.empty() ? QDir::currentPath() : Q(directory));
-    dialog.setOption(QFileDialog::HideNameFilterDetails);
-    dialog.setNameFilters(Name_Filters(filter));
-    dialog.setAcceptMode(kind == Select_Kind::save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
-    dialog.setFileMode(kind == Select_Kind::save ? QFileDialog::AnyFile
-                                                 : (kind == Select_Kind::open ? QFileDialog::ExistingFile : QFileDialog::ExistingFiles));
-    if (!name.empty()) dialog.selectFile(Q(name));
-    std::vector<std::string> files;
-    if (dialog.exec() == QDialog::Accepted)
-        for (const QString& file : dialog.selectedFiles()) files.push_back(file.toStdString());
+    const auto files =
+        toolkit.stand_in != nullptr ? toolkit.stand_in->Answer_Select(kind) : Chosen_Files(filter, kind, name, title, directory);
     if (toolkit.witness != nullptr) toolkit.witness->Saw_Files(files);
     return files;
 }
 
 std::optional<std::string> WSelectDir(const std::string& directory, std::string_view title) {
     Toolkit& toolkit = The_Toolkit();
-    if (toolkit.stand_in != nullptr) return toolkit.stand_in->Answer_Directory();
-    const QString chosen = QFileDialog::getExistingDirectory(toolkit.Main(), Q(title), Q(directory));
-    const auto result = chosen.isEmpty() ? std::nullopt : std::optional(chosen.toStdString());
-    if (toolkit.witness != nullptr) toolkit.witness->Saw_Directory(result);
-    return result;
+    std::optional<std::string> chosen;
+    if (toolkit.stand_in != nullptr)
+        chosen = toolkit.stand_in->Answer_Directory();
+    else if (const QString name = QFileDialog::getExistingDirectory(toolkit.Main(), Q(title), Q(directory)); !name.isEmpty())
+        chosen = name.toStdString();
+    if (toolkit.witness != nullptr) toolkit.witness->Saw_Directory(chosen);
+    return chosen;
 }
 
 std::optional<Colour> WSelectColour(Colour present) {
     Toolkit& toolkit = The_Toolkit();
-    if (toolkit.stand_in != nullptr) return toolkit.stand_in->Answer_Colour();
-    const QColor chosen = QColorDialog::getColor(Q_Colour(present), toolkit.Main());
-    const auto result = chosen.isValid() ? std::optional(WRGB(chosen.red(), chosen.green(), chosen.blue())) : std::nullopt;
-    if (toolkit.witness != nullptr) toolkit.witness->Saw_Colour(result);
-    return result;
+    std::optional<Colour> chosen;
+    if (toolkit.stand_in != nullptr)
+        chosen = toolkit.stand_in->Answer_Colour();
+    else if (const QColor colour = QColorDialog::getColor(Q_Colour(present), toolkit.Main()); colour.isValid())
+        chosen = WRGB(colour.red(), colour.green(), colour.blue());
+    if (toolkit.witness != nullptr) toolkit.witness->Saw_Colour(chosen);
+    return chosen;
 }
 
 bool WHardcopyOptions(std::string_view title, const std::function<void(Device&)>& draw) {

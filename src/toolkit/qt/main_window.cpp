@@ -3,6 +3,7 @@
 #include <QCloseEvent>
 #include <QDropEvent>
 #include <QKeyEvent>
+#include <QLayout>
 #include <QMenuBar>
 #include <QMimeData>
 #include <QSplitter>
@@ -90,28 +91,41 @@ void Window::Set_Menu(std::span<const Menu_Entry> bar) {
     for (const Menu_Entry& entry : bar) menuBar()->addMenu(Add_Popup(entry));
 }
 
+// A bar that comes or goes changes the size of the window and not that of the picture, where the desktop lets it.
 void Window::Set_Toolbar(const Toolbar_Resource* table, int row) {
+    const QSize before = centralWidget()->size();
     if (const auto standing = toolbars_.find(row); standing != toolbars_.end()) {
         removeToolBar(standing->second);
         delete standing->second;
         toolbars_.erase(standing);
     }
-    if (table == nullptr) return;
+    if (table != nullptr) Add_Toolbar(*table, row);
+    if (!isVisible() || isMaximized() || isFullScreen()) return;
+    layout()->activate();
+    Resize_Area(before.width(), before.height());
+    layout()->activate();
+    if (centralWidget()->size() != before) return;
+    std::erase_if(The_Toolkit().queue,
+                  [this](const Message& message) { return message.kind == Message_Kind::resize && message.record.win == number_; });
+}
+
+void Window::Add_Toolbar(const Toolbar_Resource& table, int row) {
     auto* bar = new QToolBar(this);
     bar->setMovable(false);
     bar->setWindowTitle("Toolbar " + QString::number(row));
     // The pictures grow with the desktop's font.
     const int text = bar->fontMetrics().height();
-    bar->setIconSize({std::max(table->button_width, text), std::max(table->button_height, text)});
-    for (const int command : table->commands) {
+    bar->setIconSize({std::max(table.button_width, text), std::max(table.button_height, text)});
+    for (const int command : table.commands) {
         if (command == 0)
             bar->addSeparator();
         else if (QAction* action = Action(command))
             bar->addAction(action);
     }
-    if (row == first_toolbar_row && !toolbars_.empty()) {
-        insertToolBar(toolbars_.begin()->second, bar);
-        insertToolBarBreak(toolbars_.begin()->second);
+    const auto below = toolbars_.upper_bound(row);
+    if (below != toolbars_.end()) {
+        insertToolBar(below->second, bar);
+        insertToolBarBreak(below->second);
     } else {
         if (!toolbars_.empty()) addToolBarBreak();
         addToolBar(bar);

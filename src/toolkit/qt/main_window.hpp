@@ -42,6 +42,7 @@ protected:
 private:
     void Add_Entries(QMenu& menu, std::span<const Menu_Entry> entries);
     QMenu* Add_Popup(const Menu_Entry& entry);
+    void Add_Toolbar(const Toolbar_Resource& table, int row);
 
     struct Timer {
         int number;
