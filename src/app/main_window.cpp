@@ -42,6 +42,7 @@ void Do_Key(Application& app, int key) {
 }  // namespace
 
 void Ihand_WinRoot(Application& app, const Message& message) {
+    WindowSelect(main_window);
     switch (message.kind) {
         case Message_Kind::command:
             Do_Command(app, message.record.value1);

@@ -30,6 +30,7 @@ struct Statement {
 Status Parse_Statement(std::string_view line, std::vector<std::string>& words);
 
 std::string_view Answer_Name(Box_Answer answer);  // as `answer` takes it
+std::optional<Box_Answer> Answer_Of_Name(std::string_view name);
 
 // Runs the statements of a script, one each time that the innermost message loop has nothing to do, and answers boxes and selectors.
 // Failures are named on `errors` with their line, and so is a session that contradicts itself after a statement; boxes and prints go to

@@ -82,7 +82,7 @@ void Register_Dialogs(std::span<const Dialog_Resource> resources);  // a number 
 
 enum class Show_Kind { modal = 1, modeless = 2, semi_modeless = 3 };
 
-void WDialogLoad(int dialog);  // builds and selects it
+void WDialogLoad(int dialog);  // builds and selects it; it belongs to the window selected last
 void WDialogSelect(int dialog);
 // Shows it; `field` has the focus, 0 the first. `commands`: those of the main window that a modal dialog lets through.
 void WDialogShow(int field, Show_Kind kind, std::span<const int> commands = {});

@@ -41,7 +41,7 @@ enum class Child_Kind { plot, editor };
 
 void WindowOpen(int width, int height, const std::string& title, const std::string& icon);
 void WindowOpenChild(int number, const std::string& title, int width, int height, Child_Kind kind);
-void WindowCloseChild(int number);
+void WindowCloseChild(int number);  // and its dialogs
 bool WindowIsOpen(int number);
 void WindowShow();  // when its menu and status bar are there
 void WindowSelect(int number);

@@ -126,12 +126,7 @@ void Load(Session& session, Ask& ask, const std::string& file) {
 }
 
 void Close(Session& session, Ask& ask) {
-    if (!Settle_Changes(session, ask)) return;
-    if (WDialogLoaded(find_dialog)) {
-        WDialogSelect(find_dialog);
-        WDialogUnload();
-    }
-    WindowCloseChild(editor_window);
+    if (Settle_Changes(session, ask)) WindowCloseChild(editor_window);
 }
 
 void Find_Next() {
@@ -143,6 +138,7 @@ void Find_Next() {
 }
 
 void Open_Find_Dialog() {
+    WindowSelect(editor_window);
     WDialogLoad(find_dialog);
     WDialogShow(field_text, Show_Kind::modeless);
 }

@@ -7,7 +7,7 @@ namespace vntl {
 namespace {
 
 constexpr int gestures_dialog = 403;
-constexpr int field_heading = 1001, field_table = 1002;
+constexpr int field_heading = 1001, field_first = 1002;
 
 struct Gesture {
     std::string_view hand, effect;
@@ -33,22 +33,19 @@ constexpr Gesture gestures[] = {
 }  // namespace
 
 Dialog_Resource Gestures_Dialog_Resource() {
-    Dialog_Field table{field_table, Field_Kind::grid};
-    table.columns = {{"Mouse and keys", Cell_Kind::string, "", 30}, {"What they do", Cell_Kind::string, "", 70}};
-    table.grid_rows = static_cast<int>(std::size(gestures));
-    return {gestures_dialog,
-            "Mouse and keys",
-            {{{field_heading, Field_Kind::label, "Over the plot", 0, "", true}}, {table}, {{button_ok, Field_Kind::push_button, "OK"}}}};
+    Dialog_Resource resource{gestures_dialog, "Mouse and keys", {{{field_heading, Field_Kind::label, "Over the plot", 0, "", true}}}};
+    int field = field_first;
+    for (const Gesture& gesture : gestures) {
+        resource.rows.push_back(
+            {{field, Field_Kind::label, std::string(gesture.hand)}, {field + 1, Field_Kind::label, std::string(gesture.effect)}});
+        field += 2;
+    }
+    resource.rows.push_back({{button_ok, Field_Kind::push_button, "OK"}});
+    return resource;
 }
 
 void Gestures_Dialog(Session& session) {
     WDialogLoad(gestures_dialog);
-    int row = 0;
-    for (const Gesture& gesture : gestures) {
-        WGridPutCellString(field_table, 1, ++row, gesture.hand);
-        WGridPutCellString(field_table, 2, row, gesture.effect);
-    }
-    WDialogFieldState(field_table, field_read_only);
     WDialogShow(button_ok, Show_Kind::modal);
     Run_Modal(session, gestures_dialog);
     WDialogUnload();

@@ -49,7 +49,7 @@ Window* Toolkit::Find_Window(int number) const {
     return found == windows.end() ? nullptr : found->second.get();
 }
 
-QWidget* Toolkit::Main() const { return Find_Window(main_window); }
+QWidget* Toolkit::Owner() const { return Find_Window(selected_window); }
 
 void Toolkit::To_Front(int number) {
     std::erase(order, number);

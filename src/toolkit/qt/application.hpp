@@ -25,7 +25,7 @@ struct Toolkit {
     bool Wants(int window, Message_Kind kind) const { return wanted.contains({window, kind}); }
     Dialog_Window* Dialog(int number) const;  // null when it is not loaded
     Window* Find_Window(int number) const;    // null when it is not open
-    QWidget* Main() const;                    // parent of boxes and dialogs
+    QWidget* Owner() const;                   // of boxes and dialogs: the window selected last
     void To_Front(int number);
     void Activated(int number);  // by the user
     int Front() const;           // number of the dialog or window in front; a modal dialog holds the others back

@@ -71,7 +71,7 @@ QStringList Name_Filters(std::string_view filter) {
 
 std::vector<std::string> Chosen_Files(std::string_view filter, Select_Kind kind, const std::string& name, std::string_view title,
                                       const std::string& directory) {
-    QFileDialog dialog(The_Toolkit().Main(), Q(title), directory.empty() ? QDir::currentPath() : Q(directory));
+    QFileDialog dialog(The_Toolkit().Owner(), Q(title), directory.empty() ? QDir::currentPath() : Q(directory));
     dialog.setOption(QFileDialog::HideNameFilterDetails);
     dialog.setNameFilters(Name_Filters(filter));
     dialog.setAcceptMode(kind == Select_Kind::save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
@@ -101,7 +101,7 @@ Box_Answer Box_Default(const Message_Box& box) {
 Box_Answer WMessageBox(const Message_Box& box) {
     Toolkit& toolkit = The_Toolkit();
     const auto rows = Buttons_Of(box.buttons);
-    QMessageBox window(toolkit.Main());
+    QMessageBox window(toolkit.Owner());
     window.setTextFormat(Qt::PlainText);
     window.setText(QString::fromStdString(box.text));
     window.setWindowTitle(QString::fromStdString(box.title));
@@ -139,7 +139,7 @@ std::optional<std::string> WSelectDir(const std::string& directory, std::string_
     std::optional<std::string> chosen;
     if (toolkit.stand_in != nullptr)
         chosen = toolkit.stand_in->Answer_Directory();
-    else if (const QString name = QFileDialog::getExistingDirectory(toolkit.Main(), Q(title), Q(directory)); !name.isEmpty())
+    else if (const QString name = QFileDialog::getExistingDirectory(toolkit.Owner(), Q(title), Q(directory)); !name.isEmpty())
         chosen = name.toStdString();
     if (toolkit.witness != nullptr) toolkit.witness->Saw_Directory(chosen);
     return chosen;
@@ -150,7 +150,7 @@ std::optional<Colour> WSelectColour(Colour present) {
     std::optional<Colour> chosen;
     if (toolkit.stand_in != nullptr)
         chosen = toolkit.stand_in->Answer_Colour();
-    else if (const QColor colour = QColorDialog::getColor(Q_Colour(present), toolkit.Main()); colour.isValid())
+    else if (const QColor colour = QColorDialog::getColor(Q_Colour(present), toolkit.Owner()); colour.isValid())
         chosen = WRGB(colour.red(), colour.green(), colour.blue());
     if (toolkit.witness != nullptr) toolkit.witness->Saw_Colour(chosen);
     return chosen;
@@ -163,7 +163,7 @@ bool WHardcopyOptions(std::string_view title, const std::function<void(Device&)>
     QPrinter printer(QPrinter::HighResolution);
     printer.setPageOrientation(QPageLayout::Landscape);
     printer.setResolution(std::min(printer.resolution(), most_dots_per_inch));
-    QPrintDialog dialog(&printer, toolkit.Main());
+    QPrintDialog dialog(&printer, toolkit.Owner());
     dialog.setWindowTitle(Q(title));
     if (dialog.exec() != QDialog::Accepted) return false;
     const QRect page = printer.pageRect(QPrinter::DevicePixel).toRect();

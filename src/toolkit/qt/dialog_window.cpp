@@ -59,9 +59,11 @@ void Dialog_Window::Lay_Out(QGridLayout& grid, const Rows& rows) {
     grid.setColumnStretch(grid.columnCount(), 1);
 }
 
-// Entries stand in columns, their labels before them. Marks and buttons alone in a row, which have nothing to align with, stand close.
+// Entries stand in columns, their labels before them, and so do labels that are alone in a row. Marks and buttons without an entry stand
+// close.
 void Dialog_Window::Lay_Out_Row(QGridLayout& grid, int row, const std::vector<Dialog_Field>& fields) {
-    const bool close = fields.size() > 1 && std::none_of(fields.begin(), fields.end(), [](const Dialog_Field& f) {
+    const bool labels = std::all_of(fields.begin(), fields.end(), [](const Dialog_Field& f) { return f.kind == Field_Kind::label; });
+    const bool close = fields.size() > 1 && !labels && std::none_of(fields.begin(), fields.end(), [](const Dialog_Field& f) {
                            return Is_Entry(f.kind) || Takes_Room(f.kind) || f.kind == Field_Kind::frame || f.kind == Field_Kind::tab;
                        });
     auto* line = close ? new QHBoxLayout : nullptr;

@@ -64,7 +64,7 @@ void WDialogLoad(int dialog) {
     toolkit.selected_dialog = dialog;
     if (toolkit.Dialog(dialog) != nullptr) return;
     for (const Dialog_Resource& resource : Resources())
-        if (resource.number == dialog) toolkit.dialogs.push_back(std::make_unique<Dialog_Window>(resource, toolkit.Main()));
+        if (resource.number == dialog) toolkit.dialogs.push_back(std::make_unique<Dialog_Window>(resource, toolkit.Owner()));
 }
 
 void WDialogSelect(int dialog) { The_Toolkit().selected_dialog = dialog; }

@@ -17,6 +17,32 @@
 
 namespace vntl {
 
+namespace {
+
+// A part of the status bar: as wide as it was told, wider once a text needs it, and then it stays so, lest its neighbours jump about.
+// The first part, for hints, gives way where the window is too narrow for all.
+class Status_Label : public QLabel {
+public:
+    Status_Label(int width, bool gives_way) : width_(width), gives_way_(gives_way) {
+        setTextFormat(Qt::PlainText);
+        setContentsMargins(4, 0, 4, 0);
+        setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Preferred);
+    }
+    QSize sizeHint() const override {
+        const int needed = QLabel::sizeHint().width();
+        if (gives_way_) return {std::max(width_, needed), QLabel::sizeHint().height()};
+        width_ = std::max(width_, needed);
+        return {width_, QLabel::sizeHint().height()};
+    }
+    QSize minimumSizeHint() const override { return gives_way_ ? QSize(0, QLabel::sizeHint().height()) : sizeHint(); }
+
+private:
+    mutable int width_;
+    bool gives_way_;
+};
+
+}  // namespace
+
 Window::Window(int number, const std::string& title, Child_Kind kind, QWidget* parent) : QMainWindow(parent), number_(number) {
     setWindowTitle(QString::fromStdString(title));
     setAcceptDrops(number == main_window);
@@ -139,13 +165,8 @@ void Window::Set_Status_Parts(std::span<const int> widths) {
     parts_.clear();
     const int character = fontMetrics().averageCharWidth();
     for (const int width : widths) {
-        auto* part = new QLabel(this);
-        part->setTextFormat(Qt::PlainText);
-        part->setMinimumWidth(0);
-        part->setContentsMargins(4, 0, 4, 0);
-        if (width >= 0) part->setFixedWidth(width * character / 100);
-        statusBar()->addWidget(part, width < 0 ? 1 : 0);
-        parts_.push_back(part);
+        parts_.push_back(new Status_Label(std::max(0, width * character / 100), parts_.empty()));
+        statusBar()->addWidget(parts_.back(), width < 0 ? 1 : 0);
     }
 }
 

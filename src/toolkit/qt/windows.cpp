@@ -47,7 +47,14 @@ void WindowOpenChild(int number, const std::string& title, int width, int height
 
 void WindowCloseChild(int number) {
     Toolkit& toolkit = The_Toolkit();
-    if (number == main_window) return;
+    if (number == main_window || !WindowIsOpen(number)) return;
+    std::vector<int> own;
+    for (const auto& dialog : toolkit.dialogs)
+        if (dialog->parentWidget() == toolkit.Find_Window(number)) own.push_back(dialog->number());
+    for (const int dialog : own) {
+        WDialogSelect(dialog);
+        WDialogUnload();
+    }
     std::erase(toolkit.order, number);
     std::erase_if(toolkit.queue, [number](const Message& message) { return message.record.win == number; });
     std::erase_if(toolkit.wanted, [number](const auto& wish) { return wish.first == number; });

@@ -1,0 +1,277 @@
+// The statements of a session script, one function each.
+#include <algorithm>
+#include <array>
+#include <ostream>
+
+#include "app/application.hpp"
+#include "app/command_table.hpp"
+#include "app/script.hpp"
+#include "app/script_print.hpp"
+#include "base/text.hpp"
+#include "commands/file/export_picture.hpp"
+#include "toolkit/dialog.hpp"
+
+namespace vntl {
+
+namespace {
+
+constexpr int command_open_pattern = 40014;
+
+Status Usage(std::string_view form) { return Status::Fail("usage: " + std::string(form)); }
+
+Status Nothing_Left(const std::vector<std::string>& words, std::string_view form) {
+    return words.size() == 1 ? Status::Done() : Usage(form);
+}
+
+}  // namespace
+
+struct Script_Runner::Kind_Of_Statement {
+    std::string_view name;
+    Status (Script_Runner::*run)(const Words&);
+};
+
+const std::vector<Script_Runner::Kind_Of_Statement>& Script_Runner::Kinds() {
+    static const std::vector<Kind_Of_Statement> kinds = {
+        {"open", &Script_Runner::Open},
+        {"files", &Script_Runner::Files},
+        {"directory", &Script_Runner::Directory},
+        {"colour", &Script_Runner::Colour_Choice},
+        {"command", &Script_Runner::Command_Number},
+        {"drop", &Script_Runner::Drop},
+        {"set", &Script_Runner::Set},
+        {"cell", &Script_Runner::Cell},
+        {"select", &Script_Runner::Select_Item},
+        {"press", &Script_Runner::Press},
+        {"dialog", &Script_Runner::Front},
+        {"main", &Script_Runner::Front},
+        {"answer", &Script_Runner::Answer},
+        {"mouse", &Script_Runner::Mouse},
+        {"key", &Script_Runner::Key},
+        {"resize", &Script_Runner::Resize},
+        {"timer", &Script_Runner::Timer},
+        {"close", &Script_Runner::Close},
+        {"programs", &Script_Runner::Programs},
+        {"print", &Script_Runner::Print},
+        {"export", &Script_Runner::Export},
+        {"exit", &Script_Runner::Exit},
+        {"quit", &Script_Runner::Quit},
+    };
+    return kinds;
+}
+
+void Script_Runner::Run(const Statement& statement) {
+    const auto& kinds = Kinds();
+    const auto kind = std::find_if(kinds.begin(), kinds.end(), [&](const auto& row) { return row.name == statement.words.front(); });
+    const Status status =
+        kind == kinds.end() ? Status::Fail("unknown statement " + statement.words.front()) : (this->*kind->run)(statement.words);
+    if (status.failed) Fail(statement.line, status.message);
+}
+
+Status Script_Runner::Post_Command(int id) {
+    const int front = WindowFront();
+    const std::string name = "command " + std::to_string(id);
+    if (WindowIsOpen(front) && front != main_window) {
+        WindowSelect(front);
+        if (WMenuGetState(id, menu_enabled) < 0) return Status::Fail("the window in front has no " + name);
+        if (WMenuGetState(id, menu_enabled) == 0) return Status::Fail(name + " is disabled");
+        Post_Message({Message_Kind::command, {.win = front, .value1 = id}});
+        return Status::Done();
+    }
+    const Command* command = Find_Command(id);
+    if (command == nullptr) return Status::Fail("there is no " + name);
+    if (!Modal_Loop_Serves(id)) return Status::Fail(name + " is not served while a dialog is open");
+    if (!command->built() || !app_.session.interface.Enabled(id))
+        return Status::Fail(name + " (" + Plain_Label(command->label) + ") is disabled");
+    Post_Message({Message_Kind::command, {.value1 = id}});
+    return Status::Done();
+}
+
+Status Script_Runner::Open(const Words& words) {
+    if (words.size() < 2) return Usage("open A B ...");
+    const Status status = Post_Command(command_open_pattern);
+    if (status.failed) return status;
+    std::vector<std::string> files;
+    for (std::size_t i = 1; i < words.size(); ++i) files.push_back(Absolute(words[i]));
+    selections_.push_front(std::move(files));
+    return status;
+}
+
+Status Script_Runner::Files(const Words& words) {
+    if (words.size() < 2) return Usage("files A B ... | cancel");
+    std::vector<std::string> files;
+    const bool cancel = words.size() == 2 && words[1] == "cancel";
+    for (std::size_t i = 1; i < words.size() && !cancel; ++i) files.push_back(Absolute(words[i]));
+    selections_.push_back(std::move(files));
+    return Status::Done();
+}
+
+Status Script_Runner::Directory(const Words& words) {
+    if (words.size() != 2) return Usage("directory D");
+    directories_.push_back(Absolute(words[1]));
+    return Status::Done();
+}
+
+Status Script_Runner::Colour_Choice(const Words& words) {
+    std::array<int, 3> parts{};
+    const bool numbers =
+        words.size() == 4 && Parse_Integer(words[1], parts[0]) && Parse_Integer(words[2], parts[1]) && Parse_Integer(words[3], parts[2]);
+    if (!numbers || std::any_of(parts.begin(), parts.end(), [](int part) { return part < 0 || part > 255; })) return Usage("colour R G B");
+    colours_.push_back(WRGB(parts[0], parts[1], parts[2]));
+    return Status::Done();
+}
+
+Status Script_Runner::Command_Number(const Words& words) {
+    int id = 0;
+    if (words.size() != 2 || !Parse_Integer(words[1], id)) return Usage("command N");
+    return Post_Command(id);
+}
+
+Status Script_Runner::Drop(const Words& words) {
+    if (words.size() < 2) return Usage("drop A B ...");
+    WIN_MESSAGE record;
+    for (std::size_t i = 1; i < words.size(); ++i) record.files.push_back(Absolute(words[i]));
+    Post_Message({Message_Kind::files_dropped, std::move(record)});
+    return Status::Done();
+}
+
+Status Script_Runner::Field_Number(const std::string& name, int& number) const {
+    const int dialog = WindowFront();
+    if (!WDialogLoaded(dialog)) return Status::Fail("no dialog is open");
+    if (Parse_Integer(name, number)) return Status::Done();
+    return Field_By_Label(dialog, name, number);
+}
+
+Status Script_Runner::Set(const Words& words) {
+    if (words.size() != 3) return Usage("set FIELD VALUE");
+    int field = 0;
+    const Status found = Field_Number(words[1], field);
+    return found.failed ? found : Act_Set_Field(WindowFront(), field, words[2]);
+}
+
+Status Script_Runner::Cell(const Words& words) {
+    int field = 0, row = 0;
+    if (words.size() != 5 || !Parse_Integer(words[3], row)) return Usage("cell FIELD COLUMN ROW VALUE");
+    const Status found = Field_Number(words[1], field);
+    return found.failed ? found : Act_Set_Cell(WindowFront(), field, words[2], row, words[4]);
+}
+
+Status Script_Runner::Select_Item(const Words& words) {
+    int field = 0;
+    if (words.size() != 3) return Usage("select FIELD PATH");
+    const Status found = Field_Number(words[1], field);
+    return found.failed ? found : Act_Select(WindowFront(), field, words[2]);
+}
+
+Status Script_Runner::Press(const Words& words) {
+    if (words.size() != 2) return Usage("press FIELD");
+    int field = 0;
+    const Status found = Field_Number(words[1], field);
+    return found.failed ? found : Act_Press(WindowFront(), field);
+}
+
+Status Script_Runner::Front(const Words& words) {
+    int number = main_window;
+    if (words.front() == "main") {
+        if (const Status extra = Nothing_Left(words, "main"); extra.failed) return extra;
+    } else if (words.size() != 2 || !Parse_Integer(words[1], number)) {
+        return Usage("dialog NUMBER | main");
+    }
+    if (!WindowToFront(number)) return Status::Fail("dialog " + std::to_string(number) + " is not open");
+    return WindowFront() == number ? Status::Done() : Status::Fail("a modal dialog is in front");
+}
+
+Status Script_Runner::Answer(const Words& words) {
+    const std::optional<Box_Answer> answer = words.size() == 2 ? Answer_Of_Name(words[1]) : std::nullopt;
+    if (!answer) return Usage("answer yes|no|ok|cancel|retry|abort|ignore");
+    answers_.push_back({line_, *answer});
+    return Status::Done();
+}
+
+Status Script_Runner::Mouse(const Words& words) {
+    constexpr std::string_view form = "mouse [data] down|up|move|wheelup|wheeldown [left|middle|right] X Y";
+    Words rest(words.begin() + 1, words.end());
+    const bool data = !rest.empty() && rest.front() == "data";
+    if (data) rest.erase(rest.begin());
+    if (rest.size() < 3 || rest.size() > 4) return Usage(form);
+    constexpr std::array<std::string_view, 5> actions = {"down", "up", "move", "wheelup", "wheeldown"};
+    constexpr std::array<std::string_view, 3> buttons = {"left", "middle", "right"};
+    const auto action = std::find(actions.begin(), actions.end(), rest.front()) - actions.begin();
+    const auto button = rest.size() == 4 ? std::find(buttons.begin(), buttons.end(), rest[1]) - buttons.begin() : 0;
+    WIN_MESSAGE record;
+    if (action == static_cast<long>(actions.size()) || button == static_cast<long>(buttons.size()) ||
+        !Parse_Real(rest[rest.size() - 2], record.x) || !Parse_Real(rest.back(), record.y))
+        return Usage(form);
+    if (data) {
+        const Plot_State::Place at = app_.session.plot.Page_At({record.x, record.y});
+        record.x = at.x;
+        record.y = at.y;
+    }
+    record.win = WindowIsOpen(WindowFront()) ? WindowFront() : main_window;
+    record.value4 = 1;
+    constexpr std::array<Message_Kind, 5> kinds = {Message_Kind::mouse_down, Message_Kind::mouse_up, Message_Kind::mouse_move,
+                                                   Message_Kind::wheel, Message_Kind::wheel};
+    const Message_Kind kind = kinds[static_cast<std::size_t>(action)];
+    record.value1 = kind == Message_Kind::wheel ? (action == 3 ? 1 : -1) : static_cast<int>(button) + 1;
+    Post_Message({kind, std::move(record)});
+    return Status::Done();
+}
+
+Status Script_Runner::Key(const Words& words) {
+    const int code = words.size() == 2 ? Key_Code(words[1]) : 0;
+    if (code == 0) return Usage("key NAME");
+    if (WindowFront() != main_window && Act_Key(WindowFront(), code).ok()) return Status::Done();
+    Post_Message({Message_Kind::key_down, {.win = WindowFront(), .value1 = code}});
+    return Status::Done();
+}
+
+Status Script_Runner::Resize(const Words& words) {
+    constexpr int max_side = 16384;
+    int width = 0, height = 0;
+    if (words.size() != 3 || !Parse_Integer(words[1], width) || !Parse_Integer(words[2], height)) return Usage("resize W H");
+    if (width < 1 || height < 1 || width > max_side || height > max_side) return Status::Fail("a window cannot have that size");
+    WindowSelect(WindowIsOpen(WindowFront()) ? WindowFront() : main_window);
+    WindowResize(width, height);
+    return Status::Done();
+}
+
+Status Script_Runner::Timer(const Words& words) {
+    int number = 0;
+    if (words.size() != 2 || !Parse_Integer(words[1], number)) return Usage("timer N");
+    Post_Message({Message_Kind::timer, {.win = WindowIsOpen(WindowFront()) ? WindowFront() : main_window, .value1 = number}});
+    return Status::Done();
+}
+
+Status Script_Runner::Close(const Words& words) {
+    if (const Status extra = Nothing_Left(words, "close"); extra.failed) return extra;
+    if (WDialogLoaded(WindowFront())) return Act_Key(WindowFront(), key_escape);
+    Post_Message({Message_Kind::close_request, {.win = WindowFront()}});
+    return Status::Done();
+}
+
+Status Script_Runner::Programs(const Words& words) {
+    if (words.size() != 2 || (words[1] != "on" && words[1] != "off")) return Usage("programs on|off");
+    return Status::Done();  // no command starts a program yet: either is the state already
+}
+
+Status Script_Runner::Print(const Words& words) { return Print_State(app_, output_, WindowFront(), {words.begin() + 1, words.end()}); }
+
+Status Script_Runner::Export(const Words& words) {
+    if (words.size() != 2) return Usage("export FILE");
+    WindowSelect(main_window);
+    return Export_Picture(app_.session, Absolute(words[1]), WInfoWindow(1), WInfoWindow(2));
+}
+
+Status Script_Runner::Exit(const Words& words) {
+    if (const Status extra = Nothing_Left(words, "exit"); extra.failed) return extra;
+    app_.session.config.files_allowed = true;
+    Exit_Program(app_);
+    return Quit(words);
+}
+
+Status Script_Runner::Quit(const Words& words) {
+    if (const Status extra = Nothing_Left(words, "quit"); extra.failed) return extra;
+    next_ = lines_.size();
+    return Status::Done();
+}
+
+}  // namespace vntl
