@@ -12,6 +12,8 @@
 #include <functional>
 #include <numeric>
 
+#include "base/page.hpp"
+#include "commands/plot/mouse.hpp"
 #include "plot/plot.hpp"
 #include "toolkit/bitmap.hpp"
 #include "toolkit/messages.hpp"
@@ -35,6 +37,8 @@ Diffraction_Pattern_Type Synthetic_Pattern(int row, int points) {
         p.x.push_back(static_cast<float>(x));
         p.y.push_back(static_cast<float>(20.0 * row + 200.0 * std::exp(-x / 60.0) + 4000.0 * peak + 30.0 * (noise >> 8) / 16777216.0));
     }
+    p.xmin = p.x.front();
+    p.xmax = p.x.back();
     Set_Y_Limits(p);
     return p;
 }
@@ -109,6 +113,25 @@ void Redraw(benchmark::State& state) {
 void Sizes(benchmark::internal::Benchmark* benchmark) { benchmark->Args({100, 20000})->Args({2000, 5000})->Unit(benchmark::kMillisecond); }
 
 BENCHMARK(Redraw)->Apply(Sizes);
+
+// One move of the mouse over all rows, somewhere else each time, so that the nearest row has to be found in arrays long out of the cache.
+void Mouse_Move(benchmark::State& state) {
+    Session session;
+    Fill_Store(session, 2000, 5000);
+    session.plot.plot_type = "multi";
+    Bitmap bitmap(window_width, window_height);
+    Draw_Picture(session, bitmap.Drawing());
+    Message move{Message_Kind::mouse_move, {}};
+    move.record.y = 0.4 * page_height;
+    unsigned place = 0;
+    for (auto _ : state) {
+        place = (place + 97) % 600;
+        move.record.x = (0.2 + 0.001 * place) * page_width;
+        MouseMovement_Main(session, move);
+    }
+    if (session.interface.status[1].rfind("Pointed Pattern", 0) != 0) state.SkipWithError("no row found");
+}
+BENCHMARK(Mouse_Move)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 

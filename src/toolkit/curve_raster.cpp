@@ -2,9 +2,11 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cmath>
 #include <cstring>
 #include <limits>
+#include <utility>
 
 namespace vntl {
 
@@ -13,48 +15,33 @@ namespace {
 constexpr int strips_a_pixel = 5;
 constexpr int strip_share = 51;  // of the full opacity 255
 constexpr float nothing = std::numeric_limits<float>::infinity();
+constexpr float farthest = 1e15f;  // pixels: a point beyond is a gap
+constexpr int chunk_points = 256;
 
 std::uint32_t Argb(Colour c) { return 0xff000000u | Red(c) << 16 | Green(c) << 8 | Blue(c); }
 
-// The colour over a pixel with an opacity of 0 to 255; the alpha channel follows, so that it works on clear ground too.
-void Blend(std::uint32_t& pixel, std::uint32_t colour, unsigned opacity) {
-    if (opacity >= 255) {
-        pixel = colour;
-        return;
-    }
-    const unsigned rest = 255 - opacity;
-    const auto mix = [&](unsigned shift) {
-        const unsigned value = (colour >> shift & 255u) * opacity + (pixel >> shift & 255u) * rest + 127;
-        return (value + (value >> 8) + 1) >> 8 << shift;  // through 255, rounded
-    };
-    pixel = mix(0) | mix(8) | mix(16) | mix(24);
+// The four channels of a pixel, 16 bits for each.
+constexpr std::uint64_t a_channel_each = 0x0001000100010001u, channels = 255 * a_channel_each;
+std::uint64_t Spread(std::uint32_t pixel) { return (pixel | static_cast<std::uint64_t>(pixel) << 24) & channels; }
+
+// The colour over a pixel with an opacity of 0 to 255; the alpha channel follows, so that it works on clear ground too. No opacity is
+// taken apart: along the edge of a curve a jump costs more than the sum.
+void Blend(std::uint32_t& pixel, std::uint32_t colour, std::uint32_t opacity) {
+    const std::uint64_t sum = Spread(colour) * opacity + Spread(pixel) * (255 - opacity) + 127 * a_channel_each;
+    const std::uint64_t mixed = (sum + (sum >> 8 & channels) + a_channel_each) >> 8 & channels;  // through 255, rounded
+    pixel = static_cast<std::uint32_t>(mixed | mixed >> 24);
 }
 
-// The whole number below; std::floor is a library call on processors of the base line. |x| < 1e15.
-double Floor(double x) {
-    const auto whole = static_cast<double>(static_cast<long long>(x));
-    return whole > x ? whole - 1 : whole;
-}
-
-// Index of the first point that may matter: the last one left of `x`. For a series whose x rises.
-std::size_t First_At(const Series& s, double x) {
-    const auto device = [&](float value) { return s.x0 + s.x_scale * static_cast<double>(value); };
-    const auto found = std::partition_point(s.x.begin(), s.x.end(), [&](float value) { return device(value) < x; });
-    const auto index = static_cast<std::size_t>(found - s.x.begin());
-    return index == 0 ? 0 : index - 1;
-}
-
-std::size_t End_At(const Series& s, double x) {
-    const auto found =
-        std::partition_point(s.x.begin(), s.x.end(), [&](float value) { return s.x0 + s.x_scale * static_cast<double>(value) <= x; });
-    return std::min(s.x.size(), static_cast<std::size_t>(found - s.x.begin()) + 1);
-}
-
-// The part of the series between two device x, one neighbour kept on each side.
+// The part of the series between two device x, one neighbour kept on each side. For a series whose x rises.
 Series Between(const Series& s, double x1, double x2) {
-    if (s.x_scale <= 0) return s;
+    if (s.x_scale <= 0 || s.x.empty()) return s;
+    const auto device = [&](float value) { return s.x0 + s.x_scale * static_cast<double>(value); };
+    if (device(s.x.front()) >= x1 && device(s.x.back()) <= x2) return s;
+    const auto from = std::partition_point(s.x.begin(), s.x.end(), [&](float value) { return device(value) < x1; });
+    const auto to = std::partition_point(from, s.x.end(), [&](float value) { return device(value) <= x2; });
+    const auto first = static_cast<std::size_t>(from - s.x.begin() - (from != s.x.begin()));
+    const auto end = static_cast<std::size_t>(to - s.x.begin() + (to != s.x.end()));
     Series part = s;
-    const std::size_t first = First_At(s, x1), end = std::max(first, End_At(s, x2));
     part.x = s.x.subspan(first, end - first);
     part.y = s.y.subspan(first, end - first);
     return part;
@@ -68,246 +55,327 @@ bool Rises(std::span<const float> x) {
     return falls == 0;
 }
 
+Curve_Raster::Map::Map(double zero, double per_unit, double from)
+    : origin(static_cast<float>((from - zero) / per_unit)), scale(static_cast<float>(per_unit)) {
+    if (!std::isfinite(origin)) origin = 0;
+    offset = static_cast<float>(zero + per_unit * static_cast<double>(origin) - from);
+}
+
 // --- curves ------------------------------------------------------------------------------------------------------------------
 
-void Curve_Raster::Cover(int strip, double low, double high) {
-    Interval& interval = strips_[static_cast<std::size_t>(strip)];
-    interval.low = std::min(interval.low, static_cast<float>(low));
-    interval.high = std::max(interval.high, static_cast<float>(high));
+// Points of a curve: x in strips, y in pixels downward, and the strip that each is in. Strip 0 and the last one take what lies beyond.
+struct Curve_Raster::Chunk {
+    std::array<float, chunk_points> x, y;
+    std::array<std::int32_t, chunk_points> strip;
+
+    bool Gap(int i) const {
+        const auto at = static_cast<std::size_t>(i);
+        return !((std::fabs(x[at]) < farthest) & (std::fabs(y[at]) < farthest));
+    }
+};
+
+void Curve_Raster::Cover(int strip, float one, float other) {
+    float& low = low_[static_cast<std::size_t>(strip)];
+    float& high = high_[static_cast<std::size_t>(strip)];
+    low = std::min(low, std::min(one, other));
+    high = std::max(high, std::max(one, other));
 }
 
-// The segment in strips; both ends finite, xa <= xb.
-void Curve_Raster::Segment(double xa, double ya, double xb, double yb) {
-    const double count = static_cast<double>(strips_.size());
-    if (xb < 0 || xa >= count) return;
-    const double first = Floor(xa), last = Floor(xb);
-    if (first == last) {
-        Cover(static_cast<int>(first), std::min(ya, yb), std::max(ya, yb));
+// Where the segment from a to b, in neighbouring strips, crosses from the one to the other.
+static inline float Crossing(float xa, float ya, float xb, float yb, std::int32_t strip) {
+    return ya + (yb - ya) / (xb - xa) * (static_cast<float>(strip) - xa);
+}
+
+// The segment that ends in point i; both its ends are no gaps.
+void Curve_Raster::Segment(const Chunk& c, int i) {
+    const auto b = static_cast<std::size_t>(i), a = b - 1;
+    const std::int32_t first = c.strip[a], last = c.strip[b];
+    if (last == first) return;  // the two points cover it
+    if (last == first + 1) {
+        const float edge = Crossing(c.x[a], c.y[a], c.x[b], c.y[b], last);
+        Cover(first, edge, edge);
+        Cover(last, edge, edge);
         return;
     }
-    const double slope = (yb - ya) / (xb - xa);
-    const int from = static_cast<int>(std::max(first, 0.0)), to = static_cast<int>(std::min(last, count - 1));
-    for (int strip = from; strip <= to; ++strip) {
-        const double left = strip <= first ? ya : ya + slope * (strip - xa);
-        const double right = strip >= last ? yb : ya + slope * (strip + 1 - xa);
-        Cover(strip, std::min(left, right), std::max(left, right));
+    const double xa = c.x[a], ya = c.y[a], slope = (c.y[b] - ya) / (c.x[b] - xa);
+    float left = c.y[a];
+    for (std::int32_t strip = first; strip <= last; ++strip) {
+        const float right = strip == last ? c.y[b] : static_cast<float>(ya + slope * (strip + 1 - xa));
+        Cover(strip, left, right);
+        left = right;
     }
 }
 
-void Curve_Raster::Collect(const Series& s, double x_origin, double height, bool reduced) {
-    const double count = static_cast<double>(strips_.size());
-    const double x0 = (s.x0 - x_origin) * strips_a_pixel, x_scale = s.x_scale * strips_a_pixel;
-    double xa = 0, ya = 0;  // the point before
-    int strip_before = -1;  // its strip, -1 outside
-    bool open = false;
-    for (std::size_t i = 0; i < s.x.size(); ++i) {
-        const double xb = x0 + x_scale * static_cast<double>(s.x[i]);
-        const double yb = height - (s.y0 + s.y_scale * static_cast<double>(s.y[i]));
-        if (!(std::fabs(xb) < 1e15 && std::fabs(yb) < 1e15)) {
-            open = false;
-            continue;
+void Curve_Raster::Cover_Segments(const Chunk& c, int points) {
+    for (int i = 0; i < points; ++i) {
+        if (c.Gap(i)) continue;
+        const auto at = static_cast<std::size_t>(i);
+        Cover(c.strip[at], c.y[at], c.y[at]);
+        if (i > 0 && !c.Gap(i - 1)) Segment(c, i);
+    }
+}
+
+// The same for points without gaps, most of which lie in the strip of the point before or in the next one.
+void Curve_Raster::Cover_Points(const Chunk& c, int points) {
+    const auto n = static_cast<std::size_t>(points);
+    std::array<float, chunk_points> edge, low, high;
+    int far = 0;
+    for (std::size_t i = 1; i < n; ++i) {
+        edge[i] = Crossing(c.x[i - 1], c.y[i - 1], c.x[i], c.y[i], c.strip[i]);
+        far += c.strip[i] > c.strip[i - 1] + 1;
+    }
+    low[0] = high[0] = c.y[0];
+    for (std::size_t i = 1; i < n; ++i) {  // from where the curve enters the strip to the point
+        const float y = c.y[i], crossing = edge[i];
+        const float enters = c.strip[i] == c.strip[i - 1] + 1 ? crossing : y;
+        low[i] = std::min(y, enters);
+        high[i] = std::max(y, enters);
+    }
+    for (std::size_t i = 1; i < n; ++i) {  // and on to where it leaves it
+        const float y = c.y[i - 1], crossing = edge[i];
+        const float leaves = c.strip[i] == c.strip[i - 1] + 1 ? crossing : y;
+        low[i - 1] = std::min(low[i - 1], leaves);
+        high[i - 1] = std::max(high[i - 1], leaves);
+    }
+    float *strip_low = low_.data(), *strip_high = high_.data();
+    for (std::size_t i = 0; i < n; ++i) {
+        const std::int32_t strip = c.strip[i];
+        const float least = strip_low[strip], most = strip_high[strip];  // copies: so it compiles to no jump
+        strip_low[strip] = std::min(least, low[i]);
+        strip_high[strip] = std::max(most, high[i]);
+    }
+    if (far == 0) return;
+    for (int i = 1; i < points; ++i)
+        if (c.strip[static_cast<std::size_t>(i)] > c.strip[static_cast<std::size_t>(i) - 1] + 1) Segment(c, i);
+}
+
+void Curve_Raster::Collect(const Series& s, const Map& to_x, const Map& to_y, bool reduced) {
+    Chunk c;
+    const auto end_strip = static_cast<float>(low_.size() - 1);
+    // The last point of a chunk is the first of the next one.
+    for (std::size_t first = 0; first == 0 || first + 1 < s.x.size(); first += chunk_points - 1) {
+        const std::size_t n = std::min<std::size_t>(chunk_points, s.x.size() - first);
+        const float *x = s.x.data() + first, *y = s.y.data() + first;
+        int gaps = 0;
+        for (std::size_t i = 0; i < n; ++i) {
+            c.x[i] = to_x(x[i]);
+            c.y[i] = to_y(y[i]);
+            c.strip[i] = static_cast<std::int32_t>(std::min(std::max(0.0f, c.x[i]), end_strip));
+            gaps += !((std::fabs(c.x[i]) < farthest) & (std::fabs(c.y[i]) < farthest));
         }
-        const int strip = xb >= 0 && xb < count ? static_cast<int>(xb) : -1;
-        if (reduced && open && strip >= 0 && strip == strip_before)
-            Cover(strip, yb, yb);
+        if (reduced && gaps == 0)
+            Cover_Points(c, static_cast<int>(n));
         else
-            open ? Segment(xa, ya, xb, yb) : Segment(xb, yb, xb, yb);
-        xa = xb, ya = yb, strip_before = strip;
-        open = true;
+            Cover_Segments(c, static_cast<int>(n));
     }
 }
 
-void Curve_Raster::Widen(double radius) {
-    const int n = static_cast<int>(strips_.size());
-    widened_.assign(strips_.size(), {nothing, -nothing});
+// The intervals of `count` strips from `first` on, widened by a disc.
+void Curve_Raster::Widen(double radius, int first, int count) {
+    const auto n = static_cast<std::size_t>(count);
+    widened_low_.assign(n, nothing);
+    widened_high_.assign(n, -nothing);
     const int reach = static_cast<int>(std::ceil(radius * strips_a_pixel)) - 1;
-    for (int shift = -reach; shift <= reach; ++shift) {
+    for (int shift = 0; shift <= reach; ++shift) {
         const double dx = static_cast<double>(shift) / strips_a_pixel;
         const auto half = static_cast<float>(std::sqrt(std::max(0.0, radius * radius - dx * dx)));
-        const int from = std::max(0, -shift), to = std::min(n, n - shift);
-        for (int i = from; i < to; ++i) {
-            const Interval& source = strips_[static_cast<std::size_t>(i + shift)];
-            Interval& target = widened_[static_cast<std::size_t>(i)];
-            target.low = std::min(target.low, source.low - half);
-            target.high = std::max(target.high, source.high + half);
-        }
+        const float *low_before = low_.data() + first - shift, *low_after = low_.data() + first + shift;
+        const float *high_before = high_.data() + first - shift, *high_after = high_.data() + first + shift;
+        float *low = widened_low_.data(), *high = widened_high_.data();
+        for (std::size_t i = 0; i < n; ++i) low[i] = std::min(low[i], std::min(low_before[i], low_after[i]) - half);
+        for (std::size_t i = 0; i < n; ++i) high[i] = std::max(high[i], std::max(high_before[i], high_after[i]) + half);
     }
 }
 
-void Curve_Raster::Paint(const Pixel_Buffer& target, const Pixel_Rect& clip, int first_column, Colour colour) {
-    const std::uint32_t argb = Argb(colour);
-    const auto top = static_cast<float>(clip.y1), bottom = static_cast<float>(clip.y2);
-    column_.assign(static_cast<std::size_t>(clip.y2 - clip.y1), 0);
-    for (int x = clip.x1; x < clip.x2; ++x) {
-        int first_row = clip.y2, end_row = clip.y1;
-        for (int k = 0; k < strips_a_pixel; ++k) {
-            const Interval& strip = widened_[static_cast<std::size_t>((x - first_column) * strips_a_pixel + k)];
-            const float low = std::max(strip.low, top), high = std::min(strip.high, bottom);
-            if (!(low < high)) continue;
-            const int a = static_cast<int>(low), b = std::min(static_cast<int>(high), clip.y2 - 1);
-            first_row = std::min(first_row, a);
-            end_row = std::max(end_row, b + 1);
-            const auto share = [](float part) { return static_cast<std::uint16_t>(part * strip_share + 0.5f); };
-            std::uint16_t* cover = column_.data() - clip.y1;
-            if (a == b) {
-                cover[a] = static_cast<std::uint16_t>(cover[a] + share(high - low));
-                continue;
+// What a strip covers of a pixel column grows from row to row as the low end passes and falls again as the high end does. So each end is
+// one entry, whatever the height between them: its share of the row that it lies in, and above that the share of all rows further down.
+// A running sum down the column is the opacity.
+void Curve_Raster::Paint(const Pixel_Buffer& target, const Pixel_Rect& clip, Colour colour) {
+    constexpr int block = 16;  // pixel columns at a time
+    struct Ends {
+        std::array<std::int32_t, block * strips_a_pixel> row, entry;
+        void Split(const float* y, std::size_t count, float top, float height) {
+            for (std::size_t i = 0; i < count; ++i) {
+                const float at = std::min(std::max(0.0f, y[i] - top), height);
+                row[i] = static_cast<std::int32_t>(at);
+                entry[i] = (strip_share << 16) + static_cast<std::int32_t>((static_cast<float>(row[i] + 1) - at) * strip_share + 0.5f);
             }
-            cover[a] = static_cast<std::uint16_t>(cover[a] + share(static_cast<float>(a + 1) - low));
-            for (int row = a + 1; row < b; ++row) cover[row] = static_cast<std::uint16_t>(cover[row] + strip_share);
-            cover[b] = static_cast<std::uint16_t>(cover[b] + share(high - static_cast<float>(b)));
         }
-        std::uint32_t* pixel = target.pixels + first_row * target.stride + x;
-        for (int row = first_row; row < end_row; ++row, pixel += target.stride) {
-            std::uint16_t& cover = column_[static_cast<std::size_t>(row - clip.y1)];
-            Blend(*pixel, argb, cover);
-            cover = 0;
+    } low, high;
+    const std::uint32_t argb = Argb(colour);
+    const std::ptrdiff_t stride = target.stride;
+    const int rows = clip.y2 - clip.y1;
+    const auto top = static_cast<float>(clip.y1), height = static_cast<float>(rows);
+    steps_.assign(static_cast<std::size_t>(rows) + 1, 0);
+    for (int x = 0; x < clip.x2 - clip.x1; x += block) {
+        const int columns = std::min(block, clip.x2 - clip.x1 - x);
+        const auto strips = static_cast<std::size_t>(columns * strips_a_pixel);
+        low.Split(widened_low_.data() + x * strips_a_pixel, strips, top, height);
+        high.Split(widened_high_.data() + x * strips_a_pixel, strips, top, height);
+        for (int column = 0; column < columns; ++column) {
+            std::int32_t first = rows, last = -1;
+            for (int k = 0; k < strips_a_pixel; ++k) {
+                const auto i = static_cast<std::size_t>(column * strips_a_pixel + k);
+                if (low.row[i] > high.row[i]) continue;  // nothing in this strip
+                steps_[static_cast<std::size_t>(low.row[i])] += low.entry[i];
+                steps_[static_cast<std::size_t>(high.row[i])] -= high.entry[i];
+                first = std::min(first, low.row[i]);
+                last = std::max(last, high.row[i]);
+            }
+            std::uint32_t* pixel = target.pixels + (clip.y1 + first) * stride + clip.x1 + x + column;
+            std::int32_t full = 0;
+            for (std::int32_t row = first; row <= last; ++row, pixel += stride) {
+                const std::int32_t step = std::exchange(steps_[static_cast<std::size_t>(row)], 0);
+                const auto share = static_cast<std::int16_t>(step & 0xffff);
+                if (row < rows) Blend(*pixel, argb, static_cast<std::uint32_t>(full + share));
+                full += (step - share) >> 16;
+            }
         }
     }
 }
 
 void Curve_Raster::Curve(const Pixel_Buffer& target, const Pixel_Rect& clip, const Series& series, double width, Colour colour,
                          bool reduced) {
-    if (clip.x1 >= clip.x2 || clip.y1 >= clip.y2) return;
+    if (clip.x1 >= clip.x2 || clip.y1 >= clip.y2 || series.x.empty()) return;
     const double radius = std::max(0.5, 0.5 * width);
     const int margin = static_cast<int>(std::ceil(radius)) + 1;
-    const int first = clip.x1 - margin, end = clip.x2 + margin;
-    strips_.assign(static_cast<std::size_t>(end - first) * strips_a_pixel, {nothing, -nothing});
-    Collect(Between(series, first, end), first, target.height, reduced);
-    Widen(radius);
-    Paint(target, clip, first, colour);
+    // Columns that the curve cannot reach are left out.
+    const auto reached = [&](float value, int beyond) {
+        const double x = series.x0 + series.x_scale * static_cast<double>(value) + beyond;
+        return static_cast<int>(std::min(std::max(static_cast<double>(clip.x1), x), static_cast<double>(clip.x2)));
+    };
+    Pixel_Rect part = clip;
+    part.x1 = reached(series.x.front(), -margin);
+    part.x2 = reached(series.x.back(), margin);
+    if (part.x1 >= part.x2) return;
+    const int first = part.x1 - margin, end = part.x2 + margin;
+    low_.assign(static_cast<std::size_t>(end - first) * strips_a_pixel + 2, nothing);
+    high_.assign(low_.size(), -nothing);
+    const Map to_x((series.x0 - first) * strips_a_pixel, series.x_scale * strips_a_pixel, -1);
+    const Map to_y(target.height - series.y0, -series.y_scale, 0);
+    Collect(Between(series, first, end), to_x, to_y, reduced);
+    Widen(radius, 1 + margin * strips_a_pixel, (part.x2 - part.x1) * strips_a_pixel);
+    Paint(target, part, colour);
 }
 
 // --- markers -----------------------------------------------------------------------------------------------------------------
 
-namespace {
+// The clip with a margin that takes the points whose sprites reach in. Its opacities lie column by column: a curve goes on from column to
+// column, and so does the memory.
+struct Curve_Raster::Frame {
+    int x, y, columns, rows;
+    std::ptrdiff_t cover_stride;
 
-// Opacities of a glyph around its pixel. Rows are padded to a multiple of eight, which the stamping takes in one step each.
-struct Sprite {
-    static constexpr int lane = 8;
-    int reach_x = 0, reach_y = 0;  // pixels on each side
-    std::vector<std::uint8_t> opacity;
-    int width() const { return 2 * reach_x + 1; }
-    int height() const { return 2 * reach_y + 1; }
-    int lanes() const { return (width() + lane - 1) / lane; }
-    int padded() const { return lanes() * lane; }
+    Frame(const Pixel_Rect& clip, const Marker_Sprite& sprite)
+        : x(clip.x1 - sprite.reach_x),
+          y(clip.y1 - sprite.reach_y),
+          columns(clip.x2 - clip.x1 + 2 * sprite.reach_x),
+          rows(clip.y2 - clip.y1 + 2 * sprite.reach_y),
+          cover_stride(rows + sprite.Padded()) {}
+
+    // Number of a pixel; the row after the last one stands for all that is outside.
+    static std::uint32_t Pixel(std::uint32_t column, std::uint32_t row) { return row << 16 | column; }
+    static std::uint32_t Column(std::uint32_t pixel) { return pixel & 0xffff; }
+    static std::uint32_t Row(std::uint32_t pixel) { return pixel >> 16; }
+    std::uint32_t Outside() const { return Pixel(0, static_cast<std::uint32_t>(rows)); }
 };
 
-bool Inside(const std::vector<Point>& polygon, Point p) {
-    bool inside = false;
-    for (std::size_t i = 0, j = polygon.size() - 1; i < polygon.size(); j = i++) {
-        const Point a = polygon[i], b = polygon[j];
-        if ((a.y > p.y) != (b.y > p.y) && p.x < (b.x - a.x) * (p.y - a.y) / (b.y - a.y) + a.x) inside = !inside;
-    }
-    return inside;
-}
-
-double Distance(Point p, Point a, Point b) {
-    const double dx = b.x - a.x, dy = b.y - a.y, length = dx * dx + dy * dy;
-    const double t = length > 0 ? std::clamp(((p.x - a.x) * dx + (p.y - a.y) * dy) / length, 0.0, 1.0) : 0;
-    return std::hypot(p.x - a.x - t * dx, p.y - a.y - t * dy);
-}
-
-bool Glyph_Covers(const Glyph_Outline& glyph, const std::vector<Point>& points, bool filled, Point p) {
-    constexpr double half_line = 0.6;
-    const std::size_t n = points.size(), step = glyph.strokes ? 2 : 1;
-    if (!glyph.strokes && filled) return Inside(points, p);
-    for (std::size_t i = 0; i < n; i += step)
-        if (Distance(p, points[i], points[(i + 1) % n]) < half_line) return true;
-    return false;
-}
-
-Sprite Make_Sprite(const Marker_Style& style) {
-    constexpr int samples = 8;
-    constexpr double largest = 400;  // pixels of a glyph
-    const Glyph_Outline glyph = Marker_Outline(style.glyph);
-    const double width = std::clamp(style.width, 1.0, largest), height = std::clamp(style.height, 1.0, largest);
-    std::vector<Point> points;
-    for (const Point& p : glyph.points) points.push_back({p.x * width, p.y * height});
-    Sprite sprite;
-    const double line = style.filled && !glyph.strokes ? 0 : 0.6;  // half of an outline's width
-    sprite.reach_x = static_cast<int>(std::ceil(0.5 * width + line - 0.5));
-    sprite.reach_y = static_cast<int>(std::ceil(0.5 * height + line - 0.5));
-    for (int y = -sprite.reach_y; y <= sprite.reach_y; ++y)
-        for (int x = -sprite.reach_x; x < sprite.padded() - sprite.reach_x; ++x) {
-            if (x > sprite.reach_x) {
-                sprite.opacity.push_back(0);
-                continue;
-            }
-            int hits = 0;
-            for (int j = 0; j < samples; ++j)
-                for (int i = 0; i < samples; ++i)
-                    hits += Glyph_Covers(glyph, points, style.filled, {x + (i + 0.5) / samples - 0.5, -(y + (j + 0.5) / samples - 0.5)});
-            sprite.opacity.push_back(static_cast<std::uint8_t>(hits * 255 / (samples * samples)));
-        }
-    return sprite;
-}
-
-}  // namespace
-
-// Pixels seen by an earlier set bear its number, so that they need no clearing; what was covered is cleared as it is painted. What
-// stays covered lies beyond the clip and is never looked at while the shape of the buffers stays.
-void Curve_Raster::Prepare_Marks(std::size_t seen, std::size_t covered, int reach) {
-    if (seen_.size() != seen || cover_.size() != covered || reach_ != reach) {
-        seen_.assign(seen, 0);
+// What was covered is cleared as it is painted. What stays covered lies beyond the clip and is never looked at while the shape of the
+// buffer stays.
+void Curve_Raster::Prepare_Marks(const Frame& frame, const Marker_Sprite& sprite) {
+    const std::size_t covered = static_cast<std::size_t>(frame.cover_stride) * static_cast<std::size_t>(frame.columns + 2 * sprite.reach_x);
+    if (cover_.size() != covered || reach_ != sprite.reach_y) {
         cover_.assign(covered, 0);
-        reach_ = reach;
-        mark_ = 0;
+        reach_ = sprite.reach_y;
     }
-    if (++mark_ != 0) return;
-    std::fill(seen_.begin(), seen_.end(), std::uint8_t{0});
-    mark_ = 1;
+    top_.assign(static_cast<std::size_t>(frame.columns), frame.rows);
+    bottom_.assign(static_cast<std::size_t>(frame.columns), -1);
+    latest_.assign(static_cast<std::size_t>(frame.rows) + 1, frame.Outside());
+}
+
+void Curve_Raster::Stamp(const Frame& frame, const Marker_Sprite& sprite, std::span<const std::uint32_t> pixels) {
+    constexpr int lane = Marker_Sprite::lane;
+    const int width = sprite.Width(), padded = sprite.Padded();
+    for (const std::uint32_t pixel : pixels) {
+        const std::uint32_t column = Frame::Column(pixel);
+        const int row = static_cast<int>(Frame::Row(pixel));
+        top_[column] = std::min(top_[column], row);
+        bottom_[column] = std::max(bottom_[column], row);
+        const std::uint8_t* opacity = sprite.opacity.data();
+        std::uint8_t* cover = cover_.data() + static_cast<std::ptrdiff_t>(column) * frame.cover_stride + row;
+        for (int j = 0; j < width; ++j, cover += frame.cover_stride, opacity += padded)
+            for (int from = 0; from < padded; from += lane) {
+                std::array<std::uint8_t, lane> here, more;
+                std::memcpy(here.data(), cover + from, lane);
+                std::memcpy(more.data(), opacity + from, lane);
+                for (std::size_t k = 0; k < lane; ++k) here[k] = std::max(here[k], more[k]);
+                std::memcpy(cover + from, here.data(), lane);
+            }
+    }
+}
+
+void Curve_Raster::Paint_Marks(const Pixel_Buffer& target, const Frame& frame, const Marker_Sprite& sprite, Colour colour) {
+    const std::uint32_t argb = Argb(colour);
+    const std::ptrdiff_t stride = target.stride;
+    const int columns = frame.columns - 2 * sprite.reach_x, end_row = frame.rows - sprite.reach_y;
+    // Rows that are covered in each column of the clip.
+    first_.assign(static_cast<std::size_t>(columns), end_row);
+    end_.assign(static_cast<std::size_t>(columns), 0);
+    for (int from = 0; from < sprite.Width(); ++from) {  // columns to the right of the sprites that reach in with their last column
+        const Marker_Sprite::Extent extent = sprite.extents[static_cast<std::size_t>(sprite.Width() - 1 - from)];
+        const int *top = top_.data() + from, *bottom = bottom_.data() + from;
+        int *first = first_.data(), *end = end_.data();
+        for (int i = 0; i < columns; ++i) first[i] = std::min(first[i], top[i] + extent.first);
+        for (int i = 0; i < columns; ++i) end[i] = std::max(end[i], bottom[i] + extent.end);
+    }
+    for (int i = 0; i < columns; ++i) {
+        const int first = std::max(first_[static_cast<std::size_t>(i)], sprite.reach_y);
+        const int end = std::min(end_[static_cast<std::size_t>(i)], end_row);
+        std::uint8_t* cover = cover_.data() + (i + 2 * sprite.reach_x) * frame.cover_stride + sprite.reach_y;
+        std::uint32_t* pixel = target.pixels + (frame.y + first) * stride + frame.x + sprite.reach_x + i;
+        for (int row = first; row < end; ++row, pixel += stride) {
+            Blend(*pixel, argb, cover[row]);
+            cover[row] = 0;
+        }
+    }
 }
 
 void Curve_Raster::Markers(const Pixel_Buffer& target, const Pixel_Rect& clip, const Series& series, const Marker_Style& style,
                            bool reduced) {
-    if (clip.x1 >= clip.x2 || clip.y1 >= clip.y2 || style.glyph == 0) return;
-    const Sprite sprite = Make_Sprite(style);
-    // A frame around the clip holds the sprites that reach out of it and takes the points whose sprites reach in.
-    const int x_from = clip.x1 - sprite.reach_x, y_from = clip.y1 - sprite.reach_y;
-    const int columns = clip.x2 - clip.x1 + 2 * sprite.reach_x, rows = clip.y2 - clip.y1 + 2 * sprite.reach_y;
-    const std::ptrdiff_t cover_columns = (columns + sprite.padded() + Sprite::lane) / Sprite::lane * Sprite::lane;
-    Prepare_Marks(static_cast<std::size_t>(columns) * static_cast<std::size_t>(rows),
-                  static_cast<std::size_t>(cover_columns) * static_cast<std::size_t>(rows + 2 * sprite.reach_y), sprite.reach_x);
-    int first_row = rows, end_row = 0;
-    const Series part = Rises(series.x) ? Between(series, x_from - 1, x_from + columns + 1) : series;
-    const double x_left = series.x0 - x_from, y_top = target.height - series.y0 - y_from;
-    for (std::size_t i = 0; i < part.x.size(); ++i) {
-        const double x = x_left + part.x_scale * static_cast<double>(part.x[i]);
-        const double y = y_top - part.y_scale * static_cast<double>(part.y[i]);
-        if (!(x >= 0 && x < columns && y >= 0 && y < rows)) continue;
-        const int column = static_cast<int>(x), row = static_cast<int>(y);
-        std::uint8_t& seen = seen_[static_cast<std::size_t>(row) * static_cast<std::size_t>(columns) + static_cast<std::size_t>(column)];
-        if (reduced && seen == mark_) continue;
-        seen = mark_;
-        first_row = std::min(first_row, row);
-        end_row = std::max(end_row, row + 1);
-        const std::uint8_t* opacity = sprite.opacity.data();
-        std::uint8_t* cover = cover_.data() + row * cover_columns + column;
-        for (int j = 0; j < sprite.height(); ++j, cover += cover_columns, opacity += sprite.padded())
-            for (int lane = 0; lane < sprite.padded(); lane += Sprite::lane)
-                for (int k = 0; k < Sprite::lane; ++k) cover[lane + k] = std::max(cover[lane + k], opacity[lane + k]);
-    }
-    const std::uint32_t argb = Argb(style.colour);
-    const int last = std::min(clip.y2, y_from + end_row + sprite.reach_y);
-    for (int y = std::max(clip.y1, y_from + first_row - sprite.reach_y); y < last; ++y) {
-        std::uint8_t* cover = cover_.data() + (y - y_from + sprite.reach_y) * cover_columns + 2 * sprite.reach_x;
-        std::uint32_t* pixel = target.pixels + y * target.stride + clip.x1;
-        const int width = clip.x2 - clip.x1;
-        for (int x = 0; x < width;) {
-            std::uint64_t eight = 1;
-            if (x + Sprite::lane <= width) std::memcpy(&eight, cover + x, sizeof eight);
-            if (eight == 0) {
-                x += Sprite::lane;
-                continue;
-            }
-            for (const int end = std::min(x + Sprite::lane, width); x < end; ++x)
-                if (cover[x] != 0) {
-                    Blend(pixel[x], argb, cover[x]);
-                    cover[x] = 0;
-                }
+    if (clip.x1 >= clip.x2 || clip.y1 >= clip.y2 || style.glyph == 0 || series.x.empty()) return;
+    const Marker_Sprite& sprite = sprites_.Of(style);
+    const Frame frame(clip, sprite);
+    Prepare_Marks(frame, sprite);
+    const std::uint32_t outside = frame.Outside();
+    const auto columns = static_cast<float>(frame.columns), rows = static_cast<float>(frame.rows);
+    const Map to_x(series.x0, series.x_scale, frame.x), to_y(target.height - series.y0, -series.y_scale, frame.y);
+    // Cheap to ask where all is shown; where not, it pays to look whether a part can be left out.
+    const auto shown = [&](float x) { return to_x(x) >= 0 && to_x(x) < columns; };
+    const bool whole = (shown(series.x.front()) && shown(series.x.back())) || !Rises(series.x);
+    const Series part = whole ? series : Between(series, frame.x - 1, frame.x + frame.columns + 1);
+
+    // A pixel is stamped again only when the curve has been elsewhere in its row meanwhile; where x rises it then never comes back.
+    std::array<std::uint32_t, chunk_points> pixels, fresh;
+    std::uint32_t* latest = latest_.data();
+    for (std::size_t first = 0; first < part.x.size(); first += chunk_points) {
+        const std::size_t n = std::min<std::size_t>(chunk_points, part.x.size() - first);
+        const float *px = part.x.data() + first, *py = part.y.data() + first;
+        for (std::size_t i = 0; i < n; ++i) {
+            const float x = to_x(px[i]), y = to_y(py[i]);
+            const bool inside = (x >= 0) & (x < columns) & (y >= 0) & (y < rows);
+            const auto column = static_cast<std::int32_t>(inside ? x : 0), row = static_cast<std::int32_t>(inside ? y : rows);
+            pixels[i] = Frame::Pixel(static_cast<std::uint32_t>(column), static_cast<std::uint32_t>(row));
         }
+        std::size_t count = 0;
+        for (std::size_t i = 0; i < n; ++i) {
+            std::uint32_t& before = latest[Frame::Row(pixels[i])];
+            fresh[count] = pixels[i];
+            count += reduced ? before != pixels[i] : pixels[i] != outside;
+            before = pixels[i];
+        }
+        Stamp(frame, sprite, std::span(fresh).first(count));
     }
+    Paint_Marks(target, frame, sprite, style.colour);
 }
 
 }  // namespace vntl

@@ -6,6 +6,9 @@
 //
 // Markers stand on whole pixels, one a pixel. What a set of them covers is the largest share that any of them has in a pixel, so that
 // drawing every point and drawing one a pixel give the same picture.
+//
+// Points are taken some hundreds at a time through plain loops over arrays, which the compiler turns into steps of several points. They are
+// mapped in single precision: the place of a point is known to a thousandth of a pixel, however deep the zoom.
 #pragma once
 
 #include <cstdint>
@@ -13,6 +16,7 @@
 #include <vector>
 
 #include "toolkit/device.hpp"
+#include "toolkit/marker_sprite.hpp"
 
 namespace vntl {
 
@@ -38,22 +42,37 @@ public:
     void Markers(const Pixel_Buffer& target, const Pixel_Rect& clip, const Series& series, const Marker_Style& style, bool reduced);
 
 private:
-    struct Interval {
-        float low, high;
+    struct Chunk;
+    struct Frame;
+
+    // From a data value to pixels. The origin is taken off first, in data units: near the frame that is exact.
+    struct Map {
+        float origin, scale, offset;
+        Map(double zero, double per_unit, double from);  // the pixel `zero + per_unit * value - from`
+        float operator()(float value) const { return (value - origin) * scale + offset; }
     };
 
-    void Collect(const Series& series, double x_origin, double height, bool reduced);
-    void Segment(double xa, double ya, double xb, double yb);
-    void Cover(int strip, double low, double high);
-    void Widen(double radius);
-    void Prepare_Marks(std::size_t seen, std::size_t covered, int reach);
-    void Paint(const Pixel_Buffer& target, const Pixel_Rect& clip, int first_column, Colour colour);
+    void Cover(int strip, float one, float other);
+    void Segment(const Chunk& chunk, int i);
+    void Cover_Segments(const Chunk& chunk, int points);
+    void Cover_Points(const Chunk& chunk, int points);
+    void Collect(const Series& series, const Map& to_x, const Map& to_y, bool reduced);
+    void Widen(double radius, int first, int count);
+    void Paint(const Pixel_Buffer& target, const Pixel_Rect& clip, Colour colour);
 
-    std::vector<Interval> strips_, widened_;
-    std::vector<std::uint16_t> column_;
-    std::vector<std::uint8_t> seen_, cover_;
+    void Prepare_Marks(const Frame& frame, const Marker_Sprite& sprite);
+    void Stamp(const Frame& frame, const Marker_Sprite& sprite, std::span<const std::uint32_t> pixels);
+    void Paint_Marks(const Pixel_Buffer& target, const Frame& frame, const Marker_Sprite& sprite, Colour colour);
+
+    std::vector<float> low_, high_;                  // intervals of the strips, with one strip more at each end for all that lies beyond
+    std::vector<float> widened_low_, widened_high_;  // of the strips in the clip
+    std::vector<std::int32_t> steps_;                // of the opacity down a pixel column, in hand only while it is painted
+    Marker_Sprites sprites_;
+    std::vector<std::uint8_t> cover_;    // opacities of a set of markers, column by column
+    std::vector<int> top_, bottom_;      // rows in which the markers of a column stand
+    std::vector<int> first_, end_;       // rows that they cover
+    std::vector<std::uint32_t> latest_;  // the last pixel of each row that a marker stood in
     int reach_ = -1;
-    std::uint8_t mark_ = 0;  // number of the set of markers in hand
 };
 
 }  // namespace vntl

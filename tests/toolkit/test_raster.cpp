@@ -1,6 +1,7 @@
 // The raster device: reduced and unreduced drawing are the same picture; line weights against closed forms; nothing outside the clip.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <chrono>
 #include <cmath>
 #include <limits>
@@ -64,6 +65,31 @@ TEST(Raster, ReducedAndUnreducedAreTheSamePicture) {
                 ASSERT_EQ(one.Pixel(x, y), WRGB(255, 255, 255)) << x << ' ' << y;
             }
         EXPECT_EQ(different, 0) << "seed " << seed;
+    }
+}
+
+TEST(Raster, MarkersGoBackAndForthAndLeaveNothingForTheNextDrawing) {
+    Data data = Noisy(5, 3000);
+    std::shuffle(data.x.begin(), data.x.end(), std::mt19937(1));
+    const Series series{data.x, data.y};
+    const auto draw = [&](Bitmap& bitmap, const Rect& clip, double size) {
+        bitmap.Drawing().Clear(WRGB(255, 255, 255));
+        bitmap.Drawing().Set_Clip(clip);
+        bitmap.Drawing().Markers(series, {227, size, 2 * size, red, false});
+    };
+    Bitmap used(width, height);
+    const std::pair<Rect, double> drawings[] = {
+        {{0, 0, 300, 200}, 30}, {{0, 0, 300, 200}, 5}, {{99, 50, 101, 190}, 5}, {{3, 90, 290, 91}, 19}, {{3, 90, 290, 91}, 1}};
+    for (const auto& [clip, size] : drawings) {
+        Bitmap fresh(width, height);
+        fresh.Reduce(false);
+        draw(fresh, clip, size);
+        draw(used, clip, size);
+        int different = 0;
+        for (int y = 0; y < height; ++y)
+            for (int x = 0; x < width; ++x) different += used.Pixel(x, y) != fresh.Pixel(x, y);
+        EXPECT_EQ(different, 0) << size;
+        EXPECT_GT(Ink(used), 0);
     }
 }
 
