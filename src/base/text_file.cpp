@@ -86,6 +86,7 @@ std::size_t Count_Lines(std::string_view text) {
 Status Text_File::Open(const std::string& file, std::size_t limit) {
     bytes_.reset();
     size_ = 0;
+    marked_ = false;
     if (file.find('\0') != std::string::npos) return Refusal("Not a file name", file.substr(0, file.find('\0')));
     const Descriptor descriptor(open(file.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY));
     if (descriptor.number < 0) return System_Refusal(file);
@@ -110,6 +111,7 @@ Status Text_File::Open(const std::string& file, std::size_t limit) {
     if (text.size() < got) std::memmove(bytes.get(), text.data(), text.size());
     bytes_ = std::move(bytes);
     size_ = text.size();
+    marked_ = size_ < got;
     return Status::Done();
 }
 

@@ -21,10 +21,12 @@ public:
     Status Open(const std::string& file, std::size_t limit = static_cast<std::size_t>(-1));
 
     std::string_view Text() const { return {bytes_.get(), size_}; }  // byte-order mark dropped
+    bool Marked() const { return marked_; }                        // one stood in front
 
 private:
     std::unique_ptr<char[]> bytes_;
     std::size_t size_ = 0;
+    bool marked_ = false;
 };
 
 // `text` without a leading UTF-8 byte-order mark.

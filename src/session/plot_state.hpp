@@ -1,6 +1,7 @@
 // What is on the screen: the plot form, the ranges of the data, the visible window, and the modes of the mouse.
 #pragma once
 
+#include <cmath>
 #include <cstddef>
 #include <string>
 #include <vector>
@@ -15,18 +16,20 @@ struct Rubber_Rectangle {
     double x0 = 0, y0 = 0, x1 = 0, y1 = 0;
 };
 
-// The plot in the user's hand, data units of the window drawn last.
-struct Drag {
-    bool active = false;
-    double x = 0, y = 0;                   // where the hand was last
-    float x1 = 0, x2 = 0, y1 = 0, y2 = 0;  // the view when the drag began
-};
-
-// The views that the user has been at, for the ways back and forward.
+// A window on the data.
 struct View {
     float x1 = 0, x2 = 0, y1 = 0, y2 = 0;
     bool operator==(const View&) const = default;
 };
+
+// The plot in the user's hand, data units of the window drawn last.
+struct Drag {
+    bool active = false;
+    double x = 0, y = 0;  // where the hand was last
+    View from = {};       // the view when the drag began
+};
+
+// The views that the user has been at, for the ways back and forward.
 struct View_History {
     std::vector<View> views;
     std::size_t present = 0;  // index of the view on the screen
@@ -82,6 +85,16 @@ struct Plot_State {
         const double fy = (data.y - drawn_y1) / (static_cast<double>(drawn_y2) - drawn_y1);
         return {page_width * (zone_x1 + fx * (static_cast<double>(zone_x2) - zone_x1)),
                 page_height * (zone_y1 + fy * (static_cast<double>(zone_y2) - zone_y1))};
+    }
+
+    View Shown_View() const { return {x_view_min, x_view_max, y_view_min, y_view_max}; }
+
+    // False, and nothing changes, for a view that single precision cannot hold with its width and height.
+    bool Show(const View& view) {
+        for (const float value : {view.x1, view.x2, view.y1, view.y2, view.x2 - view.x1, view.y2 - view.y1})
+            if (!std::isfinite(value)) return false;
+        x_view_min = view.x1, x_view_max = view.x2, y_view_min = view.y1, y_view_max = view.y2;
+        return true;
     }
 
     bool Is_2D() const { return plot_type == "single" || plot_type == "multi" || plot_type == "multi_log" || plot_type == "calculation"; }

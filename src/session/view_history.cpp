@@ -17,12 +17,9 @@ std::string Data_Shown(const Session& session) {
 bool Go_To(Session& session, std::size_t index) {
     Plot_State& plot = session.plot;
     if (index >= plot.history.views.size()) return false;
-    const View& view = plot.history.views[index];
     plot.history.present = index;
     plot.history.merging = false;
-    plot.x_view_min = view.x1, plot.x_view_max = view.x2;
-    plot.y_view_min = view.y1, plot.y_view_max = view.y2;
-    return true;
+    return plot.Show(plot.history.views[index]);
 }
 
 }  // namespace
@@ -33,7 +30,7 @@ void Remember_View(Session& session, bool step) {
     if (!plot.Is_2D() || session.store.nperfiles() == 0) {
         history = {};
     } else {
-        const View view{plot.x_view_min, plot.x_view_max, plot.y_view_min, plot.y_view_max};
+        const View view = plot.Shown_View();
         if (std::string data = Data_Shown(session); data != history.data) history = {{view}, 0, false, std::move(data)};
         if (view != history.views[history.present]) {
             history.views.resize(history.present + 1);

@@ -76,7 +76,11 @@ public:
 
 private:
     void Take(const std::vector<Point>& points, double room) {
-        for (const Point& p : points) Take({p.x - room, p.y - room, p.x + room, p.y + room});
+        if (points.empty()) return;
+        // The whole first, then what the clip leaves of it: a line may show between points that do not.
+        Rect all{points.front().x, points.front().y, points.front().x, points.front().y};
+        for (const Point& p : points) all = {std::min(all.x1, p.x), std::min(all.y1, p.y), std::max(all.x2, p.x), std::max(all.y2, p.y)};
+        Take({all.x1 - room, all.y1 - room, all.x2 + room, all.y2 + room});
     }
     void Take(Rect rect) {
         rect = {std::max(rect.x1, clip_.x1), std::max(rect.y1, clip_.y1), std::min(rect.x2, clip_.x2), std::min(rect.y2, clip_.y2)};

@@ -110,11 +110,9 @@ void Finish_Rectangle(Session& session) {
     const Rubber_Rectangle rubber = plot.rubber;
     Lapse_Rubber(session);
     const Data_Point a = In_Data(plot, rubber.x0, rubber.y0), b = In_Data(plot, rubber.x1, rubber.y1);
-    const bool zoom = std::fabs(a.x - b.x) > least_zoom && a.y != b.y;
-    plot.x_view_min = zoom ? std::min(a.x, b.x) : plot.drawn_x1;
-    plot.x_view_max = zoom ? std::max(a.x, b.x) : plot.drawn_x2;
-    plot.y_view_min = zoom ? std::min(a.y, b.y) : plot.drawn_y1;
-    plot.y_view_max = zoom ? std::max(a.y, b.y) : plot.drawn_y2;
+    const bool wide = std::fabs(a.x - b.x) > least_zoom && a.y != b.y;
+    const bool zoom = wide && plot.Show({std::min(a.x, b.x), std::max(a.x, b.x), std::min(a.y, b.y), std::max(a.y, b.y)});
+    if (!zoom) plot.Show({plot.drawn_x1, plot.drawn_x2, plot.drawn_y1, plot.drawn_y2});
     if (zoom) Plot_Redraw(session);
 }
 
@@ -137,17 +135,13 @@ void Turn_Wheel(Session& session, Data_Point at, bool closer) {
     const double factor = closer ? wheel_step : 1 / wheel_step;
     const auto lo = static_cast<float>(at.x + (static_cast<double>(plot.x_view_min) - at.x) * factor);
     const auto hi = static_cast<float>(at.x + (static_cast<double>(plot.x_view_max) - at.x) * factor);
-    if (!(hi - lo > least_zoom) || !std::isfinite(hi - lo)) return;
-    plot.x_view_min = lo;
-    plot.x_view_max = hi;
+    if (!(hi - lo > least_zoom) || !plot.Show({lo, hi, plot.y_view_min, plot.y_view_max})) return;
     Plot_Redraw(session);
 }
 
 void Shift_View(Plot_State& plot, double x, double y) {
-    plot.x_view_min = static_cast<float>(plot.x_view_min + x);
-    plot.x_view_max = static_cast<float>(plot.x_view_max + x);
-    plot.y_view_min = static_cast<float>(plot.y_view_min + y);
-    plot.y_view_max = static_cast<float>(plot.y_view_max + y);
+    plot.Show({static_cast<float>(plot.x_view_min + x), static_cast<float>(plot.x_view_max + x), static_cast<float>(plot.y_view_min + y),
+               static_cast<float>(plot.y_view_max + y)});
 }
 
 // Half of the movement; where the hand is then follows from the view that it has made.
@@ -179,8 +173,7 @@ void Cancel_Mouse(Session& session) {
     Plot_State& plot = session.plot;
     if (plot.rubber.active) return Lapse_Rubber(session);
     if (!plot.drag.active) return End_Drag_Mode(session);
-    plot.x_view_min = plot.drag.x1, plot.x_view_max = plot.drag.x2;
-    plot.y_view_min = plot.drag.y1, plot.y_view_max = plot.drag.y2;
+    plot.Show(plot.drag.from);
     End_Drag(session);
     Plot_Redraw(session);
 }
@@ -210,7 +203,7 @@ void MouseMovement_DragPlot(Session& session, const Message& message) {
         case Message_Kind::mouse_down:
             if (record.value1 == right_button) return End_Drag_Mode(session);
             if (record.value1 != left_button || !Inside(plot, at)) break;
-            plot.drag = {true, at.x, at.y, plot.x_view_min, plot.x_view_max, plot.y_view_min, plot.y_view_max};
+            plot.drag = {true, at.x, at.y, plot.Shown_View()};
             Want_Button_Up(session, true);
             break;
         case Message_Kind::mouse_move:

@@ -3,11 +3,11 @@
 namespace vntl {
 
 void Move_View(Plot_State& plot, View_Move move) {
-    const float width = plot.x_view_max - plot.x_view_min;
-    const float height = plot.y_view_max - plot.y_view_min;
-    const auto shift_x = [&](float by) { plot.x_view_min += by, plot.x_view_max += by; };
-    const auto shift_y = [&](float by) { plot.y_view_min += by, plot.y_view_max += by; };
-    const auto widen = [&](float by) { plot.x_view_min -= by, plot.x_view_max += by; };
+    View view = plot.Shown_View();
+    const float width = view.x2 - view.x1, height = view.y2 - view.y1;
+    const auto shift_x = [&view](float by) { view.x1 += by, view.x2 += by; };
+    const auto shift_y = [&view](float by) { view.y1 += by, view.y2 += by; };
+    const auto widen = [&view](float by) { view.x1 -= by, view.x2 += by; };
     switch (move) {
         case View_Move::left:
             shift_x(-0.1f * width);
@@ -16,10 +16,10 @@ void Move_View(Plot_State& plot, View_Move move) {
             shift_x(0.1f * width);
             break;
         case View_Move::all_left:
-            plot.x_view_min = plot.x_all_min, plot.x_view_max = plot.x_all_min + width;
+            view.x1 = plot.x_all_min, view.x2 = plot.x_all_min + width;
             break;
         case View_Move::all_right:
-            plot.x_view_min = plot.x_all_max - width, plot.x_view_max = plot.x_all_max;
+            view.x1 = plot.x_all_max - width, view.x2 = plot.x_all_max;
             break;
         case View_Move::up:
             shift_y(-0.05f * height);
@@ -34,6 +34,7 @@ void Move_View(Plot_State& plot, View_Move move) {
             widen(-0.05f * width);
             break;
     }
+    plot.Show(view);
 }
 
 }  // namespace vntl

@@ -17,9 +17,6 @@ namespace {
 
 std::unique_ptr<Toolkit> the_toolkit;
 
-// Messages of which only the last of a run in the queue matters.
-bool Merges(Message_Kind kind) { return kind == Message_Kind::mouse_move || kind == Message_Kind::repaint || kind == Message_Kind::resize; }
-
 bool Has_Display() {
     const auto set = [](const char* name) {
         const char* value = std::getenv(name);
@@ -106,11 +103,14 @@ void Post_Message(Message message) {
     auto& queue = toolkit.queue;
     const WIN_MESSAGE& record = message.record;
     const bool counted = message.kind == Message_Kind::mouse_move && toolkit.counts_moves.contains(record.win);
-    if (Merges(message.kind) && !counted && !queue.empty() && queue.back().kind == message.kind && queue.back().record.win == record.win &&
-        queue.back().record.value4 == record.value4)
-        queue.back() = std::move(message);
-    else
-        queue.push_back(std::move(message));
+    const auto same = [&](const Message& waiting) {
+        return waiting.kind == message.kind && waiting.record.win == record.win && waiting.record.value4 == record.value4;
+    };
+    if (message.kind == Message_Kind::repaint || message.kind == Message_Kind::resize)
+        std::erase_if(queue, same);  // wherever it waits; a move stays before the button that was pressed after it
+    else if (message.kind == Message_Kind::mouse_move && !counted && !queue.empty() && same(queue.back()))
+        queue.pop_back();
+    queue.push_back(std::move(message));
 }
 
 void Count_Moves(int window, bool on) {

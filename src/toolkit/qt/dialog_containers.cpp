@@ -47,19 +47,25 @@ private:
     bool putting_ = false;  // the program turns the page, not the user
 };
 
+// The chosen item is the highlighted one: the item that the focus enters at is not chosen by that.
+class Tree : public QTreeWidget {
+public:
+    QTreeWidgetItem* Chosen() const { return currentItem() != nullptr && currentItem()->isSelected() ? currentItem() : nullptr; }
+};
+
 class Tree_Field : public Tree_Widget {
 public:
-    explicit Tree_Field(const Dialog_Field& field) : Tree_Widget(field), tree_(new QTreeWidget) {
+    explicit Tree_Field(const Dialog_Field& field) : Tree_Widget(field), tree_(new Tree) {
         tree_->setHeaderHidden(true);
         tree_->setMinimumSize(tree_->fontMetrics().averageCharWidth() * 30, tree_->fontMetrics().height() * 8);
-        QObject::connect(tree_, &QTreeWidget::currentItemChanged, tree_, [this] {
+        QObject::connect(tree_, &QTreeWidget::itemSelectionChanged, tree_, [this] {
             if (!putting_) changed();
         });
     }
     QWidget* widget() override { return tree_; }
     std::string Value() const override { return Path(); }
     std::optional<double> Number() const override {
-        const auto found = std::find(items_.begin(), items_.end(), tree_->currentItem());
+        const auto found = std::find(items_.begin(), items_.end(), tree_->Chosen());
         return found == items_.end() ? 0 : static_cast<double>(found - items_.begin() + 1);
     }
     void Put_Number(double value, std::string_view) override {
@@ -76,7 +82,7 @@ public:
         if (item->parent() != nullptr) item->parent()->setExpanded(true);
         return static_cast<int>(items_.size());
     }
-    std::string Path() const override { return tree_->currentItem() == nullptr ? std::string() : Path_Of(tree_->currentItem()); }
+    std::string Path() const override { return tree_->Chosen() == nullptr ? std::string() : Path_Of(tree_->Chosen()); }
     Status Select(const std::string& path) override {
         for (QTreeWidgetItem* item : items_) {
             if (Path_Of(item) != path) continue;
@@ -98,7 +104,7 @@ private:
         return item->parent() == nullptr ? own : Path_Of(item->parent()) + '/' + own;
     }
 
-    QTreeWidget* tree_;
+    Tree* tree_;
     std::vector<QTreeWidgetItem*> items_;
     bool putting_ = false;  // the program chooses, not the user
 };

@@ -43,6 +43,7 @@ public:
         state_ = state;
         line_->setEnabled(state != field_disabled);
         line_->setReadOnly(state == field_read_only);
+        Mark_Read_Only(line_, state == field_read_only);
     }
 
 protected:
@@ -138,6 +139,7 @@ public:
         state_ = state;
         box_->setEnabled(state != field_disabled);
         box_->setReadOnly(state == field_read_only);
+        Mark_Read_Only(box_, state == field_read_only);
     }
 
 private:

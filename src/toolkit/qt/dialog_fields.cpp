@@ -1,6 +1,7 @@
 // Labels, images, check boxes, radio and push buttons, and what all kinds share.
 #include "toolkit/qt/dialog_fields.hpp"
 
+#include <QAbstractItemView>
 #include <QButtonGroup>
 #include <QCheckBox>
 #include <QLabel>
@@ -81,12 +82,21 @@ private:
     Button* button_;
 };
 
+// A cell that is being edited gets its text before the program reads it, by whatever way the button was pressed.
+void Take_What_Is_Typed(const QWidget& window) {
+    QWidget* focus = window.focusWidget();
+    if (focus == nullptr || !window.isAncestorOf(focus) || focus->focusProxy() != nullptr) return;
+    for (QWidget* over = focus->parentWidget(); over != nullptr && over != &window; over = over->parentWidget())
+        if (auto* view = qobject_cast<QAbstractItemView*>(over)) return view->setFocus();
+}
+
 class Button_Field : public Dialog_Widget {
 public:
     Button_Field(const Dialog_Field& field, int dialog) : Dialog_Widget(field), button_(new QPushButton(Q(field.label))) {
         button_->setDefault(field.number == button_ok);
-        button_->setAutoDefault(field.number == button_ok);
-        QObject::connect(button_, &QPushButton::clicked, button_, [dialog, number = field.number] {
+        button_->setAutoDefault(true);  // ENTER presses the button that has the focus
+        QObject::connect(button_, &QPushButton::clicked, button_, [this, dialog, number = field.number] {
+            Take_What_Is_Typed(*button_->window());
             Post_Message({Message_Kind::push_button, {.win = dialog, .value1 = number}});
         });
         if (field.kind == Field_Kind::colour_button) Put_Colour(0);
@@ -123,6 +133,30 @@ private:
 
 }  // namespace
 
+namespace {
+
+constexpr const char* read_only_property = "read_only";
+
+// What only shows its value stands on the ground of the dialog.
+QColor Usual_Ground(const QWidget& widget) {
+    const QPalette palette = QApplication::palette(&widget);
+    return palette.color(QPalette::Active, widget.property(read_only_property).toBool() ? QPalette::Window : QPalette::Base);
+}
+
+QColor Invalid_Ground(const QPalette& palette) {
+    return palette.color(QPalette::Active, QPalette::Window).lightness() < 128 ? QColor(110, 40, 40) : QColor(255, 214, 214);
+}
+
+// The colour that the program gave the text stays.
+void Put_Ground(QWidget* widget, const QColor& ground) {
+    QPalette palette = widget->palette();
+    palette.setColor(QPalette::Active, QPalette::Base, ground);
+    palette.setColor(QPalette::Inactive, QPalette::Base, ground);
+    widget->setPalette(palette);
+}
+
+}  // namespace
+
 Status Dialog_Widget::Set(const std::string&) { return Status::Fail("field " + std::to_string(field_.number) + " takes no value"); }
 Status Dialog_Widget::Press() { return Status::Fail("field " + std::to_string(field_.number) + " is no push button"); }
 
@@ -139,7 +173,9 @@ void Dialog_Widget::Set_State(int state) {
     // What has no read-only state of its own shows its value and takes no input.
     widget()->setAttribute(Qt::WA_TransparentForMouseEvents, state == field_read_only);
     if (state == field_read_only && widget()->focusPolicy() != Qt::NoFocus) widget()->setFocusPolicy(Qt::NoFocus);
-    if (state == field_enabled && field_.kind != Field_Kind::label && widget()->focusPolicy() == Qt::NoFocus)
+    const bool shows_only =
+        field_.kind == Field_Kind::label || field_.kind == Field_Kind::image || field_.kind == Field_Kind::progress_bar;
+    if (state == field_enabled && !shows_only && widget()->focusPolicy() == Qt::NoFocus)
         widget()->setFocusPolicy(Qt::StrongFocus);
 }
 
@@ -149,13 +185,13 @@ std::string Bare_Label(std::string_view label) { return Q(label).remove('&').tri
 
 std::string Real_Text(double value, std::string_view format) { return std::string(Trim(IRealToString(static_cast<float>(value), format))); }
 
+void Mark_Read_Only(QWidget* widget, bool read_only) {
+    widget->setProperty(read_only_property, read_only);
+    if (widget->toolTip().isEmpty()) Put_Ground(widget, Usual_Ground(*widget));
+}
+
 void Mark_Invalid(QWidget* widget, bool invalid, const QString& why) {
-    QPalette palette;
-    if (invalid) {
-        const bool dark = palette.color(QPalette::Base).lightness() < 128;
-        palette.setColor(QPalette::Base, dark ? QColor(110, 40, 40) : QColor(255, 214, 214));
-    }
-    widget->setPalette(palette);
+    Put_Ground(widget, invalid ? Invalid_Ground(widget->palette()) : Usual_Ground(*widget));
     widget->setToolTip(invalid ? why : QString());
 }
 

@@ -38,6 +38,8 @@ public:
     bool Takes_Input() const { return state_ == field_enabled; }
     int State() const { return state_; }
 
+    QWidget* caption = nullptr;  // the label that stands before it, greyed with it
+
     // Called when the user, or a script in his place, has changed the value.
     std::function<void()> changed = [] {};
 
@@ -103,6 +105,7 @@ std::string Real_Text(double value, std::string_view format);
 
 // Marks a widget whose text is no valid value, and takes the mark away.
 void Mark_Invalid(QWidget* widget, bool invalid, const QString& why);
+void Mark_Read_Only(QWidget* widget, bool read_only);
 
 // `dialog` is the number under which a push button posts its message; `group` holds the radio buttons of the field's group.
 std::unique_ptr<Dialog_Widget> Build_Field(const Dialog_Field& field, int dialog, QButtonGroup* group);

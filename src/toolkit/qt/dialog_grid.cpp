@@ -14,6 +14,7 @@ namespace vntl {
 namespace {
 
 constexpr int rows_seen = 8;
+constexpr int own_state = Qt::UserRole;  // data of a cell: its state, whatever that of the grid is
 
 // A table whose cells are copied and pasted as text, columns parted by TABs.
 class Table : public QTableWidget {
@@ -28,6 +29,17 @@ protected:
             Paste();
         else
             QTableWidget::keyPressEvent(event);
+    }
+
+    // TAB goes from cell to cell, and from the last one on to the next field.
+    bool focusNextPrevChild(bool next) override {
+        const QModelIndex at = currentIndex();
+        const bool at_end = next ? at.row() == rowCount() - 1 && at.column() == columnCount() - 1 : at.row() <= 0 && at.column() <= 0;
+        if (at.isValid() && !at_end) return QTableWidget::focusNextPrevChild(next);
+        setTabKeyNavigation(false);
+        const bool moved = QTableWidget::focusNextPrevChild(next);
+        setTabKeyNavigation(true);
+        return moved;
     }
 
 private:
@@ -46,7 +58,8 @@ private:
     }
 
     void Paste() {
-        const QStringList lines = QApplication::clipboard()->text().split('\n', Qt::SkipEmptyParts);
+        QStringList lines = QApplication::clipboard()->text().split('\n');
+        if (lines.last().isEmpty()) lines.removeLast();  // an empty one before it is an empty cell
         for (int i = 0; i < lines.size(); ++i) {
             const QStringList texts = lines[i].split('\t');
             for (int j = 0; j < texts.size(); ++j) {
@@ -104,8 +117,7 @@ public:
                 if (kind == Cell_Kind::check_box) item->setCheckState(Qt::Unchecked);
                 if (kind == Cell_Kind::real || kind == Cell_Kind::integer) item->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
                 table_->setItem(row, column, item);
-                Apply_State(*item, states_[static_cast<std::size_t>(column)]);
-                Mark(*item);
+                Put_State(*item, states_[static_cast<std::size_t>(column)]);
             }
     }
     int Rows() const override { return table_->rowCount(); }
@@ -139,7 +151,7 @@ public:
 
     void Cell_State(int column, int row, int state) override {
         const QSignalBlocker quiet(table_);
-        if (QTableWidgetItem* item = At(column, row)) Apply_State(*item, state);
+        if (QTableWidgetItem* item = At(column, row)) Put_State(*item, state);
     }
     void Column_State(int column, int state) override {
         if (column < 1 || column > table_->columnCount()) return;
@@ -172,10 +184,9 @@ public:
         table_->setEditTriggers(state == field_read_only
                                     ? QTableWidget::NoEditTriggers
                                     : QTableWidget::DoubleClicked | QTableWidget::EditKeyPressed | QTableWidget::AnyKeyPressed);
-        if (state != field_disabled)
-            for (int column = 1; column <= table_->columnCount(); ++column)
-                for (int row = 1; row <= Rows(); ++row)
-                    Cell_State(column, row, state == field_read_only ? state : states_[static_cast<std::size_t>(column - 1)]);
+        const QSignalBlocker quiet(table_);
+        for (int column = 1; column <= table_->columnCount(); ++column)
+            for (int row = 1; row <= Rows(); ++row) Apply_State(*At(column, row));
     }
 
 private:
@@ -220,7 +231,15 @@ private:
         item.setToolTip(invalid ? "This is not a number" : QString());
     }
 
-    void Apply_State(QTableWidgetItem& item, int state) {
+    void Put_State(QTableWidgetItem& item, int state) {
+        item.setData(own_state, state);
+        Apply_State(item);
+    }
+
+    // The state of a cell, or that of the whole grid where it allows less.
+    void Apply_State(QTableWidgetItem& item) {
+        const int own = item.data(own_state).toInt();
+        const int state = state_ == field_read_only && own == field_enabled ? field_read_only : own;
         const Qt::ItemFlags change = Kind(item) == Cell_Kind::check_box ? Qt::ItemIsUserCheckable : Qt::ItemIsEditable;
         Qt::ItemFlags flags = Qt::ItemIsSelectable;
         if (state != field_disabled) flags |= Qt::ItemIsEnabled;

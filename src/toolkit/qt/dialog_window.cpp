@@ -2,7 +2,6 @@
 
 #include <QApplication>
 #include <QButtonGroup>
-#include <QDialogButtonBox>
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -15,8 +14,14 @@ namespace vntl {
 
 namespace {
 
-bool At_Foot(const Dialog_Field& field) {
+bool Ends_Dialog(const Dialog_Field& field) {
     return field.kind == Field_Kind::push_button && (field.number == button_ok || field.number == button_cancel);
+}
+
+// Other buttons of the same row stand at the foot too, at its other end.
+QDialogButtonBox::ButtonRole Foot_Role(const Dialog_Field& field) {
+    if (!Ends_Dialog(field)) return QDialogButtonBox::ResetRole;
+    return field.number == button_ok ? QDialogButtonBox::AcceptRole : QDialogButtonBox::RejectRole;
 }
 
 bool Is_Entry(Field_Kind kind) {
@@ -39,13 +44,17 @@ Dialog_Window::Dialog_Window(const Dialog_Resource& resource, QWidget* parent)
     column->addLayout(grid, 1);
     column->addSpacing(6);
     column->addWidget(foot_);
+    for (const auto& [button, role] : at_foot_) foot_->addButton(button, role);  // last in the order of TAB
     foot_->setVisible(!foot_->buttons().isEmpty());
     if (!stretches_) column->setSizeConstraint(QLayout::SetFixedSize);
     connect(qApp, &QApplication::focusChanged, this, &Dialog_Window::Focus_Moved);
 }
 
 Dialog_Window::~Dialog_Window() {
-    disconnect(qApp, nullptr, this, nullptr);  // what closing it does to the focus is no news any more
+    // What closing it does to the focus, and to a cell that is being edited, is no news any more.
+    disconnect(qApp, nullptr, this, nullptr);
+    for (const auto& field : fields_) field->widget()->blockSignals(true);
+    hide();
 }
 
 void Dialog_Window::Lay_Out(QGridLayout& grid, const Rows& rows) {
@@ -66,13 +75,13 @@ void Dialog_Window::Lay_Out_Row(QGridLayout& grid, int row, const std::vector<Di
     const bool close = fields.size() > 1 && !labels && std::none_of(fields.begin(), fields.end(), [](const Dialog_Field& f) {
                            return Is_Entry(f.kind) || Takes_Room(f.kind) || f.kind == Field_Kind::frame || f.kind == Field_Kind::tab;
                        });
+    const bool foot = std::any_of(fields.begin(), fields.end(), Ends_Dialog);
     auto* line = close ? new QHBoxLayout : nullptr;
     int column = 0;
     for (const Dialog_Field& field : fields) {
         QWidget* widget = Build(field);
-        if (At_Foot(field)) {
-            foot_->addButton(static_cast<QPushButton*>(widget),
-                             field.number == button_ok ? QDialogButtonBox::AcceptRole : QDialogButtonBox::RejectRole);
+        if (foot && field.kind == Field_Kind::push_button) {
+            at_foot_.emplace_back(static_cast<QPushButton*>(widget), Foot_Role(field));
             continue;
         }
         if (line != nullptr) {
@@ -83,6 +92,8 @@ void Dialog_Window::Lay_Out_Row(QGridLayout& grid, int row, const std::vector<Di
         if (labelled) {
             auto* label = new QLabel(Q(field.label));
             label->setBuddy(Field(field.number)->Focus_Widget());
+            Field(field.number)->caption = label;
+            if (column > 0) label->setIndent(2 * label->fontMetrics().averageCharWidth());  // apart from the field before it
             grid.addWidget(label, row, column);
             grid.addWidget(widget, row, column + 1);
         } else {
@@ -147,11 +158,13 @@ Dialog_Widget* Dialog_Window::Field(int number) const {
 }
 
 int Dialog_Window::Number_Of(const QWidget* widget) const {
-    for (const auto& field : fields_)
-        if (widget != nullptr && field->field().kind != Field_Kind::tab &&
-            (field->widget() == widget || field->widget()->isAncestorOf(widget)))
-            return field->field().number;
-    return 0;
+    int number = 0;  // a tab control holds the fields of its pages; it is meant where none of them is
+    for (const auto& field : fields_) {
+        if (widget == nullptr || (field->widget() != widget && !field->widget()->isAncestorOf(widget))) continue;
+        number = field->field().number;
+        if (field->field().kind != Field_Kind::tab) break;
+    }
+    return number;
 }
 
 void Dialog_Window::Focus_Moved(QWidget* left, QWidget* entered) {

@@ -2,15 +2,17 @@
 #pragma once
 
 #include <QDialog>
+#include <QDialogButtonBox>
 #include <map>
 #include <memory>
+#include <utility>
 #include <vector>
 
 #include "toolkit/qt/dialog_fields.hpp"
 
 class QButtonGroup;
-class QDialogButtonBox;
 class QGridLayout;
+class QPushButton;
 
 namespace vntl {
 
@@ -47,6 +49,7 @@ private:
     bool stretches_ = false;  // a grid or a tree takes the room that a user gives
     std::vector<int> commands_;
     QDialogButtonBox* foot_;
+    std::vector<std::pair<QPushButton*, QDialogButtonBox::ButtonRole>> at_foot_;
     std::vector<std::unique_ptr<Dialog_Widget>> fields_;
     std::map<int, QButtonGroup*> groups_;
 };

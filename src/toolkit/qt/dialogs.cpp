@@ -80,11 +80,16 @@ void WDialogHide() {
 void WDialogUnload() {
     Toolkit& toolkit = The_Toolkit();
     const int number = toolkit.selected_dialog;
+    const auto loaded =
+        std::find_if(toolkit.dialogs.begin(), toolkit.dialogs.end(), [number](const auto& dialog) { return dialog->number() == number; });
+    if (loaded == toolkit.dialogs.end()) return;
+    auto dialog = std::move(*loaded);  // known no more before it goes: others come to the front meanwhile
+    toolkit.dialogs.erase(loaded);
     std::erase(toolkit.order, number);
     std::erase_if(toolkit.wanted, [number](const auto& wish) { return wish.first == number; });
-    std::erase_if(toolkit.dialogs, [number](const auto& dialog) { return dialog->number() == number; });
+    dialog.reset();
     // What was still to be said to it is void.
-    std::erase_if(toolkit.queue, [number](const Message& message) { return number != main_window && message.record.win == number; });
+    std::erase_if(toolkit.queue, [number](const Message& message) { return message.record.win == number; });
 }
 
 bool WDialogLoaded(int dialog) { return The_Toolkit().Dialog(dialog) != nullptr; }
@@ -97,7 +102,10 @@ bool Modal_Loop_Serves(int command) {
 }
 
 void WDialogFieldState(int field, int state) {
-    if (Dialog_Widget* widget = Selected_Field(field)) widget->Set_State(state);
+    Dialog_Widget* widget = Selected_Field(field);
+    if (widget == nullptr) return;
+    widget->Set_State(state);
+    if (widget->caption != nullptr) widget->caption->setEnabled(state != field_disabled);
 }
 
 void WDialogColour(int field, Colour colour) {

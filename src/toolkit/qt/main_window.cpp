@@ -10,6 +10,7 @@
 #include <QStatusBar>
 #include <QToolBar>
 #include <QUrl>
+#include <algorithm>
 
 #include "toolkit/qt/application.hpp"
 #include "toolkit/qt/icons.hpp"
@@ -60,7 +61,15 @@ void Window::Split(int panes, bool side_by_side) {
         areas_.push_back(new Drawing_Area(number_, pane));
         splitter->addWidget(areas_.back());
     }
+    const QSize size = centralWidget() != nullptr ? centralWidget()->size() : QSize();
     setCentralWidget(splitter);
+    if (!size.isValid()) return;
+    // The panes have their sizes at once, for who draws on them before the windowing system has its turn.
+    splitter->resize(size);
+    if (isVisible()) {
+        splitter->show();
+        layout()->activate();
+    }
 }
 
 Drawing_Area* Window::Area(int pane) const {
@@ -120,6 +129,9 @@ void Window::Set_Menu(std::span<const Menu_Entry> bar) {
 // A bar that comes or goes changes the size of the window and not that of the picture, where the desktop lets it.
 void Window::Set_Toolbar(const Toolbar_Resource* table, int row) {
     const QSize before = centralWidget()->size();
+    auto& queue = The_Toolkit().queue;
+    const auto resize = [this](const Message& m) { return m.kind == Message_Kind::resize && m.record.win == number_; };
+    const bool resized = std::any_of(queue.begin(), queue.end(), resize);  // before, and not told yet
     if (const auto standing = toolbars_.find(row); standing != toolbars_.end()) {
         removeToolBar(standing->second);
         delete standing->second;
@@ -130,9 +142,7 @@ void Window::Set_Toolbar(const Toolbar_Resource* table, int row) {
     layout()->activate();
     Resize_Area(before.width(), before.height());
     layout()->activate();
-    if (centralWidget()->size() != before) return;
-    std::erase_if(The_Toolkit().queue,
-                  [this](const Message& message) { return message.kind == Message_Kind::resize && message.record.win == number_; });
+    if (!resized && centralWidget()->size() == before) std::erase_if(queue, resize);
 }
 
 void Window::Add_Toolbar(const Toolbar_Resource& table, int row) {

@@ -1,8 +1,11 @@
 #include "toolkit/qt/text_edit.hpp"
 
 #include <QFontDatabase>
+#include <QTextBlock>
 #include <QTextDocument>
 #include <algorithm>
+#include <array>
+#include <vector>
 
 #include "base/os.hpp"
 #include "base/text.hpp"
@@ -14,7 +17,23 @@ namespace vntl {
 
 namespace {
 
-constexpr std::size_t largest_text = 64u << 20;
+constexpr std::size_t largest_text = 16u << 20;  // a widget of text takes seconds for more
+constexpr int line_ends = 3;
+constexpr std::array<const char*, line_ends> ends = {"\n", "\r\n", "\r"};
+constexpr std::string_view byte_order_mark = "\xEF\xBB\xBF";
+
+// Kinds of the line ends of a text, in order.
+std::vector<int> Line_Ends(const QString& text) {
+    std::vector<int> kinds;
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        if (text[i] == '\n') kinds.push_back(0);
+        if (text[i] != '\r') continue;
+        const bool pair = i + 1 < text.size() && text[i + 1] == '\n';
+        kinds.push_back(pair ? 1 : 2);
+        i += pair ? 1 : 0;
+    }
+    return kinds;
+}
 
 Window* Selected_Editor_Window() {
     Window* window = The_Toolkit().Find_Window(The_Toolkit().selected_window);
@@ -35,28 +54,40 @@ Text_Edit::Text_Edit(int window) : window_(window) {
 }
 
 Status Text_Edit::Load(const std::string& file) {
-    std::string text;
-    bool latin1 = false, crlf = false;
+    Text_File source;
     if (!file.empty()) {
-        Text_File source;
-        if (const Status status = source.Open(file, largest_text); status.failed) return status;
-        text = To_Utf8(source.Text());
-        latin1 = text != source.Text();
-        crlf = Contains(text, "\r\n");
+        if (const Status status = source.Open(file, largest_text + byte_order_mark.size() + 1); status.failed) return status;
+        if (source.Text().size() > largest_text) return Status::Fail("Too large for the editor: " + file);
     }
-    setPlainText(QString::fromStdString(text));
+    const std::string utf8 = To_Utf8(source.Text());
+    const QString text = QString::fromStdString(utf8);
+    setPlainText(text);
     document()->setModified(false);
     file_ = file;
-    latin1_ = latin1;
-    crlf_ = crlf;
+    latin1_ = utf8 != source.Text();
+    marked_ = source.Marked();
+    // Each line remembers its own end; lines that come get the end that most have.
+    std::array<int, line_ends> counts{};
+    QTextBlock block = document()->begin();
+    for (const int kind : Line_Ends(text)) {
+        ++counts[static_cast<std::size_t>(kind)];
+        block.setUserState(kind);
+        block = block.next();
+    }
+    usual_end_ = static_cast<int>(std::max_element(counts.begin(), counts.end()) - counts.begin());
     return Status::Done();
 }
 
 Status Text_Edit::Save(const std::string& file) {
-    QString text = toPlainText();
-    if (crlf_) text.replace('\n', "\r\n");
+    QString text;  // as it stands: the widget's own plain text has blanks for hard blanks
+    for (QTextBlock block = document()->begin(); block.isValid(); block = block.next()) {
+        text += block.text();
+        if (!block.next().isValid()) break;
+        text += QLatin1String(ends[static_cast<std::size_t>(block.userState() < 0 ? usual_end_ : block.userState())]);
+    }
     const bool narrow = latin1_ && std::all_of(text.begin(), text.end(), [](QChar c) { return c.unicode() < 256; });
-    const QByteArray bytes = narrow ? text.toLatin1() : text.toUtf8();
+    QByteArray bytes = narrow ? text.toLatin1() : text.toUtf8();
+    if (marked_) bytes.prepend(byte_order_mark.data(), static_cast<qsizetype>(byte_order_mark.size()));
     if (!Replace_File(file, std::string_view(bytes.constData(), static_cast<std::size_t>(bytes.size()))))
         return Status::Fail("The file cannot be written: " + file);
     file_ = file;

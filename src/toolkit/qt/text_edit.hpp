@@ -24,7 +24,8 @@ private:
     int window_;
     std::string file_;
     bool latin1_ = false;  // the bytes of the file were no UTF-8
-    bool crlf_ = false;    // its lines ended in CR LF
+    bool marked_ = false;  // a byte-order mark stood in front
+    int usual_end_ = 0;    // kind of line end that most of its lines had
 };
 
 }  // namespace vntl

@@ -41,7 +41,11 @@ void WindowOpen(int width, int height, const std::string& title, const std::stri
 }
 
 void WindowOpenChild(int number, const std::string& title, int width, int height, Child_Kind kind) {
-    if (WindowIsOpen(number)) return static_cast<void>(WindowToFront(number));
+    if (WindowIsOpen(number)) {
+        WindowSelect(number);
+        WindowToFront(number);
+        return;
+    }
     Open(number, title, width, height, kind, nullptr);
 }
 
@@ -58,6 +62,7 @@ void WindowCloseChild(int number) {
     std::erase(toolkit.order, number);
     std::erase_if(toolkit.queue, [number](const Message& message) { return message.record.win == number; });
     std::erase_if(toolkit.wanted, [number](const auto& wish) { return wish.first == number; });
+    toolkit.counts_moves.erase(number);
     toolkit.windows.erase(number);
     if (toolkit.selected_window == number) toolkit.selected_window = main_window;
 }
@@ -129,6 +134,9 @@ bool WindowToFront(int number) {
     QWidget* widget = toolkit.Find_Window(number);
     if (widget == nullptr) widget = toolkit.Dialog(number);
     if (widget == nullptr) return false;
+    const Dialog_Window *front = toolkit.Dialog(toolkit.Front()), *wanted = toolkit.Dialog(number);
+    if (front != nullptr && wanted != nullptr && front != wanted && front->Holds_Others() && wanted->Holds_Others())
+        return true;  // it waits for the end of the one in front
     toolkit.To_Front(number);
     widget->raise();
     widget->activateWindow();

@@ -1,0 +1,123 @@
+// Statements at random, from a seed: whatever a user does in whatever order, the program keeps its session in order and ends by itself.
+#include <random>
+#include <sstream>
+#include <string_view>
+
+#include "app/testing.hpp"
+
+namespace vntl {
+namespace {
+
+constexpr int statements = 2500;
+
+// Words and phrases to choose from, behind bars.
+constexpr const char* files =
+    "rising.xye|rising.xye|calculated.xys|calculated.xys|mixed_case.Xy|eleven_points.dat|eleven_points.dat|flight.xye|no_extension|text."
+    "txt|"
+    "falling.xye|noise.xye|empty.dat|ten_points.dat|huge_claim.dat|strange.dat|home|missing.xye|missing.buf|\"\"|\"odd \\\" #.xye\"|/";
+constexpr const char* keys = "Escape|Escape|Enter|Tab|Space|Backspace|Delete|Left|Up|Home|End|F1|F5|Back|Forward|a|z|\"#\"";
+constexpr const char* fields = "1|2|1001|1002|1003|1004|1010|\"Free Format (Inst. 0)\"|OK|Cancel|Text";
+constexpr const char* values = "0|1|-1|12|1e30|abc|\"\"|999999999999|\"two words\"";
+constexpr const char* what =
+    "rows|state|menu|menu 40105|toolbars|peaks|background|hklgen|fit|dialog|picture|recent|prefs|paths|timing|data 1|data 2 3 5|data 99|"
+    "reflections 1|excluded 1|picture full";
+constexpr const char* odd = " |# a remark|\"unclosed|print|mouse down|set|\xff\xfe|open|files|cell 1 2|dialog x|directory \"\"";
+// What is done most, so that long ways through the program come about.
+constexpr const char* commands =
+    "40027|40226|40021|40111|40106|40109|40133|40116|40118|40119|40136|40137|40503|40504|40105|40105|40113|40501|40502|40505|40018|40107|"
+    "40104|"
+    "40038|40067|40070|40044|40019";
+
+class Generator {
+public:
+    explicit Generator(unsigned seed) : random_(seed) {}
+    std::string Statement() {
+        const int choice = Below(100);
+        if (choice < 8) return Files("drop");
+        if (choice < 14) return Files("open");
+        if (choice < 17) return "files " + (Below(2) == 0 ? One_Of(files) : One_Of("cancel|cancel|a.png|b.svg|c.gif|/x/d.ps"));
+        if (choice < 35) return Command();
+        if (choice < 65) return Mouse();
+        if (choice < 69) return "key " + One_Of(keys);
+        if (choice < 73) return "press " + One_Of("1|2|1|2|1002|OK|Find next");
+        if (choice < 76) return "set " + One_Of(fields) + ' ' + One_Of(values);
+        if (choice < 77) return "cell " + One_Of(fields) + " 1 " + std::to_string(Below(4)) + ' ' + One_Of(values);
+        if (choice < 78) return "select " + One_Of(fields) + ' ' + One_Of(values);
+        if (choice < 80) return "answer " + One_Of("yes|no|ok|cancel|retry|abort|ignore");
+        if (choice < 81) return One_Of("directory home|colour 1 2 3|colour 1 2 300|programs off|timer 1|timer -1");
+        if (choice < 84) return "resize " + std::to_string(1 + Below(Below(8) == 0 ? 1500 : 500)) + ' ' + std::to_string(1 + Below(700));
+        if (choice < 89) return One_Of("main|main|main|dialog 41|dialog 401|dialog 104|dialog 403|dialog 0|dialog -7");
+        // A window that is surely not the main one is opened before it is closed; behind a dialog, the dialog closes.
+        if (choice < 91) return "command " + One_Of("40505|40018|40107") + "\nclose";
+        if (choice < 97) return "print " + One_Of(what);
+        return choice < 99 ? "export " + One_Of("a.png|b.svg|c.pdf|d.xyz") : One_Of(odd);
+    }
+
+private:
+    int Below(int n) { return static_cast<int>(random_() % static_cast<unsigned>(n)); }
+
+    std::string One_Of(const char* phrases) {
+        std::vector<std::string> list;
+        std::istringstream text(phrases);
+        for (std::string phrase; std::getline(text, phrase, '|');) list.push_back(phrase);
+        return list[static_cast<std::size_t>(Below(static_cast<int>(list.size())))];
+    }
+
+    std::string Files(const std::string& verb) {
+        std::string statement = verb;
+        for (int i = Below(3); i >= 0; --i, ++opened_) statement += ' ' + One_Of(files);
+        if (opened_ < 12) return statement;
+        opened_ = 0;
+        return "press 2\npress 1\nmain\ncommand 40019\n" + statement;
+    }
+
+    // The program is not left.
+    std::string Command() {
+        const int number = Below(4) == 0 ? 40510 + Below(14) : 40001 + Below(230);
+        return "command " + (Below(3) != 0 ? One_Of(commands) : std::to_string(number == 40005 ? 40019 : number));
+    }
+
+    // A place, mostly near the box; its far ends are as far as a double goes.
+    std::string Place(double from, double to) {
+        if (Below(40) == 0) return One_Of(" -1e300| 1e300| 1e38| -3e38| 1e20| -1e9| 0| 1e-300");
+        return ' ' + std::to_string(from + (to - from) * (Below(1401) - 200) / 1000);
+    }
+
+    std::string Mouse() {
+        const std::string action = One_Of("down|up|move|move|wheelup|wheeldown") + One_Of("| left| left| left| middle| right");
+        return Below(3) == 0 ? "mouse data " + action + Place(9, 16) + Place(0, 150)
+                             : "mouse " + action + Place(180, 1020) + Place(120, 680);
+    }
+
+    std::mt19937 random_;
+    int opened_ = 0;
+};
+
+class Monkey : public Program, public testing::WithParamInterface<unsigned> {
+protected:
+    void SetUp() override {
+        directory = fs::temp_directory_path() / ("vantrelo_monkey_" + std::to_string(GetParam()) + '_' + std::to_string(::getpid()));
+        fs::remove_all(directory);
+        fs::create_directories(directory / "home");
+        for (const auto& file : fs::directory_iterator(TEST_DATA "/patterns")) fs::copy_file(file, directory / file.path().filename());
+        std::ofstream(directory / "text.txt") << "Two lines\nof text";
+    }
+};
+
+TEST_P(Monkey, LeavesTheSessionInOrder) {
+    Generator generator(GetParam());
+    std::string script;
+    for (int i = 0; i < statements; ++i) script += generator.Statement() + '\n';
+    const Run_Result run = Script(script + "print paths\n");
+    EXPECT_TRUE(run.status == 0 || run.status == 1) << run.status << " from seed " << GetParam();
+    for (const std::string_view fault : {"contradicts itself", "Sanitizer", "runtime error"})
+        if (const std::size_t at = run.errors.find(fault); at != std::string::npos)
+            ADD_FAILURE() << "seed " << GetParam() << ": " << run.errors.substr(run.errors.rfind('\n', at) + 1, 2000);
+    for (const std::string& box : run.Boxes()) EXPECT_FALSE(box.starts_with("Fault")) << box << " from seed " << GetParam();
+    EXPECT_TRUE(!run.lines.empty() && run.lines.back().contains("paths")) << "the run of seed " << GetParam() << " ended before its time";
+}
+
+INSTANTIATE_TEST_SUITE_P(Seeds, Monkey, testing::Range(1u, 9u));
+
+}  // namespace
+}  // namespace vntl

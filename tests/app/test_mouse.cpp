@@ -1,0 +1,252 @@
+// The mouse over the plot: what it reads out, zooms, shifts and takes back.
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdio>
+
+#include "app/testing.hpp"
+#include "commands/plot/mouse.hpp"
+#include "session/session.hpp"
+#include "session/xspace.hpp"
+
+namespace vntl {
+namespace {
+
+constexpr double left = 180, right = 1020, bottom = 120, top = 680;  // the plot box, page units
+
+struct Limits {
+    double x1, x2, y1, y2;
+    double X(double page) const { return x1 + (page - left) / (right - left) * (x2 - x1); }
+    double Y(double page) const { return y1 + (page - bottom) / (top - bottom) * (y2 - y1); }
+};
+
+Limits View_Of(const Json& state) { return {state["x_view_min"], state["x_view_max"], state["y_view_min"], state["y_view_max"]}; }
+
+void Expect_View(const Json& state, const Limits& wanted, const std::string& what) {
+    const Limits view = View_Of(state);
+    for (const auto& [is, shall, size] : {std::array{view.x1, wanted.x1, wanted.x2},
+                                          {view.x2, wanted.x2, wanted.x2},
+                                          {view.y1, wanted.y1, wanted.y2},
+                                          {view.y2, wanted.y2, wanted.y2}})
+        EXPECT_NEAR(is, shall, 2e-6 * std::max(std::fabs(size), 1.0)) << what;
+}
+
+void Expect_Same_View(const Json& state, const Json& other, const std::string& what) {
+    for (const char* name : {"x_view_min", "x_view_max", "y_view_min", "y_view_max", "drawn_x1", "drawn_x2", "drawn_y1", "drawn_y2"})
+        EXPECT_EQ(state[name], other[name]) << what << ' ' << name;
+}
+
+std::string Fixed(double value, int digits) {
+    std::array<char, 64> text{};
+    std::snprintf(text.data(), text.size(), "%.*f", digits, value);
+    return text.data();
+}
+
+class Mouse : public Program {
+protected:
+    // Curves that cross, over ranges that overlap in part.
+    void SetUp() override {
+        Program::SetUp();
+        std::ofstream a(directory / "a.xye"), b(directory / "b.xye");
+        a << "a\n", b << "b\n";
+        for (int i = 0; i <= 200; ++i) {
+            a << 10 + 0.1 * i << ' ' << 500 + 300 * std::sin(0.2 * i) << " 1\n";
+            b << 15 + 0.1 * i << ' ' << 500 + 300 * std::cos(0.13 * i) << " 1\n";
+        }
+    }
+    // Runs statements behind semicolons, in which "@" is the mouse and "?" prints the state. Every one must succeed.
+    Run_Result Do(const std::string& statements) {
+        std::string text;
+        for (const char c : statements) text += c == ';' ? "\n" : c == '@' ? "mouse " : c == '?' ? "print state" : std::string(1, c);
+        Run_Result run = Script(text + '\n');
+        EXPECT_EQ(run.status, 0) << run.errors;
+        return run;
+    }
+    std::vector<Json> States(const std::string& statements) { return Do(statements).With("plot_type"); }
+};
+
+TEST_F(Mouse, ReadsThePlaceAndTheNearestCurve) {
+    std::string script = "drop a.xye b.xye;print data 1;print data 2;?";
+    std::vector<std::pair<double, double>> places;
+    for (int i = 0; i < 12; ++i) places.emplace_back(190 + 69.3 * i, 140 + 83.7 * (i % 7));
+    for (const auto& [x, y] : places) script += ";@move " + Fixed(x, 3) + ' ' + Fixed(y, 3) + ";?";
+    const Run_Result run = Do(script);
+    const auto data = run.With("x"), states = run.With("plot_type");
+    ASSERT_EQ(states.size(), places.size() + 1);
+    const Limits view = View_Of(states[0]);
+    std::array<bool, 3> pointed{};
+    for (std::size_t i = 0; i < places.size(); ++i) {
+        const double x = view.X(places[i].first), y = view.Y(places[i].second);
+        std::size_t nearest = 0;
+        double least = 1e30;
+        for (std::size_t row = 0; row < data.size(); ++row) {
+            const auto xs = data[row]["x"].get<std::vector<double>>(), ys = data[row]["y"].get<std::vector<double>>();
+            const auto point = std::upper_bound(xs.begin(), xs.end(), x) - xs.begin() - 1;
+            if (point < 0 || x > xs.back() || std::fabs(ys[point] - y) >= least) continue;
+            least = std::fabs(ys[point] - y);
+            nearest = row + 1;
+        }
+        pointed[nearest] = true;
+        const std::string pattern = "Pointed Pattern " + std::to_string(nearest);
+        EXPECT_EQ(states[i + 1]["status"], Json({"", pattern, " X= " + Fixed(x, 4), " Y= " + Fixed(y, 1), "multi"}));
+    }
+    EXPECT_TRUE(pointed[1] && pointed[2]);
+}
+
+TEST_F(Mouse, ReadsNothingOutsideTheBox) {
+    const auto states = States("drop a.xye;@data move 12.34 400;?;@data move 10 400;?;@move 179 400;?;@move 600 681;?;@move 600 119;?");
+    EXPECT_EQ(states.at(0)["status"], Json({"", " N= 24", " X= 12.3400", " Y= 400.0", "single"}));
+    EXPECT_EQ(states.at(1)["status"][1], " N= 1");  // on the first point itself
+    for (const std::size_t out : {2u, 3u, 4u}) EXPECT_EQ(states.at(out)["status"], Json({"", "", "", "", "single"})) << out;
+}
+
+TEST(Mouse_Spacing, StandsInTheLineOfHintsButNeverInTheirPlace) {
+    Session session;
+    Diffraction_Pattern_Type pattern;
+    ASSERT_TRUE(Allocate_Diffraction_Pattern(pattern, 2).ok());
+    pattern.x = {10, 90}, pattern.y = {0, 100};
+    pattern.conv[0] = 1.5f;
+    session.store.Append(std::move(pattern), {});
+    Set_Xspace(session, "2theta");
+    session.plot.plot_type = "single";
+    session.plot.drawn_x1 = 10, session.plot.drawn_x2 = 90, session.plot.drawn_y2 = 100;
+    const auto hint_at = [&session](double x) {
+        const Plot_State::Place at = session.plot.Page_At({x, 50});
+        MouseMovement_Main(session, {Message_Kind::mouse_move, {.x = at.x, .y = at.y}});
+        return session.interface.status[0];
+    };
+    EXPECT_EQ(hint_at(60) + hint_at(95) + hint_at(30), " d= 1.50000 \u00c5 d= 2.89778 \u00c5");  // 0.75 / sin 15 degrees
+    session.interface.status[0] = "Choose a limit";
+    EXPECT_EQ(hint_at(60) + hint_at(95), "Choose a limitChoose a limit");
+}
+
+TEST_F(Mouse, ZoomsByARectangleFromAnyCornerAndNotByAClick) {
+    std::string script = "drop a.xye b.xye";
+    for (const auto& [from, to] : {std::pair("400 200", "900 600"), {"900 600", "400 200"}, {"400 600", "900 200"}, {"900 200", "400 600"}})
+        script += std::string(";@down right 600 400;?;@down ") + from + ";@move 500 500;@up " + to + ";?";
+    const auto states = States(script +
+                               ";@down 600 400;@up 600 400;?;@data down 17 400;@data up 17.0015 550;?;@data down 17 400;@data up 18 400;?;"
+                               "@down middle 300 300;@move 500 500;@up middle 700 600;?;@data down 17 400;@data up 17.0025 401;?");
+    const Limits whole = View_Of(states.at(0));
+    for (std::size_t i = 1; i < 8; i += 2) {
+        Expect_View(states.at(i - 1), whole, "right button");
+        Expect_View(states.at(i), {whole.X(400), whole.X(900), whole.Y(200), whole.Y(600)}, "rectangle");
+        EXPECT_EQ(states[i]["drawn_x1"], states[i]["x_view_min"]);
+    }
+    for (const std::size_t i : {8u, 9u, 10u, 11u}) Expect_Same_View(states.at(i), states[7], std::to_string(i));
+    EXPECT_NEAR(View_Of(states.at(12)).x2 - View_Of(states[12]).x1, 0.0025, 1e-5);
+}
+
+TEST_F(Mouse, TheWheelKeepsThePlaceUnderThePointer) {
+    const auto states = States(
+        "drop a.xye;?;@wheelup 320 300;?;@wheeldown 900 300;@wheeldown 900 300;?;@wheelup 1100 300;@wheelup 600 700;?;@down 300 300;"
+        "@move 500 500;@wheelup 500 500;?;@up 700 600;?");
+    Limits view = View_Of(states.at(0));
+    const auto turn = [&view](double page, double factor) {
+        const double x = view.X(page);
+        view.x1 = x + (view.x1 - x) * factor, view.x2 = x + (view.x2 - x) * factor;
+    };
+    turn(320, 0.8);
+    Expect_View(states.at(1), view, "nearer");
+    turn(900, 1.25), turn(900, 1.25);
+    Expect_View(states.at(2), view, "farther");
+    Expect_Same_View(states.at(3), states[2], "outside");
+    Expect_Same_View(states.at(4), states[2], "within a rectangle");
+    Expect_View(states.at(5), {view.X(300), view.X(700), view.Y(300), view.Y(600)}, "the rectangle all the same");
+}
+
+TEST_F(Mouse, AViewBeyondEveryNumberIsRefused) {
+    std::string script = "drop a.xye";
+    for (int i = 0; i < 420; ++i) script += ";@wheeldown 600 400";
+    for (int i = 0; i < 30; ++i) script += ";command 40136";
+    for (int i = 0; i < 40; ++i) script += ";command 40109";
+    EXPECT_GT(View_Of(States(script + ";?").at(0)).x2, 1e37);  // and each view held together
+    const auto states = States("drop a.xye;?;@down 400 400;@up 600 1e300;?;command 40105;@down 400 400;@move -1e300 500;@up 1 1;?");
+    for (const std::size_t i : {1u, 2u}) Expect_Same_View(states.at(i), states[0], "far away");
+}
+
+TEST_F(Mouse, WhatMakesARectangleOrADragLapse) {
+    for (const std::string mode : {"", "command 40105;"}) {
+        for (const std::string lapse : {"key Escape", "command 40226", "command 40027", "@down right 700 500", "drop a.xye"}) {
+            const auto states =
+                States("drop a.xye b.xye;" + mode + "@down 300 300;@move 600 500;" + lapse + ";?;@move 700 600;@up 800 600;?");
+            Expect_Same_View(states.at(1), states.at(0), mode + lapse);
+            EXPECT_EQ(states[1]["MoveMode"], mode.empty() || lapse != "key Escape" ? 0 : 1) << lapse;
+        }
+        const auto states = States("drop a.xye;" + mode +
+                                   "@down 300 300;@move 400 400;command 40019;?;@move 500 500;@up 500 500;@wheelup 500 500;"
+                                   "@down right 500 500;@down 400 400;key Escape;?");
+        EXPECT_EQ(states.at(0)["plot_type"], "none");
+        EXPECT_EQ(states.at(1), states[0]) << "no form, no meaning";
+    }
+}
+
+TEST_F(Mouse, TheHandDragsAtHalfItsSpeed) {
+    const Run_Result run =
+        Do("drop a.xye;command 40105;print menu 40105;print menu 40113;?;@down 600 400;@move 700 450;@move 900 500;?;@move 1100 500;?;"
+           "@move 950 300;?;key Escape;?;@move 500 300;@down 600 400;@move 650 420;@up 650 420;@move 800 600;?;@down middle 500 500;"
+           "@move 510 510;@up middle 510 510;@down 100 100;@move 500 500;?;@down right 500 500;?;print menu 40105;print menu 40113;"
+           "command 40105;command 40113;?;command 40105;key Escape;?");
+    const auto menu = run.With("built"), states = run.With("plot_type");
+    for (const std::size_t i : {0u, 1u, 2u, 3u}) EXPECT_EQ(menu.at(i)["enabled"].get<bool>(), i == 1 || i == 2) << i;
+    const Limits whole = View_Of(states.at(0));
+    const auto shifted = [&whole](double dx, double dy) {
+        return Limits{whole.X(left - 0.5 * dx), whole.X(right - 0.5 * dx), whole.Y(bottom - 0.5 * dy), whole.Y(top - 0.5 * dy)};
+    };
+    Expect_View(states.at(1), shifted(300, 100), "two moves");
+    Expect_Same_View(states.at(2), states[1], "a move that leaves the view");
+    Expect_View(states.at(3), shifted(300 - 150, 100 - 200), "back in it, from where the hand was");
+    Expect_Same_View(states.at(4), states[0], "Escape: where the drag began");
+    Expect_View(states.at(5), shifted(50, 20), "a new drag, then a free hand");
+    Expect_Same_View(states.at(6), states[5], "another button, and a begin outside the view");
+    for (const std::size_t i : {4u, 7u, 8u, 9u}) EXPECT_EQ(states.at(i)["MoveMode"], i == 4 ? 1 : 0) << i;
+}
+
+TEST_F(Mouse, ViewsGoBackAndForward) {
+    const std::string look = ";print menu 40503;print menu 40504;?;";
+    const std::string back = "command 40503" + look, forward = "command 40504" + look, wheel = "@wheelup 600 300";
+    const std::array<std::string, 5> actions = {
+        "@down 300 300;@up 800 600", "@wheelup 500 400;@move 501 400;@wheelup 500 400;@wheeldown 900 400",
+        "command 40105;@down 600 400;@move 650 400;@move 700 440;@up 700 440", "@down right 1 1;command 40106", "command 40119"};
+    std::string script = "drop a.xye" + look;
+    for (const std::string& action : actions) script += action + look;
+    for (const std::string& way : {back, forward})
+        for (std::size_t i = 0; i < actions.size(); ++i) script += way;
+    script += back + "key Back;key Back" + look + wheel + look + back + "drop b.xye" + look + wheel + ";command 40226" + look + wheel +
+              ';' + back + forward + "key Back" + look;
+    const Run_Result run = Do(script);
+    const auto menu = run.With("built"), states = run.With("plot_type");
+    const auto expect = [&](std::size_t i, bool can_back, bool can_forward, std::size_t view) {
+        EXPECT_EQ(menu.at(2 * i)["enabled"], can_back) << i;
+        EXPECT_EQ(menu.at(2 * i + 1)["enabled"], can_forward) << i;
+        Expect_Same_View(states.at(i), states.at(view), std::to_string(i));
+    };
+    const std::size_t n = actions.size();
+    for (std::size_t i = 0; i <= n; ++i) {
+        expect(i, i > 0, false, i);
+        expect(n + i, i<n, i> 0, n - i);
+        expect(2 * n + i, i > 0, i < n, i);
+    }
+    expect(3 * n + 2, true, true, 2);
+    expect(3 * n + 3, true, false, 3 * n + 3);  // a new branch
+    expect(3 * n + 4, true, true, 2);
+    expect(3 * n + 5, false, false, 3 * n + 5);  // other data
+    expect(3 * n + 6, false, false, 3 * n + 6);  // a logarithmic axis
+    expect(3 * n + 7, false, true, 3 * n + 6);
+    expect(3 * n + 8, true, false, 3 * n + 8);
+    expect(3 * n + 9, false, true, 3 * n + 6);
+    EXPECT_NE(states[3 * n + 8]["x_view_min"], states[3 * n + 6]["x_view_min"]);
+}
+
+TEST_F(Mouse, TheLogarithmicFormReadsAndZoomsInLogUnits) {
+    const auto states = States(
+        "drop a.xye b.xye;command 40226;@data move 20 5.5;?;@data down 12 5;@data up 22 6.25;?;command 40105;@data down 15 5.5;"
+        "@data move 16 5.75;?");
+    EXPECT_EQ(states.at(0)["status"], Json({"", " N= 101", " X= 20.0000", " Y= 5.5", "multi_log"}));
+    EXPECT_LT(View_Of(states[0]).y2, std::log(900.0));
+    Expect_View(states.at(1), {12, 22, 5, 6.25}, "zoom");
+    Expect_View(states.at(2), {11.5, 21.5, 4.875, 6.125}, "drag");
+}
+
+}  // namespace
+}  // namespace vntl

@@ -1,0 +1,124 @@
+// Recording: the statements that are written down while a user, or another script, works do the same again.
+#include <sys/wait.h>
+
+#include <algorithm>
+#include <chrono>
+#include <csignal>
+#include <thread>
+
+#include "app/testing.hpp"
+
+namespace vntl {
+namespace {
+
+class Record : public Program {
+protected:
+    // Runs statements (behind semicolons, "@" the mouse) under a recorder, then what was recorded: rows, state and pictures must be the
+    // same.
+    std::string Replay(const std::string& statements, const std::vector<std::string>& exported = {}) {
+        std::string script;
+        for (const char c : statements) script += c == ';' ? "\n" : c == '@' ? "mouse " : std::string(1, c);
+        const std::string looks = "print rows\nprint state\nprint menu 40503\nprint menu 40504\nprint menu 40113\n";
+        std::ofstream(directory / "a.vns") << script + "\n" + looks + "export a.png\n";
+        const Run_Result first = Run({"--script", "a.vns", "--record", "b.vns"});
+        for (const std::string& file : exported) fs::rename(directory / file, directory / ("first " + file));
+        const std::string recorded = Text_Of(directory / "b.vns");
+        const Run_Result second = Script(recorded + looks + "export b.png\n");
+        EXPECT_EQ(second.errors, "") << recorded;
+        EXPECT_EQ(second.status, first.status) << recorded << first.errors;
+        const auto looked = [](const std::string& output) { return output.substr(std::min(output.find("{\"row\":"), output.size())); };
+        EXPECT_EQ(looked(second.output), looked(first.output)) << recorded;
+        EXPECT_GT(Text_Of(directory / "a.png").size(), 1000u) << first.errors;
+        EXPECT_TRUE(Text_Of(directory / "a.png") == Text_Of(directory / "b.png")) << "the pictures differ\n" << recorded;
+        for (const std::string& file : exported) {
+            EXPECT_GT(Text_Of(directory / file).size(), 1000u) << file;
+            EXPECT_TRUE(Text_Of(directory / file) == Text_Of(directory / ("first " + file))) << file << " differs\n" << recorded;
+        }
+        return recorded;
+    }
+    static int Count(const std::string& text, const std::string& part) {
+        int count = 0;
+        for (std::size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + 1)) ++count;
+        return count;
+    }
+};
+
+TEST_F(Record, FilesDialogsAndTheMouse) {
+    std::ofstream(directory / "columns.dat") << "t\n1 10 1\n2 20 1\n3 30 1\n4 20 1\n5 10 1\n";
+    const std::string recorded = Replay(
+        "resize 700 450;open columns.dat;set 1010 1;press OK;open columns.dat columns.dat;press Cancel;open columns.dat;set 1010 "
+        "1;close;drop " +
+            Pattern("eleven_points.dat") + ' ' + Pattern("calculated.xys") +
+            ";@data move 5 50;@move 400.123456789 300;@down 250 200;@move 500 400;@up 950.5 640.25;@wheelup 333.3333333333 500;@wheeldown "
+            "800 500;"
+            "command 40226;@wheelup 600 300;command 40105;@down 600 400;@move 650.7 420;@move 700.1 300;@up 710 310;@down 500 400;@move "
+            "600 500;"
+            "key Escape;command 40505;press 1;command 40018;close;@down right 400 400;@down 300 300;@move 500 500;key Escape;@up 700 600;"
+            "@wheelup 600 400;command 40106;command 40503;resize 900 600;files one.png;command 40044;files cancel;command 40044;"
+            "files \"two pages.svg\";command 40044;timer 3",
+        {"one.png", "two pages.svg"});
+    EXPECT_TRUE(recorded.starts_with("resize ") && recorded.ends_with("\n")) << recorded;
+    EXPECT_EQ(Count(recorded, "\npress 2\n"), 2);
+    EXPECT_EQ(Count(recorded, "\nmouse down "), 5);
+    EXPECT_EQ(Count(recorded, "\nfiles cancel\ncommand 40044\n"), 1);
+    EXPECT_EQ(Count(recorded, "\nmouse move 650.7 420\nmouse move 700.1 300\n"), 1) << "each move under a button";
+    EXPECT_EQ(Count(recorded, "\nmouse move "), 6) << "a free mouse leaves its last place alone\n" << recorded;
+}
+
+TEST_F(Record, NamesOfEveryKind) {
+    std::string script;
+    for (const std::string name : {"two words.xye", "a\"quote.xye", "hash # mark.xye", "#first.xye", "back\\slash.xye", "end\\",
+                                   "\xC3\xA9t\xC3\xA9 \xE6\xBC\xA2.xye", "tab\tin.xye", "'single'.xye", "-minus.xye", "cancel"}) {
+        fs::copy_file(Pattern("rising.xye"), directory / name);
+        std::string word;
+        for (const char c : name) word += c == '"' || c == '\\' ? std::string("\\") + c : std::string(1, c);
+        script += "drop \"" + word + "\";open \"" + word + (name.ends_with("xye") ? "\";" : "\";press 1;");
+    }
+    EXPECT_EQ(Count(Replay(script + "command 40068;command 40027"), "40068"), 0) << "a recent file is written down by its name";
+    for (const std::vector<std::string>& files : {std::vector<std::string>{"two words.xye"}, {"'single'.xye", "#first.xye"}}) {
+        std::vector<std::string> arguments = {"--script", "c.vns", "--record", "d.vns"};
+        arguments.insert(arguments.end(), files.begin(), files.end());
+        std::ofstream(directory / "c.vns") << "mouse wheelup 600 400\nprint data 1\nprint state\n";
+        const Run_Result first = Run(arguments), second = Script(Text_Of(directory / "d.vns") + "print data 1\nprint state\n");
+        EXPECT_EQ(second.With("plot_type").at(0)["nperfiles"], files.size());
+        EXPECT_EQ(second.output, first.output) << Text_Of(directory / "d.vns");
+    }
+}
+
+TEST_F(Record, AFileThatCannotBeWritten) {
+    std::ofstream(directory / "a.vns") << "print state\n";
+    for (const std::string file : {"no/such/directory.vns", "home", "/dev/null/x"}) {
+        const Run_Result run = Run({"--script", "a.vns", "--record", file});
+        EXPECT_EQ(run.status, 2) << file;
+        EXPECT_NE(run.errors.find(file), std::string::npos) << run.errors;
+        EXPECT_EQ(run.output, "");
+    }
+}
+
+TEST_F(Record, WhatWasDoneIsOnDiskWhenTheProgramIsKilled) {
+    std::ofstream script(directory / "a.vns");
+    script << "open " + Pattern("rising.xye") + "\nmouse wheelup 600 400\ncommand 40111\ncommand 40106\n";
+    for (int i = 0; i < 100000; ++i) script << "resize 1200 " << 800 + i % 2 << "\ncommand 40021\n";
+    script.close();
+    const std::string a = directory / "a.vns", b = directory / "b.vns", home = directory / "home";
+    const pid_t child = ::fork();
+    if (child == 0) {
+        ::setenv("HOME", home.c_str(), 1);
+        ::setenv("QT_QPA_PLATFORM", "offscreen", 1);
+        ::freopen("/dev/null", "w", stdout);
+        ::execl(VANTRELO_PROGRAM, "vantrelo", "--script", a.c_str(), "--record", b.c_str(), nullptr);
+        ::_exit(127);
+    }
+    for (int i = 0; i < 3000 && Count(Text_Of(b), "command 40021") == 0; ++i) std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    ::kill(child, SIGKILL);
+    int status = 0;
+    ::waitpid(child, &status, 0);
+    EXPECT_TRUE(WIFSIGNALED(status)) << "it was over already";
+    const std::string recorded = Text_Of(b);
+    EXPECT_EQ(Count(recorded, "rising.xye\ncommand 40014\nmouse wheelup 600 400\ncommand 40111\ncommand 40106\nresize 1200 800\n"), 1)
+        << recorded;
+    EXPECT_TRUE(recorded.ends_with('\n')) << "no statement in part";
+}
+
+}  // namespace
+}  // namespace vntl
