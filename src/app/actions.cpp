@@ -37,6 +37,7 @@ void Command_Reset(Application& app) {
     app.session.lists.fit = {};
     Reset_Profiles(app.session);
     Set_Menu_Empty(app.session);
+    Clear_Read_Outs(app.session);
     Plot_Redraw(app.session);
 }
 

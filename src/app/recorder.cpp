@@ -3,9 +3,12 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <cstdint>
+#include <filesystem>
 
 #include "app/application.hpp"
 #include "app/script.hpp"
+#include "session/load.hpp"
 
 namespace vntl {
 
@@ -34,12 +37,10 @@ std::string Line(const std::vector<std::string>& words) {
 
 }  // namespace
 
-Recorder::~Recorder() {
-    Set_Witness(nullptr);
-    Write_Waiting();
-}
+Recorder::~Recorder() { Set_Witness(nullptr); }
 
 Status Recorder::Open(const std::string& file) {
+    name_ = file;
     file_.open(file, std::ios::trunc);
     return file_ ? Status::Done() : Status::Fail("the script " + file + " cannot be written");
 }
@@ -49,32 +50,45 @@ void Recorder::Begin(const std::vector<std::string>& files) {
     WindowSelect(main_window);
     Statement({"resize", std::to_string(WInfoWindow(1)), std::to_string(WInfoWindow(2))});
     Words opening = {files.size() == 1 ? "open" : "drop"};
-    opening.insert(opening.end(), files.begin(), files.end());
+    for (const std::string& file : files) opening.push_back(std::filesystem::absolute(file).string());
     if (!files.empty()) Statement(std::move(opening));
 }
 
-void Recorder::Write_Waiting() {
+void Recorder::Put_Waiting() {
+    file_.seekp(settled_);
     for (const std::string& answer : answers_) file_ << answer << '\n';
     if (!waiting_.empty()) file_ << waiting_ << '\n';
     file_.flush();
+    std::error_code ignored;
+    std::filesystem::resize_file(name_, static_cast<std::uintmax_t>(std::streamoff(file_.tellp())), ignored);
+}
+
+void Recorder::Settle() {
+    settled_ = file_.tellp();
     answers_.clear();
     waiting_.clear();
     waiting_key_.clear();
 }
 
 void Recorder::Statement(Words words) {
-    Write_Waiting();
+    Settle();
     waiting_ = Line(words);
+    Put_Waiting();
 }
 
 void Recorder::Replaceable(const std::string& key, Words words) {
-    const bool same = key == waiting_key_ && answers_.empty();
-    if (same) waiting_.clear();
+    if (key == waiting_key_ && answers_.empty()) {
+        waiting_ = Line(words);
+        return Put_Waiting();
+    }
     Statement(std::move(words));
     waiting_key_ = key;
 }
 
-void Recorder::Answer(const Words& words) { answers_.push_back(Line(words)); }
+void Recorder::Answer(const Words& words) {
+    answers_.push_back(Line(words));
+    Put_Waiting();
+}
 
 void Recorder::Mouse(const Message& message) {
     constexpr std::array<std::string_view, 3> buttons = {"left", "middle", "right"};
@@ -102,8 +116,10 @@ void Recorder::Saw_Message(const Message& message) {
         case Message_Kind::command: {
             // A recent file stands elsewhere in the list when the script runs.
             const auto slot = std::find(recent_file_commands.begin(), recent_file_commands.end(), record.value1);
-            if (slot != recent_file_commands.end())
-                return Statement({"open", app_.session.recent.Slot(static_cast<int>(slot - recent_file_commands.begin()) + 1)});
+            if (slot != recent_file_commands.end()) {
+                const std::string& file = app_.session.recent.Slot(static_cast<int>(slot - recent_file_commands.begin()) + 1);
+                if (Opens_As_Pattern(file)) return Statement({"open", file});
+            }
             return Statement({"command", std::to_string(record.value1)});
         }
         case Message_Kind::push_button:
@@ -115,6 +131,7 @@ void Recorder::Saw_Message(const Message& message) {
             return Mouse(message);
         case Message_Kind::resize:
             WindowSelect(record.win);
+            if (WInfoWindow(1) < 1) return;  // a window without a picture
             return Replaceable("resize", {"resize", std::to_string(WInfoWindow(1)), std::to_string(WInfoWindow(2))});
         case Message_Kind::close_request:
             return Statement({"close"});

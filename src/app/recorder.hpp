@@ -38,10 +38,13 @@ private:
     void Answer(const Words& words);                        // stands before the statement that led to the question
     void Replaceable(const std::string& key, Words words);  // takes the place of the statement before it, if that has the same key
     void Mouse(const Message& message);
-    void Write_Waiting();
+    void Put_Waiting();  // what waits is on disk too, and is written over when more is known of it
+    void Settle();
 
     const Application& app_;
     std::ofstream file_;
+    std::string name_;
+    std::ofstream::pos_type settled_ = 0;  // the end of what is written for good
     std::vector<std::string> answers_;
     std::string waiting_, waiting_key_;  // the last statement, as long as answers to its questions may come
     bool button_down_ = false;

@@ -107,10 +107,12 @@ bool Script_Runner::Step() {
 
 void Script_Runner::At_End() {
     const int front = WindowFront();
-    if (WDialogLoaded(front))
+    if (WDialogLoaded(front) && front != cancelled_) {
         Post_Message({Message_Kind::push_button, {.win = front, .value1 = button_cancel}});
-    else
-        app_.leaving = true;
+        cancelled_ = front;
+    } else {
+        app_.leaving = true;  // also where a dialog does not mind
+    }
     Post_Message({Message_Kind::repaint, {}});  // wakes the loop, which then sees that the program is being left
 }
 

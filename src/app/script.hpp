@@ -98,7 +98,8 @@ private:
     std::string start_directory_;
     std::vector<std::string> lines_;
     std::size_t next_ = 0;
-    int line_ = 0;  // of the statement that ran last
+    int line_ = 0;       // of the statement that ran last
+    int cancelled_ = 0;  // dialog that was told last that the script is over
     bool failed_ = false;
     std::deque<Waiting_Answer> answers_;
     std::deque<std::vector<std::string>> selections_;  // an empty one cancels

@@ -1,6 +1,7 @@
 // The statements of a session script, one function each.
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <ostream>
 
 #include "app/application.hpp"
@@ -176,8 +177,7 @@ Status Script_Runner::Front(const Words& words) {
     } else if (words.size() != 2 || !Parse_Integer(words[1], number)) {
         return Usage("dialog NUMBER | main");
     }
-    if (!WindowToFront(number)) return Status::Fail("dialog " + std::to_string(number) + " is not open");
-    return WindowFront() == number ? Status::Done() : Status::Fail("a modal dialog is in front");
+    return Act_Front(number);
 }
 
 Status Script_Runner::Answer(const Words& words) {
@@ -203,6 +203,7 @@ Status Script_Runner::Mouse(const Words& words) {
         return Usage(form);
     if (data) {
         const Plot_State::Place at = app_.session.plot.Page_At({record.x, record.y});
+        if (!std::isfinite(at.x) || !std::isfinite(at.y)) return Status::Fail("there is no plot to point at");
         record.x = at.x;
         record.y = at.y;
     }
@@ -265,7 +266,9 @@ Status Script_Runner::Exit(const Words& words) {
     if (const Status extra = Nothing_Left(words, "exit"); extra.failed) return extra;
     app_.session.config.files_allowed = true;
     Exit_Program(app_);
-    return Quit(words);
+    if (app_.leaving) return Quit(words);
+    app_.session.config.files_allowed = false;  // a changed text keeps the program; the script goes on
+    return Status::Done();
 }
 
 Status Script_Runner::Quit(const Words& words) {

@@ -21,7 +21,7 @@ public:
     Status Open(const std::string& file, std::size_t limit = static_cast<std::size_t>(-1));
 
     std::string_view Text() const { return {bytes_.get(), size_}; }  // byte-order mark dropped
-    bool Marked() const { return marked_; }                        // one stood in front
+    bool Marked() const { return marked_; }                          // one stood in front
 
 private:
     std::unique_ptr<char[]> bytes_;

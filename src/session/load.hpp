@@ -4,6 +4,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "base/ask.hpp"
@@ -44,6 +45,9 @@ Open_Result Open_Pattern_File(Session&, Ask&, const std::string& name = {});
 // Opens one file by its extension alone, as recent files and drops do: "Bad name: len_trim=0", "Bad name: without extension",
 // "Unknown file extension " as the failure's message, shown by the caller.
 Status Open_File_By_Extension(Session&, Ask&, const std::string& name, Open_Result& result);
+
+// True for the extensions that Open_File_By_Extension takes as patterns.
+bool Opens_As_Pattern(std::string_view name);
 
 // Opens several files of a command line, left to right, each by the registry of readers.
 Open_Result Open_Files(Session&, Ask&, const std::vector<std::string>& names, std::optional<int> format_code = {});

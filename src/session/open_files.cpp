@@ -131,6 +131,13 @@ Open_Result Open_Pattern_File(Session& session, Ask& ask, const std::string& nam
                     [&](Ask& timed, const std::string& file) { return Load_With_Format(session, timed, file, code); });
 }
 
+bool Opens_As_Pattern(std::string_view name) {
+    const std::size_t point = name.rfind('.');
+    const std::string_view extension = point == std::string_view::npos ? std::string_view{} : name.substr(point);
+    const bool told = std::find(std::begin(pattern_extensions), std::end(pattern_extensions), extension) != std::end(pattern_extensions);
+    return told || Is_Pattern_Extension(extension);
+}
+
 Status Open_File_By_Extension(Session& session, Ask& ask, const std::string& name, Open_Result& result) {
     const std::string_view text = Trim_Right(name);
     if (text.empty()) return Status::Fail("Bad name: len_trim=0");
@@ -139,8 +146,7 @@ Status Open_File_By_Extension(Session& session, Ask& ask, const std::string& nam
     const std::string_view extension = text.substr(point);
 
     if (extension == ".buf" || extension == ".BUF" || extension == ".prf" || extension == ".PRF") return Refuse_Other_Kind(extension);
-    const bool told = std::find(std::begin(pattern_extensions), std::end(pattern_extensions), extension) != std::end(pattern_extensions);
-    if (!told && !Is_Pattern_Extension(extension)) return Status::Fail("Unknown file extension ");
+    if (!Opens_As_Pattern(text)) return Status::Fail("Unknown file extension ");
     result = Open_Pattern_File(session, ask, name);
     return Status::Done();
 }

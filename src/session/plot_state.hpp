@@ -22,10 +22,10 @@ struct View {
     bool operator==(const View&) const = default;
 };
 
-// The plot in the user's hand, data units of the window drawn last.
+// The plot in the user's hand.
 struct Drag {
     bool active = false;
-    double x = 0, y = 0;  // where the hand was last
+    double x = 0, y = 0;  // where the hand was last, page units
     View from = {};       // the view when the drag began
 };
 

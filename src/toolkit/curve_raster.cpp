@@ -55,10 +55,10 @@ bool Rises(std::span<const float> x) {
     return falls == 0;
 }
 
-Curve_Raster::Map::Map(double zero, double per_unit, double from)
-    : origin(static_cast<float>((from - zero) / per_unit)), scale(static_cast<float>(per_unit)) {
+Curve_Raster::Map::Map(double zero, double per_unit, int first)
+    : origin(static_cast<float>(-zero / per_unit)), scale(static_cast<float>(per_unit)), from(static_cast<float>(first)) {
     if (!std::isfinite(origin)) origin = 0;
-    offset = static_cast<float>(zero + per_unit * static_cast<double>(origin) - from);
+    offset = static_cast<float>(zero + per_unit * static_cast<double>(origin));
 }
 
 // --- curves ------------------------------------------------------------------------------------------------------------------
@@ -251,7 +251,7 @@ void Curve_Raster::Curve(const Pixel_Buffer& target, const Pixel_Rect& clip, con
     const int first = part.x1 - margin, end = part.x2 + margin;
     low_.assign(static_cast<std::size_t>(end - first) * strips_a_pixel + 2, nothing);
     high_.assign(low_.size(), -nothing);
-    const Map to_x((series.x0 - first) * strips_a_pixel, series.x_scale * strips_a_pixel, -1);
+    const Map to_x(series.x0 * strips_a_pixel, series.x_scale * strips_a_pixel, first * strips_a_pixel - 1);
     const Map to_y(target.height - series.y0, -series.y_scale, 0);
     Collect(Between(series, first, end), to_x, to_y, reduced);
     Widen(radius, 1 + margin * strips_a_pixel, (part.x2 - part.x1) * strips_a_pixel);

@@ -45,11 +45,12 @@ private:
     struct Chunk;
     struct Frame;
 
-    // From a data value to pixels. The origin is taken off first, in data units: near the frame that is exact.
+    // From a data value to pixels. The origin is taken off first, in data units, and whole pixels last: the second is exact, so that a
+    // place does not depend on the clip, and the first is near the frame.
     struct Map {
-        float origin, scale, offset;
-        Map(double zero, double per_unit, double from);  // the pixel `zero + per_unit * value - from`
-        float operator()(float value) const { return (value - origin) * scale + offset; }
+        float origin, scale, offset, from;
+        Map(double zero, double per_unit, int from);  // the pixel `zero + per_unit * value - from`
+        float operator()(float value) const { return ((value - origin) * scale + offset) - from; }
     };
 
     void Cover(int strip, float one, float other);

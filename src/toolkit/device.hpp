@@ -7,6 +7,7 @@
 
 #include <cmath>
 #include <cstdint>
+#include <memory>
 #include <span>
 #include <string_view>
 #include <vector>
@@ -75,6 +76,10 @@ public:
     // `at` is the point on the base line that `justify` names; the text is UTF-8.
     virtual void Text(Point at, std::string_view text, const Text_Style&) = 0;
     virtual double Text_Width(std::string_view text, const Text_Style&) const = 0;
+
+    // Devices that draw on parts of this one, side by side, in its units, to the same picture: each for a thread of its own, while this one
+    // draws nothing. None where a picture cannot be cut.
+    virtual std::vector<std::unique_ptr<Device>> Bands() { return {}; }
 };
 
 // Pixels (or points) of one line unit for a device of this size: 1 up to a page of 1200 x 800, then growing with it.

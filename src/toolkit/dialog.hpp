@@ -100,8 +100,8 @@ void WDialogClearField(int field);  // empties an entry, a menu, a tree, the cel
 void WDialogPutString(int field, std::string_view text);
 std::string WDialogGetString(int field);
 // `format` stays the field's for later values; empty: as it is. Reading gives nothing for a text that is no number.
-void WDialogPutReal(int field, double value, std::string_view format = {});
-std::optional<double> WDialogGetReal(int field);
+void WDialogPutReal(int field, float value, std::string_view format = {});
+std::optional<float> WDialogGetReal(int field);
 void WDialogPutInteger(int field, int value);
 std::optional<int> WDialogGetInteger(int field);  // nothing for a text that is no whole number of the field's range
 void WDialogRangeInteger(int field, int lo, int hi);
@@ -131,18 +131,18 @@ void WGridRows(int field, int rows);  // cells that stay keep what they hold
 int WInfoGrid(int field);             // number of rows
 void WGridLabelRow(int field, int row, std::string_view text);
 void WGridPutCellString(int field, int column, int row, std::string_view text);
-void WGridPutCellReal(int field, int column, int row, double value, std::string_view format = {});
+void WGridPutCellReal(int field, int column, int row, float value, std::string_view format = {});
 void WGridPutCellInteger(int field, int column, int row, int value);
 void WGridPutCellCheckBox(int field, int column, int row, int value);
 std::string WGridGetCellString(int field, int column, int row);
-std::optional<double> WGridGetCellReal(int field, int column, int row);
+std::optional<float> WGridGetCellReal(int field, int column, int row);
 std::optional<int> WGridGetCellInteger(int field, int column, int row);
 int WGridGetCellCheckBox(int field, int column, int row);
 // Whole columns; putting makes no rows.
 void WGridPutString(int field, int column, std::span<const std::string> texts);
 void WGridPutReal(int field, int column, std::span<const float> values, std::string_view format = {});
 void WGridPutCheckBox(int field, int column, std::span<const int> values);
-std::vector<std::optional<double>> WGridGetReal(int field, int column);
+std::vector<std::optional<float>> WGridGetReal(int field, int column);
 std::vector<int> WGridGetCheckBox(int field, int column);
 void WGridState(int field, int column, int state);
 void WGridStateCell(int field, int column, int row, int state);
@@ -167,6 +167,7 @@ Status Act_Set_Cell(int dialog, int field, const std::string& column, int row, c
 Status Act_Select(int dialog, int field, const std::string& path);                                         // the item's texts joined by '/'
 Status Act_Press(int dialog, int field);
 Status Act_Key(int dialog, int code);                                     // a key to the field that has the focus
+Status Act_Front(int window);                                             // brings a window or dialog to the front, as a user does
 Status Field_By_Label(int dialog, const std::string& label, int& field);  // fails on none and on two of that label
 
 }  // namespace vntl

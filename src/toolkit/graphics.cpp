@@ -37,13 +37,20 @@ bool Is_Hatched(int fill) { return fill >= fill_hatched && fill <= fill_crossed;
 
 }  // namespace
 
-Graphics::Graphics(Device& device) : device_(device) {
+Graphics::Graphics(Device& device) : device_(&device) {
     IGrArea(0, 0, 1, 1);
     IGrUnits(0, 0, page_width, page_height);
 }
 
+Graphics Graphics::On(Device& device) const {
+    Graphics other = *this;
+    other.device_ = &device;
+    other.Clip_To_Area();
+    return other;
+}
+
 void Graphics::IGrArea(float x1, float y1, float x2, float y2) {
-    area_ = {x1 * device_.Width(), y1 * device_.Height(), x2 * device_.Width(), y2 * device_.Height()};
+    area_ = {x1 * device_->Width(), y1 * device_->Height(), x2 * device_->Width(), y2 * device_->Height()};
     Clip_To_Area();
 }
 
@@ -52,21 +59,21 @@ void Graphics::IGrViewPixels(float x1, float y1, float x2, float y2) {
     Clip_To_Area();
 }
 
-void Graphics::Clip_To_Area() { device_.Set_Clip(area_); }
+void Graphics::Clip_To_Area() { device_->Set_Clip(area_); }
 
 void Graphics::IGrUnits(float x1, float y1, float x2, float y2) { ux1_ = x1, uy1_ = y1, ux2_ = x2, uy2_ = y2; }
 
 void Graphics::IGrPaletteBack(Colour background) { background_ = background; }
 
 void Graphics::IGrClear() {
-    const bool whole = area_.x1 <= 0 && area_.y1 <= 0 && area_.x2 >= device_.Width() && area_.y2 >= device_.Height();
+    const bool whole = area_.x1 <= 0 && area_.y1 <= 0 && area_.x2 >= device_->Width() && area_.y2 >= device_->Height();
     if (whole) {
-        device_.Clear(background_);
+        device_->Clear(background_);
         Clip_To_Area();
         return;
     }
     const std::array<Point, 4> corners = {{{area_.x1, area_.y1}, {area_.x2, area_.y1}, {area_.x2, area_.y2}, {area_.x1, area_.y2}}};
-    device_.Fill(corners, background_);
+    device_->Fill(corners, background_);
 }
 
 void Graphics::IGrColourN(Colour colour) { colour_ = colour; }
@@ -114,14 +121,14 @@ void Graphics::IGrMoveTo(float x, float y) { position_ = {x, y}; }
 
 void Graphics::IGrLineTo(float x, float y) {
     const std::array<Point, 2> ends = {{To_Device(static_cast<float>(position_.x), static_cast<float>(position_.y)), To_Device(x, y)}};
-    device_.Polyline(ends, Current_Pen());
+    device_->Polyline(ends, Current_Pen());
     position_ = {x, y};
 }
 
 void Graphics::IGrPolyLine(std::span<const float> x, std::span<const float> y) {
     std::vector<Point> points;
     for (std::size_t i = 0; i < std::min(x.size(), y.size()); ++i) points.push_back(To_Device(x[i], y[i]));
-    if (points.size() > 1) device_.Polyline(points, Current_Pen());
+    if (points.size() > 1) device_->Polyline(points, Current_Pen());
 }
 
 void Graphics::IGrRectangle(float x1, float y1, float x2, float y2) {
@@ -137,24 +144,24 @@ void Graphics::IGrPolygon(std::span<const float> x, std::span<const float> y) {
 }
 
 void Graphics::Closed_Shape(std::span<const Point> corners) {
-    if (fill_style_ == fill_solid) return device_.Fill(corners, colour_);
+    if (fill_style_ == fill_solid) return device_->Fill(corners, colour_);
     if (Is_Hatched(fill_style_)) return Hatch(corners);
     std::vector<Point> outline(corners.begin(), corners.end());
     outline.push_back(corners.front());
-    device_.Polyline(outline, Current_Pen());
+    device_->Polyline(outline, Current_Pen());
 }
 
 void Graphics::Hatch(std::span<const Point> corners) {
-    const double unit = Line_Unit(device_.Width(), device_.Height());
+    const double unit = Line_Unit(device_->Width(), device_->Height());
     const double distance = unit * hatch_distances[static_cast<std::size_t>(std::clamp(fill_density_, 1, 4) - 1)];
     const double angle = hatch_angle_step * fill_angle_;
-    const Rect seen{std::max(area_.x1, 0.0), std::max(area_.y1, 0.0), std::min(area_.x2, device_.Width()),
-                    std::min(area_.y2, device_.Height())};
+    const Rect seen{std::max(area_.x1, 0.0), std::max(area_.y1, 0.0), std::min(area_.x2, device_->Width()),
+                    std::min(area_.y2, device_->Height())};
     const Pen pen{colour_, line_width_, Line_Style::solid};
     for (const int turn : {fill_hatched, fill_hatched_across}) {
         if (fill_style_ != turn && fill_style_ != fill_crossed) continue;
         for (const auto& line : Hatch_Lines(corners, distance, turn == fill_hatched ? angle : angle + 90, seen))
-            device_.Polyline(line, pen);
+            device_->Polyline(line, pen);
     }
 }
 
@@ -162,10 +169,10 @@ void Graphics::IGrCircle(float x, float y, float r) { IGrEllipse(x, y, r, 1); }
 
 void Graphics::IGrEllipse(float x, float y, float r, float ratio) {
     const double rx = std::fabs(r * (area_.x2 - area_.x1) / (ux2_ - ux1_));
-    const double page_aspect = (device_.Height() / page_height) / (device_.Width() / page_width);
+    const double page_aspect = (device_->Height() / page_height) / (device_->Width() / page_width);
     const double ry = rx * ratio * page_aspect;
     const Point centre = To_Device(x, y);
-    if (!Is_Hatched(fill_style_)) return device_.Ellipse(centre, rx, ry, fill_style_ == fill_solid, Current_Pen());
+    if (!Is_Hatched(fill_style_)) return device_->Ellipse(centre, rx, ry, fill_style_ == fill_solid, Current_Pen());
     std::array<Point, arc_corners> corners;
     for (int i = 0; i < arc_corners; ++i) {
         const double angle = 2 * std::numbers::pi * i / arc_corners;
@@ -180,23 +187,23 @@ void Graphics::IGrArc(float x, float y, float r, float start, float sweep) {
         const double angle = (start + sweep * static_cast<float>(i) / arc_corners) * std::numbers::pi / 180;
         points.push_back(To_Device(x + r * static_cast<float>(std::cos(angle)), y + r * static_cast<float>(std::sin(angle))));
     }
-    device_.Polyline(points, Current_Pen());
+    device_->Polyline(points, Current_Pen());
 }
 
 void Graphics::IGrCharOut(float x, float y, std::string_view text) {
-    if (!text.empty()) device_.Text(To_Device(x, y), text, Current_Text());
+    if (!text.empty()) device_->Text(To_Device(x, y), text, Current_Text());
 }
 
 void Graphics::IGrMarker(float x, float y, int glyph) {
     const Text_Style size = Current_Text();
     const Point at = To_Device(x, y);
     const float one = 1.0f;
-    device_.Markers({std::span(&one, 1), std::span(&one, 1), at.x, 0, at.y, 0},
-                    {glyph, size.width, size.height, colour_, fill_style_ == fill_solid});
+    device_->Markers({std::span(&one, 1), std::span(&one, 1), at.x, 0, at.y, 0},
+                     {glyph, size.width, size.height, colour_, fill_style_ == fill_solid});
 }
 
 float Graphics::Text_Width(std::string_view text) const {
-    return static_cast<float>(device_.Text_Width(text, Current_Text()) / (area_.x2 - area_.x1) * std::fabs(ux2_ - ux1_));
+    return static_cast<float>(device_->Text_Width(text, Current_Text()) / (area_.x2 - area_.x1) * std::fabs(ux2_ - ux1_));
 }
 
 }  // namespace vntl

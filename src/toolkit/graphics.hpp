@@ -27,6 +27,8 @@ struct Set_Style {
 class Graphics {
 public:
     explicit Graphics(Device& device);
+    Graphics On(Device& device) const;  // its state, on another device of the same size
+    Device& device() const { return *device_; }
 
     // --- area, units, state -----------------------------------------------------------------------------------------
     void IGrArea(float x1, float y1, float x2, float y2);        // fractions of the device
@@ -109,7 +111,7 @@ private:
     void Title_Line(std::string_view text, char position, Text_Style style, double y);
     void Turned_Label(std::string_view text, std::string_view position, Text_Style style, double middle);
 
-    Device& device_;
+    Device* device_;
     Rect area_{};  // device units
     double ux1_ = 0, uy1_ = 0, ux2_ = 1, uy2_ = 1;
     double bx1_ = 0, by1_ = 0, bx2_ = 1, by2_ = 1;  // plot box, fractions of the area

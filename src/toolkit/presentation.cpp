@@ -144,7 +144,7 @@ void Graphics::IPgMarker(int set, int marker) {
 
 void Graphics::IPgClipRectangle(int mode) { clip_sets_ = mode != 0; }
 
-void Graphics::Clip_Sets() { device_.Set_Clip(clip_sets_ ? Box() : area_); }
+void Graphics::Clip_Sets() { device_->Set_Clip(clip_sets_ ? Box() : area_); }
 
 void Graphics::IPgXYPairs(std::span<const float> x, std::span<const float> y) { Draw_Set(x, y, plot_type_ == 7); }
 void Graphics::IPgXYLine(std::span<const float> x, std::span<const float> y) { Draw_Set(x, y, false); }
@@ -164,24 +164,24 @@ void Graphics::Draw_Set(std::span<const float> x, std::span<const float> y, bool
     if (markers) {
         const Text_Style size = Current_Text();
         if (style.marker != 0)
-            device_.Markers(series, {style.marker, size.width, size.height, style.marker_colour, style.fill == fill_solid});
+            device_->Markers(series, {style.marker, size.width, size.height, style.marker_colour, style.fill == fill_solid});
     } else if (style.line_style >= 0) {
-        device_.Curve(series, {style.line_colour, line_width_, static_cast<Line_Style>(style.line_style)});
+        device_->Curve(series, {style.line_colour, line_width_, static_cast<Line_Style>(style.line_style)});
     }
     Clip_To_Area();
 }
 
 void Graphics::IPgErrorBars(std::span<const float> x, std::span<const float> y, std::span<const float> half_length) {
     constexpr double cap = 3;  // page units on each side
-    const double half_cap = cap * device_.Width() / page_width;
+    const double half_cap = cap * device_->Width() / page_width;
     const Pen pen{styles_.empty() ? colour_ : styles_.front().line_colour, line_width_, Line_Style::solid};
     Clip_Sets();
     for (std::size_t i = 0; i < std::min({x.size(), y.size(), half_length.size()}); ++i) {
         const Point low = Plot_To_Device(x[i], y[i] - half_length[i]), high = Plot_To_Device(x[i], y[i] + half_length[i]);
         if (!std::isfinite(low.x) || !std::isfinite(low.y) || !std::isfinite(high.y)) continue;
-        device_.Polyline(std::array<Point, 2>{{low, high}}, pen);
+        device_->Polyline(std::array<Point, 2>{{low, high}}, pen);
         for (const Point end : {low, high})
-            device_.Polyline(std::array<Point, 2>{{{end.x - half_cap, end.y}, {end.x + half_cap, end.y}}}, pen);
+            device_->Polyline(std::array<Point, 2>{{{end.x - half_cap, end.y}, {end.x + half_cap, end.y}}}, pen);
     }
     Clip_To_Area();
 }
@@ -196,55 +196,56 @@ void Graphics::IPgDecimalPlaces(int decimals) { decimals_ = std::clamp(decimals,
 
 void Graphics::IPgXScale(std::string_view flags, float y_at) {
     const Rect box = Box();
-    const double unit_x = device_.Width() / page_width, unit_y = device_.Height() / page_height;
+    const double unit_x = device_->Width() / page_width, unit_y = device_->Height() / page_height;
     const double tick = x_tick_length_ * ((box.x2 - box.x1) / unit_x) / ticks_a_zone * unit_y;
     const double outward = x_ticks_inward_ ? 0 : tick;
     const double y = Plot_To_Device(px1_, y_at).y;
     const Pen pen{colour_, 1, Line_Style::solid};
     const auto axis = Ticks_Of_Axis(static_cast<float>(px1_), static_cast<float>(px2_));
-    device_.Polyline(std::array<Point, 2>{{{box.x1, y}, {box.x2, y}}}, pen);
+    device_->Polyline(std::array<Point, 2>{{{box.x1, y}, {box.x2, y}}}, pen);
 
     Text_Style style = Current_Text();
     style.justify = Justify::centre;
     double widest = 0;
-    for (const float value : axis.values) widest = std::max(widest, device_.Text_Width(Tick_Text(value, axis.exponent, decimals_), style));
+    for (const float value : axis.values) widest = std::max(widest, device_->Text_Width(Tick_Text(value, axis.exponent, decimals_), style));
     const double em = Em_Of_Cell(style.width, style.height);
     const double spacing = std::fabs(axis.step / (px2_ - px1_)) * (box.x2 - box.x1);
     const int every = Numbered_Every(spacing, widest + 0.8 * em);
     for (const float value : axis.values) {
         const double x = Plot_To_Device(value, py1_).x;
-        if (Contains(flags, "T")) device_.Polyline(std::array<Point, 2>{{{x, y}, {x, x_ticks_inward_ ? y + tick : y - tick}}}, pen);
+        if (Contains(flags, "T")) device_->Polyline(std::array<Point, 2>{{{x, y}, {x, x_ticks_inward_ ? y + tick : y - tick}}}, pen);
         if (Contains(flags, "N") && Has_Number(value, axis.step, every))
-            device_.Text({x, y - outward - number_gap * unit_y - cap_height * em}, Tick_Text(value, axis.exponent, decimals_), style);
+            device_->Text({x, y - outward - number_gap * unit_y - cap_height * em}, Tick_Text(value, axis.exponent, decimals_), style);
     }
 }
 
 void Graphics::IPgYScale(std::string_view flags, float x_at) {
     const Rect box = Box();
-    const double unit_x = device_.Width() / page_width;
+    const double unit_x = device_->Width() / page_width;
     const double tick = y_tick_length_ * (box.x2 - box.x1) / ticks_a_zone;
     const double outward = y_ticks_inward_ ? 0 : tick;
     const double x = Plot_To_Device(x_at, py1_).x;
     const Pen pen{colour_, 1, Line_Style::solid};
     const auto axis = Ticks_Of_Axis(static_cast<float>(py1_), static_cast<float>(py2_));
-    device_.Polyline(std::array<Point, 2>{{{x, box.y1}, {x, box.y2}}}, pen);
+    device_->Polyline(std::array<Point, 2>{{{x, box.y1}, {x, box.y2}}}, pen);
 
     Text_Style style = Current_Text();
     style.justify = Justify::right;
     std::string longest;
     for (const float value : axis.values)
         if (const std::string text = Tick_Text(value, axis.exponent, decimals_);
-            device_.Text_Width(text, style) > device_.Text_Width(longest, style))
+            device_->Text_Width(text, style) > device_->Text_Width(longest, style))
             longest = text;
-    style = Fitted(device_, longest, style, numbers_share * (box.x1 - area_.x1) - outward - number_gap * unit_x);
+    style = Fitted(*device_, longest, style, numbers_share * (box.x1 - area_.x1) - outward - number_gap * unit_x);
     const double em = Em_Of_Cell(style.width, style.height);
     const double spacing = std::fabs(axis.step / (py2_ - py1_)) * (box.y2 - box.y1);
     const int every = Numbered_Every(spacing, 1.25 * em);
     for (const float value : axis.values) {
         const double y = Plot_To_Device(px1_, value).y;
-        if (Contains(flags, "T")) device_.Polyline(std::array<Point, 2>{{{x, y}, {y_ticks_inward_ ? x + tick : x - tick, y}}}, pen);
+        if (Contains(flags, "T")) device_->Polyline(std::array<Point, 2>{{{x, y}, {y_ticks_inward_ ? x + tick : x - tick, y}}}, pen);
         if (Contains(flags, "N") && Has_Number(value, axis.step, every))
-            device_.Text({x - outward - number_gap * unit_x, y - 0.5 * cap_height * em}, Tick_Text(value, axis.exponent, decimals_), style);
+            device_->Text({x - outward - number_gap * unit_x, y - 0.5 * cap_height * em}, Tick_Text(value, axis.exponent, decimals_),
+                          style);
     }
 }
 
@@ -253,7 +254,7 @@ void Graphics::IPgYScale(std::string_view flags, float x_at) {
 void Graphics::IPgTitle(std::string_view text, char position) {
     title_em_ = 0;
     if (position == 'N' || text.empty()) return;
-    const Text_Style style = Fitted(device_, text, Current_Text(), widest_title * (area_.x2 - area_.x1));
+    const Text_Style style = Fitted(*device_, text, Current_Text(), widest_title * (area_.x2 - area_.x1));
     title_em_ = Em_Of_Cell(style.width, style.height);
     const Rect box = Box();
     Title_Line(text, position, style, box.y2 + title_share * (area_.y2 - box.y2));
@@ -264,7 +265,7 @@ void Graphics::IPgSubTitle(std::string_view text, char position) {
     const Rect box = Box();
     const double room = title_share * (area_.y2 - box.y2) - descent * title_em_;
     if (!(room > 0)) return;
-    const Text_Style style = Lowered(Fitted(device_, text, Current_Text(), widest_title * (area_.x2 - area_.x1)), sub_title_share * room);
+    const Text_Style style = Lowered(Fitted(*device_, text, Current_Text(), widest_title * (area_.x2 - area_.x1)), sub_title_share * room);
     const double em = Em_Of_Cell(style.width, style.height);
     Title_Line(text, position, style, box.y2 + 0.5 * (room - (cap_height + descent) * em) + descent * em);
 }
@@ -273,20 +274,20 @@ void Graphics::Title_Line(std::string_view text, char position, Text_Style style
     const Rect box = Box();
     style.justify = position == 'L' ? Justify::left : position == 'R' ? Justify::right : Justify::centre;
     double x = Along(box.x1, box.x2, position, 'L', 'R');
-    const double width = device_.Text_Width(text, style), margin = 0.5 * (1 - widest_title) * (area_.x2 - area_.x1);
+    const double width = device_->Text_Width(text, style), margin = 0.5 * (1 - widest_title) * (area_.x2 - area_.x1);
     if (position == 'L') x = std::min(x, area_.x2 - margin - width);
     if (position == 'R') x = std::max(x, area_.x1 + margin + width);
-    device_.Text({x, y}, text, style);
+    device_->Text({x, y}, text, style);
 }
 
 void Graphics::IPgXLabel(std::string_view text, char position) {
     if (position == 'N' || text.empty()) return;
     const Rect box = Box();
-    Text_Style style = Fitted(device_, text, Current_Text(), box.x2 - box.x1);
+    Text_Style style = Fitted(*device_, text, Current_Text(), box.x2 - box.x1);
     style.justify = position == 'L' ? Justify::left : position == 'R' ? Justify::right : Justify::centre;
     const double em = Em_Of_Cell(style.width, style.height);
-    device_.Text({Along(box.x1, box.x2, position, 'L', 'R'), box.y1 - xlabel_share * (box.y1 - area_.y1) - 0.5 * cap_height * em}, text,
-                 style);
+    device_->Text({Along(box.x1, box.x2, position, 'L', 'R'), box.y1 - xlabel_share * (box.y1 - area_.y1) - 0.5 * cap_height * em}, text,
+                  style);
 }
 
 void Graphics::IPgYLabelLeft(std::string_view text, std::string_view position) {
@@ -298,9 +299,9 @@ void Graphics::IPgYLabelLeft(std::string_view text, std::string_view position) {
         const double left = area_.x1 + 0.01 * (area_.x2 - area_.x1);
         style.justify = Justify::left;
         if (place == 'T')
-            device_.Text({left, box.y2 + 0.12 * (area_.y2 - box.y2)}, text, Fitted(device_, text, style, 0.5 * (area_.x2 - area_.x1)));
+            device_->Text({left, box.y2 + 0.12 * (area_.y2 - box.y2)}, text, Fitted(*device_, text, style, 0.5 * (area_.x2 - area_.x1)));
         else
-            Stack_Words(device_, text, style, left, (1 - numbers_share) * (box.x1 - area_.x1), box, place == 'C');
+            Stack_Words(*device_, text, style, left, (1 - numbers_share) * (box.x1 - area_.x1), box, place == 'C');
         return;
     }
     Turned_Label(text, position, style, box.x1 - ylabel_share * (box.x1 - area_.x1));
@@ -316,12 +317,12 @@ void Graphics::IPgYLabelRight(std::string_view text, std::string_view position) 
         return Turned_Label(text, position, Lowered(style, widest_right_label * margin), box.x2 + right_label_share * margin);
     if (place == 'T') {
         style.justify = Justify::right;
-        device_.Text({area_.x2 - 0.01 * (area_.x2 - area_.x1), box.y2 + 0.12 * (area_.y2 - box.y2)}, text,
-                     Fitted(device_, text, style, 0.5 * (area_.x2 - area_.x1)));
+        device_->Text({area_.x2 - 0.01 * (area_.x2 - area_.x1), box.y2 + 0.12 * (area_.y2 - box.y2)}, text,
+                      Fitted(*device_, text, style, 0.5 * (area_.x2 - area_.x1)));
         return;
     }
     style.justify = Justify::left;
-    Stack_Words(device_, text, style, box.x2 + 0.5 * (1 - widest_right_label) * margin, widest_right_label * margin, box, place == 'C');
+    Stack_Words(*device_, text, style, box.x2 + 0.5 * (1 - widest_right_label) * margin, widest_right_label * margin, box, place == 'C');
 }
 
 // Along a side of the box, about the line x = middle. Position: the place T, C or B, then 9 read upward, else downward.
@@ -329,45 +330,45 @@ void Graphics::Turned_Label(std::string_view text, std::string_view position, Te
     const Rect box = Box();
     const char place = position[0];
     const bool upward = position[1] == '9';
-    style = Fitted(device_, text, style, widest_title * (area_.y2 - area_.y1));
+    style = Fitted(*device_, text, style, widest_title * (area_.y2 - area_.y1));
     style.angle = upward ? 90 : -90;
     // The end of the text that points to the top stands there: the last letter of one read upward, the first of one read downward.
     style.justify = place == 'C' ? Justify::centre : (place == 'T') == upward ? Justify::right : Justify::left;
     const double x = middle + (upward ? 0.5 : -0.5) * cap_height * Em_Of_Cell(style.width, style.height);
     double y = Along(box.y1, box.y2, place, 'B', 'T');
-    if (const double length = device_.Text_Width(text, style); place == 'T')
+    if (const double length = device_->Text_Width(text, style); place == 'T')
         y = std::max(y, area_.y1 + length);
     else if (place == 'B')
         y = std::min(y, area_.y2 - length);
-    device_.Text({x, y}, text, style);
+    device_->Text({x, y}, text, style);
 }
 
 void Graphics::IPgBorder() {
     const Rect box = Box();
     const std::array<Point, 5> corners = {{{box.x1, box.y1}, {box.x2, box.y1}, {box.x2, box.y2}, {box.x1, box.y2}, {box.x1, box.y1}}};
-    device_.Polyline(corners, {colour_, line_width_, Line_Style::solid});
+    device_->Polyline(corners, {colour_, line_width_, Line_Style::solid});
 }
 
 void Graphics::IPgKey(float x, float y, int set, std::string_view text) {
     const Set_Style style =
         set >= 1 && static_cast<std::size_t>(set) <= styles_.size() ? styles_[static_cast<std::size_t>(set - 1)] : Set_Style{};
     const Point at = To_Device(x, y);
-    const double unit_x = device_.Width() / page_width;
+    const double unit_x = device_->Width() / page_width;
     const Text_Style size = Current_Text();
     const double em = Em_Of_Cell(size.width, size.height);
     const double middle = at.y + 0.5 * cap_height * em;
     if (style.line_style >= 0)
-        device_.Polyline(std::array<Point, 2>{{{at.x, middle}, {at.x + key_symbol * unit_x, middle}}},
-                         {style.line_colour, line_width_, static_cast<Line_Style>(style.line_style)});
+        device_->Polyline(std::array<Point, 2>{{{at.x, middle}, {at.x + key_symbol * unit_x, middle}}},
+                          {style.line_colour, line_width_, static_cast<Line_Style>(style.line_style)});
     if (style.marker != 0) {
         const float one = 1.0f;
         const double side = 0.55 * em;
-        device_.Markers({std::span(&one, 1), std::span(&one, 1), at.x + 0.5 * key_symbol * unit_x, 0, middle, 0},
-                        {style.marker, side, side, style.marker_colour, style.fill == fill_solid});
+        device_->Markers({std::span(&one, 1), std::span(&one, 1), at.x + 0.5 * key_symbol * unit_x, 0, middle, 0},
+                         {style.marker, side, side, style.marker_colour, style.fill == fill_solid});
     }
     Text_Style words = size;
     words.justify = Justify::left;
-    device_.Text({at.x + (key_symbol + key_gap) * unit_x, at.y}, text, words);
+    device_->Text({at.x + (key_symbol + key_gap) * unit_x, at.y}, text, words);
 }
 
 }  // namespace vntl

@@ -58,7 +58,7 @@ inline Dialog_Resource Resource() {
 // Values as the program that shows it puts them. The dialog is loaded and selected.
 inline void Fill() {
     WDialogPutString(title, "Corundum, flat plate");
-    WDialogPutReal(wavelength, 1.54056);
+    WDialogPutReal(wavelength, 1.54056f);
     WDialogPutInteger(points, 3401);
     WDialogPutMenu(radiation, std::vector<std::string>{"X-rays", "Neutrons (CW)", "Neutrons (TOF)"}, 1);
     WDialogColour(colour, WRGB(200, 40, 30));
@@ -74,7 +74,7 @@ inline void Fill() {
     for (int row = 1; row <= rows; ++row) {
         WGridPutCellCheckBox(grid, use, row, row % 2);
         WGridPutCellInteger(grid, order, row, row);
-        WGridPutCellReal(grid, intensity, row, 100 * row);
+        WGridPutCellReal(grid, intensity, row, 100.0f * static_cast<float>(row));
         WGridLabelRow(grid, row, "Peak " + std::to_string(row));
     }
     WGridState(grid, intensity, field_read_only);

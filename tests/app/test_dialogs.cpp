@@ -99,7 +99,7 @@ TEST_F(Dialogs, AScriptFillsEveryKindAndTheProgramReadsIt) {
                   "cell Peaks Name 1 \"a b\"\nprint dialog\npress Colour...\n"),
               demo::colour);
     EXPECT_TRUE(failed.empty());
-    EXPECT_EQ(WDialogGetReal(demo::wavelength), 1.79);
+    EXPECT_EQ(WDialogGetReal(demo::wavelength), 1.79f);
     EXPECT_EQ(WDialogGetInteger(demo::points), 5000);
     EXPECT_EQ(WDialogGetRadioButton(demo::raw), demo::difference);
     EXPECT_EQ((Numbers{WDialogGetMenu(demo::radiation), WDialogGetCheckBox(demo::keep_scale), WDialogGetCheckBox(demo::mark_peaks),
@@ -146,7 +146,7 @@ TEST_F(Dialogs, WhatTakesNoInputRefusesTheScript) {
         Run("set Title x\nset Wavelength 2\nset Points 2\nset Radiation 2\nset \"Keep the scale\" 1\nset Smoothed 1\nset Smoothing 2\n"
             "press Colour...\nselect Phases Zincite\ncell Peaks Name 1 x\nset Pages Phases\n");
         EXPECT_EQ(failed.size(), 11u) << state;
-        EXPECT_EQ(WDialogGetReal(demo::wavelength), 1.54056);
+        EXPECT_EQ(WDialogGetReal(demo::wavelength), 1.54056f);
         EXPECT_EQ(WDialogGetCheckBox(demo::keep_scale), 0);
     }
     for (int field = demo::title; field <= demo::tree; ++field) WDialogFieldState(field, field_enabled);
@@ -250,7 +250,7 @@ TEST_F(Dialogs, GridsGrowShrinkAndHoldThousandsOfRows) {
     EXPECT_EQ(valid(demo::position, 3) + valid(demo::position, 9) + valid(0, 1) + valid(6, 1), 0);
     WGridPutCheckBox(demo::grid, demo::use, std::array{1, 0, 1, 1, 1, 0, 0, 1, 1, 1});  // more than there are rows
     EXPECT_EQ(WGridGetCheckBox(demo::grid, demo::use), (Numbers{1, 0, 1, 1, 1, 0, 0, 1}));
-    WGridPutCellReal(demo::grid, demo::position, 3, 12.3456789, "(f8.2)");
+    WGridPutCellReal(demo::grid, demo::position, 3, 12.3456789f, "(f8.2)");
     EXPECT_EQ(WGridGetCellString(demo::grid, demo::position, 3), "12.35");
     WDialogClearField(demo::grid);
     EXPECT_EQ(WGridGetCheckBox(demo::grid, demo::use), Numbers(8, 0));
@@ -278,7 +278,7 @@ TEST_F(Dialogs, FormatsLimitsListsAndEmptying) {
     WDialogPutReal(demo::wavelength, 2, "(f6.1)");
     WDialogPutReal(demo::wavelength, 3);
     EXPECT_EQ(WDialogGetString(demo::wavelength), "3.0");
-    WDialogPutReal(demo::wavelength, 123456789);  // too wide for its format: no number is better than a wrong one
+    WDialogPutReal(demo::wavelength, 123456789.0f);  // too wide for its format: no number is better than a wrong one
     EXPECT_TRUE(!WDialogGetReal(demo::wavelength) || WDialogGetReal(demo::wavelength).value() > 1.2e8);
     WDialogPutTrackbar(demo::width, 1000);
     EXPECT_EQ(WDialogGetTrackbar(demo::width), 50);

@@ -25,8 +25,7 @@ constexpr const char* odd = " |# a remark|\"unclosed|print|mouse down|set|\xff\x
 // What is done most, so that long ways through the program come about.
 constexpr const char* commands =
     "40027|40226|40021|40111|40106|40109|40133|40116|40118|40119|40136|40137|40503|40504|40105|40105|40113|40501|40502|40505|40018|40107|"
-    "40104|"
-    "40038|40067|40070|40044|40019";
+    "40104|40038|40067|40070|40044|40019";
 
 class Generator {
 public:

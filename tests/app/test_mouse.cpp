@@ -202,6 +202,22 @@ TEST_F(Mouse, TheHandDragsAtHalfItsSpeed) {
     for (const std::size_t i : {4u, 7u, 8u, 9u}) EXPECT_EQ(states.at(i)["MoveMode"], i == 4 ? 1 : 0) << i;
 }
 
+TEST_F(Mouse, ACommandInTheMiddleOfADragDoesNotThrowTheHandOff) {
+    const auto states = States("drop a.xye;command 40105;?;@down 600 400;@move 700 400;command 40106;@move 700 400;?;@move 800 400;?");
+    const Limits whole = View_Of(states.at(0));
+    Expect_View(states.at(1), {whole.X(left - 84 - 50), whole.X(right - 84 - 50), whole.y1, whole.y2}, "a tenth to the left");
+    Expect_View(states.at(2), {whole.X(left - 84 - 100), whole.X(right - 84 - 100), whole.y1, whole.y2}, "and on");
+}
+
+TEST_F(Mouse, NothingStaysOfTheReadOutsBehindAReset) {
+    EXPECT_EQ(States("drop a.xye;@move 600 400;command 40019;?").at(0)["status"], Json({"", "", "", "", "none"}));
+}
+
+TEST_F(Mouse, APointWithoutANumberIsNotNear) {
+    std::ofstream(directory / "nan.xye") << "t\n10 nan 1\n11 500 1\n12 500 1\n13 500 1\n";
+    EXPECT_EQ(States("drop nan.xye a.xye;@data move 10.5 500;?").at(0)["status"][1], "Pointed Pattern 2");
+}
+
 TEST_F(Mouse, ViewsGoBackAndForward) {
     const std::string look = ";print menu 40503;print menu 40504;?;";
     const std::string back = "command 40503" + look, forward = "command 40504" + look, wheel = "@wheelup 600 300";

@@ -85,6 +85,18 @@ TEST_F(Record, NamesOfEveryKind) {
     }
 }
 
+TEST_F(Record, WhichWindowIsInFront) {
+    const std::string recorded = Replay("command 40107;resize 500 300;main;drop " + Pattern("rising.xye") +
+                                        ";command 40106;dialog 41;command 40521;main;command 40505;close");
+    EXPECT_EQ(Count(recorded, "\nmain\n"), 2) << recorded;
+}
+
+TEST_F(Record, WhatIsTypedIntoTheEditor) {
+    const std::string typed = "command 40107;key a;key Space;key Enter;key !;key \xC3\xA9;key \\;files text.txt;command 40513";
+    Replay(typed);
+    EXPECT_EQ(Text_Of(directory / "text.txt"), "a \n!\xC3\xA9\\") << "and not an empty one in its place";
+}
+
 TEST_F(Record, AFileThatCannotBeWritten) {
     std::ofstream(directory / "a.vns") << "print state\n";
     for (const std::string file : {"no/such/directory.vns", "home", "/dev/null/x"}) {
@@ -97,8 +109,8 @@ TEST_F(Record, AFileThatCannotBeWritten) {
 
 TEST_F(Record, WhatWasDoneIsOnDiskWhenTheProgramIsKilled) {
     std::ofstream script(directory / "a.vns");
-    script << "open " + Pattern("rising.xye") + "\nmouse wheelup 600 400\ncommand 40111\ncommand 40106\n";
-    for (int i = 0; i < 100000; ++i) script << "resize 1200 " << 800 + i % 2 << "\ncommand 40021\n";
+    script << "open " + Pattern("rising.xye") + "\nmouse wheelup 600 400\ncommand 40111\ncommand 40106\ncommand 40021\n";
+    for (int i = 0; i < 100000; ++i) script << "print data 1\n";
     script.close();
     const std::string a = directory / "a.vns", b = directory / "b.vns", home = directory / "home";
     const pid_t child = ::fork();
@@ -109,13 +121,14 @@ TEST_F(Record, WhatWasDoneIsOnDiskWhenTheProgramIsKilled) {
         ::execl(VANTRELO_PROGRAM, "vantrelo", "--script", a.c_str(), "--record", b.c_str(), nullptr);
         ::_exit(127);
     }
-    for (int i = 0; i < 3000 && Count(Text_Of(b), "command 40021") == 0; ++i) std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    for (int i = 0; i < 3000 && Count(Text_Of(b), "command 40106") == 0; ++i) std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    for (int i = 0; i < 100 && Count(Text_Of(b), "command 40021") == 0; ++i) std::this_thread::sleep_for(std::chrono::milliseconds(10));
     ::kill(child, SIGKILL);
     int status = 0;
     ::waitpid(child, &status, 0);
     EXPECT_TRUE(WIFSIGNALED(status)) << "it was over already";
     const std::string recorded = Text_Of(b);
-    EXPECT_EQ(Count(recorded, "rising.xye\ncommand 40014\nmouse wheelup 600 400\ncommand 40111\ncommand 40106\nresize 1200 800\n"), 1)
+    EXPECT_EQ(Count(recorded, "rising.xye\ncommand 40014\nmouse wheelup 600 400\ncommand 40111\ncommand 40106\ncommand 40021\n"), 1)
         << recorded;
     EXPECT_TRUE(recorded.ends_with('\n')) << "no statement in part";
 }

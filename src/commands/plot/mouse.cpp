@@ -50,7 +50,7 @@ int Nearest_Row(const Profile_Store& store, Data_Point at) {
         const std::size_t point = Point_At(pattern, at.x);
         if (point == 0) continue;
         const float distance = std::fabs(pattern.y[point - 1] - at.y);
-        if (nearest != 0 && !(distance < least)) continue;
+        if (!std::isfinite(distance) || (nearest != 0 && !(distance < least))) continue;
         nearest = row;
         least = distance;
     }
@@ -144,17 +144,15 @@ void Shift_View(Plot_State& plot, double x, double y) {
                static_cast<float>(plot.y_view_max + y)});
 }
 
-// Half of the movement; where the hand is then follows from the view that it has made.
+// Half of the movement on the page, which holds whatever a command makes of the view meanwhile.
 void Follow_Hand(Session& session, const WIN_MESSAGE& record) {
     Plot_State& plot = session.plot;
-    const Data_Point at = In_Data(plot, record.x, record.y);
-    if (Inside(plot, at)) {
-        Shift_View(plot, -0.5 * (at.x - plot.drag.x), -0.5 * (at.y - plot.drag.y));
-        Plot_Redraw(session);
-    }
-    const Data_Point now = In_Data(plot, record.x, record.y);
-    plot.drag.x = now.x;
-    plot.drag.y = now.y;
+    const Data_Point before = In_Data(plot, plot.drag.x, plot.drag.y), at = In_Data(plot, record.x, record.y);
+    plot.drag.x = record.x;
+    plot.drag.y = record.y;
+    if (!Inside(plot, at)) return;
+    Shift_View(plot, -0.5 * (at.x - before.x), -0.5 * (at.y - before.y));
+    Plot_Redraw(session);
 }
 
 void End_Drag(Session& session) {
@@ -168,6 +166,11 @@ bool Has_Meaning(const Session& session, const WIN_MESSAGE& record) {
 }
 
 }  // namespace
+
+void Clear_Read_Outs(Session& session) {
+    Show_Spacing(session, {});
+    for (const int part : {2, 3, 4}) session.interface.Status_Text(part, "");
+}
 
 void Cancel_Mouse(Session& session) {
     Plot_State& plot = session.plot;
@@ -203,7 +206,7 @@ void MouseMovement_DragPlot(Session& session, const Message& message) {
         case Message_Kind::mouse_down:
             if (record.value1 == right_button) return End_Drag_Mode(session);
             if (record.value1 != left_button || !Inside(plot, at)) break;
-            plot.drag = {true, at.x, at.y, plot.Shown_View()};
+            plot.drag = {true, record.x, record.y, plot.Shown_View()};
             Want_Button_Up(session, true);
             break;
         case Message_Kind::mouse_move:

@@ -18,6 +18,8 @@ void MouseMovement_Main(Session&, const Message& message);
 // The plot follows the left button at half its speed; the right button ends the mode. The wheel works as above.
 void MouseMovement_DragPlot(Session&, const Message& message);
 
+void Clear_Read_Outs(Session&);  // there is nothing to point at any more
+
 void Start_Drag_Mode(Session&);
 void End_Drag_Mode(Session&);
 

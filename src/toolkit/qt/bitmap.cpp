@@ -24,7 +24,9 @@ constexpr double farthest = 1e6;  // pixels: beyond it nothing can show, and int
 
 class Image_Device : public Device {
 public:
-    Image_Device(QImage& image, bool reduced) : image_(image), reduced_(reduced), unit_(Line_Unit(image.width(), image.height())) {
+    Image_Device(QImage& image, bool reduced) : Image_Device(image, reduced, {0, 0, image.width(), image.height()}) {}
+    Image_Device(QImage& image, bool reduced, Pixel_Rect bounds)
+        : image_(image), reduced_(reduced), unit_(Line_Unit(image.width(), image.height())), bounds_(bounds) {
         Set_Clip({0, 0, Width(), Height()});
     }
 
@@ -33,12 +35,14 @@ public:
     void Clear(Colour colour) override { image_.fill(Q_Colour(colour)); }
 
     void Set_Clip(const Rect& rect) override {
-        const auto whole = [](double value, int most) {
-            return static_cast<int>(std::clamp(std::round(value), 0.0, static_cast<double>(most)));
+        const auto whole = [](double value, int least, int most) {
+            return static_cast<int>(std::clamp(std::round(value), static_cast<double>(least), static_cast<double>(most)));
         };
-        clip_ = {whole(rect.x1, image_.width()), whole(Height() - rect.y2, image_.height()), whole(rect.x2, image_.width()),
-                 whole(Height() - rect.y1, image_.height())};
+        clip_ = {whole(rect.x1, bounds_.x1, bounds_.x2), whole(Height() - rect.y2, bounds_.y1, bounds_.y2),
+                 whole(rect.x2, bounds_.x1, bounds_.x2), whole(Height() - rect.y1, bounds_.y1, bounds_.y2)};
     }
+
+    std::vector<std::unique_ptr<Device>> Bands() override;
 
     void Polyline(std::span<const Point> points, const Pen& pen) override {
         if (pen.style == Line_Style::none || points.empty()) return;
@@ -178,9 +182,28 @@ private:
     QImage& image_;
     bool reduced_;
     double unit_;
-    Pixel_Rect clip_{};
+    Pixel_Rect bounds_, clip_{};
     Curve_Raster raster_;
 };
+
+// Draws on some columns of another image's pixels.
+class Band_Device : private std::unique_ptr<QImage>, public Image_Device {
+public:
+    Band_Device(std::unique_ptr<QImage> image, bool reduced, Pixel_Rect bounds)
+        : std::unique_ptr<QImage>(std::move(image)), Image_Device(**this, reduced, bounds) {}
+};
+
+std::vector<std::unique_ptr<Device>> Image_Device::Bands() {
+    constexpr int bands = 2;
+    std::vector<std::unique_ptr<Device>> devices;
+    uchar* const pixels = image_.bits();
+    for (int band = 0; band < bands; ++band) {
+        auto image = std::make_unique<QImage>(pixels, image_.width(), image_.height(), image_.bytesPerLine(), image_.format());
+        const Pixel_Rect bounds{image_.width() * band / bands, 0, image_.width() * (band + 1) / bands, image_.height()};
+        devices.push_back(std::make_unique<Band_Device>(std::move(image), reduced_, bounds));
+    }
+    return devices;
+}
 
 }  // namespace
 

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "base/conversions.hpp"
 #include "base/text.hpp"
 #include "toolkit/qt/dialog_fields.hpp"
 
@@ -58,9 +59,8 @@ public:
         QObject::connect(line_, &QLineEdit::textChanged, line_, [this] { Mark_Invalid(line_, !Number(), "This is not a number"); });
     }
     std::optional<double> Number() const override {
-        double value = 0;
-        if (Parse_Real(Value(), value) && std::isfinite(value)) return value;
-        return {};
+        float value = 0;
+        return IStringToReal(Value(), value) ? std::optional<double>(value) : std::nullopt;
     }
     void Put_Number(double value, std::string_view format) override {
         if (!format.empty()) field_.format = format;

@@ -131,10 +131,6 @@ private:
     std::optional<Colour> colour_;
 };
 
-}  // namespace
-
-namespace {
-
 constexpr const char* read_only_property = "read_only";
 
 // What only shows its value stands on the ground of the dialog.
@@ -173,10 +169,8 @@ void Dialog_Widget::Set_State(int state) {
     // What has no read-only state of its own shows its value and takes no input.
     widget()->setAttribute(Qt::WA_TransparentForMouseEvents, state == field_read_only);
     if (state == field_read_only && widget()->focusPolicy() != Qt::NoFocus) widget()->setFocusPolicy(Qt::NoFocus);
-    const bool shows_only =
-        field_.kind == Field_Kind::label || field_.kind == Field_Kind::image || field_.kind == Field_Kind::progress_bar;
-    if (state == field_enabled && !shows_only && widget()->focusPolicy() == Qt::NoFocus)
-        widget()->setFocusPolicy(Qt::StrongFocus);
+    const bool shows_only = field_.kind == Field_Kind::label || field_.kind == Field_Kind::image || field_.kind == Field_Kind::progress_bar;
+    if (state == field_enabled && !shows_only && widget()->focusPolicy() == Qt::NoFocus) widget()->setFocusPolicy(Qt::StrongFocus);
 }
 
 std::string_view Kind_Name(Field_Kind kind) { return kind_names[static_cast<std::size_t>(kind)]; }

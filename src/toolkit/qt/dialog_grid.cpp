@@ -6,6 +6,7 @@
 #include <QTableWidget>
 #include <cmath>
 
+#include "base/conversions.hpp"
 #include "base/text.hpp"
 #include "toolkit/qt/dialog_fields.hpp"
 
@@ -205,11 +206,11 @@ private:
 
     bool Holds_Value(const QTableWidgetItem& item) const {
         const std::string text = item.text().toStdString();
-        double real = 0;
+        float real = 0;
         int whole = 0;
         switch (Kind(item)) {
             case Cell_Kind::real:
-                return Parse_Real(text, real) && std::isfinite(real);
+                return IStringToReal(text, real);
             case Cell_Kind::integer:
                 return Parse_Integer(text, whole);
             default:

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "base/conversions.hpp"
 #include "base/text.hpp"
 #include "toolkit/qt/application.hpp"
 #include "toolkit/qt/dialog_window.hpp"
@@ -130,8 +131,12 @@ std::string WDialogGetString(int field) {
     return widget == nullptr ? std::string() : widget->Value();
 }
 
-void WDialogPutReal(int field, double value, std::string_view format) { Put_Number(field, value, format); }
-std::optional<double> WDialogGetReal(int field) { return Number_Of(field); }
+void WDialogPutReal(int field, float value, std::string_view format) { Put_Number(field, value, format); }
+std::optional<float> WDialogGetReal(int field) {
+    const auto value = Number_Of(field);
+    return value ? std::optional(static_cast<float>(*value)) : std::nullopt;
+}
+
 void WDialogPutInteger(int field, int value) { Put_Number(field, value); }
 
 std::optional<int> WDialogGetInteger(int field) {
@@ -209,7 +214,7 @@ void WGridPutCellString(int field, int column, int row, std::string_view text) {
     if (auto* grid = Selected_Field<Grid_Widget>(field)) grid->Put_Cell(column, row, text);
 }
 
-void WGridPutCellReal(int field, int column, int row, double value, std::string_view format) {
+void WGridPutCellReal(int field, int column, int row, float value, std::string_view format) {
     if (auto* grid = Selected_Field<Grid_Widget>(field)) grid->Put_Cell_Real(column, row, value, format);
 }
 
@@ -222,9 +227,9 @@ std::string WGridGetCellString(int field, int column, int row) {
     return grid == nullptr ? std::string() : grid->Cell(column, row);
 }
 
-std::optional<double> WGridGetCellReal(int field, int column, int row) {
-    double value = 0;
-    if (WInfoGridCell(field, column, row, 1) == 1 && Parse_Real(WGridGetCellString(field, column, row), value)) return value;
+std::optional<float> WGridGetCellReal(int field, int column, int row) {
+    float value = 0;
+    if (WInfoGridCell(field, column, row, 1) == 1 && IStringToReal(WGridGetCellString(field, column, row), value)) return value;
     return {};
 }
 
@@ -251,8 +256,8 @@ void WGridPutCheckBox(int field, int column, std::span<const int> values) {
         WGridPutCellCheckBox(field, column, row, values[static_cast<std::size_t>(row - 1)]);
 }
 
-std::vector<std::optional<double>> WGridGetReal(int field, int column) {
-    std::vector<std::optional<double>> values;
+std::vector<std::optional<float>> WGridGetReal(int field, int column) {
+    std::vector<std::optional<float>> values;
     for (int row = 1; row <= WInfoGrid(field); ++row) values.push_back(WGridGetCellReal(field, column, row));
     return values;
 }
@@ -331,6 +336,14 @@ Status Act_Key(int window, int code) {
     if (Window* editor = The_Toolkit().Find_Window(window); editor != nullptr && editor->editor() != nullptr) target = editor->editor();
     if (target == nullptr) return Status::Fail("window " + Number_Text(window) + " takes no keys");
     Send_Key(target->focusWidget() != nullptr ? *target->focusWidget() : *target, code);
+    return Status::Done();
+}
+
+Status Act_Front(int window) {
+    Toolkit& toolkit = The_Toolkit();
+    if (!WindowToFront(window)) return Status::Fail("dialog " + Number_Text(window) + " is not open");
+    if (toolkit.Front() != window) return Status::Fail("a modal dialog is in front");
+    if (toolkit.witness != nullptr) toolkit.witness->Saw_Front(window);
     return Status::Done();
 }
 

@@ -4,6 +4,7 @@
 #include <QPainter>
 #include <QWheelEvent>
 #include <cmath>
+#include <utility>
 
 #include "base/page.hpp"
 #include "toolkit/qt/application.hpp"
@@ -86,7 +87,9 @@ void Drawing_Area::paintEvent(QPaintEvent*) {
 void Drawing_Area::resizeEvent(QResizeEvent*) { Post_Message({Message_Kind::resize, {.win = window_, .value4 = pane_}}); }
 
 void Drawing_Area::Post_Mouse(Message_Kind kind, QPointF at, int value) {
-    if (kind != Message_Kind::wheel && !The_Toolkit().Wants(window_, kind)) return;
+    // A button may go up before the program has seen that it went down, and could ask for its end.
+    const bool ends_a_press = kind == Message_Kind::mouse_up && std::exchange(pressed_, false);
+    if (kind != Message_Kind::wheel && !ends_a_press && !The_Toolkit().Wants(window_, kind)) return;
     WIN_MESSAGE record;
     record.win = window_;
     record.value1 = value;
@@ -101,6 +104,7 @@ void Drawing_Area::mousePressEvent(QMouseEvent* event) {
         Post_Message({Message_Kind::key_down, {.win = window_, .value1 = event->button() == Qt::BackButton ? key_back : key_forward}});
     else
         Post_Mouse(Message_Kind::mouse_down, event->position(), Button_Number(event->button()));
+    pressed_ = The_Toolkit().Wants(window_, Message_Kind::mouse_down);
 }
 
 void Drawing_Area::mouseReleaseEvent(QMouseEvent* event) {

@@ -31,10 +31,11 @@ private:
     void Update_Pixels(const QRect& pixels);
 
     int window_, pane_;
-    QImage picture_;  // as it was put
-    QImage shown_;    // with the overlay; null as long as there was none
-    QRect covered_;   // pixels that the overlay may have changed
-    int turned_ = 0;  // of the wheel, eighths of a degree that make no whole step yet
+    QImage picture_;        // as it was put
+    QImage shown_;          // with the overlay; null as long as there was none
+    QRect covered_;         // pixels that the overlay may have changed
+    bool pressed_ = false;  // a button went down that was told; the program hears of its end too
+    int turned_ = 0;        // of the wheel, eighths of a degree that make no whole step yet
 };
 
 }  // namespace vntl

@@ -36,12 +36,16 @@ constexpr std::array<Named_Key, 17> named_keys = {{{"Escape", key_escape, Qt::Ke
                                                    {"Forward", key_forward, Qt::Key_Forward}}};
 constexpr int function_keys = 12;
 
+// A key that stands for itself: visible characters up to where the other keys' codes begin.
+bool Is_Letter(int code) { return (code > ' ' && code < 127) || (code > 160 && code < key_left); }
+
 }  // namespace
 
 int Key_Code(std::string_view name) {
     for (const Named_Key& key : named_keys)
         if (key.name == name) return key.code;
-    if (name.size() == 1) return static_cast<unsigned char>(name[0]);
+    if (const QString letter = QString::fromUtf8(name.data(), static_cast<qsizetype>(name.size())); letter.size() == 1)
+        return Is_Letter(letter[0].unicode()) ? letter[0].unicode() : 0;
     if (name.empty() || name[0] != 'F') return 0;
     int number = 0;
     return Parse_Integer(name.substr(1), number) && number >= 1 && number <= function_keys ? key_f1 + number - 1 : 0;
@@ -51,19 +55,20 @@ std::string Key_Name(int code) {
     for (const Named_Key& key : named_keys)
         if (key.code == code) return std::string(key.name);
     if (code >= key_f1 && code < key_f1 + function_keys) return 'F' + std::to_string(code - key_f1 + 1);
-    return code > ' ' && code < 127 ? std::string(1, static_cast<char>(code)) : std::string();
+    return Is_Letter(code) ? QString(QChar(code)).toStdString() : std::string();
 }
 
 int Code_Of(const QKeyEvent& event) {
     for (const Named_Key& key : named_keys)
         if (key.qt == event.key()) return key.code;
     if (event.key() >= Qt::Key_F1 && event.key() < Qt::Key_F1 + function_keys) return key_f1 + event.key() - Qt::Key_F1;
-    return event.text().isEmpty() ? 0 : event.text().at(0).unicode();
+    const int code = event.text().isEmpty() ? 0 : event.text().at(0).unicode();
+    return code < key_left ? code : 0;
 }
 
 void Send_Key(QWidget& widget, int code) {
     int key = code < 128 ? QChar(code).toUpper().unicode() : 0;
-    QString text = code >= ' ' && code < 127 ? QString(QChar(code)) : QString();
+    QString text = code == ' ' || Is_Letter(code) ? QString(QChar(code)) : QString();
     for (const Named_Key& named : named_keys)
         if (named.code == code) key = named.qt;
     if (code >= key_f1 && code < key_f1 + function_keys) key = Qt::Key_F1 + code - key_f1;

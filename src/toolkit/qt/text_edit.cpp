@@ -11,6 +11,7 @@
 #include "base/text.hpp"
 #include "base/text_file.hpp"
 #include "toolkit/qt/application.hpp"
+#include "toolkit/qt/keys.hpp"
 #include "toolkit/qt/main_window.hpp"
 
 namespace vntl {
@@ -106,6 +107,7 @@ bool Text_Edit::Find(const QString& text, bool match_case) {
 
 void Text_Edit::keyPressEvent(QKeyEvent* event) {
     QPlainTextEdit::keyPressEvent(event);
+    if (const int code = Code_Of(*event); code != 0) Post_Message({Message_Kind::key_down, {.win = window_, .value1 = code}});
     // The handler shows the place of the cursor and whether the text has changed.
     Post_Message({Message_Kind::field_changed, {.win = window_}});
 }
