@@ -37,6 +37,9 @@ void Do_Key(Application& app, int key) {
     if (key == key_escape) Cancel_Mouse(app.session);
     if (key == key_back) Do_Command(app, view_back_command);
     if (key == key_forward) Do_Command(app, view_forward_command);
+    // The windowing system knows the keys of the menu; a script presses them here.
+    for (const Command& command : Command_Table())
+        if (!command.shortcut.empty() && command.shortcut == Key_Name(key)) return Do_Command(app, command.id);
 }
 
 }  // namespace

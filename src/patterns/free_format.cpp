@@ -11,6 +11,7 @@
 #include "base/text.hpp"
 #include "base/text_file.hpp"
 #include "patterns/header_words.hpp"
+#include "patterns/reader_tools.hpp"
 
 namespace vntl {
 
@@ -135,12 +136,6 @@ Status Read_Header(Line_Cursor& lines, bool mdi, Header& head, Diffraction_Patte
     return sound ? Status::Done() : Status::Fail(bad_range);
 }
 
-// Most points that a text of this length is trusted with: plain numbers take two bytes each; repeat counts ("500*0") may give more.
-double Most_Points(std::size_t bytes) {
-    constexpr double repeated = 65536;
-    return repeated + 0.5 * static_cast<double>(bytes);
-}
-
 }  // namespace
 
 Status Read_Free_Format(std::string_view text, bool mdi, Diffraction_Pattern_Type& pattern) {
@@ -150,7 +145,7 @@ Status Read_Free_Format(std::string_view text, bool mdi, Diffraction_Pattern_Typ
     Header head;
     if (Status status = Read_Header(lines, mdi, head, pattern); status.failed) return status;
 
-    if (head.npts > Most_Points(lines.Rest().size())) return Status::Fail(bad_count);
+    if (head.npts > static_cast<double>(Most_Points(lines.Rest().size()))) return Status::Fail(bad_count);
     const auto n = static_cast<std::size_t>(head.npts);
     std::vector<float> counts(n);
     if (!Read_Free_Reals(lines.Rest(), counts)) return Status::Fail(bad_count);

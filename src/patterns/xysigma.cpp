@@ -12,6 +12,7 @@
 #include "base/text.hpp"
 #include "base/text_file.hpp"
 #include "patterns/header_words.hpp"
+#include "patterns/reader_tools.hpp"
 
 namespace vntl {
 
@@ -173,13 +174,6 @@ Status Read_Records(Line_Cursor& lines, bool gr, const Header& head, Diffraction
         if (i > 0) sums.steps += p.x[i] - p.x[i - 1];
     }
     return Status::Done();
-}
-
-void Keep_Points(Diffraction_Pattern_Type& p, int n) {
-    p.npts = n;
-    const auto size = static_cast<std::size_t>(n);
-    for (auto* reals : {&p.x, &p.y, &p.sigma, &p.ycalc, &p.bgr}) reals->resize(size);
-    for (auto* integers : {&p.istat, &p.nd}) integers->resize(size);
 }
 
 std::vector<float> Interpolated(const std::vector<double>& x, const std::vector<float>& values, const std::vector<float>& at) {

@@ -167,6 +167,7 @@ TEST_F(Program, ExitWritesTheRecentFilesAndQuitDoesNot) {
     EXPECT_FALSE(fs::exists(directory / "vantrelo.mlf"));
     Script("open " + Pattern("rising.xye") + "\nexit\nprint state\n");
     EXPECT_EQ(Text_Of(directory / "vantrelo.mlf"), Pattern("rising.xye") + "\n");
+    EXPECT_EQ(Text_Of(directory / "home/.qxs/vantrelo.sel"), TEST_DATA "/patterns\n");  // where the next selector opens
     std::ofstream(directory / "vantrelo.mlf", std::ios::binary) << "\xff\xfe\n\n"
                                                                 << std::string(100000, 'x') << "\n"
                                                                 << Pattern("rising.xye") << "\n\0\n";

@@ -1,0 +1,30 @@
+#include "patterns/reader_tools.hpp"
+
+#include <cmath>
+
+namespace vntl {
+
+std::size_t Most_Points(std::size_t bytes) {
+    constexpr std::size_t zero_fill = 32768;  // arrays of them take a megabyte
+    return zero_fill + bytes / 2;
+}
+
+Status Allocate_Told(Diffraction_Pattern_Type& pattern, double npts, std::size_t bytes, std::string_view message) {
+    if (!(npts >= 1) || npts > static_cast<double>(Most_Points(bytes)) || npts > 0x7fffffff) return Status::Fail(message);
+    return Allocate_Diffraction_Pattern(pattern, static_cast<std::int32_t>(npts));
+}
+
+void Set_Grid(Diffraction_Pattern_Type& p) {
+    for (std::size_t i = 0; i < p.x.size(); ++i) p.x[i] = p.xmin + static_cast<float>(i) * p.step;
+}
+
+void Set_Grid_End(Diffraction_Pattern_Type& p) { p.xmax = static_cast<float>(p.npts - 1) * p.step + p.xmin; }
+
+void Keep_Points(Diffraction_Pattern_Type& p, int n) {
+    p.npts = n;
+    const auto size = static_cast<std::size_t>(n);
+    for (auto* reals : {&p.x, &p.y, &p.sigma, &p.ycalc, &p.bgr}) reals->resize(size);
+    for (auto* integers : {&p.istat, &p.nd}) integers->resize(size);
+}
+
+}  // namespace vntl

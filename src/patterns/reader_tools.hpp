@@ -1,0 +1,40 @@
+// What the readers of instrument files share.
+#pragma once
+
+#include <cstddef>
+#include <string_view>
+
+#include "base/edit_descriptor.hpp"
+#include "base/text_file.hpp"
+#include "patterns/pattern.hpp"
+
+namespace vntl {
+
+// Texts of failures that several formats have, blanks as they stand.
+inline constexpr std::string_view check_instr = " Error in Intensity file, check your instr parameter!";
+inline constexpr std::string_view check_instr_wide = " Error in  Intensity file, check your instr parameter!";
+inline constexpr std::string_view no_points_told = " Error in Intensity file, Number of points negative or zero!";
+
+// Most points that a file of so many bytes is trusted with, whatever its header says: a plain count takes two bytes with its separator, and
+// a short file may leave a few thousand points to be zero.
+std::size_t Most_Points(std::size_t bytes);
+
+// Allocates the arrays for `npts` points told by a header. Fails with `message` when they are fewer than one, no number, or more than the
+// file can stand for.
+Status Allocate_Told(Diffraction_Pattern_Type& pattern, double npts, std::size_t bytes, std::string_view message);
+
+// x(i) = xmin + (i - 1) step, in single precision, for all points.
+void Set_Grid(Diffraction_Pattern_Type& pattern);
+
+// xmax = (npts - 1) step + xmin.
+void Set_Grid_End(Diffraction_Pattern_Type& pattern);
+
+// Keeps the first `n` points of all arrays.
+void Keep_Points(Diffraction_Pattern_Type& pattern, int n);
+
+// The lines of a cursor as records for an Edit_Reader; the cursor stands behind the last line that was taken.
+inline auto Records_Of(Line_Cursor& lines) {
+    return [&lines](std::string_view& line) { return lines.Next(line); };
+}
+
+}  // namespace vntl
