@@ -75,6 +75,118 @@ void Read_Free_Format(benchmark::State& state) {
 }
 BENCHMARK(Read_Free_Format)->Unit(benchmark::kMillisecond);
 
+// Files of about 10 MB in the layout of each format: one row a format, its ending, mode, and what it writes.
+struct Format_File {
+    const char* name;
+    const char* ending;
+    const char* mode;
+    void (*write)(std::FILE*);
+};
+
+int Count(int i) { return (i % 6000 * 7919) % 50000; }
+
+// `n` numbers, ten a line.
+void Ten_A_Line(std::FILE* file, int n, const char* format) {
+    for (int i = 0; i < n; ++i) {
+        std::fprintf(file, format, Count(i));
+        if (i % 10 == 9) std::fputc('\n', file);
+    }
+}
+
+constexpr Format_File format_files[] = {
+    {"R3B", ".dat", "R3B",
+     [](std::FILE* f) {
+         std::fprintf(f, "r\ntitle\nmore\n%13d.%9s%8.3f%45s%9.3f%9.3f%9.3f%9.3f\n%4d\n", 1000, "", 5.0, "", 0.01, 300.0, 0.0, 300.0, 9990);
+         Ten_A_Line(f, 9990, " 1%8d");
+         std::fprintf(f, "end\n");
+     }},
+    {"NLS", ".dat", "NLS",
+     [](std::FILE* f) {
+         std::fprintf(f, "! title\n5.0 0.0001 65.0\n");
+         for (int i = 0; i < 120000; ++i) {
+             for (int k = 0; k < 10; ++k) std::fprintf(f, i % 2 == 0 ? "%8d" : "%8d", i % 2 == 0 ? Count(i * 10 + k) : 30 + k);
+             std::fputc('\n', f);
+         }
+     }},
+    {"G41", ".dat", "G41",
+     [](std::FILE* f) {
+         std::fprintf(f, "title\na\nb\n1000000 300.0 300.0 0 1000 1000\n5.0 0.0001 105.0\n");
+         Ten_A_Line(f, 1000000, "%9d ");
+     }},
+    {"R3A", ".dat", "R3A",
+     [](std::FILE* f) {
+         std::fprintf(f, "title\n%16s%8.5f\n%8.3f\n%8d%8d\n", "", 0.00018, 5.0, 1000, 1000);
+         Ten_A_Line(f, 1000000, " 1%6d");
+     }},
+    {"DMC", ".dat", "DMC",
+     [](std::FILE* f) {
+         std::fprintf(f, "title\nline\n5.0 0.0001 65.0\n");
+         Ten_A_Line(f, 600010, "%8d");
+         std::fputc('\n', f);
+         Ten_A_Line(f, 600010, "%8d");
+     }},
+    {"UXD", ".uxd", "SOCABIM",
+     [](std::FILE* f) {
+         std::fprintf(f, "_STEPSIZE=0.0001\n_STEPCOUNT=1000000\n_START=5.0\n_STEPTIME=1\n_COUNTS\n");
+         Ten_A_Line(f, 1000000, "%9d ");
+     }},
+    {"GSAS", ".gsa", "GSAS",
+     [](std::FILE* f) {
+         std::fprintf(f, "title\nBANK 1 1000000 100000 CONST 500.0 0.01 0 0 STD\n");
+         Ten_A_Line(f, 1000000, " 1%6d");
+     }},
+    {"GSAS FXYE", ".gda", "GSASTOF",
+     [](std::FILE* f) {
+         std::fprintf(f, "title\nBANK 1 350000 350000 SLOG 1000.0 30000.0 0.0004 0 FXYE\n");
+         for (int i = 0; i < 350000; ++i) std::fprintf(f, "%12.4f%12.4f%9.4f\n", 1000 + 0.1 * i, Count(i) / 7.0, 3 + i % 10 / 7.0);
+     }},
+    {"CSV", ".csv", "PANALYTICAL",
+     [](std::FILE* f) {
+         std::fprintf(
+             f, "Title 1,sample\nData angle range,5,105\nScan step size,0.0001\nNo. of points,700000\n[Scan points]\nAngle,Intensity\n");
+         for (int i = 0; i < 700000; ++i) std::fprintf(f, "%.4f,%d\n", 5 + 1e-4 * i, Count(i));
+     }},
+    {"UDF", ".udf", "PANALYTICAL",
+     [](std::FILE* f) {
+         std::fprintf(f, "SampleIdent,sample,/\nDataAngleRange,5.0,105.0,/\nScanStepSize,0.0001,/\nRawScan\n");
+         for (int i = 0; i < 1000001; ++i) std::fprintf(f, i % 8 == 7 ? "%8d\n" : "%8d,", Count(i));
+         std::fprintf(f, "\n");
+     }},
+    {"JCP", ".jcp", "PANALYTICAL",
+     [](std::FILE* f) {
+         std::fprintf(f,
+                      "## TITLE= sample\n## FIRSTX= 5.0\n## LASTX= 105.0\n## DELTAX= 0.0001\n## NPOINTS= 900000\n## XYDATA= X++<Y..Y>\n");
+         for (int i = 0; i < 180000; ++i)
+             std::fprintf(f, "%9.3f %11.3f%11.3f%11.3f%11.3f%11.3f\n", 5 + 5e-4 * i, 1.0 * Count(i), 2.0, 3.0, 4.0, 5.0);
+         std::fprintf(f, "## END=\n");
+     }},
+    {"XRDML", ".xrdml", "PANALYTICAL",
+     [](std::FILE* f) {
+         std::fprintf(f,
+                      "<xrdMeasurement>\n<positions axis=\"2Theta\" unit=\"deg\">\n<startPosition>5.0</startPosition>\n"
+                      "<endPosition>105.0</endPosition>\n</positions>\n<intensities unit=\"counts\">");
+         for (int i = 0; i < 1800000; ++i) std::fprintf(f, "%d ", Count(i));
+         std::fprintf(f, "</intensities>\n</xrdMeasurement>\n");
+     }},
+    {"Variable time", ".dat", "TIMEVARIABLE",
+     [](std::FILE* f) {
+         std::fprintf(f, "title\na\nb\nc\n5.0 0.0001 65.0\n");
+         for (int i = 0; i < 600001; ++i) std::fprintf(f, i % 5 == 4 ? "%6.1f%10d\n" : "%6.1f%10d", 10.0, Count(i));
+         std::fprintf(f, "\n");
+     }},
+};
+
+void Register_Formats() {
+    for (const Format_File& format : format_files)
+        benchmark::RegisterBenchmark(format.name, [&format](benchmark::State& state) {
+            Read(state, format.ending, format.mode, format.write);
+        })->Unit(benchmark::kMillisecond);
+}
+
 }  // namespace
 
-BENCHMARK_MAIN();
+int main(int argc, char** argv) {
+    Register_Formats();
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+}

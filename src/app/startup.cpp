@@ -38,7 +38,9 @@ public:
         return Box_Default(box);
     }
     std::vector<std::string> Select_Files(std::string_view, std::string_view) override { return {}; }
-    std::optional<int> Data_Format(int proposed) override { return format_code_.value_or(proposed); }
+    std::optional<Format_Choice> Data_Format(const Format_Question& question) override {
+        return Format_Choice{format_code_.value_or(question.proposed), false};
+    }
 
 private:
     std::optional<int> format_code_;

@@ -29,6 +29,17 @@ struct Message_Box {
     std::string title;
 };
 
+// Which format a file has, and what its first lines tell of it.
+struct Format_Question {
+    int proposed = 1;        // format code 1 to 15 that is selected when the dialog opens
+    std::string looks_like;  // name of the format that was recognised, empty for none
+    int banks = 1;           // patterns in the file
+};
+struct Format_Choice {
+    int code = 1;
+    bool all_banks = false;  // each bank becomes a profile
+};
+
 // A work of many steps: shows how far it is, and hears when the user wants it to end.
 class Progress {
 public:
@@ -47,9 +58,8 @@ public:
     // `filter` is text of label and pattern pairs, each followed by a vertical bar.
     virtual std::vector<std::string> Select_Files(std::string_view title, std::string_view filter) = 0;
 
-    // The dialog "Format of the data file": the format code chosen (1 to 15), or nothing on cancel.
-    // `proposed` is the code selected when the dialog opens.
-    virtual std::optional<int> Data_Format(int proposed) = 0;
+    // The dialog "Format of the data file"; nothing on cancel.
+    virtual std::optional<Format_Choice> Data_Format(const Format_Question& question) = 0;
 
     // A work of `total` steps begins; it ends with the object.
     virtual std::unique_ptr<Progress> Start_Progress(std::string_view /*title*/, int /*total*/) { return std::make_unique<Progress>(); }

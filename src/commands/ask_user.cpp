@@ -13,7 +13,7 @@ std::vector<std::string> Ask_User::Select_Files(std::string_view title, std::str
     return vntl::Select_Files(session_, Select_Kind::open_multiple, filter, title);
 }
 
-std::optional<int> Ask_User::Data_Format(int proposed) { return Data_Format_Dialog(session_, proposed); }
+std::optional<Format_Choice> Ask_User::Data_Format(const Format_Question& question) { return Data_Format_Dialog(session_, question); }
 
 std::unique_ptr<Progress> Ask_User::Start_Progress(std::string_view title, int total) {
     return Start_Progress_Dialog(session_, title, total);

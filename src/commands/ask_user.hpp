@@ -13,7 +13,7 @@ public:
 
     Box_Answer Box(const Message_Box& box) override;
     std::vector<std::string> Select_Files(std::string_view title, std::string_view filter) override;
-    std::optional<int> Data_Format(int proposed) override;
+    std::optional<Format_Choice> Data_Format(const Format_Question& question) override;
     std::unique_ptr<Progress> Start_Progress(std::string_view title, int total) override;
 
 private:

@@ -1,6 +1,5 @@
 #include "commands/dialogs.hpp"
 
-#include "commands/file/format_dialog.hpp"
 #include "commands/help/about.hpp"
 #include "commands/help/gestures.hpp"
 #include "commands/progress_dialog.hpp"
@@ -8,7 +7,7 @@
 namespace vntl {
 
 std::vector<Dialog_Resource> Dialog_Resources() {
-    return {About_Dialog_Resource(), Format_Dialog_Resource(), Gestures_Dialog_Resource(), Progress_Dialog_Resource()};
+    return {About_Dialog_Resource(), Gestures_Dialog_Resource(), Progress_Dialog_Resource()};
 }
 
 }  // namespace vntl

@@ -1,25 +1,15 @@
-// The one entry to all pattern readers, and the table of formats.
+// The one entry to all pattern readers, and what is known of a file before it is read.
 #pragma once
 
-#include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "base/status.hpp"
+#include "patterns/format_table.hpp"
 #include "patterns/pattern.hpp"
 
 namespace vntl {
-
-// One row of the format table: `format_code` is its place, from 1.
-struct Pattern_Format {
-    int code;                      // 1 to 15
-    std::string_view mode;         // given to Read_Pattern, and the `format` of the profile
-    std::string_view description;  // text of the radio button of the dialog "Format of the data file"
-    int field;                     // number of that button
-    bool built;                    // a reader for it exists
-};
-
-std::span<const Pattern_Format> Pattern_Formats();
 
 // The format code that an extension ("xye" or ".XYE", any case) decides, 0 when the user has to be asked.
 int Format_Of_Extension(std::string_view extension);
@@ -28,12 +18,30 @@ int Format_Of_Extension(std::string_view extension);
 // such a recent file opens as a pattern.
 bool Is_Pattern_Extension(std::string_view extension);
 
-// The format of a file where nobody can be asked: by its extension, else by what its first lines hold; 1, the free format, when nothing
-// speaks for another.
-int Recognised_Format(const std::string& file);
+// What speaks for the format of a file.
+struct Recognition {
+    int by_extension = 0;  // 0 where the extension does not decide
+    int by_content = 0;    // 0 where its first lines speak for none
+    int banks = 1;         // patterns that it holds, where opening them all is for the user to say
+    int code = 1;          // the format where nobody can be asked: by extension, else content, else the extension's usual one, else free
+};
+Recognition Recognise_Format(const std::string& file);
+
+struct Read_Options {
+    bool deviations = false;      // `sigma` holds standard deviations at the end
+    std::string* head = nullptr;  // gets the lines above the numbers
+    int bank = 0;                 // of a file that holds several, 0: bank 1, or the first
+};
 
 // Reads the pattern of `filename` by the format `mode` (compared whole, without regard to case; any unknown text, or none, is
-// the free format). On failure `pattern` is unchanged and the message is the reader's, of at most 150 characters.
-Status Read_Pattern(const std::string& filename, Diffraction_Pattern_Type& pattern, std::string_view mode = {});
+// the free format; "GSASTOF" may be followed by a bank number). On failure `pattern` is unchanged and the message is the reader's, of at
+// most 150 characters.
+Status Read_Pattern(const std::string& filename, Diffraction_Pattern_Type& pattern, std::string_view mode = {}, const Read_Options& = {});
+
+// Reads several patterns of one file by the mode "ISIS", "GSAS", "GSASTOF", "SOCABIM" or "XYSIGMA" (which holds one); another fails with
+// "Invalid Mode". Fails as a whole when none can be read or, "ISIS", when there are more than `capacity`. `messages`: of those that
+// failed alone.
+Status Read_Pattern_Mult(const std::string& filename, std::vector<Diffraction_Pattern_Type>& patterns, int capacity, std::string_view mode,
+                         std::vector<std::string>& messages);
 
 }  // namespace vntl

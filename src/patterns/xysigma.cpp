@@ -34,6 +34,59 @@ struct Header {
 
 bool Is_Comment(std::string_view line) { return line.starts_with('!') || line.starts_with('#'); }
 
+// Marks that no number begins with.
+bool Is_Foreign_Comment(std::string_view line) {
+    return line.starts_with("//") || (!line.empty() && std::string_view("'%;*").find(line.front()) != std::string_view::npos);
+}
+
+enum class Separator { blank, semicolon };
+
+enum class Line_Kind { skipped, record, misfit };
+
+bool Is_Blank(char c) { return c == ' ' || c == '\t' || c == ','; }
+
+// The first `wanted` numbers of a line; what it does not reach is 0.
+Line_Kind Take_Numbers(std::string_view line, int wanted, std::array<float, 4>& numbers) {
+    const char* at = line.data();
+    const char* const end = at + line.size();
+    while (at != end && (*at == ' ' || *at == '\t')) ++at;
+    if (at == end || *at == '!' || *at == '#') return Line_Kind::skipped;
+    numbers = {};
+    for (int i = 0; i < wanted && at != end; ++i) {
+        const char* const behind = Parse_Float(at, end, numbers[static_cast<std::size_t>(i)]);
+        if (behind == at || (behind != end && !Is_Blank(*behind)))
+            return i == 0 && Is_Foreign_Comment({at, static_cast<std::size_t>(end - at)}) ? Line_Kind::skipped : Line_Kind::misfit;
+        at = behind;
+        while (at != end && Is_Blank(*at)) ++at;
+    }
+    return Line_Kind::record;
+}
+
+// One number between semicolons, its comma a decimal one; a field that is blank is 0.
+bool Take_Field(std::string_view field, float& value) {
+    std::array<char, 64> digits{};
+    if (field.size() > digits.size()) return false;
+    value = 0;
+    if (field.empty()) return true;
+    const char* const end = std::replace_copy(field.begin(), field.end(), digits.begin(), ',', '.');
+    return Parse_Float(digits.data(), end, value) == end;
+}
+
+// The first `wanted` numbers of a line of at least two fields between semicolons; what it does not reach is 0.
+Line_Kind Take_Separated(std::string_view line, int wanted, std::array<float, 4>& numbers) {
+    line = Trim(line);
+    if (line.empty() || Is_Comment(line) || Is_Foreign_Comment(line)) return Line_Kind::skipped;
+    numbers = {};
+    for (int i = 0; i < wanted; ++i) {
+        const std::size_t stop = line.find(';');
+        if (stop == std::string_view::npos && i == 0) return Line_Kind::misfit;
+        if (!Take_Field(Trim(line.substr(0, stop)), numbers[static_cast<std::size_t>(i)])) return Line_Kind::misfit;
+        if (stop == std::string_view::npos) break;
+        line.remove_prefix(stop + 1);
+    }
+    return Line_Kind::record;
+}
+
 // Lines of the file, in a ".gr" file those behind its last mark.
 std::size_t Count_Of_Lines(std::string_view text, bool gr) {
     if (!gr) return Count_Lines(text);
@@ -57,8 +110,12 @@ std::size_t Records_At_Most(std::string_view text, std::size_t lines) {
 }
 
 // A header of any comments, up to the first line that begins with two numbers; that line may be the first one.
-Status Read_Plain_Header(Line_Cursor& lines, Diffraction_Pattern_Type& pattern) {
-    std::array<float, 2> numbers{};
+Status Read_Plain_Header(Line_Cursor& lines, Separator separator, Diffraction_Pattern_Type& pattern) {
+    std::array<float, 2> two{};
+    std::array<float, 4> four{};
+    const auto begins_with_numbers = [&](std::string_view line) {
+        return separator == Separator::blank ? Read_Free_Reals(line, two) : Take_Separated(line, 2, four) == Line_Kind::record;
+    };
     std::string_view whole;
     for (bool first = true;; first = false) {
         const Line_Cursor before = lines;
@@ -66,7 +123,7 @@ Status Read_Plain_Header(Line_Cursor& lines, Diffraction_Pattern_Type& pattern) 
         const std::string_view line = Trim_Left(whole);
         if (first) pattern.title = Kept_Text(Trim(line), title_width);
         Take_Header_Words(line, pattern, "TITLE");
-        if (Is_Comment(line) || !Read_Free_Reals(line, numbers)) continue;
+        if (Is_Comment(line) || !begins_with_numbers(line)) continue;
         lines = before;
         return Status::Done();
     }
@@ -110,7 +167,7 @@ Status Read_Gr_Header(Line_Cursor& lines, Diffraction_Pattern_Type& pattern) {
     return Status::Done();
 }
 
-Status Read_Header(Line_Cursor& lines, bool gr, Header& head, Diffraction_Pattern_Type& pattern) {
+Status Read_Header(Line_Cursor& lines, bool gr, Separator separator, Header& head, Diffraction_Pattern_Type& pattern) {
     if (gr) return Read_Gr_Header(lines, pattern);
     const Line_Cursor start = lines;
     std::string_view first;
@@ -119,27 +176,7 @@ Status Read_Header(Line_Cursor& lines, bool gr, Header& head, Diffraction_Patter
         return Read_Fixed_Header(lines, head, pattern);
     }
     lines = start;
-    return Read_Plain_Header(lines, pattern);
-}
-
-enum class Line_Kind { skipped, record, misfit };
-
-bool Is_Blank(char c) { return c == ' ' || c == '\t' || c == ','; }
-
-// The first `wanted` numbers of a line; what it does not reach is 0.
-Line_Kind Take_Numbers(std::string_view line, int wanted, std::array<float, 4>& numbers) {
-    const char* at = line.data();
-    const char* const end = at + line.size();
-    while (at != end && (*at == ' ' || *at == '\t')) ++at;
-    if (at == end || *at == '!' || *at == '#') return Line_Kind::skipped;
-    numbers = {};
-    for (int i = 0; i < wanted && at != end; ++i) {
-        const char* const behind = Parse_Float(at, end, numbers[static_cast<std::size_t>(i)]);
-        if (behind == at || (behind != end && !Is_Blank(*behind))) return Line_Kind::misfit;
-        at = behind;
-        while (at != end && Is_Blank(*at)) ++at;
-    }
-    return Line_Kind::record;
+    return Read_Plain_Header(lines, separator, pattern);
 }
 
 struct Sums {
@@ -148,13 +185,13 @@ struct Sums {
     float steps = 0;
 };
 
-Status Read_Records(Line_Cursor& lines, bool gr, const Header& head, Diffraction_Pattern_Type& p, Sums& sums) {
+Status Read_Records(Line_Cursor& lines, bool gr, Separator separator, const Header& head, Diffraction_Pattern_Type& p, Sums& sums) {
     const int wanted = Trim(p.legend_x) == "r.l.u." ? 3 : 4;
     const auto room = static_cast<int>(p.x.size());
     std::array<float, 4> numbers{};
     std::string_view line;
     while (sums.count < room && lines.Next(line)) {
-        const Line_Kind kind = Take_Numbers(line, wanted, numbers);
+        const Line_Kind kind = separator == Separator::blank ? Take_Numbers(line, wanted, numbers) : Take_Separated(line, wanted, numbers);
         if (kind == Line_Kind::skipped) continue;
         if (kind == Line_Kind::misfit) return Status::Fail(bad_line);
         const auto [x, y, third, fourth] = numbers;
@@ -209,20 +246,18 @@ bool Rises(const std::vector<float>& x) {
     return true;
 }
 
-}  // namespace
-
-Status Read_Xysigma(std::string_view text, bool gr, Diffraction_Pattern_Type& p) {
+Status Read_With(Separator separator, std::string_view text, bool gr, Diffraction_Pattern_Type& p) {
     p = {};
     const std::size_t count = Count_Of_Lines(text, gr);
     if (count == 0 || count > 0x7fffffff) return Status::Fail(no_points);
     const std::size_t room = Records_At_Most(text, count);
     Line_Cursor lines(text);
     Header head;
-    if (Status status = Read_Header(lines, gr, head, p); status.failed) return status;
+    if (Status status = Read_Header(lines, gr, separator, head, p); status.failed) return status;
     if (Status status = Allocate_Diffraction_Pattern(p, static_cast<std::int32_t>(room)); status.failed) return status;
 
     Sums sums;
-    if (Status status = Read_Records(lines, gr, head, p, sums); status.failed) return status;
+    if (Status status = Read_Records(lines, gr, separator, head, p, sums); status.failed) return status;
     if (sums.count < 3) return Status::Fail(no_points);  // one point or none: no step, no range
     Keep_Points(p, sums.count - 1);
     p.xmin = p.x.front();
@@ -234,6 +269,17 @@ Status Read_Xysigma(std::string_view text, bool gr, Diffraction_Pattern_Type& p)
     else if (Rises(p.x))
         Put_On_Grid(p, head, sums.count, static_cast<int>(count));
     Set_Y_Limits(p);
+    return Status::Done();
+}
+
+}  // namespace
+
+Status Read_Xysigma(std::string_view text, bool gr, Diffraction_Pattern_Type& p) {
+    const Status status = Read_With(Separator::blank, text, gr, p);
+    if (status.ok() || gr || !Contains(text, ";")) return status;
+    Diffraction_Pattern_Type separated;
+    if (Read_With(Separator::semicolon, text, gr, separated).failed) return status;
+    p = std::move(separated);
     return Status::Done();
 }
 

@@ -6,6 +6,10 @@
 //   ! three more lines                             3.005  296  13.2
 //     10.00  104  10.2
 //
+// Columns stand apart by blanks, TABs or commas. A head may be of any lines, those of any comment mark (! # ' % ; * //) included; such
+// lines are passed over among the records too. Where a file cannot be read so, its columns are taken as separated by semicolons, in which a
+// comma is a decimal one: "10,02; 105; 10,2".
+//
 // A ".gr" file is a pair-distribution function: a header up to a line "#L r ...", then r, G(r), dr, dG(r).
 #pragma once
 

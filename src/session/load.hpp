@@ -17,9 +17,10 @@ struct Session;
 
 enum class Load_Result {
     added,
-    table_full,  // 2000 rows; told to the user
-    failed,      // the reader or a check failed; told to the user
-    refused,     // the x space refused the file; told to the user
+    table_full,    // 2000 rows; told to the user
+    failed,        // the reader or a check failed; told to the user
+    failed_alone,  // the same, of a file that does not end a selection
+    refused,       // the x space refused the file; told to the user
 };
 
 // Reads one file into row nperfiles + 1: limit, reader, checks, trimming, kind, x space, recent files. Nothing changes unless

@@ -17,9 +17,8 @@ namespace {
 
 constexpr std::string_view progress_title = "Opening files";
 constexpr std::string_view selector_title = "Select data files to open";
-constexpr std::string_view selector_filter =
-    "Input Data File "
-    "|*.dat;*.xy;*.xys;*.xye;*.gr;*.uxd;*.sub;*.udf;*.csv;*.xrdml;*.bac;*.gsa;*.gss;*.sim;*.mdi;*.cif|";
+constexpr std::string_view filter_label = "Input Data File |";
+constexpr int code_socabim = 8, code_gsas = 10, code_gsas_flight = 11, code_isis = 14;
 
 // Extensions that a recent file opens as a pattern, as they are written.
 constexpr std::string_view pattern_extensions[] = {".dat", ".DAT", ".xy", ".xys", ".XY", ".XYS", ".bac", ".BAC", ".gss", ".GSS"};
@@ -51,8 +50,8 @@ public:
     std::vector<std::string> Select_Files(std::string_view title, std::string_view filter) override {
         return Timed([&] { return ask_.Select_Files(title, filter); });
     }
-    std::optional<int> Data_Format(int proposed) override {
-        return Timed([&] { return ask_.Data_Format(proposed); });
+    std::optional<Format_Choice> Data_Format(const Format_Question& question) override {
+        return Timed([&] { return ask_.Data_Format(question); });
     }
 
     std::unique_ptr<Progress> Start_Progress(std::string_view title, int total) override { return ask_.Start_Progress(title, total); }
@@ -77,11 +76,57 @@ private:
 
 int Known_Code(int code) { return code >= 1 && code <= static_cast<int>(Pattern_Formats().size()) ? code : 1; }
 
-Load_Result Load_With_Format(Session& session, Ask& ask, const std::string& path, int code) {
-    session.format_code = Known_Code(code);
-    const std::string mode(Trim(Pattern_Formats()[static_cast<std::size_t>(session.format_code - 1)].mode));
-    return Load_Row(session, ask, path, mode,
-                    [&mode](const std::string& file, Diffraction_Pattern_Type& pattern) { return Read_Pattern(file, pattern, mode); });
+std::string_view Mode_Of_Code(int code) { return Trim(Pattern_Formats()[static_cast<std::size_t>(Known_Code(code) - 1)].mode); }
+
+std::string Selector_Filter() {
+    std::string filter(filter_label);
+    for (const Format_Extension& row : Format_Extensions()) filter += (filter.back() == '|' ? "*" : ";*") + std::string(row.extension);
+    return filter + '|';
+}
+
+// A failure's message, with what the file looks like where that is another format.
+Status With_Look(Status status, const std::string& path, int code) {
+    const int look = Recognise_Format(path).by_content;
+    if (look == 0 || look == code) return status;
+    return Status::Fail(std::string(Trim(status.message)) + "\nThe contents look like the format " + std::string(Mode_Of_Code(look)));
+}
+
+// All patterns of one file, each a row with its own checks.
+Load_Result Load_Several(Session& session, Ask& ask, const std::string& path, int code) {
+    const std::string mode(Mode_Of_Code(code));
+    // A file of banks that fails ends no selection; one of ranges is a pattern file like any other.
+    const Load_Result failure = code == code_socabim ? Load_Result::failed : Load_Result::failed_alone;
+    std::vector<Diffraction_Pattern_Type> patterns;
+    std::vector<std::string> messages;
+    Status status = Read_Pattern_Mult(path, patterns, code == code_isis ? isis_capacity : max_profiles, mode, messages);
+    if (status.failed) {
+        status = With_Look(std::move(status), path, code);
+        ask.Error("ERROR in file: " + std::string(Trim(File_Part(path, session.config.sep))) + '\n' + std::string(Trim(status.message)));
+        return failure;
+    }
+    Load_Result result = messages.empty() ? Load_Result::added : failure;
+    for (const std::string& message : messages)
+        ask.Error("ERROR in file: " + std::string(Trim(File_Part(path, session.config.sep))) + '\n' + std::string(Trim(message)));
+    for (Diffraction_Pattern_Type& pattern : patterns) {
+        const Load_Result one = Load_Row(session, ask, path, mode, [&pattern](const std::string&, Diffraction_Pattern_Type& row) {
+            row = std::move(pattern);
+            return Status::Done();
+        });
+        if (one == Load_Result::table_full) return one;
+        if (one == Load_Result::failed) result = failure;
+    }
+    return result;
+}
+
+Load_Result Load_With_Format(Session& session, Ask& ask, const std::string& path, const Format_Choice& choice) {
+    const int code = session.format_code = Known_Code(choice.code);
+    const bool gsas = code == code_gsas || code == code_gsas_flight;
+    if (code == code_isis || code == code_socabim || (gsas && choice.all_banks)) return Load_Several(session, ask, path, code);
+    const std::string mode(Mode_Of_Code(code));
+    return Load_Row(session, ask, path, mode, [&](const std::string& file, Diffraction_Pattern_Type& pattern) {
+        const Status status = Read_Pattern(file, pattern, mode);
+        return status.failed ? With_Look(status, file, code) : status;
+    });
 }
 
 // Runs `load` over the files; `stop_on_failure` ends at the first file that failed. A refusal by x space never ends a selection.
@@ -96,9 +141,8 @@ Open_Result Load_All(Session& session, Ask& user, std::span<const std::string> f
     for (const std::string& file : files) {
         if (!progress->Go_On(done++, File_Part(file, session.config.sep))) break;
         const Load_Result one = load(ask, file);
-        const bool failed = one == Load_Result::failed || one == Load_Result::table_full;
-        result.failed = result.failed || failed;
-        if (one == Load_Result::table_full || (failed && stop_on_failure)) break;
+        result.failed = result.failed || one == Load_Result::failed || one == Load_Result::failed_alone || one == Load_Result::table_full;
+        if (one == Load_Result::table_full || (one == Load_Result::failed && stop_on_failure)) break;
     }
     Finish_Load(session, rows_before);
     result.rows_added = session.store.nperfiles() - rows_before;
@@ -114,21 +158,23 @@ Open_Result Open_Pattern_File(Session& session, Ask& ask, const std::string& nam
     nothing.cancelled = true;
     std::vector<std::string> files;
     if (Trim(name).empty())
-        files = ask.Select_Files(selector_title, selector_filter);
+        files = ask.Select_Files(selector_title, Selector_Filter());
     else
         files = {name};
     if (files.empty()) return nothing;
 
     const std::string& last = files.back();
-    int code = Format_Of_Extension(Extension_Of(last));
-    if (code == 0) {
-        const std::optional<int> chosen = ask.Data_Format(Recognised_Format(last));
+    Format_Choice choice{Format_Of_Extension(Extension_Of(last)), false};
+    if (choice.code == 0) {
+        const Recognition look = Recognise_Format(last);
+        const std::string look_name(look.by_content == 0 ? std::string_view{} : Mode_Of_Code(look.by_content));
+        const std::optional<Format_Choice> chosen = ask.Data_Format({look.code, look_name, look.banks});
         if (!chosen) return nothing;
-        code = *chosen;
+        choice = *chosen;
     }
     std::reverse(files.begin(), files.end());
     return Load_All(session, ask, files, true,
-                    [&](Ask& timed, const std::string& file) { return Load_With_Format(session, timed, file, code); });
+                    [&](Ask& timed, const std::string& file) { return Load_With_Format(session, timed, file, choice); });
 }
 
 bool Opens_As_Pattern(std::string_view name) {
@@ -155,7 +201,7 @@ Open_Result Open_Files(Session& session, Ask& ask, const std::vector<std::string
     return Load_All(session, ask, names, false, [&](Ask& timed, const std::string& file) {
         const Status other = Refuse_Other_Kind(Extension_Of(file));
         if (other.failed) return Load_Row(session, timed, file, "", [&](const std::string&, Diffraction_Pattern_Type&) { return other; });
-        return Load_With_Format(session, timed, file, format_code ? *format_code : Recognised_Format(file));
+        return Load_With_Format(session, timed, file, {format_code ? *format_code : Recognise_Format(file).code, false});
     });
 }
 

@@ -5,6 +5,7 @@
 
 #include "patterns/free_format.hpp"
 #include "patterns/read_pattern.hpp"
+#include "patterns/reader_tools.hpp"
 
 namespace vntl {
 namespace {
@@ -106,7 +107,7 @@ TEST(ReadPattern, MessagesNameTheFileAndStayShort) {
     EXPECT_EQ(Read_Pattern("no_such_file.dat", p).message, " The file no_such_file.dat doesn't exist");
     EXPECT_LE(Read_Pattern(std::string(400, 'n'), p).message.size(), 160u);
     EXPECT_EQ(Read_Pattern(TEST_DATA, p).message.substr(0, 25), " Error opening the file: ");
-    EXPECT_EQ(Read_Pattern(std::string(TEST_DATA) + "/patterns/rising.xye", p, "r3b").message, " The format R3B cannot be read yet");
+    EXPECT_EQ(Read_Pattern(std::string(TEST_DATA) + "/patterns/rising.xye", p, "r3b").message, check_instr);
     EXPECT_EQ(p.title, "before");
 }
 

@@ -6,6 +6,7 @@
 #include <fstream>
 #include <sstream>
 
+#include "base/text.hpp"
 #include "patterns/read_pattern.hpp"
 #include "patterns/xysigma.hpp"
 
@@ -100,6 +101,44 @@ TEST(Xysigma, PairDistributionFunctions) {
     EXPECT_EQ(p.legend_x, "Distance R(Angstroms)");
     EXPECT_EQ(p.legend_y, "G(R)x1000");
     EXPECT_EQ(p.ymin, -3);
+}
+
+TEST(Xysigma, ColumnsApartByAnySeparator) {
+    const auto blanks = Good("a title\n" + Records(20, "2 77"));
+    std::string text = Records(20, "2 77");
+    for (const char* separator : {",", " , ", "\t", ", ", ";", " ; ", "; "}) {
+        const auto p = Good("a title\n" + Replace_All(text, " ", separator));
+        EXPECT_EQ(p.x, blanks.x) << separator;
+        EXPECT_EQ(p.y, blanks.y) << separator;
+        EXPECT_EQ(p.sigma, blanks.sigma) << separator;
+        EXPECT_EQ(p.ycalc, blanks.ycalc) << separator;
+        EXPECT_EQ(p.title, "a title") << separator;
+    }
+    const auto commas = Good("2theta;I;sigma\n" + Replace_All(Replace_All(text, " ", ";"), ".", ","));
+    EXPECT_EQ(commas.x, blanks.x);
+    EXPECT_EQ(commas.ycalc, blanks.ycalc);
+    EXPECT_EQ(Good("XYDATA\nINTER 1 2 0 0\na\nb\nc\nd\n" + Replace_All(Records(20), " ", ";")).y[1], 202);
+    EXPECT_EQ(Good(Replace_All(Records(20, ""), " ", ";")).sigma[3], 103);  // "10.00;100;" has no uncertainty
+    // What was read as blanks and commas have it is read so still, whatever a head of it holds.
+    EXPECT_EQ(Good("12;30 o'clock\n12;31\n" + Records(20)).npts, 19);
+    Diffraction_Pattern_Type p;
+    for (const char* odd : {"12;x;3\n", "12 13;1;2\n", "x;1\n"})
+        EXPECT_EQ(Read_Xysigma(Replace_All(Records(20), " ", ";") + odd + "20;1;2\n", false, p).message,
+                  " Error reading a profile DATA file of XYSigma format")
+            << odd;
+}
+
+TEST(Xysigma, HeadsAndRemarksOfAnyMark) {
+    for (const std::string mark : {"'", "%", ";", "*", "//", "#", "!"}) {
+        const std::string head = mark + " 10 20 30\n" + mark + "Legend_X  r\n" + mark + "1;2;3\n";
+        for (const char* separator : {" ", ",", "\t", ";"}) {
+            const std::string records = Replace_All(Records(20), " ", separator);
+            const auto p = Good(head + records.substr(0, 13) + mark + " half way 12\n" + records.substr(13));
+            EXPECT_EQ(p.npts, 19) << mark << separator;
+            EXPECT_EQ(p.title, mark + " 10 20 30");
+            EXPECT_EQ(p.legend_x, "r");
+        }
+    }
 }
 
 TEST(Xysigma, EveryFault) {

@@ -35,7 +35,8 @@ TEST_F(Open_Files_Test, ASelectionIsReadFromTheLastNameToTheFirst) {
     EXPECT_EQ(First_Values(s), "300 200 100 ");
     EXPECT_EQ(ask.selector_title, "Select data files to open");
     EXPECT_EQ(ask.selector_filter,
-              "Input Data File |*.dat;*.xy;*.xys;*.xye;*.gr;*.uxd;*.sub;*.udf;*.csv;*.xrdml;*.bac;*.gsa;*.gss;*.sim;*.mdi;*.cif|");
+              "Input Data File |*.dat;*.xy;*.xys;*.xye;*.gr;*.uxd;*.sub;*.udf;*.csv;*.xrdml;*.bac;*.gsa;*.gss;*.sim;*.mdi;*.cif;"
+              "*.jcp;*.gsas;*.fxye;*.gda|");
     EXPECT_TRUE(ask.proposals.empty() && ask.boxes.empty());
     EXPECT_EQ(first.rows_added, 3);
     EXPECT_GT(first.read_ms, 0);
@@ -120,6 +121,53 @@ TEST_F(Open_Files_Test, ACommandLineIsReadLeftToRightPastItsFailures) {
     EXPECT_FALSE(Open_Files(one, ask, {a}, 9).failed);
     EXPECT_EQ(one.store.Info(1).format, "XYSIGMA");
     EXPECT_FALSE(one.store.profiles_uniform);
+}
+
+std::string Gsas_Banks(int banks) {
+    std::string text = "two banks\n";
+    for (int bank = 1; bank <= banks; ++bank) {
+        text += "BANK " + std::to_string(bank) + " 20 20 SLOG 1000.0 3000.0 0.001 0 FXYE\n";
+        for (int i = 0; i < 20; ++i) text += std::to_string(1000 * bank + 10 * i) + " " + std::to_string(100 * bank + i) + " 1.5\n";
+    }
+    return text;
+}
+
+TEST_F(Open_Files_Test, BanksAndRangesBecomeRows) {
+    const std::string banks = dir.Write("banks.gsa", Gsas_Banks(3)), one = dir.Write("one.gsa", Gsas_Banks(1));
+    ask.format = 11;
+    ask.all_banks = true;
+    EXPECT_EQ(Open_Pattern_File(s, ask, banks).rows_added, 3);
+    EXPECT_EQ(ask.questions.back().banks, 3);
+    EXPECT_EQ(ask.questions.back().proposed, 11);
+    EXPECT_EQ(ask.questions.back().looks_like, "GSASTOF");
+    EXPECT_EQ(First_Values(s), "100 200 300 ");
+    ask.all_banks = false;
+    EXPECT_EQ(Open_Pattern_File(s, ask, banks).rows_added, 1);
+    EXPECT_EQ(Open_Pattern_File(s, ask, one).rows_added, 1);
+    EXPECT_EQ(ask.questions.back().banks, 1);
+    EXPECT_EQ(Open_Files(s, ask, {banks}).rows_added, 1);  // nobody is asked: bank 1
+
+    std::string isis = "ISIS title\nfac_y 1.0\n";
+    for (int bank = 1; bank <= 8; ++bank) {
+        isis += "BANK " + std::to_string(bank) + "\n";
+        for (int i = 0; i < 15; ++i) isis += std::to_string(2000 + 10 * i) + " " + std::to_string(bank + i) + " 0.5\n";
+    }
+    ask.format = 14;
+    Session other;
+    const std::string eight = dir.Write("eight.dat", isis), seven = dir.Write("seven.dat", isis.substr(0, isis.find("BANK 8")));
+    ask.selection = {seven, eight};  // the last one first: it has a bank too many, which ends no selection
+    const Open_Result result = Open_Pattern_File(other, ask);
+    EXPECT_TRUE(result.failed);
+    EXPECT_EQ(result.rows_added, 7);
+    EXPECT_EQ(ask.boxes.back().find("wrong number of patterns") != std::string::npos, true) << ask.boxes.back();
+    EXPECT_EQ(other.store.Info(7).kind, "DATA");
+}
+
+TEST_F(Open_Files_Test, AFailureTellsWhatTheContentsLookLike) {
+    const std::string wrong = dir.Write("wrong.uxd", Gsas_Banks(1));
+    EXPECT_TRUE(Open_Pattern_File(s, ask, wrong).failed);
+    EXPECT_NE(ask.Last_Box().find("\nThe contents look like the format GSASTOF"), std::string::npos) << ask.Last_Box();
+    EXPECT_EQ(s.store.nperfiles(), 0);
 }
 
 }  // namespace

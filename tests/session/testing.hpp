@@ -29,15 +29,18 @@ public:
         selector_filter = filter;
         return selection;
     }
-    std::optional<int> Data_Format(int proposed) override {
-        proposals.push_back(proposed);
-        return format;
+    std::optional<Format_Choice> Data_Format(const Format_Question& question) override {
+        proposals.push_back(question.proposed);
+        questions.push_back(question);
+        return format ? std::optional(Format_Choice{*format, all_banks}) : std::nullopt;
     }
     std::string Last_Box() const { return boxes.empty() ? "" : boxes.back(); }
 
     std::vector<std::string> boxes, selection;
     std::string selector_title, selector_filter;
     std::vector<int> proposals;
+    std::vector<Format_Question> questions;
+    bool all_banks = false;
     std::optional<int> format;
 };
 

@@ -1,7 +1,10 @@
 #include "commands/file/format_dialog.hpp"
 
+#include <array>
+
 #include "commands/modal.hpp"
-#include "patterns/read_pattern.hpp"
+#include "patterns/format_table.hpp"
+#include "toolkit/dialog.hpp"
 
 namespace vntl {
 
@@ -10,58 +13,43 @@ namespace {
 constexpr int format_dialog = 104;
 constexpr int field_heading = 1001;
 constexpr int field_first_format = 1002;
+constexpr int field_look = 1701, field_all_banks = 1702;  // only where there is something to say
 
-const Pattern_Format* Format_With_Code(int code) {
+Dialog_Resource Format_Dialog_Resource(const Format_Question& question) {
+    Dialog_Resource resource{format_dialog, "Format of the data file", {}};
+    resource.rows.push_back({{field_heading, Field_Kind::label, "Format of data file:", 0, "", true}});
     for (const Pattern_Format& format : Pattern_Formats())
-        if (format.code == code) return &format;
-    return nullptr;
+        resource.rows.push_back({{format.field, Field_Kind::radio, std::string(format.description), field_first_format}});
+    if (!question.looks_like.empty())
+        resource.rows.push_back({{field_look, Field_Kind::label, "The file looks like " + question.looks_like + "."}});
+    if (question.banks > 1)
+        resource.rows.push_back(
+            {{field_all_banks, Field_Kind::check_box, "Open all " + std::to_string(question.banks) + " &banks as profiles"}});
+    resource.rows.push_back({{button_ok, Field_Kind::push_button, "OK"}, {button_cancel, Field_Kind::push_button, "Cancel"}});
+    return resource;
+}
+
+const Pattern_Format& Format_With(int Pattern_Format::*item, int value) {
+    for (const Pattern_Format& format : Pattern_Formats())
+        if (format.*item == value) return format;
+    return Pattern_Formats().front();
 }
 
 }  // namespace
 
-Dialog_Resource Format_Dialog_Resource() {
-    Dialog_Resource resource{format_dialog, "Format of the data file", {}};
-    Dialog_Field heading;
-    heading.number = field_heading;
-    heading.kind = Field_Kind::label;
-    heading.label = "Format of data file:";
-    heading.heading = true;
-    resource.rows.push_back({heading});
-    for (const Pattern_Format& format : Pattern_Formats()) {
-        Dialog_Field button;
-        button.number = format.field;
-        button.kind = Field_Kind::radio;
-        button.label = format.description;
-        button.group = field_first_format;
-        resource.rows.push_back({button});
-    }
-    for (const auto& [number, label] : {std::pair{button_ok, "OK"}, std::pair{button_cancel, "Cancel"}}) {
-        Dialog_Field button;
-        button.number = number;
-        button.kind = Field_Kind::push_button;
-        button.label = label;
-        if (number == button_ok) resource.rows.emplace_back();
-        resource.rows.back().push_back(button);
-    }
-    return resource;
-}
-
-std::optional<int> Data_Format_Dialog(Session& session, int proposed) {
+std::optional<Format_Choice> Data_Format_Dialog(Session& session, const Format_Question& question) {
+    Register_Dialogs(std::array{Format_Dialog_Resource(question)});
     WDialogLoad(format_dialog);
-    for (const Pattern_Format& format : Pattern_Formats())
-        if (!format.built) WDialogFieldState(format.field, 0);
-    const Pattern_Format* first = Format_With_Code(proposed);
-    WDialogPutRadioButton(first != nullptr && first->built ? first->field : field_first_format);
+    WDialogPutRadioButton(Format_With(&Pattern_Format::code, question.proposed).field);
     WDialogShow(0, Show_Kind::modal);
 
-    std::optional<int> chosen;
+    std::optional<Format_Choice> choice;
     if (Run_Modal(session, format_dialog) == button_ok) {
         const int field = WDialogGetRadioButton(field_first_format);
-        for (const Pattern_Format& format : Pattern_Formats())
-            if (format.field == field) chosen = format.code;
+        choice = Format_Choice{Format_With(&Pattern_Format::field, field).code, WDialogGetCheckBox(field_all_banks) == 1};
     }
     WDialogUnload();
-    return chosen;
+    return choice;
 }
 
 }  // namespace vntl

@@ -1,17 +1,15 @@
-// Dialog 104: the format of a data file whose extension does not tell it.
+// The dialog "Format of the data file" (104).
 #pragma once
 
 #include <optional>
 
-#include "toolkit/dialog.hpp"
+#include "base/ask.hpp"
 
 namespace vntl {
 
 struct Session;
 
-Dialog_Resource Format_Dialog_Resource();
-
-// The format code that the user chose, nothing on cancel. `proposed` is selected at first.
-std::optional<int> Data_Format_Dialog(Session&, int proposed);
+// What was recognised is named and selected; a file of several banks offers to open them all.
+std::optional<Format_Choice> Data_Format_Dialog(Session&, const Format_Question& question);
 
 }  // namespace vntl

@@ -1,0 +1,59 @@
+// The formats that can be read: names, extensions, and what is known of a pattern once its reader has run.
+#pragma once
+
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/status.hpp"
+#include "patterns/pattern.hpp"
+
+namespace vntl {
+
+inline constexpr int isis_capacity = 7;  // banks that one ISIS file may bring
+
+// A file in hand, as the readers look at it.
+struct Pattern_Source {
+    std::string_view text;
+    std::string_view extension;  // as it is written, ".MDI"
+    int bank = 0;                // wanted, 0: bank 1, or the first
+};
+
+// One row of the format table: `code` is its place, from 1.
+struct Pattern_Format {
+    int code;                      // 1 to 15
+    std::string_view mode;         // given to Read_Pattern, and the `format` of the profile
+    std::string_view description;  // text of the radio button of the dialog "Format of the data file"
+    int field;                     // number of that button
+};
+
+// Extensions, all small, whose files may have a format. `decides`: nobody is asked.
+struct Format_Extension {
+    std::string_view extension;
+    int code;
+    bool decides;
+};
+
+// What `instr` begins with, the reader, and what is set afterwards. A blank text, and a `constant_step` below 0, leave what the reader set.
+struct Format_Reader {
+    int code;
+    std::vector<std::string_view> modes;  // that choose it
+    std::string_view instr;               // followed by the mode
+    Status (*read)(const Pattern_Source&, Diffraction_Pattern_Type&);
+    std::string_view radiation, scat_var, legend_x, legend_y;
+    int constant_step;
+    void (*finish)(Diffraction_Pattern_Type&);  // what no table says; may be null
+    // All patterns of a file that holds several; null where it holds one. At most `capacity`; messages of those that failed alone.
+    Status (*read_all)(const Pattern_Source&, int capacity, std::vector<Diffraction_Pattern_Type>&, std::vector<std::string>& messages);
+};
+
+std::span<const Pattern_Format> Pattern_Formats();
+std::span<const Format_Extension> Format_Extensions();
+const Format_Reader& Reader_Of_Mode(std::string_view mode);  // the free format for an unknown one
+const Format_Reader& Reader_Of_Code(int code);
+
+// Number of patterns that opening the file by that format with all its banks would give, looked at cheaply; 1 where it cannot tell.
+int Count_Of_Banks(std::string_view text, int code);
+
+}  // namespace vntl

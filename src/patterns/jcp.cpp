@@ -1,0 +1,76 @@
+#include "patterns/jcp.hpp"
+
+#include <cmath>
+#include <span>
+
+#include "base/edit_descriptor.hpp"
+#include "base/text.hpp"
+#include "base/text_file.hpp"
+#include "patterns/reader_tools.hpp"
+#include "patterns/told_values.hpp"
+
+namespace vntl {
+
+namespace {
+
+constexpr std::size_t row_points = 5;
+constexpr std::string_view bad_data = " Error reading a profile XRDML-DATA file: end of file";
+constexpr std::string_view no_points = " Error reading a profile  file: end of file";
+constexpr std::string_view no_keywords = " Error reading a profile JCP-DATA file: end of file";
+
+bool Take_Keyword(std::string_view line, Diffraction_Pattern_Type& p, double& npts) {
+    if (line.starts_with("##$WAVELENGTH ALPHA1=")) return Told_Real(From_Column(line, 22), p.conv[0]);
+    if (line.starts_with("##$WAVELENGTH ALPHA2=")) return Told_Real(From_Column(line, 22), p.conv[1]);
+    if (line.starts_with("##$INTENSITY RATIO ALPHA2/ALPHA1=")) return Told_Real(From_Column(line, 34), p.conv[2]);
+    if (line.starts_with("## FIRSTX=")) return Told_Real(From_Column(line, 11), p.xmin);
+    if (line.starts_with("## LASTX=")) return Told_Real(From_Column(line, 11), p.xmax);
+    if (line.starts_with("## DELTAX=")) return Told_Real(From_Column(line, 11), p.step);
+    if (line.starts_with("## NPOINTS=")) return Told_Real(From_Column(line, 12), npts);
+    return true;
+}
+
+// Up to the line that starts the data.
+Status Read_Keywords(Line_Cursor& lines, Diffraction_Pattern_Type& p, double& npts) {
+    std::string_view line;
+    if (!lines.Next(line)) return Status::Fail(no_keywords);
+    p.title = Kept_Text(line, title_width);
+    while (lines.Next(line)) {
+        if (line.starts_with("## XYDATA= X++<Y..Y>")) return Status::Done();
+        if (line.starts_with("## END=")) return Status::Fail(no_points);
+        if (!Take_Keyword(line, p, npts)) return Status::Fail(bad_data);
+    }
+    return Status::Fail(no_keywords);
+}
+
+bool Read_Rows(Line_Cursor& lines, std::size_t rows, Diffraction_Pattern_Type& p) {
+    static const Edit_Format layout("(F9.3,1X,5F11.3)");
+    std::string_view line;
+    for (std::size_t i = 0; i < rows * row_points; i += row_points) {
+        if (!lines.Next(line)) return false;
+        Edit_Reader reader(layout, line);
+        if (!reader.Read(p.x[i], std::span(p.y).subspan(i, row_points)) || !Is_Sound(p.x[i])) return false;
+        for (std::size_t k = 1; k < row_points; ++k) p.x[i + k] = p.x[i] + static_cast<float>(k) * p.step;
+    }
+    return true;
+}
+
+}  // namespace
+
+Status Read_Jcp(std::string_view text, Diffraction_Pattern_Type& p) {
+    p = {};
+    Line_Cursor lines(text);
+    double npts = 0;
+    if (Status status = Read_Keywords(lines, p, npts); status.failed) return status;
+    if (!(npts >= 1) || npts > static_cast<double>(Most_Points(text.size()))) return Status::Fail(no_points);
+
+    const std::size_t rows = (static_cast<std::size_t>(npts) + row_points - 1) / row_points;
+    if (Status status = Allocate_Diffraction_Pattern(p, static_cast<std::int32_t>(rows * row_points)); status.failed) return status;
+    if (!Read_Rows(lines, rows, p)) return Status::Fail(bad_data);
+    Keep_Points(p, static_cast<int>(rows * row_points - (row_points - 1)));
+    for (std::size_t i = 0; i < p.y.size(); ++i) p.sigma[i] = std::fabs(p.y[i]);
+    p.constant_step = false;
+    Set_Y_Limits(p);
+    return Status::Done();
+}
+
+}  // namespace vntl

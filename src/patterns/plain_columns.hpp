@@ -1,0 +1,107 @@
+// Lists of numbers in fixed columns, which are most of such a file: groups of fields, so many groups to a line.
+//
+//     static const Edit_Format format("(4(F8.0,F7.0,F5.0))");
+//     const int read = Read_Groups<4, 8, 7, 5>(format, next, n, [&](std::size_t i, const std::array<float, 3>& group) { ... });
+//
+// Whole numbers as most files have them, "    1021" or "   1021.", are taken eight columns at a time and without a branch on how many
+// digits there are; what else a plain number may be, where it stands; a line that holds anything else, or ends early, is read by the
+// format. All three give the same values. The real fields of the format are Fw.0; a field of two columns is I2.
+#pragma once
+
+#include <algorithm>
+#include <array>
+#include <bit>
+#include <cstdint>
+#include <cstring>
+#include <string_view>
+
+#include "base/edit_descriptor.hpp"
+#include "base/real_parse.hpp"
+
+namespace vntl {
+
+// Digits with blanks in front and perhaps a point behind, or blanks alone, in the `width` columns from `start` of a record of `columns`
+// columns. False for anything else.
+template <int start, int width, int columns>
+inline bool Take_Whole(const char* record, float& value) {
+    static_assert(width <= 8 && columns >= 8);
+    if constexpr (std::endian::native != std::endian::little) return false;
+    constexpr std::uint64_t blanks = 0x1010101010101010u, zeros = 0x3030303030303030u;  // a blank less a zero is 0x10
+    constexpr std::uint64_t field = ~std::uint64_t{0} << (64 - 8 * width);              // the last character is the highest byte
+    constexpr bool late = start + 8 > columns;                                          // eight columns from `start` are not there
+    std::uint64_t word;
+    std::memcpy(&word, record + (late ? start + width - 8 : start), 8);
+    if constexpr (!late) word <<= 64 - 8 * width;
+    word = ((word ^ zeros) & field) | (blanks & ~field);
+    if (width > 2 && word >> 56 == ('.' ^ '0')) word = word << 8 | 0x10;
+    const std::uint64_t others = word ^ blanks;
+    if (others == 0) {
+        value = 0;
+        return true;
+    }
+    word &= ~std::uint64_t{0} << (std::countr_zero(others) / 8 * 8);
+    if ((((word + 0x7676767676767676u) | word) & 0x8080808080808080u) != 0) return false;
+    word = word * 10 + (word >> 8);  // neighbours in pairs, fours and eights
+    constexpr std::uint64_t every_fourth = 0x000000FF000000FFu;
+    word = ((word & every_fourth) * 0x000F424000000064u + ((word >> 16) & every_fourth) * 0x0000271000000001u) >> 32;
+    value = static_cast<float>(static_cast<std::uint32_t>(word));
+    return true;
+}
+
+// Any number between blanks that fills no more than the field.
+inline bool Take_Real(const char* at, const char* end, float& value) {
+    while (at != end && *at == ' ') ++at;
+    const char* const stop = Parse_Float(at, end, value);
+    if (stop == at) return false;
+    for (at = stop; at != end; ++at)
+        if (*at != ' ') return false;
+    return true;
+}
+
+template <int start, int columns>
+inline bool Take_Fields(const char*, float*) {
+    return true;
+}
+template <int start, int columns, int width, int... widths>
+inline bool Take_Fields(const char* record, float* values) {
+    if (!Take_Whole<start, width, columns>(record, *values) && (width <= 2 || !Take_Real(record + start, record + start + width, *values)))
+        return false;
+    return Take_Fields<start + width, columns, widths...>(record, values + 1);
+}
+
+// The first `n` groups of the lines that `next` gives, each to `take` with its number from 0; gives how many there were. The first field
+// that is no number ends them.
+template <int per_line, int... widths, class Next, class Take>
+int Read_Groups(const Edit_Format& format, Next next, int n, Take take) {
+    constexpr int group_width = (widths + ...);
+    std::array<float, sizeof...(widths)> group{};
+    std::string_view line;
+    int count = 0;
+    const auto careful = [&](std::string_view rest, int groups) {
+        Edit_Reader reader(format, rest);
+        for (; groups > 0; --groups) {
+            for (float& value : group)
+                if (!reader.Read(value)) return false;
+            take(static_cast<std::size_t>(count++), group);
+        }
+        return true;
+    };
+    while (count < n && next(line)) {
+        const int groups = std::min(per_line, n - count);
+        if (line.size() < static_cast<std::size_t>(per_line * group_width)) {
+            if (!careful(line, groups)) return count;
+            continue;
+        }
+        const char* at = line.data();
+        for (int left = groups; left > 0; --left, at += group_width) {
+            if (!Take_Fields<0, group_width, widths...>(at, group.data())) {
+                if (!careful(line.substr(static_cast<std::size_t>(at - line.data())), left)) return count;
+                break;
+            }
+            take(static_cast<std::size_t>(count++), group);
+        }
+    }
+    return count;
+}
+
+}  // namespace vntl

@@ -1,0 +1,99 @@
+#include "patterns/udf.hpp"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <span>
+
+#include "base/edit_descriptor.hpp"
+#include "base/text.hpp"
+#include "base/text_file.hpp"
+#include "patterns/reader_tools.hpp"
+#include "patterns/told_values.hpp"
+
+namespace vntl {
+
+namespace {
+
+constexpr std::size_t line_width = 132;
+constexpr std::size_t wavelength_column = 23;
+constexpr std::string_view failure = " Error reading a profile UDF-DATA file: end of file";
+
+bool In_Number(char c) { return (c >= '0' && c <= '9') || c == '.'; }
+
+// A wavelength from its column, or from behind the keyword where that column leaves nothing or half of it.
+bool Take_Wavelength(std::string_view line, std::size_t keyword, float& value) {
+    const std::string_view told = From_Column(line, wavelength_column);
+    const std::size_t at = told.find_first_not_of(" \t");
+    const bool none = at == std::string_view::npos || told[at] == '/' || told[at] == ',';
+    const bool halved = at == 0 && In_Number(told.front()) && In_Number(line[wavelength_column - 2]);
+    return Told_Real(none || halved ? line.substr(keyword) : told, value);
+}
+
+bool Take_Range(std::string_view value, Diffraction_Pattern_Type& p) {
+    const std::size_t comma = value.find(',');
+    return comma != std::string_view::npos && Told_Real(value.substr(0, comma), p.xmin) && Told_Real(value.substr(comma + 1), p.xmax);
+}
+
+bool Take_Keyword(std::string_view line, Diffraction_Pattern_Type& p) {
+    constexpr std::string_view alpha1 = "LabdaAlpha1,", alpha2 = "LabdaAlpha2,", ratio = "RatioAlpha21,";
+    constexpr std::string_view range = "DataAngleRange,", step = "ScanStepSize,";
+    if (line.starts_with(alpha1)) return Take_Wavelength(line, alpha1.size(), p.conv[0]);
+    if (line.starts_with(alpha2)) return Take_Wavelength(line, alpha2.size(), p.conv[1]);
+    if (line.starts_with(ratio)) return Told_Real(line.substr(ratio.size()), p.conv[2]);
+    if (line.starts_with(range)) return Take_Range(line.substr(range.size()), p);
+    if (line.starts_with(step)) return Told_Real(line.substr(step.size()), p.step);
+    return true;
+}
+
+// A row of whole numbers, as nearly all are, by hand; false when it holds anything else.
+bool Read_Plain_Row(std::string_view line, std::span<float> y) {
+    constexpr std::size_t column = 9, width = 8;
+    for (std::size_t k = 0; k < y.size(); ++k) {
+        const std::string_view field = k * column < line.size() ? line.substr(k * column, width) : std::string_view{};
+        const char* at = field.data();
+        const char* const end = at + field.size();
+        while (at != end && *at == ' ') ++at;
+        std::int32_t count = 0;
+        for (; at != end && *at >= '0' && *at <= '9'; ++at) count = 10 * count + (*at - '0');
+        if (at != end) return false;
+        y[k] = static_cast<float>(count);
+    }
+    return true;
+}
+
+bool Read_Rows(Line_Cursor& lines, std::span<float> y) {
+    constexpr std::size_t row = 8;
+    static const Edit_Format layout("(7(F8.0,1X),F8.0)");
+    std::string_view line;
+    for (std::size_t i = 0; i < y.size(); i += row) {
+        const auto places = y.subspan(i, std::min(row, y.size() - i));
+        if (!lines.Next(line)) return false;
+        if (!Read_Plain_Row(line, places) && !Edit_Reader(layout, line).Read(places)) return false;
+    }
+    return true;
+}
+
+}  // namespace
+
+Status Read_Udf(std::string_view text, Diffraction_Pattern_Type& p) {
+    p = {};
+    Line_Cursor lines(text);
+    std::string_view line;
+    if (!lines.Next(line)) return Status::Fail(failure);
+    p.title = Kept_Text(line, title_width);
+    do {
+        if (!lines.Next(line) || !Take_Keyword(line.substr(0, line_width), p)) return Status::Fail(failure);
+    } while (!line.starts_with("RawScan"));
+
+    const double npts = std::trunc((static_cast<double>(p.xmax) - p.xmin) / p.step + 1.2);
+    if (Status status = Allocate_Told(p, npts, text.size(), failure); status.failed) return status;
+    if (!Read_Rows(lines, p.y)) return Status::Fail(failure);
+    for (std::size_t i = 0; i < p.y.size(); ++i) p.sigma[i] = std::fabs(p.y[i]);
+    p.constant_step = true;
+    Set_Grid(p);
+    Set_Y_Limits(p);
+    return Status::Done();
+}
+
+}  // namespace vntl

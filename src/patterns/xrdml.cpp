@@ -1,0 +1,268 @@
+#include "patterns/xrdml.hpp"
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+#include <vector>
+
+#include "base/text.hpp"
+#include "patterns/reader_tools.hpp"
+#include "patterns/told_values.hpp"
+
+namespace vntl {
+
+namespace {
+
+constexpr std::string_view no_points = " Error reading a profile XRDML-DATA file: npts <= 0 !!! ";
+
+Status Ended_At(std::string_view sought) {
+    return Status::Fail(" Error reading a profile XRDML-DATA file: end of file while trying to read " + std::string(sought));
+}
+
+bool Is_Space(char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r'; }
+
+// Walks over the tags of a text: their names without prefix, with their attributes and the text up to the next tag.
+class Tag_Walk {
+public:
+    explicit Tag_Walk(std::string_view text) : next_(text.data()), end_(text.data() + text.size()) {}
+
+    bool Next() {
+        const char* const open = Find('<', next_);
+        const char* const close = open == end_ ? end_ : Find('>', open);
+        if (close == end_) return false;
+        closing_ = open[1] == '/';
+        const char* first = open + (closing_ ? 2 : 1);
+        const char* last = first;
+        while (last != close && !Is_Space(*last) && *last != '/') ++last;
+        if (const void* colon = std::memchr(first, ':', static_cast<std::size_t>(last - first)))
+            first = static_cast<const char*>(colon) + 1;
+        name_ = {first, static_cast<std::size_t>(last - first)};
+        attributes_ = {last, static_cast<std::size_t>(close - last)};
+        next_ = close + 1;
+        return true;
+    }
+    bool Opens(std::string_view name) const { return !closing_ && name_ == name; }
+    bool Closes(std::string_view name) const { return closing_ && name_ == name; }
+    bool Has(std::string_view attribute, std::string_view value) const {
+        for (std::size_t at = attributes_.find(attribute); at != std::string_view::npos; at = attributes_.find(attribute, at + 1)) {
+            const std::string_view rest = attributes_.substr(at + attribute.size());
+            if (rest.size() < value.size() + 3 || rest[0] != '=' || (rest[1] != '"' && rest[1] != '\'')) continue;
+            if (rest.substr(2).starts_with(value) && rest[value.size() + 2] == rest[1]) return true;
+        }
+        return false;
+    }
+    // What stands between this tag and the one that closes it; false when something else comes in between.
+    bool Content(std::string_view& content) {
+        const std::string_view name = name_;
+        const char* const first = next_;
+        const char* const last = Find('<', first);
+        Tag_Walk ahead = *this;
+        if (last == end_ || attributes_.ends_with('/') || !ahead.Next() || !ahead.Closes(name)) return false;
+        *this = ahead;
+        content = {first, static_cast<std::size_t>(last - first)};
+        return true;
+    }
+
+private:
+    const char* Find(char c, const char* from) const {
+        const void* at = std::memchr(from, c, static_cast<std::size_t>(end_ - from));
+        return at != nullptr ? static_cast<const char*>(at) : end_;
+    }
+
+    const char* next_;
+    const char* end_;
+    bool closing_ = false;
+    std::string_view name_, attributes_;
+};
+
+// A text that was found, though it may be empty.
+struct Found {
+    bool given = false;
+    std::string_view text;
+
+    void Take(Tag_Walk& tags) {
+        if (!given) given = tags.Content(text);
+    }
+};
+
+struct Scan {
+    bool placed = false;  // it has positions of its own
+    Found start, end, positions;
+    Found intensities, counts, factors;
+};
+
+struct Measurement {
+    Found alpha1, alpha2, beta, ratio;
+    std::vector<Scan> scans{1};
+
+    // The scan in hand, a new one where that has its list already.
+    Scan& Fresh() {
+        if (scans.back().intensities.given || scans.back().counts.given) scans.emplace_back();
+        return scans.back();
+    }
+};
+
+void Take_Positions(Tag_Walk& tags, Measurement& found) {
+    Scan& scan = found.scans.back();
+    if (tags.Opens("positions") && tags.Has("axis", "2Theta") && tags.Has("unit", "deg"))
+        found.Fresh().placed = true;
+    else if (scan.placed && tags.Opens("startPosition") && !scan.positions.given)
+        scan.start.Take(tags);
+    else if (scan.placed && tags.Opens("endPosition") && !scan.positions.given)
+        scan.end.Take(tags);
+    else if (scan.placed && tags.Opens("listPositions") && !scan.start.given)
+        scan.positions.Take(tags);
+}
+
+void Take_Lists(Tag_Walk& tags, Measurement& found) {
+    if (tags.Opens("intensities") && tags.Has("unit", "counts"))
+        (found.scans.back().intensities.given ? found.Fresh() : found.scans.back()).intensities.Take(tags);
+    else if (tags.Opens("counts") && tags.Has("unit", "counts"))
+        (found.scans.back().counts.given ? found.Fresh() : found.scans.back()).counts.Take(tags);
+    else if (tags.Opens("beamAttenuationFactors"))
+        (found.scans.back().factors.given ? found.Fresh() : found.scans.back()).factors.Take(tags);
+    else if (tags.Opens("dataPoints") || tags.Opens("scan"))
+        found.Fresh();
+}
+
+// All that counts in the first measurement.
+Measurement Find_All(std::string_view text) {
+    Measurement found;
+    Tag_Walk tags(text);
+    while (tags.Next() && !tags.Closes("xrdMeasurement")) {
+        if (tags.Opens("kAlpha1") && tags.Has("unit", "Angstrom")) found.alpha1.Take(tags);
+        if (tags.Opens("kAlpha2") && tags.Has("unit", "Angstrom")) found.alpha2.Take(tags);
+        if (tags.Opens("kBeta") && tags.Has("unit", "Angstrom")) found.beta.Take(tags);
+        if (tags.Opens("ratioKAlpha2KAlpha1")) found.ratio.Take(tags);
+        Take_Positions(tags, found);
+        Take_Lists(tags, found);
+    }
+    return found;
+}
+
+bool Read_List(std::string_view text, std::vector<float>& values) {
+    values.clear();
+    values.reserve(text.size() / 2 + 1);  // an item takes a digit and a space
+    const char* at = text.data();
+    const char* const end = at + text.size();
+    for (;;) {
+        while (at != end && Is_Space(*at)) ++at;
+        if (at == end) return true;
+        float value = 0;
+        const char* const first = at;
+        at = Parse_Float(first, end, value);
+        if (at == first || (at != end && !Is_Space(*at)) || !Is_Sound(value)) return false;
+        values.push_back(value);
+    }
+}
+
+Status Take_Wavelengths(const Measurement& found, Diffraction_Pattern_Type& p) {
+    struct Row {
+        const Found& found;
+        float& value;
+        std::string_view name;
+    };
+    const Row rows[] = {{found.alpha1, p.conv[0], "the wavelength K-Alpha1"},
+                        {found.alpha2, p.conv[1], "the wavelength K-Alpha2"},
+                        {found.beta, p.conv[3], "the wavelength K-Beta"},
+                        {found.ratio, p.conv[2], "the ratio K-Alpha2/K-Alpha1"}};
+    for (const Row& row : rows)
+        if (!row.found.given || !Told_Real(row.found.text, row.value)) return Ended_At(row.name);
+    return Status::Done();
+}
+
+// Start and end of a scan, or of the list of its positions, which `list` keeps.
+Status Read_Positions(const Scan& scan, float& start, float& end, std::vector<float>& list) {
+    list.clear();
+    if (scan.positions.given) {
+        if (!Read_List(scan.positions.text, list) || list.empty()) return Ended_At("the list of positions");
+        start = list.front(), end = list.back();
+        return Status::Done();
+    }
+    if (!scan.start.given || !Told_Real(scan.start.text, start)) return Ended_At("the start position");
+    if (!scan.end.given || !Told_Real(scan.end.text, end)) return Ended_At("the end position");
+    return Status::Done();
+}
+
+// The counts of scans, summed point by point.
+class Sum {
+public:
+    Sum(Diffraction_Pattern_Type& p, bool intensities) : p_(p), intensities_(intensities) {}
+
+    bool Counts_In(const Scan& scan) const { return List(scan).given; }
+
+    // `positions`: of the first scan, empty where it has start and end.
+    Status Add(const Scan& scan, const std::vector<float>& positions) {
+        if (!Read_List(List(scan).text, counts_)) return Ended_At("the intensities");
+        if (p_.npts == 0) {
+            if (counts_.empty()) return Status::Fail(no_points);
+            if (Status status = Allocate_Diffraction_Pattern(p_, static_cast<std::int32_t>(counts_.size())); status.failed) return status;
+        } else if (scan.placed && !Same_Places(scan, positions)) {
+            return Status::Done();
+        }
+        if (!Read_Factors(scan)) return Ended_At("the attenuation factors");
+        const std::size_t n = std::min(counts_.size(), p_.y.size());
+        for (std::size_t i = 0; i < n; ++i) {
+            const float factor = factors_.empty() ? 1.0f : factors_[factors_.size() == 1 ? 0 : i];
+            p_.y[i] += factor * counts_[i];
+            p_.sigma[i] += factor * factor * counts_[i];
+        }
+        return Status::Done();
+    }
+
+private:
+    const Found& List(const Scan& scan) const { return intensities_ ? scan.intensities : scan.counts; }
+
+    // Within half a step of the first scan's, point for point.
+    bool Same_Places(const Scan& scan, const std::vector<float>& first) {
+        float start = 0, end = 0;
+        if (counts_.size() != p_.y.size() || Read_Positions(scan, start, end, positions_).failed) return false;
+        const float near = 0.5f * std::fabs(p_.xmax - p_.xmin) / static_cast<float>(std::max(p_.npts - 1, 1));
+        const auto same = [near](float a, float b) { return std::fabs(a - b) <= near; };
+        if (!same(start, p_.xmin) || !same(end, p_.xmax) || positions_.size() != first.size()) return false;
+        return std::equal(first.begin(), first.end(), positions_.begin(), same);
+    }
+
+    bool Read_Factors(const Scan& scan) {
+        factors_.clear();
+        if (intensities_ || !scan.factors.given) return true;
+        return Read_List(scan.factors.text, factors_) && (factors_.size() < 2 || factors_.size() == counts_.size());
+    }
+
+    Diffraction_Pattern_Type& p_;
+    bool intensities_;
+    std::vector<float> counts_, factors_, positions_;
+};
+
+}  // namespace
+
+Status Read_Xrdml(std::string_view text, Diffraction_Pattern_Type& p) {
+    p = {};
+    const Measurement found = Find_All(text);
+    if (Status status = Take_Wavelengths(found, p); status.failed) return status;
+    const auto& scans = found.scans;
+    const auto placed = std::find_if(scans.begin(), scans.end(), [](const Scan& scan) { return scan.placed; });
+    if (placed == scans.end()) return Ended_At("the positions of the axis 2Theta");
+    std::vector<float> positions;
+    if (Status status = Read_Positions(*placed, p.xmin, p.xmax, positions); status.failed) return status;
+
+    Sum sum(p, std::any_of(scans.begin(), scans.end(), [](const Scan& scan) { return scan.intensities.given; }));
+    for (const Scan& scan : scans) {
+        if (!sum.Counts_In(scan)) continue;
+        if (Status status = sum.Add(scan, positions); status.failed) return status;
+    }
+    if (p.npts == 0) return Status::Fail(no_points);
+    for (float& s : p.sigma) s = std::fabs(s);
+    if (p.npts > 1) p.step = (p.xmax - p.xmin) / static_cast<float>(p.npts - 1);
+    p.constant_step = positions.empty();
+    if (positions.empty())
+        Set_Grid(p);
+    else if (positions.size() == p.x.size())
+        p.x = std::move(positions);
+    else
+        return Ended_At("the list of positions");
+    Set_Y_Limits(p);
+    return Status::Done();
+}
+
+}  // namespace vntl

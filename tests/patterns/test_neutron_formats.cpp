@@ -1,0 +1,371 @@
+// R3B, NLS, G41, R3A in both forms, DMC and variable time: files written column by column from known numbers, and every fault.
+#include <cstdio>
+#include <sstream>
+#include <vector>
+
+#include "patterns/dmc.hpp"
+#include "patterns/g41.hpp"
+#include "patterns/nls.hpp"
+#include "patterns/r3a.hpp"
+#include "patterns/r3b.hpp"
+#include "patterns/testing.hpp"
+#include "patterns/time_variable.hpp"
+
+namespace vntl {
+namespace {
+
+using Reader = Status (*)(std::string_view, Diffraction_Pattern_Type&);
+
+const std::string usual = " Error in Intensity file, check your instr parameter!";
+const std::string wide = " Error in  Intensity file, check your instr parameter!";
+const std::string none = " Error in Intensity file, Number of points negative or zero!";
+
+std::string Printed(const char* format, double value) {
+    char text[64];
+    std::snprintf(text, sizeof text, format, value);
+    return text;
+}
+
+double Count(int i) { return 1000 + 7 * i % 13; }
+int Detectors(int i) { return i % 4; }  // 0 now and then
+
+// `n` fields, so many to a line.
+template <class Field>
+std::string Lines(int n, int per_line, Field field) {
+    std::string text;
+    for (int i = 0; i < n; ++i) {
+        text += field(i);
+        if ((i + 1) % per_line == 0 || i + 1 == n) text += '\n';
+    }
+    return text;
+}
+std::string Eights(int n, double add = 0) {
+    return Lines(n, 10, [=](int i) { return Printed("%8.1f", Count(i) + add); });
+}
+std::string Pairs(int n, const char* count) {
+    return Lines(n, 10, [=](int i) { return Printed("%2.0f", Detectors(i)) + Printed(count, Count(i)); });
+}
+
+Diffraction_Pattern_Type Good(Reader read, const std::string& text) {
+    Diffraction_Pattern_Type p;
+    p.title = "of another file";
+    const Status status = read(text, p);
+    EXPECT_TRUE(status.ok()) << status.message;
+    test::Expect_Habits_Do_Not_Matter(text, read);
+    EXPECT_TRUE(p.sigma_is_variance);
+    for (const std::size_t size : {p.x.size(), p.y.size(), p.sigma.size(), p.istat.size(), p.ycalc.size(), p.bgr.size(), p.nd.size()})
+        EXPECT_EQ(size, static_cast<std::size_t>(p.npts));
+    return p;
+}
+
+void Expect_Faults(Reader read, const std::vector<std::pair<std::string, std::string>>& faults) {
+    for (const auto& [text, message] : faults) {
+        Diffraction_Pattern_Type p;
+        const Status status = read(text, p);
+        EXPECT_TRUE(status.failed) << text.substr(0, 80);
+        EXPECT_EQ(status.message, message) << text.substr(0, 80);
+    }
+}
+
+void Expect_Detector_Points(const Diffraction_Pattern_Type& p, double xmin, double step, double factor) {
+    for (int i = 0; i < p.npts; ++i) {
+        const auto at = static_cast<std::size_t>(i);
+        const int nd = std::max(Detectors(i), 1);
+        ASSERT_FLOAT_EQ(p.x[at], static_cast<float>(xmin + i * step)) << i;
+        ASSERT_EQ(p.y[at], Count(i)) << i;
+        ASSERT_EQ(p.nd[at], nd) << i;
+        ASSERT_FLOAT_EQ(p.sigma[at], static_cast<float>(Count(i) * factor / nd)) << i;
+    }
+}
+
+// Monitor in columns 1 to 13, start in 24 to 31, then from column 77 step, set temperature, a value of no use and sample temperature.
+std::string R3b_Head(const std::string& count, const std::string& start = "  10.000", const std::string& step = "    .050") {
+    return "dropped\nTbFe2   \nin a can\n     1500000." + std::string(10, '*') + start + std::string(45, 'x') + step +
+           "  300.000   99.000  298.500\n" + count + "\n";
+}
+
+TEST(R3b, AFileValueForValue) {
+    const auto p = Good(Read_R3b, R3b_Head("  23") + Pairs(23, "%8.0f") + "   -1000\n");
+    EXPECT_EQ(p.npts, 23);
+    Expect_Detector_Points(p, 10, 0.05, 1);
+    EXPECT_EQ(p.title, "TbFe2 in a can");
+    EXPECT_EQ(p.monitor, 1500000);
+    EXPECT_EQ(p.TSetting, 300);
+    EXPECT_EQ(p.TSample, 298.5f);
+    EXPECT_FLOAT_EQ(p.xmax, 11.1f);
+    EXPECT_EQ(p.ymin, 1000);
+    EXPECT_EQ(p.ymax, 1012);
+    // Three digits without a point: the last three of the start are decimals. A negative count has a positive variance.
+    const auto q = Good(Read_R3b, R3b_Head("1", "   10500") + " 2     -40\nend\n");
+    EXPECT_EQ(q.xmin, 10.5f);
+    EXPECT_EQ(q.sigma[0], 20);
+}
+
+TEST(R3b, Faults) {
+    const std::string points = Pairs(23, "%8.0f");
+    Expect_Faults(Read_R3b, {{"", wide},
+                             {"one\ntwo\n", wide},
+                             {"one\ntwo\nthree\n", usual},
+                             {R3b_Head("  23", "  ten   ") + points + "end\n", usual},
+                             {R3b_Head("  23", "inf     ") + points + "end\n", usual},
+                             {R3b_Head("  2x") + points + "end\n", usual},
+                             {R3b_Head("   0") + points + "end\n", none},
+                             {R3b_Head("") + points + "end\n", none},
+                             {R3b_Head("  -5") + points + "end\n", none},
+                             {R3b_Head("  41") + points + "end\n", wide},
+                             {R3b_Head("  23") + "  number\n" + points + "end\n", wide},
+                             {R3b_Head("  23") + points, usual}});  // the closing line is missing
+}
+
+std::string Nls_Blocks(int n) {
+    std::string text;
+    for (int i = 0; i < n; ++i)
+        text += Eights(10, 10 * i) + Lines(10, 10, [i](int k) { return Printed("%8.2f", k == 0 ? 0 : i + k / 4.0); });
+    return text;
+}
+
+TEST(Nls, TheLastBlockIsNotRead) {
+    const auto p = Good(Read_Nls, "  ! LaB6\n! more\n 5.0 0.02, 5.78\n" + Nls_Blocks(4));
+    EXPECT_EQ(p.npts, 40);
+    EXPECT_EQ(p.title, "! LaB6");
+    for (int i = 0; i < 40; ++i) {
+        const auto at = static_cast<std::size_t>(i);
+        const double deviation = i % 10 == 0 ? 1 : i / 10 + i % 10 / 4.0;
+        EXPECT_FLOAT_EQ(p.x[at], static_cast<float>(5 + i * 0.02));
+        EXPECT_EQ(p.y[at], i < 30 ? Count(i % 10) + i / 10 * 10 : 0) << i;
+        // The first standard deviation counts as it stands, what is not measured counts as 1.
+        EXPECT_FLOAT_EQ(p.sigma[at], static_cast<float>(i == 0 ? 0 : i < 30 ? deviation * deviation : 1)) << i;
+    }
+    EXPECT_EQ(p.ymin, 0);
+    EXPECT_EQ(p.xmax, 5.78f);
+    EXPECT_EQ(Good(Read_Nls, "5 1 20\n").title, "5 1 20");  // 16 points in no block at all
+}
+
+TEST(Nls, Faults) {
+    const std::string block = Nls_Blocks(1);
+    Expect_Faults(Read_Nls, {{"", wide},
+                             {"! a\n! b\n", wide},
+                             {"! a\nno range\n", wide},
+                             {"5 1e39 20\n", wide},
+                             {"5 0 5\n", none},
+                             {"5 1 3\n", none},
+                             {"5 1e-9 20\n", none},
+                             {"5 0.1 7.9\n" + block, " Error in (NLS) Intensity file, check your instr parameter!1"},
+                             {"5 0.1 7.9\n" + block + Eights(10), " Error in (NLS) Intensity file, check your instr parameter!2"},
+                             {"5 0.1 7.9\n  counts\n" + block, " Error in (NLS) Intensity file, check your instr parameter!1"}});
+}
+
+std::string G41_File(const std::string& counts, const std::string& range = "10 0.1 10.9") {
+    return "CeO2\nx\ny\n ! note\n!\n" + counts + "\n" + range + "\n1 2 3 4 5\n6 7, 8 9 10\n";
+}
+
+TEST(G41, VariancesFromCountsOrDeviations) {
+    const auto p = Good(Read_G41, G41_File("10 1.5 2.5 0 3000. 2000."));
+    EXPECT_EQ(p.title, "CeO2");
+    EXPECT_EQ(p.npts, 10);
+    EXPECT_EQ(p.TSample, 1.5f);
+    EXPECT_EQ(p.TSetting, 2.5f);
+    EXPECT_EQ(p.monitor, 3000);
+    EXPECT_EQ(p.y[6], 7);
+    EXPECT_FLOAT_EQ(p.sigma[6], 10.5f);
+    EXPECT_FLOAT_EQ(p.x[9], 10.9f);
+    EXPECT_EQ(Good(Read_G41, G41_File("10 1.5 2.5 0 3000. 1.0")).sigma[6], 7);
+    EXPECT_EQ(Good(Read_G41, G41_File("10 1.5 2.5 0 0.5 2000.")).sigma[6], 7);
+    const auto q = Good(Read_G41, G41_File("10 1.5 2.5 1 3000. 2000.") + "4*0.5 3 0 2*0.0001\n2 2\n");
+    EXPECT_EQ(q.sigma, (std::vector<float>{.25f, .25f, .25f, .25f, 9, 1, 1, 1, 4, 4}));
+}
+
+TEST(G41, Faults) {
+    const std::string bad = usual + " ";
+    Expect_Faults(Read_G41, {{"", bad},
+                             {"a\nb\nc\n! d\n", bad},
+                             {G41_File("ten 1 2 0 1 1"), bad},
+                             {G41_File("10 nan 2 0 1 1"), bad},
+                             {G41_File("10 1 2 0.5 1 1"), bad},
+                             {G41_File("99999999999 1 2 0 1 1"), bad},
+                             {G41_File("0 1 2 0 1 1"), none},
+                             {G41_File("2000000000 1 2 0 1 1"), none},
+                             {G41_File("10 1 2 0 1 1", "10 step 20"), bad},
+                             {G41_File("11 1 2 0 1 1"), bad},
+                             {G41_File("10 1 2 1 1 1") + "1 2 3\n", bad}});
+}
+
+std::string R3a_Head(const std::string& step, const std::string& monitors = "  20000.  10000.") {
+    return "Nb3Sn\n" + std::string(16, 'x') + step + "\n   6.000 more\n" + monitors + "\n";
+}
+
+TEST(R3a, TheMarkerAndTheLineAboveItAreNotPoints) {
+    const auto p = Good(Read_R3a, R3a_Head("    .050") + Pairs(50, "%6.0f") + "   -1000 and more\n 1   99\n");
+    EXPECT_EQ(p.npts, 40);
+    EXPECT_EQ(p.title, "Nb3Sn");
+    EXPECT_EQ(p.monitor, 20000);
+    EXPECT_FLOAT_EQ(p.xmax, 7.95f);
+    EXPECT_EQ(p.ymax, 1012);
+    Expect_Detector_Points(p, 6, 0.05, 2);
+    for (const char* monitors : {"  20000.      .5", "  20000.", "  20000.       0"})
+        Expect_Detector_Points(Good(Read_R3a, R3a_Head("    .050", monitors) + Pairs(50, "%6.0f") + " 1-1000.\n"), 6, 0.05, 1);
+}
+
+TEST(R3a, ScansWithoutPointsAndWithoutMarkers) {
+    for (const char* lines : {"   -1000\n", " 1  1000 1  1000\n   -1000\n"}) {
+        const auto p = Good(Read_R3a, R3a_Head("    .050") + lines);
+        EXPECT_EQ(p.npts, 0) << lines;
+        EXPECT_GT(p.ymin, p.ymax);
+    }
+    // The step tells 360 lines: of 400 as many are read and the last one is left out; of 2 the rest is 0. The marker in line 361 is not
+    // seen.
+    const auto full = Good(Read_R3a, R3a_Head("    .050") + Pairs(3600, "%6.0f") + "   -1000\n");
+    EXPECT_EQ(full.npts, 3590);
+    Expect_Detector_Points(full, 6, 0.05, 2);
+    const auto few = Good(Read_R3a, R3a_Head("    .050") + Pairs(20, "%6.0f"));
+    EXPECT_EQ(few.npts, 3590);
+    EXPECT_EQ(few.y[19], Count(19));
+    EXPECT_EQ(few.y[20], 0);
+    EXPECT_EQ(Good(Read_R3a, R3a_Head("  1.0E-9") + Pairs(30, "%6.0f") + "   -1000\n").npts, 20);  // a marker bounds any step
+}
+
+TEST(R3a, Faults) {
+    const std::string lines = Pairs(20, "%6.0f") + "   -1000\n";
+    Expect_Faults(Read_R3a, {{"", usual},
+                             {"title\n", usual},
+                             {R3a_Head("  step  ") + lines, usual},
+                             {R3a_Head("     nan") + lines, usual},
+                             {R3a_Head("    .050", "one") + lines, usual},
+                             {R3a_Head("    .050", "     inf       2") + lines, usual},
+                             {R3a_Head("   0.000") + lines, none},
+                             {R3a_Head("   -.050") + lines, none},
+                             {R3a_Head("  50.000") + lines, none},
+                             {R3a_Head("  1.0E-9") + Pairs(20, "%6.0f"), none},
+                             {R3a_Head("    .050") + "x1    10\n" + lines, usual}});
+}
+
+TEST(R3a, TheOldForm) {
+    const auto p = Good(Read_R3a_Old, " 10. 0.1 12.4 \n" + Pairs(25, "%6.0f"));
+    EXPECT_EQ(p.npts, 25);
+    EXPECT_EQ(p.title, " No title: data format -> old R3A");
+    EXPECT_EQ(p.xmax, 12.4f);
+    Expect_Detector_Points(p, 10, 0.1, 1);
+    Expect_Faults(Read_R3a_Old, {{"", usual},
+                                 {"title\n10 0.1 20\n", usual},
+                                 {"10 0.1 5\n", none},
+                                 {"10 1e-7 20\n", none},
+                                 {"10 0.1 12.5\n" + Pairs(20, "%6.0f"), usual},
+                                 {"10 0.1 12.4\n 1 12.34.5\n", usual}});
+}
+
+TEST(Dmc, DeviationsAreTakenWhereTheyFollow) {
+    const std::string head = "Ni, HRPT\nlambda= 1.494\n  2.95 0.05 4.15 18000000., sample=\"Ni\"\n";
+    const auto p = Good(Read_Dmc, head + Eights(25) + Eights(25, -990) + " Filelist='a'\n");
+    EXPECT_EQ(p.npts, 25);
+    EXPECT_EQ(p.title, "Ni, HRPT");
+    EXPECT_EQ(p.ymin, 1000);
+    for (int i = 0; i < 25; ++i) {
+        const auto at = static_cast<std::size_t>(i);
+        EXPECT_FLOAT_EQ(p.x[at], static_cast<float>(2.95 + 0.05 * i));
+        EXPECT_EQ(p.y[at], Count(i));
+        EXPECT_EQ(p.sigma[at], (Count(i) - 990) * (Count(i) - 990));
+    }
+    for (const char* behind : {"", "\n  \n", " Filelist='a'\n", "  bMon=0.;\n"}) {
+        const auto q = Good(Read_Dmc, head + Eights(25) + behind);
+        EXPECT_EQ(q.sigma, q.y) << behind;
+    }
+    const auto early = Good(Read_Dmc, head + Eights(13));
+    EXPECT_EQ(early.y[12], Count(12));
+    EXPECT_EQ(early.y[13], 0);
+    EXPECT_EQ(Good(Read_Dmc, "t\nx\n0 0.05 0.95\n" + Eights(20)).npts, 20);
+}
+
+TEST(Dmc, Faults) {
+    const std::string low = " Number of points too low! check your instr parameter!";
+    const std::string third = " Error reading 2theta_min,step,2theta_max (third line), check your instr parameter!";
+    const std::string range = "t\nx\n0 0.05 1.2\n";
+    Expect_Faults(Read_Dmc,
+                  {{"", " Error in Intensity file (first line), check your instr parameter!"},
+                   {"t\n", " Error in Intensity file (second line), check your instr parameter!"},
+                   {"t\nx\n", third},
+                   {"t\nx\n0 step 1\n", third},
+                   {"t\nx\n0 1e-9 1\n", third},
+                   {"t\nx\n0 0 0\n", third},
+                   {"t\nx\n0 0.05 0.9\n" + Eights(19), low},
+                   {"t\nx\n5 0.05 1\n", low},
+                   {range + "  counts\n", " Error in Intensity file (intensities), check your instr parameter!"},
+                   {range + Eights(25) + Eights(20), " Error in Intensity file (sigmas), check your instr parameter!"},
+                   {range + Eights(25) + Eights(10) + "  sigma\n\n\n", " Error in Intensity file (sigmas), check your instr parameter!"}});
+}
+
+TEST(Dmc, ARealFile) {
+    const std::string file = test::Real_File("dmc/hrpt.dat");
+    if (file.empty()) GTEST_SKIP() << "dmc/hrpt.dat";
+    const std::string text = test::Text_Of(file);
+    const auto p = Good(Read_Dmc, text);
+    EXPECT_EQ(p.npts, 3200);
+    EXPECT_EQ(p.xmin, 2.948f);
+    EXPECT_EQ(p.step, 0.05f);
+    EXPECT_NEAR(p.x.back(), 162.898, 1e-4);
+    EXPECT_EQ(p.title, "HRPT, NdNi4MgDx_V_HI,a4=3.0,N18");
+    std::istringstream lines(text);
+    std::string line, field;
+    for (int i = 0; i < 3; ++i) std::getline(lines, line);
+    for (std::size_t i = 0; i < 6400; ++i) {
+        if (i % 10 == 0) std::getline(lines, line);
+        const float value = std::stof(line.substr(8 * (i % 10), 8));
+        ASSERT_EQ(i < 3200 ? p.y[i] : p.sigma[i - 3200], i < 3200 ? value : value * value) << i;
+    }
+}
+
+TEST(Time_Variable, IntensitiesOnTheMeanTime) {
+    const auto time = [](int i) { return 1.0 + i % 3; };  // 12 points: the mean is 2
+    const std::string head = "Quartz\na\nb\nc\n10 0.5 15.5\n";
+    const auto p =
+        Good(Read_Time_Variable, head + Lines(12, 5, [&](int i) { return Printed("%6.1f", time(i)) + Printed("%10.0f", Count(i)); }));
+    EXPECT_EQ(p.npts, 12);
+    EXPECT_EQ(p.title, "Quartz");
+    EXPECT_FALSE(p.constant_step);
+    for (int i = 0; i < 12; ++i) {
+        const auto at = static_cast<std::size_t>(i);
+        EXPECT_FLOAT_EQ(p.x[at], static_cast<float>(10 + 0.5 * i));
+        EXPECT_FLOAT_EQ(p.y[at], static_cast<float>(Count(i) * 2 / time(i)));
+        EXPECT_EQ(p.sigma[at], p.y[at]);
+    }
+    const auto with = [](const std::string& t) { return "a\nb\nc\nd\n1 1 2\n     1        10" + t + "        10\n"; };
+    Expect_Faults(Read_Time_Variable, {{"", wide},
+                                       {"a\nb\nc\n", wide},
+                                       {"a\nb\nc\nd\n1 1\n", wide},
+                                       {"a\nb\nc\nd\n2 1 0\n", wide},
+                                       {"a\nb\nc\nd\n0 1e-9 9\n", wide},
+                                       {head, wide},
+                                       {with("     x"), wide},
+                                       {with("   inf"), wide},
+                                       {with("   nan"), wide},
+                                       {with("     0"), " Zero time in *.DAT "},
+                                       {with("      "), " Zero time in *.DAT "}});
+}
+
+// What is no plain number goes another way than most lines do: signs, exponents, commas, implied places, more digits than a float has.
+TEST(Fixed_Columns, UnusualNumbersReadAsTheUsual) {
+    const std::string head = "t\nx\n0 1 29\n";
+    const std::string plain = "123456781.2345670.333333     0.5            12.516777216      7.      0. 0009.90\n";
+    const std::string unusual = "     -12     +13    1.E21234567899999999    .125   1 2 3     1,2,.3333333\n";
+    const auto p = Good(Read_Dmc, head + plain + unusual + "       .12.34567\n");
+    const std::vector<float> expected = {12345678, 1.234567f, .333333f, .5f,  0,     12.5f, 16777216, 7, 0,         9.9f, -12,
+                                         13,       100,       12345678, 1e8f, .125f, 123,   1,        2, .3333333f, 0,    12.34567f};
+    for (std::size_t i = 0; i < expected.size(); ++i) EXPECT_EQ(p.y[i], expected[i]) << i;
+}
+
+// Letters of titles by Latin-1 and UTF-8; titles longer than any record holds.
+TEST(Titles, OfAllFormats) {
+    const std::string dmc = "\nx\n0 1 19\n" + Eights(20), g41 = "\nx\ny\n1 1 1 0 1 1\n0 1 0\n5\n",
+                      time = "\nx\ny\nz\n0 1 0\n     1        10\n";
+    const std::string r3a = R3a_Head("    .050").substr(5) + "   -1000\n";
+    const std::string nls = "\n0 1 0\n";
+    const std::pair<Reader, std::string> files[] = {
+        {Read_Dmc, dmc}, {Read_G41, g41}, {Read_Time_Variable, time}, {Read_R3a, r3a}, {Read_Nls, nls}};
+    for (const auto& [read, rest] : files) {
+        EXPECT_EQ(Good(read, "! K\xE4se" + rest).title, "! K\xC3\xA4se");
+        EXPECT_EQ(Good(read, "! K\xC3\xA4se" + rest).title, "! K\xC3\xA4se");
+        EXPECT_EQ(Good(read, "!" + std::string(3'000'000, 'x') + rest).title.size(), read == Read_Nls ? 132u : 180u);
+    }
+}
+
+}  // namespace
+}  // namespace vntl

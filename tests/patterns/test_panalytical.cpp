@@ -1,0 +1,291 @@
+// CSV, UDF, JCP and XRDML of a laboratory diffractometer: files written here from known numbers in their columns, every message, and what
+// other programs and newer instruments make of the formats.
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstdio>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "base/text_file.hpp"
+#include "patterns/jcp.hpp"
+#include "patterns/panalytical_csv.hpp"
+#include "patterns/testing.hpp"
+#include "patterns/udf.hpp"
+#include "patterns/xrdml.hpp"
+
+namespace vntl {
+namespace {
+
+using test::Expect_Habits_Do_Not_Matter;
+using Reader = Status (*)(std::string_view, Diffraction_Pattern_Type&);
+
+int Count(int i) { return 100 + (i * 37) % 900; }
+
+template <class... Values>
+std::string Printed(const char* format, Values... values) {
+    char text[200];
+    std::snprintf(text, sizeof text, format, values...);
+    return text;
+}
+
+Diffraction_Pattern_Type Good(Reader read, const std::string& text) {
+    Diffraction_Pattern_Type p;
+    const Status status = read(text, p);
+    EXPECT_TRUE(status.ok()) << status.message;
+    return p;
+}
+
+std::string Message(Reader read, const std::string& text) {
+    Diffraction_Pattern_Type p;
+    return read(text, p).message;
+}
+
+// Every good file of the formats below: n counts of the same kind, from 10 in steps of 0.02, copper radiation.
+void Expect_Counts(const Diffraction_Pattern_Type& p, int n, bool constant_step) {
+    ASSERT_EQ(p.npts, n);
+    ASSERT_EQ(p.x.size(), static_cast<std::size_t>(n));
+    ASSERT_EQ(p.nd.size(), p.x.size());
+    for (int i = 0; i < n; ++i) {
+        const auto at = static_cast<std::size_t>(i);
+        ASSERT_NEAR(p.x[at], 10 + 0.02 * i, 2e-5) << i;
+        ASSERT_EQ(p.y[at], Count(i)) << i;
+        ASSERT_EQ(p.sigma[at], Count(i)) << i;
+    }
+    EXPECT_FLOAT_EQ(p.conv[0], 1.5406f);
+    EXPECT_FLOAT_EQ(p.conv[1], 1.5444f);
+    EXPECT_FLOAT_EQ(p.conv[2], 0.5f);
+    EXPECT_EQ(p.xmin, 10);
+    EXPECT_NEAR(p.step, 0.02, 1e-6);
+    EXPECT_TRUE(p.sigma_is_variance);
+    EXPECT_EQ(p.constant_step, constant_step);
+    EXPECT_EQ(p.TSample, 0);
+    EXPECT_GT(p.ymax, p.ymin);
+}
+
+std::string Csv(int told, int held) {
+    std::string text = "[Measurement conditions]\nTitle 1,Corundum\nK-Alpha1 wavelength,1.54060\nK-Alpha2 wavelength,1.54440\n";
+    text += "Ratio K-Alpha2/K-Alpha1,0.50000\nData angle range,10.0000,29.9800\nScan step size,0.0200\n";
+    text += Printed("No. of points,%d\n[Scan points]\nAngle,Intensity\n", told);
+    for (int i = 0; i < held; ++i) text += Printed("%.4f,%d\n", 10 + 0.02 * i, Count(i));
+    return text;
+}
+
+TEST(Panalytical_Csv, FieldsStandInTheirColumns) {
+    const auto p = Good(Read_Panalytical_Csv, Csv(1000, 998));
+    Expect_Counts(p, 998, false);  // what the file holds, not what it claims
+    EXPECT_EQ(p.title, ",Corundum");
+    EXPECT_FLOAT_EQ(p.xmax, 29.98f);
+    EXPECT_EQ(Good(Read_Panalytical_Csv, Csv(5, 9)).npts, 5);
+    EXPECT_EQ(Good(Read_Panalytical_Csv, Csv(9, 5) + "end\n11.0,1\n").npts, 5);
+    EXPECT_EQ(Good(Read_Panalytical_Csv, Replace_All(Csv(9, 5), "10.0200,", "10.0200  ")).y[1], Count(1));
+    Expect_Habits_Do_Not_Matter(Csv(50, 50), Read_Panalytical_Csv);
+}
+
+TEST(Panalytical_Csv, DecimalCommasWithAnotherSeparatorOrInQuotes) {
+    const std::string text = Csv(50, 50);
+    std::string commas = Replace_All(Replace_All(text, ",", ";"), ".", ",");
+    commas = Replace_All(commas, "No, of", "No. of");
+    Expect_Counts(Good(Read_Panalytical_Csv, commas), 50, false);
+    Expect_Counts(Good(Read_Panalytical_Csv, Replace_All(commas, ";", "\t")), 50, false);
+    Expect_Counts(Good(Read_Panalytical_Csv, Replace_All(Replace_All(text, ",", ";"), ";Cor", ",Cor")), 50, false);
+
+    std::string quoted;
+    Line_Cursor lines(commas);
+    for (std::string_view line; lines.Next(line);) quoted += '"' + Replace_All(line, ";", "\",\"") + "\"\n";
+    Expect_Counts(Good(Read_Panalytical_Csv, quoted), 50, false);
+
+    const std::string bare = "No. of points,9\n[Scan points]\nAngle;I\n10,5;7\n10,75;8,5\n";  // neither range nor step nor a told separator
+    const auto p = Good(Read_Panalytical_Csv, bare);
+    EXPECT_EQ(p.x, (std::vector<float>{10.5f, 10.75f}));
+    EXPECT_EQ(p.y[1], 8.5f);
+    EXPECT_EQ(p.xmax, 10.75f);
+    EXPECT_EQ(p.step, 0.25f);
+}
+
+TEST(Panalytical_Csv, EveryFault) {
+    const std::string end = " Error reading a profile CSV-DATA file: end of file";
+    const std::string points = " Error in (Csv)Intensity file, Number of points negative or zero!";
+    EXPECT_EQ(Message(Read_Panalytical_Csv, ""), end);
+    EXPECT_EQ(Message(Read_Panalytical_Csv, "Title 1,x\nNo. of points,3\n"), end);
+    EXPECT_EQ(Message(Read_Panalytical_Csv, "No. of points,3\n[Scan points]\n"), end);
+    EXPECT_EQ(Message(Read_Panalytical_Csv, "No. of points,3\n[Scan points]\nAngle\n"), end);
+    EXPECT_EQ(Message(Read_Panalytical_Csv, "Scan step size,nan\nNo. of points,3\n[Scan points]\nAngle\n1,2\n"), end);
+    EXPECT_EQ(Message(Read_Panalytical_Csv, Csv(0, 5)), points);
+    EXPECT_EQ(Message(Read_Panalytical_Csv, Csv(2'000'000'000, 5)), points);
+    EXPECT_EQ(Message(Read_Panalytical_Csv, "No. of points,1e300\n[Scan points]\nA\n1,2\n"), end);
+    EXPECT_EQ(Message(Read_Panalytical_Csv, "No. of points,3\n[Scan points]\nAngle\nno point\n"), points);
+}
+
+std::string Udf(int n, const char* wavelength = "           ") {
+    std::string text = Printed("SampleIdent,Corundum,/\nLabdaAlpha1,%s1.54060,/\nLabdaAlpha2,%s1.54440,/\n", wavelength, wavelength);
+    text += Printed("RatioAlpha21, 0.50000,/\nDataAngleRange,  10.0000, %.4f,/\nScanStepSize,    0.0200,/\nRawScan\n", 10 + 0.02 * (n - 1));
+    for (int i = 0; i < n; ++i) text += Printed("%8d%s", Count(i), i + 1 == n ? "/\n" : i % 8 == 7 ? "\n" : ",");
+    return text;
+}
+
+TEST(Udf, RowsOfEightAndARest) {
+    for (const int n : {8, 16, 21, 23}) {
+        const auto p = Good(Read_Udf, Udf(n));
+        Expect_Counts(p, n, true);
+        EXPECT_EQ(p.title, "SampleIdent,Corundum,/");
+        EXPECT_FLOAT_EQ(p.xmax, static_cast<float>(10 + 0.02 * (n - 1)));
+    }
+    Expect_Habits_Do_Not_Matter(Udf(21), Read_Udf);
+    // A wavelength in front of its column or across it; a field with a point, a blank one, one ended by a comma.
+    Expect_Counts(Good(Read_Udf, Udf(21, " ")), 21, true);
+    Expect_Counts(Good(Read_Udf, Udf(21, "     ")), 21, true);
+    const auto p = Good(Read_Udf, "x\nDataAngleRange,1,5\nScanStepSize,1\nRawScan\n    12.5,        ,   1.5e1,-3, 7\n");
+    EXPECT_EQ(p.y, (std::vector<float>{12.5f, 0, 15, -3, 7}));
+    EXPECT_EQ(p.sigma[3], 3);
+}
+
+TEST(Udf, EveryFault) {
+    const std::string range = "x\nDataAngleRange,1,9\n";
+    for (const std::string& text :
+         {std::string(), std::string("x\n"), range, range + "RawScan\n1\n", range + "ScanStepSize,0\nRawScan\n1\n",
+          range + "ScanStepSize,-1\nRawScan\n1\n", range + "ScanStepSize,1e-9\nRawScan\n1\n", range + "ScanStepSize,1\nRawScan\n1\n",
+          range + "ScanStepSize,1\nRawScan\n   abc\n 1\n", range + "ScanStepSize,inf\nRawScan\n1\n", "x\nDataAngleRange,1\n" + Udf(8)})
+        EXPECT_EQ(Message(Read_Udf, text), " Error reading a profile UDF-DATA file: end of file") << text;
+}
+
+std::string Jcp(int told, int rows) {
+    std::string text = "##TITLE= Corundum\n##$WAVELENGTH ALPHA1= 1.54060\n##$WAVELENGTH ALPHA2= 1.54440\n";
+    text += "##$INTENSITY RATIO ALPHA2/ALPHA1= 0.50000\n## FIRSTX= 10.000\n## LASTX=929.980\n## DELTAX= 0.020\n";
+    text += Printed("## NPOINTS= %d\n## XYDATA= X++<Y..Y>\n", told);
+    for (int r = 0; r < rows; ++r) {
+        text += Printed("%9.3f ", 10 + 0.1 * r);
+        for (int k = 0; k < 5; ++k) text += Printed("%11.3f", static_cast<double>(Count(5 * r + k)));
+        text += '\n';
+    }
+    return text + "## END=\n";
+}
+
+TEST(Jcp, OfTheLastRowOnlyTheFirstPointCounts) {
+    for (const auto& [told, rows, kept] : {std::array{1, 1, 1}, {10, 2, 6}, {11, 3, 11}, {15, 3, 11}}) {
+        const auto p = Good(Read_Jcp, Jcp(told, rows));
+        if (kept > 1) Expect_Counts(p, kept, false);
+        EXPECT_EQ(p.npts, kept) << told;
+        EXPECT_EQ(p.title, "##TITLE= Corundum");
+        EXPECT_EQ(p.xmax, 29.98f);  // "929.980" less the character behind "="
+    }
+    Expect_Habits_Do_Not_Matter(Jcp(20, 4), Read_Jcp);
+}
+
+TEST(Jcp, EveryFault) {
+    EXPECT_EQ(Message(Read_Jcp, Jcp(20, 3)), " Error reading a profile XRDML-DATA file: end of file");
+    EXPECT_EQ(Message(Read_Jcp, "x\n## NPOINTS= 3\n## XYDATA= X++<Y..Y>\n"), " Error reading a profile XRDML-DATA file: end of file");
+    EXPECT_EQ(Message(Read_Jcp, "x\n## NPOINTS= many\n"), " Error reading a profile XRDML-DATA file: end of file");
+    for (const int told : {0, -3, 2'000'000'000}) EXPECT_EQ(Message(Read_Jcp, Jcp(told, 3)), " Error reading a profile  file: end of file");
+    EXPECT_EQ(Message(Read_Jcp, "x\n## NPOINTS= 3\n## END=\n"), " Error reading a profile  file: end of file");
+    EXPECT_EQ(Message(Read_Jcp, ""), " Error reading a profile JCP-DATA file: end of file");
+    EXPECT_EQ(Message(Read_Jcp, "x\n## NPOINTS= 3\n"), " Error reading a profile JCP-DATA file: end of file");
+}
+
+const std::string wavelengths =
+    "<usedWavelength>\n<kAlpha1 unit=\"Angstrom\">1.54060</kAlpha1>\n<kAlpha2 unit=\"Angstrom\">1.54440</kAlpha2>\n"
+    "<kBeta unit=\"Angstrom\">1.39220</kBeta>\n<ratioKAlpha2KAlpha1>0.5000</ratioKAlpha2KAlpha1>\n</usedWavelength>\n";
+const std::string positions =
+    "<positions axis=\"2Theta\" unit=\"deg\">\n<startPosition>10.0000</startPosition>\n<endPosition>10.0800</endPosition>\n</positions>\n"
+    "<positions axis=\"Omega\" unit=\"deg\">\n<startPosition>5.0000</startPosition>\n<endPosition>5.0400</endPosition>\n</positions>\n";
+
+std::string Scan(const std::string& list, const std::string& tag = "intensities", const std::string& where = positions) {
+    return "<scan>\n<dataPoints>\n" + where + "<" + tag + " unit=\"counts\">" + list + "</" + tag + ">\n</dataPoints>\n</scan>\n";
+}
+std::string Xrdml(const std::string& scans) {
+    return "<?xml version=\"1.0\"?>\n<xrdMeasurements>\n<xrdMeasurement>\n" + wavelengths + scans +
+           "</xrdMeasurement>\n</xrdMeasurements>\n";
+}
+std::vector<float> Sum_Of(const std::string& scans) { return Good(Read_Xrdml, Xrdml(scans)).y; }
+
+TEST(Xrdml, TheSumOfAllScans) {
+    const std::string five = Printed("%d %d %d %d %d", Count(0), Count(1), Count(2), Count(3), Count(4));
+    for (const char* tag : {"intensities", "counts"}) {
+        const auto p = Good(Read_Xrdml, Xrdml(Scan(five, tag)));
+        Expect_Counts(p, 5, true);
+        EXPECT_FLOAT_EQ(p.conv[3], 1.3922f);
+        EXPECT_FLOAT_EQ(p.xmax, 10.08f);
+    }
+    const auto two = Good(Read_Xrdml, Xrdml(Scan("1 2 3 4 5") + Scan("10 20 30 40 50")));
+    EXPECT_EQ(two.y, (std::vector<float>{11, 22, 33, 44, 55}));
+    EXPECT_EQ(two.sigma, two.y);
+    EXPECT_EQ(Sum_Of(Scan("1 2 3 4 5") + Scan("10 20 30 40 50", "intensities", "")), two.y);
+    EXPECT_EQ(Sum_Of(Scan("7 7", "counts") + Scan("1 2 3 4 5")).size(), 5u);                          // intensities go first
+    EXPECT_EQ(Sum_Of(Scan("1 2") + "</xrdMeasurement>\n<xrdMeasurement>" + Scan("5 5")).front(), 1);  // the first measurement alone
+    Expect_Habits_Do_Not_Matter(Xrdml(Scan("1 2 3 4 5") + Scan("10 20 30 40 50")), Read_Xrdml);
+}
+
+TEST(Xrdml, WhatNewerFilesHold) {
+    const auto plain = Good(Read_Xrdml, Xrdml(Scan("1 2 3 4 5")));
+    const auto same = [&](const std::string& text, const char* what) { test::Expect_Same(Good(Read_Xrdml, text), plain, what); };
+    std::string prefixed = Replace_All(Replace_All(Xrdml(Scan("1 2 3 4 5")), "<", "<m:"), "<m:/", "</m:");
+    same(prefixed, "prefix");
+    same(Replace_All(Xrdml(Scan("1 2 3 4 5")), "axis=\"2Theta\" unit=\"deg\"", "unit='deg' axis='2Theta'"), "attributes");
+    same(Xrdml(Scan("\n 1 2\n\t3 4\n5\n")), "several lines");
+    same(Replace_All(Xrdml(Scan("1 2 3 4 5")), "\n", " "), "one line");
+
+    std::string many;
+    for (int i = 0; i < 200'000; ++i) many += Printed("%d ", Count(i));
+    EXPECT_EQ(Sum_Of(Scan(many)).back(), Count(199'999));
+
+    // Attenuated counts: 3 behind a factor of 10 are 30 with a standard deviation of 10 sqrt(3).
+    const std::string factors = "<beamAttenuationFactors>1 1 10 10 1</beamAttenuationFactors>\n";
+    const auto attenuated = Good(Read_Xrdml, Xrdml(Scan("1 2 3 4 5", "counts", positions + factors)));
+    EXPECT_EQ(attenuated.y, (std::vector<float>{1, 2, 30, 40, 5}));
+    EXPECT_EQ(attenuated.sigma, (std::vector<float>{1, 2, 300, 400, 5}));
+    EXPECT_EQ(Good(Read_Xrdml, Xrdml(Scan("1 2 3 4 5", "intensities", positions + factors))).y, plain.y);
+
+    // Scans over another range, or of another step, do not belong to the sum.
+    const std::string moved = Replace_All(positions, "10.0800", "10.1200");
+    EXPECT_EQ(Sum_Of(Scan("1 2 3 4 5") + Scan("9 9 9 9 9", "intensities", moved)), plain.y);
+    EXPECT_EQ(Sum_Of(Scan("1 2 3 4 5") + Scan("9 9 9")), plain.y);
+
+    const std::string listed = "<positions axis=\"2Theta\" unit=\"deg\"><listPositions>10 11 13 16 20</listPositions></positions>\n";
+    const auto points = Good(Read_Xrdml, Xrdml(Scan("1 2 3 4 5", "counts", listed) + Scan("1 1 1 1 1", "counts", listed)));
+    EXPECT_EQ(points.x, (std::vector<float>{10, 11, 13, 16, 20}));
+    EXPECT_EQ(points.y, (std::vector<float>{2, 3, 4, 5, 6}));
+    EXPECT_EQ(points.step, 2.5f);
+    EXPECT_EQ(points.xmax, 20);
+    EXPECT_FALSE(points.constant_step);
+}
+
+TEST(Xrdml, EveryFault) {
+    const std::string good = Xrdml(Scan("1 2 3 4 5"));
+    const std::string before = " Error reading a profile XRDML-DATA file: end of file while trying to read ";
+    const auto without = [&](const std::string& part) { return Message(Read_Xrdml, Replace_All(good, part, "")); };
+    EXPECT_EQ(Message(Read_Xrdml, ""), before + "the wavelength K-Alpha1");
+    EXPECT_EQ(without("</kAlpha1>"), before + "the wavelength K-Alpha1");
+    EXPECT_EQ(without("<kAlpha2 unit=\"Angstrom\">"), before + "the wavelength K-Alpha2");
+    EXPECT_EQ(without("<kBeta unit=\"Angstrom\">"), before + "the wavelength K-Beta");
+    EXPECT_EQ(without("<ratioKAlpha2KAlpha1>"), before + "the ratio K-Alpha2/K-Alpha1");
+    EXPECT_EQ(without("axis=\"2Theta\""), before + "the positions of the axis 2Theta");
+    EXPECT_EQ(without("<startPosition>"), before + "the start position");
+    EXPECT_EQ(without("<endPosition>"), before + "the end position");
+    EXPECT_EQ(Message(Read_Xrdml, Xrdml(Scan("1 2 three"))), before + "the intensities");
+    EXPECT_EQ(Message(Read_Xrdml, Replace_All(good, "1.54060", "1.5x")), before + "the wavelength K-Alpha1");
+    const std::string listed = "<positions axis=\"2Theta\" unit=\"deg\"><listPositions>10 11</listPositions></positions>\n";
+    EXPECT_EQ(Message(Read_Xrdml, Xrdml(Scan("1 2 3", "counts", listed))), before + "the list of positions");
+    const std::string factors = "<beamAttenuationFactors>1 2</beamAttenuationFactors>";
+    EXPECT_EQ(Message(Read_Xrdml, Xrdml(Scan("1 2 3", "counts", positions + factors))), before + "the attenuation factors");
+    const std::string none = " Error reading a profile XRDML-DATA file: npts <= 0 !!! ";
+    EXPECT_EQ(Message(Read_Xrdml, Xrdml(Scan("  "))), none);
+    EXPECT_EQ(Message(Read_Xrdml, Xrdml(positions)), none);
+}
+
+TEST(Xrdml, ARealFile) {
+    const std::string file = test::Real_File("xrdml/empyrean.xrdml");
+    if (file.empty()) GTEST_SKIP() << "xrdml/empyrean.xrdml";
+    const auto p = Good(Read_Xrdml, test::Text_Of(file));
+    ASSERT_EQ(p.npts, 196);
+    EXPECT_FLOAT_EQ(p.xmin, 30.05f);
+    EXPECT_FLOAT_EQ(p.xmax, 41.75f);
+    EXPECT_FLOAT_EQ(p.step, 0.06f);
+    EXPECT_FLOAT_EQ(p.conv[0], 1.540598f);
+    EXPECT_FLOAT_EQ(p.conv[3], 1.39225f);
+    EXPECT_EQ(p.y[0], 8);
+    EXPECT_EQ(p.y[2], 6);
+}
+
+}  // namespace
+}  // namespace vntl
