@@ -4,7 +4,6 @@
 #include <cstddef>
 #include <string_view>
 
-#include "base/edit_descriptor.hpp"
 #include "base/text_file.hpp"
 #include "patterns/pattern.hpp"
 
@@ -31,10 +30,5 @@ void Set_Grid_End(Diffraction_Pattern_Type& pattern);
 
 // Keeps the first `n` points of all arrays.
 void Keep_Points(Diffraction_Pattern_Type& pattern, int n);
-
-// The lines of a cursor as records for an Edit_Reader; the cursor stands behind the last line that was taken.
-inline auto Records_Of(Line_Cursor& lines) {
-    return [&lines](std::string_view& line) { return lines.Next(line); };
-}
 
 }  // namespace vntl

@@ -111,5 +111,26 @@ TEST(ReadPattern, MessagesNameTheFileAndStayShort) {
     EXPECT_EQ(p.title, "before");
 }
 
+TEST(ReadPattern, DeviationsHeadAndSeveralPatterns) {
+    const std::string file = std::string(TEST_DATA) + "/patterns/rising.xye";
+    Diffraction_Pattern_Type plain, p;
+    std::string head;
+    ASSERT_TRUE(Read_Pattern(file, plain, "XYSIGMA").ok());
+    ASSERT_TRUE(Read_Pattern(file, p, "xysigma ", {true, &head, 0}).ok());
+    EXPECT_TRUE(plain.sigma_is_variance && !p.sigma_is_variance);
+    for (std::size_t i = 0; i < p.sigma.size(); ++i) EXPECT_FLOAT_EQ(p.sigma[i] * p.sigma[i], plain.sigma[i]);
+    const std::string text = std::string(head);
+    EXPECT_FALSE(text.empty());
+    EXPECT_EQ(text.find("\n10"), std::string::npos) << text;  // no line of numbers
+
+    std::vector<Diffraction_Pattern_Type> several;
+    std::vector<std::string> messages;
+    EXPECT_EQ(Read_Pattern_Mult(file, several, 7, "DMC", messages).message, "Invalid Mode");
+    ASSERT_TRUE(Read_Pattern_Mult(file, several, 7, "XYSIGMA", messages).ok());
+    EXPECT_EQ(several.size(), 1u);
+    EXPECT_EQ(several.front().y, plain.y);
+    EXPECT_EQ(plain.instr, " 10  - XYSIGMA");
+}
+
 }  // namespace
 }  // namespace vntl

@@ -1,3 +1,4 @@
+// Runs the tests of a room that opens windows, on a display or without one.
 #include <gtest/gtest.h>
 
 #include "toolkit/messages.hpp"
