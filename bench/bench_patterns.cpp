@@ -163,7 +163,9 @@ constexpr Format_File format_files[] = {
     {"XRDML", ".xrdml", "PANALYTICAL",
      [](std::FILE* f) {
          std::fprintf(f,
-                      "<xrdMeasurement>\n<positions axis=\"2Theta\" unit=\"deg\">\n<startPosition>5.0</startPosition>\n"
+                      "<xrdMeasurement>\n<kAlpha1 unit=\"Angstrom\">1.54060</kAlpha1>\n<kAlpha2 unit=\"Angstrom\">1.54443</kAlpha2>\n"
+                      "<kBeta unit=\"Angstrom\">1.39225</kBeta>\n<ratioKAlpha2KAlpha1>0.5</ratioKAlpha2KAlpha1>\n<positions "
+                      "axis=\"2Theta\" unit=\"deg\">\n<startPosition>5.0</startPosition>\n"
                       "<endPosition>105.0</endPosition>\n</positions>\n<intensities unit=\"counts\">");
          for (int i = 0; i < 1800000; ++i) std::fprintf(f, "%d ", Count(i));
          std::fprintf(f, "</intensities>\n</xrdMeasurement>\n");

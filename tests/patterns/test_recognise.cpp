@@ -20,11 +20,21 @@ namespace {
     return text;
 }
 
+// A format without what stands for a value that is left out; false when there is nothing of that kind in it.
+constexpr std::string_view left_out = "%.0s";
+bool Leaves_Out(std::string& format) {
+    const std::size_t at = format.find(left_out);
+    if (at != std::string::npos) format.erase(at, left_out.size());
+    return at != std::string::npos;
+}
+
 // n numbers of a bumpy pattern, each by its format, so many to a line. The format gets a small integer (detectors, a time) and the count.
 std::string List(int n, int a_line, const char* format, double factor = 1) {
-    std::string text;
+    std::string text, each = format;
+    const bool count_alone = Leaves_Out(each);
     for (int i = 0; i < n; ++i) {
-        text += Print(format, 1 + i % 3, factor * (900 + 300 * std::sin(0.05 * i)));
+        const double count = factor * (900 + 300 * std::sin(0.05 * i));
+        text += count_alone ? Print(each.c_str(), count) : Print(each.c_str(), 1 + i % 3, count);
         if ((i + 1) % a_line == 0 || i + 1 == n) text += '\n';
     }
     return text;
@@ -62,8 +72,10 @@ std::string Uxd(int n) {
 }
 std::string Bank(const char* words, const std::string& rows) { return "Garnet, 300 K\n" + Print("BANK %s\n", words) + rows; }
 std::string Columns(int n, const char* format = "%.3f %.0f %.1f\n", double start = 10, double step = 0.05) {
-    std::string text;
-    for (int i = 0; i < n; ++i) text += Print(format, start + step * i, 100.0 + i % 17, 10.5);
+    std::string text, each = format;
+    const bool two = Leaves_Out(each);
+    for (int i = 0; i < n; ++i)
+        text += two ? Print(each.c_str(), start + step * i, 100.0 + i % 17) : Print(each.c_str(), start + step * i, 100.0 + i % 17, 10.5);
     return text;
 }
 std::string Variable_Time(int n) { return "Quartz\nCu\n12-MAR-91\n40 kV\n" + Range(n) + List(n, 5, "%6.1d%10.0f"); }
