@@ -47,17 +47,10 @@ Status Gsas(Source source, Pattern& pattern) {
     return Read_Gsas(source.text, time_of_flight, source.bank, pattern);
 }
 template <bool time_of_flight>
-Status Gsas_All(Source source, int capacity, Patterns& patterns, Messages& messages) {
-    const Status status = Read_Gsas_Banks(source.text, time_of_flight, patterns, messages);
-    if (patterns.size() > static_cast<std::size_t>(capacity)) patterns.resize(static_cast<std::size_t>(capacity));
-    return status;
+Status Gsas_All(Source source, int, Patterns& patterns, Messages& messages) {
+    return Read_Gsas_Banks(source.text, time_of_flight, patterns, messages);
 }
-
-Status Uxd_All(Source source, int capacity, Patterns& patterns, Messages&) {
-    const Status status = Read_Uxd_Ranges(source.text, patterns);
-    if (patterns.size() > static_cast<std::size_t>(capacity)) patterns.resize(static_cast<std::size_t>(capacity));
-    return status;
-}
+Status Uxd_All(Source source, int, Patterns& patterns, Messages&) { return Read_Uxd_Ranges(source.text, patterns); }
 
 Status Isis(Source source, Pattern& pattern) {
     Patterns patterns;
@@ -157,16 +150,6 @@ const Format_Reader& Reader_Of_Mode(std::string_view mode) {
     for (const Format_Reader& reader : Readers())
         if (std::find(reader.modes.begin(), reader.modes.end(), name) != reader.modes.end()) return reader;
     return Readers().back();
-}
-
-const Format_Reader& Reader_Of_Code(int code) {
-    for (const Format_Reader& reader : Readers())
-        if (reader.code == code) return reader;
-    return Readers().back();
-}
-
-int Count_Of_Banks(std::string_view text, int code) {
-    return code == 10 || code == 11 ? std::max(1, static_cast<int>(Gsas_Banks(text).size())) : 1;
 }
 
 }  // namespace vntl

@@ -11,6 +11,28 @@
 
 namespace vntl {
 
+// Places in the format table, from 1.
+namespace format_code {
+enum Code : int {
+    none,
+    free_format,
+    r3b,
+    nls,
+    g41,
+    r3a,
+    r3a_old,
+    dmc,
+    uxd,
+    xysigma,
+    gsas,
+    gsas_flight,
+    panalytical,
+    variable_time,
+    isis,
+    cif,
+};
+}
+
 inline constexpr int isis_capacity = 7;  // banks that one ISIS file may bring
 
 // A file in hand, as the readers look at it.
@@ -44,16 +66,13 @@ struct Format_Reader {
     std::string_view radiation, scat_var, legend_x, legend_y;
     int constant_step;
     void (*finish)(Diffraction_Pattern_Type&);  // what no table says; may be null
-    // All patterns of a file that holds several; null where it holds one. At most `capacity`; messages of those that failed alone.
+    // All patterns of a file that holds several; null where it holds one. Fails where more than `capacity` are a fault of the file;
+    // messages of those that failed alone.
     Status (*read_all)(const Pattern_Source&, int capacity, std::vector<Diffraction_Pattern_Type>&, std::vector<std::string>& messages);
 };
 
 std::span<const Pattern_Format> Pattern_Formats();
 std::span<const Format_Extension> Format_Extensions();
 const Format_Reader& Reader_Of_Mode(std::string_view mode);  // the free format for an unknown one
-const Format_Reader& Reader_Of_Code(int code);
-
-// Number of patterns that opening the file by that format with all its banks would give, looked at cheaply; 1 where it cannot tell.
-int Count_Of_Banks(std::string_view text, int code);
 
 }  // namespace vntl

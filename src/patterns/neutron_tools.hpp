@@ -1,7 +1,6 @@
 // What the readers of neutron diffractometers' files share: ranges in free form and lists of counts in fixed columns.
 //
-// Such lists are most of a file. Plain numbers, as "  1021" or "102.8 ", are taken where they stand, without the walk through a format; a
-// line that holds anything else, or ends early, is read by the edit descriptors.
+// Such lists are most of a file; plain_columns.hpp tells how they are read.
 #pragma once
 
 #include <cmath>

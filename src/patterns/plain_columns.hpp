@@ -64,8 +64,9 @@ inline bool Take_Fields(const char*, float*) {
 }
 template <int start, int columns, int width, int... widths>
 inline bool Take_Fields(const char* record, float* values) {
-    if (!Take_Whole<start, width, columns>(record, *values) && (width <= 2 || !Take_Real(record + start, record + start + width, *values)))
-        return false;
+    bool taken = false;
+    if constexpr (width <= 8) taken = Take_Whole<start, width, columns>(record, *values);
+    if (!taken && (width <= 2 || !Take_Real(record + start, record + start + width, *values))) return false;
     return Take_Fields<start + width, columns, widths...>(record, values + 1);
 }
 

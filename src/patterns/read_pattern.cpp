@@ -7,6 +7,7 @@
 #include "base/os.hpp"
 #include "base/text.hpp"
 #include "base/text_file.hpp"
+#include "patterns/gsas.hpp"
 #include "patterns/recognise.hpp"
 
 namespace vntl {
@@ -98,18 +99,18 @@ bool Is_Pattern_Extension(std::string_view extension) {
 }
 
 Recognition Recognise_Format(const std::string& file) {
-    constexpr std::size_t head = 64 << 10, whole = 64 << 20;
+    constexpr std::size_t whole = 64 << 20;
     Recognition result;
     const std::string extension = Lower(Extension_Of(file));
     result.by_extension = Format_Of_Extension(extension);
     Text_File source;
-    if (source.Open(file, head).ok()) result.by_content = Recognised_By_Content(source.Text());
+    if (source.Open(file, recognised_head).ok()) result.by_content = Recognised_By_Content(source.Text());
     for (const Format_Extension& row : Format_Extensions())
         if (row.extension == extension) result.code = row.code;
     if (result.by_content != 0) result.code = result.by_content;
     if (result.by_extension != 0) result.code = result.by_extension;
-    const bool several = result.code == 10 || result.code == 11;
-    if (several && source.Open(file, whole).ok()) result.banks = Count_Of_Banks(source.Text(), result.code);
+    const bool several = result.code == format_code::gsas || result.code == format_code::gsas_flight;
+    if (several && source.Open(file, whole).ok()) result.banks = std::max(1, static_cast<int>(Gsas_Banks(source.Text()).size()));
     return result;
 }
 
@@ -145,6 +146,7 @@ Status Read_Pattern_Mult(const std::string& filename, std::vector<Diffraction_Pa
     else
         status = reader.read(in_hand, fresh.emplace_back());
     if (status.failed) return status;
+    if (fresh.size() > static_cast<std::size_t>(capacity)) fresh.resize(static_cast<std::size_t>(capacity));
     for (Diffraction_Pattern_Type& pattern : fresh) Finish(reader, filename, name, pattern);
     patterns = std::move(fresh);
     return Status::Done();

@@ -9,29 +9,13 @@
 #include "base/real_parse.hpp"
 #include "base/text.hpp"
 #include "base/text_file.hpp"
+#include "patterns/format_table.hpp"
 
 namespace vntl {
 
 namespace {
 
-enum Code {
-    none,
-    free_format,
-    r3b,
-    nls,
-    g41,
-    r3a,
-    r3a_old,
-    dmc,
-    uxd,
-    xysigma,
-    gsas,
-    gsas_flight,
-    panalytical,
-    variable_time,
-    isis,
-    cif,
-};
+using namespace format_code;
 
 constexpr std::array<std::string_view, 16> phrases = {
     "",

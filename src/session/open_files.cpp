@@ -18,7 +18,6 @@ namespace {
 constexpr std::string_view progress_title = "Opening files";
 constexpr std::string_view selector_title = "Select data files to open";
 constexpr std::string_view filter_label = "Input Data File |";
-constexpr int code_socabim = 8, code_gsas = 10, code_gsas_flight = 11, code_isis = 14;
 
 // Extensions that a recent file opens as a pattern, as they are written.
 constexpr std::string_view pattern_extensions[] = {".dat", ".DAT", ".xy", ".xys", ".XY", ".XYS", ".bac", ".BAC", ".gss", ".GSS"};
@@ -95,18 +94,20 @@ Status With_Look(Status status, const std::string& path, int code) {
 Load_Result Load_Several(Session& session, Ask& ask, const std::string& path, int code) {
     const std::string mode(Mode_Of_Code(code));
     // A file of banks that fails ends no selection; one of ranges is a pattern file like any other.
-    const Load_Result failure = code == code_socabim ? Load_Result::failed : Load_Result::failed_alone;
+    const Load_Result failure = code == format_code::uxd ? Load_Result::failed : Load_Result::failed_alone;
+    const auto tell = [&](std::string_view message) {
+        const std::string name(Trim(File_Part(path, session.config.sep)));
+        ask.Error("ERROR in file: " + name + '\n' + std::string(Trim(message)));
+    };
     std::vector<Diffraction_Pattern_Type> patterns;
     std::vector<std::string> messages;
-    Status status = Read_Pattern_Mult(path, patterns, code == code_isis ? isis_capacity : max_profiles, mode, messages);
+    const Status status = Read_Pattern_Mult(path, patterns, code == format_code::isis ? isis_capacity : max_profiles, mode, messages);
     if (status.failed) {
-        status = With_Look(std::move(status), path, code);
-        ask.Error("ERROR in file: " + std::string(Trim(File_Part(path, session.config.sep))) + '\n' + std::string(Trim(status.message)));
+        tell(With_Look(status, path, code).message);
         return failure;
     }
     Load_Result result = messages.empty() ? Load_Result::added : failure;
-    for (const std::string& message : messages)
-        ask.Error("ERROR in file: " + std::string(Trim(File_Part(path, session.config.sep))) + '\n' + std::string(Trim(message)));
+    for (const std::string& message : messages) tell(message);
     for (Diffraction_Pattern_Type& pattern : patterns) {
         const Load_Result one = Load_Row(session, ask, path, mode, [&pattern](const std::string&, Diffraction_Pattern_Type& row) {
             row = std::move(pattern);
@@ -120,8 +121,8 @@ Load_Result Load_Several(Session& session, Ask& ask, const std::string& path, in
 
 Load_Result Load_With_Format(Session& session, Ask& ask, const std::string& path, const Format_Choice& choice) {
     const int code = session.format_code = Known_Code(choice.code);
-    const bool gsas = code == code_gsas || code == code_gsas_flight;
-    if (code == code_isis || code == code_socabim || (gsas && choice.all_banks)) return Load_Several(session, ask, path, code);
+    const bool gsas = code == format_code::gsas || code == format_code::gsas_flight;
+    if (code == format_code::isis || code == format_code::uxd || (gsas && choice.all_banks)) return Load_Several(session, ask, path, code);
     const std::string mode(Mode_Of_Code(code));
     return Load_Row(session, ask, path, mode, [&](const std::string& file, Diffraction_Pattern_Type& pattern) {
         const Status status = Read_Pattern(file, pattern, mode);

@@ -62,7 +62,7 @@ struct Message {
     WIN_MESSAGE record;
 };
 
-inline constexpr int main_window = 0, quick_view_window = 40, editor_window = 41;
+inline constexpr int main_window = 0, editor_window = 41;
 
 // Starts the toolkit; first call of the program. With `offscreen`, and without a display, no screen is needed.
 // argc and argv stay in use for the life of the program.

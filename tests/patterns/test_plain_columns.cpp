@@ -58,6 +58,8 @@ TEST(PlainColumns, QuickWaysGiveWhatTheFormatGives) {
     Compare<10, 8>("(10F8.0)");
     Compare<5, 8, 8>("(10F8.0)");
     Compare<10, 2, 6>("(10(I2,F6.0))");
+    Compare<10, 2, 8>("(10(I2,F8.0))");
+    Compare<5, 6, 10>("(5(F6.0,F10.0))");
     Compare<4, 8, 7, 5>("(4(F8.0,F7.0,F5.0))");
 }
 
