@@ -65,7 +65,10 @@ inline bool Take_Fields(const char*, float*) {
 template <int start, int columns, int width, int... widths>
 inline bool Take_Fields(const char* record, float* values) {
     bool taken = false;
-    if constexpr (width <= 8) taken = Take_Whole<start, width, columns>(record, *values);
+    if constexpr (width <= 8)
+        taken = Take_Whole<start, width, columns>(record, *values);
+    else if (std::string_view(record + start, width - 8).find_first_not_of(' ') == std::string_view::npos)
+        taken = Take_Whole<start + width - 8, 8, columns>(record, *values);
     if (!taken && (width <= 2 || !Take_Real(record + start, record + start + width, *values))) return false;
     return Take_Fields<start + width, columns, widths...>(record, values + 1);
 }
