@@ -12,6 +12,7 @@
 
 #include "base/os.hpp"
 #include "base/text_file.hpp"
+#include "patterns/prf.hpp"
 #include "patterns/read_pattern.hpp"
 
 namespace {
@@ -41,7 +42,9 @@ double Plain_Read(const std::string& name) {
     });
 }
 
-void Read(benchmark::State& state, const char* ending, const char* mode, const std::function<void(std::FILE*)>& write) {
+using Reader = std::function<bool(const std::string& name, Diffraction_Pattern_Type&)>;
+
+void Read_By(benchmark::State& state, const char* ending, const Reader& reader, const std::function<void(std::FILE*)>& write) {
     const std::string name = (std::filesystem::temp_directory_path() / "vantrelo_bench").string() + ending;
     std::FILE* file = std::fopen(name.c_str(), "w");
     write(file);
@@ -51,12 +54,17 @@ void Read(benchmark::State& state, const char* ending, const char* mode, const s
     double best = 1e30;
     for (auto _ : state) {
         const auto start = std::chrono::steady_clock::now();
-        if (Read_Pattern(name, pattern, mode).failed) state.SkipWithError("not read");
+        if (!reader(name, pattern)) state.SkipWithError("not read");
         best = std::min(best, std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count());
     }
     state.counters["reads"] = best / plain;
     state.counters["points"] = pattern.npts;
     IOsDeleteFile(name);
+}
+
+void Read(benchmark::State& state, const char* ending, const char* mode, const std::function<void(std::FILE*)>& write) {
+    Read_By(
+        state, ending, [mode](const std::string& name, Diffraction_Pattern_Type& p) { return Read_Pattern(name, p, mode).ok(); }, write);
 }
 
 void Read_Xysigma(benchmark::State& state) {
@@ -177,6 +185,50 @@ constexpr Format_File format_files[] = {
          std::fprintf(f, "\n");
      }},
 };
+
+// A refinement of 50,000 points and 5,000 reflections of two phases.
+constexpr int refined_points = 50000, refined_reflections = 5000;
+
+void Write_Classic(std::FILE* file) {
+    const auto list = [file](int n, int a_line, auto put) {
+        for (int i = 0; i < n; ++i) {
+            put(i);
+            if (i % a_line == a_line - 1 || i == n - 1) std::fputc('\n', file);
+        }
+    };
+    std::fprintf(file, "title\n3111\n%8.3f%8.3f%8.5f%8d\n", 105.0, 5.0, 0.002, 1);
+    std::fprintf(file, "%3d%7d%10.5f%10.5f%10.5f%10.5f%10.5f\n", 2, refined_points, 1.5406, 1.5444, 0.012, 0.01, 0.02);
+    std::fprintf(file, "%5d%5d%5d%5d\n", refined_reflections / 2, refined_reflections / 2, 0, 0);
+    for (int array = 0; array < 2; ++array) list(refined_points, 8, [&](int i) { std::fprintf(file, "%7d ", Count(i)); });
+    list(refined_reflections, 8, [&](int i) {
+        const int phase = 1 + i / (refined_reflections / 2);
+        std::fprintf(file, "%10d", (phase << 27) + (1 << 24) + ((128 + i % 30) << 16) + ((128 + i % 7) << 8) + 120);
+    });
+    list(refined_reflections, 10, [&](int i) { std::fprintf(file, "%8.3f", 5 + 0.02 * i); });
+    std::fprintf(file, "%8d\n%8.2f%8.2f\n", 1, 6.0, 7.0);
+}
+
+void Write_Columns(std::FILE* file) {
+    std::fprintf(file, "title\n%3d%7d%12.5f%12.5f%12.5f%12.5f%12.5f\n", 2, refined_points, 1.5406, 1.5444, 0.012, 0.01, 0.02);
+    std::fprintf(file, "%d %d 0 0\n0\n%-53s\n", refined_reflections / 2, refined_reflections / 2,
+                 "2Theta Yobs Ycal Yobs-Ycal Backg Posr (hkl) K heads--");
+    for (int i = 0; i < refined_points; ++i)
+        std::fprintf(file, "%12.4f\t%8d\t%8d\t%8d\t%8d\n", 5 + 0.002 * i, Count(i), Count(i + 1), Count(i) - Count(i + 1), 80);
+    for (int i = 0; i < refined_reflections; ++i) {
+        const int phase = 1 + i / (refined_reflections / 2);
+        if (i % (refined_reflections / 2) == 0) std::fprintf(file, "Phase: %d\n", phase);
+        std::fprintf(file, "%12.4f%37s%8d\t(%3d%3d%3d)\t%3d%3d\n", 5 + 0.02 * i, "", phase, i % 30, i % 7, -8, phase, 1);
+    }
+}
+
+bool Read_Refinement(const std::string& name, Diffraction_Pattern_Type& pattern) {
+    PRF_Info_Add_Type info;
+    return Read_Prf(name, pattern, info).ok() && info.nreflections == refined_reflections;
+}
+void Read_Classic(benchmark::State& state) { Read_By(state, ".prf", Read_Refinement, Write_Classic); }
+void Read_Columns(benchmark::State& state) { Read_By(state, ".prf", Read_Refinement, Write_Columns); }
+BENCHMARK(Read_Classic)->Unit(benchmark::kMillisecond);
+BENCHMARK(Read_Columns)->Unit(benchmark::kMillisecond);
 
 void Register_Formats() {
     for (const Format_File& format : format_files)

@@ -13,6 +13,7 @@
 #include <numeric>
 
 #include "base/page.hpp"
+#include "commands/ask_user.hpp"
 #include "commands/plot/mouse.hpp"
 #include "plot/plot.hpp"
 #include "toolkit/bitmap.hpp"
@@ -124,10 +125,11 @@ void Mouse_Move(benchmark::State& state) {
     Message move{Message_Kind::mouse_move, {}};
     move.record.y = 0.4 * page_height;
     unsigned place = 0;
+    Ask_User ask(session);
     for (auto _ : state) {
         place = (place + 97) % 600;
         move.record.x = (0.2 + 0.001 * place) * page_width;
-        MouseMovement_Main(session, move);
+        MouseMovement_Main(session, ask, move);
     }
     if (session.interface.status[1].rfind("Pointed Pattern", 0) != 0) state.SkipWithError("no row found");
 }

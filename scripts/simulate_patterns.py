@@ -28,7 +28,7 @@ FORM_FACTORS = {
 }
 
 # Coherent scattering lengths, fm.
-SCATTERING_LENGTHS = {"Al": 3.449, "O": 5.803, "K": 3.67, "Mn": -3.73, "F": 5.654}
+SCATTERING_LENGTHS = {"Al": 3.449, "O": 5.803, "K": 3.67, "Mn": -3.73, "F": 5.654, "Sr": 7.02, "Ti": -3.438}
 
 CU_KALPHA = ((1.540593, 1.0), (1.544427, 0.5))  # wavelength and relative intensity, Hoelzer et al. (1997)
 
@@ -99,6 +99,13 @@ def fluoride_perovskite(temperature):
     sites += [("F", p, 1.4 * b) for p in ((x, x + 0.5, 0), (-x, 0.5 - x, 0), (0.5 - x, x, 0), (x + 0.5, -x, 0))]
     atoms = [(e, p[0] + t, p[1] + t, p[2] + t, u) for t in (0, 0.5) for e, p, u in sites]
     return Crystal(math.sqrt(2) * a * (1 - strain / 3), 2 * a * (1 + 2 * strain / 3), 90.0, atoms)
+
+
+def strontium_titanate():
+    """SrTiO3 at room temperature, P m -3 m, a = 3.905 A."""
+    atoms = [("Sr", 0.5, 0.5, 0.5, 0.6), ("Ti", 0, 0, 0, 0.4)]
+    atoms += [("O", x, y, z, 0.7) for x, y, z in ((0.5, 0, 0), (0, 0.5, 0), (0, 0, 0.5))]
+    return Crystal(3.905, 3.905, 90.0, atoms)
 
 
 def reflections(crystal, d_min, scatterer):
@@ -288,6 +295,32 @@ def corundum_tof(directory):
     )
 
 
+def titanate_of_three_kinds(directory):
+    """One phase seen by neutrons of two wavelengths and by time of flight; t is proportional to d, so that the peaks meet in d."""
+    crystal, uvw = strontium_titanate(), (0.30, -0.35, 0.35)
+    for number, (wavelength, first, highest, background) in enumerate(((1.594, 25.0, 3600, 150), (2.52, 40.0, 2600, 250))):
+        xs = grid(first, 0.2, first + 120.0)
+        peaks = angular_pattern(xs, crystal, neutron, ((wavelength, 1.0),), uvw, lambda _t: 0.08, lorentz_neutron)
+        events = Counter(SEED + 4 + number)
+        counts = [events.poisson(p + background) for p in scaled(peaks, highest)]
+        title = f"SrTiO3, neutrons of {wavelength} A, 295 K (simulated)"
+        write(
+            directory / f"titanate_{wavelength:.3f}A.xye",
+            xydata(title, CONSTANT_STEP, 295, "2theta (degrees)", "Intensity (counts)", count_rows(xs, counts, 1)),
+        )
+    ratio, xs = 1.0022, [3400.0]
+    while xs[-1] < 14000.0:
+        xs.append(xs[-1] * ratio)
+    peaks = flight_pattern(xs, crystal, difc=4000.0, difa=0.0, bank=90.0)
+    events = Counter(SEED + 6)
+    counts = [events.poisson(p + 100 + 400 * math.exp(-x / 4000)) for p, x in zip(scaled(peaks, 1800), xs)]
+    title = "SrTiO3, time of flight, dtt1 4000, 295 K (simulated)"
+    write(
+        directory / "titanate_tof.xye",
+        xydata(title, AS_THEY_STAND, 295, "TOF (micro-seconds)", "Intensity (counts)", count_rows(xs, counts, 2)),
+    )
+
+
 def temperature_series(directory):
     xs = grid(20.0, 0.1, 139.9)
     for temperature in range(10, 301, 10):
@@ -357,7 +390,7 @@ def nickel_gr(directory):
 
 def main():
     directory = Path(sys.argv[1]) if len(sys.argv) > 1 else Path(__file__).resolve().parent.parent / "examples"
-    for make in (corundum_cuka, corundum_neutrons, corundum_tof, temperature_series, nickel_gr):
+    for make in (corundum_cuka, corundum_neutrons, corundum_tof, titanate_of_three_kinds, temperature_series, nickel_gr):
         make(directory)
 
 

@@ -24,9 +24,17 @@ void Do_Mouse(Application& app, const Message& message) {
     if (!plot.Is_2D()) return;
     switch (plot.plot_type == "calculation" ? 0 : plot.MoveMode) {
         case 0:
-            return MouseMovement_Main(app.session, message);
-        case 1:
+            return MouseMovement_Main(app.session, app.ask, message);
+        case drag_mode:
             return MouseMovement_DragPlot(app.session, message);
+        case exclude_mode:
+            return MouseMovement_SelExclReg(app.session, app.ask, message);
+        case align_mode:
+            return MouseMovement_OffsetAlign(app.session, app.ask, message);
+        case scale_y_mode:
+            return MouseMovement_ScalingY(app.session, app.ask, message);
+        case scale_x_mode:
+            return MouseMovement_ScalingX(app.session, app.ask, message);
         default:
             app.ask.Error("Fault: /vntl_win_root/Ihand_WinRoot/17 Unknown MoveMode ");
             app.session.plot.MoveMode = 0;

@@ -92,6 +92,8 @@ void Info_Scalars(Json& row, const PRF_Info_Add_Type& info) {
     row["nphases"] = info.nphases;
     row["nreflections"] = info.nreflections;
     row["chi2"] = Real(info.chi2);
+    row["x_shift_total"] = Real(info.x_shift_total);
+    row["y_mult_total"] = Real(info.y_mult_total);
     row["nexcl"] = info.nexcl;
 }
 
@@ -187,9 +189,18 @@ Json Fit(const Calculation_Lists& lists) {
         peaks.push_back({{"pos", Real(peak.x)}, {"y", Real(peak.y)}, {"half_x", Real(peak.half_x)}, {"half_y", Real(peak.half_y)}});
     Json background = Json::array();
     for (const Background_Mark& point : lists.background) background.push_back({{"x", Real(point.x)}, {"y", Real(point.y)}});
-    return {{"x_ini", Real(fit.a1)}, {"y_ini", Real(fit.b1)}, {"x_ini_set", fit.lower_set},
-            {"x_fin", Real(fit.a2)}, {"y_fin", Real(fit.b2)}, {"x_fin_set", fit.upper_set},
-            {"fit_done", fit.done},  {"peaks", peaks},        {"background", background}};
+    return {{"x_ini", Real(fit.a1)},
+            {"y_ini", Real(fit.b1)},
+            {"x_ini_set", fit.lower_set},
+            {"x_fin", Real(fit.a2)},
+            {"y_fin", Real(fit.b2)},
+            {"x_fin_set", fit.upper_set},
+            {"lambda1", Real(fit.lambda1)},
+            {"lambda2", Real(fit.lambda2)},
+            {"ratio", Real(fit.ratio)},
+            {"fit_done", fit.done},
+            {"peaks", peaks},
+            {"background", background}};
 }
 
 Json Dialog(int dialog) {

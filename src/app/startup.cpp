@@ -18,6 +18,7 @@
 #include "patterns/read_pattern.hpp"
 #include "plot/plot.hpp"
 #include "session/load.hpp"
+#include "session/open_prf.hpp"
 #include "views/text_editor.hpp"
 
 namespace vntl {
@@ -101,6 +102,11 @@ void Tell_About_Preferences(Application& app) {
 void Open_Start_File(Application& app, const std::string& name) {
     Session& session = app.session;
     const std::string extension = Lower(Extension_Of(name));
+    if (Is_Prf_Extension(extension)) {
+        app.failed |= Open_Prf_File(session, app.ask, name).failed;
+        Plot_ReMake(session);
+        return;
+    }
     const bool told = std::find(start_extensions.begin(), start_extensions.end(), extension) != start_extensions.end();
     if (!told && !Is_Pattern_Extension(extension)) {
         app.failed = true;

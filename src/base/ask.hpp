@@ -40,6 +40,13 @@ struct Format_Choice {
     bool all_banks = false;  // each bank becomes a profile
 };
 
+// What carries x of a file to d: lambda 1 and lambda 2, or dtt1 and dtt2.
+enum class Constants_Kind { wavelength, time_of_flight };
+struct Conversion_Constants {
+    std::string file_name;
+    float first = 0, second = 0;
+};
+
 // A work of many steps: shows how far it is, and hears when the user wants it to end.
 class Progress {
 public:
@@ -60,6 +67,10 @@ public:
 
     // The dialog "Format of the data file"; nothing on cancel.
     virtual std::optional<Format_Choice> Data_Format(const Format_Question& question) = 0;
+
+    // The constants of one file, and of all rows in a table; false, and nothing changes, on cancel.
+    virtual bool Constants_Of_File(Constants_Kind /*kind*/, Conversion_Constants& /*file*/) { return false; }
+    virtual bool Constants_Of_Rows(Constants_Kind /*kind*/, std::vector<Conversion_Constants>& /*rows*/) { return false; }
 
     // A work of `total` steps begins; it ends with the object.
     virtual std::unique_ptr<Progress> Start_Progress(std::string_view /*title*/, int /*total*/) { return std::make_unique<Progress>(); }

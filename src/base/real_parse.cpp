@@ -5,14 +5,15 @@
 #include "base/real_parse.hpp"
 
 #include <algorithm>
-#include <bit>
+#include <bit>  // bit_cast
 #include <charconv>
 #include <cmath>
 #include <cstdint>
-#include <cstring>
 #include <limits>
 #include <string_view>
 #include <type_traits>
+
+#include "base/digit_word.hpp"
 
 namespace vntl {
 namespace {
@@ -29,24 +30,15 @@ constexpr long long deciding_digits = 780;         // a double is decided by its
 inline bool Is_Digit(char c) { return static_cast<unsigned char>(c - '0') < 10; }
 inline char To_Lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; }
 
-// Appends the digits at p to the mantissa, eight bytes at a time: no branch depends on how many digits there are, so that columns of
-// unequal numbers cost no mispredictions. Digits sit in the bytes of a word, first digit lowest; shifted to its top they are read as an
-// eight-digit number with leading zeros, by adding neighbours in pairs, fours and eights.
-const char* Gather_Digits(const char* p, const char* last, std::uint64_t& mantissa) {
-    if (std::endian::native == std::endian::little && last - p >= 8) {
-        std::uint64_t word;
-        std::memcpy(&word, p, 8);
-        word ^= 0x3030303030303030u;
-        const std::uint64_t others = ((word + 0x7676767676767676u) | word) & 0x8080808080808080u;
-        const int count = std::countr_zero(others) / 8;
+// Appends the digits at p to the mantissa.
+inline const char* Gather_Digits(const char* p, const char* last, std::uint64_t& mantissa) {
+    if (has_digit_words) {
+        const std::uint64_t word = Load_Word(p, last) ^ zero_digits;
+        const int count = Bytes_Before(No_Digits(word));
         if (count == 0) return p;
-        word <<= 64 - 8 * count;
-        word = word * 10 + (word >> 8);
-        constexpr std::uint64_t every_fourth = 0x000000FF000000FFu;
-        word = ((word & every_fourth) * 0x000F424000000064u + ((word >> 16) & every_fourth) * 0x0000271000000001u) >> 32;
-        mantissa = mantissa * small_powers[count] + word;
+        mantissa = mantissa * small_powers[count] + Eight_Digits(word << (64 - 8 * count));
         p += count;
-        if (count < 8) return p;
+        if (count < word_digits) return p;
     }
     for (; p < last && Is_Digit(*p); ++p) mantissa = mantissa * 10 + static_cast<std::uint64_t>(*p - '0');
     return p;
@@ -142,6 +134,10 @@ const char* Parse_Real_Number(const char* first, const char* last, Real& value) 
     const bool negative = *p == '-';
     if (negative || *p == '+') ++p;
     const char* const digits = p;
+    if (const char* const end = Parse_Short(digits, last, value); end != digits) {
+        if (negative) value = -value;
+        return end;
+    }
     std::uint64_t mantissa = 0;  // wraps on long mantissas, which the digit count below tells
     p = Gather_Digits(p, last, mantissa);
     long long count = p - digits;
@@ -177,8 +173,8 @@ bool Parse_Integer_Number(const char*& cursor, const char* last, Integer& value)
 
 }  // namespace
 
-const char* Parse_Float(const char* first, const char* last, float& value) { return Parse_Real_Number(first, last, value); }
-const char* Parse_Double(const char* first, const char* last, double& value) { return Parse_Real_Number(first, last, value); }
+const char* Parse_Any(const char* first, const char* last, float& value) { return Parse_Real_Number(first, last, value); }
+const char* Parse_Any(const char* first, const char* last, double& value) { return Parse_Real_Number(first, last, value); }
 
 bool Parse_Int(const char*& cursor, const char* last, int& value) { return Parse_Integer_Number(cursor, last, value); }
 bool Parse_Int(const char*& cursor, const char* last, long long& value) { return Parse_Integer_Number(cursor, last, value); }

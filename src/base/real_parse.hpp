@@ -6,12 +6,51 @@
 // Nothing here skips blanks.
 #pragma once
 
+#include "base/digit_word.hpp"
+
 namespace vntl {
+
+// A number without sign and exponent whose digits and point take eight characters at most, as nearly all of a file are; `first` and an
+// unchanged `value` for any other. Digits on both sides of a point are put together by closing the gap between them.
+//
+// m / 10^d with m < 10^8 and d <= 7 is either the midway between two floats or at least 2^-50 of its size away from it, which is more than
+// the division errs. The float next to the quotient therefore is the float next to the text.
+inline constexpr double short_powers[] = {1, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7};
+
+template <class Real>
+inline const char* Parse_Short(const char* first, const char* last, Real& value) {
+    if (!has_digit_words) return first;
+    std::uint64_t word = Load_Word(first, last) ^ zero_digits;
+    const std::uint64_t marks = No_Digits(word);
+    const int whole = Bytes_Before(marks);
+    int count = whole;  // of digits
+    const char* end = first + whole;
+    if (whole < word_digits && (word >> 8 * whole & 0xFF) == ('.' ^ '0')) {
+        const int length = Bytes_Before(marks & (marks - 1));  // up to the second mark
+        const std::uint64_t front = (std::uint64_t{1} << 8 * whole) - 1;
+        word = (word & front) | (word >> 8 & ~front);
+        count = length - 1;
+        end = first + length;
+    }
+    if (count == 0 || (end != last && *end > ' ' && *end != ',')) return first;
+    value = static_cast<Real>(Eight_Digits(word << (64 - 8 * count)) / short_powers[count - whole]);
+    return end;
+}
+
+// Numbers of any length and form.
+const char* Parse_Any(const char* first, const char* last, float& value);
+const char* Parse_Any(const char* first, const char* last, double& value);
+
+template <class Real>
+inline const char* Parse_Real_At(const char* first, const char* last, Real& value) {
+    const char* const end = Parse_Short(first, last, value);
+    return end != first ? end : Parse_Any(first, last, value);
+}
 
 // Reads the longest number at the front of [first, last). Returns its end, or `first` with `value` unchanged when there is none.
 // An exponent letter or sign without digits behind it does not belong to the number.
-const char* Parse_Float(const char* first, const char* last, float& value);
-const char* Parse_Double(const char* first, const char* last, double& value);
+inline const char* Parse_Float(const char* first, const char* last, float& value) { return Parse_Real_At(first, last, value); }
+inline const char* Parse_Double(const char* first, const char* last, double& value) { return Parse_Real_At(first, last, value); }
 
 // Reads digits with an optional sign at `cursor` and moves it behind them. False, and nothing changed, without a digit or when the
 // number does not fit.

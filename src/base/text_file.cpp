@@ -2,17 +2,16 @@
 #include "base/text_file.hpp"
 
 #include <fcntl.h>     // open
-#include <sys/mman.h>  // madvise
 #include <sys/stat.h>  // fstat
 #include <unistd.h>    // read, close
 
 #include <algorithm>
 #include <cerrno>
-#include <cstdint>
 #include <cstring>
 #include <new>  // std::nothrow
 #include <system_error>
 
+#include "base/huge_pages.hpp"
 #include "base/text.hpp"
 
 namespace vntl {
@@ -33,16 +32,6 @@ struct Descriptor {
 Status Refusal(const std::string& reason, const std::string& file) { return Status::Fail(reason + ": " + file); }
 
 Status System_Refusal(const std::string& file) { return Refusal(std::generic_category().message(errno), file); }
-
-// A buffer of many megabytes is filled once: thousands of page faults fewer, where the system has pages of 2 MB.
-void Ask_For_Huge_Pages([[maybe_unused]] char* bytes, [[maybe_unused]] std::size_t size) {
-#ifdef MADV_HUGEPAGE
-    constexpr std::uintptr_t huge = std::uintptr_t{1} << 21;
-    const auto first = (reinterpret_cast<std::uintptr_t>(bytes) + huge - 1) / huge * huge;
-    const auto end = (reinterpret_cast<std::uintptr_t>(bytes) + size) / huge * huge;
-    if (end > first) (void)madvise(reinterpret_cast<void*>(first), end - first, MADV_HUGEPAGE);  // a hint: its failure changes nothing
-#endif
-}
 
 }  // namespace
 

@@ -3,6 +3,7 @@
 #include "commands/file/format_dialog.hpp"
 #include "commands/progress_dialog.hpp"
 #include "commands/select_files.hpp"
+#include "commands/xspace/constants_dialogs.hpp"
 #include "toolkit/window.hpp"
 
 namespace vntl {
@@ -14,6 +15,12 @@ std::vector<std::string> Ask_User::Select_Files(std::string_view title, std::str
 }
 
 std::optional<Format_Choice> Ask_User::Data_Format(const Format_Question& question) { return Data_Format_Dialog(session_, question); }
+
+bool Ask_User::Constants_Of_File(Constants_Kind kind, Conversion_Constants& file) { return File_Constants_Dialog(session_, kind, file); }
+
+bool Ask_User::Constants_Of_Rows(Constants_Kind kind, std::vector<Conversion_Constants>& rows) {
+    return Row_Constants_Dialog(session_, kind, rows);
+}
 
 std::unique_ptr<Progress> Ask_User::Start_Progress(std::string_view title, int total) {
     return Start_Progress_Dialog(session_, title, total);

@@ -3,10 +3,12 @@
 #include "plot/plot.hpp"
 #include "toolkit/dialog.hpp"
 #include "toolkit/messages.hpp"
+#include "toolkit/window.hpp"
 
 namespace vntl {
 
-int Run_Modal(Session& session, int dialog, const std::function<void(int)>& command) {
+int Run_Modal(Session& session, int dialog, const std::function<void(int)>& command, const std::function<void(int)>& changed) {
+    if (changed) WMessageEnable(dialog, Message_Kind::field_changed, true);
     bool resized = false;
     int pressed = 0;
     while (pressed == 0) {
@@ -25,12 +27,23 @@ int Run_Modal(Session& session, int dialog, const std::function<void(int)>& comm
                 if (command && message.record.win == main_window && Modal_Loop_Serves(message.record.value1))
                     command(message.record.value1);
                 break;
+            case Message_Kind::field_changed:
+                if (changed && message.record.win == dialog) changed(message.record.value2);
+                break;
             default:
                 break;  // everything else waits for the end of the dialog, and is void by then
         }
     }
     if (resized) Post_Message({Message_Kind::resize, {}});
     return pressed;
+}
+
+void Error_Box(std::string text) { WMessageBox({Box_Buttons::ok, Box_Icon::exclamation, 1, std::move(text), std::string(error_title)}); }
+
+std::optional<float> Number_In_Field(int field, std::string_view name) {
+    const std::optional<float> value = WDialogGetReal(field);
+    if (!value) Error_Box(std::string(name) + ": \"" + WDialogGetString(field) + "\" is not a number");
+    return value;
 }
 
 }  // namespace vntl

@@ -2,13 +2,22 @@
 #pragma once
 
 #include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
 
 namespace vntl {
 
 struct Session;
 
 // Runs the shown dialog until one of its buttons is pressed; the number of the button. The dialog stays loaded. `command` is called with
-// the commands of the main window that the dialog lets through.
-int Run_Modal(Session&, int dialog, const std::function<void(int)>& command = {});
+// the commands of the main window that the dialog lets through, `changed` with each field that the user changes.
+int Run_Modal(Session&, int dialog, const std::function<void(int)>& command = {}, const std::function<void(int)>& changed = {});
+
+// A box with the title of errors.
+void Error_Box(std::string text);
+
+// The number in a field of the dialog in front; a box that names the field, and nothing, where its text is none.
+std::optional<float> Number_In_Field(int field, std::string_view name);
 
 }  // namespace vntl

@@ -12,7 +12,9 @@
 #include "base/real_parse.hpp"
 #include "base/text.hpp"
 #include "base/text_file.hpp"
+#include "patterns/number_walk.hpp"
 #include "patterns/reader_tools.hpp"
+#include "patterns/told_values.hpp"
 
 namespace vntl {
 
@@ -65,11 +67,6 @@ Marks Find_Marks(std::string_view text) {
         marks.loop = lines;
     }
     return marks;
-}
-
-std::string_view From_Column(std::string_view line, std::size_t column) {
-    line.remove_prefix(Cut(line, column - 1).size());
-    return line;
 }
 
 Status Read_Count(const Marks& marks, std::size_t bytes, int& npts) {
@@ -182,7 +179,6 @@ struct Value {
     bool known = false;
 };
 
-bool Is_Blank(char c) { return c == ' ' || c == '\t'; }
 bool Is_Digit(char c) { return c >= '0' && c <= '9'; }
 
 // The decimal exponent of the last digit of the number in [first, last): -2 of "12.34", 1 of "1.234E3".

@@ -46,7 +46,7 @@ Status Read_Dmc(std::string_view text, Diffraction_Pattern_Type& p) {
         if (Read_10_F8(lines, p.sigma) != Filled::all) return Status::Fail(bad_deviations);
         for (float& sigma : p.sigma) sigma *= sigma;
     } else {
-        for (std::size_t i = 0; i < p.y.size(); ++i) p.sigma[i] = std::fabs(p.y[i]);
+        Set_Count_Variances(p);
     }
     Set_Grid(p);
     Set_Y_Limits(p);

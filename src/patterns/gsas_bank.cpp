@@ -4,9 +4,10 @@
 #include <cmath>
 
 #include "base/conversions.hpp"
-#include "base/real_parse.hpp"
+#include "base/huge_pages.hpp"
 #include "base/scan.hpp"
 #include "base/text.hpp"
+#include "patterns/number_walk.hpp"
 #include "patterns/plain_columns.hpp"
 #include "patterns/reader_tools.hpp"
 
@@ -50,16 +51,11 @@ auto Records_Of_Bank(Line_Cursor& lines) {
     };
 }
 
-bool Is_Separator(char c) { return c == ' ' || c == '\t' || c == ','; }
-
 // The next number of a line in free form; false at its end and at what is no number.
 template <class Real>
-bool Take_Number(const char*& at, const char* end, Real& value, const char* (*parse)(const char*, const char*, Real&)) {
-    while (at != end && Is_Separator(*at)) ++at;
-    const char* const behind = parse(at, end, value);
-    if (behind == at || (behind != end && !Is_Separator(*behind))) return false;
-    at = behind;
-    return true;
+bool Take_Number(Number_Walk& walk, Real& value) {
+    walk.Skip_Separators();
+    return walk.Take(value);
 }
 
 void Set_Ends_And_Mean_Step(Diffraction_Pattern_Type& p) {
@@ -216,17 +212,16 @@ Status Gsas_Bank_Reader::Read_Stated(const Gsas_Bank_Line& bank, Line_Cursor& li
     x_.clear(), y_.clear(), deviation_.clear();
     // Room for what the rest of the file can hold; memory is taken as it fills.
     const std::size_t room = std::min(static_cast<std::size_t>(bank.npts), lines.Rest().size() / 4 + 1);
-    x_.reserve(room), y_.reserve(room), deviation_.reserve(room);
+    for (auto* values : {&x_, &y_, &deviation_}) Reserve_Many(*values, room);
     auto next = Records_Of_Bank(lines);
     std::string_view line;
     for (int count = 0; count < bank.npts && next(line);) {
-        const char* at = line.data();
-        const char* const end = at + line.size();
-        while (at != end && Is_Separator(*at)) ++at;
-        if (at == end || *at == '#' || *at == '!') continue;
+        Number_Walk walk(line);
+        walk.Skip_Separators();
+        if (walk.At_End() || walk.Front() == '#' || walk.Front() == '!') continue;
         float x = 0, y = 0, s = 0;
-        if (!Take_Number(at, end, x, Parse_Float) || !std::isfinite(x) || !Take_Number(at, end, y, Parse_Float)) break;
-        if (deviations && !Take_Number(at, end, s, Parse_Float)) break;
+        if (!walk.Take(x) || !std::isfinite(x) || !Take_Number(walk, y)) break;
+        if (deviations && !Take_Number(walk, s)) break;
         x_.push_back(x / divisor_), y_.push_back(y), deviation_.push_back(s);
         ++count;
     }
@@ -281,9 +276,10 @@ bool Read_Map_Values(Line_Cursor& lines, std::size_t n, bool columns, std::vecto
         double value = 0;
         while (at != end && values.size() < n) {
             const char* const stop = columns ? at + std::min<std::ptrdiff_t>(width, end - at) : end;
-            if (!Take_Number(at, stop, value, Parse_Double)) return false;
-            if (columns && Trim({at, static_cast<std::size_t>(stop - at)}).size() > 0) return false;
-            if (columns) at = stop;
+            Number_Walk field(at, stop);
+            if (!Take_Number(field, value)) return false;
+            if (columns && !Trim(field.Rest()).empty()) return false;
+            at = columns ? stop : field.At();
             values.push_back(value);
         }
     }

@@ -4,10 +4,10 @@
 #include <cmath>
 
 #include "base/free_form.hpp"
-#include "base/real_parse.hpp"
 #include "base/text.hpp"
 #include "base/text_file.hpp"
 #include "patterns/header_words.hpp"
+#include "patterns/number_walk.hpp"
 #include "patterns/reader_tools.hpp"
 
 namespace vntl {
@@ -58,17 +58,12 @@ bool Read_Header(Line_Cursor& lines, Header& head) {
     return false;
 }
 
-bool Is_Separator(char c) { return c == ' ' || c == '\t' || c == ','; }
-
 // Three numbers, in most files with nothing but blanks between them.
 bool Take_Record(std::string_view line, std::array<float, 3>& numbers) {
-    const char* at = line.data();
-    const char* const end = at + line.size();
+    Number_Walk walk(line);
     for (float& number : numbers) {
-        while (at != end && (*at == ' ' || *at == '\t')) ++at;
-        const char* const behind = Parse_Float(at, end, number);
-        if (behind == at || (behind != end && !Is_Separator(*behind))) return Read_Free_Reals(line, numbers);
-        at = behind;
+        walk.Skip_Blanks();
+        if (!walk.Take(number)) return Read_Free_Reals(line, numbers);
     }
     return true;
 }
@@ -138,8 +133,7 @@ Status Make_Pattern(const Header& head, const Records& records, Diffraction_Patt
     p.xmin = p.x.front();
     p.xmax = p.x.back();
     p.step = static_cast<float>(records.steps / static_cast<double>(n));
-    if (records.variances < negligible)
-        for (std::size_t i = 0; i < n; ++i) p.sigma[i] = std::fabs(p.y[i]);
+    if (records.variances < negligible) Set_Count_Variances(p);
     Set_Y_Limits(p);
     return Status::Done();
 }

@@ -1,11 +1,12 @@
 #include "patterns/jcp.hpp"
 
-#include <cmath>
+#include <cstring>
 #include <span>
 
 #include "base/edit_descriptor.hpp"
 #include "base/text.hpp"
 #include "base/text_file.hpp"
+#include "patterns/plain_columns.hpp"
 #include "patterns/reader_tools.hpp"
 #include "patterns/told_values.hpp"
 
@@ -42,13 +43,28 @@ Status Read_Keywords(Line_Cursor& lines, Diffraction_Pattern_Type& p, double& np
     return Status::Fail(no_keywords);
 }
 
+// A column of `width` that holds one number with a point between blanks.
+bool Take_Pointed(const char* column, std::size_t width, float& value) {
+    return std::memchr(column, '.', width) != nullptr && Take_Real(column, column + width, value);
+}
+
+// A row as nearly all are; false when it is short or holds anything else.
+bool Read_Usual_Row(std::string_view line, float& x, std::span<float> y) {
+    constexpr std::size_t x_width = 9, y_width = 11, first_y = 10;
+    if (line.size() < first_y + row_points * y_width || !Take_Pointed(line.data(), x_width, x)) return false;
+    for (std::size_t k = 0; k < row_points; ++k)
+        if (!Take_Pointed(line.data() + first_y + k * y_width, y_width, y[k])) return false;
+    return true;
+}
+
 bool Read_Rows(Line_Cursor& lines, std::size_t rows, Diffraction_Pattern_Type& p) {
     static const Edit_Format layout("(F9.3,1X,5F11.3)");
     std::string_view line;
     for (std::size_t i = 0; i < rows * row_points; i += row_points) {
         if (!lines.Next(line)) return false;
-        Edit_Reader reader(layout, line);
-        if (!reader.Read(p.x[i], std::span(p.y).subspan(i, row_points)) || !Is_Sound(p.x[i])) return false;
+        const auto y = std::span(p.y).subspan(i, row_points);
+        if (!Read_Usual_Row(line, p.x[i], y) && !Edit_Reader(layout, line).Read(p.x[i], y)) return false;
+        if (!Is_Sound(p.x[i])) return false;
         for (std::size_t k = 1; k < row_points; ++k) p.x[i + k] = p.x[i] + static_cast<float>(k) * p.step;
     }
     return true;
@@ -67,7 +83,7 @@ Status Read_Jcp(std::string_view text, Diffraction_Pattern_Type& p) {
     if (Status status = Allocate_Diffraction_Pattern(p, static_cast<std::int32_t>(rows * row_points)); status.failed) return status;
     if (!Read_Rows(lines, rows, p)) return Status::Fail(bad_data);
     Keep_Points(p, static_cast<int>(rows * row_points - (row_points - 1)));
-    for (std::size_t i = 0; i < p.y.size(); ++i) p.sigma[i] = std::fabs(p.y[i]);
+    Set_Count_Variances(p);
     p.constant_step = false;
     Set_Y_Limits(p);
     return Status::Done();

@@ -1,10 +1,10 @@
 #include "patterns/panalytical_csv.hpp"
 
 #include <array>
-#include <cmath>
 
 #include "base/text.hpp"
 #include "base/text_file.hpp"
+#include "patterns/number_walk.hpp"
 #include "patterns/reader_tools.hpp"
 #include "patterns/told_values.hpp"
 
@@ -95,12 +95,12 @@ Status Read_Header(Line_Cursor& lines, Header& head, Diffraction_Pattern_Type& p
 
 // Either side of the first comma, or two numbers separated by blanks.
 bool Read_Point(std::string_view line, float& x, float& y) {
-    const char* const end = line.data() + line.size();
-    const std::size_t comma = line.find(',');
-    const char* behind = Real_At_Front(line.data(), comma == std::string_view::npos ? end : line.data() + comma, x);
-    if (behind == nullptr || !Is_Sound(x)) return false;
-    if (comma != std::string_view::npos) behind = line.data() + comma + 1;
-    return Real_At_Front(behind, end, y) != nullptr;
+    Number_Walk walk(line);
+    walk.Skip_Blanks();
+    if (!walk.Take(x, '/') || !Is_Sound(x)) return false;
+    if (const std::size_t comma = walk.Rest().find(','); comma != std::string_view::npos) walk = Number_Walk(walk.Rest().substr(comma + 1));
+    walk.Skip_Blanks();
+    return walk.Take(y, '/');
 }
 
 bool Read_Any_Point(std::string_view line, char separator, float& x, float& y) {
@@ -125,7 +125,7 @@ Status Read_Panalytical_Csv(std::string_view text, Diffraction_Pattern_Type& p) 
     while (n < p.x.size() && lines.Next(line) && Read_Any_Point(line, head.separator, p.x[n], p.y[n])) ++n;
     Keep_Points(p, static_cast<int>(n));
     if (n == 0) return Status::Fail(no_points);
-    for (std::size_t i = 0; i < n; ++i) p.sigma[i] = std::fabs(p.y[i]);
+    Set_Count_Variances(p);
     if (!head.range) p.xmin = p.x.front(), p.xmax = p.x.back();
     if (!head.step && n > 1) p.step = (p.x.back() - p.x.front()) / static_cast<float>(n - 1);
     p.constant_step = false;

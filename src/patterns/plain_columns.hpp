@@ -10,11 +10,11 @@
 
 #include <algorithm>
 #include <array>
-#include <bit>
 #include <cstdint>
 #include <cstring>
 #include <string_view>
 
+#include "base/digit_word.hpp"
 #include "base/edit_descriptor.hpp"
 #include "base/real_parse.hpp"
 
@@ -25,26 +25,23 @@ namespace vntl {
 template <int start, int width, int columns>
 inline bool Take_Whole(const char* record, float& value) {
     static_assert(width <= 8 && columns >= 8);
-    if constexpr (std::endian::native != std::endian::little) return false;
-    constexpr std::uint64_t blanks = 0x1010101010101010u, zeros = 0x3030303030303030u;  // a blank less a zero is 0x10
-    constexpr std::uint64_t field = ~std::uint64_t{0} << (64 - 8 * width);              // the last character is the highest byte
-    constexpr bool late = start + 8 > columns;                                          // eight columns from `start` are not there
+    if constexpr (!has_digit_words) return false;
+    constexpr std::uint64_t blanks = 0x1010101010101010u;                   // a blank ^ a zero
+    constexpr std::uint64_t field = ~std::uint64_t{0} << (64 - 8 * width);  // the last character is the highest byte
+    constexpr bool late = start + 8 > columns;                              // eight columns from `start` are not there
     std::uint64_t word;
     std::memcpy(&word, record + (late ? start + width - 8 : start), 8);
     if constexpr (!late) word <<= 64 - 8 * width;
-    word = ((word ^ zeros) & field) | (blanks & ~field);
+    word = ((word ^ zero_digits) & field) | (blanks & ~field);
     if (width > 2 && word >> 56 == ('.' ^ '0')) word = word << 8 | 0x10;
     const std::uint64_t others = word ^ blanks;
     if (others == 0) {
         value = 0;
         return true;
     }
-    word &= ~std::uint64_t{0} << (std::countr_zero(others) / 8 * 8);
-    if ((((word + 0x7676767676767676u) | word) & 0x8080808080808080u) != 0) return false;
-    word = word * 10 + (word >> 8);  // neighbours in pairs, fours and eights
-    constexpr std::uint64_t every_fourth = 0x000000FF000000FFu;
-    word = ((word & every_fourth) * 0x000F424000000064u + ((word >> 16) & every_fourth) * 0x0000271000000001u) >> 32;
-    value = static_cast<float>(static_cast<std::uint32_t>(word));
+    word &= ~std::uint64_t{0} << (8 * Bytes_Before(others));
+    if (No_Digits(word) != 0) return false;
+    value = static_cast<float>(Eight_Digits(word));
     return true;
 }
 
@@ -74,9 +71,9 @@ inline bool Take_Fields(const char* record, float* values) {
 }
 
 // The first `n` groups of the lines that `next` gives, each to `take` with its number from 0; gives how many there were. The first field
-// that is no number ends them.
-template <int per_line, int... widths, class Next, class Take>
-int Read_Groups(const Edit_Format& format, Next next, int n, Take take) {
+// that is no number ends them. Between the groups of a line are `gap` columns that do not count.
+template <int gap, int per_line, int... widths, class Next, class Take>
+int Read_Groups_Apart(const Edit_Format& format, Next next, int n, Take take) {
     constexpr int group_width = (widths + ...);
     std::array<float, sizeof...(widths)> group{};
     std::string_view line;
@@ -92,12 +89,12 @@ int Read_Groups(const Edit_Format& format, Next next, int n, Take take) {
     };
     while (count < n && next(line)) {
         const int groups = std::min(per_line, n - count);
-        if (line.size() < static_cast<std::size_t>(per_line * group_width)) {
+        if (line.size() < static_cast<std::size_t>(per_line * (group_width + gap) - gap)) {
             if (!careful(line, groups)) return count;
             continue;
         }
         const char* at = line.data();
-        for (int left = groups; left > 0; --left, at += group_width) {
+        for (int left = groups; left > 0; --left, at += group_width + gap) {
             if (!Take_Fields<0, group_width, widths...>(at, group.data())) {
                 if (!careful(line.substr(static_cast<std::size_t>(at - line.data())), left)) return count;
                 break;
@@ -106,6 +103,11 @@ int Read_Groups(const Edit_Format& format, Next next, int n, Take take) {
         }
     }
     return count;
+}
+
+template <int per_line, int... widths, class Next, class Take>
+int Read_Groups(const Edit_Format& format, Next next, int n, Take take) {
+    return Read_Groups_Apart<0, per_line, widths...>(format, next, n, take);
 }
 
 }  // namespace vntl

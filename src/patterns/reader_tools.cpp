@@ -1,6 +1,7 @@
 #include "patterns/reader_tools.hpp"
 
 #include <cmath>
+#include <cstdint>
 
 namespace vntl {
 
@@ -15,10 +16,17 @@ Status Allocate_Told(Diffraction_Pattern_Type& pattern, double npts, std::size_t
 }
 
 void Set_Grid(Diffraction_Pattern_Type& p) {
-    for (std::size_t i = 0; i < p.x.size(); ++i) p.x[i] = p.xmin + static_cast<float>(i) * p.step;
+    const float xmin = p.xmin, step = p.step;
+    float* const x = p.x.data();
+    const auto n = static_cast<std::int32_t>(p.x.size());
+    for (std::int32_t i = 0; i < n; ++i) x[i] = xmin + static_cast<float>(i) * step;
 }
 
 void Set_Grid_End(Diffraction_Pattern_Type& p) { p.xmax = static_cast<float>(p.npts - 1) * p.step + p.xmin; }
+
+void Set_Count_Variances(Diffraction_Pattern_Type& p) {
+    for (std::size_t i = 0; i < p.y.size(); ++i) p.sigma[i] = std::fabs(p.y[i]);
+}
 
 void Keep_Points(Diffraction_Pattern_Type& p, int n) {
     p.npts = n;

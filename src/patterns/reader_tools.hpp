@@ -28,6 +28,9 @@ void Set_Grid(Diffraction_Pattern_Type& pattern);
 // xmax = (npts - 1) step + xmin.
 void Set_Grid_End(Diffraction_Pattern_Type& pattern);
 
+// The variance of a count is the count: |y| for all points.
+void Set_Count_Variances(Diffraction_Pattern_Type& pattern);
+
 // Keeps the first `n` points of all arrays.
 void Keep_Points(Diffraction_Pattern_Type& pattern, int n);
 

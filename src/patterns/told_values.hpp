@@ -6,14 +6,14 @@
 #include <string_view>
 
 #include "base/free_form.hpp"
-#include "base/real_parse.hpp"
 #include "base/text.hpp"
 
 namespace vntl {
 
-// The line from a column (counted from 1) on.
+// The line from a column (counted from 1, a character each) on.
 inline std::string_view From_Column(std::string_view line, std::size_t column) {
-    return line.size() < column ? std::string_view{} : line.substr(column - 1);
+    line.remove_prefix(Cut(line, column - 1).size());
+    return line;
 }
 
 // A position, step, wavelength or count that a measurement can have: sums and products of a few of them stay in range.
@@ -30,15 +30,6 @@ bool Told_Real(std::string_view text, Real& value) {
     if (!reader.Read(read) || reader.given() != 1 || !Is_Sound(read)) return false;
     value = read;
     return true;
-}
-
-// The number at the front of [first, last), blanks aside, for the hot loops over data lines: gives where it ends, nullptr when there is
-// none or something else than a blank, comma or slash follows.
-inline const char* Real_At_Front(const char* first, const char* last, float& value) {
-    while (first != last && (*first == ' ' || *first == '\t')) ++first;
-    const char* const end = Parse_Float(first, last, value);
-    const bool separated = end == last || *end == ' ' || *end == '\t' || *end == ',' || *end == '/';
-    return end != first && separated ? end : nullptr;
 }
 
 }  // namespace vntl

@@ -1,13 +1,13 @@
 #include "patterns/udf.hpp"
 
-#include <algorithm>
+#include <array>
 #include <cmath>
-#include <cstdint>
 #include <span>
 
 #include "base/edit_descriptor.hpp"
 #include "base/text.hpp"
 #include "base/text_file.hpp"
+#include "patterns/plain_columns.hpp"
 #include "patterns/reader_tools.hpp"
 #include "patterns/told_values.hpp"
 
@@ -46,32 +46,11 @@ bool Take_Keyword(std::string_view line, Diffraction_Pattern_Type& p) {
     return true;
 }
 
-// A row of whole numbers, as nearly all are, by hand; false when it holds anything else.
-bool Read_Plain_Row(std::string_view line, std::span<float> y) {
-    constexpr std::size_t column = 9, width = 8;
-    for (std::size_t k = 0; k < y.size(); ++k) {
-        const std::string_view field = k * column < line.size() ? line.substr(k * column, width) : std::string_view{};
-        const char* at = field.data();
-        const char* const end = at + field.size();
-        while (at != end && *at == ' ') ++at;
-        std::int32_t count = 0;
-        for (; at != end && *at >= '0' && *at <= '9'; ++at) count = 10 * count + (*at - '0');
-        if (at != end) return false;
-        y[k] = static_cast<float>(count);
-    }
-    return true;
-}
-
 bool Read_Rows(Line_Cursor& lines, std::span<float> y) {
-    constexpr std::size_t row = 8;
     static const Edit_Format layout("(7(F8.0,1X),F8.0)");
-    std::string_view line;
-    for (std::size_t i = 0; i < y.size(); i += row) {
-        const auto places = y.subspan(i, std::min(row, y.size() - i));
-        if (!lines.Next(line)) return false;
-        if (!Read_Plain_Row(line, places) && !Edit_Reader(layout, line).Read(places)) return false;
-    }
-    return true;
+    const auto next = [&lines](std::string_view& line) { return lines.Next(line); };
+    const auto n = static_cast<int>(y.size());
+    return n == Read_Groups_Apart<1, 8, 8>(layout, next, n, [y](std::size_t i, const std::array<float, 1>& count) { y[i] = count[0]; });
 }
 
 }  // namespace
@@ -89,7 +68,7 @@ Status Read_Udf(std::string_view text, Diffraction_Pattern_Type& p) {
     const double npts = std::trunc((static_cast<double>(p.xmax) - p.xmin) / p.step + 1.2);
     if (Status status = Allocate_Told(p, npts, text.size(), failure); status.failed) return status;
     if (!Read_Rows(lines, p.y)) return Status::Fail(failure);
-    for (std::size_t i = 0; i < p.y.size(); ++i) p.sigma[i] = std::fabs(p.y[i]);
+    Set_Count_Variances(p);
     p.constant_step = true;
     Set_Grid(p);
     Set_Y_Limits(p);

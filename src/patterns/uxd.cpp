@@ -5,8 +5,10 @@
 #include <cmath>
 #include <string>
 
+#include "base/huge_pages.hpp"
 #include "base/text.hpp"
 #include "base/text_file.hpp"
+#include "patterns/number_walk.hpp"
 #include "patterns/reader_tools.hpp"
 #include "patterns/told_values.hpp"
 
@@ -108,23 +110,24 @@ char Find_Numbers(Line_Cursor& lines, const Section& section, std::string_view s
 
 using Line_Values = std::array<float, line_width>;
 
-const char* Skip_Blanks(const char* at, const char* end) {
-    while (at != end && (*at == ' ' || *at == '\t')) ++at;
-    return at;
-}
-
 // The numbers of a line; none when it cannot be read.
 std::size_t Values_Of(std::string_view line, char separator, Line_Values& values) {
     const char* const end = line.data() + line.size();
-    const char* at = Skip_Blanks(line.data(), end);
+    Number_Walk walk(line);
+    walk.Skip_Blanks();
     std::size_t n = 0;
-    while (at != end) {
-        const char* const field = separator == ' ' ? end : std::find(at, end, separator);
-        const char* const behind = Real_At_Front(at, field, values[n]);
-        if (behind == nullptr) return 0;
+    while (!walk.At_End()) {
+        const char* const field_end = separator == ' ' ? end : std::find(walk.At(), end, separator);
+        Number_Walk field(walk.At(), field_end);
+        field.Skip_Blanks();
+        if (!field.Take(values[n], '/')) return 0;
         ++n;
-        at = separator == ' ' ? Skip_Blanks(behind, end) : field;
-        if (at != end && (*at == separator || *at == ',')) at = Skip_Blanks(at + 1, end);
+        walk = Number_Walk(separator == ' ' ? field.At() : field_end, end);
+        if (separator == ' ') walk.Skip_Blanks();
+        if (!walk.At_End() && (walk.Front() == separator || walk.Front() == ',')) {
+            walk = Number_Walk(walk.At() + 1, end);
+            walk.Skip_Blanks();
+        }
     }
     return n;
 }
@@ -132,7 +135,7 @@ std::size_t Values_Of(std::string_view line, char separator, Line_Values& values
 // The intensities up to the first line that is none of numbers, at most so many; the cursor stands in front of that line.
 std::vector<float> Read_Intensities(Line_Cursor& lines, const Section& section, char separator, std::size_t most) {
     std::vector<float> y;
-    y.reserve(std::min(most, lines.Rest().size() / 2 + 1));
+    Reserve_Many(y, std::min(most, lines.Rest().size() / 2 + 1));
     Line_Values values;
     const std::size_t skipped = section.angles ? 1 : 0;
     std::string_view line;

@@ -5,6 +5,8 @@
 #include <cstring>
 #include <vector>
 
+#include "base/huge_pages.hpp"
+#include "base/real_parse.hpp"
 #include "base/text.hpp"
 #include "patterns/reader_tools.hpp"
 #include "patterns/told_values.hpp"
@@ -142,7 +144,7 @@ Measurement Find_All(std::string_view text) {
 
 bool Read_List(std::string_view text, std::vector<float>& values) {
     values.clear();
-    values.reserve(text.size() / 2 + 1);  // an item takes a digit and a space
+    Reserve_Many(values, text.size() / 2 + 1);  // an item takes a digit and a space
     const char* at = text.data();
     const char* const end = at + text.size();
     for (;;) {
@@ -202,8 +204,10 @@ public:
         }
         if (!Read_Factors(scan)) return Ended_At("the attenuation factors");
         const std::size_t n = std::min(counts_.size(), p_.y.size());
+        const bool one_factor = factors_.size() < 2;
+        const float all = factors_.empty() ? 1.0f : factors_.front();
         for (std::size_t i = 0; i < n; ++i) {
-            const float factor = factors_.empty() ? 1.0f : factors_[factors_.size() == 1 ? 0 : i];
+            const float factor = one_factor ? all : factors_[i];
             p_.y[i] += factor * counts_[i];
             p_.sigma[i] += factor * factor * counts_[i];
         }

@@ -6,12 +6,12 @@
 #include <vector>
 
 #include "base/free_form.hpp"
-#include "base/real_parse.hpp"
 #include "base/scan.hpp"
 #include "base/spline.hpp"
 #include "base/text.hpp"
 #include "base/text_file.hpp"
 #include "patterns/header_words.hpp"
+#include "patterns/number_walk.hpp"
 #include "patterns/reader_tools.hpp"
 
 namespace vntl {
@@ -43,21 +43,16 @@ enum class Separator { blank, semicolon };
 
 enum class Line_Kind { skipped, record, misfit };
 
-bool Is_Blank(char c) { return c == ' ' || c == '\t' || c == ','; }
-
 // The first `wanted` numbers of a line; what it does not reach is 0.
 Line_Kind Take_Numbers(std::string_view line, int wanted, std::array<float, 4>& numbers) {
-    const char* at = line.data();
-    const char* const end = at + line.size();
-    while (at != end && (*at == ' ' || *at == '\t')) ++at;
-    if (at == end || *at == '!' || *at == '#') return Line_Kind::skipped;
+    Number_Walk walk(line);
+    walk.Skip_Blanks();
+    if (walk.At_End() || Is_Comment(walk.Rest())) return Line_Kind::skipped;
     numbers = {};
-    for (int i = 0; i < wanted && at != end; ++i) {
-        const char* const behind = Parse_Float(at, end, numbers[static_cast<std::size_t>(i)]);
-        if (behind == at || (behind != end && !Is_Blank(*behind)))
-            return i == 0 && Is_Foreign_Comment({at, static_cast<std::size_t>(end - at)}) ? Line_Kind::skipped : Line_Kind::misfit;
-        at = behind;
-        while (at != end && Is_Blank(*at)) ++at;
+    for (int i = 0; i < wanted && !walk.At_End(); ++i) {
+        if (!walk.Take(numbers[static_cast<std::size_t>(i)]))
+            return i == 0 && Is_Foreign_Comment(walk.Rest()) ? Line_Kind::skipped : Line_Kind::misfit;
+        walk.Skip_Separators();
     }
     return Line_Kind::record;
 }
@@ -188,6 +183,7 @@ struct Sums {
 Status Read_Records(Line_Cursor& lines, bool gr, Separator separator, const Header& head, Diffraction_Pattern_Type& p, Sums& sums) {
     const int wanted = Trim(p.legend_x) == "r.l.u." ? 3 : 4;
     const auto room = static_cast<int>(p.x.size());
+    const float fac_x = head.fac_x, fac_y = head.fac_y;
     std::array<float, 4> numbers{};
     std::string_view line;
     while (sums.count < room && lines.Next(line)) {
@@ -201,10 +197,10 @@ Status Read_Records(Line_Cursor& lines, bool gr, Separator separator, const Head
         ++sums.count;
         if (sums.count >= first_terminator && std::fabs(x) < negligible && y <= negligible && sigma <= negligible) break;
         const auto i = static_cast<std::size_t>(sums.count - 1);
-        p.x[i] = x * head.fac_x;
-        p.y[i] = y * head.fac_y;
-        p.ycalc[i] = ycalc * head.fac_y;
-        const float s = sigma * head.fac_y;
+        p.x[i] = x * fac_x;
+        p.y[i] = y * fac_y;
+        p.ycalc[i] = ycalc * fac_y;
+        const float s = sigma * fac_y;
         const float v = s * s;
         sums.variances += v;
         p.sigma[i] = v < negligible ? 1.0f : v;
@@ -262,8 +258,7 @@ Status Read_With(Separator separator, std::string_view text, bool gr, Diffractio
     Keep_Points(p, sums.count - 1);
     p.xmin = p.x.front();
     p.xmax = p.x.back();
-    if (sums.variances < negligible)
-        for (std::size_t i = 0; i < p.y.size(); ++i) p.sigma[i] = std::fabs(p.y[i]);
+    if (sums.variances < negligible) Set_Count_Variances(p);
     if (head.interpol == 0 || head.interpol == 2)
         p.step = sums.steps / static_cast<float>(sums.count - 2);
     else if (Rises(p.x))

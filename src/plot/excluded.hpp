@@ -5,8 +5,8 @@
 #include <span>
 #include <vector>
 
+#include "patterns/profile.hpp"
 #include "plot/window_of_plot.hpp"
-#include "session/profile.hpp"
 
 namespace vntl {
 

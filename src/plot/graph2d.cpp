@@ -12,6 +12,7 @@
 #include "plot/excluded.hpp"
 #include "plot/frame_texts.hpp"
 #include "plot/plot.hpp"
+#include "plot/prf_overlay.hpp"
 #include "plot/text_style.hpp"
 
 namespace vntl {
@@ -185,6 +186,8 @@ void plot_graph2d(Session& session, Graphics& g, int n, float x1, float x2, floa
     Draw_Title(session, g, n);
     if (window.Drawable()) Draw_Scales(session, g, window);
     Draw_Axis_Labels(session, g);
+    const bool refined = session.store.prf_loaded && session.store.ProfilePRFactive >= 1 && session.store.ProfilePRFactive <= n;
+    if (refined && window.Drawable()) Draw_PRF_Overlay(session, g, window, mode == "log");
     Page_Units(g);
     if (plot.show_target) Draw_Target(plot, g);
     Draw_Frame(g);

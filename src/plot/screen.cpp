@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "plot/plot.hpp"
+#include "plot/rubber.hpp"
 #include "toolkit/bitmap.hpp"
 #include "toolkit/window.hpp"
 
@@ -23,19 +24,17 @@ long long Shown_Points(const Session& session) {
     return points;
 }
 
-void Draw_Rubber(const Rubber_Rectangle& rubber, Graphics& g) {
-    if (!rubber.active) return;
-    g.IGrArea(0, 0, 1, 1);
-    g.IGrUnits(0, 0, page_width, page_height);
-    g.IGrFillPattern(fill_outline);
-    g.IGrLineType(0);
-    // Yellow on a dark seam shows on light and on dark ground.
-    for (const auto& [colour, width] : {std::pair{WRGB(90, 90, 0), 3.0f}, std::pair{WRGB(255, 255, 0), 1.0f}}) {
-        g.IGrColourN(colour);
-        g.IGrLineWidth(width);
-        g.IGrRectangle(static_cast<float>(rubber.x0), static_cast<float>(rubber.y0), static_cast<float>(rubber.x1),
-                       static_cast<float>(rubber.y1));
+// The reflections under the pointer, with a box that names them.
+void Draw_Hits(const Session& session, Graphics& g) {
+    const Reflection_Hits& hits = session.plot.hits;
+    if (hits.entries.empty()) return;
+    Draw_Picks(session, g, hits.entries, hits.generated);
+    std::vector<std::string> labels;
+    for (const int entry : hits.entries) {
+        const auto j = static_cast<std::size_t>(entry - 1);
+        labels.push_back(hits.generated ? session.lists.hklgen[j].label : session.store.Info(session.store.ProfilePRFactive).refl_label[j]);
     }
+    Draw_Readout_Box(g, static_cast<float>(hits.x), static_cast<float>(hits.y), labels);
 }
 
 // The marks are laid out for the window's own size, so that a dot keeps its shape.
@@ -44,7 +43,8 @@ void Put_Marks(const Session& session) {
     Recording_Device overlay(WInfoWindow(width_info), WInfoWindow(height_info));
     Graphics marks(overlay);
     Draw_Marks(session, marks);
-    Draw_Rubber(session.plot.rubber, marks);
+    Draw_Hits(session, marks);
+    Draw_Rubber(session.plot, session.store, marks);
     WOverlayPut(overlay);
 }
 
@@ -73,6 +73,7 @@ void Plot_ReMake(Session& session) {
 }
 
 void Plot_Redraw(Session& session) {
+    session.plot.hits = {};  // they were reflections of the picture before
     const auto start = std::chrono::steady_clock::now();
     WindowSelect(main_window);
     Bitmap bitmap(WInfoWindow(width_info), WInfoWindow(height_info));

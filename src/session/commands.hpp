@@ -22,6 +22,8 @@ enum class Cursor_Shape { arrow = 0, cross = 3, hand = 6 };
 inline constexpr int status_parts = 5;
 inline constexpr int target_command = 40111;  // "View target at centre"
 inline constexpr int drag_command = 40105, drag_end_command = 40113;
+inline constexpr int exclude_command = 40110;
+inline constexpr int lines_menu_command = 40215, lines_on_command = 40220, lines_off_command = 40221;
 inline constexpr int copy_picture_command = 40501, copy_text_command = 40502;
 inline constexpr int view_back_command = 40503, view_forward_command = 40504;
 inline constexpr std::array<int, 5> recent_file_commands = {40038, 40067, 40068, 40069, 40070};

@@ -29,8 +29,9 @@ struct Fit_Peak_Mark {
 // Window of a fit and what is chosen in it so far.
 struct Fit_Marks {
     bool lower_set = false, upper_set = false;
-    float a1 = 0, b1 = 0, a2 = 0, b2 = 0;  // end points of the background line
-    bool done = false;                     // the fit has run to its end: no marks
+    float a1 = 0, b1 = 0, a2 = 0, b2 = 0;       // end points of the background line
+    float lambda1 = 0, lambda2 = 0, ratio = 0;  // wavelengths in angstrom, intensity ratio of the second to the first
+    bool done = false;                          // the fit has run to its end: no marks
     std::vector<Fit_Peak_Mark> peaks;
 };
 

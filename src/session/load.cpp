@@ -14,19 +14,12 @@
 namespace vntl {
 namespace {
 
-constexpr std::string_view table_full_text = "The maximum number of profiles has been attained!";
 constexpr float least_ycalc_sum = 0.0001f;
 
 bool Is_Absolute(const std::string& path, char separator) {
     if (path.empty()) return false;
     if (path[0] == '/' || path[0] == separator) return true;
     return separator == '\\' && path.size() > 1 && path[1] == ':';
-}
-
-// The same file has one name only, whatever the directory from which it was opened.
-std::string Absolute_Path(const Configuration& config, const std::string& path) {
-    const std::string full = Is_Absolute(path, config.sep) ? path : config.Path(IOsDirName(), path);
-    return config.sep == '/' ? std::filesystem::path(full).lexically_normal().string() : full;
 }
 
 // A row needs a range, points, and rising x. An array shorter than `npts` has no last point, so it cannot rise either.
@@ -49,17 +42,18 @@ bool Brings_Calculated_Curve(const Diffraction_Pattern_Type& p) {
 
 }  // namespace
 
-Load_Result Load_Row(Session& session, Ask& ask, const std::string& path, const std::string& format, const Pattern_Reader& reader) {
-    Profile_Store& store = session.store;
-    if (store.full()) {
+std::string Absolute_Path(const Configuration& config, const std::string& path) {
+    const std::string full = Is_Absolute(path, config.sep) ? path : config.Path(IOsDirName(), path);
+    return config.sep == '/' ? std::filesystem::path(full).lexically_normal().string() : full;
+}
+
+std::optional<Load_Result> Read_For_Row(Session& session, Ask& ask, const std::string& path, const Pattern_Reader& reader,
+                                        Diffraction_Pattern_Type& pattern) {
+    if (session.store.full()) {
         ask.Error(std::string(table_full_text));
         return Load_Result::table_full;
     }
-    const int row = store.nperfiles() + 1;
-    const std::string full_path = Absolute_Path(session.config, path);
-    const std::string name(Trim(File_Part(full_path, session.config.sep)));
-
-    Diffraction_Pattern_Type pattern;
+    const std::string name(Trim(File_Part(Absolute_Path(session.config, path), session.config.sep)));
     Status status = reader(path, pattern);
     if (status.failed)
         status.message = "ERROR in file: " + name + "\n" + std::string(Trim(status.message));
@@ -70,6 +64,16 @@ Load_Result Load_Row(Session& session, Ask& ask, const std::string& path, const 
         return Load_Result::failed;
     }
     Trim_Pattern(pattern);
+    return {};
+}
+
+Load_Result Load_Row(Session& session, Ask& ask, const std::string& path, const std::string& format, const Pattern_Reader& reader) {
+    Profile_Store& store = session.store;
+    const int row = store.nperfiles() + 1;
+    const std::string full_path = Absolute_Path(session.config, path);
+    const std::string name(Trim(File_Part(full_path, session.config.sep)));
+    Diffraction_Pattern_Type pattern;
+    if (const auto failure = Read_For_Row(session, ask, path, reader, pattern)) return *failure;
 
     const bool rietveld = row <= profiles_with_optional_arrays && Brings_Calculated_Curve(pattern);
     PRF_Info_Add_Type info;
@@ -78,7 +82,7 @@ Load_Result Load_Row(Session& session, Ask& ask, const std::string& path, const 
     info.format = format;
     info.kind = rietveld ? "RIETV" : "DATA";
 
-    status = Check_Load_Xspace(session, pattern, name);
+    Status status = Check_Load_Xspace(session, ask, pattern, name);
     if (status.failed) {
         ask.Error(status.message);
         return Load_Result::refused;
@@ -97,7 +101,9 @@ void Finish_Load(Session& session, int rows_before) {
     Profile_Store& store = session.store;
     const int rows = store.nperfiles();
     if (rows <= rows_before) return;
-    Purge_Pattern(store.Pattern(rows), rows <= profiles_with_optional_arrays ? "RIETV" : "DATA");
+    const std::string& kind = store.Info(rows).kind;
+    const bool refined = kind == "PRF" || kind == "MONO";  // keeps all that it has, whatever its row
+    if (!refined) Purge_Pattern(store.Pattern(rows), rows <= profiles_with_optional_arrays ? "RIETV" : "DATA");
     store.profiles_uniform = rows_before == 0 && rows > 1;
 }
 

@@ -13,6 +13,7 @@
 
 namespace vntl {
 
+struct Configuration;
 struct Session;
 
 enum class Load_Result {
@@ -27,6 +28,12 @@ enum class Load_Result {
 // the result is `added`. `reader` fills a fresh pattern.
 using Pattern_Reader = std::function<Status(const std::string& path, Diffraction_Pattern_Type&)>;
 Load_Result Load_Row(Session&, Ask&, const std::string& path, const std::string& format, const Pattern_Reader& reader);
+
+// The steps of that sequence up to the trimmed pattern: what failed, told to the user, or nothing. For rows that bring more than a pattern.
+std::optional<Load_Result> Read_For_Row(Session&, Ask&, const std::string& path, const Pattern_Reader& reader, Diffraction_Pattern_Type&);
+
+// The one name of a file, whatever the directory from which it was opened.
+std::string Absolute_Path(const Configuration&, const std::string& path);
 
 // The end of every loading command: purges the last row and sets `profiles_uniform`. `rows_before`: rows when the command began.
 void Finish_Load(Session&, int rows_before);

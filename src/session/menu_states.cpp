@@ -15,8 +15,7 @@ namespace {
 enum class Form { empty, calculation, single, multi, contour, contour_log, three_d, surface };
 
 // Menus that stand for a calculation, each checked while it runs.
-constexpr int fit_menu = 40024, peaks_menu = 40091, background_menu = 40120, lines_menu = 40215;
-constexpr int lines_on_command = 40220;
+constexpr int fit_menu = 40024, peaks_menu = 40091, background_menu = 40120, lines_menu = lines_menu_command;
 
 using Commands = std::vector<int>;
 
@@ -101,6 +100,9 @@ void Set_Form(Session& session, Form form, std::string_view plot_type, std::opti
     session.plot.MoveMode = 0;
     session.plot.rubber = {};
     session.plot.drag = {};
+    session.plot.row_move = {};
+    session.plot.hits = {};
+    session.plot.spectral.shown = false;
     if (toolbars) menu.toolbars = *toolbars;
     menu.want_mouse_move = menu.want_mouse_down = form != Form::empty;
     menu.want_mouse_up = false;

@@ -10,6 +10,7 @@
 #include "base/text.hpp"
 #include "patterns/read_pattern.hpp"
 #include "session/load.hpp"
+#include "session/open_prf.hpp"
 #include "session/session.hpp"
 
 namespace vntl {
@@ -18,23 +19,15 @@ namespace {
 constexpr std::string_view progress_title = "Opening files";
 constexpr std::string_view selector_title = "Select data files to open";
 constexpr std::string_view filter_label = "Input Data File |";
+constexpr std::string_view prf_selector_title = "Select PRF files to open";
+constexpr std::string_view prf_filter = "Input PRF File (*.prf)|*.prf;*.xrf|";
 
 // Extensions that a recent file opens as a pattern, as they are written.
 constexpr std::string_view pattern_extensions[] = {".dat", ".DAT", ".xy", ".xys", ".XY", ".XYS", ".bac", ".BAC", ".gss", ".GSS"};
 
-// Kinds of files that are no patterns and have no reader here.
-struct Other_Kind {
-    std::string_view extension;  // small letters
-    std::string_view refusal;
-};
-constexpr std::string_view no_buffer_files = "Buffer files cannot be opened yet";
-constexpr std::string_view no_profile_files = "Profile files of a refinement cannot be opened yet";
-constexpr Other_Kind other_kinds[] = {{".buf", no_buffer_files}, {".prf", no_profile_files}, {".xrf", no_profile_files}};
-
-Status Refuse_Other_Kind(std::string_view extension) {
-    for (const Other_Kind& kind : other_kinds)
-        if (kind.extension == Lower(extension)) return Status::Fail(kind.refusal);
-    return Status::Done();
+// Files that are no patterns and have no reader here.
+Status Refuse_Buffer(std::string_view extension) {
+    return Equal_No_Case(extension, ".buf") ? Status::Fail("Buffer files cannot be opened yet") : Status::Done();
 }
 
 // Passes everything on and adds up the time that the user took to answer.
@@ -51,6 +44,12 @@ public:
     }
     std::optional<Format_Choice> Data_Format(const Format_Question& question) override {
         return Timed([&] { return ask_.Data_Format(question); });
+    }
+    bool Constants_Of_File(Constants_Kind kind, Conversion_Constants& file) override {
+        return Timed([&] { return ask_.Constants_Of_File(kind, file); });
+    }
+    bool Constants_Of_Rows(Constants_Kind kind, std::vector<Conversion_Constants>& rows) override {
+        return Timed([&] { return ask_.Constants_Of_Rows(kind, rows); });
     }
 
     std::unique_ptr<Progress> Start_Progress(std::string_view title, int total) override { return ask_.Start_Progress(title, total); }
@@ -178,6 +177,16 @@ Open_Result Open_Pattern_File(Session& session, Ask& ask, const std::string& nam
                     [&](Ask& timed, const std::string& file) { return Load_With_Format(session, timed, file, choice); });
 }
 
+Open_Result Open_Prf_File(Session& session, Ask& ask, const std::string& name) {
+    Open_Result nothing;
+    nothing.cancelled = true;
+    std::vector<std::string> files = {name};
+    if (Trim(name).empty()) files = ask.Select_Files(prf_selector_title, prf_filter);
+    if (files.size() > 1) ask.Error("Trying to select more than one file!");
+    if (files.size() != 1) return nothing;
+    return Load_All(session, ask, files, true, [&](Ask& timed, const std::string& file) { return Load_Prf_Row(session, timed, file); });
+}
+
 bool Opens_As_Pattern(std::string_view name) {
     const std::size_t point = name.rfind('.');
     const std::string_view extension = point == std::string_view::npos ? std::string_view{} : name.substr(point);
@@ -192,7 +201,11 @@ Status Open_File_By_Extension(Session& session, Ask& ask, const std::string& nam
     if (point == std::string_view::npos) return Status::Fail("Bad name: without extension");
     const std::string_view extension = text.substr(point);
 
-    if (extension == ".buf" || extension == ".BUF" || extension == ".prf" || extension == ".PRF") return Refuse_Other_Kind(extension);
+    if (extension == ".buf" || extension == ".BUF") return Refuse_Buffer(extension);
+    if (Is_Prf_Extension(extension)) {
+        result = Open_Prf_File(session, ask, name);
+        return Status::Done();
+    }
     if (!Opens_As_Pattern(text)) return Status::Fail("Unknown file extension ");
     result = Open_Pattern_File(session, ask, name);
     return Status::Done();
@@ -200,7 +213,9 @@ Status Open_File_By_Extension(Session& session, Ask& ask, const std::string& nam
 
 Open_Result Open_Files(Session& session, Ask& ask, const std::vector<std::string>& names, std::optional<int> format_code) {
     return Load_All(session, ask, names, false, [&](Ask& timed, const std::string& file) {
-        const Status other = Refuse_Other_Kind(Extension_Of(file));
+        const std::string_view extension = Extension_Of(file);
+        if (Is_Prf_Extension(extension)) return Load_Prf_Row(session, timed, file);
+        const Status other = Refuse_Buffer(extension);
         if (other.failed) return Load_Row(session, timed, file, "", [&](const std::string&, Diffraction_Pattern_Type&) { return other; });
         return Load_With_Format(session, timed, file, {format_code ? *format_code : Recognise_Format(file).code, false});
     });

@@ -1,6 +1,7 @@
 // What is on the screen: the plot form, the ranges of the data, the visible window, and the modes of the mouse.
 #pragma once
 
+#include <array>
 #include <cmath>
 #include <cstddef>
 #include <string>
@@ -10,10 +11,45 @@
 
 namespace vntl {
 
-// A rectangle that the user is drawing, page units: where the button went down, and where the mouse is.
-struct Rubber_Rectangle {
+// Values of `MoveMode`.
+inline constexpr int drag_mode = 1, exclude_mode = 2, align_mode = 3, scale_y_mode = 4, scale_x_mode = 5;
+
+// What the user is drawing over the plot.
+enum class Rubber_Kind {
+    rectangle,  // between two corners
+    band,       // the full height of the plot box, hatched, from x0 to x1
+    line,       // from a point to a point
+};
+
+// A shape in page units: where the button went down, and where the mouse is.
+struct Rubber_Shape {
     bool active = false;
     double x0 = 0, y0 = 0, x1 = 0, y1 = 0;
+    Rubber_Kind kind = Rubber_Kind::rectangle;
+};
+
+// Rows that wait for the mouse to say how they move, and how far that is.
+struct Row_Move {
+    std::vector<int> rows;   // from 1
+    bool has_pivot = false;  // scaling: the fixed point is chosen
+    float pivot = 0;         // data units of the scaled axis
+    double pivot_place = 0;  // the same in page units
+    bool upward = false;     // the second drag began above the pivot
+};
+
+// Reflections under the pointer: those of the refined profile, or the generated ones.
+struct Reflection_Hits {
+    std::vector<int> entries;  // from 1
+    bool generated = false;
+    double x = 0, y = 0;  // of the box that names them, page units
+};
+
+// Lines at the pointer for the wavelengths of a tube, while the button is down.
+struct Spectral_Lines {
+    bool on = false;
+    std::array<bool, 4> line{};  // K-alpha1, K-alpha2, K-beta, L-alpha1 of tungsten
+    bool shown = false;
+    float at = 0;  // 2theta of the pointer
 };
 
 // A window on the data.
@@ -64,7 +100,10 @@ struct Plot_State {
     int first_pattern = 0, last_pattern = 0;
 
     float shift_x = 0, shift_y = 0;  // stored shift values
-    Rubber_Rectangle rubber;
+    Rubber_Shape rubber;
+    Row_Move row_move;
+    Reflection_Hits hits;
+    Spectral_Lines spectral;
     Drag drag;
     View_History history;
 

@@ -10,7 +10,8 @@
 namespace vntl {
 namespace {
 
-constexpr int xspace_commands[] = {40042, 40043, 40017, 40089, 40081};
+// Commands whose check mark goes with the rows: the x spaces, the spectral lines and their menu.
+constexpr int checks_of_rows[] = {40042, 40043, 40017, 40089, 40081, lines_menu_command, 40216, 40217, 40218, 40219};
 constexpr std::string_view plot_forms[] = {
     "none", "single", "multi", "multi_log", "calculation", "graph2dcontour", "graph2dcontour_log", "graph3d", "graph3dsurf"};
 
@@ -93,7 +94,7 @@ void Reset_Profiles(Session& session) {
 
     Interface_State& menu = session.interface;
     menu.Check(target_command, false);
-    for (const int command : xspace_commands) menu.Check(command, false);
+    for (const int command : checks_of_rows) menu.Check(command, false);
     menu.Status_Text(3, "");
     menu.Status_Text(4, "");
 }

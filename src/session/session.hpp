@@ -2,6 +2,7 @@
 #pragma once
 
 #include "base/status.hpp"
+#include "calc/search.hpp"
 #include "session/commands.hpp"
 #include "session/configuration.hpp"
 #include "session/lists.hpp"
@@ -16,6 +17,7 @@ struct Session {
     Profile_Store store;
     Plot_State plot;
     Calculation_Lists lists;
+    Search_Parameters search;
     Interface_State interface;
     Preferences prefs;
     Configuration config;

@@ -78,6 +78,17 @@ void Profile_Store::Append(Diffraction_Pattern_Type pattern, PRF_Info_Add_Type i
     infos_.push_back(std::move(info));
 }
 
+int Profile_Store::Append_Copy(int row) {
+    Diffraction_Pattern_Type pattern;
+    PRF_Info_Add_Type info;
+    Copy_Pattern(Pattern(row), pattern);
+    Copy_Prf_Info(Info(row), info);
+    info.x_shift_total = 0;
+    info.y_mult_total = 1;
+    Append(std::move(pattern), std::move(info));
+    return nperfiles();
+}
+
 void Profile_Store::Drop_Last() {
     if (patterns_.empty()) return;
     std::vector<bool> marked(patterns_.size(), false);

@@ -9,11 +9,12 @@
 #include <vector>
 
 #include "patterns/pattern.hpp"
-#include "session/profile.hpp"
+#include "patterns/profile.hpp"
 
 namespace vntl {
 
 inline constexpr int max_profiles = 2000;
+inline constexpr std::string_view table_full_text = "The maximum number of profiles has been attained!";
 inline constexpr int profiles_with_optional_arrays = 20;  // rows beyond keep x, y and nd alone
 
 class Profile_Store {
@@ -29,6 +30,7 @@ public:
 
     // Appends a row; the caller has asked full().
     void Append(Diffraction_Pattern_Type pattern, PRF_Info_Add_Type info);
+    int Append_Copy(int row);  // of both records; shift and factor of the new row start anew. Its number. The caller has asked full().
     void Drop_Last();
 
     // Removes the rows marked true (marked[0] is row 1); the order of the others stays. When all are marked the caller resets instead.

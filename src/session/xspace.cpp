@@ -6,11 +6,10 @@
 #include "session/xspace.hpp"
 
 #include <cmath>
-#include <numbers>
-#include <span>
 
 #include "base/text.hpp"
 #include "session/session.hpp"
+#include "session/xspace_vocabulary.hpp"
 
 namespace vntl {
 namespace {
@@ -18,15 +17,7 @@ namespace {
 constexpr int to_2theta = 40042, to_tof = 40043, to_d = 40017, to_q = 40089, to_s = 40081;
 constexpr int change_wavelength = 40087, change_dtt = 40088;
 
-enum class Kind { two_theta, tof, mono, d, q, s, general };
-
-struct Space {
-    std::string_view word;
-    Kind kind;
-    std::string_view x_title, y_title;
-    int command = 0;    // checked in this space, 0 none
-    int constants = 0;  // command that edits the constants of its conversion, 0 none
-};
+using Kind = Space_Kind;
 
 constexpr std::string_view intensity = "Intensity (arb. units)";
 constexpr Space vocabulary[] = {
@@ -46,13 +37,8 @@ constexpr Space vocabulary[] = {
     {"r.l.u.", Kind::general, "r.l.u.", intensity},
 };
 
-const Space* Find_Space(std::string_view text) {
-    for (const Space& space : vocabulary)
-        if (Contains(text, space.word)) return &space;
-    return nullptr;
-}
-
-// What a file of one kind meets in a present space of another: an empty text accepts it. "{K}" stands for the present general abscissa.
+// What a file of one kind meets in a present space of another: an empty text accepts it, and brings it there. "{K}" stands for the present
+// general abscissa.
 struct Load_Rule {
     Kind present, file;
     std::string_view refusal;
@@ -77,22 +63,22 @@ constexpr Load_Rule load_rules[] = {
     {Kind::mono, Kind::general,
      "Present Space: Integrated Intensity, file type: General Abcisa,\nIt is not possible to merge different x-spaces"},
 
-    {Kind::d, Kind::two_theta, "Present space: d-space, a file in 2theta cannot be converted on loading yet"},
-    {Kind::d, Kind::tof, "Present space: d-space, a file in TOF cannot be converted on loading yet"},
+    {Kind::d, Kind::two_theta, ""},
+    {Kind::d, Kind::tof, ""},
     {Kind::d, Kind::mono,
      "Present space: d-spacing, file type Integrated Intensity,\n"
      "only a single Integrated Intensity type is allowed at the same time"},
     {Kind::d, Kind::general, "Present Space: d-spacing, file type: General Abcisa,\nIt is not possible to merge different x-spaces"},
 
-    {Kind::q, Kind::two_theta, "Present space: q-space, a file in 2theta cannot be converted on loading yet"},
-    {Kind::q, Kind::tof, "Present space: q-space, a file in TOF cannot be converted on loading yet"},
+    {Kind::q, Kind::two_theta, ""},
+    {Kind::q, Kind::tof, ""},
     {Kind::q, Kind::mono,
      "Present Space: q-space, file type Integrated Intensity ,\n"
      "only one profile of type Integrated Intensity is allowed at same time"},
     {Kind::q, Kind::general, "Present Space: q-space, file type: General Abcisa,\nIt is not possible to merge different x-spaces"},
 
-    {Kind::s, Kind::two_theta, "Present space: s-space, a file in 2theta cannot be converted on loading yet"},
-    {Kind::s, Kind::tof, "Present space: s-space, a file in TOF cannot be converted on loading yet"},
+    {Kind::s, Kind::two_theta, ""},
+    {Kind::s, Kind::tof, ""},
     {Kind::s, Kind::mono,
      "Present Space: s-space, file type Integrated Intensity,\n"
      "only one Integrated Intensity pattern is allowed at the same time"},
@@ -126,9 +112,36 @@ Status Join_Empty(Session& session, const Diffraction_Pattern_Type& pattern, std
     return Status::Done();
 }
 
+// A new pattern alone goes along a chain, by its own constants or those that the user gives.
+Status Bring_To_Present(const X_Chain& chain, Ask& ask, Diffraction_Pattern_Type& pattern, const std::string& file_name) {
+    const Constants_Kind kind = chain.constants.value_or(Constants_Kind::wavelength);
+    if (!(pattern.conv[0] > 0)) {
+        Conversion_Constants given{std::string(Trim(file_name)), pattern.conv[0], pattern.conv[1]};
+        if (!ask.Constants_Of_File(kind, given)) return Status::Fail("Load profile cancelled");
+        pattern.conv[0] = given.first;
+        pattern.conv[1] = given.second;
+    }
+    if (!(pattern.conv[0] > 0)) return Status::Fail(Constants_Refusal(kind, file_name));
+    if (Status status = Check_Convertible(chain.steps, pattern, std::string(Trim(file_name))); status.failed) return status;
+    Convert_Points(chain.steps, pattern);
+    return Status::Done();
+}
+
+// The law solved in full, where a conversion leaves out a small dtt2: the root that stays near t / dtt1, 0 where there is none.
+double Spacing_Of_Time(double t, const X_Constants& conv) {
+    const double dtt1 = conv[0], dtt2 = conv[1], root = dtt1 * dtt1 + 4 * dtt2 * t;
+    return dtt1 > 0 && root >= 0 ? 2 * t / (dtt1 + std::sqrt(root)) : 0;
+}
+
 }  // namespace
 
-Status Check_Load_Xspace(Session& session, Diffraction_Pattern_Type& pattern, const std::string& /*filename*/) {
+const Space* Find_Space(std::string_view text) {
+    for (const Space& space : vocabulary)
+        if (Contains(text, space.word)) return &space;
+    return nullptr;
+}
+
+Status Check_Load_Xspace(Session& session, Ask& ask, Diffraction_Pattern_Type& pattern, const std::string& filename) {
     const std::string_view scat_var = Trim(pattern.scat_var);
     const Space* file = Find_Space(scat_var);
     if (session.plot.xspace == "----") return Join_Empty(session, pattern, scat_var, file);
@@ -143,7 +156,8 @@ Status Check_Load_Xspace(Session& session, Diffraction_Pattern_Type& pattern, co
     if (present->kind == Kind::general && file->word == present->word) return Status::Done();
     for (const Load_Rule& rule : load_rules) {
         if (rule.present != present->kind || rule.file != file->kind) continue;
-        return rule.refusal.empty() ? Status::Done() : Status::Fail(Replace_All(rule.refusal, "{K}", present->word));
+        if (!rule.refusal.empty()) return Status::Fail(Replace_All(rule.refusal, "{K}", present->word));
+        return rule.present == rule.file ? Status::Done() : Bring_To_Present(Chain_Between(file, present->kind), ask, pattern, filename);
     }
     return Unknown_Variable(scat_var);
 }
@@ -171,23 +185,20 @@ void Set_Xspace(Session& session, std::string_view name, std::string_view file_k
 std::optional<double> D_Spacing(const Session& session, double x) {
     const Space* space = Find_Space(session.plot.xspace);
     if (space == nullptr || session.store.nperfiles() == 0) return {};
-    const std::array<float, 5>& conv = session.store.Pattern(1).conv;
+    const X_Constants& conv = session.store.Pattern(1).conv;
     double d = 0;
     switch (space->kind) {
         case Kind::two_theta:
-            d = conv[0] / (2 * std::sin(0.5 * x * std::numbers::pi / 180));
+            d = Convert_Value(X_Step::two_theta_to_d, x, conv);
             break;
-        case Kind::tof: {
-            const double dtt1 = conv[0], dtt2 = conv[1], root = dtt1 * dtt1 + 4 * dtt2 * x;
-            if (!(dtt1 > 0) || root < 0) return {};
-            d = 2 * x / (dtt1 + std::sqrt(root));  // the root that stays near x / dtt1
+        case Kind::tof:
+            d = Spacing_Of_Time(x, conv);
             break;
-        }
         case Kind::q:
-            d = 2 * std::numbers::pi / x;
+            d = Convert_Value(X_Step::d_q, x, conv);
             break;
         case Kind::s:
-            d = 1 / x;
+            d = Convert_Value(X_Step::d_s, x, conv);
             break;
         default:
             return {};

@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "base/ask.hpp"
 #include "base/status.hpp"
 #include "patterns/pattern.hpp"
 
@@ -12,8 +13,21 @@ namespace vntl {
 
 struct Session;
 
-// Decides whether a pattern that was just read may join the present x space. The first accepted file sets the space.
-Status Check_Load_Xspace(Session&, Diffraction_Pattern_Type& pattern, const std::string& filename);
+// Shown where rows of different scattering variables have no common space to go back to.
+inline constexpr std::string_view mixed_scat_var_text =
+    "Profiles with diferent scat_var were loaded.\nUnable to converter xspace to scar_var of origin.";
+
+// Decides whether a pattern that was just read may join the present x space. The first accepted file sets the space. In d, Q and s a
+// pattern of angles or times of flight is brought there, with the constants that the user is asked for where it has none.
+Status Check_Load_Xspace(Session&, Ask&, Diffraction_Pattern_Type& pattern, const std::string& filename);
+
+// Brings all rows, with their reflections and excluded regions, to "2theta", "TOF", "d-space", "q-space" or "s-space", or none of them. The
+// message tells why not. Constants that the user gives on the way stay in the rows even then.
+Status Convert_Xspace(Session&, Ask&, std::string_view target);
+
+// The user edits the wavelengths, or dtt1 and dtt2, of all rows; nothing is converted. Fails on cancel.
+Status Change_Wavelength(Session&, Ask&);
+Status Change_Dtt(Session&, Ask&);
 
 // Stores `name` as the present x space with its titles and menu states. `x_title` and `y_title` replace the titles of the table where
 // they are not blank; only general abscissas take a `y_title`. `file_kind` "PRF" marks a profile file of a refinement.

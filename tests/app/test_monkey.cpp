@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "app/testing.hpp"
+#include "patterns/sample_files.hpp"
 
 namespace vntl {
 namespace {
@@ -16,7 +17,8 @@ constexpr const char* files =
     "txt|"
     "falling.xye|noise.xye|empty.dat|ten_points.dat|huge_claim.dat|strange.dat|home|missing.xye|missing.buf|\"\"|\"odd \\\" #.xye\"|/";
 constexpr const char* keys = "Escape|Escape|Enter|Tab|Space|Backspace|Delete|Left|Up|Home|End|F1|F5|Back|Forward|a|z|\"#\"";
-constexpr const char* fields = "1|2|1001|1002|1003|1004|1010|\"Free Format (Inst. 0)\"|OK|Cancel|Text";
+constexpr const char* fields = "1|2|1001|1002|1003|1004|1010|1599|1603|1701|1702|\"Free Format (Inst. 0)\"|OK|Cancel|Text";
+constexpr const char* formats = "1002|1003|1004|1005|1006|1007|1008|1009|1010|1011|1599|1600|1601|1602|1603";
 constexpr const char* values = "0|1|-1|12|1e30|abc|\"\"|999999999999|\"two words\"";
 constexpr const char* what =
     "rows|state|menu|menu 40105|toolbars|peaks|background|hklgen|fit|dialog|picture|recent|prefs|paths|timing|data 1|data 2 3 5|data 99|"
@@ -27,13 +29,28 @@ constexpr const char* commands =
     "40027|40226|40021|40111|40106|40109|40133|40116|40118|40119|40136|40137|40503|40504|40105|40105|40113|40501|40502|40505|40018|40107|"
     "40104|40038|40067|40070|40044|40019";
 
+// Files of instruments: each one whole, cut short, and with some of its characters replaced.
+std::vector<test::Sample_File> Instrument_Files() {
+    std::mt19937 random(7);
+    std::vector<test::Sample_File> all;
+    for (const test::Sample_File& whole : test::Sample_Files(40)) {
+        all.push_back(whole);
+        all.push_back({whole.code, "half " + whole.name, whole.text.substr(0, random() % whole.text.size())});
+        all.push_back({whole.code, "bad " + whole.name, whole.text});
+        for (int i = 0; i < 5; ++i) all.back().text[random() % whole.text.size()] = "019-.Ex \n\xE9"[random() % 10];
+    }
+    return all;
+}
+
 class Generator {
 public:
-    explicit Generator(unsigned seed) : random_(seed) {}
+    explicit Generator(unsigned seed) : random_(seed) {
+        for (const test::Sample_File& file : Instrument_Files()) instrument_files_ += '"' + file.name + "\"|";
+    }
     std::string Statement() {
         const int choice = Below(100);
         if (choice < 8) return Files("drop");
-        if (choice < 14) return Files("open");
+        if (choice < 14) return Files("open") + (Below(2) == 0 ? Format_Answers() : "");
         if (choice < 17) return "files " + (Below(2) == 0 ? One_Of(files) : One_Of("cancel|cancel|a.png|b.svg|c.gif|/x/d.ps"));
         if (choice < 35) return Command();
         if (choice < 65) return Mouse();
@@ -64,10 +81,17 @@ private:
 
     std::string Files(const std::string& verb) {
         std::string statement = verb;
-        for (int i = Below(3); i >= 0; --i, ++opened_) statement += ' ' + One_Of(files);
+        for (int i = Below(3); i >= 0; --i, ++opened_)
+            statement += ' ' + (Below(2) == 0 ? One_Of(files) : One_Of(instrument_files_.c_str()));
         if (opened_ < 12) return statement;
         opened_ = 0;
         return "press 2\npress 1\nmain\ncommand 40019\n" + statement;
+    }
+
+    // Answers of the dialog that asks for a format: another one than proposed, or one for all banks.
+    std::string Format_Answers() {
+        const std::string banks = Below(2) == 0 ? "\nset 1702 1" : "", format = Below(3) == 0 ? "\nset " + One_Of(formats) + " 1" : "";
+        return banks + format + "\npress " + One_Of("1|1|1|2");
     }
 
     // The program is not left.
@@ -89,6 +113,7 @@ private:
     }
 
     std::mt19937 random_;
+    std::string instrument_files_;
     int opened_ = 0;
 };
 
@@ -99,6 +124,7 @@ protected:
         fs::remove_all(directory);
         fs::create_directories(directory / "home");
         for (const auto& file : fs::directory_iterator(TEST_DATA "/patterns")) fs::copy_file(file, directory / file.path().filename());
+        for (const test::Sample_File& file : Instrument_Files()) std::ofstream(directory / file.name) << file.text;
         std::ofstream(directory / "text.txt") << "Two lines\nof text";
     }
 };

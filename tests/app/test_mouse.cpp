@@ -5,6 +5,7 @@
 #include <cstdio>
 
 #include "app/testing.hpp"
+#include "commands/ask_user.hpp"
 #include "commands/plot/mouse.hpp"
 #include "session/session.hpp"
 #include "session/xspace.hpp"
@@ -110,9 +111,10 @@ TEST(Mouse_Spacing, StandsInTheLineOfHintsButNeverInTheirPlace) {
     Set_Xspace(session, "2theta");
     session.plot.plot_type = "single";
     session.plot.drawn_x1 = 10, session.plot.drawn_x2 = 90, session.plot.drawn_y2 = 100;
-    const auto hint_at = [&session](double x) {
+    Ask_User ask(session);
+    const auto hint_at = [&](double x) {
         const Plot_State::Place at = session.plot.Page_At({x, 50});
-        MouseMovement_Main(session, {Message_Kind::mouse_move, {.x = at.x, .y = at.y}});
+        MouseMovement_Main(session, ask, {Message_Kind::mouse_move, {.x = at.x, .y = at.y}});
         return session.interface.status[0];
     };
     EXPECT_EQ(hint_at(60) + hint_at(95) + hint_at(30), " d= 1.50000 \u00c5 d= 2.89778 \u00c5");  // 0.75 / sin 15 degrees

@@ -1,24 +1,21 @@
 // Free format: files written by the test from known numbers, every message, and headers that claim more than the file holds.
-#include <gtest/gtest.h>
-
-#include <string>
-
 #include "patterns/free_format.hpp"
 #include "patterns/read_pattern.hpp"
 #include "patterns/reader_tools.hpp"
+#include "patterns/testing.hpp"
 
-namespace vntl {
+namespace vntl::test {
 namespace {
 
 std::string Counts(int n) {
-    std::string text;
-    for (int i = 0; i < n; ++i) text += std::to_string(100 + i) + (i % 10 == 9 ? "\n" : " ");
-    return text;
+    return Lines(n, 10, [](int i) { return std::to_string(100 + i) + ' '; });
 }
 
+Status Read(std::string_view text, Diffraction_Pattern_Type& p) { return Read_Free_Format(text, false, p); }
+Status Read_Mdi(std::string_view text, Diffraction_Pattern_Type& p) { return Read_Free_Format(text, true, p); }
+
 TEST(FreeFormat, RangeLineAndCounts) {
-    Diffraction_Pattern_Type p;
-    ASSERT_TRUE(Read_Free_Format("# TSAMP 12.5\n! Legend_X 2theta(deg)\n1.0 0.05 1.95 my sample\n" + Counts(20), false, p).ok());
+    const auto p = Good(Read, "# TSAMP 12.5\n! Legend_X 2theta(deg)\n1.0 0.05 1.95 my sample\n" + Counts(20));
     EXPECT_EQ(p.npts, 20);
     EXPECT_EQ(p.title, "my sample");
     EXPECT_EQ(p.legend_x, "2theta(deg)");
@@ -55,9 +52,7 @@ TEST(FreeFormat, HeadersOfEveryKind) {
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);
-        Diffraction_Pattern_Type p;
-        const Status status = Read_Free_Format(c.text, c.mdi, p);
-        ASSERT_TRUE(status.ok()) << status.message;
+        const auto p = Good(c.mdi ? Read_Mdi : Read, c.text);
         EXPECT_EQ(p.npts, c.npts);
         EXPECT_FLOAT_EQ(p.xmin, c.xmin);
         EXPECT_FLOAT_EQ(p.step, c.step);
@@ -70,24 +65,19 @@ TEST(FreeFormat, HeadersOfEveryKind) {
 TEST(FreeFormat, EveryFault) {
     const std::string range = " Error in Intensity file, Problems reading 2Theta_ini, Step, 2Theta_end";
     const std::string count = " Error in Intensity file, Number of intensities values is wrong!!";
-    const std::pair<std::string, std::string> cases[] = {
-        {"", " End of file *.dat"},
-        {"only a title\n", " End of file *.dat"},
-        {"1 0 10\n" + Counts(11), " Error in Intensity file, Step value was zero!"},
-        {"1\n2\n3\n4\n5\n6\n7\n8\n0 1 10\n" + Counts(11), " Error on Intensity file, Number of Comment lines was exceeded ( > 7) !"},
-        {"0 1 9\n" + Counts(10), range},
-        {"20 1 5\n" + Counts(11), range},
-        {"-20 1 -5\n" + Counts(16), range},
-        {"0 1 10\n" + Counts(10), count},
-        {"0 1 10\n1 2 3 x 5 6 7 8 9 10 11", count},
-        {"0 1 1000000000\n" + Counts(100), count},
-        {"0 0.00001 1e30\n" + Counts(100), count},
-        {"0 1 1000000\n1000001*5\n", count},
-    };
-    for (const auto& [text, message] : cases) {
-        Diffraction_Pattern_Type p;
-        EXPECT_EQ(Read_Free_Format(text, false, p).message, message) << text.substr(0, 40);
-    }
+    Expect_Faults(
+        Read, {{"", " End of file *.dat"},
+               {"only a title\n", " End of file *.dat"},
+               {"1 0 10\n" + Counts(11), " Error in Intensity file, Step value was zero!"},
+               {"1\n2\n3\n4\n5\n6\n7\n8\n0 1 10\n" + Counts(11), " Error on Intensity file, Number of Comment lines was exceeded ( > 7) !"},
+               {"0 1 9\n" + Counts(10), range},
+               {"20 1 5\n" + Counts(11), range},
+               {"-20 1 -5\n" + Counts(16), range},
+               {"0 1 10\n" + Counts(10), count},
+               {"0 1 10\n1 2 3 x 5 6 7 8 9 10 11", count},
+               {"0 1 1000000000\n" + Counts(100), count},
+               {"0 0.00001 1e30\n" + Counts(100), count},
+               {"0 1 1000000\n1000001*5\n", count}});
 }
 
 TEST(ReadPattern, ExtensionsDecideOrAsk) {
@@ -133,4 +123,4 @@ TEST(ReadPattern, DeviationsHeadAndSeveralPatterns) {
 }
 
 }  // namespace
-}  // namespace vntl
+}  // namespace vntl::test

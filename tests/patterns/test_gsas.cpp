@@ -1,60 +1,34 @@
 // GSAS: files written by the test column by column from known numbers, and real files against their own columns.
-#include <gtest/gtest.h>
-
 #include <cmath>
-#include <cstdio>
-#include <cstdlib>
 #include <sstream>
 
 #include "patterns/gsas.hpp"
 #include "patterns/testing.hpp"
 
-namespace vntl {
+namespace vntl::test {
 namespace {
 
 constexpr auto bad_bank = " Error in Intensity file, check your instr parameter!";
 constexpr auto constant_only = " => Only BINTYP=CONST is allowed for ESD data";
 
-template <class... Values>
-std::string Print(const char* layout, Values... values) {
-    char text[200];
-    std::snprintf(text, sizeof text, layout, values...);
-    return text;
-}
-
-// Lines of so many records each, every record from `record(i)`.
-template <class Record>
-std::string Lines(int n, int per_line, Record record) {
-    std::string text;
-    for (int i = 0; i < n; ++i) {
-        text += record(i);
-        if ((i + 1) % per_line == 0 || i + 1 == n) text += '\n';
-    }
-    return text;
-}
-
 std::string Counts(int n) {
-    return Lines(n, 10, [](int i) { return Print("%8d", 1000 + 7 * i); });
+    return Lines(n, 10, [](int i) { return Printed("%8d", 1000 + 7 * i); });
 }
 std::string Pairs(int n) {
-    return Lines(n, 10, [](int i) { return i % 3 == 0 ? Print("  %6d", 100 + i) : Print("%2d%6d", i % 3 * 5, 100 + i); });
+    return Lines(n, 10, [](int i) { return i % 3 == 0 ? Printed("  %6d", 100 + i) : Printed("%2d%6d", i % 3 * 5, 100 + i); });
 }
 std::string Deviations(int n) {
-    return Lines(n, 5, [](int i) { return Print("%7d.%7d.", 500 + i, 20 + i % 4); });
+    return Lines(n, 5, [](int i) { return Printed("%7d.%7d.", 500 + i, 20 + i % 4); });
 }
 std::string Triples(int n) {
-    return Lines(n, 4, [](int i) { return Print("%8d%7d%5d", 64000 + 32 * i + i * i, 2000 + i, 50 + i); });
+    return Lines(n, 4, [](int i) { return Printed("%8d%7d%5d", 64000 + 32 * i + i * i, 2000 + i, 50 + i); });
 }
 std::string Stated(int n, double from, double step) {
-    return Lines(n, 1, [=](int i) { return Print("%15.6f %12.4f %10.4f", from + step * i, 300.5 + i, 2.5); });
+    return Lines(n, 1, [=](int i) { return Printed("%15.6f %12.4f %10.4f", from + step * i, 300.5 + i, 2.5); });
 }
 
 Diffraction_Pattern_Type Good(const std::string& text, bool flight = false, int bank = 0) {
-    Diffraction_Pattern_Type p;
-    const Status status = Read_Gsas(text, flight, bank, p);
-    EXPECT_TRUE(status.ok()) << status.message;
-    EXPECT_EQ(p.x.size(), static_cast<std::size_t>(p.npts));
-    return p;
+    return test::Good([=](std::string_view lines, auto& p) { return Read_Gsas(lines, flight, bank, p); }, text);
 }
 
 std::string Message(const std::string& text, bool flight = false, int bank = 0) {
@@ -198,7 +172,7 @@ TEST(Gsas, RecordsThatStateX) {
     EXPECT_FALSE(Good("a\nBANK 1 30 30 CONS 50 0.2 0 0 FXYE\n" + Stated(30, 50, 0.1)).constant_step);
 
     for (const char* binning : {"SLOG", "RALF", "TIME_MAP", "COND", "LOG6", "slog"}) {
-        const auto p = Good(Print("a\nBANK 1 30 30 %s 5000 60000 0.001 0 fxye\n", binning) + Stated(30, 5000, 5), true);
+        const auto p = Good(Printed("a\nBANK 1 30 30 %s 5000 60000 0.001 0 fxye\n", binning) + Stated(30, 5000, 5), true);
         EXPECT_EQ(p.xmin, 5000) << binning;
         EXPECT_EQ(p.xmax, 5145) << binning;
         EXPECT_FLOAT_EQ(p.step, 5) << binning;
@@ -230,7 +204,7 @@ TEST(Gsas, TimeMaps) {
     // Channels of 1 microsecond from 1000 on, from the sixth on of 2; a clock of 100 ns.
     const std::string values = Lines(7, 10, [](int i) {
         constexpr int map[] = {1, 10000, 10, 6, 10050, 20, 10150};
-        return Print("%8d", map[i]);
+        return Printed("%8d", map[i]);
     });
     const std::string bank = "BANK 1 9 1 TIME_MAP 3 0 0 0 STD\n" + Counts(9);
     for (const std::string& map :
@@ -255,16 +229,6 @@ TEST(Gsas, FlightIsGuessed) {
     EXPECT_FALSE(Gsas_Is_Flight("no bank\n"));
 }
 
-TEST(Gsas, HabitsOfOtherWriters) {
-    const auto read = [](bool flight) {
-        return [flight](std::string_view text, Diffraction_Pattern_Type& p) { return Read_Gsas(text, flight, 0, p); };
-    };
-    test::Expect_Habits_Do_Not_Matter("a\nBANK 1 25 3 CONST 2400 5 0 0\n" + Pairs(25), read(false));
-    test::Expect_Habits_Do_Not_Matter("a\nb\nBANK 1 23 3 CONST 2400 5 0 0 ESD\n" + Deviations(23), read(false));
-    test::Expect_Habits_Do_Not_Matter("a\nBANK 1 9 3 RALF 64000. 32. 64000. 0.0008 ALT\n" + Triples(9), read(true));
-    test::Expect_Habits_Do_Not_Matter("a\nBANK 1 9 9 SLOG 1 2 3 0 FXYE\n" + Stated(9, 100, 1), read(true));
-}
-
 // The fields of `width` columns behind a bank line, `per_line` to a line, cut without any reader.
 std::vector<double> Columns_Of(const std::string& text, const std::string& mark, std::size_t n, std::size_t first, std::size_t width,
                                std::size_t pitch) {
@@ -287,9 +251,8 @@ TEST(Gsas, RealFilesOfAngles) {
     for (const Case& c :
          {Case{"gsas/fap_lab_std.gsas", 5753, 15, 0.02f, 0, 8, 8}, Case{"gsas/garnet_cwn_std_pairs.gsas", 2679, 24, 0.05f, 2, 6, 8},
           Case{"gsas/lamno3_50k_esd.gsas", 3296, 3, 0.05f, 0, 8, 16}, Case{"gsas/alumina_esd.gsa", 3300, 3, 0.05f, 0, 8, 16}}) {
-        const std::string file = test::Real_File(c.name);
-        if (file.empty()) GTEST_SKIP() << c.name;
-        const std::string text = test::Text_Of(file);
+        const std::string text = Real_File(c.name);
+        if (text.empty()) GTEST_SKIP() << c.name;
         const auto p = Good(text);
         ASSERT_EQ(p.npts, c.npts) << c.name;
         EXPECT_EQ(p.xmin, c.xmin) << c.name;
@@ -317,9 +280,8 @@ TEST(Gsas, RealFilesOfFlight) {
     for (const Case& c : {Case{"gsas/gem05984_ralf_alt.gss", {1, 2, 3, 4}, 2719, 81743.0f / 32},
                           Case{"gsas/pg3_22049_tof.gsa", {4}, 5199, 25978.813f}, Case{"gsas/vulcan_435.gda", {1, 2}, 2487, 5000},
                           Case{"gsas/vulcan_440.gda", {1, 2}, 2487, 5000}, Case{"gsas/vulcan_445.gda", {1, 2}, 2487, 5000}}) {
-        const std::string file = test::Real_File(c.name);
-        if (file.empty()) GTEST_SKIP() << c.name;
-        const std::string text = test::Text_Of(file);
+        const std::string text = Real_File(c.name);
+        if (text.empty()) GTEST_SKIP() << c.name;
         EXPECT_EQ(Gsas_Banks(text), c.banks) << c.name;
         EXPECT_TRUE(Gsas_Is_Flight(text)) << c.name;
         EXPECT_FLOAT_EQ(Good(text, true).xmin, c.xmin) << c.name;
@@ -336,9 +298,9 @@ TEST(Gsas, RealFilesOfFlight) {
 }
 
 TEST(Gsas, RealSynchrotronFileCutShort) {
-    const std::string file = test::Real_File("gsas/11bm_fxye_head.fxye");
-    if (file.empty()) GTEST_SKIP();
-    const auto p = Good(test::Text_Of(file));
+    const std::string text = Real_File("gsas/11bm_fxye_head.fxye");
+    if (text.empty()) GTEST_SKIP();
+    const auto p = Good(text);
     EXPECT_EQ(p.npts, 378);  // of 49494 told
     EXPECT_EQ(p.xmin, 0.5f);
     EXPECT_FLOAT_EQ(p.xmax, 0.87694997f);
@@ -348,4 +310,4 @@ TEST(Gsas, RealSynchrotronFileCutShort) {
 }
 
 }  // namespace
-}  // namespace vntl
+}  // namespace vntl::test

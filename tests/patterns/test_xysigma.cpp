@@ -1,33 +1,23 @@
 // XYSIGMA and .gr: files written by the test from known numbers; the counting of records; grids checked against the cubic that made them.
-#include <gtest/gtest.h>
-
-#include <cmath>
-#include <cstdio>
-#include <fstream>
 #include <sstream>
 
-#include "base/text.hpp"
-#include "patterns/read_pattern.hpp"
+#include "patterns/testing.hpp"
 #include "patterns/xysigma.hpp"
 
-namespace vntl {
+namespace vntl::test {
 namespace {
 
 std::string Records(int n, const char* rest = "10") {
-    std::string text;
-    char line[80];
-    for (int i = 0; i < n; ++i) {
-        std::snprintf(line, sizeof line, "%.2f %d %s\n", 10 + 0.1 * i, 100 + i, rest);
-        text += line;
-    }
-    return text;
+    return Lines(n, 1, [=](int i) { return Printed("%.2f %d %s", 10 + 0.1 * i, 100 + i, rest); });
+}
+
+template <bool gr>
+Status Of_Columns(std::string_view text, Diffraction_Pattern_Type& p) {
+    return Read_Xysigma(text, gr, p);
 }
 
 Diffraction_Pattern_Type Good(const std::string& text, bool gr = false) {
-    Diffraction_Pattern_Type p;
-    const Status status = Read_Xysigma(text, gr, p);
-    EXPECT_TRUE(status.ok()) << status.message;
-    return p;
+    return test::Good(gr ? Of_Columns<true> : Of_Columns<false>, text);
 }
 
 TEST(Xysigma, TheRecordCountedLastIsNotPartOfThePattern) {
@@ -121,11 +111,9 @@ TEST(Xysigma, ColumnsApartByAnySeparator) {
     EXPECT_EQ(Good(Replace_All(Records(20, ""), " ", ";")).sigma[3], 103);  // "10.00;100;" has no uncertainty
     // What was read as blanks and commas have it is read so still, whatever a head of it holds.
     EXPECT_EQ(Good("12;30 o'clock\n12;31\n" + Records(20)).npts, 19);
-    Diffraction_Pattern_Type p;
     for (const char* odd : {"12;x;3\n", "12 13;1;2\n", "x;1\n"})
-        EXPECT_EQ(Read_Xysigma(Replace_All(Records(20), " ", ";") + odd + "20;1;2\n", false, p).message,
-                  " Error reading a profile DATA file of XYSigma format")
-            << odd;
+        Expect_Faults(Of_Columns<false>,
+                      {{Replace_All(Records(20), " ", ";") + odd + "20;1;2\n", " Error reading a profile DATA file of XYSigma format"}});
 }
 
 TEST(Xysigma, HeadsAndRemarksOfAnyMark) {
@@ -144,51 +132,26 @@ TEST(Xysigma, HeadsAndRemarksOfAnyMark) {
 TEST(Xysigma, EveryFault) {
     const std::string points = " Error in Intensity/Profile file, Number of points negative or zero!";
     const std::string head = " Error reading a profile DATA file of XYSigma format";
-    struct Case {
-        std::string text;
-        bool gr;
-        std::string message;
-    };
-    const Case cases[] = {
-        {"", false, points},
-        {"1 2 3\n", false, points},
-        {"1 2 3\n2 3 4\n", false, points},
-        {"no numbers\nat all\n", false, head},
-        {"XYDATA\na\nb\n", false, head},
-        {"a\nb\n#L r(A) G(r)\n", true, points},
-        {"a\nb\n1 2 3 4\n", true, head},
-        {"XYDATA\nINTER a b c\na\nb\nc\nd\n" + Records(20), false, " Error reading"},
-        {Records(20) + "12 x 4\n" + Records(5), false, " Error reading X,Y, Sigma Ycalc in profile DATA file"},
-        {Records(20) + "nan 1 4\n", false, " Error in Intensity file, check your instr parameter!"},
-    };
-    for (const Case& c : cases) {
-        Diffraction_Pattern_Type p;
-        EXPECT_EQ(Read_Xysigma(c.text, c.gr, p).message, c.message) << c.text.substr(0, 30);
-    }
+    Expect_Faults(Of_Columns<false>, {{"", points},
+                                      {"1 2 3\n", points},
+                                      {"1 2 3\n2 3 4\n", points},
+                                      {"no numbers\nat all\n", head},
+                                      {"XYDATA\na\nb\n", head},
+                                      {"XYDATA\nINTER a b c\na\nb\nc\nd\n" + Records(20), " Error reading"},
+                                      {Records(20) + "12 x 4\n" + Records(5), " Error reading X,Y, Sigma Ycalc in profile DATA file"},
+                                      {Records(20) + "nan 1 4\n", " Error in Intensity file, check your instr parameter!"}});
+    Expect_Faults(Of_Columns<true>, {{"a\nb\n#L r(A) G(r)\n", points}, {"a\nb\n1 2 3 4\n", head}});
     EXPECT_EQ(Good(Records(20) + "12.5 nan 4\n13 1 1\n").ymax, 119);  // a gap in y is kept, and not counted for the range
 }
 
-TEST(Xysigma, LineEndsMarksAndLongLines) {
-    std::string crlf, cr, text = "\xEF\xBB\xBFtitle \xC3\x85\n" + Records(20);
-    for (const char c : text) {
-        crlf += c == '\n' ? std::string("\r\n") : std::string(1, c);
-        cr += c == '\n' ? '\r' : c;
-    }
-    for (const std::string& variant : {crlf, cr}) EXPECT_EQ(Good(variant).npts, 19);
-    EXPECT_EQ(Good("Temp\xE9rature\n" + Records(20)).title, "Temp\xC3\xA9rature");  // Latin-1
-    EXPECT_EQ(Good(std::string(5'000'000, 'x') + "\n" + Records(20)).title.size(), 180u);
-}
+TEST(Xysigma, LongLines) { EXPECT_EQ(Good(std::string(5'000'000, 'x') + "\n" + Records(20)).title.size(), 180u); }
 
 // The numbers of a real file, cut by the standard library, line by line.
 TEST(Xysigma, RealFilesHoldWhatTheirLinesSay) {
-    const char* set = std::getenv("VANTRELO_DATA");
-    const std::string data = set != nullptr ? set : SOURCE_TREE "/../shared/data";
-    for (const char* name : {"/xye/lactose_x3.xye", "/xye/pg3_20254_tof.xye", "/gr/300K.gr", "/gr/550K.gr"}) {
-        std::ifstream file(data + name);
-        if (!file) GTEST_SKIP() << "no file " << name;
-        Diffraction_Pattern_Type p;
-        const Status status = Read_Pattern(data + name, p, "XYSIGMA");
-        ASSERT_TRUE(status.ok()) << name << status.message;
+    for (const char* name : {"xye/lactose_x3.xye", "xye/pg3_20254_tof.xye", "gr/300K.gr", "gr/550K.gr"}) {
+        std::istringstream file(Real_File(name));
+        if (file.str().empty()) GTEST_SKIP() << name;
+        const auto p = Good(file.str(), *name == 'g');
         std::vector<std::array<double, 2>> lines;
         for (std::string line; std::getline(file, line);) {
             std::istringstream words(line);
@@ -205,4 +168,4 @@ TEST(Xysigma, RealFilesHoldWhatTheirLinesSay) {
 }
 
 }  // namespace
-}  // namespace vntl
+}  // namespace vntl::test

@@ -5,67 +5,77 @@
 
 #include <cmath>
 #include <cstdlib>
-#include <filesystem>
 #include <fstream>
 #include <functional>
 #include <string>
 #include <string_view>
+#include <tuple>
+#include <utility>
+#include <vector>
 
 #include "base/text.hpp"
 #include "patterns/pattern.hpp"
+#include "patterns/sample_files.hpp"
 
 namespace vntl::test {
-
-// Path of a real file, empty where those files are not to be had; the test is then skipped.
-inline std::string Real_File(const std::string& name) {
-    const char* set = std::getenv("VANTRELO_DATA");
-    const std::filesystem::path folder =
-        set != nullptr ? std::filesystem::path(set) : std::filesystem::path(SOURCE_TREE) / "../shared/data";
-    const std::filesystem::path file = folder / name;
-    return std::filesystem::exists(file) ? file.string() : std::string();
-}
 
 inline std::string Text_Of(const std::string& file) {
     std::ifstream stream(file, std::ios::binary);
     return {std::istreambuf_iterator<char>(stream), {}};
 }
 
-inline void Expect_Same(const Diffraction_Pattern_Type& a, const Diffraction_Pattern_Type& b, const std::string& what) {
-    EXPECT_EQ(a.npts, b.npts) << what;
-    EXPECT_EQ(a.x, b.x) << what;
-    EXPECT_EQ(a.y, b.y) << what;
-    EXPECT_EQ(a.sigma, b.sigma) << what;
-    EXPECT_EQ(a.nd, b.nd) << what;
-    EXPECT_EQ(a.ycalc, b.ycalc) << what;
-    EXPECT_EQ(a.bgr, b.bgr) << what;
-    EXPECT_EQ(a.conv, b.conv) << what;
-    EXPECT_EQ(Trim_Right(a.title), Trim_Right(b.title)) << what;
-    EXPECT_EQ(a.TSample, b.TSample) << what;
-    EXPECT_EQ(a.monitor, b.monitor) << what;
-    EXPECT_EQ(a.xmin, b.xmin) << what;
-    EXPECT_EQ(a.xmax, b.xmax) << what;
-    EXPECT_EQ(a.step, b.step) << what;
+// A real file, empty where those files are not to be had; the test is then skipped.
+inline std::string Real_File(const std::string& name) {
+    const char* set = std::getenv("VANTRELO_DATA");
+    return Text_Of((set != nullptr ? std::string(set) : SOURCE_TREE "/../shared/data") + '/' + name);
 }
 
-// The same file as other programs and systems would have written it: line ends of three kinds, blanks at the ends of lines, no last line
-// end. `read` reads a text; what it gives must be what the plain text (lines ended by LF) gives.
-inline void Expect_Habits_Do_Not_Matter(const std::string& text,
-                                        const std::function<Status(std::string_view, Diffraction_Pattern_Type&)>& read) {
-    Diffraction_Pattern_Type plain;
-    const Status status = read(text, plain);
-    ASSERT_TRUE(status.ok()) << status.message;
-    std::string whole = text;
-    if (whole.ends_with('\n')) whole.pop_back();
-    const std::pair<const char*, std::string> habits[] = {{"CR LF", Replace_All(text, "\n", "\r\n")},
-                                                          {"CR", Replace_All(text, "\n", "\r")},
-                                                          {"trailing blanks", Replace_All(text, "\n", "   \n")},
-                                                          {"no last line end", whole}};
-    for (const auto& [habit, changed] : habits) {
-        Diffraction_Pattern_Type pattern;
-        const Status again = read(changed, pattern);
-        ASSERT_TRUE(again.ok()) << habit << ": " << again.message;
-        Expect_Same(pattern, plain, habit);
+using Reader = std::function<Status(std::string_view, Diffraction_Pattern_Type&)>;
+
+// The pattern of a good text: nothing of another one is left, and all arrays have its length.
+inline Diffraction_Pattern_Type Good(const Reader& read, const std::string& text) {
+    Diffraction_Pattern_Type p;
+    p.title = "of another file";
+    p.y.resize(3);
+    const Status status = read(text, p);
+    EXPECT_TRUE(status.ok()) << status.message;
+    EXPECT_NE(p.title, "of another file");
+    for (const std::size_t size : {p.x.size(), p.y.size(), p.sigma.size(), p.istat.size(), p.ycalc.size(), p.bgr.size(), p.nd.size()})
+        EXPECT_EQ(size, static_cast<std::size_t>(p.npts));
+    return p;
+}
+
+inline void Expect_Faults(const Reader& read, const std::vector<std::pair<std::string, std::string>>& faults) {
+    for (const auto& [text, message] : faults) {
+        Diffraction_Pattern_Type p;
+        const Status status = read(text, p);
+        EXPECT_TRUE(status.failed) << text.substr(0, 80);
+        EXPECT_EQ(status.message, message) << text.substr(0, 80);
     }
+}
+
+inline void Expect_Same(const Diffraction_Pattern_Type& a, const Diffraction_Pattern_Type& b, const std::string& what) {
+    const auto arrays = [](const auto& p) { return std::tuple(p.x, p.y, p.sigma, p.istat, p.nd, p.ycalc, p.bgr, p.conv); };
+    const auto numbers = [](const auto& p) {
+        return std::tuple(p.npts, p.xmin, p.xmax, p.step, p.ymin, p.ymax, p.TSample, p.TSetting, p.monitor, p.constant_step);
+    };
+    const auto texts = [](const auto& p) {
+        return std::tuple(std::string(Trim_Right(p.title)), p.legend_x, p.legend_y, p.scat_var, p.radiation, p.instr);
+    };
+    EXPECT_EQ(numbers(a), numbers(b)) << what;
+    EXPECT_EQ(texts(a), texts(b)) << what;
+    EXPECT_EQ(arrays(a), arrays(b)) << what;
+}
+
+// The same file (lines ended by LF) as other programs and systems would have written it: a name and a text each.
+inline std::vector<std::pair<std::string, std::string>> Habits(const std::string& text) {
+    std::string open_end = text;
+    while (open_end.ends_with('\n')) open_end.pop_back();
+    return {{"CR LF", Replace_All(text, "\n", "\r\n")},
+            {"CR", Replace_All(text, "\n", "\r")},
+            {"trailing blanks", Replace_All(text, "\n", "   \n")},
+            {"no last line end", open_end},
+            {"Latin-1", Replace_All(text, "\xC3\xA4", "\xE4")}};
 }
 
 }  // namespace vntl::test

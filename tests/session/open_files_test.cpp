@@ -97,7 +97,6 @@ TEST_F(Open_Files_Test, ARecentFileOpensByItsExtensionAsWritten) {
         {"a.doc", "Unknown file extension "},
         {"/d.ir/nopoint", "Unknown file extension "},
         {"a.buf", "Buffer files cannot be opened yet"},
-        {"a.PRF", "Profile files of a refinement cannot be opened yet"},
         {a, ""},    // known to the readers alone
         {c, ""},    // in the list of the program
         {dat, ""},  // in the list, and the format is asked
@@ -116,7 +115,7 @@ TEST_F(Open_Files_Test, ACommandLineIsReadLeftToRightPastItsFailures) {
     EXPECT_EQ(First_Values(s), "100 1 200 ");
     EXPECT_TRUE(result.failed && s.store.profiles_uniform && ask.proposals.empty());
     ASSERT_EQ(ask.boxes.size(), 3u);  // the reader, the profile file, the x space
-    EXPECT_EQ(ask.boxes[1], "Error Message|ERROR in file: no.prf\nProfile files of a refinement cannot be opened yet");
+    EXPECT_EQ(ask.boxes[1], "Error Message|ERROR in file: no.prf\nERROR 00: File not found");
     Session one;
     EXPECT_FALSE(Open_Files(one, ask, {a}, 9).failed);
     EXPECT_EQ(one.store.Info(1).format, "XYSIGMA");

@@ -10,6 +10,7 @@
 #include <fstream>
 #include <iterator>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "base/ask.hpp"
@@ -34,6 +35,21 @@ public:
         questions.push_back(question);
         return format ? std::optional(Format_Choice{*format, all_banks}) : std::nullopt;
     }
+    bool Constants_Of_File(Constants_Kind kind, Conversion_Constants& file) override {
+        std::vector<Conversion_Constants> rows{file};
+        const bool given = Constants_Of_Rows(kind, rows);
+        file = rows.front();
+        return given;
+    }
+    bool Constants_Of_Rows(Constants_Kind kind, std::vector<Conversion_Constants>& rows) override {
+        constants_asked.push_back(kind);
+        constants_shown = rows;
+        if (constants.empty()) return false;
+        for (std::size_t i = 0; i < rows.size() && i < constants.front().size(); ++i)
+            rows[i].first = constants.front()[i].first, rows[i].second = constants.front()[i].second;
+        constants.pop_front();
+        return true;
+    }
     std::string Last_Box() const { return boxes.empty() ? "" : boxes.back(); }
 
     std::vector<std::string> boxes, selection;
@@ -42,6 +58,9 @@ public:
     std::vector<Format_Question> questions;
     bool all_banks = false;
     std::optional<int> format;
+    std::deque<std::vector<std::pair<float, float>>> constants;  // an answer a question, a pair a row; with none left it is cancelled
+    std::vector<Constants_Kind> constants_asked;
+    std::vector<Conversion_Constants> constants_shown;  // by the last question
 };
 
 // A new directory that is the current one while it lives; HOME and QUENDRIX return to what they were.

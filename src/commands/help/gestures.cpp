@@ -26,6 +26,11 @@ constexpr Gesture gestures[] = {
     {"Ctrl+F", "Fits the range of y to the points in view"},
     {"Ctrl+L", "Logarithmic intensities, with several profiles"},
     {"Ctrl+G, then left button, drag", "The plot follows the hand at half its speed; the right button ends it"},
+    {"Peaks or background enabled, click", "Inserts or deletes at the pointer, as chosen in the menu"},
+    {"Select excluded regions, drag", "The stretch drawn over is excluded"},
+    {"Offset/Align, drag", "Moves the chosen profiles from where the drag began to where it ends"},
+    {"Scaling X, Scaling Y", "A click on a place that stays, then a drag of a place beside it"},
+    {"Spectral lines enabled, left button", "Lines where the peak would stand for the tube's other wavelengths"},
     {"Ctrl+C, Ctrl+Shift+C", "Copies the picture, or the points in view as text"},
     {"Drop files on the window", "Opens them"},
 };

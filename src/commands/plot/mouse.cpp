@@ -1,119 +1,32 @@
 #include "commands/plot/mouse.hpp"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
-#include <cstdio>
-#include <optional>
 
-#include "base/text.hpp"
+#include "commands/plot/mouse_clicks.hpp"
+#include "commands/plot/mouse_tools.hpp"
 #include "plot/plot.hpp"
-#include "session/xspace.hpp"
+#include "plot/reflection_search.hpp"
 
 namespace vntl {
 
 namespace {
 
-constexpr int left_button = 1, right_button = 3;
 constexpr float least_zoom = 0.002f;  // data units: a narrower rectangle is a click
 constexpr float margin = 0.05f;       // of the range, kept above and below on the way back
 constexpr double wheel_step = 0.8;    // of the width that a step of the wheel leaves
-constexpr int drag_mode = 1;
-constexpr std::string_view spacing_mark = " d= ";
+constexpr int generated_list = 4;     // `ClickMode` while generated reflections are shown
 
-struct Data_Point {
-    float x, y;
-};
-
-// The place in data units of the window drawn last.
-Data_Point In_Data(const Plot_State& plot, double page_x, double page_y) {
-    const Plot_State::Place at = plot.Data_At({page_x, page_y});
-    return {static_cast<float>(at.x), static_cast<float>(at.y)};
-}
-
-bool Inside(const Plot_State& plot, Data_Point at) {
-    return at.x >= plot.drawn_x1 && at.x <= plot.drawn_x2 && at.y >= plot.drawn_y1 && at.y <= plot.drawn_y2;
-}
-
-// Number, from 1, of the last point whose x is not above; 0 when all are.
-std::size_t Point_At(const Diffraction_Pattern_Type& pattern, float x) {
-    return static_cast<std::size_t>(std::upper_bound(pattern.x.begin(), pattern.x.end(), x) - pattern.x.begin());
-}
-
-// The row whose curve is nearest in y among those that reach the place; 0 for none.
-int Nearest_Row(const Profile_Store& store, Data_Point at) {
-    int nearest = 0;
-    float least = 0;
-    for (int row = 1; row <= store.nperfiles(); ++row) {
-        const Diffraction_Pattern_Type& pattern = store.Pattern(row);
-        if (at.x < pattern.xmin || at.x > pattern.xmax) continue;
-        const std::size_t point = Point_At(pattern, at.x);
-        if (point == 0) continue;
-        const float distance = std::fabs(pattern.y[point - 1] - at.y);
-        if (!std::isfinite(distance) || (nearest != 0 && !(distance < least))) continue;
-        nearest = row;
-        least = distance;
-    }
-    return nearest;
-}
-
-std::string Number(const char* format, double value) {
-    std::array<char, 64> text{};
-    std::snprintf(text.data(), text.size(), format, value);
-    return text.data();
-}
-
-// The spacing stands in the line of hints, but never in the place of one.
-void Show_Spacing(Session& session, std::optional<double> d) {
-    Interface_State& bar = session.interface;
-    const std::string& hint = bar.status.front();
-    if (!Trim(hint).empty() && !hint.starts_with(spacing_mark)) return;
-    bar.Status_Text(1, d ? std::string(spacing_mark) + Number("%.5f", *d) + " \u00c5" : "");
-}
-
-void Show_Read_Outs(Session& session, Data_Point at) {
-    Interface_State& bar = session.interface;
-    Show_Spacing(session, Inside(session.plot, at) ? D_Spacing(session, at.x) : std::nullopt);
-    if (!Inside(session.plot, at)) {
-        for (const int part : {2, 3, 4}) bar.Status_Text(part, "");
-        return;
-    }
-    const int row = session.plot.plot_type == "multi" ? Nearest_Row(session.store, at) : 0;
-    if (row != 0)
-        bar.Status_Text(2, "Pointed Pattern " + std::to_string(row));
-    else
-        bar.Status_Text(2, " N= " + std::to_string(Point_At(session.store.Pattern(1), at.x)));
-    bar.Status_Text(3, " X= " + Number("%.4f", at.x));
-    bar.Status_Text(4, " Y= " + Number("%.1f", at.y));
-}
-
-void Want_Button_Up(Session& session, bool on) {
-    session.interface.want_mouse_up = on;
-    ++session.interface.revision;
-}
-
-void Start_Rectangle(Session& session, double x, double y) {
-    session.plot.rubber = {true, x, y, x, y};
-    Want_Button_Up(session, true);
-    Plot_Repaint(session);
-}
-
-void Lapse_Rubber(Session& session) {
-    if (!session.plot.rubber.active) return;
-    session.plot.rubber = {};
-    Want_Button_Up(session, false);
-    Plot_Repaint(session);
-}
-
-void Finish_Rectangle(Session& session) {
+void Finish_Rectangle(Session& session, Ask& ask) {
     Plot_State& plot = session.plot;
-    const Rubber_Rectangle rubber = plot.rubber;
+    const Rubber_Shape rubber = plot.rubber;
     Lapse_Rubber(session);
     const Data_Point a = In_Data(plot, rubber.x0, rubber.y0), b = In_Data(plot, rubber.x1, rubber.y1);
-    const bool wide = std::fabs(a.x - b.x) > least_zoom && a.y != b.y;
-    const bool zoom = wide && plot.Show({std::min(a.x, b.x), std::max(a.x, b.x), std::min(a.y, b.y), std::max(a.y, b.y)});
-    if (!zoom) plot.Show({plot.drawn_x1, plot.drawn_x2, plot.drawn_y1, plot.drawn_y2});
-    if (zoom) Plot_Redraw(session);
+    const bool wide = std::fabs(a.x - b.x) > least_zoom;
+    const bool zoom = wide && a.y != b.y && plot.Show({std::min(a.x, b.x), std::max(a.x, b.x), std::min(a.y, b.y), std::max(a.y, b.y)});
+    if (zoom) return Plot_Redraw(session);
+    plot.Show({plot.drawn_x1, plot.drawn_x2, plot.drawn_y1, plot.drawn_y2});
+    if (!wide && plot.plot_type == "calculation" && Inside(plot, b)) Click(session, ask, b.x, b.y);
 }
 
 // The whole range again. A running calculation keeps its form and its marks.
@@ -161,40 +74,65 @@ void End_Drag(Session& session) {
     Want_Button_Up(session, false);
 }
 
-bool Has_Meaning(const Session& session, const WIN_MESSAGE& record) {
-    return session.plot.Is_2D() && session.store.nperfiles() > 0 && std::isfinite(record.x) && std::isfinite(record.y);
+// The box with the reflections under the pointer: of the generated list, or of a refined profile when the user wants it.
+void Show_Reflections(Session& session, const WIN_MESSAGE& record, Data_Point at) {
+    Plot_State& plot = session.plot;
+    const Profile_Store& store = session.store;
+    const bool generated = plot.plot_type == "calculation" && plot.ClickMode == generated_list;
+    const bool refined = session.prefs.prf.refl_live && store.prf_loaded && store.show_reflections;
+    bool changed = false;
+    if (generated)
+        changed = Search_HKLGen_Refl(session, at.x, at.y);
+    else if (refined)
+        changed = Search_PRF_Refl(session, at.x, at.y);
+    if (!changed) return;
+    plot.hits.x = record.x;
+    plot.hits.y = record.y;
+    Plot_Repaint(session);
+}
+
+// The lines of a tube stand over angles; while clicks act on a list the button is theirs.
+bool Draws_Spectral_Lines(const Plot_State& plot) { return plot.spectral.on && plot.ClickMode == 0 && plot.xspace == "2theta"; }
+
+void Show_Spectral_Lines(Session& session, bool shown, float at) {
+    session.plot.spectral.shown = shown;
+    session.plot.spectral.at = at;
+    Want_Button_Up(session, shown);
+    Plot_Repaint(session);
+}
+
+void Press_Left(Session& session, const WIN_MESSAGE& record, Data_Point at) {
+    if (!Draws_Spectral_Lines(session.plot)) return Start_Rubber(session, Rubber_Kind::rectangle, {record.x, record.y});
+    if (Inside(session.plot, at)) Show_Spectral_Lines(session, true, at.x);
+}
+
+void Release_Left(Session& session, Ask& ask, const WIN_MESSAGE& record, Data_Point at) {
+    if (session.plot.spectral.shown) Show_Spectral_Lines(session, false, at.x);
+    if (!session.plot.rubber.active) return;
+    session.plot.rubber.x1 = record.x;
+    session.plot.rubber.y1 = record.y;
+    Finish_Rectangle(session, ask);
 }
 
 }  // namespace
 
-void Clear_Read_Outs(Session& session) {
-    Show_Spacing(session, {});
-    for (const int part : {2, 3, 4}) session.interface.Status_Text(part, "");
-}
-
 void Cancel_Mouse(Session& session) {
     Plot_State& plot = session.plot;
+    if (plot.spectral.shown) return Show_Spectral_Lines(session, false, plot.spectral.at);
     if (plot.rubber.active) return Lapse_Rubber(session);
-    if (!plot.drag.active) return End_Drag_Mode(session);
+    if (!plot.drag.active) return Leave_Mode(session);
     plot.Show(plot.drag.from);
     End_Drag(session);
     Plot_Redraw(session);
 }
 
 void Start_Drag_Mode(Session& session) {
-    session.plot.MoveMode = drag_mode;
-    session.interface.cursor = Cursor_Shape::hand;
+    Enter_Mode(session, drag_mode, Cursor_Shape::hand, "", drag_command);
     session.interface.Enable(drag_end_command, true);
-    session.interface.Enable(drag_command, false);
 }
 
 void End_Drag_Mode(Session& session) {
-    if (session.plot.MoveMode != drag_mode) return;
-    End_Drag(session);
-    session.plot.MoveMode = 0;
-    session.interface.cursor = Cursor_Shape::arrow;
-    session.interface.Enable(drag_end_command, false);
-    session.interface.Enable(drag_command, true);
+    if (session.plot.MoveMode == drag_mode) Leave_Mode(session);
 }
 
 void MouseMovement_DragPlot(Session& session, const Message& message) {
@@ -224,7 +162,7 @@ void MouseMovement_DragPlot(Session& session, const Message& message) {
     }
 }
 
-void MouseMovement_Main(Session& session, const Message& message) {
+void MouseMovement_Main(Session& session, Ask& ask, const Message& message) {
     Plot_State& plot = session.plot;
     const WIN_MESSAGE& record = message.record;
     if (!Has_Meaning(session, record)) return;
@@ -232,20 +170,16 @@ void MouseMovement_Main(Session& session, const Message& message) {
     switch (message.kind) {
         case Message_Kind::mouse_move:
             Show_Read_Outs(session, at);
-            if (!plot.rubber.active) break;
-            plot.rubber.x1 = record.x;
-            plot.rubber.y1 = record.y;
-            Plot_Repaint(session);
+            Show_Reflections(session, record, at);
+            if (plot.spectral.shown && Inside(plot, at)) Show_Spectral_Lines(session, true, at.x);
+            if (plot.rubber.active) Move_Rubber(session, {record.x, record.y});
             break;
         case Message_Kind::mouse_down:
-            if (record.value1 == left_button) Start_Rectangle(session, record.x, record.y);
+            if (record.value1 == left_button) Press_Left(session, record, at);
             if (record.value1 == right_button) Go_Back(session);
             break;
         case Message_Kind::mouse_up:
-            if (record.value1 != left_button || !plot.rubber.active) break;
-            plot.rubber.x1 = record.x;
-            plot.rubber.y1 = record.y;
-            Finish_Rectangle(session);
+            if (record.value1 == left_button) Release_Left(session, ask, record, at);
             break;
         case Message_Kind::wheel:
             if (!plot.rubber.active) Turn_Wheel(session, at, record.value1 > 0);

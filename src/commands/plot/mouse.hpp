@@ -1,29 +1,47 @@
-// The mouse over the plot: read-outs in the status bar, the zoom rectangle, the wheel, dragging, and the way back.
+// The mouse over the plot, in page units: a routine for each value of `MoveMode`.
+//
+// Read-outs follow every move: part 3 and 4 of the status bar show x and y, part 2 the point of row 1 or, with several rows, the row
+// nearest in y; part 1 the spacing d that belongs to x, where nothing else is said there. No move redraws the plot but a drag of it.
+// A right button, Escape and a change of the plot form end a mode and change nothing.
 #pragma once
 
+#include <vector>
+
+#include "base/ask.hpp"
 #include "toolkit/messages.hpp"
 
 namespace vntl {
 
 struct Session;
 
-// A mouse message of the main window, in page units, in one of the 2D forms.
-//   move          part 3 and 4 of the status bar show x and y, part 2 the point of row 1 or, with several rows, the row nearest in y;
-//                 part 1 the spacing d that belongs to x, where nothing else is said there
-//   left button   a rectangle that becomes the view when it is released; a click without a movement changes nothing
+//   left button   a rectangle that becomes the view when it is released; a click without a movement acts on the list of the running
+//                 calculation. With spectral lines, lines at the wavelengths of the tube.
 //   right button  back to the whole range
 //   wheel         a narrower or wider range of x about the pointer
-void MouseMovement_Main(Session&, const Message& message);
+// Over the ticks of a refined profile a box names the reflections, where that is asked for.
+void MouseMovement_Main(Session&, Ask&, const Message& message);
 
-// The plot follows the left button at half its speed; the right button ends the mode. The wheel works as above.
+// The plot follows the left button at half its speed. The wheel works as above.
 void MouseMovement_DragPlot(Session&, const Message& message);
-
-void Clear_Read_Outs(Session&);  // there is nothing to point at any more
-
 void Start_Drag_Mode(Session&);
 void End_Drag_Mode(Session&);
 
-// What Escape does: a rectangle that is being drawn lapses, a drag goes back to where it began, and a mode of the mouse ends.
+// A band drawn with the left button becomes an excluded region: of the row, or of the rows that the user picks in a dialog.
+void MouseMovement_SelExclReg(Session&, Ask&, const Message& message);
+void Start_Exclude_Mode(Session&);
+
+// A line from where a place of the curves is to where it shall be moves the rows.
+void MouseMovement_OffsetAlign(Session&, Ask&, const Message& message);
+void Start_Align_Mode(Session&, std::vector<int> rows);
+
+// A click on a pivot, then a drag of a place beside it: x, or y, of the rows grows by the ratio of the drag's end to the pivot.
+void MouseMovement_ScalingX(Session&, Ask&, const Message& message);
+void MouseMovement_ScalingY(Session&, Ask&, const Message& message);
+void Start_Scaling_Mode(Session&, int mode, std::vector<int> rows);  // scale_x_mode or scale_y_mode
+
+void Clear_Read_Outs(Session&);  // there is nothing to point at any more
+
+// What Escape does: a shape that is being drawn lapses, a drag goes back to where it began, and a mode of the mouse ends.
 void Cancel_Mouse(Session&);
 
 }  // namespace vntl

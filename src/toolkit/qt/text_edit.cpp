@@ -147,7 +147,8 @@ void WEditDo(Edit_Action action) {
         case Edit_Action::copy:
             return editor->copy();
         case Edit_Action::paste:
-            return editor->paste();
+            if (editor->canPaste()) editor->paste();
+            return;
         case Edit_Action::select_all:
             return editor->selectAll();
     }

@@ -19,6 +19,8 @@ struct PRF_Info_Add_Type {
     std::int32_t nphases = 0;
     std::int32_t nreflections = 0;
     float chi2 = 0;
+    float x_shift_total = 0;  // sum of the shifts, and product of the factors, that the user gave to the row
+    float y_mult_total = 1;
     std::vector<float> phase_value;        // nphases
     std::vector<float> phase_table;        // (3, largest count of a phase, nreflections), first index fastest
     std::vector<std::int32_t> refl_phase;  // nreflections, and so on

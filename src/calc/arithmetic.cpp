@@ -1,0 +1,92 @@
+#include "calc/arithmetic.hpp"
+
+#include <algorithm>
+#include <cmath>
+
+#include "base/edit_descriptor.hpp"
+#include "base/free_form.hpp"
+#include "base/os.hpp"
+#include "base/text_file.hpp"
+
+namespace vntl {
+
+namespace {
+
+constexpr float least_efficiency = 0.0001f;
+
+}  // namespace
+
+Status Sum_Patterns(Diffraction_Pattern_Type& first, std::span<const Diffraction_Pattern_Type* const> others, Sum_Mode mode) {
+    if (others.empty()) return Status::Fail("ERROR: Only one profile selected to make sum/average");
+    for (const Diffraction_Pattern_Type* other : others) {
+        if (other->npts != first.npts) return Status::Fail("ERROR: The X step size of selected profiles are not equal");
+        if (other->x != first.x) return Status::Fail("ERROR: The points of selected profiles are at different positions ");
+    }
+    for (const Diffraction_Pattern_Type* other : others)
+        std::transform(first.y.begin(), first.y.end(), other->y.begin(), first.y.begin(), std::plus<float>());
+    if (mode == Sum_Mode::average)
+        for (float& y : first.y) y /= static_cast<float>(others.size() + 1);
+    Set_Y_Limits(first);
+    return Status::Done();
+}
+
+Status Subtract_Pattern(Diffraction_Pattern_Type& a, const Diffraction_Pattern_Type& b) {
+    if (a.npts != b.npts) return Status::Fail("Size of selected profiles must be the same");
+    if (a.x != b.x) return Status::Fail("X arrays of each profiles are diferents");
+    std::transform(a.y.begin(), a.y.end(), b.y.begin(), a.y.begin(), std::minus<float>());
+    Set_Y_Limits(a);
+    return Status::Done();
+}
+
+void Shift_And_Multiply(Diffraction_Pattern_Type& p, float shift, float factor) {
+    const float of_sigma = p.sigma_is_variance ? factor * factor : std::fabs(factor);
+    for (float& x : p.x) x += shift;
+    for (float& y : p.y) y *= factor;
+    for (float& sigma : p.sigma) sigma *= of_sigma;
+    p.xmin += shift;
+    p.xmax += shift;
+    p.ymin *= factor;
+    p.ymax *= factor;
+}
+
+Status Write_Efficiency_File(const std::string& path, std::span<const Efficiency_Line> lines) {
+    const Edit_Format columns("(I5,2F14.5)");
+    std::string text;
+    for (const Efficiency_Line& line : lines)
+        if (Status status = Write_Record(text, columns, line.point, line.shift, line.efficiency); status.failed) return status;
+    return Replace_File(path, text) ? Status::Done() : Status::Fail("The file cannot be written: " + path);
+}
+
+Status Read_Efficiency_File(const std::string& path, int n, Efficiency& efficiency) {
+    Text_File file;
+    if (file.Open(path).failed) return Status::Fail("ERROR opening the file " + path);
+    Efficiency read;
+    read.shift.assign(static_cast<std::size_t>(n), 0);
+    read.efficiency.assign(static_cast<std::size_t>(n), 1);
+    Free_Form_Reader reader(file.Text());
+    for (int taken = 0; taken < n; ++taken) {
+        int point = 0;
+        float shift = 0, value = 1;
+        const long line = reader.Line_Number();
+        if (!reader.Read(point, shift, value)) break;
+        const std::string place = "ERROR in the file " + path + "\nline " + std::to_string(line) + ": ";
+        if (point < 1 || point > n)
+            return Status::Fail(place + "point " + std::to_string(point) + " lies outside 1 to " + std::to_string(n));
+        if (!std::isfinite(shift)) return Status::Fail(place + "the shift is no finite number");
+        const auto i = static_cast<std::size_t>(point - 1);
+        read.shift[i] = shift;
+        read.efficiency[i] = value >= least_efficiency ? value : 1;
+    }
+    efficiency = std::move(read);
+    return Status::Done();
+}
+
+void Apply_Efficiency(Diffraction_Pattern_Type& p, const Efficiency& efficiency) {
+    const std::size_t n = std::min({p.x.size(), p.y.size(), efficiency.shift.size()});
+    for (std::size_t i = 0; i < n; ++i) {
+        p.x[i] += efficiency.shift[i];
+        p.y[i] /= efficiency.efficiency[i];
+    }
+}
+
+}  // namespace vntl

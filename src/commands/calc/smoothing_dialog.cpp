@@ -1,0 +1,140 @@
+#include "commands/calc/smoothing_dialog.hpp"
+
+#include <optional>
+
+#include "base/os.hpp"
+#include "base/text.hpp"
+#include "calc/arithmetic.hpp"
+#include "calc/smoothing.hpp"
+#include "commands/modal.hpp"
+#include "session/session.hpp"
+
+namespace vntl {
+
+namespace {
+
+constexpr int smoothing_dialog = 140;
+constexpr int note = 1329, window_field = 1282, first_profile = 1020, all_profiles = 1021, new_profile = 1330, efficiency_file = 1647;
+constexpr int window_at_first = 5;
+constexpr int widest_entry = 9999;  // beyond what either filter takes, so that the user is told and not held back
+
+struct Choice {
+    int window = window_at_first;
+    bool all = false, new_row = true, efficiency = false;
+};
+
+// What the two filters do not share.
+struct Filter {
+    std::string_view note;
+    int largest_window;
+    bool fourier;
+    void (*smooth)(std::vector<float>& y, int window);
+
+    bool Takes_First(const std::string& kind) const { return fourier ? kind == "DATA" || kind == "SMOO" : Takes(kind); }
+    bool Takes(const std::string& kind) const {
+        return fourier ? Contains(kind, "DATA") || Contains(kind, "SMOO") : !Contains(kind, "PRF") && !Contains(kind, "MONO");
+    }
+    std::string Passed_Over(const std::string& file_name) const {
+        return "Profile " + file_name + "\n" + (fourier ? "is not of DATA type." : "is of PRF type.") + " It will be ignored";
+    }
+};
+constexpr Filter polynomial{"Select order polynomial", largest_polynomial_window, false,
+                            [](std::vector<float>& y, int) { Five_Point_Filter(y); }};
+constexpr Filter fourier{"No. points for Fourier window", largest_fourier_window, true,
+                         [](std::vector<float>& y, int window) { Fourier_Filter(y, window); }};
+
+// A new row, and an efficiency file of it, there is for the first profile alone.
+void Couple_Fields(const Filter& filter) {
+    const bool first = WDialogGetRadioButton(first_profile) == first_profile;
+    WDialogFieldState(new_profile, first ? field_enabled : field_disabled);
+    const bool makes_row = first && WDialogGetCheckBox(new_profile) != 0;
+    WDialogFieldState(efficiency_file, filter.fourier && makes_row ? field_enabled : field_disabled);
+}
+
+void Fill(const Session& session, const Filter& filter) {
+    WDialogPutString(note, filter.note);
+    WDialogPutInteger(window_field, window_at_first);
+    WDialogFieldState(window_field, filter.fourier ? field_enabled : field_disabled);
+    WDialogPutRadioButton(first_profile);
+    const int radio_state = Contains(session.plot.plot_type, "single") ? field_disabled : field_enabled;
+    for (const int radio : {first_profile, all_profiles}) WDialogFieldState(radio, radio_state);
+    WDialogPutCheckBox(new_profile, 1);
+    WDialogPutCheckBox(efficiency_file, 0);
+    Couple_Fields(filter);
+}
+
+// Nothing when the user left the dialog; a window of 0 where the field holds no whole number.
+std::optional<Choice> Ask_For_Choice(Session& session, const Filter& filter) {
+    WDialogLoad(smoothing_dialog);
+    Fill(session, filter);
+    WDialogShow(0, Show_Kind::modal);
+    std::optional<Choice> choice;
+    if (Run_Modal(session, smoothing_dialog, {}, [&filter](int) { Couple_Fields(filter); }) == button_ok)
+        choice = Choice{WDialogGetInteger(window_field).value_or(0), WDialogGetRadioButton(first_profile) == all_profiles,
+                        WDialogGetCheckBox(new_profile) != 0, WDialogGetCheckBox(efficiency_file) != 0};
+    WDialogUnload();
+    return choice;
+}
+
+Status Write_Ratio(const Session& session, const std::vector<float>& raw, const std::vector<float>& smoothed) {
+    std::vector<Efficiency_Line> lines;
+    for (std::size_t i = 0; i < raw.size(); ++i) lines.push_back({static_cast<int>(i) + 1, 0, smoothed[i] > 0 ? raw[i] / smoothed[i] : 1});
+    return Write_Efficiency_File(session.config.Path(IOsDirName(), std::string(efficiency_file_name)), lines);
+}
+
+Status Smooth_First(Session& session, const Filter& filter, const Choice& choice) {
+    Profile_Store& store = session.store;
+    if (!filter.Takes_First(store.Info(1).kind)) return Status::Fail("Operation not permitted over this profile type");
+    if (!choice.new_row) {
+        filter.smooth(store.Pattern(1).y, choice.window);
+        return Status::Done();
+    }
+    if (store.full()) return Status::Fail(std::string(table_full_text));
+    const int row = store.Append_Copy(1);
+    Diffraction_Pattern_Type& smoothed = store.Pattern(row);
+    filter.smooth(smoothed.y, choice.window);
+    smoothed.title = Cut("Smoothing Fourier of " + store.Pattern(1).title, title_width);
+    store.Info(row).kind = "SMOO";
+    store.Info(row).file_name = "<smoothing>";
+    return filter.fourier && choice.efficiency ? Write_Ratio(session, store.Pattern(1).y, smoothed.y) : Status::Done();
+}
+
+void Smooth_All(Session& session, Ask& ask, const Filter& filter, int window) {
+    Profile_Store& store = session.store;
+    for (int row = 1; row <= store.nperfiles(); ++row) {
+        if (filter.Takes(store.Info(row).kind))
+            filter.smooth(store.Pattern(row).y, window);
+        else
+            ask.Information(filter.Passed_Over(store.Info(row).file_name));
+    }
+}
+
+Status Smooth(Session& session, Ask& ask, const Filter& filter) {
+    const std::optional<Choice> choice = Ask_For_Choice(session, filter);
+    if (!choice) return Status::Fail("Cancelled");
+    if (choice->window < 1 || choice->window > filter.largest_window) return Status::Fail("Incorrect value of parameter ");
+    if (!choice->all) return Smooth_First(session, filter, *choice);
+    Smooth_All(session, ask, filter, choice->window);
+    return Status::Done();
+}
+
+}  // namespace
+
+Dialog_Resource Smoothing_Dialog_Resource() {
+    return {smoothing_dialog,
+            "Smoothing / filtering",
+            {{{note, Field_Kind::label, ""}, {.number = window_field, .kind = Field_Kind::integer, .lo = 0, .hi = widest_entry}},
+             {{.kind = Field_Kind::frame,
+               .label = "Apply over",
+               .pages = {{{},
+                          {{{first_profile, Field_Kind::radio, "&First profile", first_profile},
+                            {all_profiles, Field_Kind::radio, "&All profiles", first_profile}}}}}}},
+             {{new_profile, Field_Kind::check_box, "Create a &new smoothed profile"}},
+             {{efficiency_file, Field_Kind::check_box, "&Efficiency file: Raw/Smoothed"}},
+             {{button_ok, Field_Kind::push_button, "OK"}, {button_cancel, Field_Kind::push_button, "Cancel"}}}};
+}
+
+Status Smooth_Polynomial(Session& session, Ask& ask) { return Smooth(session, ask, polynomial); }
+Status Smooth_Fourier(Session& session, Ask& ask) { return Smooth(session, ask, fourier); }
+
+}  // namespace vntl

@@ -1,0 +1,214 @@
+#include <algorithm>
+#include <cmath>
+
+#include "base/conversions.hpp"
+#include "calc/rescale.hpp"
+#include "commands/plot/mouse.hpp"
+#include "commands/plot/mouse_tools.hpp"
+#include "plot/plot.hpp"
+
+namespace vntl {
+
+namespace {
+
+constexpr float most_of_a_click = 0.02f;  // data units between press and release at the pivot
+
+bool Confirmed(Ask& ask, std::string text) {
+    return ask.Box({Box_Buttons::yes_no, Box_Icon::question, 1, std::move(text), "Confirmation"}) == Box_Answer::yes;
+}
+
+void Too_Far(const Session& session, Ask& ask, int row) {
+    ask.Error("Values of " + session.store.Info(row).file_name + " would leave the range of numbers");
+}
+
+// --- moving by a line --------------------------------------------------------------------------------------------------------------
+
+bool Offset_Rows(Session& session, Ask& ask, const std::vector<int>& rows, float dx, float dy) {
+    Profile_Store& store = session.store;
+    for (const int row : rows)
+        if (!Stays_Finite_X(store.Pattern(row), 1, dx) || !Stays_Finite_Y(store.Pattern(row), 1, dy)) {
+            Too_Far(session, ask, row);
+            return false;
+        }
+    for (const int row : rows) Offset_Row(store.Pattern(row), store.Info(row), dx, dy);
+    return true;
+}
+
+void Finish_Line(Session& session, Ask& ask) {
+    const Rubber_Shape rubber = session.plot.rubber;
+    const std::vector<int> rows = session.plot.row_move.rows;
+    const Data_Point from = In_Intensity(session.plot, rubber.x0, rubber.y0), to = In_Intensity(session.plot, rubber.x1, rubber.y1);
+    const float dx = to.x - from.x, dy = to.y - from.y;
+    Leave_Mode(session);
+    const std::string text = "The following profiles will be shift to\nthe relative position: " + IRealToString(dx) + " , " +
+                             IRealToString(dy) + Row_Names(session, rows);
+    if (Confirmed(ask, text) && Offset_Rows(session, ask, rows, dx, dy))
+        Plot_ReMake(session);
+    else
+        Plot_Redraw(session);
+}
+
+// --- scaling about a pivot at which the axis stays ---------------------------------------------------------------------------------
+
+// The axis that is scaled; everything else of the two modes is one.
+struct Axis {
+    std::string name;
+    float Data_Point::*value;
+    double Plot_State::Place::*place;
+    double Rubber_Shape::*from;
+    double Rubber_Shape::*to;
+};
+const Axis& Axis_Of(const Plot_State& plot) {
+    static const Axis x{"X", &Data_Point::x, &Plot_State::Place::x, &Rubber_Shape::x0, &Rubber_Shape::x1};
+    static const Axis y{"Y", &Data_Point::y, &Plot_State::Place::y, &Rubber_Shape::y0, &Rubber_Shape::y1};
+    return plot.MoveMode == scale_x_mode ? x : y;
+}
+
+void Hint(Session& session, const std::string& text) { session.interface.Status_Text(1, text); }
+std::string Pivot_Hint(const Axis& axis) { return "Select pivot reference point to scaling " + axis.name + "."; }
+std::string Factor_Hint(const Axis& axis) { return "Select multiply factor to scaling " + axis.name + "."; }
+
+void Finish_Pivot(Session& session, Ask& ask) {
+    Plot_State& plot = session.plot;
+    const Axis& axis = Axis_Of(plot);
+    const Rubber_Shape rubber = plot.rubber;
+    const float from = In_Intensity(plot, rubber.x0, rubber.y0).*axis.value, to = In_Intensity(plot, rubber.x1, rubber.y1).*axis.value;
+    Lapse_Rubber(session);
+    if (std::fabs(to - from) > most_of_a_click) return ask.Error("Error selecting " + axis.name + " ref. Try again!");
+    if (!std::isnormal(to)) return ask.Error("The reference is 0: no factor leads away from it. Try again!");
+    plot.row_move.has_pivot = true;
+    plot.row_move.pivot = to;
+    plot.row_move.pivot_place = rubber.*axis.to;
+    Hint(session, Factor_Hint(axis));
+    Plot_Repaint(session);
+}
+
+// The line goes from the pivot to the hand.
+void Start_Factor(Session& session, Plot_State::Place at) {
+    Plot_State& plot = session.plot;
+    const Axis& axis = Axis_Of(plot);
+    plot.row_move.upward = at.*axis.place >= plot.row_move.pivot_place;
+    Start_Rubber(session, Rubber_Kind::line, at);
+    plot.rubber.*axis.from = plot.row_move.pivot_place;
+    Plot_Repaint(session);
+}
+
+// The hand stays on its side of the pivot and in the plot.
+void Move_Factor(Session& session, Plot_State::Place to) {
+    Plot_State& plot = session.plot;
+    const Axis& axis = Axis_Of(plot);
+    const bool upward = plot.row_move.upward;
+    const double ahead = to.*axis.place - plot.row_move.pivot_place;
+    if (!Inside(plot, In_Data(plot, to.x, to.y))) return Hint(session, "Warning, out of plotting zone.");
+    if (upward ? ahead < 0 : ahead > 0)
+        return Hint(session, "Warning, " + axis.name + " final value can't be " + (upward ? "lower" : "upper") + " that " + axis.name +
+                                 " ref selected.");
+    Hint(session, Factor_Hint(axis));
+    Move_Rubber(session, to);
+}
+
+bool Scale_Rows(Session& session, Ask& ask, bool along_x, const std::vector<int>& rows, float factor) {
+    Profile_Store& store = session.store;
+    for (const int row : rows) {
+        const Diffraction_Pattern_Type& pattern = store.Pattern(row);
+        if (along_x ? Stays_Finite_X(pattern, factor, 0) : Stays_Finite_Y(pattern, factor, 0)) continue;
+        Too_Far(session, ask, row);
+        return false;
+    }
+    for (const int row : rows) {
+        if (along_x)
+            Scale_X_Of_Row(store.Pattern(row), store.Info(row), factor, 0);
+        else
+            Scale_Y_Of_Row(store.Pattern(row), factor, 0);
+    }
+    return true;
+}
+
+void Finish_Factor(Session& session, Ask& ask) {
+    Plot_State& plot = session.plot;
+    const Axis axis = Axis_Of(plot);
+    const bool along_x = plot.MoveMode == scale_x_mode;
+    const Row_Move move = plot.row_move;
+    const float factor = In_Intensity(plot, plot.rubber.x1, plot.rubber.y1).*axis.value / move.pivot;
+    Leave_Mode(session);
+    const std::string text = "The following profiles will be scaling at " + axis.name + " according\nto following equation: " + axis.name +
+                             "' = " + IRealToString(factor) + axis.name + Row_Names(session, move.rows);
+    if (Confirmed(ask, text) && Scale_Rows(session, ask, along_x, move.rows, factor))
+        Plot_ReMake(session);
+    else
+        Plot_Redraw(session);
+}
+
+void MouseMovement_Scaling(Session& session, Ask& ask, const Message& message) {
+    Plot_State& plot = session.plot;
+    const WIN_MESSAGE& record = message.record;
+    if (!Has_Meaning(session, record)) return;
+    const Plot_State::Place at{record.x, record.y};
+    const bool second_stage = plot.row_move.has_pivot;
+    switch (message.kind) {
+        case Message_Kind::mouse_down:
+            if (record.value1 == right_button) return Leave_Mode(session);
+            if (record.value1 != left_button || !Inside(plot, In_Data(plot, at.x, at.y))) break;
+            second_stage ? Start_Factor(session, at) : Start_Rubber(session, Rubber_Kind::line, at);
+            break;
+        case Message_Kind::mouse_move:
+            Show_Read_Outs(session, In_Data(plot, at.x, at.y));
+            if (!plot.rubber.active) break;
+            second_stage ? Move_Factor(session, at) : Move_Rubber(session, Held_In_Box(plot, at));
+            break;
+        case Message_Kind::mouse_up:
+            if (record.value1 != left_button || !plot.rubber.active) break;
+            if (second_stage) {
+                Move_Factor(session, at);
+                Finish_Factor(session, ask);
+            } else {
+                Move_Rubber(session, Held_In_Box(plot, at));
+                Finish_Pivot(session, ask);
+            }
+            break;
+        default:
+            break;
+    }
+}
+
+}  // namespace
+
+void Start_Align_Mode(Session& session, std::vector<int> rows) {
+    Enter_Mode(session, align_mode, Cursor_Shape::cross, "Draw from a place of the curves to where it shall be; the right button cancels");
+    session.plot.row_move.rows = std::move(rows);
+}
+
+void Start_Scaling_Mode(Session& session, int mode, std::vector<int> rows) {
+    Enter_Mode(session, mode, Cursor_Shape::cross, "");
+    session.plot.row_move.rows = std::move(rows);
+    Hint(session, Pivot_Hint(Axis_Of(session.plot)));
+}
+
+void MouseMovement_OffsetAlign(Session& session, Ask& ask, const Message& message) {
+    Plot_State& plot = session.plot;
+    const WIN_MESSAGE& record = message.record;
+    if (!Has_Meaning(session, record)) return;
+    const Plot_State::Place at{record.x, record.y};
+    switch (message.kind) {
+        case Message_Kind::mouse_down:
+            if (record.value1 == right_button) return Leave_Mode(session);
+            if (record.value1 == left_button && Inside(plot, In_Data(plot, at.x, at.y))) Start_Rubber(session, Rubber_Kind::line, at);
+            break;
+        case Message_Kind::mouse_move:
+            Show_Read_Outs(session, In_Data(plot, at.x, at.y));
+            if (plot.rubber.active) Move_Rubber(session, Held_In_Box(plot, at));
+            break;
+        case Message_Kind::mouse_up:
+            if (record.value1 != left_button || !plot.rubber.active) break;
+            Move_Rubber(session, Held_In_Box(plot, at));
+            Finish_Line(session, ask);
+            break;
+        default:
+            break;
+    }
+}
+
+void MouseMovement_ScalingX(Session& session, Ask& ask, const Message& message) { MouseMovement_Scaling(session, ask, message); }
+void MouseMovement_ScalingY(Session& session, Ask& ask, const Message& message) { MouseMovement_Scaling(session, ask, message); }
+
+}  // namespace vntl

@@ -1,0 +1,125 @@
+#include "commands/plot/mouse_clicks.hpp"
+
+#include <algorithm>
+#include <cmath>
+
+#include "base/text.hpp"
+#include "plot/plot.hpp"
+
+namespace vntl {
+
+namespace {
+
+constexpr float near_part = 0.01f;       // of the view: a click this near to an entry means it
+constexpr float near_fit_part = 0.001f;  // of the fit window
+
+template <class Mark>
+bool Left_Of(const Mark& a, const Mark& b) {
+    return a.x < b.x;
+}
+
+// A new peak stands on the background of its neighbours.
+float Background_At(const std::vector<Peak_Mark>& peaks, float x) {
+    if (peaks.empty()) return 0;
+    const auto right = std::upper_bound(peaks.begin(), peaks.end(), Peak_Mark{x, 0, 0}, Left_Of<Peak_Mark>);
+    if (right == peaks.begin()) return peaks.front().bgr;
+    if (right == peaks.end()) return peaks.back().bgr;
+    return 0.5f * ((right - 1)->bgr + right->bgr);
+}
+
+void Insert_Peak(Session& session, Ask& ask, float x, float y) {
+    std::vector<Peak_Mark>& peaks = session.lists.peaks;
+    if (peaks.size() >= max_peaks) return ask.Error("The limit number of peaks has been attained!");
+    peaks.push_back({x, y, Background_At(peaks, x)});
+    std::stable_sort(peaks.begin(), peaks.end(), Left_Of<Peak_Mark>);
+}
+
+void Delete_Peak(Session& session, Ask& ask, float x) {
+    const float reach = near_part * (session.plot.x_view_max - session.plot.x_view_min);
+    std::vector<Peak_Mark>& peaks = session.lists.peaks;
+    const auto found = std::find_if(peaks.begin(), peaks.end(), [&](const Peak_Mark& peak) { return std::fabs(peak.x - x) <= reach; });
+    if (found == peaks.end()) return ask.Error("No peaks found in this position for removing");
+    peaks.erase(found);
+}
+
+void Insert_Background(Session& session, Ask& ask, float x, float y) {
+    std::vector<Background_Mark>& points = session.lists.background;
+    if (points.size() >= max_background_points) return ask.Error("The limit number of background points has been attained!");
+    points.push_back({x, y});
+    std::stable_sort(points.begin(), points.end(), Left_Of<Background_Mark>);
+}
+
+void Delete_Background(Session& session, Ask& ask, float x, float y) {
+    const Plot_State& plot = session.plot;
+    const float reach_x = near_part * (plot.x_view_max - plot.x_view_min), reach_y = near_part * (plot.y_view_max - plot.y_view_min);
+    std::vector<Background_Mark>& points = session.lists.background;
+    const auto found = std::find_if(points.begin(), points.end(), [&](const Background_Mark& point) {
+        return std::fabs(point.x - x) <= reach_x && std::fabs(point.y - y) <= reach_y;
+    });
+    if (found == points.end()) return ask.Error("No background point found in this position for removing");
+    points.erase(found);
+}
+
+void Set_Upper_Limit(Session& session, Ask& ask, float x, float y) {
+    Fit_Marks& fit = session.lists.fit;
+    if (!(x > fit.a1)) return ask.Error("ERROR: The maximal X-value CANNOT\n       be lower than the minimal X-value");
+    fit.upper_set = true;
+    fit.a2 = x;
+    fit.b2 = y;
+    session.interface.Status_Text(1, "From now, you only need add/delete peaks into the range defined previously");
+}
+
+// A click on a peak takes it away, unless peaks are being added; anywhere else in the window it adds one.
+void Change_Fit_Peaks(Session& session, Ask& ask, float x, float y) {
+    Fit_Marks& fit = session.lists.fit;
+    const bool adding = session.plot.peak_insert;
+    const float reach = near_fit_part * (fit.a2 - fit.a1);
+    const auto found =
+        std::find_if(fit.peaks.begin(), fit.peaks.end(), [&](const Fit_Peak_Mark& peak) { return std::fabs(peak.x - x) <= reach; });
+    const bool deletes = !adding && found != fit.peaks.end();
+    if (!deletes && fit.peaks.size() >= max_fit_peaks) return ask.Information("The maximum number of peaks to fit was reached!");
+    if (x < fit.a1 || x > fit.a2) return;
+    if (deletes) {
+        fit.peaks.erase(found);
+        return session.interface.Status_Text(1, "A peak has been deleted");
+    }
+    fit.peaks.push_back({x, y});
+    session.interface.Status_Text(1, "A peak has been added");
+}
+
+// Two points of the background limit the window, then clicks in it choose its peaks.
+void Click_In_Fit(Session& session, Ask& ask, float x, float y) {
+    const std::string variable = Lower(session.store.Pattern(1).scat_var);
+    if (!Contains(variable, "2theta") && !Contains(variable, "tof")) return;
+    Fit_Marks& fit = session.lists.fit;
+    if (fit.upper_set) return Change_Fit_Peaks(session, ask, x, y);
+    if (fit.lower_set) return Set_Upper_Limit(session, ask, x, y);
+    fit.lower_set = true;
+    fit.a1 = x;
+    fit.b1 = y;
+    session.interface.Status_Text(1, "Select now the upper limit on background points");
+}
+
+}  // namespace
+
+void Click(Session& session, Ask& ask, float x, float y) {
+    const Plot_State& plot = session.plot;
+    switch (plot.ClickMode) {
+        case 1:
+            Click_In_Fit(session, ask, x, y);
+            break;
+        case 2:
+            if (plot.peak_insert && !plot.peak_delete) Insert_Peak(session, ask, x, y);
+            if (plot.peak_delete) Delete_Peak(session, ask, x);
+            break;
+        case 3:
+            if (plot.bgr_insert) Insert_Background(session, ask, x, y);
+            if (plot.bgr_delete) Delete_Background(session, ask, x, y);
+            break;
+        default:
+            break;
+    }
+    Plot_Redraw(session);
+}
+
+}  // namespace vntl

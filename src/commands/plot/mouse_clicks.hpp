@@ -1,0 +1,14 @@
+// What a click in the plot of a running calculation does to its list.
+#pragma once
+
+#include "base/ask.hpp"
+
+namespace vntl {
+
+struct Session;
+
+// A click at a place in data units inside the plot: peaks and points of the background are inserted and deleted, the window of a fit is
+// chosen. Draws.
+void Click(Session&, Ask&, float x, float y);
+
+}  // namespace vntl

@@ -1,0 +1,64 @@
+#include <algorithm>
+
+#include "commands/plot/mouse.hpp"
+#include "commands/plot/mouse_tools.hpp"
+#include "commands/profiles/excluded_regions.hpp"
+#include "plot/plot.hpp"
+
+namespace vntl {
+
+namespace {
+
+Status Exclude_In_Row(Session& session, int row, float lo, float hi) {
+    PRF_Info_Add_Type& info = session.store.Info(row);
+    if (info.nexcl >= max_excluded_regions)
+        return Status::Fail("Profile No " + std::to_string(row) + "has too much number of Excluded Regions");
+    const auto place = static_cast<std::size_t>(info.nexcl++);
+    info.excl_min[place] = lo;
+    info.excl_max[place] = hi;
+    return Status::Done();
+}
+
+void Finish_Band(Session& session, Ask& ask) {
+    const Rubber_Shape rubber = session.plot.rubber;
+    const float a = In_Data(session.plot, rubber.x0, rubber.y0).x, b = In_Data(session.plot, rubber.x1, rubber.y1).x;
+    const float lo = std::min(a, b), hi = std::max(a, b);
+    Leave_Mode(session);
+    if (!(lo < hi)) return;  // a click marks nothing
+    const bool alone = session.store.nperfiles() == 1;
+    const Status status = alone ? Exclude_In_Row(session, 1, lo, hi) : Insert_Excluded_Region(session, ask, lo, hi);
+    if (status.failed && status.message != "Cancelled") ask.Error(status.message);
+    session.prefs.prf.excl_ignore_sides ? Plot_ReMake(session) : Plot_Redraw(session);
+}
+
+}  // namespace
+
+void Start_Exclude_Mode(Session& session) {
+    Enter_Mode(session, exclude_mode, Cursor_Shape::cross,
+               "Draw over the stretch to exclude with the left button; the right button cancels", exclude_command);
+}
+
+void MouseMovement_SelExclReg(Session& session, Ask& ask, const Message& message) {
+    const WIN_MESSAGE& record = message.record;
+    if (!Has_Meaning(session, record)) return;
+    const Plot_State::Place held = Held_In_Box(session.plot, {record.x, record.y});
+    switch (message.kind) {
+        case Message_Kind::mouse_down:
+            if (record.value1 == right_button) return Leave_Mode(session);
+            if (record.value1 == left_button) Start_Rubber(session, Rubber_Kind::band, held);
+            break;
+        case Message_Kind::mouse_move:
+            Show_Read_Outs(session, In_Data(session.plot, record.x, record.y));
+            if (session.plot.rubber.active) Move_Rubber(session, held);
+            break;
+        case Message_Kind::mouse_up:
+            if (record.value1 != left_button || !session.plot.rubber.active) break;
+            Move_Rubber(session, held);
+            Finish_Band(session, ask);
+            break;
+        default:
+            break;
+    }
+}
+
+}  // namespace vntl

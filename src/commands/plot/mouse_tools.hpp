@@ -1,0 +1,48 @@
+// What the modes of the mouse share: places in data units, read-outs, the shape that follows the hand, and how a mode begins and ends.
+#pragma once
+
+#include <vector>
+
+#include "session/session.hpp"
+#include "toolkit/messages.hpp"
+
+namespace vntl {
+
+inline constexpr int left_button = 1, right_button = 3;
+
+struct Data_Point {
+    float x, y;
+};
+
+// A place of the page in data units of the window drawn last.
+Data_Point In_Data(const Plot_State& plot, double page_x, double page_y);
+bool Inside(const Plot_State& plot, Data_Point at);
+
+// The same with an intensity in its own units, also in the logarithmic form.
+Data_Point In_Intensity(const Plot_State& plot, double page_x, double page_y);
+
+// The place of the page in the plot box that is nearest.
+Plot_State::Place Held_In_Box(const Plot_State& plot, Plot_State::Place page);
+
+// Number, from 1, of the last point whose x is not above; 0 when all are.
+std::size_t Point_At(const Diffraction_Pattern_Type& pattern, float x);
+
+void Show_Read_Outs(Session&, Data_Point at);
+
+void Start_Rubber(Session&, Rubber_Kind kind, Plot_State::Place at);
+void Move_Rubber(Session&, Plot_State::Place to);
+void Lapse_Rubber(Session&);
+void Want_Button_Up(Session&, bool on);
+
+// A mode of the mouse takes the place of the present one; `command` is disabled while it lasts, 0 for none.
+void Enter_Mode(Session&, int mode, Cursor_Shape cursor, std::string_view hint, int command = 0);
+// Back to `MoveMode` 0: shapes lapse, the commands of the mode are free again, the hint goes.
+void Leave_Mode(Session&);
+
+// False for a message that means nothing: no rows, another plot form, no place.
+bool Has_Meaning(const Session&, const WIN_MESSAGE& record);
+
+// Names of rows for a box, one a line; of many rows the first ones.
+std::string Row_Names(const Session&, const std::vector<int>& rows);
+
+}  // namespace vntl

@@ -1,0 +1,20 @@
+// Spectral lines: where the peak under the pointer would stand for the other wavelengths of the tube.
+#pragma once
+
+#include "base/ask.hpp"
+#include "toolkit/dialog.hpp"
+
+namespace vntl {
+
+struct Session;
+
+Dialog_Resource Spectral_Lines_Dialog_Resource();
+
+// The wavelengths of row 1 that the lines take; nothing changes on cancel.
+void Spectral_Lines_Dialog(Session&, Ask&);
+
+void Spectral_Lines_On(Session&, Ask&);
+void Spectral_Lines_Off(Session&);
+void Toggle_Spectral_Line(Session&, int line);  // 0 K-alpha1, 1 K-alpha2, 2 K-beta, 3 L-alpha1 of tungsten
+
+}  // namespace vntl

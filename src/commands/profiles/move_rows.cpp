@@ -1,0 +1,188 @@
+#include "commands/profiles/move_rows.hpp"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <optional>
+
+#include "calc/rescale.hpp"
+#include "commands/modal.hpp"
+#include "commands/row_grid.hpp"
+#include "session/session.hpp"
+
+namespace vntl {
+
+namespace {
+
+enum Field { rows_grid = 1711, by_mouse, first_number, second_number, third_number, select_all, deselect_all, note };
+enum Column { file_name = 1, kind, marked };
+
+// The three dialogs are one but for their texts and what they do with their numbers.
+struct Move_Dialog {
+    int number;
+    std::string_view title, manual_label;
+    std::vector<std::string_view> number_labels;
+    std::string_view nothing_marked;
+    bool tells_of_refined;
+    Status (*move)(Session&, const std::vector<int>& rows, const std::vector<float>& numbers);
+};
+
+Status Out_Of_Range(const Session& session, int row) {
+    return Status::Fail("Values of " + session.store.Info(row).file_name + " would leave the range of numbers");
+}
+
+Status Offset(Session& session, const std::vector<int>& rows, const std::vector<float>& numbers) {
+    Profile_Store& store = session.store;
+    for (const int row : rows)
+        if (!Stays_Finite_X(store.Pattern(row), 1, numbers[0]) || !Stays_Finite_Y(store.Pattern(row), 1, numbers[1]))
+            return Out_Of_Range(session, row);
+    for (const int row : rows) Offset_Row(store.Pattern(row), store.Info(row), numbers[0], numbers[1]);
+    return Status::Done();
+}
+
+// The line that leaves the reference where it is and brings the present value to the new one.
+struct Scaling {
+    float a, b;
+};
+std::optional<Scaling> Scaling_Of(const std::vector<float>& numbers) {
+    const double r = numbers[0], p = numbers[1], n = numbers[2];
+    const auto a = static_cast<float>((n - r) / (p - r)), b = static_cast<float>(r * (p - n) / (p - r));
+    if (!std::isfinite(a) || !std::isfinite(b) || a == 0) return {};
+    return Scaling{a, b};
+}
+
+Status No_Scaling(std::string_view axis) {
+    const std::string name(axis);
+    return Status::Fail("The present and the new " + name + " value must differ from the " + name + " reference");
+}
+
+Status Scale_X(Session& session, const std::vector<int>& rows, const std::vector<float>& numbers) {
+    const std::optional<Scaling> line = Scaling_Of(numbers);
+    if (!line) return No_Scaling("X");
+    Profile_Store& store = session.store;
+    for (const int row : rows)
+        if (!Stays_Finite_X(store.Pattern(row), line->a, line->b)) return Out_Of_Range(session, row);
+    for (const int row : rows) Scale_X_Of_Row(store.Pattern(row), store.Info(row), line->a, line->b);
+    return Status::Done();
+}
+
+Status Scale_Y(Session& session, const std::vector<int>& rows, const std::vector<float>& numbers) {
+    const std::optional<Scaling> line = Scaling_Of(numbers);
+    if (!line) return No_Scaling("Y");
+    Profile_Store& store = session.store;
+    for (const int row : rows)
+        if (!Stays_Finite_Y(store.Pattern(row), line->a, line->b)) return Out_Of_Range(session, row);
+    for (const int row : rows) Scale_Y_Of_Row(store.Pattern(row), line->a, line->b);
+    return Status::Done();
+}
+
+const std::array<Move_Dialog, 3>& Dialogs() {
+    static const std::array<Move_Dialog, 3> dialogs = {{{411,
+                                                         "Offset/Align profiles",
+                                                         "Align manually from graphic",
+                                                         {"Offset X", "Offset Y"},
+                                                         "No files have been selected for offset/align. Operation cancelled",
+                                                         false,
+                                                         Offset},
+                                                        {412,
+                                                         "Scaling X profiles",
+                                                         "Scaling X manually from graphic",
+                                                         {"X reference (fixe) :", "Present X value :", "New X value :"},
+                                                         "No files have been selected for scaling X. Operation cancelled",
+                                                         true,
+                                                         Scale_X},
+                                                        {413,
+                                                         "Scaling Y profiles",
+                                                         "Scaling Y manually from graphic",
+                                                         {"Y reference (fixe) :", "Present Y value :", "New Y value :"},
+                                                         "No files have been selected for scaling Y. Operation cancelled",
+                                                         true,
+                                                         Scale_Y}}};
+    return dialogs;
+}
+
+Dialog_Resource Resource_Of(const Move_Dialog& dialog) {
+    Dialog_Resource resource{dialog.number, std::string(dialog.title), {}};
+    resource.rows.push_back(
+        {{.number = rows_grid,
+          .kind = Field_Kind::grid,
+          .label = "",
+          .columns = {{"File", Cell_Kind::string, {}, 26}, {"Kind", Cell_Kind::string, {}, 8}, {"Selected", Cell_Kind::check_box, {}, 8}},
+          .grid_rows = 1}});
+    if (dialog.tells_of_refined) resource.rows.push_back({{note, Field_Kind::label, "PRF type profiles can't be selected"}});
+    resource.rows.push_back(
+        {{select_all, Field_Kind::push_button, "&Select all"}, {deselect_all, Field_Kind::push_button, "&Deselect all"}});
+    resource.rows.push_back({{by_mouse, Field_Kind::check_box, "&" + std::string(dialog.manual_label)}});
+    int field = first_number;
+    for (const std::string_view label : dialog.number_labels)
+        resource.rows.push_back({{.number = field++, .kind = Field_Kind::real, .label = std::string(label), .width = 14}});
+    resource.rows.push_back({{button_ok, Field_Kind::push_button, "OK"}, {button_cancel, Field_Kind::push_button, "Cancel"}});
+    return resource;
+}
+
+void Fill(const Session& session, const Move_Dialog& dialog) {
+    const auto refined = [&session](int row) { return Is_Refined_Kind(session, row); };
+    Label_Row_Grid(session, rows_grid);
+    Put_Row_Texts(session, rows_grid, file_name, [&](int row) { return session.store.Info(row).file_name; });
+    Put_Row_Texts(session, rows_grid, kind, [&](int row) { return session.store.Info(row).kind; });
+    Set_Checks(session, rows_grid, marked, false);
+    Fix_Checks(session, rows_grid, marked, refined);
+    WDialogPutCheckBox(by_mouse, 1);
+    for (int i = 0; i < static_cast<int>(dialog.number_labels.size()); ++i) WDialogPutReal(first_number + i, 0);
+}
+
+void Grey_Numbers(const Move_Dialog& dialog) {
+    const int state = WDialogGetCheckBox(by_mouse) != 0 ? field_disabled : field_enabled;
+    for (int i = 0; i < static_cast<int>(dialog.number_labels.size()); ++i) WDialogFieldState(first_number + i, state);
+}
+
+// Nothing where a field holds no number, which has been told then.
+std::optional<std::vector<float>> Numbers(const Move_Dialog& dialog) {
+    std::vector<float> numbers;
+    for (std::size_t i = 0; i < dialog.number_labels.size(); ++i) {
+        const auto value = Number_In_Field(first_number + static_cast<int>(i), dialog.number_labels[i]);
+        if (!value) return {};
+        numbers.push_back(*value);
+    }
+    return numbers;
+}
+
+Status Run(Session& session, const Move_Dialog& dialog, Row_Choice& choice) {
+    while (true) {
+        const int pressed = Run_Modal(session, dialog.number, {}, [&dialog](int) { Grey_Numbers(dialog); });
+        if (pressed == select_all || pressed == deselect_all) {
+            Set_Checks(session, rows_grid, marked, pressed == select_all, [&](int row) { return Is_Refined_Kind(session, row); });
+        } else if (pressed != button_ok) {
+            return Status::Fail("Cancelled");
+        } else {
+            choice = {WDialogGetCheckBox(by_mouse) != 0, Checked_Rows(rows_grid, marked)};
+            if (choice.rows.empty()) return Status::Fail(std::string(dialog.nothing_marked));
+            if (choice.by_mouse) return Status::Done();
+            if (const auto numbers = Numbers(dialog)) return dialog.move(session, choice.rows, *numbers);
+        }
+    }
+}
+
+Status Move_Rows(Session& session, const Move_Dialog& dialog, Row_Choice& choice) {
+    WDialogLoad(dialog.number);
+    Fill(session, dialog);
+    Grey_Numbers(dialog);
+    WDialogShow(rows_grid, Show_Kind::modal);
+    const Status status = Run(session, dialog, choice);
+    WDialogUnload();
+    return status;
+}
+
+}  // namespace
+
+std::vector<Dialog_Resource> Move_Rows_Dialog_Resources() {
+    std::vector<Dialog_Resource> resources;
+    for (const Move_Dialog& dialog : Dialogs()) resources.push_back(Resource_Of(dialog));
+    return resources;
+}
+
+Status Offset_Align_Dialog(Session& session, Row_Choice& choice) { return Move_Rows(session, Dialogs()[0], choice); }
+Status Scaling_X_Dialog(Session& session, Row_Choice& choice) { return Move_Rows(session, Dialogs()[1], choice); }
+Status Scaling_Y_Dialog(Session& session, Row_Choice& choice) { return Move_Rows(session, Dialogs()[2], choice); }
+
+}  // namespace vntl

@@ -1,0 +1,194 @@
+#include "commands/xspace/constants_dialogs.hpp"
+
+#include <algorithm>
+#include <optional>
+#include <string>
+
+#include "base/text.hpp"
+#include "commands/modal.hpp"
+#include "toolkit/window.hpp"
+
+namespace vntl {
+namespace {
+
+using Value = float Conversion_Constants::*;
+using Shown = std::optional<float>;  // what a field or cell holds
+
+// An entry: of the file's constant, or of what "Set all" copies to the rows.
+struct Entry {
+    int field;
+    const char *label, *unit;
+    Value value;
+};
+
+struct Constants_Dialog {
+    int number;
+    const char* title;
+    const char* format;
+    std::vector<Entry> entries;
+    int grid = 0;  // of all rows, 0 none
+    std::vector<Grid_Column> columns = {};
+};
+
+constexpr int field_file = 1315, button_set_all = 1328, field_first_unit = 1901;
+constexpr Value first = &Conversion_Constants::first, second = &Conversion_Constants::second;
+constexpr Value column_values[] = {first, second};  // of the grid's columns behind the file name
+constexpr const char *wavelength_format = "(f14.6)", *time_format = "(f16.4)";
+constexpr const char *angstrom = "\u00c5", *dtt1_unit = "\u00b5s/\u00c5", *dtt2_unit = "\u00b5s/\u00c5\u00b2";
+
+Grid_Column Constant_Column(const char* heading, const char* format) { return {heading, Cell_Kind::real, format, 14}; }
+
+Constants_Dialog File_Dialog(Constants_Kind kind) {
+    if (kind == Constants_Kind::wavelength) return {124, "Set lambda to...", wavelength_format, {{1314, "&Lambda", angstrom, first}}};
+    return {134, "Set dtt1/dtt2 to...", time_format, {{1316, "dtt&1", dtt1_unit, first}, {1317, "dtt&2", dtt2_unit, second}}};
+}
+
+Constants_Dialog Row_Dialog(Constants_Kind kind) {
+    const Grid_Column file{"File", Cell_Kind::string, "", 30};
+    if (kind == Constants_Kind::wavelength)
+        return {129,
+                "Convert Xspace",
+                wavelength_format,
+                {{1327, "Set &wavelength", angstrom, first}},
+                1305,
+                {file, Constant_Column("Lambda 1", wavelength_format), Constant_Column("Lambda 2", wavelength_format)}};
+    return {135,         "Convert Xspace from TOF",
+            time_format, {{1306, "dtt&1", dtt1_unit, first}, {1307, "dtt&2", dtt2_unit, second}},
+            1318,        {file, Constant_Column("dtt1", time_format), Constant_Column("dtt2", time_format)}};
+}
+
+Dialog_Resource Resource(const Constants_Dialog& dialog) {
+    Dialog_Resource resource{dialog.number, dialog.title, {}};
+    Dialog_Field grid{dialog.grid, Field_Kind::grid}, file{field_file, Field_Kind::string, "&File"};
+    grid.columns = dialog.columns;
+    file.width = 36;
+    resource.rows.push_back({dialog.grid != 0 ? grid : file});
+    int unit = field_first_unit;
+    for (const Entry& entry : dialog.entries) {
+        Dialog_Field field{entry.field, Field_Kind::real, entry.label};
+        field.format = dialog.format;
+        resource.rows.push_back({field, {unit++, Field_Kind::label, entry.unit}});
+    }
+    if (dialog.grid != 0) resource.rows.back().push_back({button_set_all, Field_Kind::push_button, "&Set all"});
+    resource.rows.push_back({{button_ok, Field_Kind::push_button, "OK"}, {button_cancel, Field_Kind::push_button, "Cancel"}});
+    return resource;
+}
+
+void Show_No_Number(const std::string& place, const std::string& text) {
+    WMessageBox({Box_Buttons::ok, Box_Icon::exclamation, 1, place + ":\n\"" + text + "\" is not a number", std::string(error_title)});
+}
+
+// True when every entry holds a number; else a box names the first that does not.
+bool Entries_Hold_Numbers(const Constants_Dialog& dialog) {
+    for (const Entry& entry : dialog.entries) {
+        if (WDialogGetReal(entry.field)) continue;
+        Show_No_Number(Replace_All(entry.label, "&", ""), WDialogGetString(entry.field));
+        return false;
+    }
+    return true;
+}
+
+// Fields show fewer digits than a constant has; the one that the user left as it stands keeps them all.
+void Take(float& constant, Shown before, Shown now) {
+    if (now && now != before) constant = *now;
+}
+
+// --- all rows ------------------------------------------------------------------------------------------------------------------
+
+using Columns = std::vector<std::vector<Shown>>;
+
+Columns Read_Grid(const Constants_Dialog& dialog) { return {WGridGetReal(dialog.grid, 2), WGridGetReal(dialog.grid, 3)}; }
+
+void Fill_Grid(const Constants_Dialog& dialog, const std::vector<Conversion_Constants>& rows) {
+    WGridRows(dialog.grid, static_cast<int>(rows.size()));
+    std::vector<std::string> names;
+    for (const Conversion_Constants& row : rows) names.push_back(row.file_name);
+    WGridPutString(dialog.grid, 1, names);
+    WGridState(dialog.grid, 1, field_read_only);
+    int column = 2;
+    for (const Value value : column_values) {
+        std::vector<float> values;
+        for (const Conversion_Constants& row : rows) values.push_back(row.*value);
+        WGridPutReal(dialog.grid, column++, values);
+    }
+}
+
+// At first "Set all" proposes what the first row with constants has.
+void Fill_Entries(const Constants_Dialog& dialog, const std::vector<Conversion_Constants>& rows) {
+    const auto known = std::find_if(rows.begin(), rows.end(), [](const Conversion_Constants& row) { return row.first > 0; });
+    for (const Entry& entry : dialog.entries) WDialogPutReal(entry.field, known == rows.end() ? 0 : (*known).*entry.value);
+}
+
+void Set_All(const Constants_Dialog& dialog, std::size_t rows) {
+    if (!Entries_Hold_Numbers(dialog)) return;
+    int column = 2;
+    for (const Entry& entry : dialog.entries)
+        WGridPutString(dialog.grid, column++, std::vector<std::string>(rows, WDialogGetString(entry.field)));
+}
+
+bool Cells_Hold_Numbers(const Constants_Dialog& dialog, const std::vector<Conversion_Constants>& rows, const Columns& cells) {
+    for (std::size_t row = 0; row < rows.size(); ++row)
+        for (std::size_t column = 0; column < cells.size(); ++column) {
+            if (cells[column][row]) continue;
+            Show_No_Number(dialog.columns[column + 1].heading + " of " + rows[row].file_name,
+                           WGridGetCellString(dialog.grid, static_cast<int>(column) + 2, static_cast<int>(row) + 1));
+            return false;
+        }
+    return true;
+}
+
+}  // namespace
+
+std::vector<Dialog_Resource> Constants_Dialog_Resources() {
+    std::vector<Dialog_Resource> resources;
+    for (const Constants_Kind kind : {Constants_Kind::wavelength, Constants_Kind::time_of_flight})
+        for (const Constants_Dialog& dialog : {File_Dialog(kind), Row_Dialog(kind)}) resources.push_back(Resource(dialog));
+    return resources;
+}
+
+bool File_Constants_Dialog(Session& session, Constants_Kind kind, Conversion_Constants& file) {
+    const Constants_Dialog dialog = File_Dialog(kind);
+    WDialogLoad(dialog.number);
+    WDialogPutString(field_file, file.file_name);
+    WDialogFieldState(field_file, field_read_only);
+    std::vector<Shown> before;
+    for (const Entry& entry : dialog.entries) {
+        WDialogPutReal(entry.field, file.*entry.value);
+        before.push_back(WDialogGetReal(entry.field));
+    }
+    WDialogShow(dialog.entries.front().field, Show_Kind::modal);
+
+    bool accepted = false;
+    while (!accepted && Run_Modal(session, dialog.number) == button_ok) accepted = Entries_Hold_Numbers(dialog);
+    if (accepted)
+        for (std::size_t i = 0; i < before.size(); ++i)
+            Take(file.*dialog.entries[i].value, before[i], WDialogGetReal(dialog.entries[i].field));
+    WDialogUnload();
+    return accepted;
+}
+
+bool Row_Constants_Dialog(Session& session, Constants_Kind kind, std::vector<Conversion_Constants>& rows) {
+    const Constants_Dialog dialog = Row_Dialog(kind);
+    WDialogLoad(dialog.number);
+    Fill_Grid(dialog, rows);
+    Fill_Entries(dialog, rows);
+    const Columns before = Read_Grid(dialog);
+    WDialogShow(dialog.grid, Show_Kind::modal);
+
+    bool accepted = false;
+    for (int button = 0; !accepted && button != button_cancel;) {
+        button = Run_Modal(session, dialog.number);
+        if (button == button_set_all) Set_All(dialog, rows.size());
+        if (button == button_ok) accepted = Cells_Hold_Numbers(dialog, rows, Read_Grid(dialog));
+    }
+    if (accepted) {
+        const Columns now = Read_Grid(dialog);
+        for (std::size_t column = 0; column < now.size(); ++column)
+            for (std::size_t row = 0; row < rows.size(); ++row)
+                Take(rows[row].*column_values[column], before[column][row], now[column][row]);
+    }
+    WDialogUnload();
+    return accepted;
+}
+
+}  // namespace vntl

@@ -1,0 +1,151 @@
+// The classic picture of a Rietveld refinement: the calculated line through the observed points, and under the data, from above, a row
+// of ticks for each phase and the difference curve on a base line of its own.
+#include "plot/prf_overlay.hpp"
+
+#include <algorithm>
+#include <array>
+
+#include "base/text.hpp"
+#include "plot/bragg_rows.hpp"
+#include "plot/curve_style.hpp"
+#include "plot/text_style.hpp"
+
+namespace vntl {
+
+namespace {
+
+constexpr int line_plot = 6, marker_plot = 7, marker_font = 101;
+constexpr Colour nuclear_and_magnetic = WRGB(0, 0, 255), magnetic = WRGB(255, 0, 0);
+
+// Colours of the pairs of atoms of a pair distribution, as blue, green, red.
+constexpr std::array<Colour, 20> pair_colours = {0x000000, 0x0000FF, 0xFF0000, 0x00FFFF, 0xFF00FF, 0xFFFF00, 0x000000,
+                                                 0xB8831F, 0xBF0000, 0x00EAEA, 0x3E3EFF, 0x0000FF, 0x0957F9, 0x0056CE,
+                                                 0x43D11C, 0x0015B3, 0x01B207, 0x008229, 0x0A2E4B, 0x015AF6};
+
+Colour Colour_Of_Pair(int pair) {
+    const int entry = pair % static_cast<int>(pair_colours.size());
+    return pair_colours[static_cast<std::size_t>(std::max(entry, 1) - 1)];
+}
+
+class Overlay {
+public:
+    Overlay(const Session& session, Graphics& g, const Plot_Window& window, bool log)
+        : session_(session),
+          prefs_(session.prefs.prf),
+          pattern_(session.store.Pattern(session.store.ProfilePRFactive)),
+          info_(session.store.Info(session.store.ProfilePRFactive)),
+          g_(g),
+          window_(window),
+          log_(log),
+          points_(std::min(pattern_.x.size(), pattern_.y.size())) {}
+
+    void Draw_Calculated() {
+        if (pattern_.ycalc.size() < points_) return;
+        const std::vector<float> y = Scaled(pattern_.ycalc);
+        if (Mono())
+            Draw_Markers(y, Ycalc_Style(prefs_), prefs_.ycalc_marker_size);
+        else
+            Draw_Line(y, Ycalc_Style(prefs_));
+    }
+
+    // An excluded stretch took no part in the refinement: the curve lies flat there.
+    void Draw_Difference() {
+        if (pattern_.ycalc.size() < points_) return;
+        const std::vector<float> observed = Scaled(pattern_.y), calculated = Scaled(pattern_.ycalc);
+        std::vector<float> difference(points_);
+        for (std::size_t i = 0; i < points_; ++i) difference[i] = observed[i] - calculated[i];
+        if (!Mono()) Flatten_Excluded(difference);
+        for (float& d : difference) d += session_.plot.diff_base;
+        if (Mono())
+            Draw_Markers(difference, Ydif_Style(prefs_), prefs_.ydif_marker_size);
+        else
+            Draw_Line(difference, Ydif_Style(prefs_));
+    }
+
+    void Draw_Background() {
+        if (pattern_.bgr.size() >= points_) Draw_Markers(Scaled(pattern_.bgr), Ydif_Style(prefs_), prefs_.ydif_marker_size);
+    }
+
+    void Draw_Reflections() {
+        if (info_.nphases < 1) return;
+        const std::size_t count = std::min(info_.refl_position.size(), info_.refl_code.size());
+        const bool magnetic_labels = std::any_of(info_.refl_label.begin(), info_.refl_label.end(), Is_Magnetic);
+        const bool pairs = pattern_.scat_var == "Distance" && !Contains(pattern_.legend_x, "ixel");
+        for (std::size_t j = 0; j < count; ++j) {
+            const float x = info_.refl_position[j];
+            if (!(x >= window_.x1 && x <= window_.x2)) continue;
+            g_.IGrColourN(pairs ? Colour_Of_Pair(info_.refl_phase[j]) : magnetic_labels ? Colour_Of_Label(j) : prefs_.refl_colour);
+            const Bragg_Row row = Bragg_Row_Of(session_.plot.diff_band, info_.nphases, info_.refl_code[j]);
+            g_.IGrMoveTo(x, session_.plot.diff_base + row.top);
+            g_.IGrLineTo(x, session_.plot.diff_base + row.bottom);
+        }
+    }
+
+private:
+    static bool Is_Magnetic(const std::string& label) { return Contains(label, "Mag."); }
+
+    Colour Colour_Of_Label(std::size_t j) const {
+        if (j >= info_.refl_label.size() || !Is_Magnetic(info_.refl_label[j])) return prefs_.refl_colour;
+        return Contains(info_.refl_label[j], "Nuc.+Mag.") ? nuclear_and_magnetic : magnetic;
+    }
+
+    bool Mono() const { return info_.kind == "MONO"; }
+    std::span<const float> X() const { return std::span(pattern_.x).first(points_); }
+
+    std::vector<float> Scaled(const std::vector<float>& array) const {
+        const auto values = std::span(array).first(points_);
+        return log_ ? Log_Copy(values) : std::vector<float>(values.begin(), values.end());
+    }
+
+    void Flatten_Excluded(std::vector<float>& difference) const {
+        const auto regions = static_cast<std::size_t>(std::clamp(info_.nexcl, 0, max_excluded_regions));
+        for (std::size_t j = 0; j < regions; ++j) {
+            const auto first = std::lower_bound(X().begin(), X().end(), info_.excl_min[j]) - X().begin();
+            const auto behind = std::upper_bound(X().begin(), X().end(), info_.excl_max[j]) - X().begin();
+            if (first < behind) std::fill(difference.begin() + first, difference.begin() + behind, 0.0f);
+        }
+    }
+
+    void Draw_Line(const std::vector<float>& y, const Curve_Style& style) {
+        g_.IPgNewPlot(line_plot, 1, static_cast<int>(points_));
+        g_.IPgStyle(1, style.Of_Line());
+        g_.IGrLineWidth(style.Width());
+        g_.IPgXYPairs(X(), y);
+    }
+
+    void Draw_Markers(const std::vector<float>& y, const Curve_Style& style, int size) {
+        g_.WGrTextFont(marker_font, 0, Char_Width(size), Char_Height(size));
+        g_.IPgNewPlot(marker_plot, 1, static_cast<int>(points_));
+        g_.IPgStyle(1, style.Of_Markers());
+        g_.IGrLineWidth(1);
+        g_.IPgXYPairs(X(), y);
+    }
+
+    const Session& session_;
+    const PRF_Prefs& prefs_;
+    const Diffraction_Pattern_Type& pattern_;
+    const PRF_Info_Add_Type& info_;
+    Graphics& g_;
+    const Plot_Window& window_;
+    bool log_;
+    std::size_t points_;
+};
+
+}  // namespace
+
+void Draw_PRF_Overlay(const Session& session, Graphics& g, const Plot_Window& window, bool log) {
+    const Profile_Store& store = session.store;
+    Overlay overlay(session, g, window, log);
+    if (store.show_ycalc) overlay.Draw_Calculated();
+    if (store.show_difference) overlay.Draw_Difference();
+    if (store.show_background) overlay.Draw_Background();
+
+    const Plot_State& plot = session.plot;
+    g.IGrArea(plot.zone_x1, plot.zone_y1, plot.zone_x2, plot.zone_y2);
+    g.IGrUnits(window.x1, window.y1, window.x2, window.y2);
+    g.IGrLineType(0);
+    g.IGrLineWidth(static_cast<float>(std::clamp(session.prefs.prf.refl_pitch, 1, 5)));
+    if (store.show_reflections) overlay.Draw_Reflections();
+}
+
+}  // namespace vntl

@@ -1,0 +1,53 @@
+#include "plot/reflection_search.hpp"
+
+#include "plot/bragg_rows.hpp"
+
+namespace vntl {
+
+namespace {
+
+constexpr float part_of_refined_view = 0.02f, part_of_generated_view = 0.01f;
+
+// Entries, from 1, whose position lies within `tolerance` of x, the first ones in list order.
+template <class Position>
+std::vector<int> Near(std::size_t count, float x, float tolerance, Position position) {
+    std::vector<int> found;
+    for (std::size_t j = 0; j < count && static_cast<int>(found.size()) < most_reflections_shown; ++j)
+        if (x - tolerance < position(j) && position(j) < x + tolerance) found.push_back(static_cast<int>(j) + 1);
+    return found;
+}
+
+bool Keep(Reflection_Hits& hits, std::vector<int> found, bool generated) {
+    if (found == hits.entries && (found.empty() || generated == hits.generated)) return false;
+    hits.entries = std::move(found);
+    hits.generated = generated;
+    return true;
+}
+
+bool In_View(const Plot_State& plot, float x) { return x >= plot.x_view_min && x <= plot.x_view_max; }
+
+// Between the first tick's top and the last one's foot.
+bool In_Bragg_Rows(const Plot_State& plot, int phases, float y) {
+    return y >= plot.diff_base + Bragg_Row_Of(plot.diff_band, phases, phases).bottom &&
+           y <= plot.diff_base + Bragg_Row_Of(plot.diff_band, phases, 1).top;
+}
+
+}  // namespace
+
+bool Search_PRF_Refl(Session& session, float x, float y) {
+    Plot_State& plot = session.plot;
+    const PRF_Info_Add_Type& info = session.store.Info(session.store.ProfilePRFactive);
+    if (info.nphases < 1 || !In_View(plot, x) || !In_Bragg_Rows(plot, info.nphases, y)) return Keep(plot.hits, {}, false);
+    const float tolerance = part_of_refined_view * (plot.x_view_max - plot.x_view_min);
+    return Keep(plot.hits, Near(info.refl_position.size(), x, tolerance, [&](std::size_t j) { return info.refl_position[j]; }), false);
+}
+
+bool Search_HKLGen_Refl(Session& session, float x, float y) {
+    Plot_State& plot = session.plot;
+    const std::vector<Reflection_Mark>& marks = session.lists.hklgen;
+    if (!In_View(plot, x) || y < plot.y_view_min || y > plot.y_view_max) return Keep(plot.hits, {}, true);
+    const float tolerance = part_of_generated_view * (plot.x_view_max - plot.x_view_min);
+    return Keep(plot.hits, Near(marks.size(), x, tolerance, [&](std::size_t j) { return marks[j].x; }), true);
+}
+
+}  // namespace vntl

@@ -1,0 +1,15 @@
+// The reflections under the pointer: of the refined profile, or of the generated list.
+#pragma once
+
+#include "session/session.hpp"
+
+namespace vntl {
+
+inline constexpr int most_reflections_shown = 28;
+
+// Looks for reflections at a place in data units and keeps them in `plot.hits`; true when what is shown has to change. A move that finds
+// what the last one found costs no drawing.
+bool Search_PRF_Refl(Session&, float x, float y);
+bool Search_HKLGen_Refl(Session&, float x, float y);
+
+}  // namespace vntl

@@ -1,0 +1,92 @@
+// Loading a profile file: the Load sequence of any file, for a row whose reflections and excluded regions go with its points, and of which
+// there is one at most.
+#include "session/open_prf.hpp"
+
+#include <span>
+#include <utility>
+
+#include "base/os.hpp"
+#include "base/text.hpp"
+#include "patterns/prf.hpp"
+#include "session/session.hpp"
+#include "session/xspace.hpp"
+#include "session/xspace_vocabulary.hpp"
+
+namespace vntl {
+
+namespace {
+
+constexpr std::string_view overwrite_title = "Warning";
+
+// The row with a refined profile, 0 without one. Between two files of one command `ProfilePRFactive` does not know of it yet.
+int Refined_Row(const Profile_Store& store) {
+    for (int row = 1; row <= store.nperfiles(); ++row)
+        if (const std::string& kind = store.Info(row).kind; kind == "PRF" || kind == "MONO") return row;
+    return 0;
+}
+
+bool May_Overwrite(Ask& ask, const std::string& file_name) {
+    const std::string text = "The main window contain a PRF profile:\n" + file_name + "\nDo you want overwrite this profile?";
+    return ask.Box({Box_Buttons::yes_no, Box_Icon::question, 1, text, std::string(overwrite_title)}) == Box_Answer::yes;
+}
+
+// The steps by which the points of a file are brought to the present space; none where it has that space, or may not join.
+std::span<const X_Step> Steps_To_Present(const Session& session, const Diffraction_Pattern_Type& pattern) {
+    const Space* const present = Find_Space(session.plot.xspace);
+    const Space* const own = Find_Space(pattern.scat_var);
+    if (present == nullptr || own == nullptr || present->kind > Space_Kind::s) return {};
+    const bool measured = own->kind == Space_Kind::two_theta || own->kind == Space_Kind::tof;
+    return measured && own->kind != present->kind ? Chain_Between(own, present->kind).steps : std::span<const X_Step>();
+}
+
+// Both records join the present space, or neither.
+Status Join_Present(Session& session, Ask& ask, Diffraction_Pattern_Type& pattern, PRF_Info_Add_Type& info, bool& converted) {
+    const std::span<const X_Step> steps = Steps_To_Present(session, pattern);
+    if (Status status = Check_Load_Xspace(session, ask, pattern, info.file_name); status.failed) return status;
+    Convert_Marks(steps, pattern.conv, info, ask);
+    converted = !steps.empty();
+    return Status::Done();
+}
+
+// A profile that was brought to another scale has no titles of its own for it.
+void Name_Axes(Session& session, const Diffraction_Pattern_Type& pattern, bool converted) {
+    if (converted)
+        Set_Xspace(session, std::string(session.plot.xspace), "PRF");
+    else
+        Set_Xspace(session, pattern.scat_var, "PRF", pattern.legend_x, pattern.legend_y);
+}
+
+}  // namespace
+
+bool Is_Prf_Extension(std::string_view extension) { return Equal_No_Case(extension, ".prf") || Equal_No_Case(extension, ".xrf"); }
+
+Load_Result Load_Prf_Row(Session& session, Ask& ask, const std::string& path) {
+    Profile_Store& store = session.store;
+    const std::string full_path = Absolute_Path(session.config, path);
+    Diffraction_Pattern_Type pattern;
+    PRF_Info_Add_Type info;
+    const auto reader = [&info](const std::string& file, Diffraction_Pattern_Type& fresh) { return Read_Prf(file, fresh, info); };
+    if (const auto failure = Read_For_Row(session, ask, path, reader, pattern)) return *failure;
+    info.file_name = Trim(File_Part(full_path, session.config.sep));
+    info.directory = Directory_Part(full_path, session.config.sep);
+
+    bool converted = false;
+    if (const Status status = Join_Present(session, ask, pattern, info, converted); status.failed) {
+        ask.Error(status.message);
+        return Load_Result::refused;
+    }
+    const int refined = Refined_Row(store);
+    if (refined != 0 && !May_Overwrite(ask, store.Info(refined).file_name)) return Load_Result::refused;
+
+    Name_Axes(session, pattern, converted);
+    if (refined != 0) {
+        store.Pattern(refined) = std::move(pattern);
+        store.Info(refined) = std::move(info);
+    } else {
+        store.Append(std::move(pattern), std::move(info));
+    }
+    MRU_Add(session, full_path);
+    return Load_Result::added;
+}
+
+}  // namespace vntl

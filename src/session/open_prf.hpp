@@ -1,0 +1,24 @@
+// Opening profile files of a refinement: one row of the store at most is of that kind.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "base/ask.hpp"
+#include "session/load.hpp"
+
+namespace vntl {
+
+struct Session;
+
+// Opens the file named, or the one that the user selects. A refined profile that is there already is overwritten when the user says so,
+// else the new one is dropped.
+Open_Result Open_Prf_File(Session&, Ask&, const std::string& name = {});
+
+// Reads one profile file by the Load sequence, with its reflections and excluded regions; `refused` also when the user keeps the refined
+// profile that is there. Finish_Load follows.
+Load_Result Load_Prf_Row(Session&, Ask&, const std::string& path);
+
+bool Is_Prf_Extension(std::string_view extension);  // ".prf", ".xrf", in either case
+
+}  // namespace vntl
