@@ -28,7 +28,7 @@ FORM_FACTORS = {
 }
 
 # Coherent scattering lengths, fm.
-SCATTERING_LENGTHS = {"Al": 3.449, "O": 5.803, "K": 3.67, "Mn": -3.73, "F": 5.654, "Sr": 7.02, "Ti": -3.438}
+SCATTERING_LENGTHS = {"Al": 3.449, "O": 5.803, "K": 3.67, "Mn": -3.73, "F": 5.654, "Sr": 7.02, "Ti": -3.438, "Si": 4.1491}
 
 CU_KALPHA = ((1.540593, 1.0), (1.544427, 0.5))  # wavelength and relative intensity, Hoelzer et al. (1997)
 
@@ -372,6 +372,70 @@ def terminated(ys, step, q_max):
     return [sum(ys[j] * (kernel[abs(i - j)] - kernel[i + j + 2]) for j in places) for i in range(n)]
 
 
+def silicon():
+    """Si, F d -3 m, 295 K."""
+    basis = [(0, 0, 0), (0.25, 0.25, 0.25)]
+    centring = [(0, 0, 0), (0, 0.5, 0.5), (0.5, 0, 0.5), (0.5, 0.5, 0)]
+    atoms = [("Si", *(p[i] + t[i] for i in range(3)), 0.47) for t in centring for p in basis]
+    return Crystal(5.43102, 5.43102, 90.0, atoms)
+
+
+def indexed(crystal, d_min):
+    """As `reflections`, with the indices of one reflection of each line: triples (d, intensity, (h, k, l))."""
+    indices = {}
+    n = int(max(crystal.a, crystal.c) * 1.1548 / d_min) + 1
+    for h in range(n + 1):
+        for k in range(-n, n + 1):
+            for l in range(n + 1):
+                q = crystal.inverse_d_squared(h, k, l)
+                if q <= 0 or q > 1.0 / d_min**2 or crystal.structure_factor_squared(h, k, l, math.sqrt(q) / 2, neutron) < 1e-3:
+                    continue
+                key = round(q, 9)
+                indices[key] = max(indices.get(key, (0, -n - 1, 0)), (h, k, l), key=lambda i: (min(i) >= 0, i[0] >= i[1], i))
+    return [(d, i, indices[round(1 / d**2, 9)]) for d, i in reflections(crystal, d_min, neutron)]
+
+
+def refinement(directory):
+    """Corundum and silicon as they come out of a refinement that is nearly done, with a line of the cryostat left out."""
+    wavelength, zero, step = 1.594, 0.04, 0.1
+    xs = grid(20.0, step, 100.0)
+    shares = ((corundum(), 1.0), (silicon(), 0.9))
+    curves = {}
+    for name, uvw in (("true", (0.135, -0.245, 0.225)), ("refined", (0.135, -0.228, 0.212))):
+        total = [0.0] * len(xs)
+        for crystal, share in shares:
+            peaks = angular_pattern([x - zero for x in xs], crystal, neutron, ((wavelength, 1.0),), uvw, lambda _t: 0.08, lorentz_neutron)
+            volume = crystal.a**2 * crystal.c * math.sqrt(crystal.sin2_gamma)
+            total = [t + share * p / volume**2 for t, p in zip(total, peaks)]
+        curves[name] = total
+    factor = 4200 / max(curves["true"])
+    background = [180 + 0.25 * x + 60 * math.exp(-x / 25) for x in xs]
+    calculated = [factor * 0.995 * c + b for c, b in zip(curves["refined"], background)]
+    cryostat = [900 * pseudo_voigt(x - 66.5, 0.42, 0.1) * 0.45 for x in xs]
+    events = Counter(SEED + 4)
+    observed = [events.poisson(factor * c + b + extra) for c, b, extra in zip(curves["true"], background, cryostat)]
+    regions = [(20.0, 22.0), (65.6, 67.4)]
+    used = [i for i, x in enumerate(xs) if not any(lo <= x <= hi for lo, hi in regions)]
+    chi2 = sum((observed[i] - calculated[i]) ** 2 / max(observed[i], 1) for i in used) / (len(used) - 24)
+    phases = []
+    for crystal, _ in shares:
+        listed = indexed(crystal, wavelength / 2 / math.sin(math.radians(50)))
+        places = [(2 * math.degrees(math.asin(wavelength / 2 / d)) + zero, hkl) for d, _, hkl in listed]
+        phases.append([(x, hkl) for x, hkl in places if xs[0] <= x <= xs[-1]])
+    head = "Corundum and silicon, neutrons of 1.594 A, 295 K (simulated) CELL: 4.7589 12.991 120 5.43102"
+    lines = [f"{head} TEMP: 295.0 Chi2: {chi2:.3f}"]
+    lines += [f"{len(phases):3d}{len(xs):7d}" + "".join(f"{v:12.5f}" for v in (wavelength, wavelength, zero, 0.0, 0.0))]
+    lines += [" ".join(str(len(p)) for p in phases) + " 0" * len(phases), f"{len(regions):8d}"]
+    lines += [f"{lo:14.5f}{hi:14.5f}" for lo, hi in regions]
+    lines += ["        2Theta\tYobs\tYcal\tYobs-Ycal\tBackg\tPosr\t(hkl)\tK"]
+    for x, o, c, b in zip(xs, observed, calculated, background):
+        lines.append(f"{x:12.4f}\t{o:8.1f}\t{c:8.1f}\t{o - c:8.1f}\t{b:8.1f}")
+    for number, phase in enumerate(phases, 1):
+        lines.append(f"Reflections of phase: {number}")
+        lines += [f"{x:12.4f}{'':37s}{number:8d}\t({h:3d}{k:3d}{l:3d})\t{number:3d}{1:3d}" for x, (h, k, l) in phase]
+    write(directory / "refinement.prf", lines)
+
+
 def nickel_gr(directory):
     a, step, r_max, q_max = 3.5238, 0.01, 20.0, 26.0
     rs = grid(step, step, r_max)
@@ -390,7 +454,7 @@ def nickel_gr(directory):
 
 def main():
     directory = Path(sys.argv[1]) if len(sys.argv) > 1 else Path(__file__).resolve().parent.parent / "examples"
-    for make in (corundum_cuka, corundum_neutrons, corundum_tof, titanate_of_three_kinds, temperature_series, nickel_gr):
+    for make in (corundum_cuka, corundum_neutrons, corundum_tof, titanate_of_three_kinds, temperature_series, refinement, nickel_gr):
         make(directory)
 
 

@@ -9,6 +9,7 @@
 #include "app/application.hpp"
 #include "app/script.hpp"
 #include "session/load.hpp"
+#include "session/open_prf.hpp"
 
 namespace vntl {
 
@@ -49,7 +50,8 @@ void Recorder::Begin(const std::vector<std::string>& files) {
     Set_Witness(this);
     WindowSelect(main_window);
     Statement({"resize", std::to_string(WInfoWindow(1)), std::to_string(WInfoWindow(2))});
-    Words opening = {files.size() == 1 ? "open" : "drop"};
+    const bool pattern = files.size() == 1 && !Is_Prf_Extension(Extension_Of(files.front()));
+    Words opening = {pattern ? "open" : "drop"};
     for (const std::string& file : files) opening.push_back(std::filesystem::absolute(file).string());
     if (!files.empty()) Statement(std::move(opening));
 }
@@ -119,6 +121,7 @@ void Recorder::Saw_Message(const Message& message) {
             if (slot != recent_file_commands.end()) {
                 const std::string& file = app_.session.recent.Slot(static_cast<int>(slot - recent_file_commands.begin()) + 1);
                 if (Opens_As_Pattern(file)) return Statement({"open", file});
+                if (Is_Prf_Extension(Extension_Of(file))) return Statement({"drop", file});
             }
             return Statement({"command", std::to_string(record.value1)});
         }

@@ -22,7 +22,7 @@ struct PRF_Info_Add_Type {
     float x_shift_total = 0;  // sum of the shifts, and product of the factors, that the user gave to the row
     float y_mult_total = 1;
     std::vector<float> phase_value;        // nphases
-    std::vector<float> phase_table;        // (3, largest count of a phase, nreflections), first index fastest
+    std::vector<float> phase_table;        // propagation vectors: (3, largest number of a phase, nphases), first index fastest
     std::vector<std::int32_t> refl_phase;  // nreflections, and so on
     std::vector<float> refl_tag;
     std::vector<std::int32_t> refl_code;  // row of the tick, 1 to nphases
