@@ -8,6 +8,7 @@
 
 #include "app/application.hpp"
 #include "app/script.hpp"
+#include "base/os.hpp"
 #include "session/load.hpp"
 #include "session/open_prf.hpp"
 

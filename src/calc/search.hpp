@@ -33,8 +33,9 @@ struct Search_Radiation {
 Search_Radiation Radiation_Of_Search(int search_radiation, float lambda_of_pattern);
 
 // Searches the points with x_from <= x <= x_to. "satellites" looks at max(0, y - ycalc + bgr): what a refinement leaves; it fails
-// without a calculated curve and background. Fails when fewer than two points of the background or no peak is found; np = 0 without failure when every
-// peak is dropped in the end. Doublets are told apart by positions in degrees of 2theta. `result` changes only on success.
+// without a calculated curve and background. Fails when fewer than two points of the background or no peak is found; np = 0 without
+// failure when every peak is dropped in the end. Doublets are told apart by positions in degrees of 2theta. `result` changes only on
+// success.
 Status Search_Pattern(const Diffraction_Pattern_Type& pattern, float x_from, float x_to, Search_Mode mode,
                       const Search_Parameters& parameters, PKB_Type& result);
 

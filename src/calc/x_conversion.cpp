@@ -161,6 +161,13 @@ void Set_Limits(Diffraction_Pattern_Type& p) {
     if (p.npts > 0 && !finite) Set_Y_Limits(p);
 }
 
+// The mean step of the new scale. Only Q and s keep an even grid even.
+void Set_Step(std::span<const X_Step> steps, Diffraction_Pattern_Type& p) {
+    const auto keeps_even = [](X_Step step) { return step == X_Step::q_to_s || step == X_Step::s_to_q; };
+    p.constant_step = p.constant_step && std::all_of(steps.begin(), steps.end(), keeps_even);
+    if (p.npts > 1) p.step = (p.xmax - p.xmin) / static_cast<float>(p.npts - 1);
+}
+
 // --- what a conversion would lead to -------------------------------------------------------------------------------------------
 
 // x of a pattern where the order of its points shows: the ends, and between them the place at which a law turns back.
@@ -220,6 +227,7 @@ void Convert_Points(std::span<const X_Step> steps, Diffraction_Pattern_Type& pat
     }
     if (turned) Turn_Round(pattern);
     Set_Limits(pattern);
+    Set_Step(steps, pattern);
 }
 
 void Convert_Points(X_Step step, Diffraction_Pattern_Type& pattern) { Convert_Points(std::span(&step, 1), pattern); }

@@ -36,8 +36,8 @@ bool Reverses(X_Step step);
 float Convert_X(X_Step step, float x, const X_Constants& constants);
 double Convert_Value(X_Step step, double x, const X_Constants& constants);  // the same to about 12 digits
 
-// All points of a pattern, its order, and xmin, xmax, ymin, ymax. An angle, or with dtt2 a time of flight, at or below 0 takes the spacing
-// of the point behind it. Each step rounds x to single precision.
+// All points of a pattern, its order, xmin, xmax, ymin, ymax and the mean step. An angle, or with dtt2 a time of flight, at or below 0
+// takes the spacing of the point behind it. Each step rounds x to single precision.
 //
 // There and back, x returns within 4 units in the last place but for three cases. An angle returns within half a unit and
 // x tan(theta)/theta 2^-24, which is more from 165 degrees on. A spacing next to the largest that dtt2 < 0 allows returns within the

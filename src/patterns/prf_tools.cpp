@@ -18,7 +18,7 @@ namespace {
 
 constexpr int max_vectors = 999;               // of a phase: their numbers stand in three columns
 constexpr std::size_t bytes_a_reflection = 8;  // what no file says with less
-constexpr std::size_t label_width = 80;
+constexpr std::size_t usual_label = 30;        // characters
 constexpr std::array<std::string_view, 3> tag_texts = {"Nuc.", "Mag.", "Nuc.+Mag."};
 
 std::string At_Line(int line, const std::string& text) { return "ERROR: line " + std::to_string(line) + ": " + text; }
@@ -44,7 +44,7 @@ void Put(std::string& text, int value) {
 // A tag is the number of `vector` where there is one.
 std::string Label(const Prf_Reflection& r, const float* vector) {
     std::string text;
-    text.reserve(label_width);
+    text.reserve(usual_label);
     text += '(';
     for (const int index : {r.h, r.k, r.l}) Put<3>(text, index);
     text += ") ph:";

@@ -33,10 +33,10 @@ constexpr Threshold thresholds[] = {
 std::span<const Threshold> Thresholds_Of(int dialog) { return std::span(thresholds).subspan(dialog == peaks_dialog ? 0 : 2); }
 
 Dialog_Field Radiation_Frame() {
-    Dialog_Page page{"Radiation", {}};
+    Dialog_Page page;
     int field = first_radiation;
     for (const char* label : radiations) page.rows.push_back({{field++, Field_Kind::radio, label, first_radiation}});
-    return {.number = radiation_frame, .kind = Field_Kind::frame, .pages = {page}};
+    return {.number = radiation_frame, .kind = Field_Kind::frame, .label = "Radiation", .pages = {page}};
 }
 
 Dialog_Resource Resource(int number, std::string title) {
