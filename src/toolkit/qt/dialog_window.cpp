@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QButtonGroup>
+#include <QDeadlineTimer>
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -178,9 +179,22 @@ void Dialog_Window::Show(int field, Show_Kind kind, std::span<const int> command
     commands_.assign(commands.begin(), commands.end());
     // A menu must stay open to the commands that are let through; the others are dropped as they come.
     setWindowModality(modal_ && commands_.empty() ? Qt::ApplicationModal : Qt::NonModal);
+    awaited_ = false;
     show();
     The_Toolkit().To_Front(number_);
-    if (Dialog_Widget* first = Field(field)) first->Focus_Widget()->setFocus();
+    // The windowing system may activate the dialog later, and keys may come before.
+    if (Dialog_Widget* first = Field(field))
+        first->Focus_Widget()->setFocus();
+    else if (focusWidget() == nullptr)
+        focusNextPrevChild(true);
+}
+
+void Dialog_Window::Await_Activation() {
+    constexpr int longest = 500, wink = 5;  // milliseconds
+    if (awaited_) return;
+    awaited_ = true;
+    const QDeadlineTimer end(longest);
+    while (!isActiveWindow() && !end.hasExpired()) QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents, wink);
 }
 
 bool Dialog_Window::Lets_Through(int command) const { return std::find(commands_.begin(), commands_.end(), command) != commands_.end(); }

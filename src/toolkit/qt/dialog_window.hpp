@@ -30,6 +30,9 @@ public:
     bool Holds_Others() const { return modal_; }  // what is done elsewhere waits for its end
     bool Lets_Through(int command) const;
 
+    void
+    Await_Activation();  // for a key that comes at once: until the windowing system has made it the active window, for a moment at most
+
     void reject() override;  // Escape and the close box press the cancelling button
 
 protected:
@@ -46,6 +49,7 @@ private:
 
     int number_;
     bool modal_ = false;
+    bool awaited_ = false;
     bool stretches_ = false;  // a grid or a tree takes the room that a user gives
     std::vector<int> commands_;
     QDialogButtonBox* foot_;

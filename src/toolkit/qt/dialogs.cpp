@@ -332,7 +332,9 @@ Status Act_Press(int dialog, int number) {
 }
 
 Status Act_Key(int window, int code) {
-    QWidget* target = The_Toolkit().Dialog(window);
+    Dialog_Window* const dialog = The_Toolkit().Dialog(window);
+    if (dialog != nullptr) dialog->Await_Activation();
+    QWidget* target = dialog;
     if (Window* editor = The_Toolkit().Find_Window(window); editor != nullptr && editor->editor() != nullptr) target = editor->editor();
     if (target == nullptr) return Status::Fail("window " + Number_Text(window) + " takes no keys");
     Send_Key(target->focusWidget() != nullptr ? *target->focusWidget() : *target, code);
