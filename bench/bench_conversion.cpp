@@ -2,9 +2,7 @@
 // ("passes"). There and back: each way has its own figure, and that of its plain pass is taken beside it.
 #include <benchmark/benchmark.h>
 
-#include <chrono>
-#include <functional>
-
+#include "bench/timing.hpp"
 #include "calc/x_conversion.hpp"
 #include "session/session.hpp"
 #include "session/xspace.hpp"
@@ -21,12 +19,6 @@ public:
     std::vector<std::string> Select_Files(std::string_view, std::string_view) override { return {}; }
     std::optional<Format_Choice> Data_Format(const Format_Question&) override { return {}; }
 };
-
-double Milliseconds(const std::function<void()>& work) {
-    const auto start = std::chrono::steady_clock::now();
-    work();
-    return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
-}
 
 Session Fill(const char* space, X_Constants constants, float first, float last) {
     Session session;

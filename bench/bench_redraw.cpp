@@ -116,14 +116,30 @@ void Sizes(benchmark::internal::Benchmark* benchmark) { benchmark->Args({100, 20
 BENCHMARK(Redraw)->Apply(Sizes);
 
 // One move of the mouse over all rows, somewhere else each time, so that the nearest row has to be found in arrays long out of the cache.
+// With live reflections it goes along the ticks of 100,000, so that each move finds others.
 void Mouse_Move(benchmark::State& state) {
+    constexpr int reflections = 100'000;
     Session session;
     Fill_Store(session, 2000, 5000);
+    if (state.range(0) != 0) {
+        PRF_Info_Add_Type& info = session.store.Info(1);
+        info.kind = "PRF";
+        info.nphases = 1;
+        info.nreflections = reflections;
+        for (int i = 0; i < reflections; ++i) info.refl_position.push_back(5.0f + 150.0f * static_cast<float>(i) / reflections);
+        info.refl_code.assign(reflections, 1);
+        info.refl_phase.assign(reflections, 1);
+        info.refl_label.assign(reflections, "(  1  0  0) ph: 1");
+        session.prefs.prf.refl_live = true;
+        Plot_Ranges(session);
+    }
     session.plot.plot_type = "multi";
     Bitmap bitmap(window_width, window_height);
     Draw_Picture(session, bitmap.Drawing());
+    const Plot_State& plot = session.plot;
+    const double ticks = plot.Page_At({0, plot.diff_base + 0.5 * plot.diff_band}).y;
     Message move{Message_Kind::mouse_move, {}};
-    move.record.y = 0.4 * page_height;
+    move.record.y = state.range(0) != 0 ? ticks : 0.4 * page_height;
     unsigned place = 0;
     Ask_User ask(session);
     for (auto _ : state) {
@@ -132,8 +148,9 @@ void Mouse_Move(benchmark::State& state) {
         MouseMovement_Main(session, ask, move);
     }
     if (session.interface.status[1].rfind("Pointed Pattern", 0) != 0) state.SkipWithError("no row found");
+    if (state.range(0) != 0 && session.plot.hits.entries.empty()) state.SkipWithError("no reflection found");
 }
-BENCHMARK(Mouse_Move)->Unit(benchmark::kMillisecond);
+BENCHMARK(Mouse_Move)->ArgName("live")->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 

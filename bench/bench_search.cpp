@@ -2,22 +2,15 @@
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
-#include <chrono>
 #include <cmath>
-#include <functional>
 #include <random>
 
+#include "bench/timing.hpp"
 #include "calc/search.hpp"
 
 namespace {
 
 using namespace vntl;
-
-double Milliseconds(const std::function<void()>& work) {
-    const auto start = std::chrono::steady_clock::now();
-    work();
-    return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
-}
 
 // A peak every 120 points over a falling background, with counting noise.
 Diffraction_Pattern_Type Noisy_Pattern(int points) {
