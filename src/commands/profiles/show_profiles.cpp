@@ -9,7 +9,7 @@ namespace vntl {
 namespace {
 
 constexpr int show_dialog = 415;
-enum Field { loaded = 1731, ycalc, difference, reflections, background, rows_grid, select_all, deselect_all, apply, leave };
+enum Field { loaded = 1731, ycalc, difference, reflections, background, rows_grid, select_all, deselect_all, apply, leave, live };
 enum Column { file_name = 1, kind, drawn, title };
 
 std::string Loaded_Text(const Session& session) {
@@ -34,6 +34,8 @@ void Fill(const Session& session) {
         WDialogPutCheckBox(part.field, store.*part.shown ? 1 : 0);
         WDialogFieldState(part.field, store.prf_loaded ? field_enabled : field_disabled);
     }
+    WDialogPutCheckBox(live, session.prefs.prf.refl_live ? 1 : 0);
+    WDialogFieldState(live, store.prf_loaded ? field_enabled : field_disabled);
     Label_Row_Grid(session, rows_grid);
     Put_Row_Texts(session, rows_grid, file_name, [&](int row) { return store.Info(row).file_name; });
     Put_Row_Texts(session, rows_grid, kind, [&](int row) { return store.Info(row).kind; });
@@ -50,8 +52,10 @@ void Show_All(Session& session, bool on) {
 
 void Apply(Session& session) {
     Profile_Store& store = session.store;
-    if (store.prf_loaded)
+    if (store.prf_loaded) {
         for (const Part& part : parts) store.*part.shown = WDialogGetCheckBox(part.field) != 0;
+        session.prefs.prf.refl_live = WDialogGetCheckBox(live) != 0;
+    }
     std::size_t place = 0;
     for (const int check : WGridGetCheckBox(rows_grid, drawn)) store.profile_shown[place++] = check != 0;
     Plot_Redraw(session);
@@ -68,6 +72,7 @@ Dialog_Resource Show_Profiles_Dialog_Resource() {
             "GRAPH SHOW",
             {{{loaded, Field_Kind::label, ""}},
              boxes,
+             {{live, Field_Kind::check_box, "Enable &Live mode  Reflexions"}},
              {{.number = rows_grid,
                .kind = Field_Kind::grid,
                .columns = {{"File", Cell_Kind::string, {}, 24},

@@ -180,7 +180,13 @@ void Dialog_Window::Show(int field, Show_Kind kind, std::span<const int> command
     // A menu must stay open to the commands that are let through; the others are dropped as they come.
     setWindowModality(modal_ && commands_.empty() ? Qt::ApplicationModal : Qt::NonModal);
     awaited_ = false;
+    // Without a default button of its own a dialog has none: the toolkit would take the first at hand when it is shown.
+    const auto offer_buttons = [this](bool on) {
+        for (QPushButton* button : findChildren<QPushButton*>()) button->setAutoDefault(on);
+    };
+    if (Field(button_ok) == nullptr) offer_buttons(false);
     show();
+    offer_buttons(true);
     The_Toolkit().To_Front(number_);
     // The windowing system may activate the dialog later, and keys may come before.
     if (Dialog_Widget* first = Field(field))
