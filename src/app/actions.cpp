@@ -10,6 +10,7 @@
 #include "commands/peaks/search_dialogs.hpp"
 #include "commands/plot/mouse.hpp"
 #include "commands/plot/spectral_lines.hpp"
+#include "commands/profiles/excluded_admin.hpp"
 #include "commands/profiles/excluded_regions.hpp"
 #include "commands/profiles/move_rows.hpp"
 #include "commands/profiles/show_profiles.hpp"
@@ -253,6 +254,10 @@ void Command_Show(Application& app) {
 void Command_Insert_Excluded(Application& app) {
     if (!Tell(app, Insert_Excluded_Region(app.session, app.ask))) return;
     app.session.prefs.prf.excl_ignore_sides ? Plot_ReMake(app.session) : Plot_Redraw(app.session);
+}
+void Command_Admin_Excluded(Application& app) {
+    Excluded_Regions_Admin(app.session, app.ask);
+    Plot_ReMake(app.session);
 }
 void Command_Select_Excluded(Application& app) { Start_Exclude_Mode(app.session); }
 void Command_Offset_Align(Application& app) { Move_Rows(app, Offset_Align_Dialog, align_mode); }

@@ -57,6 +57,7 @@ void Command_Fit_Off(Application&);
 void Command_Show(Application&);
 void Command_Insert_Excluded(Application&);
 void Command_Select_Excluded(Application&);
+void Command_Admin_Excluded(Application&);
 void Command_Offset_Align(Application&);
 void Command_Scaling_X(Application&);
 void Command_Scaling_Y(Application&);

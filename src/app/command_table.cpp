@@ -46,7 +46,7 @@ constexpr Command commands[] = {
     {40124, "Scaling X", "scale_x", Command_Scaling_X, "", "Multiply the x of profiles"},
     {40110, "Select excluded regions", "exclude", Command_Select_Excluded, "", "Mark a region that is left out, with the mouse"},
     {40151, "Insert excluded regions", "", Command_Insert_Excluded, "", "Enter the limits of a region that is left out"},
-    {40034, "Admin excluded regions", "exclude_admin", nullptr, "", "Look through the regions that are left out"},
+    {40034, "Admin excluded regions", "exclude_admin", Command_Admin_Excluded, "", "Look through the regions that are left out"},
 
     {40006, "&X space", "", Open_Popup, "", ""},
     {40042, "2theta", "", Command_To_2theta, "", "Show the profiles over the scattering angle", true},

@@ -137,23 +137,13 @@ Status Change_Constants(Session& session, Ask& ask, Constants_Kind kind) {
 
 std::size_t Regions(const PRF_Info_Add_Type& info) { return static_cast<std::size_t>(std::clamp(info.nexcl, 0, max_excluded_regions)); }
 
-// The later regions move down one place.
-void Remove_Region(PRF_Info_Add_Type& info, std::size_t region) {
-    const std::size_t last = Regions(info) - 1;
-    for (auto* limits : {&info.excl_min, &info.excl_max}) {
-        for (std::size_t i = region; i < last; ++i) (*limits)[i] = (*limits)[i + 1];
-        (*limits)[last] = 0;
-    }
-    info.nexcl = static_cast<std::int32_t>(last);
-}
-
 // Angles and times of flight begin above 0; a region that does not has no place in d.
 void Remove_Invalid_Regions(PRF_Info_Add_Type& info, Ask& ask) {
     for (std::size_t i = Regions(info); i > 0; --i) {
         if (info.excl_min[i - 1] > 0 && info.excl_max[i - 1] > 0) continue;
         ask.Information("The excluded region No. " + std::to_string(i) + " of\n" + std::string(Trim(info.file_name)) +
                         " contains an invalid value.\nThis excluded region will be deleted");
-        Remove_Region(info, i - 1);
+        Remove_Excluded_Region(info, static_cast<int>(i));
     }
 }
 

@@ -62,6 +62,9 @@ void Copy_Prf_Info(const PRF_Info_Add_Type& from, PRF_Info_Add_Type& to);
 void Swap_Pattern(Diffraction_Pattern_Type& a, Diffraction_Pattern_Type& b);
 void Swap_Prf_Info(PRF_Info_Add_Type& a, PRF_Info_Add_Type& b);
 
+// Takes region `region`, from 1, out of the list; the later ones move down one place.
+void Remove_Excluded_Region(PRF_Info_Add_Type& info, int region);
+
 // Cuts or extends each allocated array to exactly `npts` entries, and gives the spare memory back.
 void Trim_Pattern(Diffraction_Pattern_Type& pattern);
 
