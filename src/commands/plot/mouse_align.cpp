@@ -174,7 +174,7 @@ void MouseMovement_Scaling(Session& session, Ask& ask, const Message& message) {
 }  // namespace
 
 void Start_Align_Mode(Session& session, std::vector<int> rows) {
-    Enter_Mode(session, align_mode, Cursor_Shape::cross, "Draw from a place of the curves to where it shall be; the right button cancels");
+    Enter_Mode(session, align_mode, Cursor_Shape::cross, "Draw the way that the profiles shall go");
     session.plot.row_move.rows = std::move(rows);
 }
 

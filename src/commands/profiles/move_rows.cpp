@@ -111,7 +111,7 @@ Dialog_Resource Resource_Of(const Move_Dialog& dialog) {
           .grid_rows = 1}});
     if (dialog.tells_of_refined) resource.rows.push_back({{note, Field_Kind::label, "PRF type profiles can't be selected"}});
     resource.rows.push_back(
-        {{select_all, Field_Kind::push_button, "&Select all"}, {deselect_all, Field_Kind::push_button, "&Deselect all"}});
+        {{select_all, Field_Kind::push_button, "Select a&ll"}, {deselect_all, Field_Kind::push_button, "&Deselect all"}});
     resource.rows.push_back({{by_mouse, Field_Kind::check_box, "&" + std::string(dialog.manual_label)}});
     int field = first_number;
     for (const std::string_view label : dialog.number_labels)
