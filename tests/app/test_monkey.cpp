@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "app/testing.hpp"
+#include "patterns/prf_files.hpp"
 #include "patterns/sample_files.hpp"
 
 namespace vntl {
@@ -15,7 +16,8 @@ constexpr int statements = 2500;
 constexpr const char* files =
     "rising.xye|rising.xye|calculated.xys|calculated.xys|mixed_case.Xy|eleven_points.dat|eleven_points.dat|flight.xye|no_extension|text."
     "txt|"
-    "falling.xye|noise.xye|empty.dat|ten_points.dat|huge_claim.dat|strange.dat|home|missing.xye|missing.buf|\"\"|\"odd \\\" #.xye\"|/";
+    "refined.prf|refined.prf|cut.prf|peaks.xrf|falling.xye|noise.xye|empty.dat|ten_points.dat|huge_claim.dat|strange.dat|home|missing.xye|"
+    "missing.buf|\"\"|\"odd \\\" #.xye\"|/";
 constexpr const char* keys = "Escape|Escape|Enter|Tab|Space|Backspace|Delete|Left|Up|Home|End|F1|F5|Back|Forward|a|z|\"#\"";
 constexpr const char* fields = "1|2|1001|1002|1003|1004|1010|1599|1603|1701|1702|\"Free Format (Inst. 0)\"|OK|Cancel|Text";
 constexpr const char* formats = "1002|1003|1004|1005|1006|1007|1008|1009|1010|1011|1599|1600|1601|1602|1603";
@@ -28,6 +30,20 @@ constexpr const char* odd = " |# a remark|\"unclosed|print|mouse down|set|\xff\x
 constexpr const char* commands =
     "40027|40226|40021|40111|40106|40109|40133|40116|40118|40119|40136|40137|40503|40504|40105|40105|40113|40501|40502|40505|40018|40107|"
     "40104|40038|40067|40070|40044|40019";
+
+// What opens a dialog, and what is done in it.
+constexpr const char* dialogs =
+    "40100|40123|40101|40162|40163|40020|40090|40092|40180|40159|40017|40042|40043|40089|40081|40087|40088|40023|40149|40115|40124|40151|"
+    "40034|"
+    "40220|40222";
+constexpr const char* dialog_fields =
+    "1020|1021|1282|1330|1647|1226|1227|1530|1531|1666|1314|1316|1317|1327|1306|1307|1356|1357|1358|1359|1712|1713|1714|1715|1721|1722|"
+    "1732|"
+    "1741";
+constexpr const char* dialog_buttons =
+    "1|1|1|2|1332|1333|1528|1529|1532|1533|1534|1665|1328|1716|1717|1724|1725|1738|1739|1740|1752|1753|1754";
+constexpr const char* grids = "1331 4|1331 4|1527 2|1527 2|1527 3|1527 4|1305 2|1318 2|1318 3|1711 3|1711 3|1723 3|1736 3|1742 1";
+constexpr const char* modes = "40096|40097|40093|40094|40147|40138|40139|40144|40145|40148|40095|40099|40110|40216|40217|40218|40219|40221";
 
 // Files of instruments: each one whole, cut short, and with some of its characters replaced.
 std::vector<test::Sample_File> Instrument_Files() {
@@ -52,7 +68,9 @@ public:
         if (choice < 8) return Files("drop");
         if (choice < 14) return Files("open") + (Below(2) == 0 ? Format_Answers() : "");
         if (choice < 17) return "files " + (Below(2) == 0 ? One_Of(files) : One_Of("cancel|cancel|a.png|b.svg|c.gif|/x/d.ps"));
-        if (choice < 35) return Command();
+        if (choice < 27) return Command();
+        if (choice < 32) return Dialog();
+        if (choice < 35) return "command " + One_Of(modes);
         if (choice < 65) return Mouse();
         if (choice < 69) return "key " + One_Of(keys);
         if (choice < 73) return "press " + One_Of("1|2|1|2|1002|OK|Find next");
@@ -94,6 +112,15 @@ private:
         return banks + format + "\npress " + One_Of("1|1|1|2");
     }
 
+    // A dialog that is opened, filled, and mostly left again.
+    std::string Dialog() {
+        std::string text = "main\ncommand " + One_Of(dialogs);
+        for (int i = Below(4); i > 0; --i)
+            text += Below(2) == 0 ? "\ncell " + One_Of(grids) + ' ' + std::to_string(1 + Below(3)) + ' ' + One_Of("1|1|0|2.5|-3|abc|1e30")
+                                  : "\nset " + One_Of(dialog_fields) + ' ' + One_Of("1|1|0|2|1.54|5000|-2|abc");
+        return text + "\npress " + One_Of(dialog_buttons) + (Below(2) == 0 ? "\nanswer yes\npress 1" : "\npress 2");
+    }
+
     // The program is not left.
     std::string Command() {
         const int number = Below(4) == 0 ? 40510 + Below(14) : 40001 + Below(230);
@@ -125,6 +152,10 @@ protected:
         fs::create_directories(directory / "home");
         for (const auto& file : fs::directory_iterator(TEST_DATA "/patterns")) fs::copy_file(file, directory / file.path().filename());
         for (const test::Sample_File& file : Instrument_Files()) std::ofstream(directory / file.name) << file.text;
+        const std::string refined = test::Whole(test::Columns(test::Make_Model(2, 10, false)));
+        std::ofstream(directory / "refined.prf") << refined;
+        std::ofstream(directory / "cut.prf") << refined.substr(0, refined.size() / 2);
+        std::ofstream(directory / "peaks.xrf") << test::Whole(test::Peak_Fit(test::Make_Model(1, 10, false)));
         std::ofstream(directory / "text.txt") << "Two lines\nof text";
     }
 };
