@@ -82,7 +82,8 @@ TEST_F(Program, TheTableOfWavelengths) {
     EXPECT_EQ(dialogs.at(0)["title"], "Convert Xspace");
     EXPECT_EQ(Field(dialogs[0], 1305)["value"].size(), 2u);
     EXPECT_EQ(Field(dialogs[0], 1305)["value"][1][0], "rising.xye");
-    for (const Json& cells : Field(dialogs.at(1), 1305)["value"]) EXPECT_EQ(std::stod(cells[1].get<std::string>()), 1.25);
+    const Json grid = Field(dialogs.at(1), 1305);
+    for (const Json& cells : grid["value"]) EXPECT_EQ(std::stod(cells[1].get<std::string>()), 1.25);
     const auto rows = run.With("conv");
     ASSERT_EQ(rows.size(), 6u);
     EXPECT_EQ(rows[0]["conv"][0], 0);
