@@ -72,6 +72,11 @@ std::size_t Count_Lines(std::string_view text) {
     return count([](const char* c) { return c[0] == '\n' || (c[0] == '\r' && c[1] != '\n'); });
 }
 
+std::string_view Without_End_Mark(std::string_view text) {
+    if (text.ends_with('\x1a')) text.remove_suffix(1);
+    return text;
+}
+
 Status Text_File::Open(const std::string& file, std::size_t limit) {
     bytes_.reset();
     size_ = 0;

@@ -32,6 +32,9 @@ private:
 // `text` without a leading UTF-8 byte-order mark.
 std::string_view Without_Mark(std::string_view text);
 
+// `text` without the mark (Ctrl-Z) with which old systems ended a text.
+std::string_view Without_End_Mark(std::string_view text);
+
 // The first `width` characters of a line as UTF-8 (see To_Utf8), at a cost that does not grow with the line.
 std::string Kept_Text(std::string_view line, std::size_t width);
 

@@ -86,7 +86,8 @@ Status Read_Prf(const std::string& path, Diffraction_Pattern_Type& pattern, PRF_
     Diffraction_Pattern_Type fresh;
     PRF_Info_Add_Type fresh_info;
     const auto open_beside = [&path](const std::string& name, Text_File& beside) { return Open_Beside(path, name, beside); };
-    Prf_File file{source.Text(), Line_Cursor(source.Text()), open_beside, fresh, fresh_info};
+    const std::string_view text = Without_End_Mark(source.Text());
+    Prf_File file{text, Line_Cursor(text), open_beside, fresh, fresh_info};
     if (const Status status = Read_Prf_Text(file, Lower(Extension_Of(path)) == ".xrf"); status.failed)
         return Status::Fail(Cut(status.message, message_width));
     Take_Path(path, fresh, fresh_info);

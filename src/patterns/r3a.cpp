@@ -94,7 +94,8 @@ Status Read_R3a(std::string_view text, Diffraction_Pattern_Type& p) {
     Set_Grid(p);
     Set_Detector_Variances(p, head.factor);
     Set_Y_Limits(p);
-    if (p.npts == 0) {
+    if (p.npts == 0) {  // a range that is no fault of its own: the points are what is missing
+        p.xmax = p.xmin + p.step;
         p.ymin = std::numeric_limits<float>::max();
         p.ymax = std::numeric_limits<float>::lowest();
     }

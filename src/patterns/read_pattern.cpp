@@ -121,7 +121,7 @@ Status Read_Pattern(const std::string& filename, Diffraction_Pattern_Type& patte
     const std::string name = Mode_Name(mode, bank);
     const Format_Reader& reader = Reader_Of_Mode(name);
     Diffraction_Pattern_Type fresh;
-    const Status status = reader.read({source.Text(), Extension_Of(filename), bank}, fresh);
+    const Status status = reader.read({Without_End_Mark(source.Text()), Extension_Of(filename), bank}, fresh);
     if (status.failed) return status;
     Finish(reader, filename, name, fresh);
     if (options.deviations) To_Deviations(fresh);
@@ -138,7 +138,7 @@ Status Read_Pattern_Mult(const std::string& filename, std::vector<Diffraction_Pa
     if (reader.read_all == nullptr && name != "XYSIGMA") return Status::Fail("Invalid Mode");
     Text_File source;
     if (const Status status = Open_Source(filename, source); status.failed) return status;
-    const Pattern_Source in_hand{source.Text(), Extension_Of(filename), bank};
+    const Pattern_Source in_hand{Without_End_Mark(source.Text()), Extension_Of(filename), bank};
     std::vector<Diffraction_Pattern_Type> fresh;
     Status status;
     if (reader.read_all != nullptr)

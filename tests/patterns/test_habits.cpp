@@ -43,6 +43,7 @@ TEST(Habits, OfOtherWritersDoNotMatter) {
             EXPECT_EQ(Contains(sample.text, sample_title), Contains(plain.patterns.front().title, sample_title));
             auto habits = Habits(sample.text);
             habits.emplace_back("mark", "\xEF\xBB\xBF" + sample.text);
+            habits.emplace_back("end mark", sample.text + "\x1a");
             for (const auto& [habit, text] : habits) {
                 const Contents again = Written_And_Read(sample, text);
                 EXPECT_EQ(again.look.by_content, plain.look.by_content) << habit;

@@ -177,6 +177,7 @@ TEST(R3a, ScansWithoutPointsAndWithoutMarkers) {
         const auto p = Good(Read_R3a, R3a_Head("    .050") + lines);
         EXPECT_EQ(p.npts, 0) << lines;
         EXPECT_GT(p.ymin, p.ymax);
+        EXPECT_GT(p.xmax, p.xmin);  // so that the missing points are told, not a range
     }
     // The step tells 360 lines: of 400 as many are read and the last one is left out; of 2 the rest is 0. The marker in line 361 is not
     // seen.
