@@ -59,9 +59,9 @@ void Draw_Pivot(const Plot_State& plot, Graphics& g) {
     g.IGrColour("Black");
     g.IGrLineWidth(2);
     if (plot.MoveMode == scale_x_mode)
-        Upright(plot, g, plot.Page_At({plot.row_move.pivot, 0}).x);
+        Upright(plot, g, plot.Pivot_Place());
     else
-        Level(plot, g, plot.Page_At({0, plot.row_move.pivot}).y);
+        Level(plot, g, plot.Pivot_Place());
 }
 
 void Draw_Spectral_Lines(const Plot_State& plot, const Profile_Store& store, Graphics& g) {

@@ -32,8 +32,7 @@ struct Rubber_Shape {
 struct Row_Move {
     std::vector<int> rows;   // from 1
     bool has_pivot = false;  // scaling: the fixed point is chosen
-    float pivot = 0;         // data units of the scaled axis
-    double pivot_place = 0;  // the same in page units
+    float pivot = 0;         // where it stands on the scaled axis, units of the view
     bool upward = false;     // the second drag began above the pivot
 };
 
@@ -124,6 +123,12 @@ struct Plot_State {
         const double fy = (data.y - drawn_y1) / (static_cast<double>(drawn_y2) - drawn_y1);
         return {page_width * (zone_x1 + fx * (static_cast<double>(zone_x2) - zone_x1)),
                 page_height * (zone_y1 + fy * (static_cast<double>(zone_y2) - zone_y1))};
+    }
+
+    // Page units of the pivot on the axis that is scaled.
+    double Pivot_Place() const {
+        const double pivot = row_move.pivot;
+        return MoveMode == scale_x_mode ? Page_At({pivot, 0}).x : Page_At({0, pivot}).y;
     }
 
     View Shown_View() const { return {x_view_min, x_view_max, y_view_min, y_view_max}; }

@@ -72,13 +72,13 @@ void Finish_Pivot(Session& session, Ask& ask) {
     Plot_State& plot = session.plot;
     const Axis& axis = Axis_Of(plot);
     const Rubber_Shape rubber = plot.rubber;
-    const float from = In_Intensity(plot, rubber.x0, rubber.y0).*axis.value, to = In_Intensity(plot, rubber.x1, rubber.y1).*axis.value;
+    const float from = In_Data(plot, rubber.x0, rubber.y0).*axis.value, to = In_Data(plot, rubber.x1, rubber.y1).*axis.value;
+    const float value = In_Intensity(plot, rubber.x1, rubber.y1).*axis.value;
     Lapse_Rubber(session);
     if (std::fabs(to - from) > most_of_a_click) return ask.Error("Error selecting " + axis.name + " ref. Try again!");
-    if (!std::isnormal(to)) return ask.Error("The reference is 0: no factor leads away from it. Try again!");
+    if (!std::isnormal(value)) return ask.Error("The reference is 0: no factor leads away from it. Try again!");
     plot.row_move.has_pivot = true;
     plot.row_move.pivot = to;
-    plot.row_move.pivot_place = rubber.*axis.to;
     Hint(session, Factor_Hint(axis));
     Plot_Repaint(session);
 }
@@ -87,9 +87,9 @@ void Finish_Pivot(Session& session, Ask& ask) {
 void Start_Factor(Session& session, Plot_State::Place at) {
     Plot_State& plot = session.plot;
     const Axis& axis = Axis_Of(plot);
-    plot.row_move.upward = at.*axis.place >= plot.row_move.pivot_place;
+    plot.row_move.upward = at.*axis.place >= plot.Pivot_Place();
     Start_Rubber(session, Rubber_Kind::line, at);
-    plot.rubber.*axis.from = plot.row_move.pivot_place;
+    plot.rubber.*axis.from = plot.Pivot_Place();
     Plot_Repaint(session);
 }
 
@@ -98,7 +98,7 @@ void Move_Factor(Session& session, Plot_State::Place to) {
     Plot_State& plot = session.plot;
     const Axis& axis = Axis_Of(plot);
     const bool upward = plot.row_move.upward;
-    const double ahead = to.*axis.place - plot.row_move.pivot_place;
+    const double ahead = to.*axis.place - plot.Pivot_Place();
     if (!Inside(plot, In_Data(plot, to.x, to.y))) return Hint(session, "Warning, out of plotting zone.");
     if (upward ? ahead < 0 : ahead > 0)
         return Hint(session, "Warning, " + axis.name + " final value can't be " + (upward ? "lower" : "upper") + " that " + axis.name +
@@ -128,12 +128,13 @@ void Finish_Factor(Session& session, Ask& ask) {
     Plot_State& plot = session.plot;
     const Axis axis = Axis_Of(plot);
     const bool along_x = plot.MoveMode == scale_x_mode;
-    const Row_Move move = plot.row_move;
-    const float factor = In_Intensity(plot, plot.rubber.x1, plot.rubber.y1).*axis.value / move.pivot;
+    const std::vector<int> rows = plot.row_move.rows;
+    const double pivot = plot.Pivot_Place();
+    const float factor = In_Intensity(plot, plot.rubber.x1, plot.rubber.y1).*axis.value / (In_Intensity(plot, pivot, pivot).*axis.value);
     Leave_Mode(session);
     const std::string text = "The following profiles will be scaling at " + axis.name + " according\nto following equation: " + axis.name +
-                             "' = " + IRealToString(factor) + axis.name + Row_Names(session, move.rows);
-    if (Confirmed(ask, text) && Scale_Rows(session, ask, along_x, move.rows, factor))
+                             "' = " + IRealToString(factor) + axis.name + Row_Names(session, rows);
+    if (Confirmed(ask, text) && Scale_Rows(session, ask, along_x, rows, factor))
         Plot_ReMake(session);
     else
         Plot_Redraw(session);
