@@ -50,8 +50,9 @@ void Convert_To_Origin(Application& app, std::string_view target) {
         Convert(app, target);
 }
 
-// A mode of the form "calculation" begins, or ends in the form of a single profile.
+// A mode of the form "calculation" begins, or ends in the form of a single profile. An empty store has neither.
 void Begin_Mode(Application& app, int mode, std::string_view hint) {
+    if (app.session.store.nperfiles() == 0) return;
     Set_Calculation_Mode(app.session, mode);
     app.session.interface.Status_Text(1, std::string(hint));
     Plot_Redraw(app.session);
@@ -239,6 +240,7 @@ void Command_Delete_Background(Application& app) {
 void Command_Fit_On(Application& app) { Begin_Mode(app, 1, "Select the range for fitting procedure on two Background points"); }
 void Command_Fit_Off(Application& app) {
     Session& session = app.session;
+    if (session.store.nperfiles() == 0) return;
     Set_Calculation_Mode(session, 0);
     Set_Menu_Single(session, true);
     session.lists.fit.done = false;
