@@ -286,7 +286,8 @@ Status Difference_Profiles(Session& session) {
     for (int row = 1; row <= session.store.nperfiles(); ++row)
         rows.push_back(IntegerToString(row, "(i5)") + " " + session.store.Info(row).file_name);
     WDialogLoad(difference_dialog);
-    for (const int field : {profile_a, profile_b}) WDialogPutMenu(field, rows, 1);
+    WDialogPutMenu(profile_a, rows, 1);
+    WDialogPutMenu(profile_b, rows, rows.size() > 1 ? 2 : 1);
     WDialogShow(profile_a, Show_Kind::modal);
     const bool accepted = Run_Modal(session, difference_dialog) == button_ok;
     const int a = WDialogGetMenu(profile_a), b = WDialogGetMenu(profile_b);
