@@ -6,6 +6,8 @@
 #include <numbers>
 #include <vector>
 
+#include "base/extremes.hpp"
+
 namespace vntl {
 namespace {
 
@@ -130,35 +132,13 @@ void Turn_Round(Diffraction_Pattern_Type& p) {
     for (auto* integers : {&p.istat, &p.nd}) turn(*integers);
 }
 
-struct Limits {
-    float low = std::numeric_limits<float>::max(), high = -low;
-};
-
-// The extremes, NaN ignored. Eight at a time, so that no comparison waits for the one before.
-Limits Find_Limits(std::span<const float> values) {
-    constexpr std::size_t lanes = 8;
-    std::array<float, lanes> low, high;
-    low.fill(Limits().low);
-    high.fill(Limits().high);
-    const auto take = [&low, &high](std::size_t lane, float value) {
-        low[lane] = value < low[lane] ? value : low[lane];
-        high[lane] = value > high[lane] ? value : high[lane];
-    };
-    std::size_t i = 0;
-    for (; i + lanes <= values.size(); i += lanes)
-        for (std::size_t lane = 0; lane < lanes; ++lane) take(lane, values[i + lane]);
-    for (; i < values.size(); ++i) take(0, values[i]);
-    return {*std::min_element(low.begin(), low.end()), *std::max_element(high.begin(), high.end())};
-}
-
 void Set_Limits(Diffraction_Pattern_Type& p) {
-    const Limits x = Find_Limits(Points(p.x, p.npts)), y = Find_Limits(Points(p.y, p.npts));
+    const Extremes x = Finite_Extremes(Points(p.x, p.npts)), y = Finite_Extremes(Points(p.y, p.npts));
     p.xmin = x.low;
     p.xmax = x.high;
     p.ymin = y.low;
     p.ymax = y.high;
-    const bool finite = std::isfinite(y.low) && std::isfinite(y.high) && y.low <= y.high;
-    if (p.npts > 0 && !finite) Set_Y_Limits(p);
+    if (p.npts > 0 && !y.Found()) p.ymin = p.ymax = 0;  // as after any other change
 }
 
 // The mean step of the new scale. Only Q and s keep an even grid even.

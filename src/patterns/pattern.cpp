@@ -1,9 +1,9 @@
 #include "patterns/pattern.hpp"
 
 #include <algorithm>
-#include <array>
-#include <limits>
+#include <span>
 
+#include "base/extremes.hpp"
 #include "base/huge_pages.hpp"
 
 namespace vntl {
@@ -22,23 +22,10 @@ Status Allocate_Diffraction_Pattern(Diffraction_Pattern_Type& p, std::int32_t n)
 Status Allocate_Diffraction_Pattern(Diffraction_Pattern_Type& pattern) { return Allocate_Diffraction_Pattern(pattern, pattern.npts); }
 
 void Set_Y_Limits(Diffraction_Pattern_Type& p) {
-    constexpr float most = std::numeric_limits<float>::max();
-    constexpr std::size_t lanes = 16;  // of extremes, so that a point does not wait for the one before it
     const std::size_t n = std::min(p.y.size(), static_cast<std::size_t>(std::max(p.npts, 0)));
-    std::array<float, lanes> lows, highs;
-    lows.fill(most), highs.fill(-most);
-    const auto take = [&](std::size_t lane, float y) {  // neither comparison takes a NaN or what is not finite
-        lows[lane] = y >= -most && y < lows[lane] ? y : lows[lane];
-        highs[lane] = y <= most && y > highs[lane] ? y : highs[lane];
-    };
-    std::size_t i = 0;
-    for (; i + lanes <= n; i += lanes)
-        for (std::size_t lane = 0; lane < lanes; ++lane) take(lane, p.y[i + lane]);
-    for (; i < n; ++i) take(0, p.y[i]);
-    const float low = *std::min_element(lows.begin(), lows.end());
-    const float high = *std::max_element(highs.begin(), highs.end());
-    p.ymin = low <= high ? low : 0;
-    p.ymax = low <= high ? high : 0;
+    const Extremes y = Finite_Extremes(std::span(p.y).first(n));
+    p.ymin = y.Found() ? y.low : 0;
+    p.ymax = y.Found() ? y.high : 0;
 }
 
 }  // namespace vntl
