@@ -22,6 +22,8 @@ constexpr int legend_profiles = 32;  // with more there is no legend
 constexpr float legend_top = 0.8f, legend_step = 0.02f;
 constexpr float least_chi2 = 0.0001f;
 constexpr float page_edge = 8, symbol_room = 40;  // page units that a legend text keeps from the right edge, and after its x
+constexpr float frame_gap = 2;                    // and from the frame, inside it
+constexpr int legend_in_right = 3;
 
 template <class T, std::size_t N>
 T Entry(const std::array<T, N>& table, int code) {
@@ -49,6 +51,18 @@ void Hide_Negative_Numbers(const Plot_State& plot, const Graph2D_Prefs& prefs, G
     g.IGrColourN(prefs.frame_background);
     g.IGrFillPattern(fill_solid);
     g.IGrRectangle(0, 0.9f * foot, plot.zone_x1 * page_width, 0.9f * std::min(zero, page_height));
+}
+
+// Where the legend begins. Inside the frame's right side it goes to the left as far as its longest name needs, so that none crosses the
+// frame.
+float Legend_X(const Session& session, const Graphics& g, int n) {
+    const float x = Entry(legend_x, session.prefs.graph2d.legend.pos) * page_width;
+    if (session.prefs.graph2d.legend.pos != legend_in_right) return x;
+    float longest = 0;
+    for (int row = 1; row <= n; ++row) longest = std::max(longest, g.Text_Width(Trim(session.store.Info(row).file_name)));
+    const Plot_State& plot = session.plot;
+    const float inside = plot.zone_x2 * page_width - frame_gap - symbol_room - longest;
+    return std::min(x, std::max(inside, plot.zone_x1 * page_width + page_edge));
 }
 
 // chi2 as a blank and eight columns with four decimals; stars where it does not fit.
@@ -113,9 +127,9 @@ void Draw_Frame(Graphics& g) {
 void Draw_Legend(const Session& session, Graphics& g, int n) {
     const Text_Prefs& prefs = session.prefs.graph2d.legend;
     if (prefs.pos == no_text || session.store.nperfiles() > legend_profiles) return;
-    const float x = Entry(legend_x, prefs.pos) * page_width;
-    const float room = page_width - page_edge - x - symbol_room;
     Select_Font(g, prefs);
+    const float x = Legend_X(session, g, n);
+    const float room = page_width - page_edge - x - symbol_room;
     for (int row = 1; row <= n; ++row) {
         const ProfileStyle& style = session.prefs.Style_Of_Row(row);
         const PRF_Info_Add_Type& info = session.store.Info(row);

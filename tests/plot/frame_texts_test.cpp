@@ -149,9 +149,15 @@ TEST_F(Frame_Texts, LegendPlacesAndItsLimit) {
     }
     EXPECT_NEAR(text_x[0], text_x[1], page_tolerance);
     EXPECT_NEAR(text_x[0], text_x[2], page_tolerance);
+    // A long name moves the legend to the left rather than across the frame.
+    session.store.Info(1).file_name = "a_name_of_nearly_thirty_letters";
+    session.prefs.graph2d.legend.pos = 3;
+    Draw();
+    EXPECT_LT(Text("a_name_of_nearly_thirty_letters")->at.x, 0.7 * 1200);
+    EXPECT_EQ(Text("a_name_of_nearly_thirty_letters")->at.x, Text("row2.dat")->at.x);
     Add();
     Draw();
-    EXPECT_EQ(Text("row1.dat"), nullptr);
+    EXPECT_EQ(Text("row2.dat"), nullptr);
 }
 
 TEST_F(Frame_Texts, TheLegendOfARefinedProfileGivesChi2) {
