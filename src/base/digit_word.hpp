@@ -40,6 +40,14 @@ inline std::uint64_t No_Digits(std::uint64_t word) { return ((word + 0x767676767
 // How many bytes stand in front of the first one that has its top bit set; 8 when none has.
 inline int Bytes_Before(std::uint64_t marks) { return std::countr_zero(marks) / 8; }
 
+inline bool Is_Point(std::uint64_t word, int place) { return (word >> 8 * place & 0xFF) == ('.' ^ '0'); }
+
+// The word with the bytes behind `place` moved down into it.
+inline std::uint64_t Without_Byte(std::uint64_t word, int place) {
+    const std::uint64_t front = (std::uint64_t{1} << 8 * place) - 1;
+    return (word & front) | (word >> 8 & ~front);
+}
+
 // The number of eight digits, the highest in the lowest byte, by adding neighbours in pairs, fours and eights.
 inline std::uint32_t Eight_Digits(std::uint64_t word) {
     constexpr std::uint64_t every_fourth = 0x000000FF000000FFu;

@@ -69,6 +69,24 @@ bool Quick_Value(std::uint64_t mantissa, long long exponent10, bool negative, Re
     return true;
 }
 
+// A number of nine to sixteen characters whose point is one of the first eight: the seven digits about it and those of a second word, which
+// need not wait for how the first one ends. `first` for any other.
+template <class Real>
+const char* Parse_Long_Fraction(const char* first, const char* last, bool negative, Real& value) {
+    if (!has_digit_words) return first;
+    const std::uint64_t word = Load_Word(first, last) ^ zero_digits;
+    const std::uint64_t marks = No_Digits(word);
+    const int whole = Bytes_Before(marks);
+    if (whole == word_digits || (marks & (marks - 1)) != 0 || !Is_Point(word, whole)) return first;
+    const std::uint64_t rest = Load_Word(first + word_digits, last) ^ zero_digits;
+    const int more = Bytes_Before(No_Digits(rest));
+    const char* const end = first + word_digits + more;
+    if (more == 0 || (end != last && *end > ' ' && *end != ',')) return first;
+    const std::uint64_t seven = Eight_Digits(Without_Byte(word, whole) << 8);
+    const std::uint64_t mantissa = seven * small_powers[more] + Eight_Digits(rest << (64 - 8 * more));
+    return Quick_Value(mantissa, whole + 1 - word_digits - more, negative, value) ? end : first;
+}
+
 template <class Real>
 Real From_Digits(const char* first, const char* last, long long exponent10, bool negative) {
     char copy[deciding_digits + 32];
@@ -134,10 +152,12 @@ const char* Parse_Real_Number(const char* first, const char* last, Real& value) 
     const bool negative = *p == '-';
     if (negative || *p == '+') ++p;
     const char* const digits = p;
-    if (const char* const end = Parse_Short(digits, last, value); end != digits) {
-        if (negative) value = -value;
-        return end;
+    if (p != first) {
+        const char* const end = Parse_Short(digits, last, value);
+        if (negative && end != digits) value = -value;
+        if (end != digits) return end;
     }
+    if (const char* const end = Parse_Long_Fraction(digits, last, negative, value); end != digits) return end;
     std::uint64_t mantissa = 0;  // wraps on long mantissas, which the digit count below tells
     p = Gather_Digits(p, last, mantissa);
     long long count = p - digits;

@@ -10,13 +10,13 @@
 
 namespace vntl {
 
+inline constexpr double short_powers[] = {1, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7};
+
 // A number without sign and exponent whose digits and point take eight characters at most, as nearly all of a file are; `first` and an
 // unchanged `value` for any other. Digits on both sides of a point are put together by closing the gap between them.
 //
 // m / 10^d with m < 10^8 and d <= 7 is either the midway between two floats or at least 2^-50 of its size away from it, which is more than
 // the division errs. The float next to the quotient therefore is the float next to the text.
-inline constexpr double short_powers[] = {1, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7};
-
 template <class Real>
 inline const char* Parse_Short(const char* first, const char* last, Real& value) {
     if (!has_digit_words) return first;
@@ -25,10 +25,9 @@ inline const char* Parse_Short(const char* first, const char* last, Real& value)
     const int whole = Bytes_Before(marks);
     int count = whole;  // of digits
     const char* end = first + whole;
-    if (whole < word_digits && (word >> 8 * whole & 0xFF) == ('.' ^ '0')) {
+    if (whole < word_digits && Is_Point(word, whole)) {
         const int length = Bytes_Before(marks & (marks - 1));  // up to the second mark
-        const std::uint64_t front = (std::uint64_t{1} << 8 * whole) - 1;
-        word = (word & front) | (word >> 8 & ~front);
+        word = Without_Byte(word, whole);
         count = length - 1;
         end = first + length;
     }

@@ -5,6 +5,7 @@
 #include <limits>
 #include <vector>
 
+#include "base/huge_pages.hpp"
 #include "base/text.hpp"
 #include "patterns/neutron_tools.hpp"
 #include "patterns/reader_tools.hpp"
@@ -86,7 +87,9 @@ Status Read_R3a(std::string_view text, Diffraction_Pattern_Type& p) {
     if (!(head.lines >= 1) || std::isinf(head.lines)) return Status::Fail(no_points_told);
     // A marker may end the scan long before the end that the step tells, so that the lines of the file tell what is read.
     const std::size_t given = std::min(Count_Lines(lines.Rest()), Most_Points(text.size()) / line_points) * line_points;
-    Points points{std::vector<int>(given), std::vector<float>(given)};
+    Points points;
+    Assign_Many(points.detectors, given, 0);
+    Assign_Many(points.counts, given, 0.0f);
     if (Status status = Read_Lines(lines, head.lines, points); status.failed) return status;
     if (Status status = Take_Points(points, text.size(), p); status.failed) return status;
 
