@@ -68,7 +68,7 @@ Status Read_Efficiency_File(const std::string& path, int n, Efficiency& efficien
         int point = 0;
         float shift = 0, value = 1;
         const long line = reader.Line_Number();
-        if (!reader.Read(point, shift, value)) break;
+        if (!reader.Read(point, shift, value) || reader.given() == 0) break;
         const std::string place = "ERROR in the file " + path + "\nline " + std::to_string(line) + ": ";
         if (point < 1 || point > n)
             return Status::Fail(place + "point " + std::to_string(point) + " lies outside 1 to " + std::to_string(n));
@@ -87,6 +87,9 @@ void Apply_Efficiency(Diffraction_Pattern_Type& p, const Efficiency& efficiency)
         p.x[i] += efficiency.shift[i];
         p.y[i] /= efficiency.efficiency[i];
     }
+    if (n == 0) return;
+    p.xmin += efficiency.shift[0];
+    p.xmax += efficiency.shift[n - 1];
 }
 
 }  // namespace vntl

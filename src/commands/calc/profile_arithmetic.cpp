@@ -129,13 +129,17 @@ struct Change {
     float shift, factor;
 };
 
-bool Stays_Finite(const Diffraction_Pattern_Type& pattern, const Change& change) {
+// Nothing leaves the range of numbers, and x still rises from its first to its last point.
+bool Stays_In_Range(const Diffraction_Pattern_Type& pattern, const Change& change) {
     const auto finite = [](float now, float then) { return std::isfinite(then) || !std::isfinite(now); };
     for (const float x : pattern.x)
         if (!finite(x, x + change.shift)) return false;
     for (const float y : pattern.y)
         if (!finite(y, y * change.factor)) return false;
-    return true;
+    const float of_sigma = pattern.sigma_is_variance ? change.factor * change.factor : std::fabs(change.factor);
+    for (const float sigma : pattern.sigma)
+        if (!finite(sigma, sigma * of_sigma)) return false;
+    return pattern.x.size() < 2 || pattern.x.front() + change.shift < pattern.x.back() + change.shift;
 }
 
 // What the ticked lines ask for; nothing where a cell holds no number or a value would leave the range, which has been told then.
@@ -150,7 +154,7 @@ std::optional<std::vector<Change>> Changes(const Session& session, const std::ve
             }
         const Change change{row, *WGridGetCellReal(multiply_grid, multiply_shift, row),
                             *WGridGetCellReal(multiply_grid, multiply_factor, row)};
-        if (!Stays_Finite(session.store.Pattern(row), change)) {
+        if (!Stays_In_Range(session.store.Pattern(row), change)) {
             Error_Box("Values of " + name + " would leave the range of numbers");
             return {};
         }
@@ -212,6 +216,10 @@ Status Check_Correction(const Session& session, const Efficiency& efficiency) {
         const float first = x.front() + efficiency.shift.front(), last = x.back() + efficiency.shift[x.size() - 1];
         if (!std::isfinite(first) || !std::isfinite(last) || (x.size() > 1 && !(first < last)))
             return Status::Fail("The shifts would take x of " + session.store.Info(row).file_name + " out of its order");
+        const std::vector<float>& y = session.store.Pattern(row).y;
+        for (std::size_t i = 0; i < std::min(y.size(), efficiency.efficiency.size()); ++i)
+            if (std::isfinite(y[i]) && !std::isfinite(y[i] / efficiency.efficiency[i]))
+                return Status::Fail("Values of " + session.store.Info(row).file_name + " would leave the range of numbers");
     }
     return Status::Done();
 }
