@@ -42,7 +42,7 @@ std::vector<float> Noise(int n, unsigned seed) {
     return Filled(n, [&](int) { return normal(random); });
 }
 
-TEST(FivePointFilter, KeepsCubicsTheEndsAndFewPoints) {
+TEST(Five_Point_Filter, KeepsCubicsTheEndsAndFewPoints) {
     const auto cubic = Filled(41, [](int i) { return 2 + i * (0.5 + i * (-0.25 + i * 0.0078125)); });
     const auto line = Filled(1000, [](int i) { return 1000 - 0.37 * i; });
     for (const auto& y : {cubic, line}) {
@@ -91,7 +91,7 @@ struct Plain_Fourier {
     }
 };
 
-TEST(FourierFilter, IsTheProcedureDoneWithPlainSums) {
+TEST(Fourier_Filter, IsTheProcedureDoneWithPlainSums) {
     std::mt19937 random(7);
     for (const int n : {3, 4, 5, 7, 30, 62, 63, 64, 127, 251, 300})
         for (const int window : {1, 2, 3, 5, 20, 250}) {
@@ -106,7 +106,7 @@ TEST(FourierFilter, IsTheProcedureDoneWithPlainSums) {
 }
 
 // A cosine of frequency j of the h points behind which almost nothing is added comes back with the factor of j, away from its end.
-TEST(FourierFilter, ACosineTakesTheFactorOfItsFrequency) {
+TEST(Fourier_Filter, ACosineTakesTheFactorOfItsFrequency) {
     constexpr int h = 1 << 20, window = 250, n = h - window;
     const int last = 2 * h / window;  // the first frequency whose factor is 0
     struct {

@@ -19,7 +19,7 @@ std::string First_Values(const Session& s) {
     return text;
 }
 
-struct Open_Files_Test : testing::Test {
+struct Opening : testing::Test {
     Test_Directory dir;
     Session s;
     Scripted_Ask ask;
@@ -29,7 +29,7 @@ struct Open_Files_Test : testing::Test {
     std::string dat = dir.Write("plain.dat", "10.0 1.0 24.0 my sample\n1 2 3 4 5 6 7 8\n9 10 11 12 13 14 15\n");
 };
 
-TEST_F(Open_Files_Test, ASelectionIsReadFromTheLastNameToTheFirst) {
+TEST_F(Opening, ASelectionIsReadFromTheLastNameToTheFirst) {
     ask.selection = {a, b, c};
     const Open_Result first = Open_Pattern_File(s, ask);
     EXPECT_EQ(First_Values(s), "300 200 100 ");
@@ -52,7 +52,7 @@ TEST_F(Open_Files_Test, ASelectionIsReadFromTheLastNameToTheFirst) {
     EXPECT_TRUE(Check_Invariants(s).ok()) << Check_Invariants(s).message;
 }
 
-TEST_F(Open_Files_Test, TheLastExtensionDecidesOrTheUserDoes) {
+TEST_F(Opening, TheLastExtensionDecidesOrTheUserDoes) {
     ask.selection = {dat, a};  // the free-format file is read in columns of x, y and sigma
     Open_Pattern_File(s, ask);
     EXPECT_TRUE(ask.proposals.empty());
@@ -71,7 +71,7 @@ TEST_F(Open_Files_Test, TheLastExtensionDecidesOrTheUserDoes) {
     EXPECT_TRUE(Open_Pattern_File(other, ask).cancelled);
 }
 
-TEST_F(Open_Files_Test, ASelectionStopsAtAFailureButNotAtAnXSpace) {
+TEST_F(Opening, ASelectionStopsAtAFailureButNotAtAnXSpace) {
     ask.selection = {a, tof, b};
     Open_Result result = Open_Pattern_File(s, ask);
     EXPECT_EQ(First_Values(s), "200 100 ");
@@ -87,7 +87,7 @@ TEST_F(Open_Files_Test, ASelectionStopsAtAFailureButNotAtAnXSpace) {
     EXPECT_EQ(ask.Last_Box(), "Error Message|ERROR in file: missing.xye\nThe file " + dir.path + "/missing.xye doesn't exist");
 }
 
-TEST_F(Open_Files_Test, ARecentFileOpensByItsExtensionAsWritten) {
+TEST_F(Opening, ARecentFileOpensByItsExtensionAsWritten) {
     ask.format = 1;
     const std::pair<std::string, std::string> cases[] = {
         {"   ", "Bad name: len_trim=0"},
@@ -110,7 +110,7 @@ TEST_F(Open_Files_Test, ARecentFileOpensByItsExtensionAsWritten) {
     EXPECT_TRUE(ask.boxes.empty());
 }
 
-TEST_F(Open_Files_Test, ACommandLineIsReadLeftToRightPastItsFailures) {
+TEST_F(Opening, ACommandLineIsReadLeftToRightPastItsFailures) {
     const Open_Result result = Open_Files(s, ask, {a, bad, "no.prf", dat, b, tof});
     EXPECT_EQ(First_Values(s), "100 1 200 ");
     EXPECT_TRUE(result.failed && s.store.profiles_uniform && ask.proposals.empty());
@@ -131,7 +131,7 @@ std::string Gsas_Banks(int banks) {
     return text;
 }
 
-TEST_F(Open_Files_Test, BanksAndRangesBecomeRows) {
+TEST_F(Opening, BanksAndRangesBecomeRows) {
     const std::string banks = dir.Write("banks.gsa", Gsas_Banks(3)), one = dir.Write("one.gsa", Gsas_Banks(1));
     ask.format = 11;
     ask.all_banks = true;
@@ -162,7 +162,7 @@ TEST_F(Open_Files_Test, BanksAndRangesBecomeRows) {
     EXPECT_EQ(other.store.Info(7).kind, "DATA");
 }
 
-TEST_F(Open_Files_Test, AFailureTellsWhatTheContentsLookLike) {
+TEST_F(Opening, AFailureTellsWhatTheContentsLookLike) {
     const std::string wrong = dir.Write("wrong.uxd", Gsas_Banks(1));
     EXPECT_TRUE(Open_Pattern_File(s, ask, wrong).failed);
     EXPECT_NE(ask.Last_Box().find("\nThe contents look like the format GSASTOF"), std::string::npos) << ask.Last_Box();

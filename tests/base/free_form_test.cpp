@@ -13,7 +13,7 @@
 namespace vntl {
 namespace {
 
-TEST(FreeForm, ReadsFourNumbers) {
+TEST(Free_Form, ReadsFourNumbers) {
     struct Case {
         const char* text;
         std::vector<float> values;  // -7 where a place is left as it was
@@ -43,7 +43,7 @@ TEST(FreeForm, ReadsFourNumbers) {
     }
 }
 
-TEST(FreeForm, ReportsBadItemsWithTheirLine) {
+TEST(Free_Form, ReportsBadItemsWithTheirLine) {
     struct Case {
         const char* text;
         const char* message;
@@ -76,7 +76,7 @@ TEST(FreeForm, ReportsBadItemsWithTheirLine) {
     EXPECT_EQ(text, "as it was");
 }
 
-TEST(FreeForm, ReadsRecordsOfMixedKinds) {
+TEST(Free_Form, ReadsRecordsOfMixedKinds) {
     Free_Form_Reader reader("3 0.02 'it''s \"a\" title' rest dropped\n\n 1 2\n3 dropped\n2*4 'x'\n2*'a b', \"\" word/\nlast line");
     int n = 0;
     double step = 0;
@@ -102,7 +102,7 @@ TEST(FreeForm, ReadsRecordsOfMixedKinds) {
 }
 
 // Shortest texts of random floats, ten a line with every separator, come back bit for bit.
-TEST(FreeForm, RoundTrips) {
+TEST(Free_Form, RoundTrips) {
     std::mt19937 random(3);
     std::vector<float> written(50000);
     std::string text;

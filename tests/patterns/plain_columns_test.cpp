@@ -54,7 +54,7 @@ void Compare(const char* layout) {
     }
 }
 
-TEST(PlainColumns, QuickWaysGiveWhatTheFormatGives) {
+TEST(Plain_Columns, QuickWaysGiveWhatTheFormatGives) {
     Compare<10, 8>("(10F8.0)");
     Compare<5, 8, 8>("(10F8.0)");
     Compare<10, 2, 6>("(10(I2,F6.0))");

@@ -21,7 +21,7 @@ Edit_Reader::Next_Line Lines(std::vector<std::string_view> lines) {
     };
 }
 
-TEST(EditFormat, RefusesAndQuotesBadFormats) {
+TEST(Edit_Notation, RefusesAndQuotesBadFormats) {
     const std::string deep(40, '('), deep_close(40, ')');
     const std::string bad[] = {"",
                                "F8.0",
@@ -69,7 +69,7 @@ TEST(EditFormat, RefusesAndQuotesBadFormats) {
     }
 }
 
-TEST(EditFormat, AcceptsTheUsualSpellings) {
+TEST(Edit_Notation, AcceptsTheUsualSpellings) {
     const char* good[] = {"(10(I2,F8.0))",
                           "(5E16.8)",
                           " ( 6 i10 , l3 ) x",
@@ -87,7 +87,7 @@ TEST(EditFormat, AcceptsTheUsualSpellings) {
     for (const char* text : good) EXPECT_TRUE(Edit_Format(text).status().ok()) << Edit_Format(text).status().message;
 }
 
-TEST(EditReader, ReadsCountsOverLines) {
+TEST(Edit_Reading, ReadsCountsOverLines) {
     const Edit_Format pairs("(10(I2,F8.0))"), plain("(10F8.0)"), step("(3F8.2)"), whole("(4I6)");
     int n = 0;
     float y = 0;
@@ -112,7 +112,7 @@ TEST(EditReader, ReadsCountsOverLines) {
     EXPECT_EQ(y4, (std::vector<double>{12, -3, 123, 0}));
 }
 
-TEST(EditReader, ReadsTextsLogicalsTabsAndSlashes) {
+TEST(Edit_Reading, ReadsTextsLogicalsTabsAndSlashes) {
     const Edit_Format format("(A4,1X,L3,T1,2X,A,/,I3,TL3,A3,TR1,'xx',G5.1)");
     std::string a, rest, same;
     bool flag = false;
@@ -135,7 +135,7 @@ TEST(EditReader, ReadsTextsLogicalsTabsAndSlashes) {
     EXPECT_EQ(cut + '/' + one + '/' + plain, "def/g/hij");
 }
 
-TEST(EditReader, ReportsBadFieldsWithTheirColumns) {
+TEST(Edit_Reading, ReportsBadFieldsWithTheirColumns) {
     struct Case {
         const char* format;
         const char* line;
@@ -172,7 +172,7 @@ TEST(EditReader, ReportsBadFieldsWithTheirColumns) {
     EXPECT_TRUE(reader.ended());
 }
 
-TEST(EditWriter, KeepsCharactersWholeAndTypesApart) {
+TEST(Edit_Writing, KeepsCharactersWholeAndTypesApart) {
     const Edit_Format text("(A3,'|')"), real("(F8.3)"), whole("(I4)");
     std::string out;
     EXPECT_TRUE(Write_Record(out, text, "a\xC3\xA5\xC3\xA5").ok());  // five bytes, the last letter would be halved
@@ -186,7 +186,7 @@ TEST(EditWriter, KeepsCharactersWholeAndTypesApart) {
 }
 
 // 17 digits bring every double back, 9 every float.
-TEST(EditWriter, RoundTrips) {
+TEST(Edit_Writing, RoundTrips) {
     const Edit_Format wide("(1P,E25.16E3)"), narrow("(1PE16.8)"), fixed("(F20.9)");
     std::mt19937_64 random(7);
     for (int i = 0; i < 20000; ++i) {

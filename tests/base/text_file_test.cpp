@@ -24,7 +24,7 @@ std::vector<std::string> Lines(std::string_view text) {
     return lines;
 }
 
-TEST(TextFile, EveryLineEnd) {
+TEST(Text_Files, EveryLineEnd) {
     using Texts = std::vector<std::string>;
     EXPECT_EQ(Lines(""), Texts());
     EXPECT_EQ(Lines("\n"), Texts({""}));
@@ -35,7 +35,7 @@ TEST(TextFile, EveryLineEnd) {
     EXPECT_EQ(Lines(std::string(1000, '\r')).size(), 1000u);
 }
 
-TEST(TextFile, OnlyRegularFilesOpen) {
+TEST(Text_Files, OnlyRegularFilesOpen) {
     const std::string directory = testing::TempDir(), name = directory + "t\xC3\xA9xt \"a\" 100%.txt";
     std::ofstream(name, std::ios::binary) << "\xEF\xBB\xBFhello";
     Text_File file;

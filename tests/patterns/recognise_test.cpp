@@ -1,4 +1,4 @@
-// Recognition by content: files of little more than a head, and what is no pattern at all. Whole files are in test_habits.cpp.
+// Recognition by content: files of little more than a head, and what is no pattern at all. Whole files are in habits_test.cpp.
 #include "patterns/recognise.hpp"
 
 #include <random>

@@ -59,7 +59,7 @@ std::string Printed(const std::string& kind, const std::string& format_text, con
     return out;
 }
 
-TEST(EditTable, WritesWhatTheLibraryWrites) {
+TEST(Edit_Table, WritesWhatTheLibraryWrites) {
     const auto rows = Table("output.txt");
     ASSERT_GT(rows.size(), 2000u);
     for (const auto& row : rows) {
@@ -68,7 +68,7 @@ TEST(EditTable, WritesWhatTheLibraryWrites) {
     }
 }
 
-TEST(EditTable, ReadsWhatTheLibraryReads) {
+TEST(Edit_Table, ReadsWhatTheLibraryReads) {
     const auto rows = Table("input.txt");
     ASSERT_GT(rows.size(), 200u);
     for (const auto& row : rows) {
@@ -94,7 +94,7 @@ TEST(EditTable, ReadsWhatTheLibraryReads) {
 }
 
 // What was printed by one format is read back by it to the printed precision: half a unit of the last digit.
-TEST(EditTable, ReadsBackWhatWasWritten) {
+TEST(Edit_Table, ReadsBackWhatWasWritten) {
     int count = 0;
     for (const auto& row : Table("output.txt")) {
         const Edit_Format format(row[1]);

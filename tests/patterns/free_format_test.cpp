@@ -14,7 +14,7 @@ std::string Counts(int n) {
 Status Read(std::string_view text, Diffraction_Pattern_Type& p) { return Read_Free_Format(text, false, p); }
 Status Read_Mdi(std::string_view text, Diffraction_Pattern_Type& p) { return Read_Free_Format(text, true, p); }
 
-TEST(FreeFormat, RangeLineAndCounts) {
+TEST(Free_Format, RangeLineAndCounts) {
     const auto p = Good(Read, "# TSAMP 12.5\n! Legend_X 2theta(deg)\n1.0 0.05 1.95 my sample\n" + Counts(20));
     EXPECT_EQ(p.npts, 20);
     EXPECT_EQ(p.title, "my sample");
@@ -28,7 +28,7 @@ TEST(FreeFormat, RangeLineAndCounts) {
     EXPECT_TRUE(p.constant_step && p.sigma_is_variance);
 }
 
-TEST(FreeFormat, HeadersOfEveryKind) {
+TEST(Free_Format, HeadersOfEveryKind) {
     struct Case {
         const char* name;
         std::string text;
@@ -62,7 +62,7 @@ TEST(FreeFormat, HeadersOfEveryKind) {
     }
 }
 
-TEST(FreeFormat, EveryFault) {
+TEST(Free_Format, EveryFault) {
     const std::string range = " Error in Intensity file, Problems reading 2Theta_ini, Step, 2Theta_end";
     const std::string count = " Error in Intensity file, Number of intensities values is wrong!!";
     Expect_Faults(
@@ -80,7 +80,7 @@ TEST(FreeFormat, EveryFault) {
                {"0 1 1000000\n1000001*5\n", count}});
 }
 
-TEST(ReadPattern, ExtensionsDecideOrAsk) {
+TEST(Read_Pattern, ExtensionsDecideOrAsk) {
     const std::pair<const char*, int> cases[] = {{".CSV", 12}, {"udf", 12}, {".Jcp", 12}, {".xrdml", 12}, {".Xy", 9},
                                                  {".XYS", 9},  {".xye", 9}, {".UXD", 8},  {".sim", 1},    {".MDI", 1},
                                                  {".cif", 15}, {".dat", 0}, {".gr", 0},   {"", 0}};
@@ -91,7 +91,7 @@ TEST(ReadPattern, ExtensionsDecideOrAsk) {
     for (std::size_t i = 0; i < Pattern_Formats().size(); ++i) EXPECT_EQ(Pattern_Formats()[i].code, static_cast<int>(i) + 1);
 }
 
-TEST(ReadPattern, MessagesNameTheFileAndStayShort) {
+TEST(Read_Pattern, MessagesNameTheFileAndStayShort) {
     Diffraction_Pattern_Type p;
     p.title = "before";
     EXPECT_EQ(Read_Pattern("no_such_file.dat", p).message, " The file no_such_file.dat doesn't exist");
@@ -101,7 +101,7 @@ TEST(ReadPattern, MessagesNameTheFileAndStayShort) {
     EXPECT_EQ(p.title, "before");
 }
 
-TEST(ReadPattern, DeviationsHeadAndSeveralPatterns) {
+TEST(Read_Pattern, DeviationsHeadAndSeveralPatterns) {
     const std::string file = std::string(TEST_DATA) + "/patterns/rising.xye";
     Diffraction_Pattern_Type plain, p;
     std::string head;

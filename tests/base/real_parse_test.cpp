@@ -33,7 +33,7 @@ void Expect_Same(std::string_view text, const char* (*parse)(const char*, const 
 }
 
 // Random texts of the shapes that files hold: fixed and scientific, short and long, and shortest texts of random bits.
-TEST(RealParse, AgreesWithTheLibrary) {
+TEST(Real_Parse, AgreesWithTheLibrary) {
     std::mt19937_64 random(20);
     char text[80];
     for (int i = 0; i < texts; ++i) {
@@ -67,7 +67,7 @@ TEST(RealParse, AgreesWithTheLibrary) {
 }
 
 // Texts exactly between two floats, a hair to either side, at the ends of the range, and longer than any buffer.
-TEST(RealParse, RoundsTiesAndRangeEndsRight) {
+TEST(Real_Parse, RoundsTiesAndRangeEndsRight) {
     const std::string zeros(2000, '0');
     const std::string cases[] = {"16777217",
                                  "16777219",
@@ -101,7 +101,7 @@ TEST(RealParse, RoundsTiesAndRangeEndsRight) {
     }
 }
 
-TEST(RealParse, KnowsTheSpellingsOfFortran) {
+TEST(Real_Parse, KnowsTheSpellingsOfFortran) {
     struct Case {
         const char* text;
         double value;
@@ -145,7 +145,7 @@ TEST(RealParse, KnowsTheSpellingsOfFortran) {
     EXPECT_TRUE(std::isnan(nan));
 }
 
-TEST(RealParse, ReadsIntegersThatFit) {
+TEST(Real_Parse, ReadsIntegersThatFit) {
     struct Case {
         const char* text;
         bool good;
