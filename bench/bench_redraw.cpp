@@ -48,7 +48,7 @@ void Fill_Store(Session& session, int rows, int points) {
     Set_Default_Preferences(session.prefs);
     for (int row = 1; row <= rows; ++row) {
         PRF_Info_Add_Type info;
-        info.kind = "DATA";
+        info.kind = Row_Kind::data;
         info.file_name = "pattern_" + std::to_string(row) + ".dat";
         session.store.Append(Synthetic_Pattern(row, points), std::move(info));
     }
@@ -103,7 +103,7 @@ void Redraw(benchmark::State& state) {
     for (auto _ : state) {
         const auto start = std::chrono::steady_clock::now();
         Bitmap bitmap(window_width, window_height);
-        Draw_Picture(session, bitmap.Drawing());
+        Draw_Picture(Scene_Of(session), bitmap.Drawing());
         benchmark::DoNotOptimize(bitmap.Pixel(0, 0));
         best = std::min(best, std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count());
     }
@@ -123,7 +123,7 @@ void Mouse_Move(benchmark::State& state) {
     Fill_Store(session, 2000, 5000);
     if (state.range(0) != 0) {
         PRF_Info_Add_Type& info = session.store.Info(1);
-        info.kind = "PRF";
+        info.kind = Row_Kind::prf;
         info.nphases = 1;
         info.nreflections = reflections;
         for (int i = 0; i < reflections; ++i) info.refl_position.push_back(5.0f + 150.0f * static_cast<float>(i) / reflections);
@@ -133,9 +133,9 @@ void Mouse_Move(benchmark::State& state) {
         session.prefs.prf.refl_live = true;
         Plot_Ranges(session);
     }
-    session.plot.plot_type = "multi";
+    session.plot.plot_type = Plot_Form::multi;
     Bitmap bitmap(window_width, window_height);
-    Draw_Picture(session, bitmap.Drawing());
+    Draw_Picture(Scene_Of(session), bitmap.Drawing());
     const Plot_State& plot = session.plot;
     const double ticks = plot.Page_At({0, plot.diff_base + 0.5 * plot.diff_band}).y;
     Message move{Message_Kind::mouse_move, {}};

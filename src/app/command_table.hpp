@@ -1,28 +1,17 @@
-// Every command of the main window: its number, label, place in the menus, keys, and what it does.
+// Every command of the main window, collected from where it lives, and its place in menus and toolbars.
 #pragma once
 
 #include <span>
 #include <string_view>
 #include <vector>
 
+#include "commands/command.hpp"
 #include "toolkit/window.hpp"
 
 namespace vntl {
 
-struct Application;
-
-struct Command {
-    int id = 0;
-    std::string_view label;                  // '&' before the mnemonic letter
-    std::string_view icon;                   // of the toolbars, empty for none
-    void (*action)(Application&) = nullptr;  // none: a command still to come, disabled whatever its state says
-    std::string_view shortcut = {};
-    std::string_view hint = {};
-    bool checkable = false;
-
-    bool built() const { return action != nullptr; }
-};
-
+// What the folders of commands/ and the windows of views/ give.
+std::vector<Command_Family> Families();
 std::span<const Command> Command_Table();
 const Command* Find_Command(int id);
 

@@ -1,12 +1,17 @@
-// The main window's messages, and the state that is carried to it.
-#include "app/application.hpp"
+#include "app/main_window.hpp"
+
+#include <cmath>
+#include <optional>
+
 #include "app/command_table.hpp"
+#include "commands/file/exit.hpp"
 #include "commands/plot/mouse.hpp"
 #include "plot/plot.hpp"
+#include "session/load.hpp"
 #include "session/view_history.hpp"
 #include "toolkit/dialog.hpp"
 #include "toolkit/window.hpp"
-#include "views/text_editor.hpp"
+#include "toolkit/window_service.hpp"
 
 namespace vntl {
 
@@ -18,45 +23,21 @@ void Do_Command(Application& app, int id) {
     command->action(app);
 }
 
-// What a mouse action means: by the plot form, and in a graph by `MoveMode`. A calculation has the mouse for itself.
-void Do_Mouse(Application& app, const Message& message) {
-    const Plot_State& plot = app.session.plot;
-    if (!plot.Is_2D()) return;
-    switch (plot.plot_type == "calculation" ? 0 : plot.MoveMode) {
-        case 0:
-            return MouseMovement_Main(app.session, app.ask, message);
-        case drag_mode:
-            return MouseMovement_DragPlot(app.session, message);
-        case exclude_mode:
-            return MouseMovement_SelExclReg(app.session, app.ask, message);
-        case align_mode:
-            return MouseMovement_OffsetAlign(app.session, app.ask, message);
-        case scale_y_mode:
-            return MouseMovement_ScalingY(app.session, app.ask, message);
-        case scale_x_mode:
-            return MouseMovement_ScalingX(app.session, app.ask, message);
-        default:
-            app.ask.Error("Fault: /vntl_win_root/Ihand_WinRoot/17 Unknown MoveMode ");
-            app.session.plot.MoveMode = 0;
-    }
-}
-
 void Do_Key(Application& app, int key) {
     if (key == key_escape) Cancel_Mouse(app.session);
-    if (key == key_back) Do_Command(app, view_back_command);
-    if (key == key_forward) Do_Command(app, view_forward_command);
+    if (key == key_back) Do_Command(app, command::view_back);
+    if (key == key_forward) Do_Command(app, command::view_forward);
     // The windowing system knows the keys of the menu; a script presses them here.
     for (const Command& command : Command_Table())
         if (!command.shortcut.empty() && command.shortcut == Key_Name(key)) return Do_Command(app, command.id);
 }
 
-}  // namespace
-
+// Handler of every message of the main window. Commands that a dialog in front holds back are void.
 void Ihand_WinRoot(Application& app, const Message& message) {
     WindowSelect(main_window);
     switch (message.kind) {
         case Message_Kind::command:
-            Do_Command(app, message.record.value1);
+            if (Modal_Loop_Serves(message.record.value1)) Do_Command(app, message.record.value1);
             break;
         case Message_Kind::repaint:
             Plot_Repaint(app.session);
@@ -71,7 +52,7 @@ void Ihand_WinRoot(Application& app, const Message& message) {
         case Message_Kind::mouse_up:
         case Message_Kind::mouse_move:
         case Message_Kind::wheel:
-            Do_Mouse(app, message);
+            Do_Mouse(app.session, app.ask, message);
             break;
         case Message_Kind::key_down:
             Do_Key(app, message.record.value1);
@@ -86,6 +67,25 @@ void Ihand_WinRoot(Application& app, const Message& message) {
     if (!app.session.plot.drag.active) Remember_View(app.session, message.kind == Message_Kind::wheel);
 }
 
+std::optional<Point> Page_Of(const Plot_State& plot, Point data) {
+    const Plot_State::Place at = plot.Page_At({data.x, data.y});
+    if (!std::isfinite(at.x) || !std::isfinite(at.y)) return {};
+    return Point{at.x, at.y};
+}
+
+}  // namespace
+
+void Register_Main_Window(Application& app) {
+    Register_Window(main_window, {.message = [&app](const Message& message) { Ihand_WinRoot(app, message); },
+                                  .picture = [&app](Device& device) { Draw_With_Marks(Scene_Of(app.session), device); },
+                                  .page_at = [&app](Point data) { return Page_Of(app.session.plot, data); }});
+}
+
+void Open_Dropped_Files(Application& app, const std::vector<std::string>& names) {
+    app.failed |= Open_Files(app.session, app.ask, names).failed;
+    Plot_ReMake(app.session);
+}
+
 void Carry_To_Window(Application& app) {
     const Interface_State& state = app.session.interface;
     WindowSelect(main_window);
@@ -93,8 +93,7 @@ void Carry_To_Window(Application& app) {
         WMenuSetState(command.id, menu_enabled, command.built() && state.Enabled(command.id));
         if (command.checkable) WMenuSetState(command.id, menu_checked, state.Checked(command.id));
     }
-    for (std::size_t slot = 0; slot < recent_file_commands.size(); ++slot)
-        if (!state.recent_labels[slot].empty()) WMenuSetString(recent_file_commands[slot], state.recent_labels[slot]);
+    for (const auto& [command, label] : state.labels) WMenuSetString(command, label);
     for (int part = 1; part <= status_parts; ++part) WindowOutStatusBar(part, state.status[static_cast<std::size_t>(part - 1)]);
     constexpr std::array<int, 2> rows = {first_toolbar_row, second_toolbar_row};
     for (std::size_t bar = 0; bar < rows.size(); ++bar)
@@ -110,21 +109,11 @@ void Message_Loop(Application& app) {
     Carry_To_Window(app);
     unsigned carried = app.session.interface.revision;
     while (!app.leaving) {
-        const Message message = WMessage();
-        if (message.record.win == main_window && (message.kind != Message_Kind::command || Modal_Loop_Serves(message.record.value1)))
-            Ihand_WinRoot(app, message);
-        else if (Is_Text_Editor(message.record.win))
-            Text_Editor_Message(app.session, app.ask, message);
+        Serve_Message(WMessage());
         if (app.session.interface.revision == carried) continue;
         Carry_To_Window(app);
         carried = app.session.interface.revision;
     }
-}
-
-void Exit_Program(Application& app) {
-    if (!Leave_Text_Editor(app.session, app.ask)) return;
-    Write_Exit_Files(app.session);
-    app.leaving = true;
 }
 
 }  // namespace vntl

@@ -6,9 +6,9 @@
 #include <cstdint>
 #include <filesystem>
 
-#include "app/application.hpp"
 #include "app/script.hpp"
 #include "base/os.hpp"
+#include "commands/application.hpp"
 #include "session/load.hpp"
 #include "session/open_prf.hpp"
 

@@ -1,13 +1,12 @@
 #include "app/script.hpp"
 
 #include <array>
-#include <nlohmann/json.hpp>
 #include <ostream>
 
-#include "app/application.hpp"
 #include "app/script_print.hpp"
 #include "base/os.hpp"
 #include "base/text.hpp"
+#include "commands/application.hpp"
 #include "toolkit/dialog.hpp"
 
 namespace vntl {
@@ -131,7 +130,7 @@ Box_Answer Script_Runner::Answer_Box(const Message_Box& box) {
         else
             Fail(waiting.line, "the box \"" + box.title + "\" does not offer the answer " + std::string(Answer_Name(waiting.answer)));
     }
-    nlohmann::ordered_json report;
+    Json report;
     report["box"] = box.title;
     report["icon"] = icon_names[static_cast<std::size_t>(box.icon)];
     report["text"] = box.text;

@@ -2,20 +2,18 @@
 #pragma once
 
 #include <iosfwd>
-#include <nlohmann/json_fwd.hpp>
-#include <string>
-#include <vector>
 
-#include "base/status.hpp"
+#include "base/topic.hpp"
 
 namespace vntl {
 
-struct Application;
+struct Session;
 
 // One object on one line; text that is not valid UTF-8 gets replacement characters.
-void Write_Json_Line(std::ostream& output, const nlohmann::ordered_json& object);
+void Write_Json_Line(std::ostream& output, const Json& object);
 
-// Runs `print` with these words behind it: "rows", "data 1 1 10", "menu 40014", "picture full", ... `dialog` is the dialog in front.
-Status Print_State(Application&, std::ostream& output, int dialog, const std::vector<std::string>& words);
+// Runs `print` with these words behind it: "rows", "data 1 1 10", "menu 40014", "picture full", ... A room gives the topics of what it
+// holds.
+Status Print_State(const Session&, std::ostream& output, Words words);
 
 }  // namespace vntl

@@ -1,24 +1,26 @@
 // The statements of a session script, one function each.
 #include <algorithm>
 #include <array>
-#include <cmath>
 #include <ostream>
 
-#include "app/application.hpp"
 #include "app/command_table.hpp"
+#include "app/main_window.hpp"
 #include "app/script.hpp"
 #include "app/script_print.hpp"
 #include "base/text.hpp"
+#include "commands/file/exit.hpp"
 #include "commands/file/export_picture.hpp"
 #include "toolkit/dialog.hpp"
+#include "toolkit/window_service.hpp"
 
 namespace vntl {
 
 namespace {
 
-constexpr int command_open_pattern = 40014;
-
 Status Usage(std::string_view form) { return Status::Fail("usage: " + std::string(form)); }
+
+// The window that has the mouse: behind a dialog it is the main one.
+int Window_In_Front() { return WindowIsOpen(WindowFront()) ? WindowFront() : main_window; }
 
 Status Nothing_Left(const std::vector<std::string>& words, std::string_view form) {
     return words.size() == 1 ? Status::Done() : Usage(form);
@@ -89,7 +91,7 @@ Status Script_Runner::Post_Command(int id) {
 
 Status Script_Runner::Open(const Words& words) {
     if (words.size() < 2) return Usage("open A B ...");
-    const Status status = Post_Command(command_open_pattern);
+    const Status status = Post_Command(command::open_pattern);
     if (status.failed) return status;
     std::vector<std::string> files;
     for (std::size_t i = 1; i < words.size(); ++i) files.push_back(Absolute(words[i]));
@@ -201,13 +203,14 @@ Status Script_Runner::Mouse(const Words& words) {
     if (action == static_cast<long>(actions.size()) || button == static_cast<long>(buttons.size()) ||
         !Parse_Real(rest[rest.size() - 2], record.x) || !Parse_Real(rest.back(), record.y))
         return Usage(form);
+    record.win = Window_In_Front();
     if (data) {
-        const Plot_State::Place at = app_.session.plot.Page_At({record.x, record.y});
-        if (!std::isfinite(at.x) || !std::isfinite(at.y)) return Status::Fail("there is no plot to point at");
-        record.x = at.x;
-        record.y = at.y;
+        const auto& page_at = Service_Of(record.win).page_at;
+        const std::optional<Point> at = page_at ? page_at({record.x, record.y}) : std::nullopt;
+        if (!at) return Status::Fail("there is no plot to point at");
+        record.x = at->x;
+        record.y = at->y;
     }
-    record.win = WindowIsOpen(WindowFront()) ? WindowFront() : main_window;
     record.value4 = 1;
     constexpr std::array<Message_Kind, 5> kinds = {Message_Kind::mouse_down, Message_Kind::mouse_up, Message_Kind::mouse_move,
                                                    Message_Kind::wheel, Message_Kind::wheel};
@@ -230,7 +233,7 @@ Status Script_Runner::Resize(const Words& words) {
     int width = 0, height = 0;
     if (words.size() != 3 || !Parse_Integer(words[1], width) || !Parse_Integer(words[2], height)) return Usage("resize W H");
     if (width < 1 || height < 1 || width > max_side || height > max_side) return Status::Fail("a window cannot have that size");
-    WindowSelect(WindowIsOpen(WindowFront()) ? WindowFront() : main_window);
+    WindowSelect(Window_In_Front());
     WindowResize(width, height);
     return Status::Done();
 }
@@ -238,7 +241,7 @@ Status Script_Runner::Resize(const Words& words) {
 Status Script_Runner::Timer(const Words& words) {
     int number = 0;
     if (words.size() != 2 || !Parse_Integer(words[1], number)) return Usage("timer N");
-    Post_Message({Message_Kind::timer, {.win = WindowIsOpen(WindowFront()) ? WindowFront() : main_window, .value1 = number}});
+    Post_Message({Message_Kind::timer, {.win = Window_In_Front(), .value1 = number}});
     return Status::Done();
 }
 
@@ -254,12 +257,11 @@ Status Script_Runner::Programs(const Words& words) {
     return Status::Done();  // no command starts a program yet: either is the state already
 }
 
-Status Script_Runner::Print(const Words& words) { return Print_State(app_, output_, WindowFront(), {words.begin() + 1, words.end()}); }
+Status Script_Runner::Print(const Words& words) { return Print_State(app_.session, output_, vntl::Words(words).subspan(1)); }
 
 Status Script_Runner::Export(const Words& words) {
     if (words.size() != 2) return Usage("export FILE");
-    WindowSelect(main_window);
-    return Export_Picture(app_.session, Absolute(words[1]), WInfoWindow(1), WInfoWindow(2));
+    return Export_Window(Absolute(words[1]));
 }
 
 Status Script_Runner::Exit(const Words& words) {

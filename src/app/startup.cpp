@@ -6,20 +6,20 @@
 #include <iterator>
 #include <optional>
 
-#include "app/application.hpp"
 #include "app/command_table.hpp"
+#include "app/main_window.hpp"
 #include "app/recorder.hpp"
 #include "app/script.hpp"
 #include "base/os.hpp"
 #include "base/text.hpp"
 #include "base/text_file.hpp"
-#include "commands/dialogs.hpp"
 #include "commands/file/export_picture.hpp"
 #include "patterns/read_pattern.hpp"
 #include "plot/plot.hpp"
 #include "session/load.hpp"
 #include "session/open_prf.hpp"
-#include "views/text_editor.hpp"
+#include "session/ranges.hpp"
+#include "views/views.hpp"
 
 namespace vntl {
 
@@ -70,7 +70,8 @@ int Export(const Command_Line& line) {
     const Open_Result opened = Open_Files(session, ask, line.files, line.format_code);
     if (session.store.nperfiles() == 0) return 1;
     Plot_Ranges(session);
-    const Status status = Export_Picture(session, line.export_file, line.export_width, line.export_height);
+    const auto draw = [&session](Device& device) { Draw_With_Marks(Scene_Of(session), device); };
+    const Status status = Export_Picture(draw, line.export_file, line.export_width, line.export_height);
     if (status.failed) std::cerr << status.message << std::endl;
     return opened.failed || status.failed ? 1 : 0;
 }
@@ -141,10 +142,17 @@ void Start(Application& app, const Command_Line& line, Recorder* recorder) {
     Open_Start_Files(app, line);
 }
 
+// Every window of the program, open or not.
+void Register_Windows(Application& app) {
+    Register_Main_Window(app);
+    Register_Text_Editor(app);
+}
+
 int Run_Window(const Command_Line& line, const std::optional<std::string>& script) {
     Application app;
-    Register_Dialogs(Dialog_Resources());
-    Register_Dialogs(std::array{Find_Dialog_Resource()});
+    for (const Command_Family& family : Families())
+        if (family.dialogs != nullptr) Register_Dialogs(family.dialogs());
+    Register_Windows(app);
     std::optional<Script_Runner> runner;
     if (script) {
         app.session.config.files_allowed = false;

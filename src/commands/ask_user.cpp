@@ -11,19 +11,15 @@ namespace vntl {
 Box_Answer Ask_User::Box(const Message_Box& box) { return WMessageBox(box); }
 
 std::vector<std::string> Ask_User::Select_Files(std::string_view title, std::string_view filter) {
-    return vntl::Select_Files(session_, Select_Kind::open_multiple, filter, title);
+    return vntl::Select_Files(config_, Select_Kind::open_multiple, filter, title);
 }
 
-std::optional<Format_Choice> Ask_User::Data_Format(const Format_Question& question) { return Data_Format_Dialog(session_, question); }
+std::optional<Format_Choice> Ask_User::Data_Format(const Format_Question& question) { return Data_Format_Dialog(question); }
 
-bool Ask_User::Constants_Of_File(Constants_Kind kind, Conversion_Constants& file) { return File_Constants_Dialog(session_, kind, file); }
+bool Ask_User::Constants_Of_File(Constants_Kind kind, Conversion_Constants& file) { return File_Constants_Dialog(kind, file); }
 
-bool Ask_User::Constants_Of_Rows(Constants_Kind kind, std::vector<Conversion_Constants>& rows) {
-    return Row_Constants_Dialog(session_, kind, rows);
-}
+bool Ask_User::Constants_Of_Rows(Constants_Kind kind, std::vector<Conversion_Constants>& rows) { return Row_Constants_Dialog(kind, rows); }
 
-std::unique_ptr<Progress> Ask_User::Start_Progress(std::string_view title, int total) {
-    return Start_Progress_Dialog(session_, title, total);
-}
+std::unique_ptr<Progress> Ask_User::Start_Progress(std::string_view title, int total) { return Start_Progress_Dialog(title, total); }
 
 }  // namespace vntl

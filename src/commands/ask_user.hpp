@@ -5,11 +5,11 @@
 
 namespace vntl {
 
-struct Session;
+struct Configuration;
 
 class Ask_User : public Ask {
 public:
-    explicit Ask_User(Session& session) : session_(session) {}
+    explicit Ask_User(Configuration& config) : config_(config) {}
 
     Box_Answer Box(const Message_Box& box) override;
     std::vector<std::string> Select_Files(std::string_view title, std::string_view filter) override;
@@ -19,7 +19,7 @@ public:
     std::unique_ptr<Progress> Start_Progress(std::string_view title, int total) override;
 
 private:
-    Session& session_;
+    Configuration& config_;  // keeps where files were last chosen
 };
 
 }  // namespace vntl

@@ -1,25 +1,18 @@
 #include "commands/modal.hpp"
 
-#include "plot/plot.hpp"
 #include "toolkit/dialog.hpp"
 #include "toolkit/messages.hpp"
 #include "toolkit/window.hpp"
+#include "toolkit/window_service.hpp"
 
 namespace vntl {
 
-int Run_Modal(Session& session, int dialog, const std::function<void(int)>& command, const std::function<void(int)>& changed) {
+int Run_Modal(int dialog, const std::function<void(int)>& command, const std::function<void(int)>& changed) {
     if (changed) WMessageEnable(dialog, Message_Kind::field_changed, true);
-    bool resized = false;
     int pressed = 0;
     while (pressed == 0) {
         const Message message = WMessage();
         switch (message.kind) {
-            case Message_Kind::repaint:
-                Plot_Repaint(session);
-                break;
-            case Message_Kind::resize:
-                resized = resized || message.record.win == main_window;
-                break;
             case Message_Kind::push_button:
                 if (message.record.win == dialog) pressed = message.record.value1;
                 break;
@@ -31,10 +24,9 @@ int Run_Modal(Session& session, int dialog, const std::function<void(int)>& comm
                 if (changed && message.record.win == dialog) changed(message.record.value2);
                 break;
             default:
-                break;  // everything else waits for the end of the dialog, and is void by then
+                Serve_Meanwhile(message);  // everything else is void
         }
     }
-    if (resized) Post_Message({Message_Kind::resize, {}});
     return pressed;
 }
 

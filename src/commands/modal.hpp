@@ -1,4 +1,4 @@
-// The loop of a modal dialog: it serves repaints, and what the windowing system asks of the main window is kept for its end.
+// The loop of a modal dialog. Repaints, resizes and timers of every window are served meanwhile; none of them touches the store.
 #pragma once
 
 #include <functional>
@@ -8,11 +8,9 @@
 
 namespace vntl {
 
-struct Session;
-
 // Runs the shown dialog until one of its buttons is pressed; the number of the button. The dialog stays loaded. `command` is called with
 // the commands of the main window that the dialog lets through, `changed` with each field that the user changes.
-int Run_Modal(Session&, int dialog, const std::function<void(int)>& command = {}, const std::function<void(int)>& changed = {});
+int Run_Modal(int dialog, const std::function<void(int)>& command = {}, const std::function<void(int)>& changed = {});
 
 // A box with the title of errors.
 void Error_Box(std::string text);

@@ -3,8 +3,8 @@
 #include <chrono>
 
 #include "base/text.hpp"
-#include "plot/plot.hpp"
 #include "toolkit/messages.hpp"
+#include "toolkit/window_service.hpp"
 
 namespace vntl {
 
@@ -19,12 +19,11 @@ constexpr auto patience = std::chrono::milliseconds(400), between_looks = std::c
 
 class Progress_Dialog : public Progress {
 public:
-    Progress_Dialog(Session& session, std::string_view title, int total) : session_(session), title_(title), total_(total) {}
+    Progress_Dialog(std::string_view title, int total) : title_(title), total_(total) {}
     ~Progress_Dialog() override {
         if (!shown_) return;
         WDialogSelect(progress_dialog);
         WDialogUnload();
-        if (resized_) Post_Message({Message_Kind::resize, {}});
     }
 
     bool Go_On(int done, std::string_view what) override {
@@ -53,17 +52,14 @@ private:
         while (const auto message = WMessagePeek()) {
             if (message->kind == Message_Kind::push_button && message->record.win == progress_dialog)
                 cancelled_ = true;
-            else if (message->kind == Message_Kind::repaint)
-                Plot_Repaint(session_);
-            else if (message->kind == Message_Kind::resize)
-                resized_ = true;
+            else
+                Serve_Meanwhile(*message);
         }
     }
 
-    Session& session_;
     std::string title_;
     int total_;
-    bool shown_ = false, cancelled_ = false, resized_ = false;
+    bool shown_ = false, cancelled_ = false;
     Clock::time_point last_look_ = Clock::now();
 };
 
@@ -78,8 +74,8 @@ Dialog_Resource Progress_Dialog_Resource() {
              {{button_cancel, Field_Kind::push_button, "Cancel"}}}};
 }
 
-std::unique_ptr<Progress> Start_Progress_Dialog(Session& session, std::string_view title, int total) {
-    return std::make_unique<Progress_Dialog>(session, title, total);
+std::unique_ptr<Progress> Start_Progress_Dialog(std::string_view title, int total) {
+    return std::make_unique<Progress_Dialog>(title, total);
 }
 
 }  // namespace vntl

@@ -9,11 +9,9 @@
 
 namespace vntl {
 
-struct Session;
-
 Dialog_Resource Progress_Dialog_Resource();
 
 // The dialog comes up when the work takes longer than a glance.
-std::unique_ptr<Progress> Start_Progress_Dialog(Session&, std::string_view title, int total);
+std::unique_ptr<Progress> Start_Progress_Dialog(std::string_view title, int total);
 
 }  // namespace vntl

@@ -20,10 +20,7 @@ void Put_Row_Texts(const Session& session, int grid, int column, const std::func
     WGridState(grid, column, field_read_only);
 }
 
-bool Is_Refined_Kind(const Session& session, int row) {
-    const std::string& kind = session.store.Info(row).kind;
-    return Contains(kind, "PRF") || Contains(kind, "MONO");
-}
+bool Is_Refined_Kind(const Session& session, int row) { return Is_Refined(session.store.Info(row).kind); }
 
 void Fix_Checks(const Session& session, int grid, int column, const std::function<bool(int row)>& fixed) {
     for (int row = 1; row <= session.store.nperfiles(); ++row) {

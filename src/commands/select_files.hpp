@@ -9,10 +9,10 @@
 
 namespace vntl {
 
-struct Session;
+struct Configuration;
 
 // Full paths; none on cancel. See WSelectFile.
-std::vector<std::string> Select_Files(Session&, Select_Kind kind, std::string_view filter, std::string_view title,
+std::vector<std::string> Select_Files(Configuration&, Select_Kind kind, std::string_view filter, std::string_view title,
                                       const std::string& name = {});
 
 }  // namespace vntl

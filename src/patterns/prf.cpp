@@ -71,7 +71,8 @@ Status Read_Prf_Text(Prf_File& file, bool xrf) {
     if (first.starts_with("IGOR")) return Status::Fail("ERROR: file type IGOR");
     if (!file.lines.Next(second)) return Status::Fail("ERROR: Reading line 2");
 
-    file.info.kind = file.info.format = "PRF";
+    file.info.kind = Row_Kind::prf;
+    file.info.format = Told(Row_Kind::prf);
     file.pattern.radiation = "unknown";
     Take_Title(std::string(Trim(Kept_Text(first, line_width))), file);
     return Read_Layout(file, second, xrf);

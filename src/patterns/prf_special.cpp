@@ -189,7 +189,7 @@ Status Read_Prf_Integrated(Prf_File& file) {
     }
     p.sigma_is_variance = p.has_bgr = false;
     p.scat_var = "mono";
-    file.info.kind = "MONO";
+    file.info.kind = Row_Kind::mono;
     Set_Ranges(p);
     return Status::Done();
 }

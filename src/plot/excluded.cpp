@@ -11,7 +11,7 @@ std::optional<Excluded_Stretch> Stretch_Between(std::span<const float> x, float 
     return Excluded_Stretch{static_cast<std::size_t>(first - x.begin()), static_cast<std::size_t>(end - first)};
 }
 
-std::vector<Excluded_Stretch> Excluded_Stretches(const PRF_Info_Add_Type& info, std::span<const float> x, const Plot_Window& window) {
+std::vector<Excluded_Stretch> Excluded_Stretches(const PRF_Info_Add_Type& info, std::span<const float> x, const View& window) {
     std::vector<Excluded_Stretch> stretches;
     const auto regions = static_cast<std::size_t>(std::clamp(info.nexcl, 0, max_excluded_regions));
     for (std::size_t j = 0; j < regions; ++j) {

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "patterns/profile.hpp"
-#include "plot/window_of_plot.hpp"
+#include "session/plot_state.hpp"
 
 namespace vntl {
 
@@ -18,6 +18,6 @@ struct Excluded_Stretch {
 std::optional<Excluded_Stretch> Stretch_Between(std::span<const float> x, float lo, float hi);
 
 // The stretches of a row that the window shows part of, in the order of the regions.
-std::vector<Excluded_Stretch> Excluded_Stretches(const PRF_Info_Add_Type& info, std::span<const float> x, const Plot_Window& window);
+std::vector<Excluded_Stretch> Excluded_Stretches(const PRF_Info_Add_Type& info, std::span<const float> x, const View& window);
 
 }  // namespace vntl

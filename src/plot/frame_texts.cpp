@@ -35,34 +35,34 @@ std::string_view Title_Of_Row(const Diffraction_Pattern_Type& pattern) {
     return Trim(title.substr(0, title.find("CELL:")));
 }
 
-std::string_view Title_Text(const Session& session, int n) {
-    const Graph2D_Prefs& prefs = session.prefs.graph2d;
+std::string_view Title_Text(const Scene& scene, int n) {
+    const Graph2D_Prefs& prefs = scene.prefs.graph2d;
     if (n >= 2) return Trim(prefs.title_multi);
     const std::string_view own = Trim(prefs.title_single);
-    return own.size() >= least_own_title ? own : Title_Of_Row(session.store.Pattern(n));
+    return own.size() >= least_own_title ? own : Title_Of_Row(scene.store.Pattern(n));
 }
 
 // Covers the numbers of the y scale below the data's zero: a refined profile's ticks and difference curve lie there.
-void Hide_Negative_Numbers(const Plot_State& plot, const Graph2D_Prefs& prefs, Graphics& g, const Plot_Window& window) {
+void Hide_Negative_Numbers(const Plot_State& plot, const Graph2D_Prefs& prefs, Graphics& g, const View& window) {
     float gx = 0, zero = 0;
     g.IPgUnitsToGrUnits(window.x1, 0, gx, zero);
-    const float foot = plot.zone_y1 * page_height;
+    const float foot = plot.zone.y1 * page_height;
     if (!(zero > foot)) return;
     g.IGrColourN(prefs.frame_background);
     g.IGrFillPattern(fill_solid);
-    g.IGrRectangle(0, 0.9f * foot, plot.zone_x1 * page_width, 0.9f * std::min(zero, page_height));
+    g.IGrRectangle(0, 0.9f * foot, plot.zone.x1 * page_width, 0.9f * std::min(zero, page_height));
 }
 
 // Where the legend begins. Inside the frame's right side it goes to the left as far as its longest name needs, so that none crosses the
 // frame.
-float Legend_X(const Session& session, const Graphics& g, int n) {
-    const float x = Entry(legend_x, session.prefs.graph2d.legend.pos) * page_width;
-    if (session.prefs.graph2d.legend.pos != legend_in_right) return x;
+float Legend_X(const Scene& scene, const Graphics& g, int n) {
+    const float x = Entry(legend_x, scene.prefs.graph2d.legend.pos) * page_width;
+    if (scene.prefs.graph2d.legend.pos != legend_in_right) return x;
     float longest = 0;
-    for (int row = 1; row <= n; ++row) longest = std::max(longest, g.Text_Width(Trim(session.store.Info(row).file_name)));
-    const Plot_State& plot = session.plot;
-    const float inside = plot.zone_x2 * page_width - frame_gap - symbol_room - longest;
-    return std::min(x, std::max(inside, plot.zone_x1 * page_width + page_edge));
+    for (int row = 1; row <= n; ++row) longest = std::max(longest, g.Text_Width(Trim(scene.store.Info(row).file_name)));
+    const Plot_State& plot = scene.plot;
+    const float inside = plot.zone.x2 * page_width - frame_gap - symbol_room - longest;
+    return std::min(x, std::max(inside, plot.zone.x1 * page_width + page_edge));
 }
 
 // chi2 as a blank and eight columns with four decimals; stars where it does not fit.
@@ -70,37 +70,40 @@ std::string Chi2_Text(float chi2) { return IRealToString(chi2, "(1X,F8.4)"); }
 
 }  // namespace
 
-void Draw_Title(const Session& session, Graphics& g, int n) {
-    const Text_Prefs& prefs = session.prefs.graph2d.title;
+void Draw_Title(const Scene& scene, Graphics& g, int n) {
+    const Text_Prefs& prefs = scene.prefs.graph2d.title;
     g.IGrLineWidth(1);
     if (prefs.pos == no_text || n < 1) return;
     Select_Text(g, prefs);
     const char position = Entry(along_x, prefs.pos);
-    g.IPgTitle(Fit_Text(g, Title_Text(session, n), Room_Along_X(session.plot, position)), position);
+    g.IPgTitle(Fit_Text(g, Title_Text(scene, n), Room_Along_X(scene.plot.zone, position)), position);
 }
 
-void Draw_Scales(const Session& session, Graphics& g, const Plot_Window& window) {
-    const Graph2D_Prefs& prefs = session.prefs.graph2d;
+void Draw_Scales(const Scene& scene, Graphics& g, const View& window) {
+    const Graph2D_Prefs& prefs = scene.prefs.graph2d;
     Select_Text(g, prefs.yscale);
     g.IPgYScale("TN", window.x1);
-    if (session.store.prf_loaded && session.prefs.prf.hide_negative) Hide_Negative_Numbers(session.plot, prefs, g, window);
+    if (scene.store.prf_loaded && scene.prefs.prf.hide_negative) Hide_Negative_Numbers(scene.plot, prefs, g, window);
     Select_Text(g, prefs.xscale);
     g.IPgXScale("TN", window.y1);
 }
 
-void Draw_Axis_Labels(Session& session, Graphics& g) {
-    const Graph2D_Prefs& prefs = session.prefs.graph2d;
-    Plot_State& plot = session.plot;
+std::string Y_Title(const Scene& scene) {
+    const bool own_title = scene.prefs.graph2d.ylabel.pos != no_text && scene.store.nperfiles() > 0 && !scene.store.prf_loaded;
+    const std::string_view own = own_title ? Trim(scene.store.Pattern(1).legend_y) : std::string_view();
+    return own.empty() ? scene.plot.ylabel_text : std::string(own);
+}
+
+void Draw_Axis_Labels(const Scene& scene, Graphics& g, std::string_view y_title) {
+    const Graph2D_Prefs& prefs = scene.prefs.graph2d;
     if (prefs.ylabel.pos != no_text) {
-        const std::string_view own = session.store.nperfiles() > 0 ? Trim(session.store.Pattern(1).legend_y) : std::string_view();
-        if (!own.empty() && !session.store.prf_loaded) plot.ylabel_text = own;
         Select_Text(g, prefs.ylabel);
-        g.IPgYLabelLeft(Trim(plot.ylabel_text), Entry(along_y, prefs.ylabel.pos));
+        g.IPgYLabelLeft(Trim(y_title), Entry(along_y, prefs.ylabel.pos));
     }
     if (prefs.xlabel.pos != no_text) {
         Select_Text(g, prefs.xlabel);
         const char position = Entry(along_x, prefs.xlabel.pos);
-        g.IPgXLabel(Fit_Text(g, Trim(plot.xlabel_text), Room_Along_X(plot, position)), position);
+        g.IPgXLabel(Fit_Text(g, Trim(scene.plot.xlabel_text), Room_Along_X(scene.plot.zone, position)), position);
     }
 }
 
@@ -109,10 +112,10 @@ void Draw_Target(const Plot_State& plot, Graphics& g) {
     g.IGrLineWidth(1);
     g.IGrFillPattern(fill_outline);
     g.IGrColour("Black");
-    g.IGrMoveTo(0.5f * w, plot.zone_y1 * h);
-    g.IGrLineTo(0.5f * w, plot.zone_y2 * h);
-    g.IGrMoveTo(plot.zone_x1 * w, 0.5f * h);
-    g.IGrLineTo(plot.zone_x2 * w, 0.5f * h);
+    g.IGrMoveTo(0.5f * w, plot.zone.y1 * h);
+    g.IGrLineTo(0.5f * w, plot.zone.y2 * h);
+    g.IGrMoveTo(plot.zone.x1 * w, 0.5f * h);
+    g.IGrLineTo(plot.zone.x2 * w, 0.5f * h);
     g.IGrRectangle(500, 320, 700, 480);
     g.IGrRectangle(400, 240, 800, 560);
 }
@@ -124,20 +127,20 @@ void Draw_Frame(Graphics& g) {
     g.IGrLineWidth(1);
 }
 
-void Draw_Legend(const Session& session, Graphics& g, int n) {
-    const Text_Prefs& prefs = session.prefs.graph2d.legend;
-    if (prefs.pos == no_text || session.store.nperfiles() > legend_profiles) return;
+void Draw_Legend(const Scene& scene, Graphics& g, int n) {
+    const Text_Prefs& prefs = scene.prefs.graph2d.legend;
+    if (prefs.pos == no_text || scene.store.nperfiles() > legend_profiles) return;
     Select_Font(g, prefs);
-    const float x = Legend_X(session, g, n);
+    const float x = Legend_X(scene, g, n);
     const float room = page_width - page_edge - x - symbol_room;
     for (int row = 1; row <= n; ++row) {
-        const ProfileStyle& style = session.prefs.Style_Of_Row(row);
-        const PRF_Info_Add_Type& info = session.store.Info(row);
+        const ProfileStyle& style = scene.prefs.Style_Of_Row(row);
+        const PRF_Info_Add_Type& info = scene.store.Info(row);
         const auto line_y = [](int line) { return (legend_top - legend_step * static_cast<float>(line)) * page_height; };
         g.IPgStyle(1, {style.line_style, fill_solid, style.line_colour, style.marker_colour, Marker_Glyph(style.marker_type)});
         g.IGrColourN(style.line_colour);
         g.IPgKey(x, line_y(row - 1), 1, Fit_Text(g, Trim(info.file_name), room));
-        if (session.store.prf_loaded && info.chi2 > least_chi2) g.IGrCharOut(x, line_y(row), Chi2_Text(info.chi2));
+        if (scene.store.prf_loaded && info.chi2 > least_chi2) g.IGrCharOut(x, line_y(row), Chi2_Text(info.chi2));
     }
 }
 

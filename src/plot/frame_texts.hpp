@@ -1,17 +1,18 @@
 // What stands around the curves of a 2D graph: title, scales, axis labels, target, frame and legend. Page units are in force.
 #pragma once
 
-#include "plot/window_of_plot.hpp"
-#include "session/session.hpp"
-#include "toolkit/graphics.hpp"
+#include "plot/plot.hpp"
 
 namespace vntl {
 
-void Draw_Title(const Session&, Graphics&, int n);
-void Draw_Scales(const Session&, Graphics&, const Plot_Window&);  // with the numbers under zero of a refined profile hidden
-void Draw_Axis_Labels(Session&, Graphics&);                       // row 1 may give the y axis its label
+void Draw_Title(const Scene&, Graphics&, int n);
+void Draw_Scales(const Scene&, Graphics&, const View& window);  // with the numbers under zero of a refined profile hidden
+void Draw_Axis_Labels(const Scene&, Graphics&, std::string_view y_title);
 void Draw_Target(const Plot_State&, Graphics&);
 void Draw_Frame(Graphics&);
-void Draw_Legend(const Session&, Graphics&, int n);
+void Draw_Legend(const Scene&, Graphics&, int n);
+
+// That of the plot, unless row 1 brings its own; a refined profile keeps the plot's.
+std::string Y_Title(const Scene&);
 
 }  // namespace vntl

@@ -8,6 +8,7 @@
 #include <thread>
 #include <vector>
 
+#include "calc/log_value.hpp"
 #include "plot/curve_style.hpp"
 #include "plot/excluded.hpp"
 #include "plot/frame_texts.hpp"
@@ -29,16 +30,16 @@ void Page_Units(Graphics& g) {
     g.IGrUnits(0, 0, page_width, page_height);
 }
 
-void Draw_Page(const Session& session, Graphics& g) {
-    const Plot_State& plot = session.plot;
-    const Graph2D_Prefs& prefs = session.prefs.graph2d;
+void Draw_Page(const Scene& scene, Graphics& g) {
+    const Plot_State& plot = scene.plot;
+    const Graph2D_Prefs& prefs = scene.prefs.graph2d;
     Page_Units(g);
-    g.IPgArea(plot.zone_x1, plot.zone_y1, plot.zone_x2, plot.zone_y2);
+    g.IPgArea(plot.zone.x1, plot.zone.y1, plot.zone.x2, plot.zone.y2);
     g.IGrPaletteBack(prefs.frame_background);
     g.IGrClear();
     g.IGrFillPattern(fill_solid);
     g.IGrColourN(prefs.frame_foreground);
-    g.IGrRectangle(plot.zone_x1 * page_width, plot.zone_y1 * page_height, plot.zone_x2 * page_width, plot.zone_y2 * page_height);
+    g.IGrRectangle(plot.zone.x1 * page_width, plot.zone.y1 * page_height, plot.zone.x2 * page_width, plot.zone.y2 * page_height);
 }
 
 void Draw_Markers(Graphics& g, Values x, Values y, const Curve_Style& style) {
@@ -58,16 +59,16 @@ void Draw_Line(Graphics& g, Values x, Values y, const Curve_Style& style) {
 // Draws one row. The arrays of its pattern are looked at in place; only logarithms and differences need arrays of their own.
 class Row_Drawing {
 public:
-    Row_Drawing(const Session& session, Graphics& g, int row, const Plot_Window& window, bool log)
-        : session_(session),
+    Row_Drawing(const Scene& scene, Graphics& g, int row, const View& window, bool log)
+        : scene_(scene),
           g_(g),
-          pattern_(session.store.Pattern(row)),
-          info_(session.store.Info(row)),
+          pattern_(scene.store.Pattern(row)),
+          info_(scene.store.Info(row)),
           window_(window),
           log_(log),
-          style_(Style_Of(session.prefs.Style_Of_Row(row))),
+          style_(Style_Of(scene.prefs.Style_Of_Row(row))),
           points_(std::min({pattern_.x.size(), pattern_.y.size(), static_cast<std::size_t>(std::max(pattern_.npts, 0))})) {
-        const int size = session.prefs.Style_Of_Row(row).marker_size;
+        const int size = scene.prefs.Style_Of_Row(row).marker_size;
         g_.WGrTextFont(marker_font, 0, Char_Width(size), Char_Height(size));
     }
 
@@ -83,19 +84,19 @@ public:
             Draw_Line(g_, X(), y, style_);
     }
 
-    void Draw_Calculated() { Draw_Array(pattern_.ycalc, Ycalc_Style(session_.prefs.prf)); }
-    void Draw_Background() { Draw_Array(pattern_.bgr, Ydif_Style(session_.prefs.prf)); }
+    void Draw_Calculated() { Draw_Array(pattern_.ycalc, Ycalc_Style(scene_.prefs.prf)); }
+    void Draw_Background() { Draw_Array(pattern_.bgr, Ydif_Style(scene_.prefs.prf)); }
 
     void Draw_Difference() {
         if (pattern_.ycalc.size() < points_) return;
         std::vector<float> difference(points_);
         for (std::size_t i = 0; i < points_; ++i) difference[i] = pattern_.y[i] - pattern_.ycalc[i];
-        Draw_Line(g_, X(), difference, Ydif_Style(session_.prefs.prf));
+        Draw_Line(g_, X(), difference, Ydif_Style(scene_.prefs.prf));
     }
 
     // In the linear intensity, in the logarithmic form too.
     void Draw_Excluded() {
-        const Curve_Style style = style_.In_Colour(session_.prefs.prf.excl_colour);
+        const Curve_Style style = style_.In_Colour(scene_.prefs.prf.excl_colour);
         for (const Excluded_Stretch& stretch : Excluded_Stretches(info_, X(), window_)) {
             const Values x = X().subspan(stretch.first, stretch.count);
             const Values y = Values(pattern_.y).subspan(stretch.first, stretch.count);
@@ -106,7 +107,7 @@ public:
 
 private:
     Values X() const { return Values(pattern_.x).first(points_); }
-    bool Mono() const { return info_.kind == "MONO"; }
+    bool Mono() const { return info_.kind == Row_Kind::mono; }
 
     Values Scaled(const std::vector<float>& array, std::vector<float>& logarithms) const {
         const Values values = Values(array).first(points_);
@@ -130,36 +131,36 @@ private:
         g_.IPgErrorBars(X(), Values(pattern_.y).first(points_), deviation);
     }
 
-    const Session& session_;
+    const Scene& scene_;
     Graphics& g_;
     const Diffraction_Pattern_Type& pattern_;
     const PRF_Info_Add_Type& info_;
-    const Plot_Window& window_;
+    const View& window_;
     bool log_;
     Curve_Style style_;
     std::size_t points_;
 };
 
-void Draw_Row(const Session& session, Graphics& g, int row, const Plot_Window& window, bool log) {
-    const Profile_Store& store = session.store;
+void Draw_Row(const Scene& scene, Graphics& g, int row, const View& window, bool log) {
+    const Profile_Store& store = scene.store;
     const auto flag = static_cast<std::size_t>(row - 1);
-    Row_Drawing drawing(session, g, row, window, log);
+    Row_Drawing drawing(scene, g, row, window, log);
     if (drawing.Empty()) return;
     drawing.Draw_Observed();
     if (store.show_ycalc_of[flag]) drawing.Draw_Calculated();
     if (store.show_bgr_of[flag]) drawing.Draw_Background();
     if (store.show_ycalc_of[flag]) drawing.Draw_Difference();
-    if (session.prefs.prf.excl_show) drawing.Draw_Excluded();
+    if (scene.prefs.prf.excl_show) drawing.Draw_Excluded();
 }
 
 // The rows one after another. A plot of many points is drawn by a thread for each half of the picture, which comes out the same.
-void Draw_Rows(const Session& session, Graphics& g, int n, const Plot_Window& window, bool log) {
+void Draw_Rows(const Scene& scene, Graphics& g, int n, const View& window, bool log) {
     constexpr long long many_points = 200'000;
     long long points = 0;
-    for (int row = 1; row <= n; ++row) points += session.store.Pattern(row).npts;
-    const auto draw = [&session, &window, n, log](Graphics& part) {
+    for (int row = 1; row <= n; ++row) points += scene.store.Pattern(row).npts;
+    const auto draw = [&scene, &window, n, log](Graphics& part) {
         for (int row = 1; row <= n; ++row)
-            if (session.store.shown(row)) Draw_Row(session, part, row, window, log);
+            if (scene.store.shown(row)) Draw_Row(scene, part, row, window, log);
     };
     const auto bands = points < many_points ? std::vector<std::unique_ptr<Device>>() : g.device().Bands();
     if (bands.empty()) return draw(g);
@@ -169,29 +170,25 @@ void Draw_Rows(const Session& session, Graphics& g, int n, const Plot_Window& wi
 
 }  // namespace
 
-void plot_graph2d(Session& session, Graphics& g, int n, float x1, float x2, float y1, float y2, std::string_view mode) {
-    Plot_State& plot = session.plot;
-    const Plot_Window window{x1, x2, y1, y2};
-    n = std::clamp(n, 0, session.store.nperfiles());
-    plot.drawn_x1 = x1;
-    plot.drawn_x2 = x2;
-    plot.drawn_y1 = y1;
-    plot.drawn_y2 = y2;
-
-    Draw_Page(session, g);
+Drawn plot_graph2d(const Scene& scene, Graphics& g, int n, const View& window, bool log) {
+    const Profile_Store& store = scene.store;
+    n = std::clamp(n, 0, store.nperfiles());
+    Draw_Page(scene, g);
     if (window.Drawable()) {
-        g.IPgUnits(x1, y1, x2, y2);
-        Draw_Rows(session, g, n, window, mode == "log");
+        g.IPgUnits(window.x1, window.y1, window.x2, window.y2);
+        Draw_Rows(scene, g, n, window, log);
     }
-    Draw_Title(session, g, n);
-    if (window.Drawable()) Draw_Scales(session, g, window);
-    Draw_Axis_Labels(session, g);
-    const bool refined = session.store.prf_loaded && session.store.ProfilePRFactive >= 1 && session.store.ProfilePRFactive <= n;
-    if (refined && window.Drawable()) Draw_PRF_Overlay(session, g, window, mode == "log");
+    Draw_Title(scene, g, n);
+    if (window.Drawable()) Draw_Scales(scene, g, window);
+    std::string y_title = Y_Title(scene);
+    Draw_Axis_Labels(scene, g, y_title);
+    const bool refined = store.prf_loaded && store.ProfilePRFactive >= 1 && store.ProfilePRFactive <= n;
+    if (refined && window.Drawable()) Draw_PRF_Overlay(scene, g, window, log);
     Page_Units(g);
-    if (plot.show_target) Draw_Target(plot, g);
+    if (scene.plot.show_target) Draw_Target(scene.plot, g);
     Draw_Frame(g);
-    Draw_Legend(session, g, n);
+    Draw_Legend(scene, g, n);
+    return {window, std::move(y_title)};
 }
 
 }  // namespace vntl

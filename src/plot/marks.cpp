@@ -5,9 +5,8 @@
 #include <cmath>
 
 #include "base/text.hpp"
-#include "plot/bragg_rows.hpp"
 #include "plot/plot.hpp"
-#include "plot/window_of_plot.hpp"
+#include "session/bragg_rows.hpp"
 
 namespace vntl {
 
@@ -22,7 +21,7 @@ constexpr int first_background_points = 2;
 class Data_Units {
 public:
     Data_Units(const Plot_State& plot, Graphics& g) : g_(g) {
-        g_.IGrArea(plot.zone_x1, plot.zone_y1, plot.zone_x2, plot.zone_y2);
+        g_.IGrArea(plot.zone.x1, plot.zone.y1, plot.zone.x2, plot.zone.y2);
         g_.IGrUnits(plot.x_view_min, plot.y_view_min, plot.x_view_max, plot.y_view_max);
     }
     ~Data_Units() {
@@ -62,65 +61,65 @@ void Draw_Background_Line(Graphics& g, const std::vector<Background_Mark>& point
     g.IGrPolyLine(x, y);
 }
 
-void Draw_Peaks(const Session& session, Graphics& g) {
+void Draw_Peaks(const Scene& scene, Graphics& g) {
     g.IGrColour("Black");
     g.IGrLineWidth(2);
-    for (const Peak_Mark& peak : session.lists.peaks) Draw_Segment(g, peak.x, session.plot.y_view_min, peak.x, peak.y);
+    for (const Peak_Mark& peak : scene.lists.peaks) Draw_Segment(g, peak.x, scene.plot.y_view_min, peak.x, peak.y);
 }
 
-void Draw_Background(const Session& session, Graphics& g) {
-    const std::vector<Background_Mark>& points = session.lists.background;
+void Draw_Background(const Scene& scene, Graphics& g) {
+    const std::vector<Background_Mark>& points = scene.lists.background;
     if (points.size() < first_background_points) return;
     g.IGrLineWidth(2);
     Draw_Background_Line(g, points);
-    for (const Background_Mark& point : points) Draw_Dot(session.plot, g, point.x, point.y);
+    for (const Background_Mark& point : points) Draw_Dot(scene.plot, g, point.x, point.y);
 }
 
-void Draw_Reflections(const Session& session, Graphics& g) {
+void Draw_Reflections(const Scene& scene, Graphics& g) {
     g.IGrColourN(green);
     g.IGrLineWidth(1);
-    for (const Reflection_Mark& mark : session.lists.hklgen) Draw_Segment(g, mark.x, session.plot.y_view_min, mark.x, mark.y);
+    for (const Reflection_Mark& mark : scene.lists.hklgen) Draw_Segment(g, mark.x, scene.plot.y_view_min, mark.x, mark.y);
 }
 
 // A peak of the fit: its height over the background line, and its width at half height when that is set.
-void Draw_Fit_Peak(const Session& session, Graphics& g, const Fit_Peak_Mark& peak) {
-    const Fit_Marks& fit = session.lists.fit;
+void Draw_Fit_Peak(const Scene& scene, Graphics& g, const Fit_Peak_Mark& peak) {
+    const Fit_Marks& fit = scene.lists.fit;
     const float slope = fit.a2 == fit.a1 ? 0 : (fit.b2 - fit.b1) / (fit.a2 - fit.a1);
     const float intercept = fit.b1 - fit.a1 * slope;
-    Draw_Dot(session.plot, g, peak.x, peak.y);
+    Draw_Dot(scene.plot, g, peak.x, peak.y);
     g.IGrColourN(blue);
     Draw_Segment(g, peak.x, peak.y, peak.x, intercept + slope * peak.x);
     if (!peak.has_half) return;
     const float mirror = 2 * peak.x - peak.half_x;
-    Draw_Dot(session.plot, g, peak.half_x, peak.half_y);
-    Draw_Dot(session.plot, g, mirror, peak.half_y);
+    Draw_Dot(scene.plot, g, peak.half_x, peak.half_y);
+    Draw_Dot(scene.plot, g, mirror, peak.half_y);
     g.IGrColourN(blue);
     Draw_Segment(g, peak.half_x, peak.half_y, mirror, peak.half_y);
 }
 
-void Draw_Fit(const Session& session, Graphics& g) {
-    const Fit_Marks& fit = session.lists.fit;
+void Draw_Fit(const Scene& scene, Graphics& g) {
+    const Fit_Marks& fit = scene.lists.fit;
     if (fit.done || !fit.lower_set) return;
     g.IGrLineWidth(2);
-    Draw_Dot(session.plot, g, fit.a1, fit.b1);
+    Draw_Dot(scene.plot, g, fit.a1, fit.b1);
     if (!fit.upper_set) return;
-    for (const Background_Mark& point : session.lists.background) Draw_Dot(session.plot, g, point.x, point.y);
-    Draw_Background_Line(g, session.lists.background);
+    for (const Background_Mark& point : scene.lists.background) Draw_Dot(scene.plot, g, point.x, point.y);
+    Draw_Background_Line(g, scene.lists.background);
     const std::size_t peaks = std::min<std::size_t>(fit.peaks.size(), max_fit_peaks);
-    for (std::size_t i = 0; i < peaks; ++i) Draw_Fit_Peak(session, g, fit.peaks[i]);
+    for (std::size_t i = 0; i < peaks; ++i) Draw_Fit_Peak(scene, g, fit.peaks[i]);
 }
 
-void Draw_Refined_Pick(const Session& session, Graphics& g, std::size_t entry) {
-    const PRF_Info_Add_Type& info = session.store.Info(session.store.ProfilePRFactive);
+void Draw_Refined_Pick(const Scene& scene, Graphics& g, std::size_t entry) {
+    const PRF_Info_Add_Type& info = scene.store.Info(scene.store.ProfilePRFactive);
     if (entry >= info.refl_position.size() || entry >= info.refl_code.size()) return;
-    const Bragg_Row row = Bragg_Row_Of(session.plot.diff_band, info.nphases, info.refl_code[entry]);
-    const float x = info.refl_position[entry], base = session.plot.diff_base;
+    const Bragg_Row row = Bragg_Row_Of(scene.plot.diff_band, info.nphases, info.refl_code[entry]);
+    const float x = info.refl_position[entry], base = scene.plot.diff_base;
     Draw_Segment(g, x, base + row.top, x, base + row.bottom);
 }
 
-void Draw_Generated_Pick(const Session& session, Graphics& g, std::size_t entry) {
-    const std::vector<Reflection_Mark>& marks = session.lists.hklgen;
-    if (entry < marks.size()) Draw_Segment(g, marks[entry].x, session.plot.y_view_min, marks[entry].x, marks[entry].y);
+void Draw_Generated_Pick(const Scene& scene, Graphics& g, std::size_t entry) {
+    const std::vector<Reflection_Mark>& marks = scene.lists.hklgen;
+    if (entry < marks.size()) Draw_Segment(g, marks[entry].x, scene.plot.y_view_min, marks[entry].x, marks[entry].y);
 }
 
 // A side of the box, from `at`, `size` long: half the page back when it overruns the page, and never off the page.
@@ -131,36 +130,36 @@ float Keep_On_Page(float at, float size, float page) {
 
 }  // namespace
 
-void Draw_Marks(const Session& session, Graphics& g) {
-    if (session.plot.plot_type != "calculation" || !View_Of(session.plot).Drawable()) return;
-    const Data_Units units(session.plot, g);
-    switch (session.plot.ClickMode) {
-        case 1:
-            Draw_Fit(session, g);
+void Draw_Marks(const Scene& scene, Graphics& g) {
+    if (scene.plot.plot_type != Plot_Form::calculation || !scene.plot.Shown_View().Drawable()) return;
+    const Data_Units units(scene.plot, g);
+    switch (scene.plot.ClickMode) {
+        case Click_Mode::fit:
+            Draw_Fit(scene, g);
             break;
-        case 2:
-            Draw_Peaks(session, g);
+        case Click_Mode::peaks:
+            Draw_Peaks(scene, g);
             break;
-        case 3:
-            Draw_Background(session, g);
+        case Click_Mode::background:
+            Draw_Background(scene, g);
             break;
-        case 4:
-            Draw_Reflections(session, g);
+        case Click_Mode::reflections:
+            Draw_Reflections(scene, g);
             break;
-        default:
+        case Click_Mode::none:
             break;
     }
 }
 
-void Draw_Picks(const Session& session, Graphics& g, const std::vector<int>& entries, bool generated) {
-    if (!View_Of(session.plot).Drawable() || (!generated && session.store.ProfilePRFactive < 1)) return;
-    const Data_Units units(session.plot, g);
+void Draw_Picks(const Scene& scene, Graphics& g, const std::vector<int>& entries, bool generated) {
+    if (!scene.plot.Shown_View().Drawable() || (!generated && scene.store.ProfilePRFactive < 1)) return;
+    const Data_Units units(scene.plot, g);
     g.IGrLineWidth(3);
     g.IGrColourN(generated ? magenta : red);
     for (const int entry : entries) {
         if (entry < 1) continue;
         const auto index = static_cast<std::size_t>(entry - 1);
-        generated ? Draw_Generated_Pick(session, g, index) : Draw_Refined_Pick(session, g, index);
+        generated ? Draw_Generated_Pick(scene, g, index) : Draw_Refined_Pick(scene, g, index);
     }
 }
 

@@ -1,7 +1,4 @@
-// Every picture of the main window: what it shows follows from the session alone.
-//
-// `Plot_ReMake` starts a plot from scratch, `Plot_Redraw` draws the present form with the present window, `Plot_Repaint` puts the stored
-// bitmap back with the marks over it.
+// Every picture of a plot window: what it shows follows from a `Scene` alone.
 #pragma once
 
 #include <string>
@@ -14,32 +11,48 @@
 
 namespace vntl {
 
-// Ranges, plot form and menu states from the store, then the picture. A form that cannot be made from scratch returns to the 2D graph
-// first.
-void Plot_ReMake(Session&);
-void Plot_Redraw(Session&);
-void Plot_Repaint(Session&);
+// What a picture is drawn from: rows, the state of their plot, the lists of a calculation, preferences, and the program's name for the
+// empty screen. The main window shows the session's; another window may show rows and a state of its own.
+struct Scene {
+    const Profile_Store& store;
+    const Plot_State& plot;
+    const Calculation_Lists& lists;
+    const Preferences& prefs;
+    const Configuration& config;
+};
+inline Scene Scene_Of(const Session& s) { return {s.store, s.plot, s.lists, s.prefs, s.config}; }
 
-// The first half of Plot_ReMake: ranges, plot form and menu states, nothing drawn. An empty store changes nothing.
-void Plot_Ranges(Session&);
-void Set_Range_X(Session&);  // x_all_* and x_view_* from the rows
-void Focus_Plot(Session&);   // y window from the points inside the present x window; in "multi_log" in ln units
+// What drawing has found: the window that was drawn, and the title of its y axis, which row 1 may give.
+struct Drawn {
+    View window;
+    std::string y_title;
+};
 
-// The drawing itself, on any device. `mode` "log" selects the logarithmic form. Sets drawn_* of the plot state.
-void plot_graph2d(Session&, Graphics&, int n, float x1, float x2, float y1, float y2, std::string_view mode = {});
-void Plot_Welcome(const Session&, Graphics&);
+// The picture of the present `plot_type`, without the marks.
+Drawn Draw_Picture(const Scene&, Device&);
 
-// What is drawn for the present `plot_type`, without the marks; what a window, a file and a test look at.
-void Draw_Picture(Session&, Device&);
+// One 2D graph of the first `n` rows in a window; `log`: in logarithmic form.
+Drawn plot_graph2d(const Scene&, Graphics&, int n, const View& window, bool log = false);
+void Plot_Welcome(const Window_Prefs&, const Configuration&, Graphics&);
 
 // The marks of the form "calculation", drawn over the picture.
-void Draw_Marks(const Session&, Graphics&);
-void Draw_With_Marks(Session&, Device&);  // both: what a user sees, as a file or the clipboard takes it
+void Draw_Marks(const Scene&, Graphics&);
+void Draw_With_Marks(const Scene&, Device&);  // both: what a user sees, as a file or the clipboard takes it
 
 // Selected reflections of the refined profile (red) or of the generated list (magenta), over the picture. Entries count from 1.
-void Draw_Picks(const Session&, Graphics&, const std::vector<int>& entries, bool generated);
+void Draw_Picks(const Scene&, Graphics&, const std::vector<int>& entries, bool generated);
 
 // The read-out box at a page position, wide enough for its longest line: the first line is the lowest.
 void Draw_Readout_Box(Graphics&, float x, float y, const std::vector<std::string>& lines);
+
+// --- a window's picture on the screen: a bitmap, and the marks that lie over it ---------------------------------------------------
+
+Drawn Show_Picture(int window, const Scene&);  // draws the bitmap
+void Show_Marks(int window, const Scene&);     // marks of a calculation, reflections under the pointer, rubber shapes
+
+// The main window: from scratch, with ranges, form and menu states found anew; the present form with the present view; the marks alone.
+void Plot_ReMake(Session&);
+void Plot_Redraw(Session&);
+void Plot_Repaint(const Session&);
 
 }  // namespace vntl

@@ -6,9 +6,10 @@
 #include <array>
 
 #include "base/text.hpp"
-#include "plot/bragg_rows.hpp"
+#include "calc/log_value.hpp"
 #include "plot/curve_style.hpp"
 #include "plot/text_style.hpp"
+#include "session/bragg_rows.hpp"
 
 namespace vntl {
 
@@ -29,11 +30,11 @@ Colour Colour_Of_Pair(int pair) {
 
 class Overlay {
 public:
-    Overlay(const Session& session, Graphics& g, const Plot_Window& window, bool log)
-        : session_(session),
-          prefs_(session.prefs.prf),
-          pattern_(session.store.Pattern(session.store.ProfilePRFactive)),
-          info_(session.store.Info(session.store.ProfilePRFactive)),
+    Overlay(const Scene& scene, Graphics& g, const View& window, bool log)
+        : scene_(scene),
+          prefs_(scene.prefs.prf),
+          pattern_(scene.store.Pattern(scene.store.ProfilePRFactive)),
+          info_(scene.store.Info(scene.store.ProfilePRFactive)),
           g_(g),
           window_(window),
           log_(log),
@@ -55,7 +56,7 @@ public:
         std::vector<float> difference(points_);
         for (std::size_t i = 0; i < points_; ++i) difference[i] = observed[i] - calculated[i];
         if (!Mono()) Flatten_Excluded(difference);
-        for (float& d : difference) d += session_.plot.diff_base;
+        for (float& d : difference) d += scene_.plot.diff_base;
         if (Mono())
             Draw_Markers(difference, Ydif_Style(prefs_), prefs_.ydif_marker_size);
         else
@@ -75,9 +76,9 @@ public:
             const float x = info_.refl_position[j];
             if (!(x >= window_.x1 && x <= window_.x2)) continue;
             g_.IGrColourN(pairs ? Colour_Of_Pair(info_.refl_phase[j]) : magnetic_labels ? Colour_Of_Label(j) : prefs_.refl_colour);
-            const Bragg_Row row = Bragg_Row_Of(session_.plot.diff_band, info_.nphases, info_.refl_code[j]);
-            g_.IGrMoveTo(x, session_.plot.diff_base + row.top);
-            g_.IGrLineTo(x, session_.plot.diff_base + row.bottom);
+            const Bragg_Row row = Bragg_Row_Of(scene_.plot.diff_band, info_.nphases, info_.refl_code[j]);
+            g_.IGrMoveTo(x, scene_.plot.diff_base + row.top);
+            g_.IGrLineTo(x, scene_.plot.diff_base + row.bottom);
         }
     }
 
@@ -89,7 +90,7 @@ private:
         return Contains(info_.refl_label[j], "Nuc.+Mag.") ? nuclear_and_magnetic : magnetic;
     }
 
-    bool Mono() const { return info_.kind == "MONO"; }
+    bool Mono() const { return info_.kind == Row_Kind::mono; }
     std::span<const float> X() const { return std::span(pattern_.x).first(points_); }
 
     std::vector<float> Scaled(const std::vector<float>& array) const {
@@ -121,30 +122,30 @@ private:
         g_.IPgXYPairs(X(), y);
     }
 
-    const Session& session_;
+    const Scene& scene_;
     const PRF_Prefs& prefs_;
     const Diffraction_Pattern_Type& pattern_;
     const PRF_Info_Add_Type& info_;
     Graphics& g_;
-    const Plot_Window& window_;
+    const View& window_;
     bool log_;
     std::size_t points_;
 };
 
 }  // namespace
 
-void Draw_PRF_Overlay(const Session& session, Graphics& g, const Plot_Window& window, bool log) {
-    const Profile_Store& store = session.store;
-    Overlay overlay(session, g, window, log);
+void Draw_PRF_Overlay(const Scene& scene, Graphics& g, const View& window, bool log) {
+    const Profile_Store& store = scene.store;
+    Overlay overlay(scene, g, window, log);
     if (store.show_ycalc) overlay.Draw_Calculated();
     if (store.show_difference) overlay.Draw_Difference();
     if (store.show_background) overlay.Draw_Background();
 
-    const Plot_State& plot = session.plot;
-    g.IGrArea(plot.zone_x1, plot.zone_y1, plot.zone_x2, plot.zone_y2);
+    const Plot_State& plot = scene.plot;
+    g.IGrArea(plot.zone.x1, plot.zone.y1, plot.zone.x2, plot.zone.y2);
     g.IGrUnits(window.x1, window.y1, window.x2, window.y2);
     g.IGrLineType(0);
-    g.IGrLineWidth(static_cast<float>(std::clamp(session.prefs.prf.refl_pitch, 1, 5)));
+    g.IGrLineWidth(static_cast<float>(std::clamp(scene.prefs.prf.refl_pitch, 1, 5)));
     if (store.show_reflections) overlay.Draw_Reflections();
 }
 

@@ -2,12 +2,11 @@
 #pragma once
 
 #include "plot/plot.hpp"
-#include "plot/window_of_plot.hpp"
 
 namespace vntl {
 
 // Draws the overlay of row ProfilePRFactive in a window of a graph. `log`: the observed points are drawn as logarithms, and so are the
 // curves.
-void Draw_PRF_Overlay(const Session&, Graphics&, const Plot_Window& window, bool log);
+void Draw_PRF_Overlay(const Scene&, Graphics&, const View& window, bool log);
 
 }  // namespace vntl

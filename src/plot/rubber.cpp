@@ -28,8 +28,8 @@ void Segment(Graphics& g, double x0, double y0, double x1, double y1) {
     g.IGrLineTo(static_cast<float>(x1), static_cast<float>(y1));
 }
 
-void Upright(const Plot_State& plot, Graphics& g, double x) { Segment(g, x, plot.zone_y1 * page_height, x, plot.zone_y2 * page_height); }
-void Level(const Plot_State& plot, Graphics& g, double y) { Segment(g, plot.zone_x1 * page_width, y, plot.zone_x2 * page_width, y); }
+void Upright(const Plot_State& plot, Graphics& g, double x) { Segment(g, x, plot.zone.y1 * page_height, x, plot.zone.y2 * page_height); }
+void Level(const Plot_State& plot, Graphics& g, double y) { Segment(g, plot.zone.x1 * page_width, y, plot.zone.x2 * page_width, y); }
 
 void Draw_Shape(const Plot_State& plot, Graphics& g) {
     const Rubber_Shape& r = plot.rubber;
@@ -42,7 +42,7 @@ void Draw_Shape(const Plot_State& plot, Graphics& g) {
             On_Dark_Seam(g, yellow, 1, [&] { rectangle(r.x0, r.y0, r.x1, r.y1); });
             break;
         case Rubber_Kind::band: {
-            const double foot = plot.zone_y1 * page_height, top = plot.zone_y2 * page_height;
+            const double foot = plot.zone.y1 * page_height, top = plot.zone.y2 * page_height;
             On_Dark_Seam(g, yellow, 1, [&] { rectangle(r.x0, foot, r.x1, top); });
             g.IGrFillPattern(fill_hatched);
             rectangle(r.x0, foot, r.x1, top);
@@ -58,7 +58,7 @@ void Draw_Shape(const Plot_State& plot, Graphics& g) {
 void Draw_Pivot(const Plot_State& plot, Graphics& g) {
     g.IGrColour("Black");
     g.IGrLineWidth(2);
-    if (plot.MoveMode == scale_x_mode)
+    if (plot.MoveMode == Move_Mode::scale_x)
         Upright(plot, g, plot.Pivot_Place());
     else
         Level(plot, g, plot.Pivot_Place());
@@ -71,7 +71,7 @@ void Draw_Spectral_Lines(const Plot_State& plot, const Profile_Store& store, Gra
         const auto& [colour, wavelength] = lines[i];
         if (!plot.spectral.line[i] || !(conv[0] > 0)) continue;
         const std::optional<float> angle = Spectral_Angle(plot.spectral.at, wavelength / conv[0]);
-        if (!angle || *angle < plot.drawn_x1 || *angle > plot.drawn_x2) continue;
+        if (!angle || *angle < plot.drawn.x1 || *angle > plot.drawn.x2) continue;
         On_Dark_Seam(g, colour, 1, [&] { Upright(plot, g, plot.Page_At({*angle, 0}).x); });
     }
 }

@@ -1,10 +1,11 @@
-// The picture on the main window: a bitmap that is drawn once for each change of data or view, and an overlay of marks that changes
-// without touching it.
+// Pictures on their windows: a bitmap that is drawn once for each change of data or view, and an overlay of marks that changes without
+// touching it.
 #include <chrono>
 #include <utility>
 
 #include "plot/plot.hpp"
 #include "plot/rubber.hpp"
+#include "session/ranges.hpp"
 #include "toolkit/bitmap.hpp"
 #include "toolkit/window.hpp"
 
@@ -14,76 +15,101 @@ namespace {
 
 constexpr int width_info = 1, height_info = 2;
 
-bool Shows_Welcome(const Session& session) { return session.plot.plot_type == "none" || session.store.nperfiles() == 0; }
+bool Shows_Welcome(const Scene& scene) { return scene.plot.plot_type == Plot_Form::none || scene.store.nperfiles() == 0; }
 
-long long Shown_Points(const Session& session) {
-    if (Shows_Welcome(session)) return 0;
+long long Shown_Points(const Scene& scene) {
+    if (Shows_Welcome(scene)) return 0;
     long long points = 0;
-    for (int row = 1; row <= session.store.nperfiles(); ++row)
-        if (session.store.shown(row)) points += session.store.Pattern(row).npts;
+    for (int row = 1; row <= scene.store.nperfiles(); ++row)
+        if (scene.store.shown(row)) points += scene.store.Pattern(row).npts;
     return points;
 }
 
 // The reflections under the pointer, with a box that names them.
-void Draw_Hits(const Session& session, Graphics& g) {
-    const Reflection_Hits& hits = session.plot.hits;
+void Draw_Hits(const Scene& scene, Graphics& g) {
+    const Reflection_Hits& hits = scene.plot.hits;
     if (hits.entries.empty()) return;
-    Draw_Picks(session, g, hits.entries, hits.generated);
+    Draw_Picks(scene, g, hits.entries, hits.generated);
     std::vector<std::string> labels;
     for (const int entry : hits.entries) {
         const auto j = static_cast<std::size_t>(entry - 1);
-        labels.push_back(hits.generated ? session.lists.hklgen[j].label : session.store.Info(session.store.ProfilePRFactive).refl_label[j]);
+        labels.push_back(hits.generated ? scene.lists.hklgen[j].label : scene.store.Info(scene.store.ProfilePRFactive).refl_label[j]);
     }
     Draw_Readout_Box(g, static_cast<float>(hits.x), static_cast<float>(hits.y), labels);
 }
 
-// The marks are laid out for the window's own size, so that a dot keeps its shape.
-void Put_Marks(const Session& session) {
-    WindowSelect(main_window);
-    Recording_Device overlay(WInfoWindow(width_info), WInfoWindow(height_info));
-    Graphics marks(overlay);
-    Draw_Marks(session, marks);
-    Draw_Hits(session, marks);
-    Draw_Rubber(session.plot, session.store, marks);
-    WOverlayPut(overlay);
+// --- the forms -------------------------------------------------------------------------------------------------------------------
+
+Drawn Draw_Welcome(const Scene& scene, Graphics& g) {
+    Plot_Welcome(scene.prefs.window, scene.config, g);
+    return {scene.plot.drawn, scene.plot.ylabel_text};
 }
+Drawn Draw_Graph(const Scene& scene, Graphics& g) { return plot_graph2d(scene, g, scene.store.nperfiles(), scene.plot.Shown_View()); }
+Drawn Draw_Log_Graph(const Scene& scene, Graphics& g) {
+    return plot_graph2d(scene, g, scene.store.nperfiles(), scene.plot.Shown_View(), true);
+}
+
+struct Form_Picture {
+    Plot_Form form;
+    Drawn (*draw)(const Scene&, Graphics&);
+};
+constexpr Form_Picture form_pictures[] = {
+    {Plot_Form::none, Draw_Welcome},        {Plot_Form::single, Draw_Graph},      {Plot_Form::multi, Draw_Graph},
+    {Plot_Form::multi_log, Draw_Log_Graph}, {Plot_Form::calculation, Draw_Graph},
+};
 
 }  // namespace
 
-void Draw_Picture(Session& session, Device& device) {
+Drawn Draw_Picture(const Scene& scene, Device& device) {
     Graphics g(device);
-    const Plot_State& plot = session.plot;
-    if (Shows_Welcome(session)) return Plot_Welcome(session, g);
-    plot_graph2d(session, g, session.store.nperfiles(), plot.x_view_min, plot.x_view_max, plot.y_view_min, plot.y_view_max,
-                 plot.plot_type == "multi_log" ? "log" : "");
+    const Plot_Form form = Shows_Welcome(scene) ? Plot_Form::none : scene.plot.plot_type;
+    for (const Form_Picture& picture : form_pictures)
+        if (picture.form == form) return picture.draw(scene, g);
+    return Draw_Graph(scene, g);  // a form without a picture of its own
 }
 
-void Draw_With_Marks(Session& session, Device& device) {
-    Draw_Picture(session, device);
+void Draw_With_Marks(const Scene& scene, Device& device) {
+    Draw_Picture(scene, device);
     Graphics marks(device);
-    Draw_Marks(session, marks);
+    Draw_Marks(scene, marks);
+}
+
+Drawn Show_Picture(int window, const Scene& scene) {
+    WindowSelect(window);
+    Bitmap bitmap(WInfoWindow(width_info), WInfoWindow(height_info));
+    Drawn drawn = Draw_Picture(scene, bitmap.Drawing());
+    WBitmapPut(std::move(bitmap));
+    return drawn;
+}
+
+// The marks are laid out for the window's own size, so that a dot keeps its shape.
+void Show_Marks(int window, const Scene& scene) {
+    WindowSelect(window);
+    Recording_Device overlay(WInfoWindow(width_info), WInfoWindow(height_info));
+    Graphics marks(overlay);
+    Draw_Marks(scene, marks);
+    Draw_Hits(scene, marks);
+    Draw_Rubber(scene.plot, scene.store, marks);
+    WOverlayPut(overlay);
 }
 
 void Plot_ReMake(Session& session) {
-    if (session.store.nperfiles() > 0)
-        Plot_Ranges(session);
-    else if (session.plot.plot_type != "none")
-        Set_Menu_Empty(session);
+    Plot_Ranges(session);
     Plot_Redraw(session);
 }
 
 void Plot_Redraw(Session& session) {
-    session.plot.hits = {};  // they were reflections of the picture before
+    Plot_State& plot = session.plot;
+    plot.hits = {};  // they were reflections of the picture before
     const auto start = std::chrono::steady_clock::now();
-    WindowSelect(main_window);
-    Bitmap bitmap(WInfoWindow(width_info), WInfoWindow(height_info));
-    Draw_Picture(session, bitmap.Drawing());
-    WBitmapPut(std::move(bitmap));
-    session.plot.draw_ms = std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
-    session.plot.drawn_points = Shown_Points(session);
-    Put_Marks(session);
+    Drawn drawn = Show_Picture(main_window, Scene_Of(session));
+    plot.draw_ms = std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
+    plot.drawn_points = Shown_Points(Scene_Of(session));
+    plot.drawn = drawn.window;
+    plot.ylabel_text = std::move(drawn.y_title);
+    Show_Marks(main_window, Scene_Of(session));
 }
 
-void Plot_Repaint(Session& session) { Put_Marks(session); }
+void Plot_Repaint(const Session& session) { Show_Marks(main_window, Scene_Of(session)); }
 
 }  // namespace vntl

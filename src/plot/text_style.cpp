@@ -42,8 +42,8 @@ std::string Fit_Text(const Graphics& g, std::string_view text, float room) {
     return Elide_Middle(text, fits);
 }
 
-float Room_Along_X(const Plot_State& plot, char position) {
-    const float left = plot.zone_x1 * page_width, right = plot.zone_x2 * page_width;
+float Room_Along_X(const Plot_Zone& zone, char position) {
+    const float left = zone.x1 * page_width, right = zone.x2 * page_width;
     if (position == 'L') return page_width - left - page_margin;
     if (position == 'R') return right - page_margin;
     const float middle = 0.5f * (left + right);

@@ -25,6 +25,6 @@ void Select_Text(Graphics& g, const Text_Prefs& text);
 std::string Fit_Text(const Graphics& g, std::string_view text, float room);
 
 // Room for a text along the x axis, page units: placed 'L' at the left end of the zone, 'C' about its middle or 'R' at its right end.
-float Room_Along_X(const Plot_State& plot, char position);
+float Room_Along_X(const Plot_Zone& zone, char position);
 
 }  // namespace vntl

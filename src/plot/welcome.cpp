@@ -53,9 +53,7 @@ void Draw_Ornament(Graphics& g) {
 
 }  // namespace
 
-void Plot_Welcome(const Session& session, Graphics& g) {
-    const Window_Prefs& prefs = session.prefs.window;
-    const Configuration& config = session.config;
+void Plot_Welcome(const Window_Prefs& prefs, const Configuration& config, Graphics& g) {
     g.IGrArea(0, 0, 1, 1);
     g.IGrUnits(0, 0, page_width, page_height);
     g.IGrPaletteBack(prefs.colour_a);

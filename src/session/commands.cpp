@@ -27,6 +27,13 @@ bool Interface_State::Checked(int command) const {
     return found != commands.end() && found->second.checked;
 }
 
+void Interface_State::Label(int command, std::string text) {
+    std::string& label = labels[command];
+    if (label == text) return;
+    label = std::move(text);
+    ++revision;
+}
+
 void Interface_State::Status_Text(int part, std::string text) {
     if (part < 1 || part > status_parts) return;
     std::string& present = status[static_cast<std::size_t>(part - 1)];

@@ -8,6 +8,9 @@
 #include <string>
 #include <string_view>
 
+#include "session/command_ids.hpp"
+#include "session/plot_form.hpp"
+
 namespace vntl {
 
 struct Session;
@@ -20,21 +23,16 @@ struct Command_State {
 enum class Cursor_Shape { arrow = 0, cross = 3, hand = 6 };
 
 inline constexpr int status_parts = 5;
-inline constexpr int target_command = 40111;  // "View target at centre"
-inline constexpr int drag_command = 40105, drag_end_command = 40113;
-inline constexpr int exclude_command = 40110;
-inline constexpr int lines_menu_command = 40215, lines_on_command = 40220, lines_off_command = 40221;
-inline constexpr int copy_picture_command = 40501, copy_text_command = 40502;
-inline constexpr int view_back_command = 40503, view_forward_command = 40504;
-inline constexpr std::array<int, 5> recent_file_commands = {40038, 40067, 40068, 40069, 40070};
+inline constexpr std::array<int, 5> recent_file_commands = {command::recent_1, command::recent_2, command::recent_3, command::recent_4,
+                                                            command::recent_5};
 
 // States before the first file: what needs a pattern or a running calculation is disabled.
 std::map<int, Command_State> Commands_At_Start();
 
 struct Interface_State {
     std::map<int, Command_State> commands = Commands_At_Start();  // commands without an entry are enabled and unchecked
-    std::array<std::string, 5> recent_labels;
-    std::array<int, 2> toolbars{30101, 0};  // table on the first and on the second bar, 0 none
+    std::map<int, std::string> labels;                            // of commands whose label is not that of the menu
+    std::array<int, 2> toolbars{30101, 0};                        // table on the first and on the second bar, 0 none
     bool want_mouse_down = false, want_mouse_up = false, want_mouse_move = false;
     Cursor_Shape cursor = Cursor_Shape::arrow;
     std::array<std::string, status_parts> status{{"", "", "", "", "none"}};  // the last part shows the plot form
@@ -44,11 +42,12 @@ struct Interface_State {
     void Check(int command, bool on);
     bool Enabled(int command) const;
     bool Checked(int command) const;
+    void Label(int command, std::string text);
     void Status_Text(int part, std::string text);  // part 1 to 5
 };
 
 // The one place that changes the plot form: stores it and shows it in part 5 of the status bar.
-void Set_Plot_Type(Session&, std::string_view plot_type);
+void Set_Plot_Type(Session&, Plot_Form form);
 
 // Each sets `plot_type`, `MoveMode` 0, toolbars, enabled commands, wanted messages and the cursor of a plot form.
 void Set_Menu_Empty(Session&);
@@ -58,6 +57,6 @@ void Set_Menu_Contour(Session&);
 void Set_Menu_Contour_Log(Session&);
 void Set_Menu_3D(Session&);
 void Set_Menu_3D_Surface(Session&);
-void Set_Calculation_Mode(Session&, int mode);  // mode 0 to 4; the form becomes "calculation"
+void Set_Calculation_Mode(Session&, Click_Mode mode);  // the form becomes "calculation"
 
 }  // namespace vntl

@@ -79,15 +79,6 @@ constexpr Cell cells[] = {
 constexpr std::string_view unknown_space = "Vantrelo in unknown xspace : {X}";
 constexpr std::string_view unknown_space_to_q = "Vantrelo in unknown xspace  : {X}";
 
-struct Target {
-    std::string_view name;
-    Space_Kind kind;
-};
-constexpr Target targets[] = {
-    {"2theta", Space_Kind::two_theta}, {"TOF", Space_Kind::tof},   {"d-space", Space_Kind::d},
-    {"q-space", Space_Kind::q},        {"s-space", Space_Kind::s},
-};
-
 // --- the constants of the rows -------------------------------------------------------------------------------------------------
 
 struct Constants_Texts {
@@ -190,17 +181,16 @@ std::string Constants_Refusal(Constants_Kind kind, std::string_view file_name) {
     return std::string(Texts(kind).file) + std::string(Trim(file_name)) + "\nOperation cancelled.";
 }
 
-Status Convert_Xspace(Session& session, Ask& ask, std::string_view target) {
+Status Convert_Xspace(Session& session, Ask& ask, X_Space target) {
     Profile_Store& store = session.store;
-    const std::string_view present = Trim(session.plot.xspace);
-    if (Contains(target, present)) return Status::Fail("Same xspace...");
-    if ((target == "2theta" || target == "TOF") && store.mixed_scat_var) return Status::Fail(mixed_scat_var_text);
+    const X_Space present = session.plot.xspace;
+    if (target == present) return Status::Fail("Same xspace...");
+    if ((target == X_Space::two_theta || target == X_Space::tof) && store.mixed_scat_var) return Status::Fail(mixed_scat_var_text);
 
-    const Target* to = std::find_if(std::begin(targets), std::end(targets), [target](const Target& t) { return t.name == target; });
-    if (to == std::end(targets)) return Status::Fail("Unknown Xspace target");
-    const Space* space = Find_Space(present);
-    const X_Chain chain = Chain_Between(space, to->kind);
-    if (!chain.refusal.empty()) return Status::Fail(Replace_All(chain.refusal, "{X}", present));
+    const Space* to = Find_Space(target);
+    if (to == nullptr || to->kind > Space_Kind::s || target == X_Space::d_spacing) return Status::Fail("Unknown Xspace target");
+    const X_Chain chain = Chain_Between(Find_Space(present), to->kind);
+    if (!chain.refusal.empty()) return Status::Fail(Replace_All(chain.refusal, "{X}", Told(present)));
 
     if (chain.constants)
         if (Status status = Complete_Constants(store, ask, *chain.constants); status.failed) return status;
@@ -210,7 +200,7 @@ Status Convert_Xspace(Session& session, Ask& ask, std::string_view target) {
 
     for (int row = 1; row <= store.nperfiles(); ++row) Convert_Marks(chain.steps, store.Pattern(row).conv, store.Info(row), ask);
     Convert_All_Points(chain.steps, store);
-    Set_Xspace(session, target);
+    Set_Xspace(session, Told(target));
     return Status::Done();
 }
 

@@ -80,7 +80,7 @@ Load_Result Load_Row(Session& session, Ask& ask, const std::string& path, const 
     info.file_name = name;
     info.directory = Directory_Part(full_path, session.config.sep);
     info.format = format;
-    info.kind = rietveld ? "RIETV" : "DATA";
+    info.kind = rietveld ? Row_Kind::rietv : Row_Kind::data;
 
     Status status = Check_Load_Xspace(session, ask, pattern, name);
     if (status.failed) {
@@ -101,8 +101,7 @@ void Finish_Load(Session& session, int rows_before) {
     Profile_Store& store = session.store;
     const int rows = store.nperfiles();
     if (rows <= rows_before) return;
-    const std::string& kind = store.Info(rows).kind;
-    const bool refined = kind == "PRF" || kind == "MONO";  // keeps all that it has, whatever its row
+    const bool refined = Is_Refined(store.Info(rows).kind);  // keeps all that it has, whatever its row
     if (!refined) Purge_Pattern(store.Pattern(rows), rows <= profiles_with_optional_arrays ? "RIETV" : "DATA");
     store.profiles_uniform = rows_before == 0 && rows > 1;
 }

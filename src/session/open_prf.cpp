@@ -21,7 +21,7 @@ constexpr std::string_view overwrite_title = "Warning";
 // The row with a refined profile, 0 without one. Between two files of one command `ProfilePRFactive` does not know of it yet.
 int Refined_Row(const Profile_Store& store) {
     for (int row = 1; row <= store.nperfiles(); ++row)
-        if (const std::string& kind = store.Info(row).kind; kind == "PRF" || kind == "MONO") return row;
+        if (Is_Refined(store.Info(row).kind)) return row;
     return 0;
 }
 
@@ -51,9 +51,9 @@ Status Join_Present(Session& session, Ask& ask, Diffraction_Pattern_Type& patter
 // A profile that was brought to another scale has no titles of its own for it.
 void Name_Axes(Session& session, const Diffraction_Pattern_Type& pattern, bool converted) {
     if (converted)
-        Set_Xspace(session, std::string(session.plot.xspace), "PRF");
+        Set_Xspace(session, Told(session.plot.xspace), true);
     else
-        Set_Xspace(session, pattern.scat_var, "PRF", pattern.legend_x, pattern.legend_y);
+        Set_Xspace(session, pattern.scat_var, true, pattern.legend_x, pattern.legend_y);
 }
 
 }  // namespace

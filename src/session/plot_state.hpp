@@ -8,11 +8,10 @@
 #include <vector>
 
 #include "base/page.hpp"
+#include "session/plot_form.hpp"
+#include "session/x_space.hpp"
 
 namespace vntl {
-
-// Values of `MoveMode`.
-inline constexpr int drag_mode = 1, exclude_mode = 2, align_mode = 3, scale_y_mode = 4, scale_x_mode = 5;
 
 // What the user is drawing over the plot.
 enum class Rubber_Kind {
@@ -51,10 +50,20 @@ struct Spectral_Lines {
     float at = 0;  // 2theta of the pointer
 };
 
+// Where the plot box stands on the page, fractions of it.
+struct Plot_Zone {
+    float x1 = 0.15f, y1 = 0.15f, x2 = 0.85f, y2 = 0.85f;
+};
+
 // A window on the data.
 struct View {
     float x1 = 0, x2 = 0, y1 = 0, y2 = 0;
     bool operator==(const View&) const = default;
+
+    // Two different finite ends on both axes: only then is there a map from data to the page.
+    bool Drawable() const {
+        return std::isfinite(x1) && std::isfinite(x2) && std::isfinite(y1) && std::isfinite(y2) && x1 != x2 && y1 != y2;
+    }
 };
 
 // The plot in the user's hand.
@@ -73,32 +82,26 @@ struct View_History {
 };
 
 struct Plot_State {
-    std::string plot_type = "none";  // "none", "single", "multi", "multi_log", "calculation", "graph2dcontour", ...
-    int MoveMode = 0;                // what a mouse drag means
-    int ClickMode = 0;               // in "calculation": 0 nothing, 1 fit, 2 peaks, 3 background, 4 reflections
+    Plot_Form plot_type = Plot_Form::none;
+    Move_Mode MoveMode = Move_Mode::none;
+    Click_Mode ClickMode = Click_Mode::none;
     bool log_scale = false;
     bool show_target = false;  // "View target at centre"
-    bool d2_mode = false;      // the 2D viewer is open
-    bool qv_open = false;      // Quick View is open
-    bool numor_raw = false;
     bool peak_insert = false, peak_delete = false, bgr_insert = false, bgr_delete = false;
 
-    std::string xspace = "----";  // present x space: "2theta", "TOF", "d-space", "q-space", "s-space", ...
+    X_Space xspace = X_Space::none;  // of all rows
     std::string xlabel_text, ylabel_text;
 
-    // Plot zone, fractions of the page.
-    float zone_x1 = 0.15f, zone_y1 = 0.15f, zone_x2 = 0.85f, zone_y2 = 0.85f;
+    Plot_Zone zone;
 
     float x_all_min = 0, x_all_max = 0, y_all_min = 0, y_all_max = 0;      // range over all rows
     float x_view_min = 0, x_view_max = 0, y_view_min = 0, y_view_max = 0;  // visible window; y in ln units in "multi_log"
-    float drawn_x1 = 0, drawn_x2 = 0, drawn_y1 = 0, drawn_y2 = 0;          // the window drawn last
+    View drawn;                                                            // the window drawn last
 
     float y_prf_bottom = 0;  // lowest y of a plot with a refined profile
     float diff_base = 0;     // y on which its difference curve stands
     float diff_band = 0;     // height of the band in which its reflections are drawn
-    int first_pattern = 0, last_pattern = 0;
 
-    float shift_x = 0, shift_y = 0;  // stored shift values
     Rubber_Shape rubber;
     Row_Move row_move;
     Reflection_Hits hits;
@@ -114,21 +117,21 @@ struct Plot_State {
         double x, y;
     };
     Place Data_At(Place page) const {
-        const double fx = (page.x / page_width - zone_x1) / (static_cast<double>(zone_x2) - zone_x1);
-        const double fy = (page.y / page_height - zone_y1) / (static_cast<double>(zone_y2) - zone_y1);
-        return {drawn_x1 + fx * (static_cast<double>(drawn_x2) - drawn_x1), drawn_y1 + fy * (static_cast<double>(drawn_y2) - drawn_y1)};
+        const double fx = (page.x / page_width - zone.x1) / (static_cast<double>(zone.x2) - zone.x1);
+        const double fy = (page.y / page_height - zone.y1) / (static_cast<double>(zone.y2) - zone.y1);
+        return {drawn.x1 + fx * (static_cast<double>(drawn.x2) - drawn.x1), drawn.y1 + fy * (static_cast<double>(drawn.y2) - drawn.y1)};
     }
     Place Page_At(Place data) const {
-        const double fx = (data.x - drawn_x1) / (static_cast<double>(drawn_x2) - drawn_x1);
-        const double fy = (data.y - drawn_y1) / (static_cast<double>(drawn_y2) - drawn_y1);
-        return {page_width * (zone_x1 + fx * (static_cast<double>(zone_x2) - zone_x1)),
-                page_height * (zone_y1 + fy * (static_cast<double>(zone_y2) - zone_y1))};
+        const double fx = (data.x - drawn.x1) / (static_cast<double>(drawn.x2) - drawn.x1);
+        const double fy = (data.y - drawn.y1) / (static_cast<double>(drawn.y2) - drawn.y1);
+        return {page_width * (zone.x1 + fx * (static_cast<double>(zone.x2) - zone.x1)),
+                page_height * (zone.y1 + fy * (static_cast<double>(zone.y2) - zone.y1))};
     }
 
     // Page units of the pivot on the axis that is scaled.
     double Pivot_Place() const {
         const double pivot = row_move.pivot;
-        return MoveMode == scale_x_mode ? Page_At({pivot, 0}).x : Page_At({0, pivot}).y;
+        return MoveMode == Move_Mode::scale_x ? Page_At({pivot, 0}).x : Page_At({0, pivot}).y;
     }
 
     View Shown_View() const { return {x_view_min, x_view_max, y_view_min, y_view_max}; }
@@ -141,7 +144,8 @@ struct Plot_State {
         return true;
     }
 
-    bool Is_2D() const { return plot_type == "single" || plot_type == "multi" || plot_type == "multi_log" || plot_type == "calculation"; }
+    bool Is_2D() const { return Row_Of(plot_type).is_2d; }
+    bool Is_Log() const { return plot_type == Plot_Form::multi_log; }
 };
 
 }  // namespace vntl

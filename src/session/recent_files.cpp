@@ -64,10 +64,9 @@ void MRU_Show(Session& session) {
         const auto i = static_cast<std::size_t>(slot - 1);
         const std::string& path = session.recent.Slot(slot);
         const bool filled = path != empty_slot;
-        menu.recent_labels[i] = std::to_string(slot) + ". " + (filled ? path : "<Empty>");
+        menu.Label(recent_file_commands[i], std::to_string(slot) + ". " + (filled ? path : "<Empty>"));
         menu.Enable(recent_file_commands[i], filled);
     }
-    ++menu.revision;
 }
 
 }  // namespace vntl

@@ -9,7 +9,6 @@
 #include "base/os.hpp"
 #include "base/text.hpp"
 #include "session/session.hpp"
-#include "session/xspace_vocabulary.hpp"
 
 namespace vntl {
 
@@ -65,17 +64,12 @@ Status Write_Found(const Session& session, const PKB_Type& found, const Found_Fi
     return Status::Fail(Opens(path) ? file.not_written : file.not_opened);
 }
 
-bool Is_Angle(std::string_view xspace) {
-    const Space* const space = Find_Space(xspace);
-    return space != nullptr && space->kind == Space_Kind::two_theta;
-}
-
 // Searches what is seen of row 1, and writes what is found, if anything is.
 Status Search_View(const Session& session, Search_Mode mode, PKB_Type& found) {
     if (session.store.nperfiles() == 0) return Status::Fail(no_row);
     const Plot_State& plot = session.plot;
     Search_Parameters parameters = session.search;
-    if (!Is_Angle(plot.xspace)) parameters.search_radiation = 1;
+    if (plot.xspace != X_Space::two_theta) parameters.search_radiation = 1;
     Status status = Search_Pattern(session.store.Pattern(1), plot.x_view_min, plot.x_view_max, mode, parameters, found);
     if (status.failed || found.np == 0) return status;
     return Write_Found(session, found, mode == Search_Mode::background ? background_file : peak_file);

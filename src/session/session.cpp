@@ -11,9 +11,8 @@ namespace vntl {
 namespace {
 
 // Commands whose check mark goes with the rows: the x spaces, the spectral lines and their menu.
-constexpr int checks_of_rows[] = {40042, 40043, 40017, 40089, 40081, lines_menu_command, 40216, 40217, 40218, 40219};
-constexpr std::string_view plot_forms[] = {
-    "none", "single", "multi", "multi_log", "calculation", "graph2dcontour", "graph2dcontour_log", "graph3d", "graph3dsurf"};
+constexpr int checks_of_rows[] = {command::to_two_theta, command::to_tof, command::to_d,   command::to_q,   command::to_s,
+                                  command::lines_menu,   command::line_1, command::line_2, command::line_3, command::line_4};
 
 template <class T>
 bool Length_Is_Or_None(const std::vector<T>& array, std::int32_t length) {
@@ -52,18 +51,15 @@ std::string Fault_Of_Store(const Profile_Store& store) {
 
 std::string Fault_Of_Plot(const Session& session) {
     const Plot_State& plot = session.plot;
-    const float numbers[] = {plot.x_all_min,  plot.x_all_max,  plot.y_all_min, plot.y_all_max,    plot.x_view_min, plot.x_view_max,
-                             plot.y_view_min, plot.y_view_max, plot.drawn_x1,  plot.drawn_x2,     plot.drawn_y1,   plot.drawn_y2,
-                             plot.shift_x,    plot.shift_y,    plot.diff_base, plot.y_prf_bottom, plot.diff_band};
+    const float numbers[] = {plot.x_all_min,  plot.x_all_max,  plot.y_all_min,  plot.y_all_max,    plot.x_view_min,
+                             plot.x_view_max, plot.y_view_min, plot.y_view_max, plot.drawn.x1,     plot.drawn.x2,
+                             plot.drawn.y1,   plot.drawn.y2,   plot.diff_base,  plot.y_prf_bottom, plot.diff_band};
     if (!std::all_of(std::begin(numbers), std::end(numbers), [](float v) { return std::isfinite(v); })) return "view not finite";
     if (plot.x_view_min > plot.x_view_max || plot.y_view_min > plot.y_view_max) return "view turned round";
-    if (std::find(std::begin(plot_forms), std::end(plot_forms), plot.plot_type) == std::end(plot_forms)) return "plot_type";
-    if (plot.MoveMode < 0 || plot.MoveMode > 5) return "MoveMode";
-    if (plot.ClickMode < 0 || plot.ClickMode > 4) return "ClickMode";
-    if (plot.ClickMode != 0 && plot.plot_type != "calculation") return "ClickMode outside a calculation";
+    if (plot.ClickMode != Click_Mode::none && plot.plot_type != Plot_Form::calculation) return "ClickMode outside a calculation";
     if ((plot.peak_insert && plot.peak_delete) || (plot.bgr_insert && plot.bgr_delete)) return "insertion and deletion together";
-    if ((session.store.nperfiles() == 0) != (plot.xspace == "----")) return "xspace " + plot.xspace;
-    if (session.store.nperfiles() == 0 && plot.plot_type != "none") return "plot form of an empty store";
+    if ((session.store.nperfiles() == 0) != (plot.xspace == X_Space::none)) return "xspace " + std::string(Told(plot.xspace));
+    if (session.store.nperfiles() == 0 && plot.plot_type != Plot_Form::none) return "plot form of an empty store";
     return {};
 }
 
@@ -93,7 +89,7 @@ void Reset_Profiles(Session& session) {
     session.plot = fresh;
 
     Interface_State& menu = session.interface;
-    menu.Check(target_command, false);
+    menu.Check(command::target, false);
     for (const int command : checks_of_rows) menu.Check(command, false);
     menu.Status_Text(3, "");
     menu.Status_Text(4, "");
@@ -109,7 +105,7 @@ void Write_Exit_Files(const Session& session) {
 Status Check_Invariants(const Session& session) {
     for (const std::string& fault : {Fault_Of_Store(session.store), Fault_Of_Plot(session), Fault_Of_Lists(session)})
         if (!fault.empty()) return Status::Fail(fault);
-    if (session.interface.status[status_parts - 1] != session.plot.plot_type) return Status::Fail("status bar without the plot form");
+    if (session.interface.status[status_parts - 1] != Told(session.plot.plot_type)) return Status::Fail("status bar without the plot form");
     return Status::Done();
 }
 

@@ -145,7 +145,7 @@ void Clear_Pattern(Diffraction_Pattern_Type& p) {
 void Clear_Prf_Info(PRF_Info_Add_Type& info) {
     info.file_name.clear();
     info.directory.clear();
-    info.kind.clear();
+    info.kind = Row_Kind::none;
     info.format.clear();
     info.nphases = info.nreflections = info.nexcl = 0;
     info.excl_min.fill(0);

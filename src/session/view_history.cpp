@@ -10,7 +10,7 @@ constexpr std::size_t most_views = 100;
 
 std::string Data_Shown(const Session& session) {
     const Plot_State& plot = session.plot;
-    return std::to_string(session.store.nperfiles()) + ' ' + plot.xspace + (plot.plot_type == "multi_log" ? " log " : " ") +
+    return std::to_string(session.store.nperfiles()) + ' ' + std::string(Told(plot.xspace)) + (plot.Is_Log() ? " log " : " ") +
            std::to_string(plot.x_all_min) + ' ' + std::to_string(plot.x_all_max);
 }
 
@@ -41,8 +41,8 @@ void Remember_View(Session& session, bool step) {
             history.merging = step;
         }
     }
-    session.interface.Enable(view_back_command, history.present > 0);
-    session.interface.Enable(view_forward_command, history.present + 1 < history.views.size());
+    session.interface.Enable(command::view_back, history.present > 0);
+    session.interface.Enable(command::view_forward, history.present + 1 < history.views.size());
 }
 
 bool View_Back(Session& session) {

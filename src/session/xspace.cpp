@@ -14,27 +14,24 @@
 namespace vntl {
 namespace {
 
-constexpr int to_2theta = 40042, to_tof = 40043, to_d = 40017, to_q = 40089, to_s = 40081;
-constexpr int change_wavelength = 40087, change_dtt = 40088;
-
 using Kind = Space_Kind;
 
 constexpr std::string_view intensity = "Intensity (arb. units)";
 constexpr Space vocabulary[] = {
-    {"2theta", Kind::two_theta, "2theta (deg)", intensity, to_2theta, change_wavelength},
-    {"TOF", Kind::tof, "TOF (µsec)", intensity, to_tof, change_dtt},
-    {"mono", Kind::mono, "sin(theta)/lambda", "Fcalc. - Fobs."},
-    {"d-space", Kind::d, "d-spacing (Å)", intensity, to_d},
-    {"d-spacing", Kind::d, "d-spacing (Å)", intensity, to_d},
-    {"q-space", Kind::q, "Q (Å-1)", intensity, to_q},
-    {"s-space", Kind::s, "s (Å-1)", intensity, to_s},
-    {"Lambda", Kind::general, "Lambda", "F(Lambda)"},
-    {"Energy", Kind::general, "Energy", "F(Energy)."},
-    {"Temperature", Kind::general, "Temperature", "F(Temperature)"},
-    {"Frequency", Kind::general, "Frequency", "F(Frequency)"},
-    {"Time", Kind::general, "Time", "F(time)"},
-    {"Distance", Kind::general, "Distance(R) (Angstroms)", "G(R)"},
-    {"r.l.u.", Kind::general, "r.l.u.", intensity},
+    {X_Space::two_theta, Kind::two_theta, "2theta (deg)", intensity, command::to_two_theta, command::change_wavelength},
+    {X_Space::tof, Kind::tof, "TOF (µsec)", intensity, command::to_tof, command::change_dtt},
+    {X_Space::mono, Kind::mono, "sin(theta)/lambda", "Fcalc. - Fobs."},
+    {X_Space::d_space, Kind::d, "d-spacing (Å)", intensity, command::to_d},
+    {X_Space::d_spacing, Kind::d, "d-spacing (Å)", intensity, command::to_d},
+    {X_Space::q_space, Kind::q, "Q (Å-1)", intensity, command::to_q},
+    {X_Space::s_space, Kind::s, "s (Å-1)", intensity, command::to_s},
+    {X_Space::lambda, Kind::general, "Lambda", "F(Lambda)"},
+    {X_Space::energy, Kind::general, "Energy", "F(Energy)."},
+    {X_Space::temperature, Kind::general, "Temperature", "F(Temperature)"},
+    {X_Space::frequency, Kind::general, "Frequency", "F(Frequency)"},
+    {X_Space::time, Kind::general, "Time", "F(time)"},
+    {X_Space::distance, Kind::general, "Distance(R) (Angstroms)", "G(R)"},
+    {X_Space::rlu, Kind::general, "r.l.u.", intensity},
 };
 
 // What a file of one kind meets in a present space of another: an empty text accepts it, and brings it there. "{K}" stands for the present
@@ -107,7 +104,7 @@ Status Join_Empty(Session& session, const Diffraction_Pattern_Type& pattern, std
             if (Trim(pattern.legend_x).empty())
                 Set_Xspace(session, scat_var);
             else
-                Set_Xspace(session, scat_var, {}, pattern.legend_x, pattern.legend_y);
+                Set_Xspace(session, scat_var, false, pattern.legend_x, pattern.legend_y);
     }
     return Status::Done();
 }
@@ -137,48 +134,54 @@ double Spacing_Of_Time(double t, const X_Constants& conv) {
 
 const Space* Find_Space(std::string_view text) {
     for (const Space& space : vocabulary)
-        if (Contains(text, space.word)) return &space;
+        if (Contains(text, space.Word())) return &space;
+    return nullptr;
+}
+
+const Space* Find_Space(X_Space space) {
+    for (const Space& row : vocabulary)
+        if (row.space == space) return &row;
     return nullptr;
 }
 
 Status Check_Load_Xspace(Session& session, Ask& ask, Diffraction_Pattern_Type& pattern, const std::string& filename) {
     const std::string_view scat_var = Trim(pattern.scat_var);
     const Space* file = Find_Space(scat_var);
-    if (session.plot.xspace == "----") return Join_Empty(session, pattern, scat_var, file);
+    if (session.plot.xspace == X_Space::none) return Join_Empty(session, pattern, scat_var, file);
 
     const Space* present = Find_Space(session.plot.xspace);
-    if (present == nullptr) return Status::Fail("Vantrelo in unknown X-space ");
     if (file == nullptr) return Unknown_Variable(scat_var);
     if (present->kind == Kind::d && Contains(scat_var, "d-spacing")) {
         Set_Xspace(session, scat_var);
         return Status::Done();
     }
-    if (present->kind == Kind::general && file->word == present->word) return Status::Done();
+    if (present->kind == Kind::general && file->space == present->space) return Status::Done();
     for (const Load_Rule& rule : load_rules) {
         if (rule.present != present->kind || rule.file != file->kind) continue;
-        if (!rule.refusal.empty()) return Status::Fail(Replace_All(rule.refusal, "{K}", present->word));
+        if (!rule.refusal.empty()) return Status::Fail(Replace_All(rule.refusal, "{K}", present->Word()));
         return rule.present == rule.file ? Status::Done() : Bring_To_Present(Chain_Between(file, present->kind), ask, pattern, filename);
     }
     return Unknown_Variable(scat_var);
 }
 
-void Set_Xspace(Session& session, std::string_view name, std::string_view file_kind, std::string_view x_title, std::string_view y_title) {
+void Set_Xspace(Session& session, std::string_view name, bool refinement, std::string_view x_title, std::string_view y_title) {
     const Space* space = Find_Space(name);
-    const bool general = space != nullptr && space->kind == Kind::general;
-    std::string_view x = space != nullptr ? space->x_title : std::string_view();
-    std::string_view y = space != nullptr ? space->y_title : std::string_view();
-    if (general && space->word == "Distance" && !file_kind.empty()) y = "G(R) x 1000";
+    if (space == nullptr) return;
+    const bool general = space->kind == Kind::general;
+    std::string_view x = space->x_title, y = space->y_title;
+    if (space->space == X_Space::distance && refinement) y = "G(R) x 1000";
     if (!Trim(x_title).empty()) x = Trim_Right(x_title);
     if (general && !Trim(y_title).empty()) y = Trim_Right(y_title);
-    session.plot.xspace = Cut(Trim(name), scat_var_width);
+    session.plot.xspace = space->space;
     session.plot.xlabel_text = Cut(x, legend_width);
     session.plot.ylabel_text = Cut(y, legend_width);
 
     Interface_State& menu = session.interface;
-    for (const int command : {to_2theta, to_tof, to_d, to_q, to_s}) menu.Check(command, false);
-    const bool converts = space != nullptr && space->command != 0;
-    for (const int command : {to_d, to_q, to_s}) menu.Enable(command, converts);
-    for (const int command : {change_wavelength, change_dtt}) menu.Enable(command, converts && space->constants == command);
+    using namespace command;
+    for (const int id : {to_two_theta, to_tof, to_d, to_q, to_s}) menu.Check(id, false);
+    const bool converts = space->command != 0;
+    for (const int id : {to_d, to_q, to_s}) menu.Enable(id, converts);
+    for (const int id : {change_wavelength, change_dtt}) menu.Enable(id, converts && space->constants == id);
     if (converts) menu.Check(space->command, true);
 }
 

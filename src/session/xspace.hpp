@@ -8,6 +8,7 @@
 #include "base/ask.hpp"
 #include "base/status.hpp"
 #include "patterns/pattern.hpp"
+#include "session/x_space.hpp"
 
 namespace vntl {
 
@@ -21,18 +22,18 @@ inline constexpr std::string_view mixed_scat_var_text =
 // pattern of angles or times of flight is brought there, with the constants that the user is asked for where it has none.
 Status Check_Load_Xspace(Session&, Ask&, Diffraction_Pattern_Type& pattern, const std::string& filename);
 
-// Brings all rows, with their reflections and excluded regions, to "2theta", "TOF", "d-space", "q-space" or "s-space", or none of them. The
+// Brings all rows, with their reflections and excluded regions, to 2theta, TOF, d-space, q-space or s-space, or none of them. The
 // message tells why not. Constants that the user gives on the way stay in the rows even then.
-Status Convert_Xspace(Session&, Ask&, std::string_view target);
+Status Convert_Xspace(Session&, Ask&, X_Space target);
 
 // The user edits the wavelengths, or dtt1 and dtt2, of all rows; nothing is converted. Fails on cancel.
 Status Change_Wavelength(Session&, Ask&);
 Status Change_Dtt(Session&, Ask&);
 
-// Stores `name` as the present x space with its titles and menu states. `x_title` and `y_title` replace the titles of the table where
-// they are not blank; only general abscissas take a `y_title`. `file_kind` "PRF" marks a profile file of a refinement.
-void Set_Xspace(Session&, std::string_view name, std::string_view file_kind = {}, std::string_view x_title = {},
-                std::string_view y_title = {});
+// The space that `name` tells becomes the present one, with its titles and menu states; a name that tells none changes nothing. `x_title`
+// and `y_title` replace the titles of the table where they are not blank; only general abscissas take a `y_title`. `refinement`: for a
+// profile file of one.
+void Set_Xspace(Session&, std::string_view name, bool refinement = false, std::string_view x_title = {}, std::string_view y_title = {});
 
 // The spacing of the lattice planes that reflect at x in the present x space, in angstrom, by the constants of row 1; nothing where it
 // cannot be told, or where x is the spacing itself. Time of flight: t = dtt1 d + dtt2 d^2.

@@ -1,9 +1,11 @@
-#include "views/text_editor.hpp"
-
+// The text editor: a window of its own in which a text file is opened, changed, searched and saved.
 #include <array>
 
 #include "base/os.hpp"
+#include "commands/application.hpp"
 #include "commands/select_files.hpp"
+#include "toolkit/window_service.hpp"
+#include "views/views.hpp"
 
 namespace vntl {
 
@@ -17,32 +19,16 @@ constexpr std::string_view text_files = "Text files (*.txt;*.pcr;*.dat;*.ins)|*.
 constexpr int find_dialog = 401;
 constexpr int field_text = 1001, field_case = 1002, field_result = 1003;
 
-enum Editor_Command : int {
-    command_new = 40510,
-    command_open,
-    command_save,
-    command_save_as,
-    command_close,
-    command_undo,
-    command_redo,
-    command_cut,
-    command_copy,
-    command_paste,
-    command_select_all,
-    command_find,
-    command_find_next
-};
-
 struct Edit_Row {
     int command;
     Edit_Action action;
 };
-constexpr std::array<Edit_Row, 6> edit_rows = {{{command_undo, Edit_Action::undo},
-                                                {command_redo, Edit_Action::redo},
-                                                {command_cut, Edit_Action::cut},
-                                                {command_copy, Edit_Action::copy},
-                                                {command_paste, Edit_Action::paste},
-                                                {command_select_all, Edit_Action::select_all}}};
+constexpr std::array<Edit_Row, 6> edit_rows = {{{command::editor_undo, Edit_Action::undo},
+                                                {command::editor_redo, Edit_Action::redo},
+                                                {command::editor_cut, Edit_Action::cut},
+                                                {command::editor_copy, Edit_Action::copy},
+                                                {command::editor_paste, Edit_Action::paste},
+                                                {command::editor_select_all, Edit_Action::select_all}}};
 
 const std::vector<Menu_Entry>& Menu() {
     static const std::vector<Menu_Entry> bar = {
@@ -51,29 +37,29 @@ const std::vector<Menu_Entry>& Menu() {
          "",
          "",
          "",
-         {{command_new, "&New", "Ctrl+N", "Start an empty text", "", {}},
-          {command_open, "&Open...", "Ctrl+O", "Open a text file", "open", {}},
+         {{command::editor_new, "&New", "Ctrl+N", "Start an empty text", "", {}},
+          {command::editor_open, "&Open...", "Ctrl+O", "Open a text file", "open", {}},
           {},
-          {command_save, "&Save", "Ctrl+S", "Write the text to its file", "save", {}},
-          {command_save_as, "Save &as...", "Ctrl+Shift+S", "Write the text to another file", "", {}},
+          {command::editor_save, "&Save", "Ctrl+S", "Write the text to its file", "save", {}},
+          {command::editor_save_as, "Save &as...", "Ctrl+Shift+S", "Write the text to another file", "", {}},
           {},
-          {command_close, "&Close", "Ctrl+W", "Close this window", "", {}}},
+          {command::editor_close, "&Close", "Ctrl+W", "Close this window", "", {}}},
          true},
         {0,
          "&Edit",
          "",
          "",
          "",
-         {{command_undo, "&Undo", "Ctrl+Z", "Take the last change back", "undo", {}},
-          {command_redo, "&Redo", "Ctrl+Y", "Make it again", "redo", {}},
+         {{command::editor_undo, "&Undo", "Ctrl+Z", "Take the last change back", "undo", {}},
+          {command::editor_redo, "&Redo", "Ctrl+Y", "Make it again", "redo", {}},
           {},
-          {command_cut, "Cu&t", "Ctrl+X", "Move the chosen text to the clipboard", "cut", {}},
-          {command_copy, "&Copy", "Ctrl+C", "Copy the chosen text to the clipboard", "copy", {}},
-          {command_paste, "&Paste", "Ctrl+V", "Insert what is on the clipboard", "paste", {}},
-          {command_select_all, "Select &all", "Ctrl+A", "Choose the whole text", "", {}},
+          {command::editor_cut, "Cu&t", "Ctrl+X", "Move the chosen text to the clipboard", "cut", {}},
+          {command::editor_copy, "&Copy", "Ctrl+C", "Copy the chosen text to the clipboard", "copy", {}},
+          {command::editor_paste, "&Paste", "Ctrl+V", "Insert what is on the clipboard", "paste", {}},
+          {command::editor_select_all, "Select &all", "Ctrl+A", "Choose the whole text", "", {}},
           {},
-          {command_find, "&Find...", "Ctrl+F", "Look for a text", "find", {}},
-          {command_find_next, "Find &next", "F3", "Look for it again", "", {}}},
+          {command::editor_find, "&Find...", "Ctrl+F", "Look for a text", "find", {}},
+          {command::editor_find_next, "Find &next", "F3", "Look for it again", "", {}}},
          true}};
     return bar;
 }
@@ -92,10 +78,10 @@ void Tell(Ask& ask, const Status& status) {
 }
 
 // False when the text was not saved.
-bool Save(Session& session, Ask& ask, std::string file) {
+bool Save(Configuration& config, Ask& ask, std::string file) {
     WindowSelect(editor_window);
     if (file.empty()) {
-        const auto chosen = Select_Files(session, Select_Kind::save, text_files, "Save text", "text.txt");
+        const auto chosen = Select_Files(config, Select_Kind::save, text_files, "Save text", "text.txt");
         if (chosen.empty()) return false;
         file = chosen.front();
     }
@@ -107,7 +93,7 @@ bool Save(Session& session, Ask& ask, std::string file) {
 }
 
 // What becomes of a changed text before another one takes its place; false when nothing is to be done after all.
-bool Settle_Changes(Session& session, Ask& ask) {
+bool Settle_Changes(Configuration& config, Ask& ask) {
     WindowSelect(editor_window);
     if (!WEditChanged()) return true;
     const std::string name = WEditName();
@@ -115,18 +101,18 @@ bool Settle_Changes(Session& session, Ask& ask) {
         {Box_Buttons::yes_no_cancel, Box_Icon::question, 1,
          "The text " + (name.empty() ? std::string("without a file") : std::string(File_Part(name))) + " has been changed.\nSave it?",
          std::string(editor_title)});
-    return answer == Box_Answer::no || (answer == Box_Answer::yes && Save(session, ask, name));
+    return answer == Box_Answer::no || (answer == Box_Answer::yes && Save(config, ask, name));
 }
 
-void Load(Session& session, Ask& ask, const std::string& file) {
-    if (!Settle_Changes(session, ask)) return;
+void Load(Configuration& config, Ask& ask, const std::string& file) {
+    if (!Settle_Changes(config, ask)) return;
     WindowSelect(editor_window);
     Tell(ask, WEditFile(file));
     Show_State();
 }
 
-void Close(Session& session, Ask& ask) {
-    if (Settle_Changes(session, ask)) WindowCloseChild(editor_window);
+void Close(Configuration& config, Ask& ask) {
+    if (Settle_Changes(config, ask)) WindowCloseChild(editor_window);
 }
 
 void Find_Next() {
@@ -143,32 +129,30 @@ void Open_Find_Dialog() {
     WDialogShow(field_text, Show_Kind::modeless);
 }
 
-void Do_Command(Session& session, Ask& ask, int command) {
+void Do_Command(Configuration& config, Ask& ask, int command) {
     for (const Edit_Row& row : edit_rows)
         if (row.command == command) WEditDo(row.action);
     switch (command) {
-        case command_new:
-            return Load(session, ask, {});
-        case command_open:
-            if (const auto chosen = Select_Files(session, Select_Kind::open, text_files, "Open text"); !chosen.empty())
-                Load(session, ask, chosen.front());
+        case command::editor_new:
+            return Load(config, ask, {});
+        case command::editor_open:
+            if (const auto chosen = Select_Files(config, Select_Kind::open, text_files, "Open text"); !chosen.empty())
+                Load(config, ask, chosen.front());
             return;
-        case command_save:
-        case command_save_as:
-            Save(session, ask, command == command_save ? WEditName() : std::string());
+        case command::editor_save:
+        case command::editor_save_as:
+            Save(config, ask, command == command::editor_save ? WEditName() : std::string());
             return;
-        case command_close:
-            return Close(session, ask);
-        case command_find:
+        case command::editor_close:
+            return Close(config, ask);
+        case command::editor_find:
             return Open_Find_Dialog();
-        case command_find_next:
+        case command::editor_find_next:
             return WDialogLoaded(find_dialog) ? Find_Next() : Open_Find_Dialog();
         default:
             return Show_State();
     }
 }
-
-}  // namespace
 
 Dialog_Resource Find_Dialog_Resource() {
     return {find_dialog,
@@ -178,10 +162,12 @@ Dialog_Resource Find_Dialog_Resource() {
              {{field_result, Field_Kind::label}},
              {{button_ok, Field_Kind::push_button, "&Find next"}, {button_cancel, Field_Kind::push_button, "Close"}}}};
 }
+std::vector<Dialog_Resource> Dialogs() { return {Find_Dialog_Resource()}; }
 
-bool Is_Text_Editor(int window) { return window == editor_window || window == find_dialog; }
+// --- the window ------------------------------------------------------------------------------------------------------------------
 
-void Open_Text_Editor(Session& session, Ask& ask, const std::string& file) {
+// Opens it, or comes to the front with the file that is named; a text that was changed is asked about first. Blank: no file.
+void Open_Text_Editor(Configuration& config, Ask& ask, const std::string& file) {
     if (!WindowIsOpen(editor_window)) {
         WindowOpenChild(editor_window, std::string(editor_title), editor_width, editor_height, Child_Kind::editor);
         WMenu(Menu());
@@ -191,27 +177,27 @@ void Open_Text_Editor(Session& session, Ask& ask, const std::string& file) {
     }
     WindowToFront(editor_window);
     if (!file.empty())
-        Load(session, ask, file);
+        Load(config, ask, file);
     else
         Show_State();
 }
 
-void Text_Editor_Message(Session& session, Ask& ask, const Message& message) {
-    const int pressed = message.record.value1;
-    if (message.record.win == find_dialog) {
-        if (message.kind != Message_Kind::push_button) return;
-        if (pressed == button_ok) return Find_Next();
-        WDialogSelect(find_dialog);
-        WDialogUnload();
-        return;
-    }
+void Serve_Find_Dialog(const Message& message) {
+    if (message.kind != Message_Kind::push_button) return;
+    if (message.record.value1 == button_ok) return Find_Next();
+    WDialogSelect(find_dialog);
+    WDialogUnload();
+}
+
+void Serve(Configuration& config, Ask& ask, const Message& message) {
+    if (message.record.win == find_dialog) return Serve_Find_Dialog(message);
     if (!WindowIsOpen(editor_window)) return;
     WindowSelect(editor_window);
     switch (message.kind) {
         case Message_Kind::command:
-            return Do_Command(session, ask, pressed);
+            return Do_Command(config, ask, message.record.value1);
         case Message_Kind::close_request:
-            return Close(session, ask);
+            return Close(config, ask);
         case Message_Kind::field_changed:
             return Show_State();
         default:
@@ -219,10 +205,27 @@ void Text_Editor_Message(Session& session, Ask& ask, const Message& message) {
     }
 }
 
-bool Leave_Text_Editor(Session& session, Ask& ask) {
-    if (!WindowIsOpen(editor_window)) return true;
-    Close(session, ask);
+bool May_Close(Configuration& config, Ask& ask) {
+    Close(config, ask);
     return !WindowIsOpen(editor_window);
+}
+
+void Open_Empty(Application& app) { Open_Text_Editor(app.session.config, app.ask, {}); }
+void Open_Control_File(Application& app) { Open_Text_Editor(app.session.config, app.ask, app.session.config.pcr_file); }
+
+constexpr Command commands[] = {
+    {command::edit_pcr, "Edit a PCR file", "edit_pcr", Open_Control_File, "", "Open the control file in the text editor"},
+    {command::text_editor, "Text editor", "editor", Open_Empty, "", "Open the text editor"},
+};
+
+}  // namespace
+
+Command_Family Text_Editor_Commands() { return {commands, Dialogs}; }
+
+void Register_Text_Editor(Application& app) {
+    Register_Window(editor_window, {.dialogs = {find_dialog},
+                                    .message = [&app](const Message& message) { Serve(app.session.config, app.ask, message); },
+                                    .may_close = [&app] { return May_Close(app.session.config, app.ask); }});
 }
 
 }  // namespace vntl

@@ -333,7 +333,7 @@ protected:
         p.scat_var = "2theta";
         p.conv[0] = 1.2f;
         Session session;
-        session.plot.xspace = p.scat_var;
+        session.plot.xspace = X_Space::two_theta;
         session.plot.x_view_min = p.x.front();
         session.plot.x_view_max = p.x.back();
         session.store.Append(std::move(p), {});

@@ -7,11 +7,12 @@
 #include <numeric>
 #include <sstream>
 
-#include "app/application.hpp"
 #include "app/demonstration.hpp"
+#include "app/main_window.hpp"
 #include "app/script.hpp"
 #include "commands/modal.hpp"
 #include "toolkit/window.hpp"
+#include "toolkit/window_service.hpp"
 
 namespace vntl {
 namespace {
@@ -70,7 +71,7 @@ protected:
         WDialogSelect(demo::number);
         WDialogShow(first, Show_Kind::modal, let_through);
         int pressed = 0;
-        Act(script, [&] { pressed = Run_Modal(app.session, demo::number, command); });
+        Act(script, [&] { pressed = Run_Modal(demo::number, command); });
         WDialogSelect(demo::number);
         return pressed;
     }
@@ -166,7 +167,7 @@ TEST_F(Dialogs, PlacesThatAreNotThere) {
     EXPECT_EQ(failed.size(), 25u);
     WDialogLoad(small);
     WDialogShow(0, Show_Kind::modal);
-    Act("set Same x\nset 1002 x\nset \"  Own\" 1\n", [&] { Run_Modal(app.session, small); });
+    Act("set Same x\nset 1002 x\nset \"  Own\" 1\n", [&] { Run_Modal(small); });
     EXPECT_EQ(failed, Numbers{1});  // two fields have that label
     EXPECT_EQ(WDialogGetString(1002) + WDialogGetString(1001), "x");
     WDialogPutString(77, "x");
@@ -189,7 +190,7 @@ TEST_F(Dialogs, KeysPressButtonsAndMoveTheFocus) {
     EXPECT_EQ(Run("key Escape\nkey Enter\npress Defaults\n"), demo::defaults);
     WDialogLoad(small);
     WDialogShow(0, Show_Kind::modal);  // the first field has the focus, and the one button is what Escape presses
-    Act("key a\nkey Tab\nkey b\nkey Escape\n", [&] { EXPECT_EQ(Run_Modal(app.session, small), button_ok); });
+    Act("key a\nkey Tab\nkey b\nkey Escape\n", [&] { EXPECT_EQ(Run_Modal(small), button_ok); });
     EXPECT_EQ(WDialogGetString(1001) + WDialogGetString(1002), "ab");
 }
 
@@ -304,10 +305,12 @@ TEST_F(Dialogs, FormatsLimitsListsAndEmptying) {
 TEST_F(Dialogs, AModalDialogLetsThroughWhatItWasGivenAndHoldsTheRest) {
     Numbers served;
     command = [&](int number) { served.push_back(number); };
+    std::vector<Message_Kind> meanwhile;
+    Register_Window(main_window, {.message = [&](const Message& message) { meanwhile.push_back(message.kind); }});
     EXPECT_EQ(Run("command 40018\ntimer 7\ndrop a.dat\nmouse move 1 1\nresize 640 480\npress OK\n", 0, std::array{about}), button_ok);
     EXPECT_EQ(served, Numbers{about});
     EXPECT_TRUE(failed.empty());
-    EXPECT_EQ(WMessage().kind, Message_Kind::resize);  // kept for the end of the dialog
+    EXPECT_EQ(meanwhile, (std::vector{Message_Kind::timer, Message_Kind::resize}));
     EXPECT_EQ(Run("command 40018\nmain\ndialog 910\npress Cancel\n"), button_cancel);
     EXPECT_EQ(failed, (Numbers{1, 2, 3}));
     WDialogHide();
@@ -315,7 +318,7 @@ TEST_F(Dialogs, AModalDialogLetsThroughWhatItWasGivenAndHoldsTheRest) {
     command = [&](int) {  // another one over it
         WDialogLoad(small);
         WDialogShow(0, Show_Kind::modal);
-        EXPECT_EQ(Run_Modal(app.session, small), button_ok);
+        EXPECT_EQ(Run_Modal(small), button_ok);
         WDialogUnload();
     };
     Run("command 40018\ncommand 40018\ndialog 900\nset Own 1\nprint dialog\ntimer 7\npress OK\nset Title outer\npress Defaults\n", 0,

@@ -109,9 +109,9 @@ TEST(Mouse_Spacing, StandsInTheLineOfHintsButNeverInTheirPlace) {
     pattern.conv[0] = 1.5f;
     session.store.Append(std::move(pattern), {});
     Set_Xspace(session, "2theta");
-    session.plot.plot_type = "single";
-    session.plot.drawn_x1 = 10, session.plot.drawn_x2 = 90, session.plot.drawn_y2 = 100;
-    Ask_User ask(session);
+    session.plot.plot_type = Plot_Form::single;
+    session.plot.drawn.x1 = 10, session.plot.drawn.x2 = 90, session.plot.drawn.y2 = 100;
+    Ask_User ask(session.config);
     const auto hint_at = [&](double x) {
         const Plot_State::Place at = session.plot.Page_At({x, 50});
         MouseMovement_Main(session, ask, {Message_Kind::mouse_move, {.x = at.x, .y = at.y}});

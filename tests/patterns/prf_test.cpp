@@ -72,7 +72,7 @@ void Expect_Points(const Model& m, const Read_Result& r, bool with_background, c
     EXPECT_EQ(std::pair(r.pattern.xmin, r.pattern.xmax), std::pair(r.pattern.x.front(), r.pattern.x.back())) << what;
     EXPECT_EQ(r.pattern.ymax, *std::max_element(r.pattern.y.begin(), r.pattern.y.end())) << what;
     EXPECT_TRUE(r.pattern.has_y && r.pattern.has_ycalc) << what;
-    EXPECT_EQ(r.info.kind, "PRF") << what;
+    EXPECT_EQ(Told(r.info.kind), "PRF") << what;
     EXPECT_EQ(Trim_Right(r.pattern.title), m.title) << what;
     EXPECT_EQ(Trim_Right(r.info.origin_note), m.title) << what;
     EXPECT_EQ(r.info.file_name.substr(0, 8), "refined.") << what;
@@ -209,7 +209,7 @@ TEST_F(Prf, PeaksIntegratedIntensitiesAndPairs) {
 
     const auto single = Read(Whole(Integrated(m)), "integrated");
     ASSERT_TRUE(single.status.ok()) << single.status.message;
-    EXPECT_EQ(single.info.kind + single.pattern.scat_var, "MONOmono");
+    EXPECT_EQ(std::string(Told(single.info.kind)) + single.pattern.scat_var, "MONOmono");
     ASSERT_EQ(single.info.nreflections, single.pattern.npts);
     ASSERT_EQ(single.pattern.npts, 12);
     for (std::size_t i = 0; i < 12; ++i) {

@@ -1,6 +1,6 @@
 // UXD: sections of each kind with each separator, written from known numbers; files of several ranges.
-#include "patterns/testing.hpp"
 #include "patterns/uxd.hpp"
+#include "patterns/testing.hpp"
 
 namespace vntl::test {
 namespace {

@@ -38,7 +38,7 @@ TEST_F(Bands, GiveThePictureOfASingleThread) {
                         (row == 8 ? 0.5f * static_cast<float>(i % 2) : 0.0f));  // back and forth
             y.push_back(static_cast<float>(noise >> 16) / 65.536f);
         }
-        Add(std::move(x), std::move(y), row == 7 ? "MONO" : "DATA");
+        Add(std::move(x), std::move(y), row == 7 ? Row_Kind::mono : Row_Kind::data);
         ProfileStyle& style = session.prefs.profile_styles[static_cast<std::size_t>(row)];
         style.line_style = row == 4 ? 2 : 0;
         style.line_pitch = 1 + row % 3;
@@ -50,10 +50,10 @@ TEST_F(Bands, GiveThePictureOfASingleThread) {
         for (const auto& [x1, x2] : {std::pair{10.0f, 14.0f}, {11.9973f, 12.0011f}}) {
             Bitmap bands(width, height), whole(width, height);
             Graphics g(bands.Drawing());
-            plot_graph2d(session, g, 9, x1, x2, 0, 1100, "");
+            plot_graph2d(Scene_Of(session), g, 9, {x1, x2, 0, 1100});
             Whole device(whole.Drawing());
             Graphics h(device);
-            plot_graph2d(session, h, 9, x1, x2, 0, 1100, "");
+            plot_graph2d(Scene_Of(session), h, 9, {x1, x2, 0, 1100});
             int different = 0;
             for (int y = 0; y < height; ++y)
                 for (int x = 0; x < width; ++x) different += bands.Pixel(x, y) != whole.Pixel(x, y);

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "plot/plot.hpp"
+#include "session/ranges.hpp"
 
 namespace vntl::test {
 
@@ -17,7 +18,7 @@ class Plot_Test : public testing::Test {
 protected:
     Plot_Test() { Set_Default_Preferences(session.prefs); }
 
-    Diffraction_Pattern_Type& Add(std::vector<float> x = five_x, std::vector<float> y = five_y, std::string kind = "DATA") {
+    Diffraction_Pattern_Type& Add(std::vector<float> x = five_x, std::vector<float> y = five_y, Row_Kind kind = Row_Kind::data) {
         Diffraction_Pattern_Type p;
         p.npts = static_cast<std::int32_t>(x.size());
         p.scat_var = "2theta";
@@ -26,7 +27,7 @@ protected:
         p.y = std::move(y);
         Set_Y_Limits(p);
         PRF_Info_Add_Type info;
-        info.kind = std::move(kind);
+        info.kind = kind;
         info.file_name = "row" + std::to_string(session.store.nperfiles() + 1) + ".dat";
         session.store.Append(std::move(p), std::move(info));
         return session.store.Pattern(session.store.nperfiles());
@@ -44,11 +45,13 @@ protected:
     // One complete graph of the window 10 to 14, 0 to 1000.
     void Draw(std::string_view mode = {}, float x1 = 10, float x2 = 14, float y1 = 0, float y2 = 1000) {
         Graphics g(page);
-        plot_graph2d(session, g, session.store.nperfiles(), x1, x2, y1, y2, mode);
+        const Drawn drawn = plot_graph2d(Scene_Of(session), g, session.store.nperfiles(), {x1, x2, y1, y2}, mode == "log");
+        session.plot.drawn = drawn.window;
+        session.plot.ylabel_text = drawn.y_title;
     }
     void Draw_The_Marks() {
         Graphics g(page);
-        Draw_Marks(session, g);
+        Draw_Marks(Scene_Of(session), g);
     }
 
     template <class T>

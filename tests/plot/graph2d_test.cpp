@@ -25,8 +25,8 @@ TEST_F(Graph2d, PageAndZoneComeFirstAndTheFrameAfterTheCurves) {
         EXPECT_TRUE(std::abs(corner.x - 180) < 0.01 || std::abs(corner.x - 1020) < 0.01);
         EXPECT_TRUE(std::abs(corner.y - 120) < 0.01 || std::abs(corner.y - 680) < 0.01);
     }
-    EXPECT_FLOAT_EQ(session.plot.drawn_x2, 14);
-    EXPECT_FLOAT_EQ(session.plot.drawn_y2, 1000);
+    EXPECT_FLOAT_EQ(session.plot.drawn.x2, 14);
+    EXPECT_FLOAT_EQ(session.plot.drawn.y2, 1000);
 }
 
 TEST_F(Graph2d, ARowIsItsMarkersAndOverThemItsLine) {
@@ -96,7 +96,7 @@ TEST_F(Graph2d, TheLogarithmOfOneAndLessIsZero) {
 }
 
 TEST_F(Graph2d, IntegratedIntensitiesHaveErrorBarsAndNoLine) {
-    Diffraction_Pattern_Type& p = Add({10, 12, 14}, {100, 400, 900}, "MONO");
+    Diffraction_Pattern_Type& p = Add({10, 12, 14}, {100, 400, 900}, Row_Kind::mono);
     p.sigma = {100, 400, 2500};
     session.prefs.graph2d.legend.pos = 1;
     for (const bool variance : {true, false}) {
@@ -189,9 +189,9 @@ TEST_F(Graph2d, DegenerateWindowsDrawTheFrameAlone) {
         EXPECT_NE(Text("Silicon"), nullptr);
     }
     Graphics g(page);
-    plot_graph2d(session, g, 99, 10, 14, 0, 1000);  // more rows asked for than there are
+    plot_graph2d(Scene_Of(session), g, 99, {10, 14, 0, 1000});  // more rows asked for than there are
     session.store.Clear();
-    plot_graph2d(session, g, 0, 10, 14, 0, 1000);
+    plot_graph2d(Scene_Of(session), g, 0, {10, 14, 0, 1000});
 }
 
 TEST_F(Graph2d, TheTargetStandsAtTheCentre) {
@@ -214,8 +214,8 @@ TEST_F(Graph2d, ThePictureFollowsTheDevice) {
     Add();
     Plot_Ranges(session);
     Recording_Device small(400, 200), large(2400, 1600);
-    Draw_Picture(session, small);
-    Draw_Picture(session, large);
+    Draw_Picture(Scene_Of(session), small);
+    Draw_Picture(Scene_Of(session), large);
     ASSERT_EQ(small.items().size(), large.items().size());
     for (std::size_t i = 0; i < small.items().size(); ++i)
         if (const auto* set = std::get_if<Recorded_Markers>(&small.items()[i])) {

@@ -16,7 +16,7 @@ protected:
         p.y_view_max = 1000;
     }
     void Calculate(int mode) {
-        Set_Calculation_Mode(session, mode);
+        Set_Calculation_Mode(session, Click_Mode{mode});
         page = Recording_Device();
         Draw_The_Marks();
     }
@@ -38,7 +38,7 @@ TEST_F(Marks, PeaksAndReflectionsAreLinesFromTheFootOfTheView) {
     Calculate(0);
     EXPECT_TRUE(All<Recorded_Line>().empty());
     Set_Menu_Single(session, true);
-    session.plot.ClickMode = 2;
+    session.plot.ClickMode = Click_Mode::peaks;
     Draw_The_Marks();
     EXPECT_TRUE(All<Recorded_Line>().empty());  // no calculation, no marks
 }
@@ -94,12 +94,12 @@ TEST_F(Marks, TheFitShowsWhatIsChosenSoFar) {
 TEST_F(Marks, PicksStandOnTheirReflections) {
     session.lists.hklgen = {{11, 100, "1 0 0"}, {12, 250, "1 1 1"}};
     Graphics g(page);
-    Draw_Picks(session, g, {2, 0, 3, -1}, true);
+    Draw_Picks(Scene_Of(session), g, {2, 0, 3, -1}, true);
     ASSERT_EQ(Lines(WRGB(255, 0, 255)).size(), 1u);
     EXPECT_EQ(Lines(WRGB(255, 0, 255))[0].pen.width, 3);
     EXPECT_AT(Lines(WRGB(255, 0, 255))[0].points[1], Page_X(12), Page_Y(250));
 
-    Draw_Picks(session, g, {1}, false);  // no refined row
+    Draw_Picks(Scene_Of(session), g, {1}, false);  // no refined row
     EXPECT_TRUE(Lines(WRGB(255, 0, 0)).empty());
     PRF_Info_Add_Type& info = session.store.Info(1);
     info.nphases = 2;
@@ -108,7 +108,7 @@ TEST_F(Marks, PicksStandOnTheirReflections) {
     session.store.ProfilePRFactive = 1;
     session.plot.diff_base = 100;
     session.plot.diff_band = 100;
-    Draw_Picks(session, g, {1, 2}, false);
+    Draw_Picks(Scene_Of(session), g, {1, 2}, false);
     const auto ticks = Lines(WRGB(255, 0, 0));
     ASSERT_EQ(ticks.size(), 2u);  // two phases in a band of 100: 72.2 to 52.8 and 50 to 30.6
     EXPECT_AT(ticks[0].points[0], Page_X(11), Page_Y(100 + 100 - 1000.0 / 36));

@@ -4,7 +4,7 @@
 #include <algorithm>
 
 #include "fixture.hpp"
-#include "plot/reflection_search.hpp"
+#include "session/reflection_search.hpp"
 
 namespace vntl::test {
 namespace {
@@ -18,7 +18,7 @@ struct Tick {
 class Prf_Overlay : public Plot_Test {
 protected:
     // Row 1 becomes a refined profile in a window of 1000 units: the foot of its band at 200, the band 100 high.
-    void Refine(const std::vector<Tick>& ticks, int phases = 2, const std::string& kind = "PRF") {
+    void Refine(const std::vector<Tick>& ticks, int phases = 2, Row_Kind kind = Row_Kind::prf) {
         session.store.Clear();
         Diffraction_Pattern_Type& p = Add({10, 11, 12, 13, 14}, {300, 500, 900, 400, 310}, kind);
         p.ycalc = {310, 480, 930, 400, 290};
@@ -121,7 +121,7 @@ TEST_F(Prf_Overlay, ColoursTellMagneticReflectionsAndNeighbours) {
 }
 
 TEST_F(Prf_Overlay, IntegratedIntensitiesAreMarkersWithErrorBars) {
-    Refine({{11, 1, "(1 0 0)"}}, 1, "MONO");
+    Refine({{11, 1, "(1 0 0)"}}, 1, Row_Kind::mono);
     session.prefs.prf.ycalc_colour = black;
     session.prefs.prf.ycalc_marker = 3, session.prefs.prf.ycalc_marker_size = 10;
     Exclude(1, 11, 12);
@@ -156,7 +156,7 @@ TEST_F(Prf_Overlay, TheWindowMakesRoomAndNumbersBelowZeroAreHidden) {
     for (const auto& c : cases) {
         session.store.show_difference = c.difference;
         session.store.show_reflections = c.reflections;
-        Focus_Plot(session);
+        Focus_Plot(session.store, session.plot);
         EXPECT_NEAR(session.plot.y_view_min, c.bottom, 1e-3) << c.difference << c.reflections;
         EXPECT_NEAR(session.plot.diff_base, 298, 1e-3);
     }
@@ -182,7 +182,7 @@ TEST_F(Prf_Overlay, ThePointerFindsWhatItTouches) {
     const float inside = 250;
     auto& hits = session.plot.hits.entries;
     const auto finds = [&](float x, float y, bool changes, const std::vector<int>& wanted) {
-        EXPECT_EQ(Search_PRF_Refl(session, x, y), changes) << x << ' ' << y;
+        EXPECT_EQ(Search_PRF_Refl(session.store, session.plot, x, y), changes) << x << ' ' << y;
         EXPECT_EQ(hits, wanted) << x << ' ' << y;
     };
     finds(11, inside, false, {});          // no list, none found
@@ -199,7 +199,7 @@ TEST_F(Prf_Overlay, ThePointerFindsWhatItTouches) {
     session.plot.x_view_max = 13.125f;  // reach exactly 0.0625
     finds(12, inside, true, {2});       // the edge itself is out
     session.plot.x_view_max = 14;
-    Search_PRF_Refl(session, 13.52f, inside);
+    Search_PRF_Refl(session.store, session.plot, 13.52f, inside);
     ASSERT_EQ(hits.size(), 28u);
     EXPECT_EQ(hits.front(), 5);
     EXPECT_EQ(hits.back(), 32);

@@ -14,7 +14,7 @@ TEST_F(Ranges, OneRowHasTheWholeRangeWithAMarginOfFivePercent) {
     session.lists.hklgen = {{1, 2, "1 1 1"}};
     Plot_Ranges(session);
     const Plot_State& p = session.plot;
-    EXPECT_EQ(p.plot_type, "single");
+    EXPECT_EQ(Told(p.plot_type), "single");
     EXPECT_EQ(session.interface.status[4], "single");
     EXPECT_FLOAT_EQ(p.x_view_min, 10);
     EXPECT_FLOAT_EQ(p.x_all_max, 30);
@@ -31,22 +31,21 @@ TEST_F(Ranges, SeveralRowsSpanTheUnionAndKeepTheLogarithmicForm) {
     Add({10, 20}, {0, 50});
     Add({5, 15}, {20, 1000});
     Plot_Ranges(session);
-    EXPECT_EQ(session.plot.plot_type, "multi");
-    EXPECT_EQ(session.plot.last_pattern, 2);
+    EXPECT_EQ(Told(session.plot.plot_type), "multi");
     EXPECT_FLOAT_EQ(session.plot.x_view_min, 5);
     EXPECT_FLOAT_EQ(session.plot.x_view_max, 20);
 
     Set_Menu_Graph(session, true);
     Plot_Ranges(session);
-    EXPECT_EQ(session.plot.plot_type, "multi_log");
+    EXPECT_EQ(Told(session.plot.plot_type), "multi_log");
     EXPECT_FLOAT_EQ(session.plot.y_view_min, 0);
     EXPECT_FLOAT_EQ(session.plot.y_view_max, std::log(1050.0f));
 
     for (const bool log : {false, true}) {  // a form that no plot starts in goes back to the graph it came from
         session.plot.log_scale = log;
-        log ? Set_Menu_Contour_Log(session) : Set_Calculation_Mode(session, 4);
+        log ? Set_Menu_Contour_Log(session) : Set_Calculation_Mode(session, Click_Mode::reflections);
         Plot_Ranges(session);
-        EXPECT_EQ(session.plot.plot_type, log ? "multi_log" : "multi");
+        EXPECT_EQ(Told(session.plot.plot_type), log ? "multi_log" : "multi");
     }
 }
 
@@ -66,7 +65,7 @@ TEST_F(Ranges, WindowsOfDegenerateIntensitiesStayUsable) {
             Plot_Ranges(session);
             EXPECT_TRUE(std::isfinite(session.plot.y_view_min) && std::isfinite(session.plot.y_view_max)) << c.what;
             EXPECT_LT(session.plot.y_view_min, session.plot.y_view_max) << c.what << log;
-            Draw_Picture(session, page);
+            Draw_Picture(Scene_Of(session), page);
         }
 }
 
@@ -85,11 +84,11 @@ TEST_F(Ranges, SidesExcludedAreTrimmedUnlessNothingIsLeft) {
         session.store.Info(1).nexcl = 0;
         for (const auto& [lo, hi] : c.regions) Exclude(1, lo, hi);
         session.prefs.prf.excl_ignore_sides = true;
-        Set_Range_X(session);
+        Set_Range_X(session.store, session.prefs.prf, session.plot);
         EXPECT_FLOAT_EQ(session.plot.x_view_min, c.lo) << c.regions[0].first;
         EXPECT_FLOAT_EQ(session.plot.x_all_max, c.hi) << c.regions[0].first;
         session.prefs.prf.excl_ignore_sides = false;
-        Set_Range_X(session);
+        Set_Range_X(session.store, session.prefs.prf, session.plot);
         EXPECT_FLOAT_EQ(session.plot.x_view_min, 10);
     }
 }
@@ -114,7 +113,7 @@ TEST_F(Ranges, ConversionToTheOriginNeedsOneScatteringVariable) {
 }
 
 TEST_F(Ranges, ARefinedRowMakesRoomBelowAndBarsTheFit) {
-    Add({10, 20}, {0, 1000}, "PRF");
+    Add({10, 20}, {0, 1000}, Row_Kind::prf);
     Plot_Ranges(session);
     EXPECT_TRUE(session.store.prf_loaded);
     EXPECT_EQ(session.store.ProfilePRFactive, 1);
@@ -129,39 +128,40 @@ TEST_F(Ranges, FocusTakesThePointsStrictlyInsideTheWindow) {
     Plot_Ranges(session);
     session.plot.x_view_min = 10;
     session.plot.x_view_max = 13;  // row 1: 100 and 300, row 2: 100 and 1000
-    Focus_Plot(session);
+    Focus_Plot(session.store, session.plot);
     EXPECT_FLOAT_EQ(session.plot.y_view_min, 55);
     EXPECT_FLOAT_EQ(session.plot.y_view_max, 1045);
 
     session.plot.x_view_min = 13.2f;
     session.plot.x_view_max = 13.8f;  // no point: left alone
-    Focus_Plot(session);
+    Focus_Plot(session.store, session.plot);
     EXPECT_FLOAT_EQ(session.plot.y_view_max, 1045);
 
     Set_Menu_Graph(session, true);
     session.plot.x_view_min = 10;
     session.plot.x_view_max = 13;
-    Focus_Plot(session);
+    Focus_Plot(session.store, session.plot);
     const double span = std::log(1000.0) - std::log(100.0);
     EXPECT_NEAR(session.plot.y_view_min, std::log(100.0) - 0.05 * span, 1e-5);
     EXPECT_NEAR(session.plot.y_view_max, std::log(1000.0) + 0.05 * span, 1e-5);
 }
 
 TEST_F(Ranges, FocusOnARefinedRowKeepsItsDifferenceOrItsReflections) {
-    Add({10, 11, 12}, {0, 100, 200}, "PRF");
+    Add({10, 11, 12}, {0, 100, 200}, Row_Kind::prf);
     session.store.Pattern(1).x = {9, 11, 12};
     session.store.Info(1).nphases = 2;
     Plot_Ranges(session);
     session.plot.x_view_max = 13;  // points 100 and 200, window 95 to 205, span 110
     session.plot.x_view_min = 10;
-    Focus_Plot(session);
+    Focus_Plot(session.store, session.plot);
     EXPECT_FLOAT_EQ(session.plot.diff_base, 95 - 0.14f * 110);
     EXPECT_FLOAT_EQ(session.plot.y_view_min, 95 - 0.2f * 110);
     session.store.show_difference = false;
-    Focus_Plot(session);  // foot of the second row: 25 of 36 units under the top of the band, which is the window's lower end
+    Focus_Plot(session.store,
+               session.plot);  // foot of the second row: 25 of 36 units under the top of the band, which is the window's lower end
     EXPECT_NEAR(session.plot.y_view_min, 95 - 25.0 / 36.0 * 0.14 * 110, 1e-3);
     session.store.show_reflections = false;
-    Focus_Plot(session);
+    Focus_Plot(session.store, session.plot);
     EXPECT_FLOAT_EQ(session.plot.y_view_min, 95);
 }
 

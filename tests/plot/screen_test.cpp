@@ -15,7 +15,7 @@ protected:
 };
 
 TEST_F(Screen, TheEmptyScreenNamesTheProgram) {
-    Draw_Picture(session, page);
+    Draw_Picture(Scene_Of(session), page);
     EXPECT_EQ(All<Recorded_Clear>().at(0).colour, session.prefs.window.colour_a);
     const struct {
         std::string text;
@@ -36,17 +36,17 @@ TEST_F(Screen, TheEmptyScreenNamesTheProgram) {
 TEST_F(Screen, ARedrawShowsTheWindowThatReMakeShowed) {
     Add();
     for (const char* form : {"single", "multi", "multi_log", "calculation"}) {
-        if (session.plot.plot_type == "single") Add();
+        if (session.plot.plot_type == Plot_Form::single) Add();
         if (std::string_view(form) == "multi_log") Set_Menu_Graph(session, true);
         Plot_ReMake(session);
-        if (std::string_view(form) == "calculation") Set_Calculation_Mode(session, 4);
-        EXPECT_EQ(session.plot.plot_type, form);
+        if (std::string_view(form) == "calculation") Set_Calculation_Mode(session, Click_Mode::reflections);
+        EXPECT_EQ(Told(session.plot.plot_type), form);
         const Plot_State made = session.plot;
         Plot_Redraw(session);
-        EXPECT_EQ(session.plot.drawn_y1, made.drawn_y1) << form;
-        EXPECT_EQ(session.plot.drawn_y2, made.drawn_y2) << form;
-        EXPECT_EQ(session.plot.drawn_y2, made.y_view_max) << form;
-        EXPECT_EQ(session.plot.drawn_x2, 14) << form;
+        EXPECT_EQ(session.plot.drawn.y1, made.drawn.y1) << form;
+        EXPECT_EQ(session.plot.drawn.y2, made.drawn.y2) << form;
+        EXPECT_EQ(session.plot.drawn.y2, made.y_view_max) << form;
+        EXPECT_EQ(session.plot.drawn.x2, 14) << form;
         EXPECT_GT(session.plot.draw_ms, 0);
         EXPECT_EQ(session.plot.drawn_points, 5LL * session.store.nperfiles());
     }
@@ -63,7 +63,7 @@ TEST_F(Screen, AnEmptyStoreKeepsTheRangesAndGoesBackToTheEmptyForm) {
     const float x_max = session.plot.x_view_max;
     session.store.Clear();
     Plot_ReMake(session);
-    EXPECT_EQ(session.plot.plot_type, "none");
+    EXPECT_EQ(Told(session.plot.plot_type), "none");
     EXPECT_EQ(session.plot.x_view_max, x_max);
     Plot_Redraw(session);
     Plot_Repaint(session);

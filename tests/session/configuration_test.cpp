@@ -178,7 +178,7 @@ TEST(Recent, AListComesBackAndRubbishIsHarmless) {
     Session s;
     s.recent.Add("/a");
     MRU_Show(s);
-    EXPECT_EQ(s.interface.recent_labels[0] + "|" + s.interface.recent_labels[4], "1. /a|5. <Empty>");
+    EXPECT_EQ(s.interface.labels[40038] + "|" + s.interface.labels[40070], "1. /a|5. <Empty>");
     EXPECT_TRUE(s.interface.Enabled(40038));
     EXPECT_FALSE(s.interface.Enabled(40070));
 }

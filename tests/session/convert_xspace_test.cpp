@@ -8,6 +8,7 @@
 #include "session/session.hpp"
 #include "session/testing.hpp"
 #include "session/xspace.hpp"
+#include "session/xspace_vocabulary.hpp"
 
 namespace vntl {
 namespace {
@@ -45,7 +46,7 @@ void Add_Row(Session& s, const std::string& name, const Floats& x, X_Constants c
     p.conv = constants;
     PRF_Info_Add_Type info;
     p.filename = info.file_name = name;
-    info.kind = "DATA";
+    info.kind = Row_Kind::data;
     s.store.Append(std::move(p), std::move(info));
 }
 
@@ -64,9 +65,11 @@ void Expect_Near(const Floats& found, const Floats& from, const Conversion& conv
     for (std::size_t i = 0; i < from.size(); ++i) EXPECT_NEAR(found[i], convert(from[i]), 4e-7 * std::fabs(found[i])) << from[i];
 }
 
+Status Convert_To(Session& s, Ask& ask, std::string_view space) { return Convert_Xspace(s, ask, Find_Space(space)->space); }
+
 // All of a session that a refusal must leave as it was.
 std::string Fingerprint(const Session& s) {
-    std::string text = s.plot.xspace + "|" + s.plot.xlabel_text + "|" + std::to_string(s.store.nperfiles());
+    std::string text = std::string(Told(s.plot.xspace)) + "|" + s.plot.xlabel_text + "|" + std::to_string(s.store.nperfiles());
     for (int row = 1; row <= s.store.nperfiles(); ++row) {
         const Diffraction_Pattern_Type& p = s.store.Pattern(row);
         const PRF_Info_Add_Type& info = s.store.Info(row);
@@ -94,7 +97,7 @@ TEST(Convert_Xspace, EveryMeetingOfAPresentSpaceAndATarget) {
         {"s-space", &s_scale, {"", "", "", "", same}},
         {"mono", nullptr, {no, no, no, no, "Conversion not posible"}},
     };
-    for (const char* other : {"----", "Lambda", "Energy", "Temperature", "Frequency", "Time", "Distance", "r.l.u.", "parsec"})
+    for (const char* other : {"----", "Lambda", "Energy", "Temperature", "Frequency", "Time", "Distance", "r.l.u."})
         rows.push_back({other,
                         nullptr,
                         {lost + other, lost + other, lost + other, "Vantrelo in unknown xspace  : " + std::string(other), lost + other}});
@@ -112,7 +115,7 @@ TEST(Convert_Xspace, EveryMeetingOfAPresentSpaceAndATarget) {
             Add_Marks(s.store.Info(1), x);
             if (row.present != "----") Set_Xspace(s, row.present);
             const std::string before = Fingerprint(s);
-            const Status status = Convert_Xspace(s, ask, target.name);
+            const Status status = Convert_To(s, ask, target.name);
             EXPECT_EQ(status.message, row.answers[t]);
             EXPECT_EQ(status.failed, !row.answers[t].empty());
             EXPECT_TRUE(ask.boxes.empty() && ask.constants_asked.empty());
@@ -120,7 +123,7 @@ TEST(Convert_Xspace, EveryMeetingOfAPresentSpaceAndATarget) {
                 EXPECT_EQ(Fingerprint(s), before);
                 continue;
             }
-            EXPECT_EQ(s.plot.xspace + "|" + s.plot.xlabel_text, target.name + "|" + titles[t]);
+            EXPECT_EQ(std::string(Told(s.plot.xspace)) + "|" + s.plot.xlabel_text, target.name + "|" + titles[t]);
             for (const int command : commands) EXPECT_EQ(s.interface.Checked(command), command == commands[t]) << command;
 
             const Diffraction_Pattern_Type& p = s.store.Pattern(1);
@@ -144,15 +147,15 @@ TEST(Convert_Xspace, MixedOriginsAndUnknownTargets) {
     Scripted_Ask ask;
     Add_Row(s, "a.xye", q_scale.x, {wavelength});
     Set_Xspace(s, "q-space");
-    EXPECT_EQ(Convert_Xspace(s, ask, "Lambda").message, "Unknown Xspace target");
+    EXPECT_EQ(Convert_To(s, ask, "Lambda").message, "Unknown Xspace target");
     s.store.mixed_scat_var = true;
     const std::string before = Fingerprint(s);
     for (const char* origin : {"2theta", "TOF"})
-        EXPECT_EQ(Convert_Xspace(s, ask, origin).message,
+        EXPECT_EQ(Convert_To(s, ask, origin).message,
                   "Profiles with diferent scat_var were loaded.\nUnable to converter xspace to scar_var of origin.");
-    EXPECT_EQ(Convert_Xspace(s, ask, "q-space").message, "Same xspace...");
+    EXPECT_EQ(Convert_To(s, ask, "q-space").message, "Same xspace...");
     EXPECT_EQ(Fingerprint(s), before);
-    EXPECT_TRUE(Convert_Xspace(s, ask, "d-space").ok());
+    EXPECT_TRUE(Convert_To(s, ask, "d-space").ok());
 }
 
 // Rows without constants: the table asks, keeps what was typed, and an abscissa moves only when all is there.
@@ -178,7 +181,7 @@ TEST(Convert_Xspace, TheTableOfConstants) {
             return pairs;
         };
 
-        EXPECT_EQ(Convert_Xspace(s, ask, "d-space").message, "Conversion of xspace cancelled");
+        EXPECT_EQ(Convert_To(s, ask, "d-space").message, "Conversion of xspace cancelled");
         EXPECT_EQ(ask.constants_asked, std::vector{c.kind});
         ASSERT_EQ(ask.constants_shown.size(), 3u);
         EXPECT_EQ(ask.constants_shown[1].file_name, "b.xye");
@@ -188,18 +191,18 @@ TEST(Convert_Xspace, TheTableOfConstants) {
 
         const Pairs typed = {{0, 5}, {7, 6}, {-2, 8}};
         ask.constants = {typed};
-        EXPECT_EQ(Convert_Xspace(s, ask, "q-space").message, c.invalid + "a.xye\nc.xye\n");
+        EXPECT_EQ(Convert_To(s, ask, "q-space").message, c.invalid + "a.xye\nc.xye\n");
         EXPECT_EQ(constants(), typed);
         EXPECT_EQ(Fingerprint(s), before);
 
         ask.constants = {{{std::numeric_limits<float>::quiet_NaN(), 0}, {1, 0}, {1, 0}}};
-        EXPECT_EQ(Convert_Xspace(s, ask, "s-space").message, c.invalid + "a.xye\n");
+        EXPECT_EQ(Convert_To(s, ask, "s-space").message, c.invalid + "a.xye\n");
         EXPECT_EQ(Fingerprint(s), before);
 
         ask.constants = {{{1, 0}, {2, 0}, {4, 0}}};
-        EXPECT_TRUE(Convert_Xspace(s, ask, "d-space").ok());
+        EXPECT_TRUE(Convert_To(s, ask, "d-space").ok());
         EXPECT_FLOAT_EQ(s.store.Pattern(3).x[1], s.store.Pattern(1).x[1] * (c.scale.name == "TOF" ? 0.25f : 4.0f));
-        EXPECT_TRUE(Convert_Xspace(s, ask, "q-space").ok());
+        EXPECT_TRUE(Convert_To(s, ask, "q-space").ok());
         EXPECT_EQ(ask.constants_asked.size(), 4u);
         EXPECT_TRUE(ask.boxes.empty());
     }
@@ -232,7 +235,7 @@ TEST(Convert_Xspace, RegionsThatReachZeroAreLeftOut) {
     const Pairs regions = {{-1, 5}, {30, 40}, {0, 3}, {50, 70}};
     for (std::size_t i = 0; i < 4; ++i) info.excl_min[i] = regions[i].first, info.excl_max[i] = regions[i].second;
     Set_Xspace(s, "2theta");
-    ASSERT_TRUE(Convert_Xspace(s, ask, "d-space").ok());
+    ASSERT_TRUE(Convert_To(s, ask, "d-space").ok());
     const auto box = [](const char* number) {
         return std::string("Information Message|The excluded region No. ") + number +
                " of\na.xye contains an invalid value.\nThis excluded region will be deleted";
@@ -240,7 +243,7 @@ TEST(Convert_Xspace, RegionsThatReachZeroAreLeftOut) {
     EXPECT_EQ(ask.boxes, (Texts{box("3"), box("1")}));  // from the last to the first
     ASSERT_EQ(info.nexcl, 2);
     Expect_Near({info.excl_min[0], info.excl_max[0], info.excl_min[1], info.excl_max[1]}, {40, 30, 70, 50}, theta_scale.d_of);
-    ASSERT_TRUE(Convert_Xspace(s, ask, "2theta").ok());
+    ASSERT_TRUE(Convert_To(s, ask, "2theta").ok());
     Expect_Near({info.excl_min[0], info.excl_max[0], info.excl_min[1], info.excl_max[1]}, {30, 40, 50, 70}, Same);
 }
 
@@ -250,10 +253,10 @@ TEST(Convert_Xspace, EachRowReturnsByItsOwnWavelength) {
     Add_Row(s, "short", {-1, 10, 20, 60, 150}, {0.7093f});
     Add_Row(s, "long", {10, 20, 60, 150}, {2.5f});
     Set_Xspace(s, "2theta");
-    for (const char* target : {"d-space", "q-space", "s-space", "d-space"}) ASSERT_TRUE(Convert_Xspace(s, ask, target).ok()) << target;
+    for (const char* target : {"d-space", "q-space", "s-space", "d-space"}) ASSERT_TRUE(Convert_To(s, ask, target).ok()) << target;
     for (const int row : {1, 2})
         EXPECT_NEAR(s.store.Pattern(row).x[0], double{s.store.Pattern(row).conv[0]} / (2 * std::sin(75 * degree)), 1e-6);
-    ASSERT_TRUE(Convert_Xspace(s, ask, "2theta").ok());
+    ASSERT_TRUE(Convert_To(s, ask, "2theta").ok());
     Expect_Near(s.store.Pattern(1).x, {10, 10, 20, 60, 150}, Same);  // the point below 0 stays with its neighbour
     Expect_Near(s.store.Pattern(2).x, {10, 20, 60, 150}, Same);
     EXPECT_EQ(s.store.Pattern(2).y, (Floats{0, 1, 4, 9}));
@@ -268,7 +271,7 @@ TEST(Convert_Xspace, ManyRowsOfManyPoints) {
     for (int row = 1; row <= 41; ++row) Add_Row(s, "row", x, {0.5f + static_cast<float>(row) * 0.05f});
     Set_Xspace(s, "2theta");
     const Session before = s;
-    ASSERT_TRUE(Convert_Xspace(s, ask, "q-space").ok());
+    ASSERT_TRUE(Convert_To(s, ask, "q-space").ok());
     for (int row = 1; row <= 41; ++row) {
         Diffraction_Pattern_Type alone = before.store.Pattern(row);
         for (const X_Step step : {X_Step::two_theta_to_d, X_Step::d_q}) Convert_Points(step, alone);
@@ -293,7 +296,7 @@ TEST(Convert_Xspace, ARowThatCannotFollowKeepsAllWhereTheyAre) {
         s.store.Info(1).excl_min[0] = -1;
         Set_Xspace(s, c.present);
         const std::string before = Fingerprint(s);
-        const Status status = Convert_Xspace(s, ask, c.target);
+        const Status status = Convert_To(s, ask, c.target);
         EXPECT_TRUE(status.failed);
         EXPECT_NE(status.message.find("bad.xye"), std::string::npos) << status.message;
         EXPECT_EQ(Fingerprint(s), before);
@@ -347,7 +350,7 @@ TEST(Convert_Xspace, ANewFileIsBroughtToThePresentSpace) {
             EXPECT_EQ(ask.boxes.size(), c.refusal.empty() ? 0u : 1u);
             EXPECT_NE(ask.Last_Box().find(c.refusal), std::string::npos) << ask.Last_Box();
             EXPECT_EQ(result, c.refusal.empty() ? Load_Result::added : Load_Result::refused);
-            EXPECT_EQ(s.plot.xspace, present->name);
+            EXPECT_EQ(Told(s.plot.xspace), present->name);
             EXPECT_EQ(s.store.Pattern(1).x, present->x);
             if (!c.refusal.empty()) {
                 EXPECT_EQ(Fingerprint(s), before);

@@ -18,11 +18,13 @@ Pattern_Reader Gives(Diffraction_Pattern_Type pattern) {
 
 // All that a failed load must leave as it was.
 std::string Fingerprint(const Session& s) {
-    std::string text = std::to_string(s.store.nperfiles()) + s.plot.xspace + s.plot.xlabel_text + s.plot.ylabel_text + s.plot.plot_type;
+    std::string text = std::to_string(s.store.nperfiles()) + std::string(Told(s.plot.xspace)) + s.plot.xlabel_text + s.plot.ylabel_text +
+                       std::string(Told(s.plot.plot_type));
     for (int slot = 1; slot <= recent_file_slots; ++slot) text += "|" + s.recent.Slot(slot);
     for (int row = 1; row <= s.store.nperfiles(); ++row) {
         const Diffraction_Pattern_Type& p = s.store.Pattern(row);
-        text += "|" + s.store.Info(row).kind + p.scat_var + std::to_string(p.npts) + " " + std::to_string(p.istat.size());
+        text +=
+            "|" + std::string(Told(s.store.Info(row).kind)) + p.scat_var + std::to_string(p.npts) + " " + std::to_string(p.istat.size());
         for (const float v : p.y) text += " " + std::to_string(v);
     }
     return text + s.store.show_ycalc_of.to_string().substr(max_profiles - 30) + std::to_string(s.store.profiles_uniform) +
@@ -40,10 +42,10 @@ TEST(Load, FillsTheRowFromPathAndFormat) {
     EXPECT_EQ(info.file_name, "run.1.cif");
     EXPECT_EQ(info.directory, "/data/ni 5");
     EXPECT_EQ(info.format, "CIF");
-    EXPECT_EQ(info.kind, "RIETV");
+    EXPECT_EQ(info.kind, Row_Kind::rietv);
     EXPECT_TRUE(s.store.show_ycalc_of[0] && s.store.show_bgr_of[0]);
     EXPECT_EQ(s.store.Pattern(1).y.size(), 20u);
-    EXPECT_EQ(s.plot.xspace, "2theta");
+    EXPECT_EQ(Told(s.plot.xspace), "2theta");
     EXPECT_EQ(s.recent.Slot(1), "/data/ni 5/run.1.cif");
     EXPECT_TRUE(ask.boxes.empty());
     EXPECT_TRUE(Check_Invariants(s).ok()) << Check_Invariants(s).message;
@@ -64,8 +66,8 @@ TEST(Load, KindFollowsFromTheCalculatedCurve) {
         Diffraction_Pattern_Type p = Tiny_Pattern();
         for (int i = c.from; i <= c.to; ++i) p.ycalc[i - 1] = c.value;
         Load_Row(s, ask, "/a.xye", "XYSIGMA", Gives(p));
-        EXPECT_EQ(s.store.Info(1).kind, c.kind) << c.from << " to " << c.to;
-        EXPECT_EQ(s.store.show_ycalc_of[0], s.store.Info(1).kind == "RIETV");
+        EXPECT_EQ(Told(s.store.Info(1).kind), c.kind) << c.from << " to " << c.to;
+        EXPECT_EQ(s.store.show_ycalc_of[0], s.store.Info(1).kind == Row_Kind::rietv);
         EXPECT_FALSE(s.store.show_bgr_of[0]);
     }
 }
@@ -114,7 +116,7 @@ TEST(Load, EveryRefusalIsToldAndLeavesEverythingAsItWas) {
     Session empty;  // a first file that fails does not set the x space either
     EXPECT_EQ(Load_Row(empty, ask, "/b", "", Gives(Tiny_Pattern(12, 0, "parsec"))), Load_Result::refused);
     EXPECT_EQ(ask.Last_Box(), "Error Message|Unknown scattering variable: parsec");
-    EXPECT_EQ(empty.plot.xspace, "----");
+    EXPECT_EQ(Told(empty.plot.xspace), "----");
     EXPECT_EQ(empty.recent.Slot(1), "-");
 }
 
@@ -127,7 +129,7 @@ TEST(Load, RowsBeyondTheTwentiethKeepXYAndNdAlone) {
         SCOPED_TRACE(row);
         const Diffraction_Pattern_Type& p = s.store.Pattern(row);
         const bool whole = row <= 20;
-        EXPECT_EQ(s.store.Info(row).kind, whole ? "RIETV" : "DATA");
+        EXPECT_EQ(Told(s.store.Info(row).kind), whole ? "RIETV" : "DATA");
         for (const std::size_t length : {p.ycalc.size(), p.bgr.size(), p.sigma.size(), p.istat.size()}) EXPECT_EQ(length, whole ? 12u : 0u);
         EXPECT_EQ(p.x.size() + p.y.size() + p.nd.size(), 36u);
         EXPECT_EQ(p.has_ycalc || p.al_ycalc || s.store.show_ycalc_of[row - 1] || s.store.show_bgr_of[row - 1], whole);
@@ -173,7 +175,7 @@ TEST(Load, RecentFilesHoldAbsoluteNamesThatFit) {
     Load_Row(s, ask, "/" + std::string(200, 'x') + ".xy", "", reader);
     EXPECT_EQ(s.store.nperfiles(), 4);
     EXPECT_EQ(s.recent.Slot(1), dir.path + "/a.xy");
-    EXPECT_EQ(s.interface.recent_labels[0], "1. " + dir.path + "/a.xy");
+    EXPECT_EQ(s.interface.labels[40038], "1. " + dir.path + "/a.xy");
     EXPECT_TRUE(s.interface.Enabled(40038));
 }
 
@@ -184,7 +186,7 @@ TEST(Reset, LeavesTheStateOfAStart) {
     Set_Menu_Single(s, true);
     s.store.profile_shown[0] = s.store.show_difference = false;
     s.plot.peak_insert = s.plot.show_target = true;
-    s.plot.shift_x = s.plot.x_view_max = 4;
+    s.plot.y_prf_bottom = s.plot.x_view_max = 4;
     s.lists.background.push_back({1, 2});
     s.interface.Check(40111, true);
     s.interface.Status_Text(3, " Rotation : 3");
@@ -192,9 +194,9 @@ TEST(Reset, LeavesTheStateOfAStart) {
     Set_Menu_Empty(s);
     EXPECT_EQ(s.store.nperfiles(), 0);
     EXPECT_TRUE(s.store.shown(1) && s.store.show_difference && s.store.show_ycalc_of.none());
-    EXPECT_EQ(s.plot.xspace, "----");
+    EXPECT_EQ(Told(s.plot.xspace), "----");
     EXPECT_FALSE(s.plot.peak_insert || s.plot.show_target || s.interface.Checked(40111) || s.interface.Checked(40042));
-    EXPECT_EQ(s.plot.shift_x + s.plot.x_view_max, 0);
+    EXPECT_EQ(s.plot.y_prf_bottom + s.plot.x_view_max, 0);
     EXPECT_TRUE(s.lists.background.empty());
     EXPECT_EQ(s.interface.status[2], "");
     EXPECT_EQ(s.interface.status[4], "none");

@@ -23,7 +23,7 @@ constexpr std::array<int, 2> kept_toolbars = {1, 2};
 const std::vector<Form_Case>& Forms() {
     static const std::vector<Form_Case> forms = {
         {'E', "none", Set_Menu_Empty, {30101, 0}},
-        {'C', "calculation", [](Session& s) { Set_Calculation_Mode(s, 4); }, kept_toolbars},
+        {'C', "calculation", [](Session& s) { Set_Calculation_Mode(s, Click_Mode::reflections); }, kept_toolbars},
         {'S', "single", [](Session& s) { Set_Menu_Single(s, true); }, {30102, 30104}},
         {'M', "multi", [](Session& s) { Set_Menu_Graph(s, false); }, {30103, 30104}},
         {'M', "multi_log", [](Session& s) { Set_Menu_Graph(s, true); }, {30103, 30104}},
@@ -108,19 +108,19 @@ TEST(Menu_States, EveryFormShowsItselfInBarsMessagesAndStatus) {
         for (int move_mode = 0; move_mode <= 5; ++move_mode) {
             SCOPED_TRACE(form.plot_type);
             Session s;
-            Set_Calculation_Mode(s, 2);
+            Set_Calculation_Mode(s, Click_Mode::peaks);
             s.interface.toolbars = kept_toolbars;
             s.interface.cursor = move_mode % 2 == 0 ? Cursor_Shape::cross : Cursor_Shape::hand;
             s.interface.want_mouse_move = s.interface.want_mouse_down = form.letter == 'E';
             s.interface.want_mouse_up = true;
-            s.plot.MoveMode = move_mode;
+            s.plot.MoveMode = Move_Mode{move_mode};
             const unsigned before = s.interface.revision;
             form.enter(s);
-            EXPECT_EQ(s.plot.plot_type, form.plot_type);
+            EXPECT_EQ(Told(s.plot.plot_type), form.plot_type);
             EXPECT_EQ(s.interface.status[4], form.plot_type);
             EXPECT_EQ(s.interface.toolbars, form.toolbars);
-            EXPECT_EQ(s.plot.MoveMode, 0);
-            EXPECT_EQ(s.plot.ClickMode, form.letter == 'C' ? 4 : 0);
+            EXPECT_EQ(s.plot.MoveMode, Move_Mode::none);
+            EXPECT_EQ(s.plot.ClickMode, form.letter == 'C' ? Click_Mode::reflections : Click_Mode::none);
             EXPECT_FALSE(s.interface.Checked(40091));
             EXPECT_EQ(s.interface.want_mouse_move, form.letter != 'E');
             EXPECT_EQ(s.interface.want_mouse_down, form.letter != 'E');
@@ -143,14 +143,14 @@ TEST(Menu_States, EachCalculationEnablesItsOwnCommandsAlone) {
         {4, 0, {}},
     };
     for (const Mode_Case& c : modes)
-        for (const std::string form : {"none", "single", "multi", "multi_log", "calculation"})
+        for (const Plot_Form form : {Plot_Form::none, Plot_Form::single, Plot_Form::multi, Plot_Form::multi_log, Plot_Form::calculation})
             for (const bool prf_loaded : {false, true})
                 for (const bool before : {false, true}) {
-                    SCOPED_TRACE("mode " + std::to_string(c.mode) + " from " + form + (prf_loaded ? " with" : " without") +
-                                 " a refined profile, before " + std::to_string(before));
+                    SCOPED_TRACE("mode " + std::to_string(c.mode) + " from " + std::string(Told(form)) +
+                                 (prf_loaded ? " with" : " without") + " a refined profile, before " + std::to_string(before));
                     std::set<int> enabled = c.enabled;
                     if (c.mode == 2 && prf_loaded) enabled.insert(40180);
-                    if (c.mode == 3 && form != "multi") enabled.insert(40159);
+                    if (c.mode == 3 && form != Plot_Form::multi) enabled.insert(40159);
 
                     Session s;
                     s.store.prf_loaded = prf_loaded;
@@ -158,7 +158,7 @@ TEST(Menu_States, EachCalculationEnablesItsOwnCommandsAlone) {
                     Set_Plot_Type(s, form);
                     for (const int command : All_Commands()) s.interface.Enable(command, before);
                     for (const int menu : {40024, 40091, 40120}) s.interface.Check(menu, true);
-                    Set_Calculation_Mode(s, c.mode);
+                    Set_Calculation_Mode(s, Click_Mode{c.mode});
 
                     for (const int command : All_Commands()) {
                         // The form has the last word, even about what the calculation enabled.
@@ -168,20 +168,20 @@ TEST(Menu_States, EachCalculationEnablesItsOwnCommandsAlone) {
                     for (const int menu : {40024, 40091, 40120}) EXPECT_EQ(s.interface.Checked(menu), menu == c.checked) << menu;
                     for (const int format : {40010, 40098, 40160, 40177, 40191})  // entries of the menu of the peak file
                         EXPECT_EQ(s.interface.Enabled(format), s.interface.Enabled(40008)) << format;
-                    EXPECT_EQ(s.plot.ClickMode, c.mode);
+                    EXPECT_EQ(s.plot.ClickMode, Click_Mode{c.mode});
                     EXPECT_FALSE(s.plot.peak_insert || s.plot.peak_delete || s.plot.bgr_insert || s.plot.bgr_delete);
                 }
 }
 
 TEST(Menu_States, AStartAndAResetOfferNoCalculation) {
     Session fresh, reset;
-    Set_Calculation_Mode(reset, 2);
+    Set_Calculation_Mode(reset, Click_Mode::peaks);
     Reset_Profiles(reset);
     Set_Menu_Empty(reset);
     for (const Session* s : {&fresh, &reset})
         for (const int command : {40096, 40097, 40092, 40008, 40010, 40138, 40139, 40002, 40216, 40220, 40209, 40090, 40036, 40106})
             EXPECT_FALSE(s->interface.Enabled(command)) << command;
-    Set_Calculation_Mode(reset, 0);  // what one row in the graph does
+    Set_Calculation_Mode(reset, Click_Mode::none);  // what one row in the graph does
     Set_Menu_Single(reset, true);
     for (const int command : {40024, 40091, 40120, 40095, 40096, 40138, 40154, 40215})
         EXPECT_TRUE(reset.interface.Enabled(command)) << command;

@@ -159,7 +159,7 @@ TEST_F(Opening, BanksAndRangesBecomeRows) {
     EXPECT_TRUE(result.failed);
     EXPECT_EQ(result.rows_added, 7);
     EXPECT_EQ(ask.boxes.back().find("wrong number of patterns") != std::string::npos, true) << ask.boxes.back();
-    EXPECT_EQ(other.store.Info(7).kind, "DATA");
+    EXPECT_EQ(other.store.Info(7).kind, Row_Kind::data);
 }
 
 TEST_F(Opening, AFailureTellsWhatTheContentsLookLike) {

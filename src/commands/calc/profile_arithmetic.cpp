@@ -22,9 +22,9 @@ constexpr int select_all = 1332, deselect_all = 1333;
 Status Table_Full() { return Status::Fail(std::string(table_full_text)); }
 
 // The new row of an operation takes its name and kind.
-void Name_Row(Session& session, int row, std::string kind, std::string_view title, std::string file_name) {
+void Name_Row(Session& session, int row, Row_Kind kind, std::string_view title, std::string file_name) {
     session.store.Pattern(row).title = Cut(title, title_width);
-    session.store.Info(row).kind = std::move(kind);
+    session.store.Info(row).kind = kind;
     session.store.Info(row).file_name = std::move(file_name);
 }
 
@@ -34,10 +34,12 @@ constexpr int sum_dialog = 141, sum_heading = 1338, sum_grid = 1331;
 enum Sum_Column { sum_file = 1, sum_title, sum_points, sum_check };
 
 struct Sum_Texts {
-    std::string_view heading, kind, title, file_name;
+    std::string_view heading;
+    Row_Kind kind;
+    std::string_view title, file_name;
 };
-constexpr Sum_Texts sum_texts{"Sum of profiles", "SUMM", "Summation of profiles ", "<summation>"};
-constexpr Sum_Texts average_texts{"Average of profiles", "AVER", "Average of profiles ", "<Average>"};
+constexpr Sum_Texts sum_texts{"Sum of profiles", Row_Kind::summ, "Summation of profiles ", "<summation>"};
+constexpr Sum_Texts average_texts{"Average of profiles", Row_Kind::aver, "Average of profiles ", "<Average>"};
 
 void Fill_Sum(const Session& session, const Sum_Texts& texts) {
     const Profile_Store& store = session.store;
@@ -56,7 +58,7 @@ std::optional<std::vector<int>> Rows_To_Sum(Session& session, const Sum_Texts& t
     Fill_Sum(session, texts);
     WDialogShow(sum_grid, Show_Kind::modal);
     int pressed = 0;
-    while ((pressed = Run_Modal(session, sum_dialog)) == select_all || pressed == deselect_all)
+    while ((pressed = Run_Modal(sum_dialog)) == select_all || pressed == deselect_all)
         Set_Checks(session, sum_grid, sum_check, pressed == select_all, [&](int row) { return Is_Refined_Kind(session, row); });
     std::optional<std::vector<int>> rows;
     if (pressed == button_ok) rows = Checked_Rows(sum_grid, sum_check);
@@ -77,7 +79,8 @@ Status Subtract(Session& session, int a, int b) {
         store.Drop_Last();
         return status;
     }
-    Name_Row(session, row, "DIFF", "Difference of profiles: " + store.Info(a).file_name + " - " + store.Info(b).file_name, "<difference>");
+    Name_Row(session, row, Row_Kind::diff, "Difference of profiles: " + store.Info(a).file_name + " - " + store.Info(b).file_name,
+             "<difference>");
     return Status::Done();
 }
 
@@ -177,7 +180,7 @@ void Apply_Changes(Session& session, const std::vector<int>& rows) {
 
 Status Run_Multiply(Session& session) {
     while (true) {
-        switch (const int pressed = Run_Modal(session, multiply_dialog)) {
+        switch (const int pressed = Run_Modal(multiply_dialog)) {
             case select_all:
             case deselect_all:
                 Set_Checks(session, multiply_grid, multiply_check, pressed == select_all);
@@ -284,7 +287,7 @@ Status Sum_Profiles(Session& session, Sum_Mode mode) {
         store.Drop_Last();
         return status;
     }
-    Name_Row(session, row, std::string(texts.kind), texts.title, std::string(texts.file_name));
+    Name_Row(session, row, texts.kind, texts.title, std::string(texts.file_name));
     return Status::Done();
 }
 
@@ -297,7 +300,7 @@ Status Difference_Profiles(Session& session) {
     WDialogPutMenu(profile_a, rows, 1);
     WDialogPutMenu(profile_b, rows, rows.size() > 1 ? 2 : 1);
     WDialogShow(profile_a, Show_Kind::modal);
-    const bool accepted = Run_Modal(session, difference_dialog) == button_ok;
+    const bool accepted = Run_Modal(difference_dialog) == button_ok;
     const int a = WDialogGetMenu(profile_a), b = WDialogGetMenu(profile_b);
     WDialogUnload();
     return accepted ? Subtract(session, a, b) : Status::Fail("Cancelled");
@@ -317,7 +320,7 @@ Status Efficiency_Correction(Session& session, Ask&) {
     int points = 0;
     for (int row = 1; row <= store.nperfiles(); ++row) points = std::max(points, static_cast<int>(store.Pattern(row).npts));
     if (points == 0) return Status::Fail("ERROR zero points in profiles!");
-    const auto files = Select_Files(session, Select_Kind::open, "Input Efficiency File |*.eff;*.xy|", "Select Eff files to open");
+    const auto files = Select_Files(session.config, Select_Kind::open, "Input Efficiency File |*.eff;*.xy|", "Select Eff files to open");
     if (files.empty()) return Status::Fail("Cancelled");
     Efficiency efficiency;
     if (Status status = Read_Efficiency_File(files.front(), points, efficiency); status.failed) return status;

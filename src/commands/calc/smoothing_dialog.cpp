@@ -30,10 +30,7 @@ struct Filter {
     bool fourier;
     void (*smooth)(std::vector<float>& y, int window);
 
-    bool Takes_First(const std::string& kind) const { return fourier ? kind == "DATA" || kind == "SMOO" : Takes(kind); }
-    bool Takes(const std::string& kind) const {
-        return fourier ? Contains(kind, "DATA") || Contains(kind, "SMOO") : !Contains(kind, "PRF") && !Contains(kind, "MONO");
-    }
+    bool Takes(Row_Kind kind) const { return fourier ? kind == Row_Kind::data || kind == Row_Kind::smoo : !Is_Refined(kind); }
     std::string Passed_Over(const std::string& file_name) const {
         return "Profile " + file_name + "\n" + (fourier ? "is not of DATA type." : "is of PRF type.") + " It will be ignored";
     }
@@ -56,7 +53,7 @@ void Fill(const Session& session, const Filter& filter) {
     WDialogPutInteger(window_field, window_at_first);
     WDialogFieldState(window_field, filter.fourier ? field_enabled : field_disabled);
     WDialogPutRadioButton(first_profile);
-    const int radio_state = Contains(session.plot.plot_type, "single") ? field_disabled : field_enabled;
+    const int radio_state = session.plot.plot_type == Plot_Form::single ? field_disabled : field_enabled;
     for (const int radio : {first_profile, all_profiles}) WDialogFieldState(radio, radio_state);
     WDialogPutCheckBox(new_profile, 1);
     WDialogPutCheckBox(efficiency_file, 0);
@@ -69,7 +66,7 @@ std::optional<Choice> Ask_For_Choice(Session& session, const Filter& filter) {
     Fill(session, filter);
     WDialogShow(0, Show_Kind::modal);
     std::optional<Choice> choice;
-    if (Run_Modal(session, smoothing_dialog, {}, [&filter](int) { Couple_Fields(filter); }) == button_ok)
+    if (Run_Modal(smoothing_dialog, {}, [&filter](int) { Couple_Fields(filter); }) == button_ok)
         choice = Choice{WDialogGetInteger(window_field).value_or(0), WDialogGetRadioButton(first_profile) == all_profiles,
                         WDialogGetCheckBox(new_profile) != 0, WDialogGetCheckBox(efficiency_file) != 0};
     WDialogUnload();
@@ -84,7 +81,7 @@ Status Write_Ratio(const Session& session, const std::vector<float>& raw, const 
 
 Status Smooth_First(Session& session, const Filter& filter, const Choice& choice) {
     Profile_Store& store = session.store;
-    if (!filter.Takes_First(store.Info(1).kind)) return Status::Fail("Operation not permitted over this profile type");
+    if (!filter.Takes(store.Info(1).kind)) return Status::Fail("Operation not permitted over this profile type");
     if (!choice.new_row) {
         filter.smooth(store.Pattern(1).y, choice.window);
         return Status::Done();
@@ -94,7 +91,7 @@ Status Smooth_First(Session& session, const Filter& filter, const Choice& choice
     Diffraction_Pattern_Type& smoothed = store.Pattern(row);
     filter.smooth(smoothed.y, choice.window);
     smoothed.title = Cut("Smoothing Fourier of " + store.Pattern(1).title, title_width);
-    store.Info(row).kind = "SMOO";
+    store.Info(row).kind = Row_Kind::smoo;
     store.Info(row).file_name = "<smoothing>";
     return filter.fourier && choice.efficiency ? Write_Ratio(session, store.Pattern(1).y, smoothed.y) : Status::Done();
 }

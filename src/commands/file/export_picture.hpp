@@ -1,6 +1,7 @@
-// The present picture, its marks included, as a file.
+// A window's picture, its marks included, as a file.
 #pragma once
 
+#include <functional>
 #include <string>
 
 #include "base/ask.hpp"
@@ -8,14 +9,18 @@
 
 namespace vntl {
 
-struct Session;
+struct Configuration;
+class Device;
 
-// Draws the present picture to `file`; its ending chooses the format: .png .bmp .jpg in pixels, .svg .pdf .ps as drawing on a page of
+// Has `draw` draw to `file`; its ending chooses the format: .png .bmp .jpg in pixels, .svg .pdf .ps as drawing on a page of
 // `width` x `height` pixels of 1/96 inch. Fails, with the name in the message, on another ending, a size out of range, and a file
 // that cannot be written; the file is then as it was.
-Status Export_Picture(Session&, const std::string& file, int width, int height);
+Status Export_Picture(const std::function<void(Device&)>& draw, const std::string& file, int width, int height);
 
-// "Save Graphic into file...": the user chooses the name; the picture has the size of the window.
-Status Export_Plot(Session&, Ask&);
+// The picture of the window in front, in its size.
+Status Export_Window(const std::string& file);
+
+// "Save Graphic into file...": the user chooses the name.
+Status Export_Plot(Configuration&, Ask&);
 
 }  // namespace vntl

@@ -37,14 +37,14 @@ const Pattern_Format& Format_With(int Pattern_Format::*item, int value) {
 
 }  // namespace
 
-std::optional<Format_Choice> Data_Format_Dialog(Session& session, const Format_Question& question) {
+std::optional<Format_Choice> Data_Format_Dialog(const Format_Question& question) {
     Register_Dialogs(std::array{Format_Dialog_Resource(question)});
     WDialogLoad(format_dialog);
     WDialogPutRadioButton(Format_With(&Pattern_Format::code, question.proposed).field);
     WDialogShow(0, Show_Kind::modal);
 
     std::optional<Format_Choice> choice;
-    if (Run_Modal(session, format_dialog) == button_ok) {
+    if (Run_Modal(format_dialog) == button_ok) {
         const int field = WDialogGetRadioButton(field_first_format);
         choice = Format_Choice{Format_With(&Pattern_Format::field, field).code, WDialogGetCheckBox(field_all_banks) == 1};
     }

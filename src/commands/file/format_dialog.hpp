@@ -7,9 +7,7 @@
 
 namespace vntl {
 
-struct Session;
-
 // What was recognised is named and selected; a file of several banks offers to open them all.
-std::optional<Format_Choice> Data_Format_Dialog(Session&, const Format_Question& question);
+std::optional<Format_Choice> Data_Format_Dialog(const Format_Question& question);
 
 }  // namespace vntl

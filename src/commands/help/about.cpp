@@ -1,7 +1,7 @@
 #include "commands/help/about.hpp"
 
 #include "commands/modal.hpp"
-#include "session/session.hpp"
+#include "session/configuration.hpp"
 
 namespace vntl {
 
@@ -39,15 +39,14 @@ Dialog_Resource About_Dialog_Resource() {
              {ok}}};
 }
 
-void About_Dialog(Session& session) {
-    const Configuration& config = session.config;
+void About_Dialog(const Configuration& config) {
     WDialogLoad(about_dialog);
     WDialogPutString(field_name, config.program_name);
     WDialogPutString(field_version, config.program_version + "  " + config.program_date);
     WDialogPutString(field_purpose, config.program_line1);
     WDialogPutString(field_systems, config.program_line2);
     WDialogShow(button_ok, Show_Kind::modal);
-    Run_Modal(session, about_dialog);
+    Run_Modal(about_dialog);
     WDialogUnload();
 }
 

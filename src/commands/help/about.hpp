@@ -5,9 +5,9 @@
 
 namespace vntl {
 
-struct Session;
+struct Configuration;
 
 Dialog_Resource About_Dialog_Resource();
-void About_Dialog(Session&);
+void About_Dialog(const Configuration&);
 
 }  // namespace vntl

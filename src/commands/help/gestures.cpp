@@ -49,10 +49,10 @@ Dialog_Resource Gestures_Dialog_Resource() {
     return resource;
 }
 
-void Gestures_Dialog(Session& session) {
+void Gestures_Dialog() {
     WDialogLoad(gestures_dialog);
     WDialogShow(button_ok, Show_Kind::modal);
-    Run_Modal(session, gestures_dialog);
+    Run_Modal(gestures_dialog);
     WDialogUnload();
 }
 

@@ -5,9 +5,7 @@
 
 namespace vntl {
 
-struct Session;
-
 Dialog_Resource Gestures_Dialog_Resource();
-void Gestures_Dialog(Session&);
+void Gestures_Dialog();
 
 }  // namespace vntl

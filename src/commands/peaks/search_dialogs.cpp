@@ -86,7 +86,7 @@ Status Edit_Parameters(Session& session, int dialog) {
     Fill(dialog, session.search);
     WDialogShow(0, Show_Kind::modal);
     std::optional<Search_Parameters> edited;
-    while (!edited && Run_Modal(session, dialog) == button_ok) edited = Parameters_Of(dialog, session.search);
+    while (!edited && Run_Modal(dialog) == button_ok) edited = Parameters_Of(dialog, session.search);
     WDialogUnload();
     if (!edited) return Status::Fail("Cancelled");
     session.search = *edited;

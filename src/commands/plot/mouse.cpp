@@ -6,7 +6,7 @@
 #include "commands/plot/mouse_clicks.hpp"
 #include "commands/plot/mouse_tools.hpp"
 #include "plot/plot.hpp"
-#include "plot/reflection_search.hpp"
+#include "session/reflection_search.hpp"
 
 namespace vntl {
 
@@ -15,7 +15,6 @@ namespace {
 constexpr float least_zoom = 0.002f;  // data units: a narrower rectangle is a click
 constexpr float margin = 0.05f;       // of the range, kept above and below on the way back
 constexpr double wheel_step = 0.8;    // of the width that a step of the wheel leaves
-constexpr int generated_list = 4;     // `ClickMode` while generated reflections are shown
 
 void Finish_Rectangle(Session& session, Ask& ask) {
     Plot_State& plot = session.plot;
@@ -25,15 +24,15 @@ void Finish_Rectangle(Session& session, Ask& ask) {
     const bool wide = std::fabs(a.x - b.x) > least_zoom;
     const bool zoom = wide && a.y != b.y && plot.Show({std::min(a.x, b.x), std::max(a.x, b.x), std::min(a.y, b.y), std::max(a.y, b.y)});
     if (zoom) return Plot_Redraw(session);
-    plot.Show({plot.drawn_x1, plot.drawn_x2, plot.drawn_y1, plot.drawn_y2});
-    if (!wide && plot.plot_type == "calculation" && Inside(plot, b)) Click(session, ask, b.x, b.y);
+    plot.Show({plot.drawn.x1, plot.drawn.x2, plot.drawn.y1, plot.drawn.y2});
+    if (!wide && plot.plot_type == Plot_Form::calculation && Inside(plot, b)) Click(session, ask, b.x, b.y);
 }
 
 // The whole range again. A running calculation keeps its form and its marks.
 void Go_Back(Session& session) {
     Plot_State& plot = session.plot;
     Lapse_Rubber(session);
-    if (plot.plot_type != "calculation") return Plot_ReMake(session);
+    if (plot.plot_type != Plot_Form::calculation) return Plot_ReMake(session);
     const float pad = margin * (plot.y_all_max - plot.y_all_min);
     plot.x_view_min = plot.x_all_min;
     plot.x_view_max = plot.x_all_max;
@@ -78,13 +77,13 @@ void End_Drag(Session& session) {
 void Show_Reflections(Session& session, const WIN_MESSAGE& record, Data_Point at) {
     Plot_State& plot = session.plot;
     const Profile_Store& store = session.store;
-    const bool generated = plot.plot_type == "calculation" && plot.ClickMode == generated_list;
+    const bool generated = plot.ClickMode == Click_Mode::reflections;
     const bool refined = session.prefs.prf.refl_live && store.prf_loaded && store.show_reflections;
     bool changed = false;
     if (generated)
-        changed = Search_HKLGen_Refl(session, at.x, at.y);
+        changed = Search_HKLGen_Refl(session.lists.hklgen, plot, at.x, at.y);
     else if (refined)
-        changed = Search_PRF_Refl(session, at.x, at.y);
+        changed = Search_PRF_Refl(store, plot, at.x, at.y);
     if (!changed) return;
     plot.hits.x = record.x;
     plot.hits.y = record.y;
@@ -92,7 +91,9 @@ void Show_Reflections(Session& session, const WIN_MESSAGE& record, Data_Point at
 }
 
 // The lines of a tube stand over angles; while clicks act on a list the button is theirs.
-bool Draws_Spectral_Lines(const Plot_State& plot) { return plot.spectral.on && plot.ClickMode == 0 && plot.xspace == "2theta"; }
+bool Draws_Spectral_Lines(const Plot_State& plot) {
+    return plot.spectral.on && plot.ClickMode == Click_Mode::none && plot.xspace == X_Space::two_theta;
+}
 
 void Show_Spectral_Lines(Session& session, bool shown, float at) {
     session.plot.spectral.shown = shown;
@@ -127,15 +128,15 @@ void Cancel_Mouse(Session& session) {
 }
 
 void Start_Drag_Mode(Session& session) {
-    Enter_Mode(session, drag_mode, Cursor_Shape::hand, "", drag_command);
-    session.interface.Enable(drag_end_command, true);
+    Enter_Mode(session, Move_Mode::drag, Cursor_Shape::hand, "", command::drag);
+    session.interface.Enable(command::drag_end, true);
 }
 
 void End_Drag_Mode(Session& session) {
-    if (session.plot.MoveMode == drag_mode) Leave_Mode(session);
+    if (session.plot.MoveMode == Move_Mode::drag) Leave_Mode(session);
 }
 
-void MouseMovement_DragPlot(Session& session, const Message& message) {
+void MouseMovement_DragPlot(Session& session, Ask&, const Message& message) {
     Plot_State& plot = session.plot;
     const WIN_MESSAGE& record = message.record;
     if (!Has_Meaning(session, record)) return;
@@ -187,6 +188,25 @@ void MouseMovement_Main(Session& session, Ask& ask, const Message& message) {
         default:
             break;
     }
+}
+
+void Do_Mouse(Session& session, Ask& ask, const Message& message) {
+    using Routine = void (*)(Session&, Ask&, const Message&);
+    struct Mode_Routine {
+        Move_Mode mode;
+        Routine routine;
+    };
+    static constexpr Mode_Routine of_graph[] = {
+        {Move_Mode::none, MouseMovement_Main},          {Move_Mode::drag, MouseMovement_DragPlot},
+        {Move_Mode::exclude, MouseMovement_SelExclReg}, {Move_Mode::align, MouseMovement_OffsetAlign},
+        {Move_Mode::scale_y, MouseMovement_ScalingY},   {Move_Mode::scale_x, MouseMovement_ScalingX},
+    };
+    const Plot_State& plot = session.plot;
+    // A calculation has the mouse for itself.
+    const Move_Mode mode = plot.plot_type == Plot_Form::calculation ? Move_Mode::none : plot.MoveMode;
+    if (!plot.Is_2D()) return;
+    for (const Mode_Routine& row : of_graph)
+        if (row.mode == mode) return row.routine(session, ask, message);
 }
 
 }  // namespace vntl

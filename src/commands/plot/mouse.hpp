@@ -8,11 +8,15 @@
 #include <vector>
 
 #include "base/ask.hpp"
+#include "session/plot_form.hpp"
 #include "toolkit/messages.hpp"
 
 namespace vntl {
 
 struct Session;
+
+// Passes a message of the mouse to the routine of the plot form, and in a graph to that of `MoveMode`.
+void Do_Mouse(Session&, Ask&, const Message& message);
 
 //   left button   a rectangle that becomes the view when it is released; a click without a movement acts on the list of the running
 //                 calculation. With spectral lines, lines at the wavelengths of the tube.
@@ -22,7 +26,7 @@ struct Session;
 void MouseMovement_Main(Session&, Ask&, const Message& message);
 
 // The plot follows the left button at half its speed. The wheel works as above.
-void MouseMovement_DragPlot(Session&, const Message& message);
+void MouseMovement_DragPlot(Session&, Ask&, const Message& message);
 void Start_Drag_Mode(Session&);
 void End_Drag_Mode(Session&);
 
@@ -37,7 +41,7 @@ void Start_Align_Mode(Session&, std::vector<int> rows);
 // A click on a pivot, then a drag of a place beside it: x, or y, of the rows grows by the ratio of the drag's end to the pivot.
 void MouseMovement_ScalingX(Session&, Ask&, const Message& message);
 void MouseMovement_ScalingY(Session&, Ask&, const Message& message);
-void Start_Scaling_Mode(Session&, int mode, std::vector<int> rows);  // scale_x_mode or scale_y_mode
+void Start_Scaling_Mode(Session&, Move_Mode mode, std::vector<int> rows);  // scale_x or scale_y
 
 void Clear_Read_Outs(Session&);  // there is nothing to point at any more
 

@@ -61,7 +61,7 @@ struct Axis {
 const Axis& Axis_Of(const Plot_State& plot) {
     static const Axis x{"X", &Data_Point::x, &Plot_State::Place::x, &Rubber_Shape::x0, &Rubber_Shape::x1};
     static const Axis y{"Y", &Data_Point::y, &Plot_State::Place::y, &Rubber_Shape::y0, &Rubber_Shape::y1};
-    return plot.MoveMode == scale_x_mode ? x : y;
+    return plot.MoveMode == Move_Mode::scale_x ? x : y;
 }
 
 void Hint(Session& session, const std::string& text) { session.interface.Status_Text(1, text); }
@@ -127,7 +127,7 @@ bool Scale_Rows(Session& session, Ask& ask, bool along_x, const std::vector<int>
 void Finish_Factor(Session& session, Ask& ask) {
     Plot_State& plot = session.plot;
     const Axis axis = Axis_Of(plot);
-    const bool along_x = plot.MoveMode == scale_x_mode;
+    const bool along_x = plot.MoveMode == Move_Mode::scale_x;
     const std::vector<int> rows = plot.row_move.rows;
     const double pivot = plot.Pivot_Place();
     const float factor = In_Intensity(plot, plot.rubber.x1, plot.rubber.y1).*axis.value / (In_Intensity(plot, pivot, pivot).*axis.value);
@@ -175,11 +175,11 @@ void MouseMovement_Scaling(Session& session, Ask& ask, const Message& message) {
 }  // namespace
 
 void Start_Align_Mode(Session& session, std::vector<int> rows) {
-    Enter_Mode(session, align_mode, Cursor_Shape::cross, "Draw the way that the profiles shall go");
+    Enter_Mode(session, Move_Mode::align, Cursor_Shape::cross, "Draw the way that the profiles shall go");
     session.plot.row_move.rows = std::move(rows);
 }
 
-void Start_Scaling_Mode(Session& session, int mode, std::vector<int> rows) {
+void Start_Scaling_Mode(Session& session, Move_Mode mode, std::vector<int> rows) {
     Enter_Mode(session, mode, Cursor_Shape::cross, "");
     session.plot.row_move.rows = std::move(rows);
     Hint(session, Pivot_Hint(Axis_Of(session.plot)));

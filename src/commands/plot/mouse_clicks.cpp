@@ -105,14 +105,14 @@ void Click_In_Fit(Session& session, Ask& ask, float x, float y) {
 void Click(Session& session, Ask& ask, float x, float y) {
     const Plot_State& plot = session.plot;
     switch (plot.ClickMode) {
-        case 1:
+        case Click_Mode::fit:
             Click_In_Fit(session, ask, x, y);
             break;
-        case 2:
+        case Click_Mode::peaks:
             if (plot.peak_insert && !plot.peak_delete) Insert_Peak(session, ask, x, y);
             if (plot.peak_delete) Delete_Peak(session, ask, x);
             break;
-        case 3:
+        case Click_Mode::background:
             if (plot.bgr_insert) Insert_Background(session, ask, x, y);
             if (plot.bgr_delete) Delete_Background(session, ask, x, y);
             break;

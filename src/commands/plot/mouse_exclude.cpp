@@ -34,7 +34,7 @@ void Finish_Band(Session& session, Ask& ask) {
 }  // namespace
 
 void Start_Exclude_Mode(Session& session) {
-    Enter_Mode(session, exclude_mode, Cursor_Shape::cross, "Draw over the stretch to exclude", exclude_command);
+    Enter_Mode(session, Move_Mode::exclude, Cursor_Shape::cross, "Draw over the stretch to exclude", command::select_excluded);
 }
 
 void MouseMovement_SelExclReg(Session& session, Ask& ask, const Message& message) {

@@ -57,16 +57,16 @@ Data_Point In_Data(const Plot_State& plot, double page_x, double page_y) {
 
 Data_Point In_Intensity(const Plot_State& plot, double page_x, double page_y) {
     const Data_Point at = In_Data(plot, page_x, page_y);
-    return plot.plot_type == "multi_log" ? Data_Point{at.x, std::exp(at.y)} : at;
+    return plot.Is_Log() ? Data_Point{at.x, std::exp(at.y)} : at;
 }
 
 bool Inside(const Plot_State& plot, Data_Point at) {
-    return at.x >= plot.drawn_x1 && at.x <= plot.drawn_x2 && at.y >= plot.drawn_y1 && at.y <= plot.drawn_y2;
+    return at.x >= plot.drawn.x1 && at.x <= plot.drawn.x2 && at.y >= plot.drawn.y1 && at.y <= plot.drawn.y2;
 }
 
 Plot_State::Place Held_In_Box(const Plot_State& plot, Plot_State::Place page) {
-    return {std::clamp<double>(page.x, plot.zone_x1 * page_width, plot.zone_x2 * page_width),
-            std::clamp<double>(page.y, plot.zone_y1 * page_height, plot.zone_y2 * page_height)};
+    return {std::clamp<double>(page.x, plot.zone.x1 * page_width, plot.zone.x2 * page_width),
+            std::clamp<double>(page.y, plot.zone.y1 * page_height, plot.zone.y2 * page_height)};
 }
 
 std::size_t Point_At(const Diffraction_Pattern_Type& pattern, float x) {
@@ -80,7 +80,7 @@ void Show_Read_Outs(Session& session, Data_Point at) {
         for (const int part : {2, 3, 4}) bar.Status_Text(part, "");
         return;
     }
-    const int row = session.plot.plot_type == "multi" ? Nearest_Row(session.store, at) : 0;
+    const int row = session.plot.plot_type == Plot_Form::multi ? Nearest_Row(session.store, at) : 0;
     if (row != 0)
         bar.Status_Text(2, "Pointed Pattern " + std::to_string(row));
     else
@@ -113,7 +113,7 @@ void Lapse_Rubber(Session& session) {
     Plot_Repaint(session);
 }
 
-void Enter_Mode(Session& session, int mode, Cursor_Shape cursor, std::string_view hint, int command) {
+void Enter_Mode(Session& session, Move_Mode mode, Cursor_Shape cursor, std::string_view hint, int command) {
     Leave_Mode(session);
     session.plot.MoveMode = mode;
     session.interface.cursor = cursor;
@@ -124,16 +124,16 @@ void Enter_Mode(Session& session, int mode, Cursor_Shape cursor, std::string_vie
 
 void Leave_Mode(Session& session) {
     Plot_State& plot = session.plot;
-    if (plot.MoveMode == 0) return;
+    if (plot.MoveMode == Move_Mode::none) return;
     Interface_State& menu = session.interface;
-    plot.MoveMode = 0;
+    plot.MoveMode = Move_Mode::none;
     plot.drag = {};
     plot.row_move = {};
     plot.rubber = {};
     Want_Button_Up(session, false);
     menu.cursor = Cursor_Shape::arrow;
-    menu.Enable(drag_end_command, false);
-    for (const int command : {drag_command, exclude_command}) menu.Enable(command, true);
+    menu.Enable(command::drag_end, false);
+    for (const int id : {command::drag, command::select_excluded}) menu.Enable(id, true);
     menu.Status_Text(1, "");
     Plot_Repaint(session);
 }

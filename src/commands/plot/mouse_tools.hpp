@@ -35,8 +35,8 @@ void Lapse_Rubber(Session&);
 void Want_Button_Up(Session&, bool on);
 
 // A mode of the mouse takes the place of the present one; `command` is disabled while it lasts, 0 for none.
-void Enter_Mode(Session&, int mode, Cursor_Shape cursor, std::string_view hint, int command = 0);
-// Back to `MoveMode` 0: shapes lapse, the commands of the mode are free again, the hint goes.
+void Enter_Mode(Session&, Move_Mode mode, Cursor_Shape cursor, std::string_view hint, int command = 0);
+// Back to no mode: shapes lapse, the commands of the mode are free again, the hint goes.
 void Leave_Mode(Session&);
 
 // False for a message that means nothing: no rows, another plot form, no place.

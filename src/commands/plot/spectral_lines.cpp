@@ -98,7 +98,7 @@ void Spectral_Lines_Dialog(Session& session, Ask& ask) {
     const auto changed = [](int field) {
         if (field == anode_menu) Fill_Lines(WDialogGetMenu(anode_menu));
     };
-    while (Run_Modal(session, lines_dialog, {}, changed) == button_ok) {
+    while (Run_Modal(lines_dialog, {}, changed) == button_ok) {
         const auto lines = Lines_Of_Grid(ask);
         if (!lines) continue;
         conv[0] = (*lines)[0];

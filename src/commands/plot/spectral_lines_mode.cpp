@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <array>
 
 #include "calc/x_conversion.hpp"
 #include "commands/plot/spectral_lines.hpp"
@@ -8,7 +9,7 @@ namespace vntl {
 
 namespace {
 
-constexpr int first_line_command = 40216, line_commands = 4;
+constexpr std::array line_commands = {command::line_1, command::line_2, command::line_3, command::line_4};
 constexpr float least_wavelength = 0.1f;  // angstrom: below, the row brings none
 
 }  // namespace
@@ -16,10 +17,10 @@ constexpr float least_wavelength = 0.1f;  // angstrom: below, the row brings non
 void Spectral_Lines_On(Session& session, Ask& ask) {
     Interface_State& menu = session.interface;
     session.plot.spectral.on = true;
-    menu.Enable(lines_on_command, false);
-    menu.Enable(lines_off_command, true);
-    for (int line = 0; line < line_commands; ++line) menu.Enable(first_line_command + line, true);
-    menu.Check(lines_menu_command, true);
+    menu.Enable(command::lines_on, false);
+    menu.Enable(command::lines_off, true);
+    for (const int line : line_commands) menu.Enable(line, true);
+    menu.Check(command::lines_menu, true);
     const X_Constants& conv = session.store.Pattern(1).conv;
     if (std::min({conv[0], conv[1], conv[3]}) < least_wavelength) Spectral_Lines_Dialog(session, ask);
 }
@@ -27,19 +28,19 @@ void Spectral_Lines_On(Session& session, Ask& ask) {
 void Spectral_Lines_Off(Session& session) {
     Interface_State& menu = session.interface;
     session.plot.spectral = {};
-    for (int line = 0; line < line_commands; ++line) {
-        menu.Check(first_line_command + line, false);
-        menu.Enable(first_line_command + line, false);
+    for (const int line : line_commands) {
+        menu.Check(line, false);
+        menu.Enable(line, false);
     }
-    menu.Check(lines_menu_command, false);
-    menu.Enable(lines_on_command, true);
-    menu.Enable(lines_off_command, false);
+    menu.Check(command::lines_menu, false);
+    menu.Enable(command::lines_on, true);
+    menu.Enable(command::lines_off, false);
 }
 
 void Toggle_Spectral_Line(Session& session, int line) {
     bool& on = session.plot.spectral.line[static_cast<std::size_t>(line)];
     on = !on;
-    session.interface.Check(first_line_command + line, on);
+    session.interface.Check(line_commands[static_cast<std::size_t>(line)], on);
 }
 
 }  // namespace vntl

@@ -97,7 +97,7 @@ void Excluded_Regions_Admin(Session& session, Ask& ask) {
     std::vector<Tree_Item> items = Fill_Tree(session);
     WDialogShow(regions_tree, Show_Kind::modal);
     while (true) {
-        const int pressed = Run_Modal(session, admin_dialog), chosen = WDialogGetTreeView(regions_tree);
+        const int pressed = Run_Modal(admin_dialog), chosen = WDialogGetTreeView(regions_tree);
         bool changed = false;
         if (pressed == insert)
             changed = Insert_Another(session, ask);

@@ -29,7 +29,7 @@ void Insert(Session& session, Ask& ask, const std::vector<int>& rows, float lo, 
 
 Status Run(Session& session, Ask& ask) {
     while (true) {
-        const int pressed = Run_Modal(session, insert_dialog);
+        const int pressed = Run_Modal(insert_dialog);
         if (pressed == select_all || pressed == deselect_all) {
             Set_Checks(session, rows_grid, marked, pressed == select_all);
             continue;
@@ -68,7 +68,7 @@ Status Insert_Excluded_Region(Session& session, Ask& ask, float x1, float x2) {
     WDialogPutReal(to, std::max(x1, x2));
     Label_Row_Grid(session, rows_grid);
     Put_Row_Texts(session, rows_grid, file_name, [&](int row) { return session.store.Info(row).file_name; });
-    Put_Row_Texts(session, rows_grid, kind, [&](int row) { return session.store.Info(row).kind; });
+    Put_Row_Texts(session, rows_grid, kind, [&](int row) { return std::string(Told(session.store.Info(row).kind)); });
     Set_Checks(session, rows_grid, marked, false);
     WDialogShow(from, Show_Kind::modal);
     const Status status = Run(session, ask);

@@ -124,7 +124,7 @@ void Fill(const Session& session, const Move_Dialog& dialog) {
     const auto refined = [&session](int row) { return Is_Refined_Kind(session, row); };
     Label_Row_Grid(session, rows_grid);
     Put_Row_Texts(session, rows_grid, file_name, [&](int row) { return session.store.Info(row).file_name; });
-    Put_Row_Texts(session, rows_grid, kind, [&](int row) { return session.store.Info(row).kind; });
+    Put_Row_Texts(session, rows_grid, kind, [&](int row) { return std::string(Told(session.store.Info(row).kind)); });
     Set_Checks(session, rows_grid, marked, false);
     Fix_Checks(session, rows_grid, marked, refined);
     WDialogPutCheckBox(by_mouse, 1);
@@ -149,7 +149,7 @@ std::optional<std::vector<float>> Numbers(const Move_Dialog& dialog) {
 
 Status Run(Session& session, const Move_Dialog& dialog, Row_Choice& choice) {
     while (true) {
-        const int pressed = Run_Modal(session, dialog.number, {}, [&dialog](int) { Grey_Numbers(dialog); });
+        const int pressed = Run_Modal(dialog.number, {}, [&dialog](int) { Grey_Numbers(dialog); });
         if (pressed == select_all || pressed == deselect_all) {
             Set_Checks(session, rows_grid, marked, pressed == select_all, [&](int row) { return Is_Refined_Kind(session, row); });
         } else if (pressed != button_ok) {

@@ -38,7 +38,7 @@ void Fill(const Session& session) {
     WDialogFieldState(live, store.prf_loaded ? field_enabled : field_disabled);
     Label_Row_Grid(session, rows_grid);
     Put_Row_Texts(session, rows_grid, file_name, [&](int row) { return store.Info(row).file_name; });
-    Put_Row_Texts(session, rows_grid, kind, [&](int row) { return store.Info(row).kind; });
+    Put_Row_Texts(session, rows_grid, kind, [&](int row) { return std::string(Told(store.Info(row).kind)); });
     Put_Row_Texts(session, rows_grid, title, [&](int row) { return store.Pattern(row).title; });
     std::vector<int> shown;
     for (int row = 1; row <= store.nperfiles(); ++row) shown.push_back(store.shown(row) ? 1 : 0);
@@ -89,7 +89,7 @@ void ShowProfile_Config(Session& session) {
     Fill(session);
     WDialogShow(rows_grid, Show_Kind::modal);
     while (true) {
-        const int pressed = Run_Modal(session, show_dialog);
+        const int pressed = Run_Modal(show_dialog);
         if (pressed == select_all || pressed == deselect_all)
             Show_All(session, pressed == select_all);
         else if (pressed == apply)

@@ -146,7 +146,7 @@ std::vector<Dialog_Resource> Constants_Dialog_Resources() {
     return resources;
 }
 
-bool File_Constants_Dialog(Session& session, Constants_Kind kind, Conversion_Constants& file) {
+bool File_Constants_Dialog(Constants_Kind kind, Conversion_Constants& file) {
     const Constants_Dialog dialog = File_Dialog(kind);
     WDialogLoad(dialog.number);
     WDialogPutString(field_file, file.file_name);
@@ -159,7 +159,7 @@ bool File_Constants_Dialog(Session& session, Constants_Kind kind, Conversion_Con
     WDialogShow(dialog.entries.front().field, Show_Kind::modal);
 
     bool accepted = false;
-    while (!accepted && Run_Modal(session, dialog.number) == button_ok) accepted = Entries_Hold_Numbers(dialog);
+    while (!accepted && Run_Modal(dialog.number) == button_ok) accepted = Entries_Hold_Numbers(dialog);
     if (accepted)
         for (std::size_t i = 0; i < before.size(); ++i)
             Take(file.*dialog.entries[i].value, before[i], WDialogGetReal(dialog.entries[i].field));
@@ -167,7 +167,7 @@ bool File_Constants_Dialog(Session& session, Constants_Kind kind, Conversion_Con
     return accepted;
 }
 
-bool Row_Constants_Dialog(Session& session, Constants_Kind kind, std::vector<Conversion_Constants>& rows) {
+bool Row_Constants_Dialog(Constants_Kind kind, std::vector<Conversion_Constants>& rows) {
     const Constants_Dialog dialog = Row_Dialog(kind);
     WDialogLoad(dialog.number);
     Fill_Grid(dialog, rows);
@@ -177,7 +177,7 @@ bool Row_Constants_Dialog(Session& session, Constants_Kind kind, std::vector<Con
 
     bool accepted = false;
     for (int button = 0; !accepted && button != button_cancel;) {
-        button = Run_Modal(session, dialog.number);
+        button = Run_Modal(dialog.number);
         if (button == button_set_all) Set_All(dialog, rows.size());
         if (button == button_ok) accepted = Cells_Hold_Numbers(dialog, rows, Read_Grid(dialog));
     }

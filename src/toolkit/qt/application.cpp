@@ -151,7 +151,7 @@ void WMessageEnable(int window, Message_Kind kind, bool on) {
 }
 
 void WMessageTimer(int milliseconds, int number, bool repeat) {
-    if (Window* main = The_Toolkit().Find_Window(main_window)) main->Set_Timer(milliseconds, number, repeat);
+    if (Window* window = The_Toolkit().Find_Window(The_Toolkit().selected_window)) window->Set_Timer(milliseconds, number, repeat);
 }
 
 }  // namespace vntl

@@ -12,6 +12,7 @@
 
 #include "toolkit/messages.hpp"
 #include "toolkit/window.hpp"
+#include "toolkit/window_service.hpp"
 
 namespace vntl {
 
@@ -37,6 +38,7 @@ struct Toolkit {
     Witness* witness = nullptr;
     std::set<std::pair<int, Message_Kind>> wanted;
     std::set<int> counts_moves;
+    std::map<int, Window_Service> services;
     std::map<int, std::unique_ptr<Window>> windows;  // 0 the main window
     std::vector<std::unique_ptr<Dialog_Window>> dialogs;
     std::vector<int> order;  // of windows and dialogs, the front one last

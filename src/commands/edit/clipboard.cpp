@@ -1,12 +1,13 @@
-#include "commands/file/clipboard.hpp"
+#include "commands/edit/clipboard.hpp"
 
 #include <algorithm>
 #include <span>
 
 #include "base/conversions.hpp"
-#include "plot/plot.hpp"
+#include "session/session.hpp"
 #include "toolkit/bitmap.hpp"
 #include "toolkit/window.hpp"
+#include "toolkit/window_service.hpp"
 
 namespace vntl {
 
@@ -32,10 +33,11 @@ Column_Pair In_View(const Session& session, int row) {
 
 }  // namespace
 
-void Copy_Picture(Session& session) {
-    WindowSelect(main_window);
+void Copy_Picture() {
+    const int window = Picture_Window();
+    WindowSelect(window);
     Bitmap bitmap(WInfoWindow(1), WInfoWindow(2));
-    Draw_With_Marks(session, bitmap.Drawing());
+    Service_Of(window).picture(bitmap.Drawing());
     WClipboardPutBitmap(bitmap);
 }
 

@@ -1,27 +1,13 @@
-// The data window of a plot, and the logarithmic form of an intensity.
+// The logarithmic form of an intensity.
 #pragma once
 
 #include <algorithm>
 #include <bit>
-#include <cmath>
 #include <cstdint>
 #include <span>
 #include <vector>
 
-#include "session/plot_state.hpp"
-
 namespace vntl {
-
-struct Plot_Window {
-    float x1, x2, y1, y2;
-
-    // Two different finite ends on both axes: only then is there a map from data to the page.
-    bool Drawable() const {
-        return std::isfinite(x1) && std::isfinite(x2) && std::isfinite(y1) && std::isfinite(y2) && x1 != x2 && y1 != y2;
-    }
-};
-
-inline Plot_Window View_Of(const Plot_State& plot) { return {plot.x_view_min, plot.x_view_max, plot.y_view_min, plot.y_view_max}; }
 
 // Counts below one, and what background subtraction leaves below zero, lie on the axis. The logarithm is that of the Cephes library
 // (Moshier 1989), good to the last bit or two of single precision: without a call the compiler takes several values at a time. What is no

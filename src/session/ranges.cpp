@@ -2,22 +2,23 @@
 //
 // The x window is the whole range of the rows, the y window that of their intensities with a margin of 5 % at both ends. Under a refined
 // profile 20 % more are kept for its reflections and its difference curve.
+#include "session/ranges.hpp"
+
 #include <algorithm>
 #include <cmath>
 #include <limits>
 #include <utility>
 
 #include "base/text.hpp"
-#include "plot/bragg_rows.hpp"
-#include "plot/plot.hpp"
-#include "plot/window_of_plot.hpp"
+#include "calc/log_value.hpp"
+#include "session/bragg_rows.hpp"
+#include "session/session.hpp"
 
 namespace vntl {
 
 namespace {
 
-constexpr int open_prf_command = 40016, to_2theta_command = 40042, to_tof_command = 40043;
-constexpr int refinement_excludes[] = {40095, 40099, 40154};  // profile fitting on and off, generated reflections
+constexpr int refinement_excludes[] = {command::fit_on, command::fit_off, command::hkl_gen};
 
 constexpr float margin = 0.05f, bragg_band = 0.14f, prf_foot = 0.2f;
 constexpr float largest_intensity = 1e37f;  // leaves room for the margins in single precision
@@ -76,7 +77,7 @@ void Set_Range_Y(const Profile_Store& store, Plot_State& plot) {
 void Find_Refined_Row(Profile_Store& store, Plot_State& plot) {
     store.ProfilePRFactive = 0;
     for (int row = store.nperfiles(); row >= 1; --row)
-        if (const std::string& kind = store.Info(row).kind; kind == "PRF" || kind == "MONO") store.ProfilePRFactive = row;
+        if (Is_Refined(store.Info(row).kind)) store.ProfilePRFactive = row;
     store.prf_loaded = store.ProfilePRFactive != 0;
     if (store.prf_loaded) plot.y_view_min = plot.y_prf_bottom;
 }
@@ -88,12 +89,12 @@ void Set_Origin_Commands(Session& session) {
     store.mixed_scat_var = false;
     for (int row = 2; row <= store.nperfiles(); ++row)
         if (!Contains(store.Pattern(row).scat_var, first)) store.mixed_scat_var = true;
-    session.interface.Enable(to_2theta_command, !store.mixed_scat_var && Contains(first, "2theta"));
-    session.interface.Enable(to_tof_command, !store.mixed_scat_var && Contains(first, "TOF"));
+    session.interface.Enable(command::to_two_theta, !store.mixed_scat_var && Contains(first, "2theta"));
+    session.interface.Enable(command::to_tof, !store.mixed_scat_var && Contains(first, "TOF"));
 }
 
 void Set_Single_Form(Session& session) {
-    Set_Calculation_Mode(session, 0);
+    Set_Calculation_Mode(session, Click_Mode::none);
     Set_Menu_Single(session, true);
     session.lists.peaks.clear();
     session.lists.background.clear();
@@ -104,8 +105,8 @@ void Set_Single_Form(Session& session) {
 
 // A form that no new plot can start in goes back to the 2D graph, in the logarithmic form when that was chosen before.
 bool Wants_Log(const Plot_State& plot) {
-    const bool graph = plot.plot_type == "none" || plot.plot_type == "single" || plot.plot_type.starts_with("multi");
-    return graph ? plot.plot_type == "multi_log" : plot.log_scale;
+    const bool chosen_before = plot.plot_type > Plot_Form::multi_log;
+    return chosen_before ? plot.log_scale : plot.Is_Log();
 }
 
 void View_In_Log(Plot_State& plot) {
@@ -115,25 +116,24 @@ void View_In_Log(Plot_State& plot) {
 }
 
 // Where the difference curve and the reflections of a refined profile stand under the window.
-void Make_Room_For_Refinement(const Session& session, Plot_State& plot) {
+void Make_Room_For_Refinement(const Profile_Store& store, Plot_State& plot) {
     const float span = plot.y_view_max - plot.y_view_min;
     plot.diff_base = plot.y_view_min - bragg_band * span;
     plot.y_prf_bottom = plot.y_view_min - prf_foot * span;
     plot.diff_band = bragg_band * span;
-    const int phases = session.store.Info(session.store.ProfilePRFactive).nphases;
-    if (session.store.show_difference)
+    const int phases = store.Info(store.ProfilePRFactive).nphases;
+    if (store.show_difference)
         plot.y_view_min = plot.y_prf_bottom;
-    else if (session.store.show_reflections && phases >= 1)
+    else if (store.show_reflections && phases >= 1)
         plot.y_view_min = plot.diff_base + Bragg_Row_Of(plot.diff_band, phases, phases).bottom;
 }
 
 }  // namespace
 
-void Set_Range_X(Session& session) {
-    Plot_State& plot = session.plot;
-    if (session.store.nperfiles() == 0) return;
-    Range range = Range_Of_X(session.store, session.prefs.prf.excl_ignore_sides);
-    if (!(range.lo < range.hi)) range = Range_Of_X(session.store, false);
+void Set_Range_X(const Profile_Store& store, const PRF_Prefs& prefs, Plot_State& plot) {
+    if (store.nperfiles() == 0) return;
+    Range range = Range_Of_X(store, prefs.excl_ignore_sides);
+    if (!(range.lo < range.hi)) range = Range_Of_X(store, false);
     if (!range.Found()) range = {0, 1};
     plot.x_all_min = plot.x_view_min = range.lo;
     plot.x_all_max = plot.x_view_max = range.hi;
@@ -142,27 +142,27 @@ void Set_Range_X(Session& session) {
 void Plot_Ranges(Session& session) {
     Plot_State& plot = session.plot;
     Profile_Store& store = session.store;
-    if (store.nperfiles() == 0) return;
+    if (store.nperfiles() == 0) {
+        if (plot.plot_type != Plot_Form::none) Set_Menu_Empty(session);
+        return;
+    }
     const bool log = Wants_Log(plot);
-    Set_Range_X(session);
+    Set_Range_X(store, session.prefs.prf, plot);
     Set_Range_Y(store, plot);
-    plot.first_pattern = 1;
-    plot.last_pattern = store.nperfiles();
-    session.interface.Enable(open_prf_command, true);
+    session.interface.Enable(command::open_prf, true);
     Find_Refined_Row(store, plot);
     Set_Origin_Commands(session);
     if (store.nperfiles() == 1)
         Set_Single_Form(session);
     else
         Set_Menu_Graph(session, log);
-    if (plot.plot_type == "multi_log") View_In_Log(plot);
+    if (plot.Is_Log()) View_In_Log(plot);
 }
 
-void Focus_Plot(Session& session) {
-    Plot_State& plot = session.plot;
+void Focus_Plot(const Profile_Store& store, Plot_State& plot) {
     float lowest = plot.y_all_max, highest = plot.y_all_min;
-    for (int row = 1; row <= session.store.nperfiles(); ++row) {
-        const Diffraction_Pattern_Type& pattern = session.store.Pattern(row);
+    for (int row = 1; row <= store.nperfiles(); ++row) {
+        const Diffraction_Pattern_Type& pattern = store.Pattern(row);
         const std::size_t points = std::min(pattern.x.size(), pattern.y.size());
         for (std::size_t i = 0; i < points; ++i) {
             if (!(plot.x_view_min < pattern.x[i] && pattern.x[i] < plot.x_view_max) || !std::isfinite(pattern.y[i])) continue;
@@ -170,7 +170,7 @@ void Focus_Plot(Session& session) {
             highest = std::max(highest, pattern.y[i]);
         }
     }
-    if (plot.plot_type == "multi_log") {
+    if (plot.Is_Log()) {
         lowest = Log_Value(lowest);
         highest = Log_Value(highest);
     }
@@ -178,7 +178,7 @@ void Focus_Plot(Session& session) {
     const float pad = margin * (highest - lowest);
     plot.y_view_min = lowest - pad;
     plot.y_view_max = highest + pad;
-    if (session.store.prf_loaded && session.store.ProfilePRFactive > 0) Make_Room_For_Refinement(session, plot);
+    if (store.prf_loaded && store.ProfilePRFactive > 0) Make_Room_For_Refinement(store, plot);
 }
 
 }  // namespace vntl

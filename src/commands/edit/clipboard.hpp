@@ -8,8 +8,8 @@ namespace vntl {
 
 struct Session;
 
-// The picture in the size of the window, its marks included.
-void Copy_Picture(Session&);
+// The picture of the window in front, in its size, marks included.
+void Copy_Picture();
 
 // The points of the shown rows inside the x window, as columns parted by TABs: x and y of each row side by side, under the row's name.
 // Fails, and leaves the clipboard as it was, where these are more numbers than a clipboard should hold.

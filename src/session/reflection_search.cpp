@@ -1,6 +1,6 @@
-#include "plot/reflection_search.hpp"
+#include "session/reflection_search.hpp"
 
-#include "plot/bragg_rows.hpp"
+#include "session/bragg_rows.hpp"
 
 namespace vntl {
 
@@ -34,17 +34,14 @@ bool In_Bragg_Rows(const Plot_State& plot, int phases, float y) {
 
 }  // namespace
 
-bool Search_PRF_Refl(Session& session, float x, float y) {
-    Plot_State& plot = session.plot;
-    const PRF_Info_Add_Type& info = session.store.Info(session.store.ProfilePRFactive);
+bool Search_PRF_Refl(const Profile_Store& store, Plot_State& plot, float x, float y) {
+    const PRF_Info_Add_Type& info = store.Info(store.ProfilePRFactive);
     if (info.nphases < 1 || !In_View(plot, x) || !In_Bragg_Rows(plot, info.nphases, y)) return Keep(plot.hits, {}, false);
     const float tolerance = part_of_refined_view * (plot.x_view_max - plot.x_view_min);
     return Keep(plot.hits, Near(info.refl_position.size(), x, tolerance, [&](std::size_t j) { return info.refl_position[j]; }), false);
 }
 
-bool Search_HKLGen_Refl(Session& session, float x, float y) {
-    Plot_State& plot = session.plot;
-    const std::vector<Reflection_Mark>& marks = session.lists.hklgen;
+bool Search_HKLGen_Refl(const std::vector<Reflection_Mark>& marks, Plot_State& plot, float x, float y) {
     if (!In_View(plot, x) || y < plot.y_view_min || y > plot.y_view_max) return Keep(plot.hits, {}, true);
     const float tolerance = part_of_generated_view * (plot.x_view_max - plot.x_view_min);
     return Keep(plot.hits, Near(marks.size(), x, tolerance, [&](std::size_t j) { return marks[j].x; }), true);

@@ -1,7 +1,11 @@
 // The reflections under the pointer: of the refined profile, or of the generated list.
 #pragma once
 
-#include "session/session.hpp"
+#include <vector>
+
+#include "session/lists.hpp"
+#include "session/plot_state.hpp"
+#include "session/store.hpp"
 
 namespace vntl {
 
@@ -9,7 +13,7 @@ inline constexpr int most_reflections_shown = 28;
 
 // Looks for reflections at a place in data units and keeps them in `plot.hits`; true when what is shown has to change. A move that finds
 // what the last one found costs no drawing.
-bool Search_PRF_Refl(Session&, float x, float y);
-bool Search_HKLGen_Refl(Session&, float x, float y);
+bool Search_PRF_Refl(const Profile_Store&, Plot_State&, float x, float y);
+bool Search_HKLGen_Refl(const std::vector<Reflection_Mark>&, Plot_State&, float x, float y);
 
 }  // namespace vntl

@@ -1,0 +1,23 @@
+// The running program: the session, the way to ask the user, and how it ends. What a command acts on.
+#pragma once
+
+#include <array>
+
+#include "commands/ask_user.hpp"
+#include "session/session.hpp"
+
+namespace vntl {
+
+struct Application {
+    Session session;
+    Ask_User ask{session.config};
+    bool failed = false;                // a reader or a check failed: exit status 1
+    bool leaving = false;               // the message loop ends
+    std::array<int, 2> toolbars{0, 0};  // on the window now
+
+    Application() = default;
+    Application(const Application&) = delete;
+    Application& operator=(const Application&) = delete;
+};
+
+}  // namespace vntl

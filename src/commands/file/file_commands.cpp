@@ -1,0 +1,71 @@
+// Menu "File": opening, saving, a new start and the end.
+#include "commands/families.hpp"
+
+#include "commands/application.hpp"
+#include "commands/file/exit.hpp"
+#include "commands/file/export_picture.hpp"
+#include "commands/plot/mouse.hpp"
+#include "commands/progress_dialog.hpp"
+#include "plot/plot.hpp"
+#include "session/load.hpp"
+#include "session/open_prf.hpp"
+
+namespace vntl {
+
+namespace {
+
+void Open_Pattern(Application& app) {
+    app.failed |= Open_Pattern_File(app.session, app.ask).failed;
+    Plot_ReMake(app.session);
+}
+
+void Open_Prf(Application& app) {
+    app.failed |= Open_Prf_File(app.session, app.ask).failed;
+    Plot_ReMake(app.session);
+}
+
+template <int slot>
+void Open_Recent(Application& app) {
+    Open_Result result;
+    const Status status = Open_File_By_Extension(app.session, app.ask, app.session.recent.Slot(slot), result);
+    if (status.failed) app.ask.Error(status.message);
+    app.failed |= status.failed || result.failed;
+    Plot_ReMake(app.session);
+}
+
+void Save_Picture(Application& app) { app.failed |= Export_Plot(app.session.config, app.ask).failed; }
+
+void Reset(Application& app) {
+    app.session.lists.fit = {};
+    Reset_Profiles(app.session);
+    Set_Menu_Empty(app.session);
+    Clear_Read_Outs(app.session);
+    Plot_Redraw(app.session);
+}
+
+constexpr Command commands[] = {
+    {command::open_pattern, "Open Pattern file (*.dat)", "open", Open_Pattern, "Ctrl+O", "Open measured patterns"},
+    {command::open_prf, "Open Rietveld/Profile file (*.prf)", "open_prf", Open_Prf, "", "Open profile files of a Rietveld refinement"},
+    {command::open_buffer, "Open Buffer file (*.buf)", "open_buffer", nullptr, "", "Open several patterns kept in one buffer file"},
+    {command::save_free_format, "Free Format File (.dat)", "save", nullptr, "", "Write a profile as counts in free format"},
+    {command::save_xys, "XY / XYS Data File (.xys)", "", nullptr, "", "Write a profile as columns of x, y and sigma"},
+    {command::save_buffer, "Save Buffer file...", "", nullptr, "", "Write all profiles into one buffer file"},
+    {command::save_picture, "Save Graphic into file...", "save_picture", Save_Picture, "Ctrl+E",
+     "Write the picture as PNG, SVG, PDF or PostScript"},
+    {command::print, "Print...", "print", nullptr, "", "Print the picture"},
+    {command::reset, "Reset", "reset", Reset, "Ctrl+R", "Forget all profiles and start anew"},
+    {command::recent_1, "1. <Empty>", "", Open_Recent<1>, "Alt+1", "Open this file again"},
+    {command::recent_2, "2. <Empty>", "", Open_Recent<2>, "Alt+2", "Open this file again"},
+    {command::recent_3, "3. <Empty>", "", Open_Recent<3>, "Alt+3", "Open this file again"},
+    {command::recent_4, "4. <Empty>", "", Open_Recent<4>, "Alt+4", "Open this file again"},
+    {command::recent_5, "5. <Empty>", "", Open_Recent<5>, "Alt+5", "Open this file again"},
+    {command::exit, "E&xit", "exit", Exit_Program, "Ctrl+Q", "Leave the program"},
+};
+
+std::vector<Dialog_Resource> Dialogs() { return {Progress_Dialog_Resource()}; }
+
+}  // namespace
+
+Command_Family File_Commands() { return {commands, Dialogs}; }
+
+}  // namespace vntl

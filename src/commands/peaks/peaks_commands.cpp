@@ -1,0 +1,87 @@
+// Menus "Peak detection" and "Background": the two lists of a single profile.
+#include "commands/families.hpp"
+
+#include "commands/application.hpp"
+#include "commands/calculation_mode.hpp"
+#include "commands/peaks/search_dialogs.hpp"
+#include "plot/plot.hpp"
+
+namespace vntl {
+
+namespace {
+
+void Peaks_On(Application& app) { Begin_Mode(app.session, Click_Mode::peaks, "Peaks allocation: "); }
+void Background_On(Application& app) { Begin_Mode(app.session, Click_Mode::background, "Background allocation: "); }
+void Mode_Off(Application& app) { End_Mode(app.session); }
+
+template <Status (*search)(Session&)>
+void Search(Application& app) {
+    if (Tell(app, search(app.session))) Plot_Redraw(app.session);
+}
+
+void Clear_Peaks(Application& app) {
+    app.session.lists.peaks.clear();
+    Plot_Redraw(app.session);
+}
+void Clear_Background(Application& app) {
+    app.session.lists.background.clear();
+    Plot_Redraw(app.session);
+}
+
+// A click inserts into a list, or deletes from it.
+void Choose_Click(Session& session, bool& chosen, bool& other, std::string_view hint) {
+    chosen = true;
+    other = false;
+    session.interface.cursor = Cursor_Shape::cross;
+    session.interface.Status_Text(1, std::string(hint));
+    ++session.interface.revision;
+}
+
+void Insert_Peak(Application& app) {
+    Plot_State& plot = app.session.plot;
+    Choose_Click(app.session, plot.peak_insert, plot.peak_delete, "Peaks allocation: Insert peak");
+}
+void Delete_Peak(Application& app) {
+    Plot_State& plot = app.session.plot;
+    Choose_Click(app.session, plot.peak_delete, plot.peak_insert, "Peaks allocation: Delete peak");
+}
+void Insert_Background(Application& app) {
+    Plot_State& plot = app.session.plot;
+    Choose_Click(app.session, plot.bgr_insert, plot.bgr_delete, "Background allocation: Insert point");
+}
+void Delete_Background(Application& app) {
+    Plot_State& plot = app.session.plot;
+    Choose_Click(app.session, plot.bgr_delete, plot.bgr_insert, "Background allocation: Delete point");
+}
+
+constexpr Command commands[] = {
+    {command::peaks_menu, "Peak detection", "", Open_Popup, "", "", true},
+    {command::peaks_on, "Enable", "peaks", Peaks_On, "", "Work on the list of peaks"},
+    {command::peaks_off, "Disabled", "", Mode_Off, "", "Leave the list of peaks"},
+    {command::search_peaks, "Auto detection", "", Search<Search_Peaks>, "", "Find the peaks"},
+    {command::search_satellites, "Satellites detection", "", Search<Search_Satellites>, "",
+     "Find the peaks that a refinement does not explain"},
+    {command::insert_peak, "Insert peak", "", Insert_Peak, "", "A click adds a peak"},
+    {command::delete_peak, "Delete peak", "", Delete_Peak, "", "A click takes a peak away"},
+    {command::clear_peaks, "Clear all", "", Clear_Peaks, "", "Empty the list of peaks"},
+    {command::save_peaks_menu, "Save peaks", "", Open_Popup, "", ""},
+    {command::save_peaks_free, "Free Format", "", nullptr, "", "Write the peaks as a plain list"},
+    {command::save_peaks_dicvol, "Dicvol Format", "", nullptr, "", "Write the peaks for Dicvol"},
+    {command::save_peaks_treor, "Treor Format", "", nullptr, "", "Write the peaks for Treor"},
+    {command::save_peaks_ito, "Ito Format", "", nullptr, "", "Write the peaks for Ito"},
+    {command::save_peaks_vecfind, "Vecfind Format", "", nullptr, "", "Write the peaks for Vecfind"},
+    {command::background_menu, "Background", "", Open_Popup, "", "", true},
+    {command::background_on, "Enable", "background", Background_On, "", "Work on the list of background points"},
+    {command::background_off, "Disabled", "", Mode_Off, "", "Leave the list of background points"},
+    {command::search_background, "Auto detection", "", Search<Search_Background>, "", "Find background points"},
+    {command::insert_background, "Insert point", "", Insert_Background, "", "A click adds a background point"},
+    {command::delete_background, "Delete point", "", Delete_Background, "", "A click takes a background point away"},
+    {command::clear_background, "Clear all", "", Clear_Background, "", "Empty the list of background points"},
+    {command::save_background, "Save background", "", nullptr, "", "Write the background points"},
+};
+
+}  // namespace
+
+Command_Family Peaks_Commands() { return {commands, Search_Dialog_Resources}; }
+
+}  // namespace vntl

@@ -1,0 +1,100 @@
+// Menu "Plot": forms, views, and what lies over the plot.
+#include "commands/families.hpp"
+
+#include "commands/application.hpp"
+#include "commands/plot/mouse.hpp"
+#include "commands/plot/spectral_lines.hpp"
+#include "commands/plot/view.hpp"
+#include "plot/plot.hpp"
+#include "session/ranges.hpp"
+#include "session/view_history.hpp"
+
+namespace vntl {
+
+namespace {
+
+void Focus(Application& app) {
+    Focus_Plot(app.session.store, app.session.plot);
+    if (app.session.plot.Is_2D()) Plot_Redraw(app.session);
+}
+
+template <bool log>
+void Graph_2D(Application& app) {
+    app.session.plot.log_scale = log;
+    Set_Menu_Graph(app.session, log);
+    Plot_ReMake(app.session);
+}
+
+void Toggle_Target(Application& app) {
+    Session& session = app.session;
+    session.plot.show_target = !session.plot.show_target;
+    session.interface.Check(command::target, session.plot.show_target);
+    Plot_Redraw(session);
+}
+
+template <View_Move move>
+void Move(Application& app) {
+    Move_View(app.session.plot, move);
+    Plot_Redraw(app.session);
+}
+
+void Go_Back(Application& app) {
+    if (View_Back(app.session)) Plot_Redraw(app.session);
+}
+void Go_Forward(Application& app) {
+    if (View_Forward(app.session)) Plot_Redraw(app.session);
+}
+
+void Start_Drag(Application& app) { Start_Drag_Mode(app.session); }
+void End_Drag(Application& app) { End_Drag_Mode(app.session); }
+
+void Lines_On(Application& app) { Spectral_Lines_On(app.session, app.ask); }
+void Lines_Off(Application& app) { Spectral_Lines_Off(app.session); }
+void Lines_Settings(Application& app) { Spectral_Lines_Dialog(app.session, app.ask); }
+
+template <int line>
+void Toggle_Line(Application& app) {
+    Toggle_Spectral_Line(app.session, line);
+}
+
+constexpr Command commands[] = {
+    {command::lines_menu, "Spectral Lines", "", Open_Popup, "", "", true},
+    {command::lines_on, "Enable", "spectral_lines", Lines_On, "", "Show where the other lines of the tube fall"},
+    {command::lines_off, "Disabled", "", Lines_Off, "", "Show no lines of the tube"},
+    {command::line_1, "K-alpha1", "", Toggle_Line<0>, "", "Show K-alpha1", true},
+    {command::line_2, "K-alpha2", "", Toggle_Line<1>, "", "Show K-alpha2", true},
+    {command::line_3, "K-beta", "", Toggle_Line<2>, "", "Show K-beta", true},
+    {command::line_4, "L-alpha1 (W)", "", Toggle_Line<3>, "", "Show L-alpha1 of tungsten", true},
+    {command::lines_settings, "Settings", "", Lines_Settings, "", "Enter the wavelengths of the tube"},
+    {command::graph_2d, "Graph 2D", "graph_2d", Graph_2D<false>, "", "Show the profiles on a linear scale"},
+    {command::graph_2d_log, "Graph 2D (Log-Scale)", "graph_2d_log", Graph_2D<true>, "Ctrl+L", "Show the profiles on a logarithmic scale"},
+    {command::contour, "Graph 2D Contour", "contour", nullptr, "", "Show the profiles as a map"},
+    {command::contour_log, "Graph 2D Contour (Log-Scale)", "contour_log", nullptr, "", "Show the profiles as a map of logarithms"},
+    {command::graph_3d, "Graph 3D", "graph_3d", nullptr, "", "Show the profiles one behind another"},
+    {command::surface_3d, "Graph 3D Surface", "surface_3d", nullptr, "", "Show the profiles as a surface"},
+    {command::model_3d, "OpenGL 3D model", "model_3d", nullptr, "", "Show the profiles as a model that turns"},
+    {command::focus, "Focus", "focus", Focus, "Ctrl+F", "Fit the y window to the visible points"},
+    {command::focus_profile, "Focus Profile", "", nullptr, "", "Fit the window to one profile"},
+    {command::target, "View target at centre", "target", Toggle_Target, "Ctrl+T", "Show a target at the centre of the plot", true},
+    {command::move_left, "Left", "move_left", Move<View_Move::left>, "Ctrl+Left", "Move the view left by a tenth of its width"},
+    {command::move_right, "Right", "move_right", Move<View_Move::right>, "Ctrl+Right", "Move the view right by a tenth of its width"},
+    {command::all_left, "All left", "all_left", Move<View_Move::all_left>, "Ctrl+Home", "Move the view to the first point"},
+    {command::all_right, "Right", "all_right", Move<View_Move::all_right>, "Ctrl+End", "Move the view to the last point"},
+    {command::move_up, "Go Up", "move_up", Move<View_Move::up>, "Ctrl+Up", "Move the view by a twentieth of its height: the curves go up"},
+    {command::move_down, "Go Down", "move_down", Move<View_Move::down>, "Ctrl+Down",
+     "Move the view by a twentieth of its height: the curves go down"},
+    {command::contract, "Contract graph", "contract", Move<View_Move::contract>, "Ctrl+-", "Show a wider range of x"},
+    {command::expand, "Expand graph", "expand", Move<View_Move::expand>, "Ctrl+=", "Show a narrower range of x"},
+    {command::view_back, "Previous view", "view_back", Go_Back, "Alt+Left", "Back to the view before"},
+    {command::view_forward, "Next view", "view_forward", Go_Forward, "Alt+Right", "Forward to the view that was left"},
+    {command::drag, "Shift all profiles graphically", "hand", Start_Drag, "Ctrl+G", "The plot follows the mouse"},
+    {command::drag_end, "End of shift", "hand_off", End_Drag, "", "The mouse zooms again"},
+};
+
+std::vector<Dialog_Resource> Dialogs() { return {Spectral_Lines_Dialog_Resource()}; }
+
+}  // namespace
+
+Command_Family Plot_Commands() { return {commands, Dialogs}; }
+
+}  // namespace vntl

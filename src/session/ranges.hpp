@@ -1,0 +1,19 @@
+// Ranges of the axes from the rows, and the plot form and menu states that follow from them.
+#pragma once
+
+#include "session/plot_state.hpp"
+#include "session/preferences.hpp"
+#include "session/store.hpp"
+
+namespace vntl {
+
+struct Session;
+
+// Before a plot is drawn from scratch: ranges, plot form, refined row and menu states from the rows. A form that cannot be made from
+// scratch returns to the 2D graph; without rows the form is "none".
+void Plot_Ranges(Session&);
+
+void Set_Range_X(const Profile_Store&, const PRF_Prefs&, Plot_State&);  // x_all_* and x_view_*
+void Focus_Plot(const Profile_Store&, Plot_State&);  // y window from the points inside the present x window; in "multi_log" in ln units
+
+}  // namespace vntl

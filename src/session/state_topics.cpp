@@ -1,0 +1,173 @@
+// Plot, lists, preferences and paths, as scripts print them.
+#include "session/session.hpp"
+#include "session/topics.hpp"
+
+namespace vntl {
+
+namespace {
+
+Json State(const Session& session) {
+    const Plot_State& plot = session.plot;
+    Json state{{"plot_type", Told(plot.plot_type)},
+               {"MoveMode", static_cast<int>(plot.MoveMode)},
+               {"ClickMode", static_cast<int>(plot.ClickMode)},
+               {"xspace", Told(plot.xspace)},
+               {"nperfiles", session.store.nperfiles()},
+               {"ProfilePRFactive", session.store.ProfilePRFactive},
+               {"prf_loaded", session.store.prf_loaded},
+               {"profiles_uniform", session.store.profiles_uniform},
+               {"mixed_scat_var", session.store.mixed_scat_var},
+               {"log_scale", plot.log_scale},
+               {"show_target", plot.show_target}};
+    const std::pair<const char*, float> reals[] = {
+        {"x_view_min", plot.x_view_min}, {"x_view_max", plot.x_view_max}, {"y_view_min", plot.y_view_min}, {"y_view_max", plot.y_view_max},
+        {"x_all_min", plot.x_all_min},   {"x_all_max", plot.x_all_max},   {"y_all_min", plot.y_all_min},   {"y_all_max", plot.y_all_max},
+        {"drawn_x1", plot.drawn.x1},     {"drawn_x2", plot.drawn.x2},     {"drawn_y1", plot.drawn.y1},     {"drawn_y2", plot.drawn.y2}};
+    for (const auto& [name, value] : reals) state[name] = Json_Real(value);
+    state["xlabel_text"] = Json_Text(plot.xlabel_text);
+    state["ylabel_text"] = Json_Text(plot.ylabel_text);
+    state["status"] = Json::array();
+    for (const std::string& text : session.interface.status) state["status"].push_back(Json_Text(text));
+    state["window_title"] = session.config.Window_Title();
+    return state;
+}
+
+Json Peaks(const Calculation_Lists& lists) {
+    Json list = Json::array();
+    for (const Peak_Mark& peak : lists.peaks)
+        list.push_back({{"x", Json_Real(peak.x)}, {"y", Json_Real(peak.y)}, {"bgr", Json_Real(peak.bgr)}});
+    return {{"peaks", list}};
+}
+
+Json Background(const Calculation_Lists& lists) {
+    Json list = Json::array();
+    for (const Background_Mark& point : lists.background) list.push_back({{"x", Json_Real(point.x)}, {"y", Json_Real(point.y)}});
+    return {{"background", list}};
+}
+
+Json Generated(const Calculation_Lists& lists) {
+    Json list = Json::array();
+    for (const Reflection_Mark& mark : lists.hklgen)
+        list.push_back({{"x", Json_Real(mark.x)}, {"y", Json_Real(mark.y)}, {"label", Json_Text(mark.label)}});
+    return {{"hklgen", list}};
+}
+
+Json Fit(const Calculation_Lists& lists) {
+    const Fit_Marks& fit = lists.fit;
+    Json peaks = Json::array();
+    for (const Fit_Peak_Mark& peak : fit.peaks)
+        peaks.push_back(
+            {{"pos", Json_Real(peak.x)}, {"y", Json_Real(peak.y)}, {"half_x", Json_Real(peak.half_x)}, {"half_y", Json_Real(peak.half_y)}});
+    Json background = Json::array();
+    for (const Background_Mark& point : lists.background) background.push_back({{"x", Json_Real(point.x)}, {"y", Json_Real(point.y)}});
+    return {{"x_ini", Json_Real(fit.a1)},
+            {"y_ini", Json_Real(fit.b1)},
+            {"x_ini_set", fit.lower_set},
+            {"x_fin", Json_Real(fit.a2)},
+            {"y_fin", Json_Real(fit.b2)},
+            {"x_fin_set", fit.upper_set},
+            {"lambda1", Json_Real(fit.lambda1)},
+            {"lambda2", Json_Real(fit.lambda2)},
+            {"ratio", Json_Real(fit.ratio)},
+            {"fit_done", fit.done},
+            {"peaks", peaks},
+            {"background", background}};
+}
+
+Json Recent(const Recent_Files& recent) {
+    Json list = Json::array();
+    for (int slot = 1; slot <= recent_file_slots; ++slot) list.push_back(Json_Text(recent.Slot(slot)));
+    return {{"recent", list}};
+}
+
+void Text_Preferences(Json& prefs, const std::string& name, const Text_Prefs& text) {
+    const std::pair<const char*, int> numbers[] = {{"_pos", text.pos}, {"_font", text.font}, {"_style", text.style}, {"_size", text.size}};
+    for (const auto& [field, value] : numbers) prefs[name + field] = value;
+    prefs[name + "_colour"] = text.colour;
+}
+
+Json Profile_Styles(const Preferences& prefs) {
+    Json styles = Json::array();
+    for (const ProfileStyle& s : prefs.profile_styles)
+        styles.push_back({{"line_colour", s.line_colour},
+                          {"line_style", s.line_style},
+                          {"line_pitch", s.line_pitch},
+                          {"marker_colour", s.marker_colour},
+                          {"marker_type", s.marker_type},
+                          {"marker_size", s.marker_size},
+                          {"match_colours", s.match_colours}});
+    return styles;
+}
+
+Json Preferences_Json(const Preferences& p) {
+    Json prefs{{"win_width", p.window.win_width}, {"win_height", p.window.win_height},       {"colour_a", p.window.colour_a},
+               {"colour_b", p.window.colour_b},   {"keep_settings", p.window.keep_settings}, {"profile_styles", Profile_Styles(p)}};
+    const Graph2D_Prefs& g = p.graph2d;
+    prefs["frame_background"] = g.frame_background;
+    prefs["frame_foreground"] = g.frame_foreground;
+    prefs["title_single"] = Json_Text(g.title_single);
+    prefs["title_multi"] = Json_Text(g.title_multi);
+    const std::pair<const char*, const Text_Prefs*> texts[] = {{"title", &g.title},   {"xlabel", &g.xlabel}, {"ylabel", &g.ylabel},
+                                                               {"legend", &g.legend}, {"xscale", &g.xscale}, {"yscale", &g.yscale}};
+    for (const auto& [name, text] : texts) Text_Preferences(prefs, name, *text);
+    prefs["xscale_format"] = g.xscale_format;
+    prefs["yscale_format"] = g.yscale_format;
+    const PRF_Prefs& r = p.prf;
+    const std::pair<const char*, long> numbers[] = {{"ycalc_colour", r.ycalc_colour},
+                                                    {"ycalc_style", r.ycalc_style},
+                                                    {"ycalc_pitch", r.ycalc_pitch},
+                                                    {"ycalc_marker", r.ycalc_marker},
+                                                    {"ycalc_marker_size", r.ycalc_marker_size},
+                                                    {"ydif_colour", r.ydif_colour},
+                                                    {"ydif_style", r.ydif_style},
+                                                    {"ydif_pitch", r.ydif_pitch},
+                                                    {"ydif_marker", r.ydif_marker},
+                                                    {"ydif_marker_size", r.ydif_marker_size},
+                                                    {"refl_colour", r.refl_colour},
+                                                    {"refl_pitch", r.refl_pitch},
+                                                    {"excl_colour", r.excl_colour}};
+    for (const auto& [name, value] : numbers) prefs[name] = value;
+    const std::pair<const char*, bool> flags[] = {{"refl_live", r.refl_live},
+                                                  {"excl_show", r.excl_show},
+                                                  {"excl_match", r.excl_match},
+                                                  {"excl_ignore_sides", r.excl_ignore_sides},
+                                                  {"hide_negative", r.hide_negative}};
+    for (const auto& [name, value] : flags) prefs[name] = value;
+    return prefs;
+}
+
+Json Paths(const Configuration& config) {
+    return {{"os_tag", config.os_tag},         {"sep", std::string(1, config.sep)},   {"start_dir", config.start_dir},
+            {"launch_dir", config.launch_dir}, {"quendrix_dir", config.quendrix_dir}, {"config_dir", config.config_dir},
+            {"last_dir", config.last_dir},     {"pcr_file", config.pcr_file},         {"set_file", config.set_file},
+            {"mru_file", config.mru_file}};
+}
+
+Json Timing(const Plot_State& plot) {
+    return {{"timing", {{"read", Json_Real(plot.read_ms)}, {"draw", Json_Real(plot.draw_ms)}, {"points", plot.drawn_points}}}};
+}
+
+}  // namespace
+
+std::vector<Topic> State_Topics(const Session& s) {
+    return {Plain_Topic("state", [&s] { return State(s); }),
+            Plain_Topic("peaks", [&s] { return Peaks(s.lists); }),
+            Plain_Topic("background", [&s] { return Background(s.lists); }),
+            Plain_Topic("hklgen", [&s] { return Generated(s.lists); }),
+            Plain_Topic("fit",
+                        [&s] {
+                            return Json{{"fit", Fit(s.lists)}};
+                        }),
+            Plain_Topic("recent", [&s] { return Recent(s.recent); }),
+            Plain_Topic("prefs",
+                        [&s] {
+                            return Json{{"prefs", Preferences_Json(s.prefs)}};
+                        }),
+            Plain_Topic("paths",
+                        [&s] {
+                            return Json{{"paths", Paths(s.config)}};
+                        }),
+            Plain_Topic("timing", [&s] { return Timing(s.plot); })};
+}
+
+}  // namespace vntl
