@@ -1,6 +1,7 @@
 # make run      installs what is missing, builds, and opens an example pattern (FILE=... another one)
 # make test     the same, then runs all tests under a virtual display
 # make sanitize the tests under AddressSanitizer and UndefinedBehaviorSanitizer
+# make clang    builds everything with the other compiler, which warns of other things
 # make bench, fuzz (SECONDS_EACH=60), format, format-check, install (PREFIX=/usr/local), clean
 
 jobs := $(shell nproc)
@@ -10,7 +11,7 @@ PREFIX ?= /usr/local
 sources = $(shell git ls-files '*.cpp' '*.hpp' 2>/dev/null || find src tests bench fuzz -name '*.[ch]pp')
 configure = cmake -S . -G Ninja -DCMAKE_CXX_COMPILER_LAUNCHER=ccache
 
-.PHONY: all run test sanitize bench fuzz format format-check install clean
+.PHONY: all run test clang sanitize bench fuzz format format-check install clean
 all:
 	@scripts/packages.sh run
 	@$(configure) -B build -DVANTRELO_TESTS=OFF -DCMAKE_INSTALL_PREFIX=$(PREFIX) >build.log 2>&1 || { cat build.log; exit 1; }
@@ -24,6 +25,11 @@ test:
 	@$(configure) -B build-test -DVANTRELO_TESTS=ON >build.log 2>&1 || { cat build.log; exit 1; }
 	@cmake --build build-test -j $(jobs)
 	@scripts/with_display.sh ctest --test-dir build-test -j $(jobs) --output-on-failure
+
+clang:
+	@scripts/packages.sh run test
+	@$(configure) -B build-clang -DCMAKE_CXX_COMPILER=clang++-14 -DVANTRELO_TESTS=ON >build.log 2>&1 || { cat build.log; exit 1; }
+	@cmake --build build-clang -j $(jobs)
 
 sanitize:
 	@scripts/packages.sh run test

@@ -10,10 +10,13 @@ namespace vntl {
 struct [[nodiscard]] Status {
     bool failed = false;
     std::string message;
+    bool cancelled = false;  // failed because the user took the command back: there is nothing to tell
 
     static Status Done() { return {}; }
-    static Status Fail(std::string_view text) { return {true, std::string(text)}; }
+    static Status Fail(std::string_view text) { return {true, std::string(text), false}; }
+    static Status Cancel() { return {true, "Cancelled", true}; }
     bool ok() const { return !failed; }
+    bool to_tell() const { return failed && !cancelled; }
 };
 
 }  // namespace vntl

@@ -5,9 +5,8 @@
 namespace vntl {
 
 bool Tell(Application& app, const Status& status) {
-    if (status.failed && status.message == "Cancelled") return false;
-    if (status.failed) app.ask.Error(status.message);
-    return true;
+    if (status.to_tell()) app.ask.Error(status.message);
+    return !status.cancelled;
 }
 
 }  // namespace vntl

@@ -121,7 +121,7 @@ Status Complete_Constants(Profile_Store& store, Ask& ask, Constants_Kind kind) {
 }
 
 Status Change_Constants(Session& session, Ask& ask, Constants_Kind kind) {
-    return Edit_Constants(session.store, ask, kind) ? Status::Done() : Status::Fail("Cancelled");
+    return Edit_Constants(session.store, ask, kind) ? Status::Done() : Status::Cancel();
 }
 
 // --- one row -------------------------------------------------------------------------------------------------------------------

@@ -63,6 +63,10 @@ Curve_Raster::Map::Map(double zero, double per_unit, int first)
 
 // --- curves ------------------------------------------------------------------------------------------------------------------
 
+// 1 for a point that is no number, or too far off to be drawn. Both comparisons are made, without a branch between them, so that the
+// compiler takes several points at a time.
+inline int Is_Gap(float x, float y) { return 1 - (static_cast<int>(std::fabs(x) < farthest) & static_cast<int>(std::fabs(y) < farthest)); }
+
 // Points of a curve: x in strips, y in pixels downward, and the strip that each is in. Strip 0 and the last one take what lies beyond.
 struct Curve_Raster::Chunk {
     std::array<float, chunk_points> x, y;
@@ -70,7 +74,7 @@ struct Curve_Raster::Chunk {
 
     bool Gap(int i) const {
         const auto at = static_cast<std::size_t>(i);
-        return !((std::fabs(x[at]) < farthest) & (std::fabs(y[at]) < farthest));
+        return Is_Gap(x[at], y[at]) != 0;
     }
 };
 
@@ -161,7 +165,7 @@ void Curve_Raster::Collect(const Series& s, const Map& to_x, const Map& to_y, bo
             c.x[i] = to_x(x[i]);
             c.y[i] = to_y(y[i]);
             c.strip[i] = static_cast<std::int32_t>(std::min(std::max(0.0f, c.x[i]), end_strip));
-            gaps += !((std::fabs(c.x[i]) < farthest) & (std::fabs(c.y[i]) < farthest));
+            gaps += Is_Gap(c.x[i], c.y[i]);
         }
         if (reduced && gaps == 0)
             Cover_Points(c, static_cast<int>(n));

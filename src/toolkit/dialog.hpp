@@ -46,7 +46,13 @@ struct Grid_Column {
     int width = 12;           // characters that are seen
 };
 
-struct Dialog_Page;
+struct Dialog_Field;
+
+// Fields of one row stand side by side; rows stand under one another.
+struct Dialog_Page {
+    std::string title = {};
+    std::vector<std::vector<Dialog_Field>> rows = {};
+};
 
 struct Dialog_Field {
     int number = 0;
@@ -62,12 +68,6 @@ struct Dialog_Field {
     std::vector<Grid_Column> columns = {};  // grid
     int grid_rows = 0;                      // grid: rows at first
     std::vector<Dialog_Page> pages = {};    // frame: one; tab: any number
-};
-
-// Fields of one row stand side by side; rows stand under one another.
-struct Dialog_Page {
-    std::string title = {};
-    std::vector<std::vector<Dialog_Field>> rows = {};
 };
 
 struct Dialog_Resource {

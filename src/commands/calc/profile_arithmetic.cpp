@@ -204,7 +204,7 @@ Status Run_Multiply(Session& session) {
                 break;
             }
             default:
-                return Status::Fail("Cancelled");
+                return Status::Cancel();
         }
     }
 }
@@ -278,7 +278,7 @@ Status Sum_Profiles(Session& session, Sum_Mode mode) {
     if (store.full()) return Table_Full();
     const Sum_Texts& texts = mode == Sum_Mode::sum ? sum_texts : average_texts;
     const auto rows = Rows_To_Sum(session, texts);
-    if (!rows) return Status::Fail("Cancelled");
+    if (!rows) return Status::Cancel();
     if (rows->empty()) return Status::Fail("ERROR: No profile selected to make sum/average");
     const int row = store.Append_Copy(rows->front());
     std::vector<const Diffraction_Pattern_Type*> others;
@@ -303,7 +303,7 @@ Status Difference_Profiles(Session& session) {
     const bool accepted = Run_Modal(difference_dialog) == button_ok;
     const int a = WDialogGetMenu(profile_a), b = WDialogGetMenu(profile_b);
     WDialogUnload();
-    return accepted ? Subtract(session, a, b) : Status::Fail("Cancelled");
+    return accepted ? Subtract(session, a, b) : Status::Cancel();
 }
 
 Status Multiply_Profiles(Session& session) {
@@ -321,7 +321,7 @@ Status Efficiency_Correction(Session& session, Ask&) {
     for (int row = 1; row <= store.nperfiles(); ++row) points = std::max(points, static_cast<int>(store.Pattern(row).npts));
     if (points == 0) return Status::Fail("ERROR zero points in profiles!");
     const auto files = Select_Files(session.config, Select_Kind::open, "Input Efficiency File |*.eff;*.xy|", "Select Eff files to open");
-    if (files.empty()) return Status::Fail("Cancelled");
+    if (files.empty()) return Status::Cancel();
     Efficiency efficiency;
     if (Status status = Read_Efficiency_File(files.front(), points, efficiency); status.failed) return status;
     if (Status status = Check_Correction(session, efficiency); status.failed) return status;

@@ -1,6 +1,6 @@
 // Menu "Calculations": sum, average, difference, shift and multiplication of rows, correction by an efficiency file.
 //
-// Each shows its dialog and gives back the text for the user: "Cancelled" when he left it. A refusal leaves the store as it was.
+// Each shows its dialog and gives back the text for the user, or is cancelled where he left it. A refusal leaves the store as it was.
 #pragma once
 
 #include <vector>

@@ -108,7 +108,7 @@ void Smooth_All(Session& session, Ask& ask, const Filter& filter, int window) {
 
 Status Smooth(Session& session, Ask& ask, const Filter& filter) {
     const std::optional<Choice> choice = Ask_For_Choice(session, filter);
-    if (!choice) return Status::Fail("Cancelled");
+    if (!choice) return Status::Cancel();
     if (choice->window < 1 || choice->window > filter.largest_window) return Status::Fail("Incorrect value of parameter ");
     if (!choice->all) return Smooth_First(session, filter, *choice);
     Smooth_All(session, ask, filter, choice->window);

@@ -13,7 +13,7 @@ struct Session;
 
 Dialog_Resource Smoothing_Dialog_Resource();
 
-// "Cancelled" when the user left the dialog. Rows that are passed over are told in boxes.
+// Cancelled when the user left the dialog. Rows that are passed over are told in boxes.
 Status Smooth_Polynomial(Session&, Ask&);
 Status Smooth_Fourier(Session&, Ask&);
 

@@ -88,7 +88,7 @@ Status Edit_Parameters(Session& session, int dialog) {
     std::optional<Search_Parameters> edited;
     while (!edited && Run_Modal(dialog) == button_ok) edited = Parameters_Of(dialog, session.search);
     WDialogUnload();
-    if (!edited) return Status::Fail("Cancelled");
+    if (!edited) return Status::Cancel();
     session.search = *edited;
     return Status::Done();
 }

@@ -12,7 +12,7 @@ struct Session;
 
 std::vector<Dialog_Resource> Search_Dialog_Resources();
 
-// "Cancelled" when the user left the dialog.
+// Cancelled when the user left the dialog.
 Status Search_Peaks(Session&);
 Status Search_Satellites(Session&);
 Status Search_Background(Session&);

@@ -27,7 +27,7 @@ void Finish_Band(Session& session, Ask& ask) {
     if (!(lo < hi)) return;  // a click marks nothing
     const bool alone = session.store.nperfiles() == 1;
     const Status status = alone ? Exclude_In_Row(session, 1, lo, hi) : Insert_Excluded_Region(session, ask, lo, hi);
-    if (status.failed && status.message != "Cancelled") ask.Error(status.message);
+    if (status.to_tell()) ask.Error(status.message);
     session.prefs.prf.excl_ignore_sides ? Plot_ReMake(session) : Plot_Redraw(session);
 }
 

@@ -76,7 +76,7 @@ bool Delete_All(Session& session, Ask& ask) {
 bool Insert_Another(Session& session, Ask& ask) {
     const Status status = Insert_Excluded_Region(session, ask);
     WDialogSelect(admin_dialog);
-    if (status.failed && status.message != "Cancelled") ask.Error(status.message);
+    if (status.to_tell()) ask.Error(status.message);
     return status.ok();
 }
 

@@ -34,7 +34,7 @@ Status Run(Session& session, Ask& ask) {
             Set_Checks(session, rows_grid, marked, pressed == select_all);
             continue;
         }
-        if (pressed != button_ok) return Status::Fail("Cancelled");
+        if (pressed != button_ok) return Status::Cancel();
         const auto lo = Number_In_Field(from, "from");
         const auto hi = lo ? Number_In_Field(to, "to") : std::nullopt;
         if (!lo || !hi) continue;

@@ -11,7 +11,7 @@ struct Session;
 
 Dialog_Resource Insert_Excluded_Dialog_Resource();
 
-// Fails with "Cancelled" or the text for the user. A row whose list is full is told in a box, and the others get the region.
+// Cancelled, or fails with the text for the user. A row whose list is full is told in a box, and the others get the region.
 Status Insert_Excluded_Region(Session&, Ask&, float x1 = 0, float x2 = 0);
 
 }  // namespace vntl

@@ -153,7 +153,7 @@ Status Run(Session& session, const Move_Dialog& dialog, Row_Choice& choice) {
         if (pressed == select_all || pressed == deselect_all) {
             Set_Checks(session, rows_grid, marked, pressed == select_all, [&](int row) { return Is_Refined_Kind(session, row); });
         } else if (pressed != button_ok) {
-            return Status::Fail("Cancelled");
+            return Status::Cancel();
         } else {
             choice = {WDialogGetCheckBox(by_mouse) != 0, Checked_Rows(rows_grid, marked)};
             if (choice.rows.empty()) return Status::Fail(std::string(dialog.nothing_marked));

@@ -18,7 +18,7 @@ struct Row_Choice {
     std::vector<int> rows;  // marked rows, from 1
 };
 
-// Each fails with "Cancelled", or with the text for the user; the store is then as it was.
+// Each is cancelled, or fails with the text for the user; the store is then as it was.
 Status Offset_Align_Dialog(Session&, Row_Choice& choice);
 Status Scaling_X_Dialog(Session&, Row_Choice& choice);
 Status Scaling_Y_Dialog(Session&, Row_Choice& choice);
