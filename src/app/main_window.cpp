@@ -7,6 +7,7 @@
 #include "commands/file/exit.hpp"
 #include "commands/plot/mouse.hpp"
 #include "plot/plot.hpp"
+#include "session/changes.hpp"
 #include "session/load.hpp"
 #include "session/view_history.hpp"
 #include "toolkit/dialog.hpp"
@@ -65,6 +66,7 @@ void Ihand_WinRoot(Application& app, const Message& message) {
     }
     // A drag is one move from its begin to its end, and so are the steps of a turning wheel.
     if (!app.session.plot.drag.active) Remember_View(app.session, message.kind == Message_Kind::wheel);
+    Show_Changes(app.session);
 }
 
 std::optional<Point> Page_Of(const Plot_State& plot, Point data) {

@@ -19,6 +19,13 @@ namespace {
 
 Status Usage(std::string_view form) { return Status::Fail("usage: " + std::string(form)); }
 
+// The command of the main window that a key with Ctrl or Alt stands for.
+const Command* Command_Of_Key(std::string_view key) {
+    for (const Command& command : Command_Table())
+        if (!key.empty() && command.shortcut == key) return &command;
+    return nullptr;
+}
+
 // The window that has the mouse: behind a dialog it is the main one.
 int Window_In_Front() { return WindowIsOpen(WindowFront()) ? WindowFront() : main_window; }
 
@@ -222,6 +229,8 @@ Status Script_Runner::Mouse(const Words& words) {
 
 Status Script_Runner::Key(const Words& words) {
     const int code = words.size() == 2 ? Key_Code(words[1]) : 0;
+    const Command* command = code == 0 && words.size() == 2 ? Command_Of_Key(words[1]) : nullptr;
+    if (command != nullptr && WindowFront() == main_window) return Post_Command(command->id);
     if (code == 0) return Usage("key NAME");
     if (WindowFront() != main_window && Act_Key(WindowFront(), code).ok()) return Status::Done();
     Post_Message({Message_Kind::key_down, {.win = WindowFront(), .value1 = code}});

@@ -24,11 +24,6 @@ void Apply_To_Range(float& lo, float& hi, Line line) {
     if (line.Turns()) std::swap(lo, hi);
 }
 
-void Turn_Round(Diffraction_Pattern_Type& p) {
-    for (std::vector<float>* array : {&p.x, &p.y, &p.sigma, &p.ycalc, &p.bgr}) std::reverse(array->begin(), array->end());
-    for (std::vector<std::int32_t>* array : {&p.istat, &p.nd}) std::reverse(array->begin(), array->end());
-}
-
 bool Stays_Finite(const std::vector<float>& values, Line line) {
     return std::all_of(values.begin(), values.end(), [line](float v) { return std::isfinite(line(v)) || !std::isfinite(v); });
 }

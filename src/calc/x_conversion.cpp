@@ -123,15 +123,6 @@ void Convert_Positive(X_Step step, const X_Constants& constants, std::span<float
     for (const std::size_t i : others) x[i] = x[i + 1];
 }
 
-void Turn_Round(Diffraction_Pattern_Type& p) {
-    const auto turn = [&p](auto& array) {
-        const auto count = std::min(array.size(), static_cast<std::size_t>(std::max(p.npts, 0)));
-        std::reverse(array.begin(), array.begin() + static_cast<std::ptrdiff_t>(count));
-    };
-    for (auto* reals : {&p.x, &p.y, &p.sigma, &p.ycalc, &p.bgr}) turn(*reals);
-    for (auto* integers : {&p.istat, &p.nd}) turn(*integers);
-}
-
 void Set_Limits(Diffraction_Pattern_Type& p) {
     const Extremes x = Finite_Extremes(Points(p.x, p.npts)), y = Finite_Extremes(Points(p.y, p.npts));
     p.xmin = x.low;
@@ -186,6 +177,8 @@ bool Reverses(X_Step step) {
     return step == X_Step::two_theta_to_d || step == X_Step::d_to_two_theta || step == X_Step::d_q || step == X_Step::d_s;
 }
 
+bool Turns_Round(std::span<const X_Step> steps) { return std::ranges::count_if(steps, Reverses) % 2 == 1; }
+
 double Convert_Value(X_Step step, double x, const X_Constants& constants) {
     if (x <= 0 && step == X_Step::tof_to_d && Is_Quadratic(constants)) return Other_Root(x, constants);
     return With_Law(step, constants, [x](auto law) { return law(x); });
@@ -197,15 +190,13 @@ float Convert_X(X_Step step, float x, const X_Constants& constants) {
 
 void Convert_Points(std::span<const X_Step> steps, Diffraction_Pattern_Type& pattern) {
     const std::span<float> x = Points(pattern.x, pattern.npts);
-    bool turned = false;
     for (const X_Step step : steps) {
         if (Needs_Positive(step, pattern.conv))
             Convert_Positive(step, pattern.conv, x);
         else
             Convert_Each(step, pattern.conv, x);
-        turned = turned != Reverses(step);
     }
-    if (turned) Turn_Round(pattern);
+    if (Turns_Round(steps)) Turn_Round(pattern);
     Set_Limits(pattern);
     Set_Step(steps, pattern);
 }

@@ -30,6 +30,7 @@ using X_Constants = std::array<float, 5>;  // `conv` of the pattern
 
 // True for the steps under which a rising x falls.
 bool Reverses(X_Step step);
+bool Turns_Round(std::span<const X_Step> steps);  // the same of several, one after another
 
 // One value: a point, a reflection or the limit of a region. Nothing is checked: 0 gives what the division gives. A time of flight
 // beyond the largest that dtt2 < 0 allows gives the spacing of that largest time.

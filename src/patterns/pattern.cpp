@@ -21,6 +21,15 @@ Status Allocate_Diffraction_Pattern(Diffraction_Pattern_Type& p, std::int32_t n)
 
 Status Allocate_Diffraction_Pattern(Diffraction_Pattern_Type& pattern) { return Allocate_Diffraction_Pattern(pattern, pattern.npts); }
 
+void Turn_Round(Diffraction_Pattern_Type& p) {
+    const auto turn = [&p](auto& array) {
+        const auto count = std::min(array.size(), static_cast<std::size_t>(std::max(p.npts, 0)));
+        std::reverse(array.begin(), array.begin() + static_cast<std::ptrdiff_t>(count));
+    };
+    for (auto* reals : {&p.x, &p.y, &p.sigma, &p.ycalc, &p.bgr}) turn(*reals);
+    for (auto* integers : {&p.istat, &p.nd}) turn(*integers);
+}
+
 void Set_Y_Limits(Diffraction_Pattern_Type& p) {
     const std::size_t n = std::min(p.y.size(), static_cast<std::size_t>(std::max(p.npts, 0)));
     const Extremes y = Finite_Extremes(std::span(p.y).first(n));

@@ -15,8 +15,8 @@ inline constexpr std::size_t title_width = 180;
 inline constexpr std::size_t legend_width = 40;
 inline constexpr std::size_t scat_var_width = 20;
 
-// Arrays have `npts` entries or none. Point numbers shown to a user count from 1; the vectors count from 0.
-struct Diffraction_Pattern_Type {
+// Texts and numbers of a pattern.
+struct Pattern_Head {
     std::string title;
     std::string radiation;  // "neutrons_cw", "xrays_cw", "unknown", ...
     std::string scat_var;   // scattering variable of x: "2theta", "TOF", "d-spacing", "Distance", ...
@@ -40,6 +40,10 @@ struct Diffraction_Pattern_Type {
     bool al_x = false, al_y = false, al_ycalc = false, al_bgr = false, al_sigma = false, al_istat = false;  // allocated
     // Constant wavelength: lambda 1, lambda 2, ratio K-alpha2/K-alpha1, K-beta, free. Time of flight: dtt1, dtt2.
     std::array<float, 5> conv{};
+};
+
+// Arrays have `npts` entries or none. Point numbers shown to a user count from 1; the vectors count from 0.
+struct Diffraction_Pattern_Type : Pattern_Head {
     std::vector<float> x;  // strictly rising
     std::vector<float> y;
     std::vector<float> sigma;  // variances or standard deviations, see `sigma_is_variance`
@@ -53,6 +57,9 @@ struct Diffraction_Pattern_Type {
 // Fails with " Attempt to allocate Diffraction_Pattern with 0-dimension " when n < 1, changing nothing.
 Status Allocate_Diffraction_Pattern(Diffraction_Pattern_Type& pattern, std::int32_t n);
 Status Allocate_Diffraction_Pattern(Diffraction_Pattern_Type& pattern);
+
+// Every array in the opposite order.
+void Turn_Round(Diffraction_Pattern_Type& pattern);
 
 // Sets ymin and ymax to the extremes of the first `npts` values of y (NaN ignored); 0 and 0 without a number.
 void Set_Y_Limits(Diffraction_Pattern_Type& pattern);

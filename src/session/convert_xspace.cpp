@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "base/text.hpp"
+#include "session/changes.hpp"
 #include "session/session.hpp"
 #include "session/xspace.hpp"
 #include "session/xspace_vocabulary.hpp"
@@ -83,25 +84,37 @@ constexpr std::string_view unknown_space_to_q = "Vantrelo in unknown xspace  : {
 
 struct Constants_Texts {
     std::string_view file, rows;  // what is wrong: with a file that is loaded, before the names of rows
+    std::string_view change;
 };
-constexpr Constants_Texts wavelength_texts{"lambda<=0 - Value incorrect for ", "Invalid value of wavelength found in:"};
-constexpr Constants_Texts time_of_flight_texts{"vtt1 <= 0 - Value incorrect for ", "Invalid values of ddt1/dtt2 found for:"};
+constexpr Constants_Texts wavelength_texts{"lambda<=0 - Value incorrect for ",
+                                           "Invalid value of wavelength found in:", "change of wavelengths"};
+constexpr Constants_Texts time_of_flight_texts{"vtt1 <= 0 - Value incorrect for ",
+                                               "Invalid values of ddt1/dtt2 found for:", "change of dtt1 and dtt2"};
 
 const Constants_Texts& Texts(Constants_Kind kind) { return kind == wavelength ? wavelength_texts : time_of_flight_texts; }
 
-bool Edit_Constants(Profile_Store& store, Ask& ask, Constants_Kind kind) {
+bool Edit_Constants(Session& session, Ask& ask, Constants_Kind kind) {
+    Profile_Store& store = session.store;
     std::vector<Conversion_Constants> rows;
     for (int row = 1; row <= store.nperfiles(); ++row) {
         const X_Constants& conv = store.Pattern(row).conv;
         rows.push_back({std::string(Trim(store.Info(row).file_name)), conv[0], conv[1]});
     }
     if (!ask.Constants_Of_Rows(kind, rows)) return false;
-    int row = 0;
-    for (const Conversion_Constants& edited : rows) {
-        if (++row > store.nperfiles()) break;
+    std::vector<int> changed;
+    for (int row = 1; row <= std::min(store.nperfiles(), static_cast<int>(rows.size())); ++row) {
+        const X_Constants& conv = store.Pattern(row).conv;
+        const Conversion_Constants& edited = rows[static_cast<std::size_t>(row - 1)];
+        if (edited.first != conv[0] || edited.second != conv[1]) changed.push_back(row);
+    }
+    if (changed.empty()) return true;
+    Row_Change change(session, std::string(Texts(kind).change) + Of_Profiles(session, changed), changed);
+    for (const int row : changed) {
+        const Conversion_Constants& edited = rows[static_cast<std::size_t>(row - 1)];
         store.Pattern(row).conv[0] = edited.first;
         store.Pattern(row).conv[1] = edited.second;
     }
+    change.Keep();
     return true;
 }
 
@@ -113,15 +126,17 @@ std::string Rows_Without_Constants(const Profile_Store& store) {
 }
 
 // The user is asked only where a row lacks its constant; what he gives stays in the rows.
-Status Complete_Constants(Profile_Store& store, Ask& ask, Constants_Kind kind) {
+Status Complete_Constants(Session& session, Ask& ask, Constants_Kind kind, bool& asked) {
+    const Profile_Store& store = session.store;
     if (Rows_Without_Constants(store).empty()) return Status::Done();
-    if (!Edit_Constants(store, ask, kind)) return Status::Fail("Conversion of xspace cancelled");
+    asked = Edit_Constants(session, ask, kind);
+    if (!asked) return Status::Fail("Conversion of xspace cancelled");
     const std::string names = Rows_Without_Constants(store);
     return names.empty() ? Status::Done() : Status::Fail(std::string(Texts(kind).rows) + '\n' + names);
 }
 
 Status Change_Constants(Session& session, Ask& ask, Constants_Kind kind) {
-    return Edit_Constants(session.store, ask, kind) ? Status::Done() : Status::Cancel();
+    return Edit_Constants(session, ask, kind) ? Status::Done() : Status::Cancel();
 }
 
 // --- one row -------------------------------------------------------------------------------------------------------------------
@@ -192,15 +207,19 @@ Status Convert_Xspace(Session& session, Ask& ask, X_Space target) {
     const X_Chain chain = Chain_Between(Find_Space(present), to->kind);
     if (!chain.refusal.empty()) return Status::Fail(Replace_All(chain.refusal, "{X}", Told(present)));
 
+    bool asked = false;
     if (chain.constants)
-        if (Status status = Complete_Constants(store, ask, *chain.constants); status.failed) return status;
+        if (Status status = Complete_Constants(session, ask, *chain.constants, asked); status.failed) return status;
     for (int row = 1; row <= store.nperfiles(); ++row)
         if (Status status = Check_Convertible(chain.steps, store.Pattern(row), std::string(Trim(store.Info(row).file_name))); status.failed)
             return status;
 
+    Row_Change change(session, "conversion to " + std::string(Told(target)), All_Rows(session), part_x);
+    if (Turns_Round(chain.steps)) change.Turned();
     for (int row = 1; row <= store.nperfiles(); ++row) Convert_Marks(chain.steps, store.Pattern(row).conv, store.Info(row), ask);
     Convert_All_Points(chain.steps, store);
     Set_Xspace(session, Told(target));
+    change.Keep(asked);
     return Status::Done();
 }
 

@@ -12,13 +12,16 @@ inline constexpr int max_fit_peaks = 400;
 
 struct Peak_Mark {
     float x, y, bgr;  // position, intensity at the top, background under it
+    bool operator==(const Peak_Mark&) const = default;
 };
 struct Background_Mark {
     float x, y;
+    bool operator==(const Background_Mark&) const = default;
 };
 struct Reflection_Mark {
     float x, y;
     std::string label;
+    bool operator==(const Reflection_Mark&) const = default;
 };
 struct Fit_Peak_Mark {
     float x, y;

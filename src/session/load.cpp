@@ -89,6 +89,7 @@ Load_Result Load_Row(Session& session, Ask& ask, const std::string& path, const 
     }
 
     if (row > profiles_with_optional_arrays) Purge_Pattern(pattern, "DATA");
+    store.changes.Forget();
     store.Append(std::move(pattern), std::move(info));
     const auto flag = static_cast<std::size_t>(row - 1);
     store.show_ycalc_of[flag] = rietveld;

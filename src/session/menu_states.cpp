@@ -49,7 +49,7 @@ const std::vector<Enabling>& Enabling_Table() {
         {"00110000", {smooth_polynomial, lines_on, lines_settings}},
         {"0.11....", {background_on}},
         // What a running calculation enables has no use without a pattern.
-        {"0...0000", {view_back, view_forward}},
+        {"0...0000", {view_back, view_forward, undo, redo}},
         {"0.......",
          {fit_auto_peaks,
           clear_fit,

@@ -79,6 +79,7 @@ Load_Result Load_Prf_Row(Session& session, Ask& ask, const std::string& path) {
     if (refined != 0 && !May_Overwrite(ask, store.Info(refined).file_name)) return Load_Result::refused;
 
     Name_Axes(session, pattern, converted);
+    store.changes.Forget();
     if (refined != 0) {
         store.Pattern(refined) = std::move(pattern);
         store.Info(refined) = std::move(info);

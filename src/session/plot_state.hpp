@@ -134,6 +134,7 @@ struct Plot_State {
         return MoveMode == Move_Mode::scale_x ? Page_At({pivot, 0}).x : Page_At({0, pivot}).y;
     }
 
+    View Whole_Range() const { return {x_all_min, x_all_max, y_all_min, y_all_max}; }
     View Shown_View() const { return {x_view_min, x_view_max, y_view_min, y_view_max}; }
 
     // False, and nothing changes, for a view that single precision cannot hold with its width and height.

@@ -143,6 +143,8 @@ Json Paths(const Configuration& config) {
             {"mru_file", config.mru_file}};
 }
 
+Json Changes(const Change_History& changes) { return {{"changes", {{"undo", changes.Text_To_Undo()}, {"redo", changes.Text_To_Redo()}}}}; }
+
 Json Timing(const Plot_State& plot) {
     return {{"timing", {{"read", Json_Real(plot.read_ms)}, {"draw", Json_Real(plot.draw_ms)}, {"points", plot.drawn_points}}}};
 }
@@ -158,6 +160,7 @@ std::vector<Topic> State_Topics(const Session& s) {
                         [&s] {
                             return Json{{"fit", Fit(s.lists)}};
                         }),
+            Plain_Topic("changes", [&s] { return Changes(s.store.changes); }),
             Plain_Topic("recent", [&s] { return Recent(s.recent); }),
             Plain_Topic("prefs",
                         [&s] {

@@ -168,6 +168,14 @@ void Copy_Prf_Info(const PRF_Info_Add_Type& from, PRF_Info_Add_Type& to) { to = 
 void Swap_Pattern(Diffraction_Pattern_Type& a, Diffraction_Pattern_Type& b) { std::swap(a, b); }
 void Swap_Prf_Info(PRF_Info_Add_Type& a, PRF_Info_Add_Type& b) { std::swap(a, b); }
 
+bool Add_Excluded_Region(PRF_Info_Add_Type& info, float lo, float hi) {
+    if (info.nexcl >= max_excluded_regions) return false;
+    const auto place = static_cast<std::size_t>(info.nexcl++);
+    info.excl_min[place] = lo;
+    info.excl_max[place] = hi;
+    return true;
+}
+
 void Remove_Excluded_Region(PRF_Info_Add_Type& info, int region) {
     for (auto* limits : {&info.excl_min, &info.excl_max}) {
         std::copy(limits->begin() + region, limits->begin() + info.nexcl, limits->begin() + region - 1);

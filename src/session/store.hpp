@@ -10,6 +10,7 @@
 
 #include "patterns/pattern.hpp"
 #include "patterns/profile.hpp"
+#include "session/change_history.hpp"
 
 namespace vntl {
 
@@ -50,6 +51,8 @@ public:
     bool profiles_uniform = false;  // the rows came from one multiple selection in an empty store
     bool mixed_scat_var = false;    // rows of different scattering variable are in the store
 
+    Change_History changes;  // what was done to the rows; see session/changes.hpp
+
 private:
     std::vector<Diffraction_Pattern_Type> patterns_;
     std::vector<PRF_Info_Add_Type> infos_;
@@ -61,6 +64,9 @@ void Copy_Pattern(const Diffraction_Pattern_Type& from, Diffraction_Pattern_Type
 void Copy_Prf_Info(const PRF_Info_Add_Type& from, PRF_Info_Add_Type& to);
 void Swap_Pattern(Diffraction_Pattern_Type& a, Diffraction_Pattern_Type& b);
 void Swap_Prf_Info(PRF_Info_Add_Type& a, PRF_Info_Add_Type& b);
+
+// Adds a region at the end of the list; false, and nothing changes, where it is full.
+bool Add_Excluded_Region(PRF_Info_Add_Type& info, float lo, float hi);
 
 // Takes region `region`, from 1, out of the list; the later ones move down one place.
 void Remove_Excluded_Region(PRF_Info_Add_Type& info, int region);

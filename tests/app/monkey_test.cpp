@@ -45,6 +45,11 @@ constexpr const char* dialog_buttons =
 constexpr const char* grids = "1331 4|1331 4|1527 2|1527 2|1527 3|1527 4|1305 2|1318 2|1318 3|1711 3|1711 3|1723 3|1736 3|1742 1";
 constexpr const char* modes = "40096|40097|40093|40094|40147|40138|40139|40144|40145|40148|40095|40099|40110|40216|40217|40218|40219|40221";
 
+// What a change that is taken back and made again leaves as it was.
+const std::string undo_and_redo =
+    "print changes\nprint rows\nprint data 1\nprint peaks\nprint background\nprint changes\ncommand 40506\ncommand 40507\n"
+    "print changes\nprint rows\nprint data 1\nprint peaks\nprint background\nprint changes";
+
 // Files of instruments: each one whole, cut short, and with some of its characters replaced.
 std::vector<test::Sample_File> Instrument_Files() {
     std::mt19937 random(7);
@@ -78,6 +83,7 @@ public:
         if (choice < 77) return "cell " + One_Of(fields) + " 1 " + std::to_string(Below(4)) + ' ' + One_Of(values);
         if (choice < 78) return "select " + One_Of(fields) + ' ' + One_Of(values);
         if (choice < 80) return "answer " + One_Of("yes|no|ok|cancel|retry|abort|ignore");
+        if (choice == 80 || choice == 94) return undo_and_redo;
         if (choice < 81) return One_Of("directory home|colour 1 2 3|colour 1 2 300|programs off|timer 1|timer -1");
         if (choice < 84) return "resize " + std::to_string(1 + Below(Below(8) == 0 ? 1500 : 500)) + ' ' + std::to_string(1 + Below(700));
         if (choice < 89) return One_Of("main|main|main|dialog 41|dialog 401|dialog 104|dialog 403|dialog 0|dialog -7");
@@ -160,6 +166,25 @@ protected:
     }
 };
 
+// Compares what was printed before each undo with what was printed behind its redo; the number of pairs with a change to take back.
+int Compare_Rounds(const Run_Result& run) {
+    std::vector<Json> looks(1);
+    int rounds = 0;
+    for (const Json& line : run.lines) {
+        looks.back().push_back(line);
+        if (!line.contains("changes")) continue;
+        if (looks.size() < 4) {
+            looks.emplace_back();
+            continue;
+        }
+        // Opening marks, before, between, behind.
+        if (looks[0].back()["changes"]["undo"] != "") ++rounds;
+        EXPECT_EQ(looks[1], looks[3]) << looks[0].back();
+        looks.assign(1, {});
+    }
+    return rounds;
+}
+
 TEST_P(Monkey, LeavesTheSessionInOrder) {
     Generator generator(GetParam());
     std::string script;
@@ -170,6 +195,7 @@ TEST_P(Monkey, LeavesTheSessionInOrder) {
         if (const std::size_t at = run.errors.find(fault); at != std::string::npos)
             ADD_FAILURE() << "seed " << GetParam() << ": " << run.errors.substr(run.errors.rfind('\n', at) + 1, 2000);
     for (const std::string& box : run.Boxes()) EXPECT_FALSE(box.starts_with("Fault")) << box << " from seed " << GetParam();
+    Compare_Rounds(run);
     EXPECT_TRUE(!run.lines.empty() && run.lines.back().contains("paths")) << "the run of seed " << GetParam() << " ended before its time";
 }
 

@@ -11,6 +11,7 @@
 #include "commands/row_grid.hpp"
 #include "commands/select_files.hpp"
 #include "plot/plot.hpp"
+#include "session/changes.hpp"
 #include "session/session.hpp"
 
 namespace vntl {
@@ -36,10 +37,10 @@ enum Sum_Column { sum_file = 1, sum_title, sum_points, sum_check };
 struct Sum_Texts {
     std::string_view heading;
     Row_Kind kind;
-    std::string_view title, file_name;
+    std::string_view title, file_name, change;
 };
-constexpr Sum_Texts sum_texts{"Sum of profiles", Row_Kind::summ, "Summation of profiles ", "<summation>"};
-constexpr Sum_Texts average_texts{"Average of profiles", Row_Kind::aver, "Average of profiles ", "<Average>"};
+constexpr Sum_Texts sum_texts{"Sum of profiles", Row_Kind::summ, "Summation of profiles ", "<summation>", "sum"};
+constexpr Sum_Texts average_texts{"Average of profiles", Row_Kind::aver, "Average of profiles ", "<Average>", "average"};
 
 void Fill_Sum(const Session& session, const Sum_Texts& texts) {
     const Profile_Store& store = session.store;
@@ -74,13 +75,12 @@ Status Subtract(Session& session, int a, int b) {
     if (Is_Refined_Kind(session, a) || Is_Refined_Kind(session, b))
         return Status::Fail("Difference operation in PRF file is not permitted");
     Profile_Store& store = session.store;
+    Row_Change change(session, "difference of two profiles");
     const int row = store.Append_Copy(a);
-    if (Status status = Subtract_Pattern(store.Pattern(row), store.Pattern(b)); status.failed) {
-        store.Drop_Last();
-        return status;
-    }
+    if (Status status = Subtract_Pattern(store.Pattern(row), store.Pattern(b)); status.failed) return status;
     Name_Row(session, row, Row_Kind::diff, "Difference of profiles: " + store.Info(a).file_name + " - " + store.Info(b).file_name,
              "<difference>");
+    change.Keep();
     return Status::Done();
 }
 
@@ -169,12 +169,14 @@ std::optional<std::vector<Change>> Changes(const Session& session, const std::ve
 void Apply_Changes(Session& session, const std::vector<int>& rows) {
     const auto changes = Changes(session, rows);
     if (!changes) return;
+    Row_Change kept(session, "shift and factor" + Of_Profiles(session, rows), rows, part_x | part_y | part_sigma);
     for (const Change& change : *changes) {
         Shift_And_Multiply(session.store.Pattern(change.row), change.shift, change.factor);
         PRF_Info_Add_Type& info = session.store.Info(change.row);
         info.x_shift_total += change.shift;
         info.y_mult_total *= change.factor;
     }
+    kept.Keep();
     Plot_Redraw(session);
 }
 
@@ -280,14 +282,13 @@ Status Sum_Profiles(Session& session, Sum_Mode mode) {
     const auto rows = Rows_To_Sum(session, texts);
     if (!rows) return Status::Cancel();
     if (rows->empty()) return Status::Fail("ERROR: No profile selected to make sum/average");
+    Row_Change change(session, std::string(texts.change) + Of_Profiles(session, *rows));
     const int row = store.Append_Copy(rows->front());
     std::vector<const Diffraction_Pattern_Type*> others;
     for (const int other : std::span(*rows).subspan(1)) others.push_back(&store.Pattern(other));
-    if (Status status = Sum_Patterns(store.Pattern(row), others, mode); status.failed) {
-        store.Drop_Last();
-        return status;
-    }
+    if (Status status = Sum_Patterns(store.Pattern(row), others, mode); status.failed) return status;
     Name_Row(session, row, texts.kind, texts.title, std::string(texts.file_name));
+    change.Keep();
     return Status::Done();
 }
 
@@ -325,7 +326,9 @@ Status Efficiency_Correction(Session& session, Ask&) {
     Efficiency efficiency;
     if (Status status = Read_Efficiency_File(files.front(), points, efficiency); status.failed) return status;
     if (Status status = Check_Correction(session, efficiency); status.failed) return status;
+    Row_Change change(session, "efficiency correction", All_Rows(session), part_x | part_y | part_sigma);
     for (int row = 1; row <= store.nperfiles(); ++row) Apply_Efficiency(store.Pattern(row), efficiency);
+    change.Keep();
     return Status::Done();
 }
 

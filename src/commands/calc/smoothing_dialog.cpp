@@ -7,6 +7,7 @@
 #include "calc/arithmetic.hpp"
 #include "calc/smoothing.hpp"
 #include "commands/modal.hpp"
+#include "session/changes.hpp"
 #include "session/session.hpp"
 
 namespace vntl {
@@ -83,27 +84,34 @@ Status Smooth_First(Session& session, const Filter& filter, const Choice& choice
     Profile_Store& store = session.store;
     if (!filter.Takes(store.Info(1).kind)) return Status::Fail("Operation not permitted over this profile type");
     if (!choice.new_row) {
+        Row_Change change(session, "smoothing" + Of_Profiles(session, {1}), {1}, part_y);
         filter.smooth(store.Pattern(1).y, choice.window);
+        change.Keep();
         return Status::Done();
     }
     if (store.full()) return Status::Fail(std::string(table_full_text));
+    Row_Change change(session, "smoothed profile");
     const int row = store.Append_Copy(1);
     Diffraction_Pattern_Type& smoothed = store.Pattern(row);
     filter.smooth(smoothed.y, choice.window);
     smoothed.title = Cut("Smoothing Fourier of " + store.Pattern(1).title, title_width);
     store.Info(row).kind = Row_Kind::smoo;
     store.Info(row).file_name = "<smoothing>";
+    change.Keep();
     return filter.fourier && choice.efficiency ? Write_Ratio(session, store.Pattern(1).y, smoothed.y) : Status::Done();
 }
 
 void Smooth_All(Session& session, Ask& ask, const Filter& filter, int window) {
     Profile_Store& store = session.store;
-    for (int row = 1; row <= store.nperfiles(); ++row) {
-        if (filter.Takes(store.Info(row).kind))
-            filter.smooth(store.Pattern(row).y, window);
-        else
-            ask.Information(filter.Passed_Over(store.Info(row).file_name));
-    }
+    std::vector<int> rows = All_Rows(session);
+    std::erase_if(rows, [&](int row) {
+        const bool passed_over = !filter.Takes(store.Info(row).kind);
+        if (passed_over) ask.Information(filter.Passed_Over(store.Info(row).file_name));
+        return passed_over;
+    });
+    Row_Change change(session, "smoothing" + Of_Profiles(session, rows), rows, part_y);
+    for (const int row : rows) filter.smooth(store.Pattern(row).y, window);
+    change.Keep();
 }
 
 Status Smooth(Session& session, Ask& ask, const Filter& filter) {

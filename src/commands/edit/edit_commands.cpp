@@ -1,12 +1,25 @@
-// Menu "Edit": what is on the screen, for other programs.
+// Menu "Edit": taking changes back, and what is on the screen for other programs.
 #include "commands/families.hpp"
 
 #include "commands/application.hpp"
 #include "commands/edit/clipboard.hpp"
+#include "commands/plot/mouse.hpp"
+#include "plot/plot.hpp"
+#include "session/changes.hpp"
 
 namespace vntl {
 
 namespace {
+
+// A mode of the mouse may wait with rows that are no longer there.
+void Undo(Application& app) {
+    Cancel_Modes(app.session);
+    if (Undo_Change(app.session)) Plot_Redraw(app.session);
+}
+void Redo(Application& app) {
+    Cancel_Modes(app.session);
+    if (Redo_Change(app.session)) Plot_Redraw(app.session);
+}
 
 void Copy_The_Picture(Application&) { Copy_Picture(); }
 
@@ -15,6 +28,8 @@ void Copy_The_Points(Application& app) {
 }
 
 constexpr Command commands[] = {
+    {command::undo, "&Undo", "undo", Undo, "Ctrl+Z", "Take the last change of profiles or lists back"},
+    {command::redo, "&Redo", "redo", Redo, "Ctrl+Shift+Z", "Make again what was taken back"},
     {command::copy_picture, "&Copy picture", "copy_picture", Copy_The_Picture, "Ctrl+C", "Copy the picture to the clipboard"},
     {command::copy_text, "Copy &points as text", "copy_text", Copy_The_Points, "Ctrl+Shift+C",
      "Copy the points in view to the clipboard, in columns"},

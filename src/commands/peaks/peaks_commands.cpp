@@ -5,6 +5,7 @@
 #include "commands/calculation_mode.hpp"
 #include "commands/peaks/search_dialogs.hpp"
 #include "plot/plot.hpp"
+#include "session/changes.hpp"
 
 namespace vntl {
 
@@ -19,14 +20,15 @@ void Search(Application& app) {
     if (Tell(app, search(app.session))) Plot_Redraw(app.session);
 }
 
-void Clear_Peaks(Application& app) {
-    app.session.lists.peaks.clear();
-    Plot_Redraw(app.session);
+template <class Mark>
+void Clear(Session& session, std::vector<Mark>& list, std::string text) {
+    Row_Change change(session, std::move(text));
+    list.clear();
+    change.Keep();
+    Plot_Redraw(session);
 }
-void Clear_Background(Application& app) {
-    app.session.lists.background.clear();
-    Plot_Redraw(app.session);
-}
+void Clear_Peaks(Application& app) { Clear(app.session, app.session.lists.peaks, "emptied list of peaks"); }
+void Clear_Background(Application& app) { Clear(app.session, app.session.lists.background, "emptied list of background points"); }
 
 // A click inserts into a list, or deletes from it.
 void Choose_Click(Session& session, bool& chosen, bool& other, std::string_view hint) {

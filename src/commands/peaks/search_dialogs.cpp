@@ -5,6 +5,7 @@
 #include <string>
 
 #include "commands/modal.hpp"
+#include "session/changes.hpp"
 #include "session/search.hpp"
 #include "session/session.hpp"
 
@@ -93,9 +94,10 @@ Status Edit_Parameters(Session& session, int dialog) {
     return Status::Done();
 }
 
-Status Search_With(Session& session, int dialog, Status (*find)(Session&)) {
+Status Search_With(Session& session, int dialog, std::string text, Status (*find)(Session&)) {
     if (Status status = Edit_Parameters(session, dialog); status.failed) return status;
-    return find(session);
+    Row_Change change(session, std::move(text));
+    return change.Keep(find(session));
 }
 
 }  // namespace
@@ -104,8 +106,8 @@ std::vector<Dialog_Resource> Search_Dialog_Resources() {
     return {Resource(peaks_dialog, "Peaks detection condition"), Resource(background_dialog, "Background detect condition")};
 }
 
-Status Search_Peaks(Session& session) { return Search_With(session, peaks_dialog, Find_Peaks); }
-Status Search_Satellites(Session& session) { return Search_With(session, peaks_dialog, Find_Satellites); }
-Status Search_Background(Session& session) { return Search_With(session, background_dialog, Find_Background); }
+Status Search_Peaks(Session& session) { return Search_With(session, peaks_dialog, "search of peaks", Find_Peaks); }
+Status Search_Satellites(Session& session) { return Search_With(session, peaks_dialog, "search of satellites", Find_Satellites); }
+Status Search_Background(Session& session) { return Search_With(session, background_dialog, "search of the background", Find_Background); }
 
 }  // namespace vntl

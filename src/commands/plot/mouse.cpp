@@ -127,6 +127,12 @@ void Cancel_Mouse(Session& session) {
     Plot_Redraw(session);
 }
 
+void Cancel_Modes(Session& session) {
+    Lapse_Rubber(session);
+    End_Drag(session);
+    Leave_Mode(session);
+}
+
 void Start_Drag_Mode(Session& session) {
     Enter_Mode(session, Move_Mode::drag, Cursor_Shape::hand, "", command::drag);
     session.interface.Enable(command::drag_end, true);

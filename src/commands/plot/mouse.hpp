@@ -45,6 +45,9 @@ void Start_Scaling_Mode(Session&, Move_Mode mode, std::vector<int> rows);  // sc
 
 void Clear_Read_Outs(Session&);  // there is nothing to point at any more
 
+// Shapes and drags lapse, and the mode of the mouse ends.
+void Cancel_Modes(Session&);
+
 // What Escape does: a shape that is being drawn lapses, a drag goes back to where it began, and a mode of the mouse ends.
 void Cancel_Mouse(Session&);
 

@@ -1,11 +1,12 @@
 #include <algorithm>
 #include <cmath>
+#include <functional>
 
 #include "base/conversions.hpp"
-#include "calc/rescale.hpp"
 #include "commands/plot/mouse.hpp"
 #include "commands/plot/mouse_tools.hpp"
 #include "plot/plot.hpp"
+#include "session/move_rows.hpp"
 
 namespace vntl {
 
@@ -17,22 +18,14 @@ bool Confirmed(Ask& ask, std::string text) {
     return ask.Box({Box_Buttons::yes_no, Box_Icon::question, 1, std::move(text), "Confirmation"}) == Box_Answer::yes;
 }
 
-void Too_Far(const Session& session, Ask& ask, int row) {
-    ask.Error("Values of " + session.store.Info(row).file_name + " would leave the range of numbers");
+// The rows are moved where the user agrees.
+void Move_Confirmed(Session& session, Ask& ask, const std::string& text, const std::function<Status()>& move) {
+    const Status status = Confirmed(ask, text) ? move() : Status::Cancel();
+    if (status.to_tell()) ask.Error(status.message);
+    status.ok() ? Plot_ReMake(session) : Plot_Redraw(session);
 }
 
 // --- moving by a line --------------------------------------------------------------------------------------------------------------
-
-bool Offset_Rows(Session& session, Ask& ask, const std::vector<int>& rows, float dx, float dy) {
-    Profile_Store& store = session.store;
-    for (const int row : rows)
-        if (!Stays_Finite_X(store.Pattern(row), 1, dx) || !Stays_Finite_Y(store.Pattern(row), 1, dy)) {
-            Too_Far(session, ask, row);
-            return false;
-        }
-    for (const int row : rows) Offset_Row(store.Pattern(row), store.Info(row), dx, dy);
-    return true;
-}
 
 void Finish_Line(Session& session, Ask& ask) {
     const Rubber_Shape rubber = session.plot.rubber;
@@ -42,10 +35,7 @@ void Finish_Line(Session& session, Ask& ask) {
     Leave_Mode(session);
     const std::string text = "The following profiles will be shift to\nthe relative position: " + IRealToString(dx) + " , " +
                              IRealToString(dy) + Row_Names(session, rows);
-    if (Confirmed(ask, text) && Offset_Rows(session, ask, rows, dx, dy))
-        Plot_ReMake(session);
-    else
-        Plot_Redraw(session);
+    Move_Confirmed(session, ask, text, [&] { return Offset_Rows(session, rows, dx, dy); });
 }
 
 // --- scaling about a pivot at which the axis stays ---------------------------------------------------------------------------------
@@ -107,23 +97,6 @@ void Move_Factor(Session& session, Plot_State::Place to) {
     Move_Rubber(session, to);
 }
 
-bool Scale_Rows(Session& session, Ask& ask, bool along_x, const std::vector<int>& rows, float factor) {
-    Profile_Store& store = session.store;
-    for (const int row : rows) {
-        const Diffraction_Pattern_Type& pattern = store.Pattern(row);
-        if (along_x ? Stays_Finite_X(pattern, factor, 0) : Stays_Finite_Y(pattern, factor, 0)) continue;
-        Too_Far(session, ask, row);
-        return false;
-    }
-    for (const int row : rows) {
-        if (along_x)
-            Scale_X_Of_Row(store.Pattern(row), store.Info(row), factor, 0);
-        else
-            Scale_Y_Of_Row(store.Pattern(row), factor, 0);
-    }
-    return true;
-}
-
 void Finish_Factor(Session& session, Ask& ask) {
     Plot_State& plot = session.plot;
     const Axis axis = Axis_Of(plot);
@@ -134,10 +107,8 @@ void Finish_Factor(Session& session, Ask& ask) {
     Leave_Mode(session);
     const std::string text = "The following profiles will be scaling at " + axis.name + " according\nto following equation: " + axis.name +
                              "' = " + IRealToString(factor) + axis.name + Row_Names(session, rows);
-    if (Confirmed(ask, text) && Scale_Rows(session, ask, along_x, rows, factor))
-        Plot_ReMake(session);
-    else
-        Plot_Redraw(session);
+    Move_Confirmed(session, ask, text,
+                   [&] { return along_x ? Scale_X_Of_Rows(session, rows, factor, 0) : Scale_Y_Of_Rows(session, rows, factor, 0); });
 }
 
 void MouseMovement_Scaling(Session& session, Ask& ask, const Message& message) {

@@ -5,6 +5,7 @@
 
 #include "base/text.hpp"
 #include "plot/plot.hpp"
+#include "session/changes.hpp"
 
 namespace vntl {
 
@@ -108,14 +109,20 @@ void Click(Session& session, Ask& ask, float x, float y) {
         case Click_Mode::fit:
             Click_In_Fit(session, ask, x, y);
             break;
-        case Click_Mode::peaks:
+        case Click_Mode::peaks: {
+            Row_Change change(session, plot.peak_delete ? "deleted peak" : "inserted peak");
             if (plot.peak_insert && !plot.peak_delete) Insert_Peak(session, ask, x, y);
             if (plot.peak_delete) Delete_Peak(session, ask, x);
+            change.Keep();
             break;
-        case Click_Mode::background:
+        }
+        case Click_Mode::background: {
+            Row_Change change(session, plot.bgr_delete ? "deleted background point" : "inserted background point");
             if (plot.bgr_insert) Insert_Background(session, ask, x, y);
             if (plot.bgr_delete) Delete_Background(session, ask, x, y);
+            change.Keep();
             break;
+        }
         default:
             break;
     }

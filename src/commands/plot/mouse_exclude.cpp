@@ -4,18 +4,17 @@
 #include "commands/plot/mouse_tools.hpp"
 #include "commands/profiles/excluded_regions.hpp"
 #include "plot/plot.hpp"
+#include "session/changes.hpp"
 
 namespace vntl {
 
 namespace {
 
 Status Exclude_In_Row(Session& session, int row, float lo, float hi) {
-    PRF_Info_Add_Type& info = session.store.Info(row);
-    if (info.nexcl >= max_excluded_regions)
+    Row_Change change(session, "excluded region" + Of_Profiles(session, {row}), {row});
+    if (!Add_Excluded_Region(session.store.Info(row), lo, hi))
         return Status::Fail("Profile No " + std::to_string(row) + "has too much number of Excluded Regions");
-    const auto place = static_cast<std::size_t>(info.nexcl++);
-    info.excl_min[place] = lo;
-    info.excl_max[place] = hi;
+    change.Keep();
     return Status::Done();
 }
 

@@ -6,6 +6,7 @@
 
 #include "calc/x_conversion.hpp"
 #include "commands/modal.hpp"
+#include "session/changes.hpp"
 #include "session/session.hpp"
 
 namespace vntl {
@@ -101,9 +102,11 @@ void Spectral_Lines_Dialog(Session& session, Ask& ask) {
     while (Run_Modal(lines_dialog, {}, changed) == button_ok) {
         const auto lines = Lines_Of_Grid(ask);
         if (!lines) continue;
+        Row_Change change(session, "wavelengths of spectral lines", {1});
         conv[0] = (*lines)[0];
         conv[1] = (*lines)[1];
         conv[3] = (*lines)[2];
+        change.Keep();
         break;
     }
     WDialogUnload();

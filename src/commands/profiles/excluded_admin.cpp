@@ -5,6 +5,7 @@
 #include "commands/modal.hpp"
 #include "commands/profiles/excluded_regions.hpp"
 #include "plot/plot.hpp"
+#include "session/changes.hpp"
 
 namespace vntl {
 
@@ -58,18 +59,24 @@ bool Delete_Chosen(Session& session, Ask& ask, Tree_Item item) {
     if (info.nexcl < 1) return false;
     if (item.region == 0) {
         if (!Confirmed(ask, "Do you want to delete ALL excluded regions\nof profile: " + info.file_name + " ?")) return false;
+        Row_Change change(session, "deletion of excluded regions" + Of_Profiles(session, {item.row}), {item.row});
         Delete_Regions(info);
+        change.Keep();
         return true;
     }
     const std::string number = std::to_string(item.region);
     if (!Confirmed(ask, "Do you want to delete the excluded region\nNo " + number + " of profile: " + info.file_name + " ?")) return false;
+    Row_Change change(session, "deletion of an excluded region" + Of_Profiles(session, {item.row}), {item.row});
     Remove_Excluded_Region(info, item.region);
+    change.Keep();
     return true;
 }
 
 bool Delete_All(Session& session, Ask& ask) {
     if (!Confirmed(ask, "Do you want to delete ALL excluded regions\nof ALL profiles?")) return false;
-    for (int row = 1; row <= session.store.nperfiles(); ++row) Delete_Regions(session.store.Info(row));
+    Row_Change change(session, "deletion of all excluded regions", All_Rows(session));
+    for (const int row : All_Rows(session)) Delete_Regions(session.store.Info(row));
+    change.Keep();
     return true;
 }
 

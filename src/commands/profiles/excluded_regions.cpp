@@ -4,6 +4,7 @@
 
 #include "commands/modal.hpp"
 #include "commands/row_grid.hpp"
+#include "session/changes.hpp"
 #include "session/session.hpp"
 
 namespace vntl {
@@ -15,16 +16,14 @@ enum Field { from = 1721, to, rows_grid, select_all, deselect_all };
 enum Column { file_name = 1, kind, marked };
 
 void Insert(Session& session, Ask& ask, const std::vector<int>& rows, float lo, float hi) {
+    Row_Change change(session, "excluded region" + Of_Profiles(session, rows), rows);
+    bool any = false;
     for (const int row : rows) {
-        PRF_Info_Add_Type& info = session.store.Info(row);
-        if (info.nexcl >= max_excluded_regions) {
-            ask.Error("Profile No " + std::to_string(row) + " has too many Excluded Regions");
-            continue;
-        }
-        const auto place = static_cast<std::size_t>(info.nexcl++);
-        info.excl_min[place] = lo;
-        info.excl_max[place] = hi;
+        const bool added = Add_Excluded_Region(session.store.Info(row), lo, hi);
+        if (!added) ask.Error("Profile No " + std::to_string(row) + " has too many Excluded Regions");
+        any = any || added;
     }
+    if (any) change.Keep();
 }
 
 Status Run(Session& session, Ask& ask) {

@@ -5,9 +5,9 @@
 #include <cmath>
 #include <optional>
 
-#include "calc/rescale.hpp"
 #include "commands/modal.hpp"
 #include "commands/row_grid.hpp"
+#include "session/move_rows.hpp"
 #include "session/session.hpp"
 
 namespace vntl {
@@ -27,17 +27,8 @@ struct Move_Dialog {
     Status (*move)(Session&, const std::vector<int>& rows, const std::vector<float>& numbers);
 };
 
-Status Out_Of_Range(const Session& session, int row) {
-    return Status::Fail("Values of " + session.store.Info(row).file_name + " would leave the range of numbers");
-}
-
 Status Offset(Session& session, const std::vector<int>& rows, const std::vector<float>& numbers) {
-    Profile_Store& store = session.store;
-    for (const int row : rows)
-        if (!Stays_Finite_X(store.Pattern(row), 1, numbers[0]) || !Stays_Finite_Y(store.Pattern(row), 1, numbers[1]))
-            return Out_Of_Range(session, row);
-    for (const int row : rows) Offset_Row(store.Pattern(row), store.Info(row), numbers[0], numbers[1]);
-    return Status::Done();
+    return Offset_Rows(session, rows, numbers[0], numbers[1]);
 }
 
 // The line that leaves the reference where it is and brings the present value to the new one.
@@ -58,22 +49,12 @@ Status No_Scaling(std::string_view axis) {
 
 Status Scale_X(Session& session, const std::vector<int>& rows, const std::vector<float>& numbers) {
     const std::optional<Scaling> line = Scaling_Of(numbers);
-    if (!line) return No_Scaling("X");
-    Profile_Store& store = session.store;
-    for (const int row : rows)
-        if (!Stays_Finite_X(store.Pattern(row), line->a, line->b)) return Out_Of_Range(session, row);
-    for (const int row : rows) Scale_X_Of_Row(store.Pattern(row), store.Info(row), line->a, line->b);
-    return Status::Done();
+    return line ? Scale_X_Of_Rows(session, rows, line->a, line->b) : No_Scaling("X");
 }
 
 Status Scale_Y(Session& session, const std::vector<int>& rows, const std::vector<float>& numbers) {
     const std::optional<Scaling> line = Scaling_Of(numbers);
-    if (!line) return No_Scaling("Y");
-    Profile_Store& store = session.store;
-    for (const int row : rows)
-        if (!Stays_Finite_Y(store.Pattern(row), line->a, line->b)) return Out_Of_Range(session, row);
-    for (const int row : rows) Scale_Y_Of_Row(store.Pattern(row), line->a, line->b);
-    return Status::Done();
+    return line ? Scale_Y_Of_Rows(session, rows, line->a, line->b) : No_Scaling("Y");
 }
 
 const std::array<Move_Dialog, 3>& Dialogs() {

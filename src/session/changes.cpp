@@ -1,0 +1,248 @@
+#include "session/changes.hpp"
+
+#include <algorithm>
+#include <numeric>
+#include <thread>
+#include <utility>
+
+#include "base/text.hpp"
+#include "session/ranges.hpp"
+#include "session/session.hpp"
+#include "session/xspace.hpp"
+
+namespace vntl {
+
+namespace {
+
+using Pattern = Diffraction_Pattern_Type;
+using Reals = std::vector<float> Pattern::*;
+using Numbers = std::vector<std::int32_t> Pattern::*;
+
+struct Real_Part {
+    Reals array;
+    unsigned part;
+};
+constexpr Real_Part real_parts[] = {{&Pattern::x, part_x},
+                                    {&Pattern::y, part_y},
+                                    {&Pattern::sigma, part_sigma},
+                                    {&Pattern::ycalc, part_curves},
+                                    {&Pattern::bgr, part_curves}};
+constexpr Numbers number_arrays[] = {&Pattern::istat, &Pattern::nd};
+
+// --- keeping ---------------------------------------------------------------------------------------------------------------------
+
+void Copy_Parts(const Pattern& from, unsigned parts, Pattern& to) {
+    static_cast<Pattern_Head&>(to) = from;
+    for (const Real_Part& p : real_parts)
+        if ((parts & p.part) != 0) to.*p.array = from.*p.array;
+}
+
+std::size_t Bytes_Of_Parts(const Profile_Store& store, const std::vector<int>& rows, unsigned parts) {
+    std::size_t bytes = 0;
+    for (const int row : rows)
+        for (const Real_Part& p : real_parts)
+            if ((parts & p.part) != 0) bytes += (store.Pattern(row).*p.array).size() * sizeof(float);
+    return bytes;
+}
+
+void Keep_Row(const Profile_Store& store, int row, unsigned parts, Kept_Row& kept) {
+    const auto flag = static_cast<std::size_t>(row - 1);
+    kept.row = row;
+    Copy_Parts(store.Pattern(row), parts, kept.pattern);
+    kept.info = store.Info(row);
+    kept.shown = store.profile_shown[flag];
+    kept.show_ycalc = store.show_ycalc_of[flag];
+    kept.show_bgr = store.show_bgr_of[flag];
+}
+
+// Many points are worth a thread for each half of the rows.
+std::vector<Kept_Row> Keep_Rows(const Profile_Store& store, const std::vector<int>& rows, unsigned parts) {
+    constexpr std::size_t much = 4u << 20;  // bytes
+    std::vector<Kept_Row> kept(rows.size());
+    const auto keep = [&](std::size_t from, std::size_t to) {
+        for (std::size_t i = from; i < to; ++i) Keep_Row(store, rows[i], parts, kept[i]);
+    };
+    const std::size_t half = rows.size() / 2;
+    std::jthread first_half;
+    if (Bytes_Of_Parts(store, rows, parts) >= much)
+        first_half = std::jthread([&] { keep(0, half); });
+    else
+        keep(0, half);
+    keep(half, rows.size());
+    return kept;
+}
+
+Kept_Plot Keep_Plot(const Session& session) {
+    const Plot_State& plot = session.plot;
+    const Calculation_Lists& lists = session.lists;
+    return {lists.peaks,       lists.background,   lists.hklgen,      plot.xspace,    plot.xlabel_text, plot.ylabel_text,
+            plot.Shown_View(), plot.Whole_Range(), plot.y_prf_bottom, plot.diff_base, plot.diff_band,   plot.Is_Log()};
+}
+
+// --- going back, or forward again --------------------------------------------------------------------------------------------------
+
+// The row and what was kept of it change places; arrays that were not kept stay, in the other order where the change turned them round.
+void Swap_Row(Profile_Store& store, const Change_Record& record, Kept_Row& kept) {
+    Pattern& pattern = store.Pattern(kept.row);
+    const auto flag = static_cast<std::size_t>(kept.row - 1);
+    std::swap(pattern, kept.pattern);
+    for (const Real_Part& p : real_parts) {
+        if ((record.parts & p.part) != 0) continue;
+        std::swap(pattern.*p.array, kept.pattern.*p.array);
+        if (record.turned) std::ranges::reverse(pattern.*p.array);
+    }
+    for (const Numbers array : number_arrays) {
+        std::swap(pattern.*array, kept.pattern.*array);
+        if (record.turned) std::ranges::reverse(pattern.*array);
+    }
+    std::swap(store.Info(kept.row), kept.info);
+    const auto swap_flag = [flag](auto& flags, bool& value) {
+        const bool before = flags[flag];
+        flags[flag] = value;
+        value = before;
+    };
+    swap_flag(store.profile_shown, kept.shown);
+    swap_flag(store.show_ycalc_of, kept.show_ycalc);
+    swap_flag(store.show_bgr_of, kept.show_bgr);
+}
+
+void Take_Added(Profile_Store& store, Change_Record& record) {
+    for (int i = 0; i < record.added; ++i) {
+        const int row = store.nperfiles();
+        const auto flag = static_cast<std::size_t>(row - 1);
+        record.taken.push_back({row, std::move(store.Pattern(row)), std::move(store.Info(row)), store.profile_shown[flag],
+                                store.show_ycalc_of[flag], store.show_bgr_of[flag]});
+        store.Drop_Last();
+    }
+}
+
+void Return_Taken(Profile_Store& store, Change_Record& record) {
+    for (; !record.taken.empty(); record.taken.pop_back()) {
+        Kept_Row& kept = record.taken.back();
+        store.Append(std::move(kept.pattern), std::move(kept.info));
+        const auto flag = static_cast<std::size_t>(store.nperfiles() - 1);
+        store.profile_shown[flag] = kept.shown;
+        store.show_ycalc_of[flag] = kept.show_ycalc;
+        store.show_bgr_of[flag] = kept.show_bgr;
+    }
+}
+
+// Lists and x space as they were kept, and the view where the plot still has the same form of intensities.
+void Set_Plot(Session& session, Kept_Plot kept) {
+    Plot_State& plot = session.plot;
+    session.lists.peaks = std::move(kept.peaks);
+    session.lists.background = std::move(kept.background);
+    session.lists.hklgen = std::move(kept.hklgen);
+    plot.xlabel_text = std::move(kept.xlabel_text);
+    plot.ylabel_text = std::move(kept.ylabel_text);
+    if (plot.Is_Log() != kept.log) return;
+    plot.Show(kept.view);
+    plot.x_all_min = kept.all.x1, plot.x_all_max = kept.all.x2, plot.y_all_min = kept.all.y1, plot.y_all_max = kept.all.y2;
+    plot.y_prf_bottom = kept.y_prf_bottom;
+    plot.diff_base = kept.diff_base;
+    plot.diff_band = kept.diff_band;
+}
+
+// The record and the session change places. Form and menus follow from the rows before lists and view are put back.
+void Swap(Session& session, Change_Record& record, bool back) {
+    Profile_Store& store = session.store;
+    Kept_Plot present = Keep_Plot(session);
+    if (!back) Return_Taken(store, record);
+    for (Kept_Row& kept : record.rows) Swap_Row(store, record, kept);
+    if (back) Take_Added(store, record);
+    if (record.plot.xspace != present.xspace) Set_Xspace(session, Told(record.plot.xspace));
+    if (record.Touches_Rows()) Plot_Ranges(session);
+    Set_Plot(session, std::exchange(record.plot, std::move(present)));
+}
+
+bool Same_Lists(const Kept_Plot& kept, const Calculation_Lists& lists) {
+    return kept.peaks == lists.peaks && kept.background == lists.background && kept.hklgen == lists.hklgen;
+}
+
+std::string Label(std::string_view verb, std::string_view text) {
+    return std::string(verb) + (text.empty() ? "" : " ") + std::string(text);
+}
+
+}  // namespace
+
+Row_Change::Row_Change(Session& session, std::string text, const std::vector<int>& rows, unsigned parts)
+    : session_(session),
+      rows_before_(session.store.nperfiles()),
+      too_large_(Bytes_Of_Parts(session.store, rows, parts) > Change_History::most_bytes) {
+    record_.text = std::move(text);
+    record_.parts = parts;
+    record_.plot = Keep_Plot(session);
+    if (!too_large_) record_.rows = Keep_Rows(session.store, rows, parts);
+}
+
+Row_Change::~Row_Change() {
+    if (!open_) return;
+    while (session_.store.nperfiles() > rows_before_) session_.store.Drop_Last();
+    for (Kept_Row& kept : record_.rows) Swap_Row(session_.store, record_, kept);
+    session_.lists.peaks = std::move(record_.plot.peaks);
+    session_.lists.background = std::move(record_.plot.background);
+    session_.lists.hklgen = std::move(record_.plot.hklgen);
+}
+
+void Row_Change::Keep(bool with_previous) {
+    open_ = false;
+    Change_History& history = session_.store.changes;
+    record_.added = session_.store.nperfiles() - rows_before_;
+    record_.with_previous = with_previous;
+    if (too_large_) {
+        session_.interface.Status_Text(1, "The " + record_.text + " is too large to be undone");
+        history.Forget();
+    } else if (record_.Touches_Rows() || !Same_Lists(record_.plot, session_.lists)) {
+        history.Add(std::move(record_));
+    }
+}
+
+Status Row_Change::Keep(const Status& status) {
+    if (status.ok()) Keep();
+    return status;
+}
+
+std::string Of_Profiles(const Session& session, const std::vector<int>& rows) {
+    if (rows.size() == 1) return " of " + std::string(Trim(session.store.Info(rows.front()).file_name));
+    return " of " + std::to_string(rows.size()) + " profiles";
+}
+
+std::vector<int> All_Rows(const Session& session) {
+    std::vector<int> rows(static_cast<std::size_t>(session.store.nperfiles()));
+    std::iota(rows.begin(), rows.end(), 1);
+    return rows;
+}
+
+bool Undo_Change(Session& session) {
+    Change_History& history = session.store.changes;
+    if (history.Text_To_Undo().empty()) return false;
+    for (bool more = true; more;) {
+        Change_Record record = history.Take_Done();
+        more = record.with_previous;
+        Swap(session, record, true);
+        history.Put_Undone(std::move(record));
+    }
+    return true;
+}
+
+bool Redo_Change(Session& session) {
+    Change_History& history = session.store.changes;
+    if (history.Text_To_Redo().empty()) return false;
+    do {
+        Change_Record record = history.Take_Undone();
+        Swap(session, record, false);
+        history.Put_Done(std::move(record));
+    } while (history.Goes_On());
+    return true;
+}
+
+void Show_Changes(Session& session) {
+    const std::string_view done = session.store.changes.Text_To_Undo(), undone = session.store.changes.Text_To_Redo();
+    Interface_State& menu = session.interface;
+    menu.Label(command::undo, Label("Undo", done));
+    menu.Label(command::redo, Label("Redo", undone));
+    menu.Enable(command::undo, session.plot.Is_2D() && !done.empty());
+    menu.Enable(command::redo, session.plot.Is_2D() && !undone.empty());
+}
+
+}  // namespace vntl
