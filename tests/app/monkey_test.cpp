@@ -124,7 +124,8 @@ private:
         for (int i = Below(4); i > 0; --i)
             text += Below(2) == 0 ? "\ncell " + One_Of(grids) + ' ' + std::to_string(1 + Below(3)) + ' ' + One_Of("1|1|0|2.5|-3|abc|1e30")
                                   : "\nset " + One_Of(dialog_fields) + ' ' + One_Of("1|1|0|2|1.54|5000|-2|abc");
-        return text + "\npress " + One_Of(dialog_buttons) + (Below(2) == 0 ? "\nanswer yes\npress 1" : "\npress 2");
+        text += "\npress " + One_Of(dialog_buttons) + (Below(2) == 0 ? "\nanswer yes\npress 1" : "\npress 2");
+        return text + (Below(3) == 0 ? "\nmain\n" + undo_and_redo : "");
     }
 
     // The program is not left.
@@ -166,10 +167,9 @@ protected:
     }
 };
 
-// Compares what was printed before each undo with what was printed behind its redo; the number of pairs with a change to take back.
-int Compare_Rounds(const Run_Result& run) {
+// Compares what was printed before each undo with what was printed behind its redo.
+void Compare_Rounds(const Run_Result& run) {
     std::vector<Json> looks(1);
-    int rounds = 0;
     for (const Json& line : run.lines) {
         looks.back().push_back(line);
         if (!line.contains("changes")) continue;
@@ -178,11 +178,9 @@ int Compare_Rounds(const Run_Result& run) {
             continue;
         }
         // Opening marks, before, between, behind.
-        if (looks[0].back()["changes"]["undo"] != "") ++rounds;
         EXPECT_EQ(looks[1], looks[3]) << looks[0].back();
         looks.assign(1, {});
     }
-    return rounds;
 }
 
 TEST_P(Monkey, LeavesTheSessionInOrder) {
