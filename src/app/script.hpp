@@ -77,6 +77,7 @@ private:
     Status Timer(const Words&);
     Status Close(const Words&);
     Status Programs(const Words&);
+    Status Pref(const Words&);
     Status Print(const Words&);
     Status Export(const Words&);
     Status Exit(const Words&);

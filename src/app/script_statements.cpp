@@ -10,6 +10,8 @@
 #include "base/text.hpp"
 #include "commands/file/exit.hpp"
 #include "commands/file/export_picture.hpp"
+#include "plot/plot.hpp"
+#include "session/preference_table.hpp"
 #include "toolkit/dialog.hpp"
 #include "toolkit/window_service.hpp"
 
@@ -61,6 +63,7 @@ const std::vector<Script_Runner::Kind_Of_Statement>& Script_Runner::Kinds() {
         {"timer", &Script_Runner::Timer},
         {"close", &Script_Runner::Close},
         {"programs", &Script_Runner::Programs},
+        {"pref", &Script_Runner::Pref},
         {"print", &Script_Runner::Print},
         {"export", &Script_Runner::Export},
         {"exit", &Script_Runner::Exit},
@@ -264,6 +267,14 @@ Status Script_Runner::Close(const Words& words) {
 Status Script_Runner::Programs(const Words& words) {
     if (words.size() != 2 || (words[1] != "on" && words[1] != "off")) return Usage("programs on|off");
     return Status::Done();  // no command starts a program yet: either is the state already
+}
+
+// It shows at once, as after the dialog.
+Status Script_Runner::Pref(const Words& words) {
+    if (words.size() != 3) return Usage("pref NAME VALUE");
+    const Status status = Set_Preference(app_.session.prefs, words[1], words[2]);
+    if (status.ok()) Plot_Redraw(app_.session);
+    return status;
 }
 
 Status Script_Runner::Print(const Words& words) { return Print_State(app_.session, output_, vntl::Words(words).subspan(1)); }

@@ -1,4 +1,5 @@
-// What the user may set: styles of curves, the look of the 2D graph and of Rietveld overlays, the main window.
+// What the user may set: styles of curves, the look of the 2D graph and of Rietveld overlays, the main window. Names, ranges, defaults and
+// places in the settings file stand in the table of session/preference_table.
 #pragma once
 
 #include <array>
@@ -12,61 +13,59 @@ namespace vntl {
 struct ProfileStyle {
     Colour line_colour = 0;
     int line_style = 0;  // -1 none, 0 solid, 1 dotted, 2 dashed, 3 dot-dash, 4 dot-dot-dash
-    int line_pitch = 1;  // width 1 to 5
+    int line_pitch = 0;  // width 1 to 5
     Colour marker_colour = 0;
-    int marker_type = 2;  // 1 none, 2 circle, 3 to 8 further glyphs
-    int marker_size = 5;  // thousandths of the page
-    bool match_colours = true;
+    int marker_type = 0;  // 1 none, 2 circle, 3 to 8 further glyphs
+    int marker_size = 0;  // thousandths of the page
+    bool match_colours = false;
 };
 
 // Place, colour, font, style and size of one text of a plot. Sizes are in thousandths of the page width and twice that of its height.
 struct Text_Prefs {
-    int pos = 3;
+    int pos = 0;
     Colour colour = 0;
-    int font = 1;   // 1 Courier, 2 Helvetica, 3 Times, 4 Symbol
-    int style = 1;  // 1 normal, 2 bold, 3 italic, 4 underline, 5 opaque, 6 B+I, 7 B+I+U, 8 I+U, 9 B+U
-    int size = 10;
+    int font = 0;   // 1 Courier, 2 Helvetica, 3 Times, 4 Symbol
+    int style = 0;  // 1 normal, 2 bold, 3 italic, 4 underline, 5 opaque, 6 B+I, 7 B+I+U, 8 I+U, 9 B+U
+    int size = 0;
 };
 
 struct Graph2D_Prefs {
-    Colour frame_background = WRGB(150, 200, 150);
-    Colour frame_foreground = WRGB(235, 235, 235);
-    std::string title_single;
-    std::string title_multi = "Plot multi file";
-    Text_Prefs title{3, WRGB(128, 0, 64), 1, 1, 20};   // pos 1 none, 2 left, 3 centre, 4 right
-    Text_Prefs xlabel{3, WRGB(0, 64, 128), 1, 1, 15};  // the same
-    Text_Prefs ylabel{7, WRGB(0, 64, 128), 1, 1, 15};  // pos 1 none, 2 to 10 top/centre/bottom by upright/two rotations
-    Text_Prefs legend{3, 0, 1, 1, 10};                 // pos 1 none, 2 in left, 3 in right, 4 out right; colour unused
-    Text_Prefs xscale{0, WRGB(0, 0, 0), 1, 1, 12};     // pos unused
-    Text_Prefs yscale{0, WRGB(0, 0, 0), 1, 1, 12};
+    Colour frame_background = 0, frame_foreground = 0;
+    std::string title_single, title_multi;
+    Text_Prefs title, xlabel;                  // pos 1 none, 2 left, 3 centre, 4 right
+    Text_Prefs ylabel;                         // pos 1 none, 2 to 10 top/centre/bottom by upright/two rotations
+    Text_Prefs legend;                         // pos 1 none, 2 in left, 3 in right, 4 out right; colour unused
+    Text_Prefs xscale, yscale;                 // pos unused
     int xscale_format = 0, yscale_format = 0;  // kept and stored; no plot reads them
 };
 
 struct PRF_Prefs {
-    Colour ycalc_colour = WRGB(0, 0, 0);
-    int ycalc_style = 0, ycalc_pitch = 1, ycalc_marker = 2, ycalc_marker_size = 5;
-    Colour ydif_colour = WRGB(0, 0, 255);
-    int ydif_style = 0, ydif_pitch = 1, ydif_marker = 2, ydif_marker_size = 5;
-    Colour refl_colour = WRGB(0, 128, 0);
-    int refl_pitch = 1;
+    Colour ycalc_colour = 0;
+    int ycalc_style = 0, ycalc_pitch = 0, ycalc_marker = 0, ycalc_marker_size = 0;
+    Colour ydif_colour = 0;
+    int ydif_style = 0, ydif_pitch = 0, ydif_marker = 0, ydif_marker_size = 0;
+    Colour refl_colour = 0;
+    int refl_pitch = 0;
     bool refl_live = false;
-    bool excl_show = true;
-    Colour excl_colour = WRGB(192, 192, 192);
-    bool excl_match = true;
+    bool excl_show = false;
+    Colour excl_colour = 0;
+    bool excl_match = false;
     bool excl_ignore_sides = false;
-    bool hide_negative = true;
+    bool hide_negative = false;
 };
 
 struct Window_Prefs {
-    int win_width = 800, win_height = 500;
-    Colour colour_a = WRGB(130, 200, 130);  // background of the welcome screen
-    Colour colour_b = WRGB(0, 0, 255);      // its texts
-    bool keep_settings = true;
+    int win_width = 0, win_height = 0;
+    Colour colour_a = 0;  // background of the welcome screen
+    Colour colour_b = 0;  // its texts
+    bool keep_settings = false;
 };
 
 inline constexpr int profile_style_slots = 12;
 
 struct Preferences {
+    Preferences();  // every one at its default
+
     Window_Prefs window;
     std::array<ProfileStyle, profile_style_slots> profile_styles;
     Graph2D_Prefs graph2d;

@@ -1,4 +1,5 @@
 // Plot, lists, preferences and paths, as scripts print them.
+#include "session/preference_table.hpp"
 #include "session/session.hpp"
 #include "session/topics.hpp"
 
@@ -80,60 +81,29 @@ Json Recent(const Recent_Files& recent) {
     return {{"recent", list}};
 }
 
-void Text_Preferences(Json& prefs, const std::string& name, const Text_Prefs& text) {
-    const std::pair<const char*, int> numbers[] = {{"_pos", text.pos}, {"_font", text.font}, {"_style", text.style}, {"_size", text.size}};
-    for (const auto& [field, value] : numbers) prefs[name + field] = value;
-    prefs[name + "_colour"] = text.colour;
-}
-
-Json Profile_Styles(const Preferences& prefs) {
-    Json styles = Json::array();
-    for (const ProfileStyle& s : prefs.profile_styles)
-        styles.push_back({{"line_colour", s.line_colour},
-                          {"line_style", s.line_style},
-                          {"line_pitch", s.line_pitch},
-                          {"marker_colour", s.marker_colour},
-                          {"marker_type", s.marker_type},
-                          {"marker_size", s.marker_size},
-                          {"match_colours", s.match_colours}});
-    return styles;
-}
-
-Json Preferences_Json(const Preferences& p) {
-    Json prefs{{"win_width", p.window.win_width}, {"win_height", p.window.win_height},       {"colour_a", p.window.colour_a},
-               {"colour_b", p.window.colour_b},   {"keep_settings", p.window.keep_settings}, {"profile_styles", Profile_Styles(p)}};
-    const Graph2D_Prefs& g = p.graph2d;
-    prefs["frame_background"] = g.frame_background;
-    prefs["frame_foreground"] = g.frame_foreground;
-    prefs["title_single"] = Json_Text(g.title_single);
-    prefs["title_multi"] = Json_Text(g.title_multi);
-    const std::pair<const char*, const Text_Prefs*> texts[] = {{"title", &g.title},   {"xlabel", &g.xlabel}, {"ylabel", &g.ylabel},
-                                                               {"legend", &g.legend}, {"xscale", &g.xscale}, {"yscale", &g.yscale}};
-    for (const auto& [name, text] : texts) Text_Preferences(prefs, name, *text);
-    prefs["xscale_format"] = g.xscale_format;
-    prefs["yscale_format"] = g.yscale_format;
-    const PRF_Prefs& r = p.prf;
-    const std::pair<const char*, long> numbers[] = {{"ycalc_colour", r.ycalc_colour},
-                                                    {"ycalc_style", r.ycalc_style},
-                                                    {"ycalc_pitch", r.ycalc_pitch},
-                                                    {"ycalc_marker", r.ycalc_marker},
-                                                    {"ycalc_marker_size", r.ycalc_marker_size},
-                                                    {"ydif_colour", r.ydif_colour},
-                                                    {"ydif_style", r.ydif_style},
-                                                    {"ydif_pitch", r.ydif_pitch},
-                                                    {"ydif_marker", r.ydif_marker},
-                                                    {"ydif_marker_size", r.ydif_marker_size},
-                                                    {"refl_colour", r.refl_colour},
-                                                    {"refl_pitch", r.refl_pitch},
-                                                    {"excl_colour", r.excl_colour}};
-    for (const auto& [name, value] : numbers) prefs[name] = value;
-    const std::pair<const char*, bool> flags[] = {{"refl_live", r.refl_live},
-                                                  {"excl_show", r.excl_show},
-                                                  {"excl_match", r.excl_match},
-                                                  {"excl_ignore_sides", r.excl_ignore_sides},
-                                                  {"hide_negative", r.hide_negative}};
-    for (const auto& [name, value] : flags) prefs[name] = value;
-    return prefs;
+// By their names; the slots of the styles as a list.
+Json Preferences_Json(const Preferences& prefs) {
+    Json all;
+    for (const Preference& preference : Preference_Table()) {
+        const Json value = std::visit(
+            [](const auto& v) {
+                if constexpr (std::is_same_v<std::decay_t<decltype(v)>, std::string>)
+                    return Json(Json_Text(v));
+                else
+                    return Json(v);
+            },
+            Value_Of(preference, prefs));
+        Json* place = &all;
+        std::string_view rest = preference.name;
+        for (std::size_t slash = rest.find('/'); slash != std::string_view::npos; slash = rest.find('/')) {
+            const std::string step(rest.substr(0, slash));
+            int slot = 0;
+            place = Parse_Integer(step, slot) ? &(*place)[static_cast<std::size_t>(slot - 1)] : &(*place)[step];
+            rest.remove_prefix(slash + 1);
+        }
+        (*place)[std::string(rest)] = value;
+    }
+    return all;
 }
 
 Json Paths(const Configuration& config) {

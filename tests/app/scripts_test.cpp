@@ -248,5 +248,22 @@ TEST_F(Program, APictureTellsWhatIsDrawn) {
     EXPECT_EQ(picture["texts"][0]["text"], "rising");
 }
 
+TEST_F(Program, PreferencesAreSetByNameAndShowAtOnce) {
+    const auto run =
+        Script("open " + Pattern("rising.xye") +
+               "\npref profile_styles/1/marker_colour 1,2,3\npref profile_styles/1/marker_type 3\npref title_single \"Silicon, 4 K\"\n"
+               "pref legend_pos 9\npref colour 1\npref title_size\nprint prefs\nprint picture\n");
+    EXPECT_EQ(run.status, 1);
+    EXPECT_EQ(run.errors,
+              "line 5: \"9\" is no value of legend_pos, which is a whole number from 1 to 4\nline 6: there is no preference colour\n"
+              "line 7: usage: pref NAME VALUE\n");
+    const Json prefs = run.With("prefs").at(0)["prefs"], picture = run.With("markers").at(0);
+    EXPECT_EQ(prefs["profile_styles"][0]["marker_colour"], 1 + 256 * 2 + 65536 * 3);
+    EXPECT_EQ(prefs["legend_pos"], 3);
+    EXPECT_EQ(picture["markers"][0]["glyph"], 222);
+    EXPECT_EQ(picture["markers"][0]["colour"], 1 + 256 * 2 + 65536 * 3);
+    EXPECT_EQ(picture["texts"][0]["text"], "Silicon, 4 K");
+}
+
 }  // namespace
 }  // namespace vntl

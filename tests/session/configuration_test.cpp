@@ -183,16 +183,5 @@ TEST(Recent, AListComesBackAndRubbishIsHarmless) {
     EXPECT_FALSE(s.interface.Enabled(40070));
 }
 
-TEST(Preferences, StylesFollowACycleOfSixColours) {
-    Preferences prefs;
-    prefs.window.win_width = 1;
-    Set_Default_Preferences(prefs);
-    EXPECT_EQ(prefs.Style_Of_Row(1).line_colour, 255u);
-    EXPECT_EQ(prefs.Style_Of_Row(12).marker_colour, 65280u + 16711680u);
-    EXPECT_EQ(prefs.Style_Of_Row(13).line_colour, 255u);
-    EXPECT_EQ(prefs.Style_Of_Row(9).line_colour, 65535u);
-    EXPECT_EQ(prefs.window.win_width, 800);
-}
-
 }  // namespace
 }  // namespace vntl
