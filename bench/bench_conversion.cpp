@@ -52,7 +52,7 @@ struct Best {
     double conversion = 1e30, plain = 1e30;
 };
 
-void Convert(Session& session, const std::string& target, benchmark::State& state, Best& best) {
+void Convert(Session& session, X_Space target, benchmark::State& state, Best& best) {
     No_Questions nobody;
     best.plain = std::min(best.plain, Milliseconds([&] { Plain_Pass(session); }));
     Plain_Pass(session);  // the signs are as before
@@ -61,8 +61,8 @@ void Convert(Session& session, const std::string& target, benchmark::State& stat
                                }));
 }
 
-void There_And_Back(benchmark::State& state, Session session, const std::string& target) {
-    const std::string origin = session.plot.xspace;
+void There_And_Back(benchmark::State& state, Session session, X_Space target) {
+    const X_Space origin = session.plot.xspace;
     Best there, back;
     for (auto _ : state) {
         Convert(session, target, state, there);
@@ -74,9 +74,9 @@ void There_And_Back(benchmark::State& state, Session session, const std::string&
     state.counters["back_passes"] = back.conversion / back.plain;
 }
 
-void Angle_To_D(benchmark::State& state) { There_And_Back(state, Fill("2theta", {1.5406f}, 5, 155), "d-space"); }
-void Angle_To_Q(benchmark::State& state) { There_And_Back(state, Fill("2theta", {1.5406f}, 5, 155), "q-space"); }
-void Time_To_D(benchmark::State& state) { There_And_Back(state, Fill("TOF", {1000, -3}, 500, 30000), "d-space"); }
+void Angle_To_D(benchmark::State& state) { There_And_Back(state, Fill("2theta", {1.5406f}, 5, 155), X_Space::d_space); }
+void Angle_To_Q(benchmark::State& state) { There_And_Back(state, Fill("2theta", {1.5406f}, 5, 155), X_Space::q_space); }
+void Time_To_D(benchmark::State& state) { There_And_Back(state, Fill("TOF", {1000, -3}, 500, 30000), X_Space::d_space); }
 BENCHMARK(Angle_To_D)->Unit(benchmark::kMillisecond)->Iterations(8);
 BENCHMARK(Angle_To_Q)->Unit(benchmark::kMillisecond)->Iterations(8);
 BENCHMARK(Time_To_D)->Unit(benchmark::kMillisecond)->Iterations(8);

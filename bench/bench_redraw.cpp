@@ -16,6 +16,7 @@
 #include "commands/ask_user.hpp"
 #include "commands/plot/mouse.hpp"
 #include "plot/plot.hpp"
+#include "session/ranges.hpp"
 #include "toolkit/bitmap.hpp"
 #include "toolkit/messages.hpp"
 
@@ -141,7 +142,7 @@ void Mouse_Move(benchmark::State& state) {
     Message move{Message_Kind::mouse_move, {}};
     move.record.y = state.range(0) != 0 ? ticks : 0.4 * page_height;
     unsigned place = 0;
-    Ask_User ask(session);
+    Ask_User ask(session.config);
     for (auto _ : state) {
         place = (place + 97) % 600;
         move.record.x = (0.2 + 0.001 * place) * page_width;

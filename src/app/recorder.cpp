@@ -9,8 +9,7 @@
 #include "app/script.hpp"
 #include "base/os.hpp"
 #include "commands/application.hpp"
-#include "session/load.hpp"
-#include "session/open_prf.hpp"
+#include "session/file_kinds.hpp"
 
 namespace vntl {
 
@@ -51,8 +50,8 @@ void Recorder::Begin(const std::vector<std::string>& files) {
     Set_Witness(this);
     WindowSelect(main_window);
     Statement({"resize", std::to_string(WInfoWindow(1)), std::to_string(WInfoWindow(2))});
-    const bool pattern = files.size() == 1 && !Is_Prf_Extension(Extension_Of(files.front()));
-    Words opening = {pattern ? "open" : "drop"};
+    const File_Kind_Row* kind = files.size() == 1 ? Starts_With(files.front()) : nullptr;
+    Words opening = {files.size() != 1 ? "drop" : kind == nullptr ? "open" : std::string(kind->statement)};
     for (const std::string& file : files) opening.push_back(std::filesystem::absolute(file).string());
     if (!files.empty()) Statement(std::move(opening));
 }
@@ -121,8 +120,8 @@ void Recorder::Saw_Message(const Message& message) {
             const auto slot = std::find(recent_file_commands.begin(), recent_file_commands.end(), record.value1);
             if (slot != recent_file_commands.end()) {
                 const std::string& file = app_.session.recent.Slot(static_cast<int>(slot - recent_file_commands.begin()) + 1);
-                if (Opens_As_Pattern(file)) return Statement({"open", file});
-                if (Is_Prf_Extension(Extension_Of(file))) return Statement({"drop", file});
+                const File_Kind_Row* kind = Recent_As(file);
+                if (kind != nullptr && !kind->statement.empty()) return Statement({std::string(kind->statement), file});
             }
             return Statement({"command", std::to_string(record.value1)});
         }

@@ -14,10 +14,9 @@
 #include "base/text.hpp"
 #include "base/text_file.hpp"
 #include "commands/file/export_picture.hpp"
-#include "patterns/read_pattern.hpp"
 #include "plot/plot.hpp"
+#include "session/file_kinds.hpp"
 #include "session/load.hpp"
-#include "session/open_prf.hpp"
 #include "session/ranges.hpp"
 #include "views/views.hpp"
 
@@ -27,7 +26,6 @@ namespace {
 
 constexpr std::array<int, status_parts> status_widths = {4500, 1500, 1500, 1500, -1};
 constexpr std::string_view preferences_title = "Loading preferences file";
-constexpr std::array<std::string_view, 8> start_extensions = {".dat", ".xys", ".xy", ".uxd", ".xrdml", ".csv", ".xye", ".udf"};
 constexpr std::size_t max_script_size = 64u << 20;
 
 // Nothing waits for an answer: boxes go to standard error and take their default button.
@@ -102,19 +100,13 @@ void Tell_About_Preferences(Application& app) {
 // One file, by its extension alone.
 void Open_Start_File(Application& app, const std::string& name) {
     Session& session = app.session;
-    const std::string extension = Lower(Extension_Of(name));
-    if (Is_Prf_Extension(extension)) {
-        app.failed |= Open_Prf_File(session, app.ask, name).failed;
-        Plot_ReMake(session);
-        return;
-    }
-    const bool told = std::find(start_extensions.begin(), start_extensions.end(), extension) != start_extensions.end();
-    if (!told && !Is_Pattern_Extension(extension)) {
+    const File_Kind_Row* kind = Starts_With(name);
+    if (kind == nullptr) {
         app.failed = true;
         app.ask.Box({Box_Buttons::ok, Box_Icon::exclamation, 1, "ERROR: Unkown Data File format", session.config.program_name});
         return;
     }
-    app.failed |= Open_Pattern_File(session, app.ask, name).failed;
+    app.failed |= Open_Named_File(session, app.ask, *kind, name).failed;
     Plot_ReMake(session);
 }
 

@@ -4,6 +4,8 @@
 // toolkit opens a box in any other way.
 #pragma once
 
+#include <chrono>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -53,6 +55,11 @@ public:
     virtual ~Progress() = default;
     // `done` steps are done and `what` is in hand; false when the work is to end here.
     virtual bool Go_On(int /*done*/, std::string_view /*what*/) { return true; }
+
+    // Waits for a work in another thread, and lets the window live meanwhile. `ready_within` waits for that time at most.
+    virtual void Wait(const std::function<bool(std::chrono::milliseconds)>& ready_within) {
+        while (!ready_within(std::chrono::milliseconds(1000))) continue;
+    }
 };
 
 class Ask {

@@ -27,18 +27,27 @@ public:
     }
 
     bool Go_On(int done, std::string_view what) override {
-        const auto now = Clock::now();
-        if (cancelled_ || now - last_look_ < (shown_ ? between_looks : patience)) return !cancelled_;
-        if (!shown_) Show();
-        WDialogSelect(progress_dialog);
-        WDialogPutProgressBar(field_bar, done);
-        WDialogPutString(field_name, Elide_Middle(what, widest_name));
-        Look();
-        last_look_ = Clock::now();
+        done_ = done;
+        what_ = what;
+        Show_And_Look();
         return !cancelled_;
     }
 
+    void Wait(const std::function<bool(std::chrono::milliseconds)>& ready_within) override {
+        while (!ready_within(between_looks)) Show_And_Look();
+    }
+
 private:
+    void Show_And_Look() {
+        if (cancelled_ || Clock::now() - last_look_ < (shown_ ? between_looks : patience)) return;
+        if (!shown_) Show();
+        WDialogSelect(progress_dialog);
+        WDialogPutProgressBar(field_bar, done_);
+        WDialogPutString(field_name, Elide_Middle(what_, widest_name));
+        Look();
+        last_look_ = Clock::now();
+    }
+
     void Show() {
         shown_ = true;
         WDialogLoad(progress_dialog);
@@ -57,8 +66,8 @@ private:
         }
     }
 
-    std::string title_;
-    int total_;
+    std::string title_, what_;
+    int total_, done_ = 0;
     bool shown_ = false, cancelled_ = false;
     Clock::time_point last_look_ = Clock::now();
 };

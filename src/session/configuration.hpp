@@ -28,6 +28,7 @@ struct Configuration {
     std::string pcr_file;
     std::string set_file;  // name of the preferences file
     std::string mru_file = "vantrelo.mlf";
+    int threads = 0;            // files that are read at a time, 0: as many as there are cores
     bool files_allowed = true;  // false: recent-files and last-directory files are not written
 
     // `name` inside `directory`, with one separator between them.

@@ -47,33 +47,32 @@ std::string Absolute_Path(const Configuration& config, const std::string& path) 
     return config.sep == '/' ? std::filesystem::path(full).lexically_normal().string() : full;
 }
 
-std::optional<Load_Result> Read_For_Row(Session& session, Ask& ask, const std::string& path, const Pattern_Reader& reader,
-                                        Diffraction_Pattern_Type& pattern) {
+std::optional<Load_Result> Check_For_Row(Session& session, Ask& ask, const std::string& path, Fresh_Pattern& fresh) {
     if (session.store.full()) {
         ask.Error(std::string(table_full_text));
         return Load_Result::table_full;
     }
     const std::string name(Trim(File_Part(Absolute_Path(session.config, path), session.config.sep)));
-    Status status = reader(path, pattern);
+    Status status = fresh.status;
     if (status.failed)
         status.message = "ERROR in file: " + name + "\n" + std::string(Trim(status.message));
     else
-        status = Check_Read_Pattern(pattern, name);
+        status = Check_Read_Pattern(fresh.pattern, name);
     if (status.failed) {
         ask.Error(status.message);
         return Load_Result::failed;
     }
-    Trim_Pattern(pattern);
+    Trim_Pattern(fresh.pattern);
     return {};
 }
 
-Load_Result Load_Row(Session& session, Ask& ask, const std::string& path, const std::string& format, const Pattern_Reader& reader) {
+Load_Result Load_Row(Session& session, Ask& ask, const std::string& path, const std::string& format, Fresh_Pattern fresh) {
     Profile_Store& store = session.store;
     const int row = store.nperfiles() + 1;
     const std::string full_path = Absolute_Path(session.config, path);
     const std::string name(Trim(File_Part(full_path, session.config.sep)));
-    Diffraction_Pattern_Type pattern;
-    if (const auto failure = Read_For_Row(session, ask, path, reader, pattern)) return *failure;
+    if (const auto failure = Check_For_Row(session, ask, path, fresh)) return *failure;
+    Diffraction_Pattern_Type& pattern = fresh.pattern;
 
     const bool rietveld = row <= profiles_with_optional_arrays && Brings_Calculated_Curve(pattern);
     PRF_Info_Add_Type info;

@@ -1,7 +1,6 @@
 // Adding rows from files: the Load sequence that every command uses, and the pattern command that rests on it.
 #pragma once
 
-#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -14,6 +13,7 @@
 namespace vntl {
 
 struct Configuration;
+struct File_Kind_Row;
 struct Session;
 
 enum class Load_Result {
@@ -24,13 +24,17 @@ enum class Load_Result {
     refused,       // the x space refused the file; told to the user
 };
 
-// Reads one file into row nperfiles + 1: limit, reader, checks, trimming, kind, x space, recent files. Nothing changes unless
-// the result is `added`. `reader` fills a fresh pattern.
-using Pattern_Reader = std::function<Status(const std::string& path, Diffraction_Pattern_Type&)>;
-Load_Result Load_Row(Session&, Ask&, const std::string& path, const std::string& format, const Pattern_Reader& reader);
+// What a reader made of a file: a pattern, or why there is none.
+struct Fresh_Pattern {
+    Status status;
+    Diffraction_Pattern_Type pattern;
+};
+
+// A file becomes row nperfiles + 1: limit, checks, trimming, kind, x space, recent files. Nothing changes unless the result is `added`.
+Load_Result Load_Row(Session&, Ask&, const std::string& path, const std::string& format, Fresh_Pattern fresh);
 
 // The steps of that sequence up to the trimmed pattern: what failed, told to the user, or nothing. For rows that bring more than a pattern.
-std::optional<Load_Result> Read_For_Row(Session&, Ask&, const std::string& path, const Pattern_Reader& reader, Diffraction_Pattern_Type&);
+std::optional<Load_Result> Check_For_Row(Session&, Ask&, const std::string& path, Fresh_Pattern& fresh);
 
 // The one name of a file, whatever the directory from which it was opened.
 std::string Absolute_Path(const Configuration&, const std::string& path);
@@ -50,12 +54,12 @@ struct Open_Result {
 // names are read from the last to the first.
 Open_Result Open_Pattern_File(Session&, Ask&, const std::string& name = {});
 
-// Opens one file by its extension alone, as recent files and drops do: "Bad name: len_trim=0", "Bad name: without extension",
+// Opens one file of a kind, asking what must be asked.
+Open_Result Open_Named_File(Session&, Ask&, const File_Kind_Row& kind, const std::string& name);
+
+// Opens one file by its extension alone, as recent files do: "Bad name: len_trim=0", "Bad name: without extension",
 // "Unknown file extension " as the failure's message, shown by the caller.
 Status Open_File_By_Extension(Session&, Ask&, const std::string& name, Open_Result& result);
-
-// True for the extensions that Open_File_By_Extension takes as patterns.
-bool Opens_As_Pattern(std::string_view name);
 
 // Opens several files of a command line, left to right, each by the registry of readers.
 Open_Result Open_Files(Session&, Ask&, const std::vector<std::string>& names, std::optional<int> format_code = {});

@@ -7,7 +7,6 @@
 
 #include "base/os.hpp"
 #include "base/text.hpp"
-#include "patterns/prf.hpp"
 #include "session/session.hpp"
 #include "session/xspace.hpp"
 #include "session/xspace_vocabulary.hpp"
@@ -58,15 +57,11 @@ void Name_Axes(Session& session, const Diffraction_Pattern_Type& pattern, bool c
 
 }  // namespace
 
-bool Is_Prf_Extension(std::string_view extension) { return Equal_No_Case(extension, ".prf") || Equal_No_Case(extension, ".xrf"); }
-
-Load_Result Load_Prf_Row(Session& session, Ask& ask, const std::string& path) {
+Load_Result Load_Prf_Row(Session& session, Ask& ask, const std::string& path, Fresh_Pattern fresh, PRF_Info_Add_Type info) {
     Profile_Store& store = session.store;
     const std::string full_path = Absolute_Path(session.config, path);
-    Diffraction_Pattern_Type pattern;
-    PRF_Info_Add_Type info;
-    const auto reader = [&info](const std::string& file, Diffraction_Pattern_Type& fresh) { return Read_Prf(file, fresh, info); };
-    if (const auto failure = Read_For_Row(session, ask, path, reader, pattern)) return *failure;
+    if (const auto failure = Check_For_Row(session, ask, path, fresh)) return *failure;
+    Diffraction_Pattern_Type& pattern = fresh.pattern;
     info.file_name = Trim(File_Part(full_path, session.config.sep));
     info.directory = Directory_Part(full_path, session.config.sep);
 

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "base/ask.hpp"
+#include "patterns/profile.hpp"
 #include "session/load.hpp"
 
 namespace vntl {
@@ -15,10 +16,8 @@ struct Session;
 // else the new one is dropped.
 Open_Result Open_Prf_File(Session&, Ask&, const std::string& name = {});
 
-// Reads one profile file by the Load sequence, with its reflections and excluded regions; `refused` also when the user keeps the refined
-// profile that is there. Finish_Load follows.
-Load_Result Load_Prf_Row(Session&, Ask&, const std::string& path);
-
-bool Is_Prf_Extension(std::string_view extension);  // ".prf", ".xrf", in either case
+// What was read of one profile file goes through the Load sequence, with its reflections and excluded regions; `refused` also when the user
+// keeps the refined profile that is there. Finish_Load follows.
+Load_Result Load_Prf_Row(Session&, Ask&, const std::string& path, Fresh_Pattern fresh, PRF_Info_Add_Type info);
 
 }  // namespace vntl

@@ -194,10 +194,7 @@ TEST(Changes, ANewOneForgetsWhatWasUndoneAndLoadingForgetsAll) {
     ASSERT_TRUE(Undo_Change(s));
     ASSERT_TRUE(Scale_Y_Of_Rows(s, {1}, 2, 0).ok());
     EXPECT_FALSE(Redo_Change(s));
-    Load_Row(s, ask, "/x.xy", "XYSIGMA", [](const std::string&, Diffraction_Pattern_Type& p) {
-        p = Tiny_Pattern();
-        return Status::Done();
-    });
+    Load_Row(s, ask, "/x.xy", "XYSIGMA", {Status::Done(), Tiny_Pattern()});
     EXPECT_FALSE(Undo_Change(s));
     ASSERT_TRUE(Offset_Rows(s, {2}, 1, 0).ok());
     Reset_Profiles(s);

@@ -333,14 +333,11 @@ TEST(Convert_Xspace, ANewFileIsBroughtToThePresentSpace) {
             Set_Xspace(s, present->name);
             const std::string before = Fingerprint(s);
             if (!c.typed.empty()) ask.constants = {c.typed};
-            const auto reader = [&](const std::string&, Diffraction_Pattern_Type& p) {
-                p = Tiny_Pattern(4, 0, c.file.name);
-                p.x = c.file.x;
-                p.xmin = p.x.front(), p.xmax = p.x.back();
-                p.conv = c.own;
-                return Status::Done();
-            };
-            const Load_Result result = Load_Row(s, ask, "/x/new.xye", "XYSIGMA", reader);
+            Diffraction_Pattern_Type p = Tiny_Pattern(4, 0, c.file.name);
+            p.x = c.file.x;
+            p.xmin = p.x.front(), p.xmax = p.x.back();
+            p.conv = c.own;
+            const Load_Result result = Load_Row(s, ask, "/x/new.xye", "XYSIGMA", {Status::Done(), p});
             EXPECT_EQ(ask.constants_asked.size(), c.asked ? 1u : 0u);
             if (c.asked) {
                 EXPECT_EQ(ask.constants_asked[0], c.file.name == "TOF" ? Constants_Kind::time_of_flight : Constants_Kind::wavelength);

@@ -9,12 +9,7 @@
 namespace vntl {
 namespace {
 
-Pattern_Reader Gives(Diffraction_Pattern_Type pattern) {
-    return [pattern](const std::string&, Diffraction_Pattern_Type& p) {
-        p = pattern;
-        return Status::Done();
-    };
-}
+Fresh_Pattern Gives(Diffraction_Pattern_Type pattern) { return {Status::Done(), std::move(pattern)}; }
 
 // All that a failed load must leave as it was.
 std::string Fingerprint(const Session& s) {
@@ -75,7 +70,7 @@ TEST(Load, KindFollowsFromTheCalculatedCurve) {
 TEST(Load, EveryRefusalIsToldAndLeavesEverythingAsItWas) {
     struct Case {
         const char* what;
-        Pattern_Reader reader;
+        Fresh_Pattern fresh;
         Load_Result result;
         const char* box;
     };
@@ -85,8 +80,7 @@ TEST(Load, EveryRefusalIsToldAndLeavesEverythingAsItWas) {
         return Gives(p);
     };
     const Case cases[] = {
-        {"reader", [](const std::string&, Diffraction_Pattern_Type&) { return Status::Fail(" Bad line of b.dat "); }, Load_Result::failed,
-         "Error Message|ERROR in file: b.dat\nBad line of b.dat"},
+        {"reader", {Status::Fail(" Bad line of b.dat "), {}}, Load_Result::failed, "Error Message|ERROR in file: b.dat\nBad line of b.dat"},
         {"range", changed([](auto& p) { p.xmax = p.xmin; }), Load_Result::failed,
          "Error Message|ERROR Opening file: b.dat\nxmin value >= xmax value"},
         {"range not a number", changed([](auto& p) { p.xmax = std::numeric_limits<float>::quiet_NaN(); }), Load_Result::failed,
@@ -106,7 +100,7 @@ TEST(Load, EveryRefusalIsToldAndLeavesEverythingAsItWas) {
     const std::string before = Fingerprint(s);
     for (const Case& c : cases) {
         SCOPED_TRACE(c.what);
-        EXPECT_EQ(Load_Row(s, ask, "/x/b.dat", "FreeFormat", c.reader), c.result);
+        EXPECT_EQ(Load_Row(s, ask, "/x/b.dat", "FreeFormat", c.fresh), c.result);
         Finish_Load(s, 1);
         EXPECT_EQ(ask.Last_Box(), c.box);
         EXPECT_EQ(Fingerprint(s), before);
@@ -150,15 +144,9 @@ TEST(Load, RowsBeyondTheTwentiethKeepXYAndNdAlone) {
 TEST(Load, TheTableHoldsTwoThousandRows) {
     Session s;
     Scripted_Ask ask;
-    const Pattern_Reader reader = Gives(Tiny_Pattern(2));
-    for (int row = 1; row <= 2000; ++row) ASSERT_EQ(Load_Row(s, ask, "/p", "", reader), Load_Result::added);
-    bool read = false;
-    const auto notices = [&](const std::string&, Diffraction_Pattern_Type&) {
-        read = true;
-        return Status::Done();
-    };
-    EXPECT_EQ(Load_Row(s, ask, "/q", "", notices), Load_Result::table_full);
-    EXPECT_FALSE(read);
+    const Fresh_Pattern fresh = Gives(Tiny_Pattern(2));
+    for (int row = 1; row <= 2000; ++row) ASSERT_EQ(Load_Row(s, ask, "/p", "", fresh), Load_Result::added);
+    EXPECT_EQ(Load_Row(s, ask, "/q", "", {Status::Fail("a fault that is not told"), {}}), Load_Result::table_full);
     EXPECT_EQ(ask.boxes, std::vector<std::string>{"Error Message|The maximum number of profiles has been attained!"});
     EXPECT_EQ(s.store.nperfiles(), 2000);
 }
@@ -167,12 +155,12 @@ TEST(Load, RecentFilesHoldAbsoluteNamesThatFit) {
     Test_Directory dir;
     Session s;
     Scripted_Ask ask;
-    const Pattern_Reader reader = Gives(Tiny_Pattern());
-    for (const char* name : {"a.xy", "./a.xy", "sub/../a.xy"}) Load_Row(s, ask, name, "", reader);
+    const Fresh_Pattern fresh = Gives(Tiny_Pattern());
+    for (const char* name : {"a.xy", "./a.xy", "sub/../a.xy"}) Load_Row(s, ask, name, "", fresh);
     EXPECT_EQ(s.recent.Slot(1), dir.path + "/a.xy");
     EXPECT_EQ(s.store.Info(2).directory, dir.path);
     EXPECT_EQ(s.recent.Slot(2), "-");
-    Load_Row(s, ask, "/" + std::string(200, 'x') + ".xy", "", reader);
+    Load_Row(s, ask, "/" + std::string(200, 'x') + ".xy", "", fresh);
     EXPECT_EQ(s.store.nperfiles(), 4);
     EXPECT_EQ(s.recent.Slot(1), dir.path + "/a.xy");
     EXPECT_EQ(s.interface.labels[40038], "1. " + dir.path + "/a.xy");

@@ -169,5 +169,74 @@ TEST_F(Opening, AFailureTellsWhatTheContentsLookLike) {
     EXPECT_EQ(s.store.nperfiles(), 0);
 }
 
+// Many files of every fate, in an order of their own.
+std::vector<std::string> Mixed_Files(const Test_Directory& dir) {
+    std::vector<std::string> names;
+    for (int i = 0; i < 40; ++i) {
+        const std::string number = std::to_string(i);
+        std::string text = Records(100 + i), name = number + ".xye";
+        if (i % 7 == 3) text = "title\nno numbers\n";
+        if (i % 7 == 5) text = "t\n! Scattering variable: TOF\n" + text;  // refused in a space of angles
+        if (i % 11 == 6) name = number + ".buf";
+        if (i % 13 == 8) name = number + ".unknown";
+        names.push_back(dir.Write(name, text));
+        if (i % 17 == 9) names.back() = dir.path + "/missing" + number + ".xye";
+    }
+    return names;
+}
+
+TEST_F(Opening, ThreadsThatReadAheadChangeNothingOfTheOrder) {
+    const std::vector<std::string> names = Mixed_Files(dir);
+    const auto open = [&](int threads, bool command_line) {
+        Session session;
+        Scripted_Ask told;
+        session.config.threads = threads;
+        told.selection = names;
+        told.format = 9;
+        command_line ? Open_Files(session, told, names) : Open_Pattern_File(session, told);
+        std::string all = First_Values(session) + session.recent.Slot(1) + std::to_string(session.format_code);
+        for (int row = 1; row <= session.store.nperfiles(); ++row)
+            all += session.store.Info(row).file_name + session.store.Info(row).format;
+        for (const std::string& box : told.boxes) all += '\n' + box;
+        return all;
+    };
+    for (const bool command_line : {false, true}) {
+        const std::string alone = open(1, command_line);
+        EXPECT_NE(alone.find("ERROR in file"), std::string::npos);
+        for (const int threads : {2, 3, 16}) EXPECT_EQ(open(threads, command_line), alone) << threads;
+    }
+}
+
+// Cancels before the file `last` + 1.
+class Cancelling_Ask : public Scripted_Ask {
+public:
+    explicit Cancelling_Ask(int last) : last_(last) {}
+    std::unique_ptr<Progress> Start_Progress(std::string_view, int) override {
+        struct Ending : Progress {
+            explicit Ending(int files) : last(files) {}
+            bool Go_On(int done, std::string_view) override { return done < last; }
+            int last;
+        };
+        return std::make_unique<Ending>(last_);
+    }
+
+private:
+    int last_;
+};
+
+TEST_F(Opening, ACancelKeepsTheRowsThatAreThere) {
+    std::vector<std::string> names;
+    for (int i = 0; i < 12; ++i) names.push_back(dir.Write(std::to_string(i) + ".xye", Records(i + 1)));
+    for (const int last : {0, 1, 5}) {
+        Session session;
+        Cancelling_Ask cancelling(last);
+        const Open_Result result = Open_Files(session, cancelling, names);
+        EXPECT_EQ(result.rows_added, last);
+        EXPECT_EQ(session.store.nperfiles(), last);
+        EXPECT_TRUE(cancelling.boxes.empty() && Check_Invariants(session).ok());
+        EXPECT_EQ(session.recent.Slot(1), last == 0 ? "-" : names[static_cast<std::size_t>(last - 1)]);
+    }
+}
+
 }  // namespace
 }  // namespace vntl

@@ -1,0 +1,67 @@
+#include "session/file_kinds.hpp"
+
+#include "base/os.hpp"
+#include "base/text.hpp"
+#include "patterns/read_pattern.hpp"
+
+namespace vntl {
+
+namespace {
+
+std::string All_Pattern_Names() {
+    std::string names;
+    for (const Format_Extension& row : Format_Extensions()) names += (names.empty() ? "*" : ";*") + std::string(row.extension);
+    return names;
+}
+
+bool Is_Profile(std::string_view extension) { return extension == ".prf" || extension == ".xrf"; }
+bool Is_List(std::string_view extension) { return extension == ".buf"; }
+bool Is_Script(std::string_view extension) { return extension == ".vns"; }
+
+constexpr File_Kind_Row kinds[] = {
+    {File_Kind::pattern, Is_Pattern_Extension, "Select data files to open", "Input Data File ", All_Pattern_Names, Letters::any,
+     Letters::small_or_capital, true, "open", ""},
+    {File_Kind::refined_profile, Is_Profile, "Select PRF files to open", "Input PRF File (*.prf)",
+     [] { return std::string("*.prf;*.xrf"); }, Letters::any, Letters::any, true, "drop", ""},
+    {File_Kind::list_of_files, Is_List, "", "", [] { return std::string("*.buf"); }, Letters::closed, Letters::small_or_capital, true, "",
+     "Buffer files cannot be opened yet"},
+    {File_Kind::script, Is_Script, "", "Session script (*.vns)", [] { return std::string("*.vns"); }, Letters::closed, Letters::closed,
+     false, "", ""},
+};
+
+std::string_view Extension_With_Point(std::string_view name) {
+    const std::size_t point = name.rfind('.');
+    return point == std::string_view::npos ? std::string_view{} : name.substr(point);
+}
+
+const File_Kind_Row* Through(std::string_view name, Letters File_Kind_Row::*door) {
+    const std::string_view extension = Extension_With_Point(name);
+    const File_Kind_Row* row = File_Kind_Of(name);
+    if (row == nullptr || row->*door == Letters::closed) return nullptr;
+    const bool written_alike = extension == Lower(extension) || extension == Upper(extension);
+    return row->*door == Letters::any || written_alike ? row : nullptr;
+}
+
+}  // namespace
+
+std::span<const File_Kind_Row> File_Kinds() { return kinds; }
+
+const File_Kind_Row* File_Kind_Of(std::string_view name) {
+    const std::string extension = Lower(Extension_With_Point(name));
+    for (const File_Kind_Row& row : kinds)
+        if (row.has(extension)) return &row;
+    return nullptr;
+}
+
+const File_Kind_Row* Starts_With(std::string_view name) { return Through(name, &File_Kind_Row::start); }
+const File_Kind_Row* Recent_As(std::string_view name) { return Through(name, &File_Kind_Row::recent); }
+
+std::string Selector_Filter(const File_Kind_Row& row) { return std::string(row.filter_label) + '|' + row.filter() + '|'; }
+
+const File_Kind_Row& Row_Of(File_Kind kind) {
+    for (const File_Kind_Row& row : kinds)
+        if (row.kind == kind) return row;
+    return kinds[0];
+}
+
+}  // namespace vntl

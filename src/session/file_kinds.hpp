@@ -1,0 +1,42 @@
+// The kinds of file that the program knows, and which doors each may come through.
+//
+// A new kind is a row of the table and the routine that reads it.
+#pragma once
+
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace vntl {
+
+enum class File_Kind { pattern, refined_profile, list_of_files, script };
+
+// How letters of an extension must be written at a door.
+enum class Letters { closed, any, small_or_capital };
+
+struct File_Kind_Row {
+    File_Kind kind;
+    bool (*has)(std::string_view extension);  // in small letters, with its point
+    std::string_view selector_title, filter_label;
+    std::string (*filter)();     // patterns of names, parted by semicolons
+    Letters start;               // one file on the command line
+    Letters recent;              // an entry of the recent files
+    bool dropped;                // one of several, of a command line or a drop; what no row takes is looked at as a pattern
+    std::string_view statement;  // of a recording, empty for none
+    std::string_view refusal;    // of a kind whose reader is still to come
+};
+
+std::span<const File_Kind_Row> File_Kinds();
+
+// The row that an extension, or that of a name, belongs to, whatever its letters; null for none.
+const File_Kind_Row* File_Kind_Of(std::string_view name);
+
+// The row for which a door is open to a name.
+const File_Kind_Row* Starts_With(std::string_view name);
+const File_Kind_Row* Recent_As(std::string_view name);
+
+// What a selector of the kind takes as its filter.
+std::string Selector_Filter(const File_Kind_Row& row);
+const File_Kind_Row& Row_Of(File_Kind kind);
+
+}  // namespace vntl

@@ -1,0 +1,84 @@
+#include "session/read_files.hpp"
+
+#include <algorithm>
+#include <thread>
+#include <utility>
+
+#include "base/text.hpp"
+#include "patterns/prf.hpp"
+#include "patterns/read_pattern.hpp"
+#include "session/file_kinds.hpp"
+#include "session/store.hpp"
+
+namespace vntl {
+
+namespace {
+
+constexpr std::string_view out_of_memory = "There is not enough memory to read it";
+
+std::string Mode_Of(int code) { return std::string(Trim(Pattern_Formats()[static_cast<std::size_t>(code - 1)].mode)); }
+
+// A failure's message, with what the file looks like where that is another format.
+Status With_Look(Status status, const std::string& path, int code) {
+    const int look = Recognise_Format(path).by_content;
+    if (look == 0 || look == code) return status;
+    return Status::Fail(std::string(Trim(status.message)) + "\nThe contents look like the format " + Mode_Of(look));
+}
+
+}  // namespace
+
+Read_File Read_Pattern_File(const std::string& path, const Format_Choice& choice) {
+    const int code = choice.code;
+    const bool gsas = code == format_code::gsas || code == format_code::gsas_flight;
+    Read_File file{
+        .path = path, .code = code, .several = code == format_code::isis || code == format_code::uxd || (gsas && choice.all_banks)};
+    if (file.several) {
+        const int capacity = code == format_code::isis ? isis_capacity : max_profiles;
+        file.status = Read_Pattern_Mult(path, file.patterns, capacity, Mode_Of(code), file.messages);
+    } else {
+        file.patterns.resize(1);
+        file.status = Read_Pattern(path, file.patterns.front(), Mode_Of(code));
+    }
+    if (file.status.failed) file.status = With_Look(file.status, path, code);
+    return file;
+}
+
+Read_File Read_Refined_File(const std::string& path) {
+    Read_File file{.path = path, .refined = true};
+    file.patterns.resize(1);
+    file.status = Read_Prf(path, file.patterns.front(), file.info);
+    return file;
+}
+
+Read_File Read_Any_File(const std::string& path, int code) {
+    const File_Kind_Row* kind = File_Kind_Of(path);
+    if (kind != nullptr && kind->dropped) {
+        if (kind->kind == File_Kind::refined_profile) return Read_Refined_File(path);
+        if (!kind->refusal.empty()) return {.path = path, .status = Status::Fail(kind->refusal)};
+    }
+    return Read_Pattern_File(path, {code != 0 ? code : Recognise_Format(path).code, false});
+}
+
+Files_Ahead::Files_Ahead(std::span<const std::string> files, std::function<Read_File(const std::string&)> read, int threads)
+    : files_(files), read_(std::move(read)), most_(static_cast<std::size_t>(std::max(threads, 0))) {
+    if (most_ == 0) most_ = std::max(1u, std::thread::hardware_concurrency());
+    Start_More();
+}
+
+void Files_Ahead::Start_More() {
+    for (; ahead_.size() < most_ && started_ < files_.size(); ++started_)
+        ahead_.emplace_back([read = read_, path = files_[started_]](Work_Control&) { return read(path); });
+}
+
+Read_File Files_Ahead::Take(Progress& progress) {
+    Long_Work<Read_File>& first = ahead_.front();
+    progress.Wait([&first](std::chrono::milliseconds time) { return first.Ready_Within(time); });
+    std::optional<Read_File> file = first.Take();
+    ahead_.pop_front();
+    const std::string& path = files_[started_ - ahead_.size() - 1];
+    Start_More();
+    if (file) return std::move(*file);
+    return {.path = path, .status = Status::Fail(out_of_memory)};
+}
+
+}  // namespace vntl

@@ -1,0 +1,54 @@
+// The files of one command, read ahead by threads of their own into fresh records, and taken one after another in their order.
+//
+// A thread does what concerns the file alone: which format it has, its patterns, what is wrong with it. Rows, questions and boxes are for
+// who takes it.
+#pragma once
+
+#include <deque>
+#include <functional>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "base/ask.hpp"
+#include "base/long_work.hpp"
+#include "patterns/pattern.hpp"
+#include "patterns/profile.hpp"
+
+namespace vntl {
+
+// What was read of a file.
+struct Read_File {
+    std::string path;
+    bool refined = false;  // a profile file of a refinement: one pattern, and what goes with it
+    int code = 0;          // format of a pattern file; 0 for none
+    bool several = false;  // its patterns come to rows one by one, `messages` tell of those that failed
+    Status status = {};    // failed: no pattern, and why
+    std::vector<Diffraction_Pattern_Type> patterns = {};
+    std::vector<std::string> messages = {};
+    PRF_Info_Add_Type info = {};
+};
+
+// Each is called in any thread.
+Read_File Read_Pattern_File(const std::string& path, const Format_Choice& choice);  // all banks, or the first, by a format
+Read_File Read_Any_File(const std::string& path, int code);  // by its kind; a pattern by `code`, 0: by what it looks like
+Read_File Read_Refined_File(const std::string& path);
+
+class Files_Ahead {
+public:
+    // `threads`: files that are in hand at a time, 0 as many as there are cores.
+    Files_Ahead(std::span<const std::string> files, std::function<Read_File(const std::string&)> read, int threads);
+
+    // The next file. Waits for it, and lets the window live meanwhile.
+    Read_File Take(Progress& progress);
+
+private:
+    void Start_More();
+
+    std::span<const std::string> files_;
+    std::function<Read_File(const std::string&)> read_;
+    std::size_t most_, started_ = 0;
+    std::deque<Long_Work<Read_File>> ahead_;
+};
+
+}  // namespace vntl
