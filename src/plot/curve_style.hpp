@@ -4,7 +4,7 @@
 #include <algorithm>
 
 #include "session/preferences.hpp"
-#include "toolkit/graphics.hpp"
+#include "toolkit/presentation.hpp"
 
 namespace vntl {
 

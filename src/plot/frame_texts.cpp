@@ -43,9 +43,10 @@ std::string_view Title_Text(const Scene& scene, int n) {
 }
 
 // Covers the numbers of the y scale below the data's zero: a refined profile's ticks and difference curve lie there.
-void Hide_Negative_Numbers(const Plot_State& plot, const Graph2D_Prefs& prefs, Graphics& g, const View& window) {
+void Hide_Negative_Numbers(const Plot_State& plot, const Graph2D_Prefs& prefs, Presentation& p, const View& window) {
+    Graphics& g = p.graphics();
     float gx = 0, zero = 0;
-    g.IPgUnitsToGrUnits(window.x1, 0, gx, zero);
+    p.IPgUnitsToGrUnits(window.x1, 0, gx, zero);
     const float foot = plot.zone.y1 * page_height;
     if (!(zero > foot)) return;
     g.IGrColourN(prefs.frame_background);
@@ -70,22 +71,24 @@ std::string Chi2_Text(float chi2) { return IRealToString(chi2, "(1X,F8.4)"); }
 
 }  // namespace
 
-void Draw_Title(const Scene& scene, Graphics& g, int n) {
+void Draw_Title(const Scene& scene, Presentation& p, int n) {
+    Graphics& g = p.graphics();
     const Text_Prefs& prefs = scene.prefs.graph2d.title;
     g.IGrLineWidth(1);
     if (prefs.pos == no_text || n < 1) return;
     Select_Text(g, prefs);
     const char position = Entry(along_x, prefs.pos);
-    g.IPgTitle(Fit_Text(g, Title_Text(scene, n), Room_Along_X(scene.plot.zone, position)), position);
+    p.IPgTitle(Fit_Text(g, Title_Text(scene, n), Room_Along_X(scene.plot.zone, position)), position);
 }
 
-void Draw_Scales(const Scene& scene, Graphics& g, const View& window) {
+void Draw_Scales(const Scene& scene, Presentation& p, const View& window) {
+    Graphics& g = p.graphics();
     const Graph2D_Prefs& prefs = scene.prefs.graph2d;
     Select_Text(g, prefs.yscale);
-    g.IPgYScale("TN", window.x1);
-    if (scene.store.prf_loaded && scene.prefs.prf.hide_negative) Hide_Negative_Numbers(scene.plot, prefs, g, window);
+    p.IPgYScale("TN", window.x1);
+    if (scene.store.prf_loaded && scene.prefs.prf.hide_negative) Hide_Negative_Numbers(scene.plot, prefs, p, window);
     Select_Text(g, prefs.xscale);
-    g.IPgXScale("TN", window.y1);
+    p.IPgXScale("TN", window.y1);
 }
 
 std::string Y_Title(const Scene& scene) {
@@ -94,16 +97,17 @@ std::string Y_Title(const Scene& scene) {
     return own.empty() ? scene.plot.ylabel_text : std::string(own);
 }
 
-void Draw_Axis_Labels(const Scene& scene, Graphics& g, std::string_view y_title) {
+void Draw_Axis_Labels(const Scene& scene, Presentation& p, std::string_view y_title) {
+    Graphics& g = p.graphics();
     const Graph2D_Prefs& prefs = scene.prefs.graph2d;
     if (prefs.ylabel.pos != no_text) {
         Select_Text(g, prefs.ylabel);
-        g.IPgYLabelLeft(Trim(y_title), Entry(along_y, prefs.ylabel.pos));
+        p.IPgYLabelLeft(Trim(y_title), Entry(along_y, prefs.ylabel.pos));
     }
     if (prefs.xlabel.pos != no_text) {
         Select_Text(g, prefs.xlabel);
         const char position = Entry(along_x, prefs.xlabel.pos);
-        g.IPgXLabel(Fit_Text(g, Trim(scene.plot.xlabel_text), Room_Along_X(scene.plot.zone, position)), position);
+        p.IPgXLabel(Fit_Text(g, Trim(scene.plot.xlabel_text), Room_Along_X(scene.plot.zone, position)), position);
     }
 }
 
@@ -120,14 +124,16 @@ void Draw_Target(const Plot_State& plot, Graphics& g) {
     g.IGrRectangle(400, 240, 800, 560);
 }
 
-void Draw_Frame(Graphics& g) {
+void Draw_Frame(Presentation& p) {
+    Graphics& g = p.graphics();
     g.IGrLineWidth(2);
     g.IGrColour("Black");
-    g.IPgBorder();
+    p.IPgBorder();
     g.IGrLineWidth(1);
 }
 
-void Draw_Legend(const Scene& scene, Graphics& g, int n) {
+void Draw_Legend(const Scene& scene, Presentation& p, int n) {
+    Graphics& g = p.graphics();
     const Text_Prefs& prefs = scene.prefs.graph2d.legend;
     if (prefs.pos == no_text || scene.store.nperfiles() > legend_profiles) return;
     Select_Font(g, prefs);
@@ -137,9 +143,9 @@ void Draw_Legend(const Scene& scene, Graphics& g, int n) {
         const ProfileStyle& style = scene.prefs.Style_Of_Row(row);
         const PRF_Info_Add_Type& info = scene.store.Info(row);
         const auto line_y = [](int line) { return (legend_top - legend_step * static_cast<float>(line)) * page_height; };
-        g.IPgStyle(1, {style.line_style, fill_solid, style.line_colour, style.marker_colour, Marker_Glyph(style.marker_type)});
+        p.IPgStyle(1, {style.line_style, fill_solid, style.line_colour, style.marker_colour, Marker_Glyph(style.marker_type)});
         g.IGrColourN(style.line_colour);
-        g.IPgKey(x, line_y(row - 1), 1, Fit_Text(g, Trim(info.file_name), room));
+        p.IPgKey(x, line_y(row - 1), 1, Fit_Text(g, Trim(info.file_name), room));
         if (scene.store.prf_loaded && info.chi2 > least_chi2) g.IGrCharOut(x, line_y(row), Chi2_Text(info.chi2));
     }
 }

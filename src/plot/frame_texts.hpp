@@ -2,15 +2,16 @@
 #pragma once
 
 #include "plot/plot.hpp"
+#include "toolkit/presentation.hpp"
 
 namespace vntl {
 
-void Draw_Title(const Scene&, Graphics&, int n);
-void Draw_Scales(const Scene&, Graphics&, const View& window);  // with the numbers under zero of a refined profile hidden
-void Draw_Axis_Labels(const Scene&, Graphics&, std::string_view y_title);
+void Draw_Title(const Scene&, Presentation&, int n);
+void Draw_Scales(const Scene&, Presentation&, const View& window);  // with the numbers under zero of a refined profile hidden
+void Draw_Axis_Labels(const Scene&, Presentation&, std::string_view y_title);
 void Draw_Target(const Plot_State&, Graphics&);
-void Draw_Frame(Graphics&);
-void Draw_Legend(const Scene&, Graphics&, int n);
+void Draw_Frame(Presentation&);
+void Draw_Legend(const Scene&, Presentation&, int n);
 
 // That of the plot, unless row 1 brings its own; a refined profile keeps the plot's.
 std::string Y_Title(const Scene&);

@@ -30,11 +30,12 @@ void Page_Units(Graphics& g) {
     g.IGrUnits(0, 0, page_width, page_height);
 }
 
-void Draw_Page(const Scene& scene, Graphics& g) {
+void Draw_Page(const Scene& scene, Presentation& p) {
+    Graphics& g = p.graphics();
     const Plot_State& plot = scene.plot;
     const Graph2D_Prefs& prefs = scene.prefs.graph2d;
     Page_Units(g);
-    g.IPgArea(plot.zone.x1, plot.zone.y1, plot.zone.x2, plot.zone.y2);
+    p.IPgArea(plot.zone.x1, plot.zone.y1, plot.zone.x2, plot.zone.y2);
     g.IGrPaletteBack(prefs.frame_background);
     g.IGrClear();
     g.IGrFillPattern(fill_solid);
@@ -42,26 +43,26 @@ void Draw_Page(const Scene& scene, Graphics& g) {
     g.IGrRectangle(plot.zone.x1 * page_width, plot.zone.y1 * page_height, plot.zone.x2 * page_width, plot.zone.y2 * page_height);
 }
 
-void Draw_Markers(Graphics& g, Values x, Values y, const Curve_Style& style) {
-    g.IPgNewPlot(marker_plot, 1, static_cast<int>(x.size()));
-    g.IPgStyle(1, style.Of_Markers());
-    g.IGrLineWidth(1);
-    g.IPgXYPairs(x, y);
+void Draw_Markers(Presentation& p, Values x, Values y, const Curve_Style& style) {
+    p.IPgNewPlot(marker_plot, 1, static_cast<int>(x.size()));
+    p.IPgStyle(1, style.Of_Markers());
+    p.graphics().IGrLineWidth(1);
+    p.IPgXYPairs(x, y);
 }
 
-void Draw_Line(Graphics& g, Values x, Values y, const Curve_Style& style) {
-    g.IPgNewPlot(line_plot, 1, static_cast<int>(x.size()));
-    g.IPgStyle(1, style.Of_Line());
-    g.IGrLineWidth(style.Width());
-    g.IPgXYPairs(x, y);
+void Draw_Line(Presentation& p, Values x, Values y, const Curve_Style& style) {
+    p.IPgNewPlot(line_plot, 1, static_cast<int>(x.size()));
+    p.IPgStyle(1, style.Of_Line());
+    p.graphics().IGrLineWidth(style.Width());
+    p.IPgXYPairs(x, y);
 }
 
 // Draws one row. The arrays of its pattern are looked at in place; only logarithms and differences need arrays of their own.
 class Row_Drawing {
 public:
-    Row_Drawing(const Scene& scene, Graphics& g, int row, const View& window, bool log)
+    Row_Drawing(const Scene& scene, Presentation& p, int row, const View& window, bool log)
         : scene_(scene),
-          g_(g),
+          p_(p),
           pattern_(scene.store.Pattern(row)),
           info_(scene.store.Info(row)),
           window_(window),
@@ -69,7 +70,7 @@ public:
           style_(Style_Of(scene.prefs.Style_Of_Row(row))),
           points_(std::min({pattern_.x.size(), pattern_.y.size(), static_cast<std::size_t>(std::max(pattern_.npts, 0))})) {
         const int size = scene.prefs.Style_Of_Row(row).marker_size;
-        g_.WGrTextFont(marker_font, 0, Char_Width(size), Char_Height(size));
+        p_.graphics().WGrTextFont(marker_font, 0, Char_Width(size), Char_Height(size));
     }
 
     bool Empty() const { return points_ == 0; }
@@ -77,11 +78,11 @@ public:
     void Draw_Observed() {
         std::vector<float> logarithms;
         const Values y = Scaled(pattern_.y, logarithms);
-        Draw_Markers(g_, X(), y, style_);
+        Draw_Markers(p_, X(), y, style_);
         if (Mono())
             Draw_Error_Bars();
         else if (style_.Has_Line())
-            Draw_Line(g_, X(), y, style_);
+            Draw_Line(p_, X(), y, style_);
     }
 
     void Draw_Calculated() { Draw_Array(pattern_.ycalc, Ycalc_Style(scene_.prefs.prf)); }
@@ -91,7 +92,7 @@ public:
         if (pattern_.ycalc.size() < points_) return;
         std::vector<float> difference(points_);
         for (std::size_t i = 0; i < points_; ++i) difference[i] = pattern_.y[i] - pattern_.ycalc[i];
-        Draw_Line(g_, X(), difference, Ydif_Style(scene_.prefs.prf));
+        Draw_Line(p_, X(), difference, Ydif_Style(scene_.prefs.prf));
     }
 
     // In the linear intensity, in the logarithmic form too.
@@ -100,8 +101,8 @@ public:
         for (const Excluded_Stretch& stretch : Excluded_Stretches(info_, X(), window_)) {
             const Values x = X().subspan(stretch.first, stretch.count);
             const Values y = Values(pattern_.y).subspan(stretch.first, stretch.count);
-            Draw_Markers(g_, x, y, style);
-            if (style.Has_Line() && !Mono()) Draw_Line(g_, x, y, style);
+            Draw_Markers(p_, x, y, style);
+            if (style.Has_Line() && !Mono()) Draw_Line(p_, x, y, style);
         }
     }
 
@@ -119,7 +120,7 @@ private:
     void Draw_Array(const std::vector<float>& array, const Curve_Style& style) {
         if (array.size() < points_) return;
         std::vector<float> logarithms;
-        Draw_Line(g_, X(), Scaled(array, logarithms), style);
+        Draw_Line(p_, X(), Scaled(array, logarithms), style);
     }
 
     void Draw_Error_Bars() {
@@ -127,12 +128,12 @@ private:
         std::vector<float> deviation(pattern_.sigma.begin(), pattern_.sigma.begin() + static_cast<std::ptrdiff_t>(points_));
         if (pattern_.sigma_is_variance)
             for (float& s : deviation) s = std::sqrt(std::max(s, 0.0f));
-        g_.IGrColourN(style_.line_colour);
-        g_.IPgErrorBars(X(), Values(pattern_.y).first(points_), deviation);
+        p_.graphics().IGrColourN(style_.line_colour);
+        p_.IPgErrorBars(X(), Values(pattern_.y).first(points_), deviation);
     }
 
     const Scene& scene_;
-    Graphics& g_;
+    Presentation& p_;
     const Diffraction_Pattern_Type& pattern_;
     const PRF_Info_Add_Type& info_;
     const View& window_;
@@ -141,10 +142,10 @@ private:
     std::size_t points_;
 };
 
-void Draw_Row(const Scene& scene, Graphics& g, int row, const View& window, bool log) {
+void Draw_Row(const Scene& scene, Presentation& p, int row, const View& window, bool log) {
     const Profile_Store& store = scene.store;
     const auto flag = static_cast<std::size_t>(row - 1);
-    Row_Drawing drawing(scene, g, row, window, log);
+    Row_Drawing drawing(scene, p, row, window, log);
     if (drawing.Empty()) return;
     drawing.Draw_Observed();
     if (store.show_ycalc_of[flag]) drawing.Draw_Calculated();
@@ -154,18 +155,22 @@ void Draw_Row(const Scene& scene, Graphics& g, int row, const View& window, bool
 }
 
 // The rows one after another. A plot of many points is drawn by a thread for each half of the picture, which comes out the same.
-void Draw_Rows(const Scene& scene, Graphics& g, int n, const View& window, bool log) {
+void Draw_Rows(const Scene& scene, Presentation& p, int n, const View& window, bool log) {
     constexpr long long many_points = 200'000;
     long long points = 0;
     for (int row = 1; row <= n; ++row) points += scene.store.Pattern(row).npts;
-    const auto draw = [&scene, &window, n, log](Graphics& part) {
+    const auto draw = [&scene, &window, n, log](Presentation& part) {
         for (int row = 1; row <= n; ++row)
             if (scene.store.shown(row)) Draw_Row(scene, part, row, window, log);
     };
-    const auto bands = points < many_points ? std::vector<std::unique_ptr<Device>>() : g.device().Bands();
-    if (bands.empty()) return draw(g);
+    const auto bands = points < many_points ? std::vector<std::unique_ptr<Device>>() : p.graphics().device().Bands();
+    if (bands.empty()) return draw(p);
     std::vector<std::jthread> threads;
-    for (const auto& band : bands) threads.emplace_back([&draw, part = g.On(*band)]() mutable { draw(part); });
+    for (const auto& band : bands)
+        threads.emplace_back([&draw, &p, g = p.graphics().On(*band)]() mutable {
+            Presentation part = p.On(g);
+            draw(part);
+        });
 }
 
 }  // namespace
@@ -173,21 +178,22 @@ void Draw_Rows(const Scene& scene, Graphics& g, int n, const View& window, bool 
 Drawn plot_graph2d(const Scene& scene, Graphics& g, int n, const View& window, bool log) {
     const Profile_Store& store = scene.store;
     n = std::clamp(n, 0, store.nperfiles());
-    Draw_Page(scene, g);
+    Presentation p(g);
+    Draw_Page(scene, p);
     if (window.Drawable()) {
-        g.IPgUnits(window.x1, window.y1, window.x2, window.y2);
-        Draw_Rows(scene, g, n, window, log);
+        p.IPgUnits(window.x1, window.y1, window.x2, window.y2);
+        Draw_Rows(scene, p, n, window, log);
     }
-    Draw_Title(scene, g, n);
-    if (window.Drawable()) Draw_Scales(scene, g, window);
+    Draw_Title(scene, p, n);
+    if (window.Drawable()) Draw_Scales(scene, p, window);
     std::string y_title = Y_Title(scene);
-    Draw_Axis_Labels(scene, g, y_title);
+    Draw_Axis_Labels(scene, p, y_title);
     const bool refined = store.prf_loaded && store.ProfilePRFactive >= 1 && store.ProfilePRFactive <= n;
-    if (refined && window.Drawable()) Draw_PRF_Overlay(scene, g, window, log);
+    if (refined && window.Drawable()) Draw_PRF_Overlay(scene, p, window, log);
     Page_Units(g);
     if (scene.plot.show_target) Draw_Target(scene.plot, g);
-    Draw_Frame(g);
-    Draw_Legend(scene, g, n);
+    Draw_Frame(p);
+    Draw_Legend(scene, p, n);
     return {window, std::move(y_title)};
 }
 

@@ -30,12 +30,13 @@ Colour Colour_Of_Pair(int pair) {
 
 class Overlay {
 public:
-    Overlay(const Scene& scene, Graphics& g, const View& window, bool log)
+    Overlay(const Scene& scene, Presentation& p, const View& window, bool log)
         : scene_(scene),
           prefs_(scene.prefs.prf),
           pattern_(scene.store.Pattern(scene.store.ProfilePRFactive)),
           info_(scene.store.Info(scene.store.ProfilePRFactive)),
-          g_(g),
+          p_(p),
+          g_(p.graphics()),
           window_(window),
           log_(log),
           points_(std::min(pattern_.x.size(), pattern_.y.size())) {}
@@ -108,24 +109,25 @@ private:
     }
 
     void Draw_Line(const std::vector<float>& y, const Curve_Style& style) {
-        g_.IPgNewPlot(line_plot, 1, static_cast<int>(points_));
-        g_.IPgStyle(1, style.Of_Line());
+        p_.IPgNewPlot(line_plot, 1, static_cast<int>(points_));
+        p_.IPgStyle(1, style.Of_Line());
         g_.IGrLineWidth(style.Width());
-        g_.IPgXYPairs(X(), y);
+        p_.IPgXYPairs(X(), y);
     }
 
     void Draw_Markers(const std::vector<float>& y, const Curve_Style& style, int size) {
         g_.WGrTextFont(marker_font, 0, Char_Width(size), Char_Height(size));
-        g_.IPgNewPlot(marker_plot, 1, static_cast<int>(points_));
-        g_.IPgStyle(1, style.Of_Markers());
+        p_.IPgNewPlot(marker_plot, 1, static_cast<int>(points_));
+        p_.IPgStyle(1, style.Of_Markers());
         g_.IGrLineWidth(1);
-        g_.IPgXYPairs(X(), y);
+        p_.IPgXYPairs(X(), y);
     }
 
     const Scene& scene_;
     const PRF_Prefs& prefs_;
     const Diffraction_Pattern_Type& pattern_;
     const PRF_Info_Add_Type& info_;
+    Presentation& p_;
     Graphics& g_;
     const View& window_;
     bool log_;
@@ -134,9 +136,10 @@ private:
 
 }  // namespace
 
-void Draw_PRF_Overlay(const Scene& scene, Graphics& g, const View& window, bool log) {
+void Draw_PRF_Overlay(const Scene& scene, Presentation& p, const View& window, bool log) {
+    Graphics& g = p.graphics();
     const Profile_Store& store = scene.store;
-    Overlay overlay(scene, g, window, log);
+    Overlay overlay(scene, p, window, log);
     if (store.show_ycalc) overlay.Draw_Calculated();
     if (store.show_difference) overlay.Draw_Difference();
     if (store.show_background) overlay.Draw_Background();

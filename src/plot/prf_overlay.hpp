@@ -2,11 +2,12 @@
 #pragma once
 
 #include "plot/plot.hpp"
+#include "toolkit/presentation.hpp"
 
 namespace vntl {
 
 // Draws the overlay of row ProfilePRFactive in a window of a graph. `log`: the observed points are drawn as logarithms, and so are the
 // curves.
-void Draw_PRF_Overlay(const Scene&, Graphics&, const View& window, bool log);
+void Draw_PRF_Overlay(const Scene&, Presentation&, const View& window, bool log);
 
 }  // namespace vntl

@@ -48,6 +48,22 @@ struct Marker_Style {
     bool filled = true;
 };
 
+// Cells of equal size that fill a rectangle side by side: the lowest row first, each from left to right. Where cells are smaller than
+// pixels, a pixel shows the one under its centre.
+struct Cell_Image {
+    Rect rect;
+    int columns = 0, rows = 0;
+    std::span<const Colour> colours;  // columns * rows
+
+    bool Shows() const {
+        return columns > 0 && rows > 0 && rect.x1 < rect.x2 && rect.y1 < rect.y2 && std::isfinite(rect.x2 - rect.x1) &&
+               std::isfinite(rect.y2 - rect.y1) && colours.size() >= static_cast<std::size_t>(columns) * static_cast<std::size_t>(rows);
+    }
+};
+
+// The cell, from 0, of each of the places first + 0.5, first + 1.5, ... before `end`, among `count` cells from `from` to `to`; -1 outside.
+std::vector<int> Cells_Under(int first, int end, double from, double to, int count);
+
 enum class Justify { left = 0, centre = 1, right = 2 };
 
 struct Text_Style {
@@ -73,6 +89,7 @@ public:
     virtual void Markers(const Series&, const Marker_Style&) = 0;
     virtual void Fill(std::span<const Point> polygon, Colour) = 0;
     virtual void Ellipse(Point centre, double rx, double ry, bool filled, const Pen&) = 0;
+    virtual void Cells(const Cell_Image&) = 0;
     // `at` is the point on the base line that `justify` names; the text is UTF-8.
     virtual void Text(Point at, std::string_view text, const Text_Style&) = 0;
     virtual double Text_Width(std::string_view text, const Text_Style&) const = 0;

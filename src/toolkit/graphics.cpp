@@ -103,6 +103,11 @@ Point Graphics::To_Device(float x, float y) const {
     return {area_.x1 + (x - ux1_) / (ux2_ - ux1_) * (area_.x2 - area_.x1), area_.y1 + (y - uy1_) / (uy2_ - uy1_) * (area_.y2 - area_.y1)};
 }
 
+Point Graphics::From_Device(Point at) const {
+    return {ux1_ + (at.x - area_.x1) / (area_.x2 - area_.x1) * (ux2_ - ux1_),
+            uy1_ + (at.y - area_.y1) / (area_.y2 - area_.y1) * (uy2_ - uy1_)};
+}
+
 Pen Graphics::Current_Pen() const { return {colour_, line_width_, static_cast<Line_Style>(line_type_)}; }
 
 Text_Style Graphics::Current_Text() const {
@@ -188,6 +193,24 @@ void Graphics::IGrArc(float x, float y, float r, float start, float sweep) {
         points.push_back(To_Device(x + r * static_cast<float>(std::cos(angle)), y + r * static_cast<float>(std::sin(angle))));
     }
     device_->Polyline(points, Current_Pen());
+}
+
+void Graphics::IGrCells(float x1, float y1, float x2, float y2, int columns, int rows, std::span<const Colour> colours) {
+    const Point a = To_Device(x1, y1), b = To_Device(x2, y2);
+    Cell_Image image{{std::min(a.x, b.x), std::min(a.y, b.y), std::max(a.x, b.x), std::max(a.y, b.y)}, columns, rows, colours};
+    if (!image.Shows()) return;
+    std::vector<Colour> turned;
+    if (a.x > b.x || a.y > b.y) {
+        turned.resize(colours.size());
+        for (int row = 0; row < rows; ++row)
+            for (int column = 0; column < columns; ++column) {
+                const int to_row = a.y > b.y ? rows - 1 - row : row, to_column = a.x > b.x ? columns - 1 - column : column;
+                turned[static_cast<std::size_t>(to_row) * static_cast<std::size_t>(columns) + static_cast<std::size_t>(to_column)] =
+                    colours[static_cast<std::size_t>(row) * static_cast<std::size_t>(columns) + static_cast<std::size_t>(column)];
+            }
+        image.colours = turned;
+    }
+    device_->Cells(image);
 }
 
 void Graphics::IGrCharOut(float x, float y, std::string_view text) {

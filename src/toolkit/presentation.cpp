@@ -10,7 +10,7 @@
 #include "base/text.hpp"
 #include "toolkit/axis.hpp"
 #include "toolkit/font_table.hpp"
-#include "toolkit/graphics.hpp"
+#include "toolkit/presentation.hpp"
 
 namespace vntl {
 
@@ -84,72 +84,67 @@ double Along(double from, double to, char position, char first, char last) {
 
 }  // namespace
 
-void Graphics::IPgArea(float x1, float y1, float x2, float y2) { bx1_ = x1, by1_ = y1, bx2_ = x2, by2_ = y2; }
-void Graphics::IPgUnits(float x1, float y1, float x2, float y2) { px1_ = x1, py1_ = y1, px2_ = x2, py2_ = y2; }
-
-Rect Graphics::Box() const {
-    const double w = area_.x2 - area_.x1, h = area_.y2 - area_.y1;
-    return {area_.x1 + bx1_ * w, area_.y1 + by1_ * h, area_.x1 + bx2_ * w, area_.y1 + by2_ * h};
+Presentation Presentation::On(Graphics& graphics) const {
+    Presentation other = *this;
+    other.graphics_ = &graphics;
+    return other;
 }
 
-Point Graphics::Plot_To_Device(double x, double y) const {
+void Presentation::IPgArea(float x1, float y1, float x2, float y2) { bx1_ = x1, by1_ = y1, bx2_ = x2, by2_ = y2; }
+void Presentation::IPgUnits(float x1, float y1, float x2, float y2) { px1_ = x1, py1_ = y1, px2_ = x2, py2_ = y2; }
+
+Rect Presentation::Box() const {
+    const double w = Area().x2 - Area().x1, h = Area().y2 - Area().y1;
+    return {Area().x1 + bx1_ * w, Area().y1 + by1_ * h, Area().x1 + bx2_ * w, Area().y1 + by2_ * h};
+}
+
+Point Presentation::Plot_To_Device(double x, double y) const {
     const Rect box = Box();
     return {box.x1 + (x - px1_) / (px2_ - px1_) * (box.x2 - box.x1), box.y1 + (y - py1_) / (py2_ - py1_) * (box.y2 - box.y1)};
 }
 
-void Graphics::IPgUnitsToGrUnits(float x, float y, float& gx, float& gy) const {
-    const Point at = Plot_To_Device(x, y);
-    gx = static_cast<float>(ux1_ + (at.x - area_.x1) / (area_.x2 - area_.x1) * (ux2_ - ux1_));
-    gy = static_cast<float>(uy1_ + (at.y - area_.y1) / (area_.y2 - area_.y1) * (uy2_ - uy1_));
+void Presentation::IPgUnitsToGrUnits(float x, float y, float& gx, float& gy) const {
+    const Point at = graphics_->From_Device(Plot_To_Device(x, y));
+    gx = static_cast<float>(at.x);
+    gy = static_cast<float>(at.y);
 }
 
-void Graphics::IPgUnitsFromGrUnits(float gx, float gy, float& x, float& y) const {
+void Presentation::IPgUnitsFromGrUnits(float gx, float gy, float& x, float& y) const {
     const Rect box = Box();
-    const Point at = To_Device(gx, gy);
+    const Point at = graphics_->To_Device(gx, gy);
     x = static_cast<float>(px1_ + (at.x - box.x1) / (box.x2 - box.x1) * (px2_ - px1_));
     y = static_cast<float>(py1_ + (at.y - box.y1) / (box.y2 - box.y1) * (py2_ - py1_));
 }
 
-bool Graphics::IPgMaxMin(std::span<const float> array, float& min, float& max) {
-    bool found = false;
-    for (const float value : array) {
-        if (!std::isfinite(value)) continue;
-        min = found ? std::min(min, value) : value;
-        max = found ? std::max(max, value) : value;
-        found = true;
-    }
-    return found;
-}
-
 // --- data sets ---------------------------------------------------------------------------------------------------------------
 
-void Graphics::IPgNewPlot(int type, int sets, int) {
+void Presentation::IPgNewPlot(int type, int sets, int) {
     plot_type_ = type;
     next_set_ = 1;
     styles_.assign(static_cast<std::size_t>(std::clamp(sets, 1, max_sets)), {});
 }
 
-Set_Style& Graphics::Style_Of_Set(int set) {
+Set_Style& Presentation::Style_Of_Set(int set) {
     if (styles_.size() < static_cast<std::size_t>(set)) styles_.resize(static_cast<std::size_t>(set));
     return styles_[static_cast<std::size_t>(set - 1)];
 }
 
-void Graphics::IPgStyle(int set, const Set_Style& style) {
+void Presentation::IPgStyle(int set, const Set_Style& style) {
     if (set >= 1 && set <= max_sets) Style_Of_Set(set) = style;
 }
 
-void Graphics::IPgMarker(int set, int marker) {
+void Presentation::IPgMarker(int set, int marker) {
     if (set >= 1 && set <= max_sets) Style_Of_Set(set).marker = marker;
 }
 
-void Graphics::IPgClipRectangle(int mode) { clip_sets_ = mode != 0; }
+void Presentation::IPgClipRectangle(int mode) { clip_sets_ = mode != 0; }
 
-void Graphics::Clip_Sets() { device_->Set_Clip(clip_sets_ ? Box() : area_); }
+void Presentation::Clip_Sets() { Target().Set_Clip(clip_sets_ ? Box() : Area()); }
 
-void Graphics::IPgXYPairs(std::span<const float> x, std::span<const float> y) { Draw_Set(x, y, plot_type_ == 7); }
-void Graphics::IPgXYLine(std::span<const float> x, std::span<const float> y) { Draw_Set(x, y, false); }
+void Presentation::IPgXYPairs(std::span<const float> x, std::span<const float> y) { Draw_Set(x, y, plot_type_ == 7); }
+void Presentation::IPgXYLine(std::span<const float> x, std::span<const float> y) { Draw_Set(x, y, false); }
 
-void Graphics::Draw_Set(std::span<const float> x, std::span<const float> y, bool markers) {
+void Presentation::Draw_Set(std::span<const float> x, std::span<const float> y, bool markers) {
     const std::size_t n = std::min(x.size(), y.size());
     if (n == 0 || styles_.empty() || !std::isfinite(px2_ - px1_) || px1_ == px2_ || !std::isfinite(py2_ - py1_) || py1_ == py2_) return;
     const Set_Style& style = styles_[std::min(static_cast<std::size_t>(next_set_ - 1), styles_.size() - 1)];
@@ -162,213 +157,214 @@ void Graphics::Draw_Set(std::span<const float> x, std::span<const float> y, bool
     series.y0 = box.y1 - series.y_scale * py1_;
     Clip_Sets();
     if (markers) {
-        const Text_Style size = Current_Text();
+        const Text_Style size = graphics_->Current_Text();
         if (style.marker != 0)
-            device_->Markers(series, {style.marker, size.width, size.height, style.marker_colour, style.fill == fill_solid});
+            Target().Markers(series, {style.marker, size.width, size.height, style.marker_colour, style.fill == fill_solid});
     } else if (style.line_style >= 0) {
-        device_->Curve(series, {style.line_colour, line_width_, static_cast<Line_Style>(style.line_style)});
+        Target().Curve(series, {style.line_colour, graphics_->Line_Width(), static_cast<Line_Style>(style.line_style)});
     }
-    Clip_To_Area();
+    graphics_->Clip_To_Area();
 }
 
-void Graphics::IPgErrorBars(std::span<const float> x, std::span<const float> y, std::span<const float> half_length) {
+void Presentation::IPgErrorBars(std::span<const float> x, std::span<const float> y, std::span<const float> half_length) {
     constexpr double cap = 3;  // page units on each side
-    const double half_cap = cap * device_->Width() / page_width;
-    const Pen pen{styles_.empty() ? colour_ : styles_.front().line_colour, line_width_, Line_Style::solid};
+    const double half_cap = cap * Target().Width() / page_width;
+    const Pen pen{styles_.empty() ? graphics_->Current_Colour() : styles_.front().line_colour, graphics_->Line_Width(), Line_Style::solid};
     Clip_Sets();
     for (std::size_t i = 0; i < std::min({x.size(), y.size(), half_length.size()}); ++i) {
         const Point low = Plot_To_Device(x[i], y[i] - half_length[i]), high = Plot_To_Device(x[i], y[i] + half_length[i]);
         if (!std::isfinite(low.x) || !std::isfinite(low.y) || !std::isfinite(high.y)) continue;
-        device_->Polyline(std::array<Point, 2>{{low, high}}, pen);
+        Target().Polyline(std::array<Point, 2>{{low, high}}, pen);
         for (const Point end : {low, high})
-            device_->Polyline(std::array<Point, 2>{{{end.x - half_cap, end.y}, {end.x + half_cap, end.y}}}, pen);
+            Target().Polyline(std::array<Point, 2>{{{end.x - half_cap, end.y}, {end.x + half_cap, end.y}}}, pen);
     }
-    Clip_To_Area();
+    graphics_->Clip_To_Area();
 }
 
 // --- axes --------------------------------------------------------------------------------------------------------------------
 
-void Graphics::IPgXTickLength(float length) { x_tick_length_ = std::max(length, 0.0f); }
-void Graphics::IPgYTickLength(float length) { y_tick_length_ = std::max(length, 0.0f); }
-void Graphics::IPgXTickPos(int side) { x_ticks_inward_ = side == 2; }
-void Graphics::IPgYTickPos(int side) { y_ticks_inward_ = side == 2; }
-void Graphics::IPgDecimalPlaces(int decimals) { decimals_ = std::clamp(decimals, -1, 9); }
+void Presentation::IPgXTickLength(float length) { x_tick_length_ = std::max(length, 0.0f); }
+void Presentation::IPgYTickLength(float length) { y_tick_length_ = std::max(length, 0.0f); }
+void Presentation::IPgXTickPos(int side) { x_ticks_inward_ = side == 2; }
+void Presentation::IPgYTickPos(int side) { y_ticks_inward_ = side == 2; }
+void Presentation::IPgDecimalPlaces(int decimals) { decimals_ = std::clamp(decimals, -1, 9); }
 
-void Graphics::IPgXScale(std::string_view flags, float y_at) {
+void Presentation::IPgXScale(std::string_view flags, float y_at) {
     const Rect box = Box();
-    const double unit_x = device_->Width() / page_width, unit_y = device_->Height() / page_height;
+    const double unit_x = Target().Width() / page_width, unit_y = Target().Height() / page_height;
     const double tick = x_tick_length_ * ((box.x2 - box.x1) / unit_x) / ticks_a_zone * unit_y;
     const double outward = x_ticks_inward_ ? 0 : tick;
     const double y = Plot_To_Device(px1_, y_at).y;
-    const Pen pen{colour_, 1, Line_Style::solid};
+    const Pen pen{graphics_->Current_Colour(), 1, Line_Style::solid};
     const auto axis = Ticks_Of_Axis(static_cast<float>(px1_), static_cast<float>(px2_));
-    device_->Polyline(std::array<Point, 2>{{{box.x1, y}, {box.x2, y}}}, pen);
+    Target().Polyline(std::array<Point, 2>{{{box.x1, y}, {box.x2, y}}}, pen);
 
-    Text_Style style = Current_Text();
+    Text_Style style = graphics_->Current_Text();
     style.justify = Justify::centre;
     double widest = 0;
-    for (const float value : axis.values) widest = std::max(widest, device_->Text_Width(Tick_Text(value, axis.exponent, decimals_), style));
+    for (const float value : axis.values) widest = std::max(widest, Target().Text_Width(Tick_Text(value, axis.exponent, decimals_), style));
     const double em = Em_Of_Cell(style.width, style.height);
     const double spacing = std::fabs(axis.step / (px2_ - px1_)) * (box.x2 - box.x1);
     const int every = Numbered_Every(spacing, widest + 0.8 * em);
     for (const float value : axis.values) {
         const double x = Plot_To_Device(value, py1_).x;
-        if (Contains(flags, "T")) device_->Polyline(std::array<Point, 2>{{{x, y}, {x, x_ticks_inward_ ? y + tick : y - tick}}}, pen);
+        if (Contains(flags, "T")) Target().Polyline(std::array<Point, 2>{{{x, y}, {x, x_ticks_inward_ ? y + tick : y - tick}}}, pen);
         if (Contains(flags, "N") && Has_Number(value, axis.step, every))
-            device_->Text({x, y - outward - number_gap * unit_y - cap_height * em}, Tick_Text(value, axis.exponent, decimals_), style);
+            Target().Text({x, y - outward - number_gap * unit_y - cap_height * em}, Tick_Text(value, axis.exponent, decimals_), style);
     }
 }
 
-void Graphics::IPgYScale(std::string_view flags, float x_at) {
+void Presentation::IPgYScale(std::string_view flags, float x_at) {
     const Rect box = Box();
-    const double unit_x = device_->Width() / page_width;
+    const double unit_x = Target().Width() / page_width;
     const double tick = y_tick_length_ * (box.x2 - box.x1) / ticks_a_zone;
     const double outward = y_ticks_inward_ ? 0 : tick;
     const double x = Plot_To_Device(x_at, py1_).x;
-    const Pen pen{colour_, 1, Line_Style::solid};
+    const Pen pen{graphics_->Current_Colour(), 1, Line_Style::solid};
     const auto axis = Ticks_Of_Axis(static_cast<float>(py1_), static_cast<float>(py2_));
-    device_->Polyline(std::array<Point, 2>{{{x, box.y1}, {x, box.y2}}}, pen);
+    Target().Polyline(std::array<Point, 2>{{{x, box.y1}, {x, box.y2}}}, pen);
 
-    Text_Style style = Current_Text();
+    Text_Style style = graphics_->Current_Text();
     style.justify = Justify::right;
     std::string longest;
     for (const float value : axis.values)
         if (const std::string text = Tick_Text(value, axis.exponent, decimals_);
-            device_->Text_Width(text, style) > device_->Text_Width(longest, style))
+            Target().Text_Width(text, style) > Target().Text_Width(longest, style))
             longest = text;
-    style = Fitted(*device_, longest, style, numbers_share * (box.x1 - area_.x1) - outward - number_gap * unit_x);
+    style = Fitted(Target(), longest, style, numbers_share * (box.x1 - Area().x1) - outward - number_gap * unit_x);
     const double em = Em_Of_Cell(style.width, style.height);
     const double spacing = std::fabs(axis.step / (py2_ - py1_)) * (box.y2 - box.y1);
     const int every = Numbered_Every(spacing, 1.25 * em);
     for (const float value : axis.values) {
         const double y = Plot_To_Device(px1_, value).y;
-        if (Contains(flags, "T")) device_->Polyline(std::array<Point, 2>{{{x, y}, {y_ticks_inward_ ? x + tick : x - tick, y}}}, pen);
+        if (Contains(flags, "T")) Target().Polyline(std::array<Point, 2>{{{x, y}, {y_ticks_inward_ ? x + tick : x - tick, y}}}, pen);
         if (Contains(flags, "N") && Has_Number(value, axis.step, every))
-            device_->Text({x - outward - number_gap * unit_x, y - 0.5 * cap_height * em}, Tick_Text(value, axis.exponent, decimals_),
+            Target().Text({x - outward - number_gap * unit_x, y - 0.5 * cap_height * em}, Tick_Text(value, axis.exponent, decimals_),
                           style);
     }
 }
 
 // --- texts around the box ----------------------------------------------------------------------------------------------------
 
-void Graphics::IPgTitle(std::string_view text, char position) {
+void Presentation::IPgTitle(std::string_view text, char position) {
     title_em_ = 0;
     if (position == 'N' || text.empty()) return;
-    const Text_Style style = Fitted(*device_, text, Current_Text(), widest_title * (area_.x2 - area_.x1));
+    const Text_Style style = Fitted(Target(), text, graphics_->Current_Text(), widest_title * (Area().x2 - Area().x1));
     title_em_ = Em_Of_Cell(style.width, style.height);
     const Rect box = Box();
-    Title_Line(text, position, style, box.y2 + title_share * (area_.y2 - box.y2));
+    Title_Line(text, position, style, box.y2 + title_share * (Area().y2 - box.y2));
 }
 
-void Graphics::IPgSubTitle(std::string_view text, char position) {
+void Presentation::IPgSubTitle(std::string_view text, char position) {
     if (position == 'N' || text.empty()) return;
     const Rect box = Box();
-    const double room = title_share * (area_.y2 - box.y2) - descent * title_em_;
+    const double room = title_share * (Area().y2 - box.y2) - descent * title_em_;
     if (!(room > 0)) return;
-    const Text_Style style = Lowered(Fitted(*device_, text, Current_Text(), widest_title * (area_.x2 - area_.x1)), sub_title_share * room);
+    const Text_Style style =
+        Lowered(Fitted(Target(), text, graphics_->Current_Text(), widest_title * (Area().x2 - Area().x1)), sub_title_share * room);
     const double em = Em_Of_Cell(style.width, style.height);
     Title_Line(text, position, style, box.y2 + 0.5 * (room - (cap_height + descent) * em) + descent * em);
 }
 
-void Graphics::Title_Line(std::string_view text, char position, Text_Style style, double y) {
+void Presentation::Title_Line(std::string_view text, char position, Text_Style style, double y) {
     const Rect box = Box();
     style.justify = position == 'L' ? Justify::left : position == 'R' ? Justify::right : Justify::centre;
     double x = Along(box.x1, box.x2, position, 'L', 'R');
-    const double width = device_->Text_Width(text, style), margin = 0.5 * (1 - widest_title) * (area_.x2 - area_.x1);
-    if (position == 'L') x = std::min(x, area_.x2 - margin - width);
-    if (position == 'R') x = std::max(x, area_.x1 + margin + width);
-    device_->Text({x, y}, text, style);
+    const double width = Target().Text_Width(text, style), margin = 0.5 * (1 - widest_title) * (Area().x2 - Area().x1);
+    if (position == 'L') x = std::min(x, Area().x2 - margin - width);
+    if (position == 'R') x = std::max(x, Area().x1 + margin + width);
+    Target().Text({x, y}, text, style);
 }
 
-void Graphics::IPgXLabel(std::string_view text, char position) {
+void Presentation::IPgXLabel(std::string_view text, char position) {
     if (position == 'N' || text.empty()) return;
     const Rect box = Box();
-    Text_Style style = Fitted(*device_, text, Current_Text(), box.x2 - box.x1);
+    Text_Style style = Fitted(Target(), text, graphics_->Current_Text(), box.x2 - box.x1);
     style.justify = position == 'L' ? Justify::left : position == 'R' ? Justify::right : Justify::centre;
     const double em = Em_Of_Cell(style.width, style.height);
-    device_->Text({Along(box.x1, box.x2, position, 'L', 'R'), box.y1 - xlabel_share * (box.y1 - area_.y1) - 0.5 * cap_height * em}, text,
+    Target().Text({Along(box.x1, box.x2, position, 'L', 'R'), box.y1 - xlabel_share * (box.y1 - Area().y1) - 0.5 * cap_height * em}, text,
                   style);
 }
 
-void Graphics::IPgYLabelLeft(std::string_view text, std::string_view position) {
+void Presentation::IPgYLabelLeft(std::string_view text, std::string_view position) {
     if (position.size() < 2 || position[0] == '-' || text.empty()) return;
     const Rect box = Box();
     const char place = position[0], turn = position[1];
-    Text_Style style = Current_Text();
+    Text_Style style = graphics_->Current_Text();
     if (turn == 'V') {
-        const double left = area_.x1 + 0.01 * (area_.x2 - area_.x1);
+        const double left = Area().x1 + 0.01 * (Area().x2 - Area().x1);
         style.justify = Justify::left;
         if (place == 'T')
-            device_->Text({left, box.y2 + 0.12 * (area_.y2 - box.y2)}, text, Fitted(*device_, text, style, 0.5 * (area_.x2 - area_.x1)));
+            Target().Text({left, box.y2 + 0.12 * (Area().y2 - box.y2)}, text, Fitted(Target(), text, style, 0.5 * (Area().x2 - Area().x1)));
         else
-            Stack_Words(*device_, text, style, left, (1 - numbers_share) * (box.x1 - area_.x1), box, place == 'C');
+            Stack_Words(Target(), text, style, left, (1 - numbers_share) * (box.x1 - Area().x1), box, place == 'C');
         return;
     }
-    Turned_Label(text, position, style, box.x1 - ylabel_share * (box.x1 - area_.x1));
+    Turned_Label(text, position, style, box.x1 - ylabel_share * (box.x1 - Area().x1));
 }
 
-void Graphics::IPgYLabelRight(std::string_view text, std::string_view position) {
+void Presentation::IPgYLabelRight(std::string_view text, std::string_view position) {
     if (position.size() < 2 || position[0] == '-' || text.empty()) return;
     const Rect box = Box();
     const char place = position[0];
-    const double margin = area_.x2 - box.x2;
-    Text_Style style = Current_Text();
+    const double margin = Area().x2 - box.x2;
+    Text_Style style = graphics_->Current_Text();
     if (position[1] != 'V')
         return Turned_Label(text, position, Lowered(style, widest_right_label * margin), box.x2 + right_label_share * margin);
     if (place == 'T') {
         style.justify = Justify::right;
-        device_->Text({area_.x2 - 0.01 * (area_.x2 - area_.x1), box.y2 + 0.12 * (area_.y2 - box.y2)}, text,
-                      Fitted(*device_, text, style, 0.5 * (area_.x2 - area_.x1)));
+        Target().Text({Area().x2 - 0.01 * (Area().x2 - Area().x1), box.y2 + 0.12 * (Area().y2 - box.y2)}, text,
+                      Fitted(Target(), text, style, 0.5 * (Area().x2 - Area().x1)));
         return;
     }
     style.justify = Justify::left;
-    Stack_Words(*device_, text, style, box.x2 + 0.5 * (1 - widest_right_label) * margin, widest_right_label * margin, box, place == 'C');
+    Stack_Words(Target(), text, style, box.x2 + 0.5 * (1 - widest_right_label) * margin, widest_right_label * margin, box, place == 'C');
 }
 
 // Along a side of the box, about the line x = middle. Position: the place T, C or B, then 9 read upward, else downward.
-void Graphics::Turned_Label(std::string_view text, std::string_view position, Text_Style style, double middle) {
+void Presentation::Turned_Label(std::string_view text, std::string_view position, Text_Style style, double middle) {
     const Rect box = Box();
     const char place = position[0];
     const bool upward = position[1] == '9';
-    style = Fitted(*device_, text, style, widest_title * (area_.y2 - area_.y1));
+    style = Fitted(Target(), text, style, widest_title * (Area().y2 - Area().y1));
     style.angle = upward ? 90 : -90;
     // The end of the text that points to the top stands there: the last letter of one read upward, the first of one read downward.
     style.justify = place == 'C' ? Justify::centre : (place == 'T') == upward ? Justify::right : Justify::left;
     const double x = middle + (upward ? 0.5 : -0.5) * cap_height * Em_Of_Cell(style.width, style.height);
     double y = Along(box.y1, box.y2, place, 'B', 'T');
-    if (const double length = device_->Text_Width(text, style); place == 'T')
-        y = std::max(y, area_.y1 + length);
+    if (const double length = Target().Text_Width(text, style); place == 'T')
+        y = std::max(y, Area().y1 + length);
     else if (place == 'B')
-        y = std::min(y, area_.y2 - length);
-    device_->Text({x, y}, text, style);
+        y = std::min(y, Area().y2 - length);
+    Target().Text({x, y}, text, style);
 }
 
-void Graphics::IPgBorder() {
+void Presentation::IPgBorder() {
     const Rect box = Box();
     const std::array<Point, 5> corners = {{{box.x1, box.y1}, {box.x2, box.y1}, {box.x2, box.y2}, {box.x1, box.y2}, {box.x1, box.y1}}};
-    device_->Polyline(corners, {colour_, line_width_, Line_Style::solid});
+    Target().Polyline(corners, {graphics_->Current_Colour(), graphics_->Line_Width(), Line_Style::solid});
 }
 
-void Graphics::IPgKey(float x, float y, int set, std::string_view text) {
+void Presentation::IPgKey(float x, float y, int set, std::string_view text) {
     const Set_Style style =
         set >= 1 && static_cast<std::size_t>(set) <= styles_.size() ? styles_[static_cast<std::size_t>(set - 1)] : Set_Style{};
-    const Point at = To_Device(x, y);
-    const double unit_x = device_->Width() / page_width;
-    const Text_Style size = Current_Text();
+    const Point at = graphics_->To_Device(x, y);
+    const double unit_x = Target().Width() / page_width;
+    const Text_Style size = graphics_->Current_Text();
     const double em = Em_Of_Cell(size.width, size.height);
     const double middle = at.y + 0.5 * cap_height * em;
     if (style.line_style >= 0)
-        device_->Polyline(std::array<Point, 2>{{{at.x, middle}, {at.x + key_symbol * unit_x, middle}}},
-                          {style.line_colour, line_width_, static_cast<Line_Style>(style.line_style)});
+        Target().Polyline(std::array<Point, 2>{{{at.x, middle}, {at.x + key_symbol * unit_x, middle}}},
+                          {style.line_colour, graphics_->Line_Width(), static_cast<Line_Style>(style.line_style)});
     if (style.marker != 0) {
         const float one = 1.0f;
         const double side = 0.55 * em;
-        device_->Markers({std::span(&one, 1), std::span(&one, 1), at.x + 0.5 * key_symbol * unit_x, 0, middle, 0},
+        Target().Markers({std::span(&one, 1), std::span(&one, 1), at.x + 0.5 * key_symbol * unit_x, 0, middle, 0},
                          {style.marker, side, side, style.marker_colour, style.fill == fill_solid});
     }
     Text_Style words = size;
     words.justify = Justify::left;
-    device_->Text({at.x + (key_symbol + key_gap) * unit_x, at.y}, text, words);
+    Target().Text({at.x + (key_symbol + key_gap) * unit_x, at.y}, text, words);
 }
 
 }  // namespace vntl

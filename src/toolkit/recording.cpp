@@ -22,6 +22,10 @@ public:
     void operator()(const Recorded_Ellipse& item) {
         device_.Ellipse(Stretched(item.centre), sx_ * item.rx, sy_ * item.ry, item.filled, item.pen);
     }
+    void operator()(const Recorded_Cells& item) {
+        const Rect& r = item.rect;
+        device_.Cells({{sx_ * r.x1, sy_ * r.y1, sx_ * r.x2, sy_ * r.y2}, item.columns, item.rows, item.colours});
+    }
     void operator()(const Recorded_Text& item) {
         Text_Style style = item.style;
         style.width *= sx_;
@@ -65,6 +69,7 @@ public:
         const double rx = item.rx + item.pen.width, ry = item.ry + item.pen.width;
         Take({item.centre.x - rx, item.centre.y - ry, item.centre.x + rx, item.centre.y + ry});
     }
+    void operator()(const Recorded_Cells& item) { Take(item.rect); }
     void operator()(const Recorded_Text& item) {
         // Whatever its angle and side, a text stays within its length and a line's height.
         const double reach = device_.Text_Width(item.text, item.style) + 2 * item.style.height;
@@ -106,13 +111,13 @@ std::optional<Rect> Recording_Device::Bounds() const {
 
 void Recording_Device::Clear(Colour colour) {
     items_.clear();
-    items_.push_back(Recorded_Clear{colour});
+    items_.emplace_back(Recorded_Clear{colour});
 }
 
-void Recording_Device::Set_Clip(const Rect& rect) { items_.push_back(Recorded_Clip{rect}); }
+void Recording_Device::Set_Clip(const Rect& rect) { items_.emplace_back(Recorded_Clip{rect}); }
 
 void Recording_Device::Polyline(std::span<const Point> points, const Pen& pen) {
-    if (!points.empty() && pen.style != Line_Style::none) items_.push_back(Recorded_Line{{points.begin(), points.end()}, pen});
+    if (!points.empty() && pen.style != Line_Style::none) items_.emplace_back(Recorded_Line{{points.begin(), points.end()}, pen});
 }
 
 void Recording_Device::Curve(const Series& series, const Pen& pen) {
@@ -132,19 +137,24 @@ void Recording_Device::Markers(const Series& series, const Marker_Style& style) 
     Recorded_Markers item{{}, style};
     for (std::size_t i = 0; i < series.x.size(); ++i)
         if (!series.Gap(i)) item.points.push_back(series.At(i));
-    if (!item.points.empty() && style.glyph != 0) items_.push_back(std::move(item));
+    if (!item.points.empty() && style.glyph != 0) items_.emplace_back(std::move(item));
 }
 
 void Recording_Device::Fill(std::span<const Point> polygon, Colour colour) {
-    items_.push_back(Recorded_Fill{{polygon.begin(), polygon.end()}, colour});
+    items_.emplace_back(Recorded_Fill{{polygon.begin(), polygon.end()}, colour});
 }
 
 void Recording_Device::Ellipse(Point centre, double rx, double ry, bool filled, const Pen& pen) {
-    items_.push_back(Recorded_Ellipse{centre, rx, ry, filled, pen});
+    items_.emplace_back(Recorded_Ellipse{centre, rx, ry, filled, pen});
+}
+
+void Recording_Device::Cells(const Cell_Image& image) {
+    if (image.Shows())
+        items_.emplace_back(Recorded_Cells{image.rect, image.columns, image.rows, {image.colours.begin(), image.colours.end()}});
 }
 
 void Recording_Device::Text(Point at, std::string_view text, const Text_Style& style) {
-    if (!text.empty()) items_.push_back(Recorded_Text{at, std::string(text), style});
+    if (!text.empty()) items_.emplace_back(Recorded_Text{at, std::string(text), style});
 }
 
 double Recording_Device::Text_Width(std::string_view text, const Text_Style& style) const {

@@ -33,14 +33,19 @@ struct Recorded_Text {
     std::string text;
     Text_Style style;
 };
+struct Recorded_Cells {
+    Rect rect;
+    int columns, rows;
+    std::vector<Colour> colours;  // the lowest row first
+};
 struct Recorded_Clip {
     Rect rect;
 };
 struct Recorded_Clear {
     Colour colour;
 };
-using Recorded =
-    std::variant<Recorded_Clear, Recorded_Clip, Recorded_Line, Recorded_Markers, Recorded_Fill, Recorded_Ellipse, Recorded_Text>;
+using Recorded = std::variant<Recorded_Clear, Recorded_Clip, Recorded_Line, Recorded_Markers, Recorded_Fill, Recorded_Ellipse,
+                              Recorded_Text, Recorded_Cells>;
 
 class Recording_Device : public Device {
 public:
@@ -55,6 +60,7 @@ public:
     void Markers(const Series&, const Marker_Style&) override;  // gaps left out
     void Fill(std::span<const Point>, Colour) override;
     void Ellipse(Point, double rx, double ry, bool filled, const Pen&) override;
+    void Cells(const Cell_Image&) override;
     void Text(Point, std::string_view, const Text_Style&) override;
     double Text_Width(std::string_view, const Text_Style&) const override;  // a fixed 0.6 em a character
 

@@ -44,7 +44,7 @@ std::vector<Point> Outline(const Recorded_Ellipse& e) {
 }
 
 Json Picture(const Recording_Device& record, bool full) {
-    Json texts = Json::array(), lines = Json::array(), markers = Json::array(), fills = Json::array();
+    Json texts = Json::array(), lines = Json::array(), markers = Json::array(), fills = Json::array(), cells = Json::array();
     const auto add = [&](Json& list, Json entry, const std::vector<Point>& points) {
         entry["n"] = points.size();
         if (full) entry["points"] = Points(points);
@@ -62,6 +62,11 @@ Json Picture(const Recording_Device& record, bool full) {
         else if (const auto* ellipse = std::get_if<Recorded_Ellipse>(&item))
             ellipse->filled ? add(fills, {{"colour", ellipse->pen.colour}}, Outline(*ellipse))
                             : add(lines, {{"colour", ellipse->pen.colour}, {"width", Json_Real(ellipse->pen.width)}}, Outline(*ellipse));
+        else if (const auto* image = std::get_if<Recorded_Cells>(&item))
+            cells.push_back(
+                {{"columns", image->columns},
+                 {"rows", image->rows},
+                 {"rect", {Json_Real(image->rect.x1), Json_Real(image->rect.y1), Json_Real(image->rect.x2), Json_Real(image->rect.y2)}}});
         else if (const auto* text = std::get_if<Recorded_Text>(&item))
             texts.push_back({{"text", Json_Text(text->text)},
                              {"x", Json_Real(text->at.x)},
@@ -69,7 +74,10 @@ Json Picture(const Recording_Device& record, bool full) {
                              {"size", Json_Real(text->style.height)},
                              {"colour", text->style.colour}});
     }
-    return {{"width", page_width}, {"height", page_height}, {"texts", texts}, {"lines", lines}, {"markers", markers}, {"fills", fills}};
+    Json picture{{"width", page_width}, {"height", page_height}, {"texts", texts},
+                 {"lines", lines},      {"markers", markers},    {"fills", fills}};
+    if (!cells.empty()) picture["cells"] = cells;  // of maps alone
+    return picture;
 }
 
 Status Print_Dialog(Words words, const Put_Line& put) {

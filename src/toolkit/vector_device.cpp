@@ -156,6 +156,29 @@ public:
             Stroke(pen);
     }
 
+    // An image whose pixels are parts of cells, so small that no viewer that smooths them blurs a cell's edge by more than that.
+    void Cells(const Cell_Image& image) override {
+        if (!image.Shows()) return;
+        const auto parts = [](double length, int cells) {
+            return std::clamp(static_cast<int>(std::ceil(4 * length / cells)), 1, 4096 / std::min(cells, 4096));
+        };
+        const double wide = image.rect.x2 - image.rect.x1, high = image.rect.y2 - image.rect.y1;
+        const int width = image.columns * parts(wide, image.columns), height = image.rows * parts(high, image.rows);
+        cairo_surface_t* const pixels = cairo_image_surface_create(CAIRO_FORMAT_RGB24, width, height);
+        if (cairo_surface_status(pixels) == CAIRO_STATUS_SUCCESS) {
+            Paint_Cells(image, pixels, width, height);
+            cairo_save(cairo_);
+            cairo_translate(cairo_, X(image.rect.x1), Y(image.rect.y2));
+            cairo_scale(cairo_, wide / width, high / height);
+            cairo_set_source_surface(cairo_, pixels, 0, 0);
+            cairo_pattern_set_filter(cairo_get_source(cairo_), CAIRO_FILTER_NEAREST);
+            cairo_rectangle(cairo_, 0, 0, width, height);
+            cairo_fill(cairo_);
+            cairo_restore(cairo_);
+        }
+        cairo_surface_destroy(pixels);
+    }
+
     void Text(Point at, std::string_view text, const Text_Style& style) override {
         const double em = Choose_Font(style);
         if (em <= 0) return;
@@ -204,6 +227,22 @@ private:
         cairo_destroy(cairo_);
         cairo_surface_destroy(surface_);
         cairo_ = nullptr;
+    }
+
+    static void Paint_Cells(const Cell_Image& image, cairo_surface_t* surface, int width, int height) {
+        cairo_surface_flush(surface);
+        unsigned char* const bytes = cairo_image_surface_get_data(surface);
+        const std::ptrdiff_t stride = cairo_image_surface_get_stride(surface);
+        for (int y = 0; y < height; ++y) {
+            auto* const pixels = reinterpret_cast<std::uint32_t*>(bytes + y * stride);
+            const auto row = static_cast<std::size_t>(image.rows - 1 - y / (height / image.rows));
+            for (int x = 0; x < width; ++x) {
+                const Colour c =
+                    image.colours[row * static_cast<std::size_t>(image.columns) + static_cast<std::size_t>(x / (width / image.columns))];
+                pixels[x] = Red(c) << 16 | Green(c) << 8 | Blue(c);
+            }
+        }
+        cairo_surface_mark_dirty(surface);
     }
 
     static bool Near(Point a, Point b) { return std::fabs(a.x - b.x) < nearest && std::fabs(a.y - b.y) < nearest; }

@@ -7,7 +7,8 @@
 #include <numbers>
 
 #include "toolkit/font_table.hpp"
-#include "toolkit/graphics.hpp"
+#include "toolkit/presentation.hpp"
+#include "toolkit/presentation_3d.hpp"
 #include "toolkit/recording.hpp"
 
 namespace vntl {
@@ -125,13 +126,14 @@ TEST(Graphics, PixelsOfTheArea) {
 TEST(Graphics, UnitsThereAndBack) {
     Recording_Device device(900, 700);
     Graphics g(device);
-    g.IPgArea(0.15f, 0.15f, 0.85f, 0.85f);
-    g.IPgUnits(100, -50, 20, 950);  // reversed in x
+    Presentation p(g);
+    p.IPgArea(0.15f, 0.15f, 0.85f, 0.85f);
+    p.IPgUnits(100, -50, 20, 950);  // reversed in x
     float gx = 0, gy = 0, x = 0, y = 0;
-    g.IPgUnitsToGrUnits(100, 950, gx, gy);
+    p.IPgUnitsToGrUnits(100, 950, gx, gy);
     EXPECT_NEAR(gx, 180, 1e-3);
     EXPECT_NEAR(gy, 680, 1e-3);
-    g.IPgUnitsFromGrUnits(1020, 120, x, y);
+    p.IPgUnitsFromGrUnits(1020, 120, x, y);
     EXPECT_NEAR(x, 20, 1e-4);
     EXPECT_NEAR(y, -50, 1e-3);
 
@@ -140,11 +142,11 @@ TEST(Graphics, UnitsThereAndBack) {
         for (const auto& plot : units) {
             g.IGrArea(0.1f, 0.3f, 0.9f, 0.8f);
             g.IGrUnits(user.x1, user.y1, user.x2, user.y2);
-            g.IPgUnits(plot.x1, plot.y1, plot.x2, plot.y2);
+            p.IPgUnits(plot.x1, plot.y1, plot.x2, plot.y2);
             for (const float share : {-0.2f, 0.0f, 0.31f, 1.0f}) {
                 const float px = plot.x1 + share * (plot.x2 - plot.x1), py = plot.y1 + share * (plot.y2 - plot.y1);
-                g.IPgUnitsToGrUnits(px, py, gx, gy);
-                g.IPgUnitsFromGrUnits(gx, gy, x, y);
+                p.IPgUnitsToGrUnits(px, py, gx, gy);
+                p.IPgUnitsFromGrUnits(gx, gy, x, y);
                 EXPECT_NEAR((x - px) / (plot.x2 - plot.x1), 0, 1e-5);
                 EXPECT_NEAR((y - py) / (plot.y2 - plot.y1), 0, 1e-5);
             }
@@ -152,33 +154,22 @@ TEST(Graphics, UnitsThereAndBack) {
     }
 }
 
-TEST(Graphics, MaxMinPassesOverWhatIsNoNumber) {
-    constexpr float nan = std::numeric_limits<float>::quiet_NaN(), inf = std::numeric_limits<float>::infinity();
-    float min = 7, max = 8;
-    EXPECT_FALSE(Graphics::IPgMaxMin({}, min, max));
-    EXPECT_FALSE(Graphics::IPgMaxMin(std::vector<float>{nan, inf, -inf}, min, max));
-    EXPECT_EQ(min, 7);
-    EXPECT_EQ(max, 8);
-    EXPECT_TRUE(Graphics::IPgMaxMin(std::vector<float>{nan, -3, inf, -9, nan, -5, -inf}, min, max));
-    EXPECT_EQ(min, -9);
-    EXPECT_EQ(max, -3);
-}
-
 TEST(Graphics, SetsAsLinesMarkersAndClips) {
     Recording_Device device;
     Graphics g(device);
-    g.IPgArea(0.25f, 0.25f, 0.75f, 0.75f);
-    g.IPgUnits(10, 0, 0, 10);
+    Presentation p(g);
+    p.IPgArea(0.25f, 0.25f, 0.75f, 0.75f);
+    p.IPgUnits(10, 0, 0, 10);
     const std::vector<float> x = {0, 10}, y = {0, 12};
-    g.IPgNewPlot(7, 2, 2);
-    g.IPgStyle(1, {2, fill_solid, 5, 6, 221});
-    g.IPgStyle(2, {3, fill_outline, 7, 8, 222});
-    g.IPgMarker(1, 224);
-    g.IPgMarker(0, 224);
-    g.IPgMarker(501, 224);
-    g.IPgXYPairs(x, y);
-    g.IPgClipRectangle(0);
-    g.IPgXYLine(x, y);
+    p.IPgNewPlot(7, 2, 2);
+    p.IPgStyle(1, {2, fill_solid, 5, 6, 221});
+    p.IPgStyle(2, {3, fill_outline, 7, 8, 222});
+    p.IPgMarker(1, 224);
+    p.IPgMarker(0, 224);
+    p.IPgMarker(501, 224);
+    p.IPgXYPairs(x, y);
+    p.IPgClipRectangle(0);
+    p.IPgXYLine(x, y);
     const auto markers = Drawn<Recorded_Markers>(device);
     ASSERT_EQ(markers.size(), 1u);
     EXPECT_EQ(markers[0].style.glyph, 224);
@@ -202,22 +193,23 @@ TEST(Graphics, SetsAsLinesMarkersAndClips) {
 }
 
 TEST(Scales, LengthSideAndDecimals) {
-    const auto scales = [](const std::function<void(Graphics&)>& setting) {
+    const auto scales = [](const std::function<void(Presentation&)>& setting) {
         Recording_Device device;
         Graphics g(device);
-        g.IPgArea(0.25f, 0.25f, 0.75f, 0.75f);  // 600 page units wide: a tick of length 1 has 7.5
-        g.IPgUnits(-1, 0, 1, 2);
-        setting(g);
-        g.IPgXScale("TN", 0);
-        g.IPgYScale("TN", -1);
+        Presentation p(g);
+        p.IPgArea(0.25f, 0.25f, 0.75f, 0.75f);  // 600 page units wide: a tick of length 1 has 7.5
+        p.IPgUnits(-1, 0, 1, 2);
+        setting(p);
+        p.IPgXScale("TN", 0);
+        p.IPgYScale("TN", -1);
         return device;
     };
     const struct {
-        std::function<void(Graphics&)> setting;
+        std::function<void(Presentation&)> setting;
         double x_tick, y_tick, x_room, y_room;  // of a tick upward and to the right; of numbers, from the axis
-    } cases[] = {{[](Graphics&) {}, -6, -6, 6, 6},
-                 {[](Graphics& g) { g.IPgXTickLength(2), g.IPgYTickPos(2); }, -15, 6, 15, 0},
-                 {[](Graphics& g) { g.IPgXTickPos(2), g.IPgYTickLength(0.4f), g.IPgXTickPos(1), g.IPgXTickPos(2); }, 6, -3, 0, 3}};
+    } cases[] = {{[](Presentation&) {}, -6, -6, 6, 6},
+                 {[](Presentation& p) { p.IPgXTickLength(2), p.IPgYTickPos(2); }, -15, 6, 15, 0},
+                 {[](Presentation& p) { p.IPgXTickPos(2), p.IPgYTickLength(0.4f), p.IPgXTickPos(1), p.IPgXTickPos(2); }, 6, -3, 0, 3}};
     for (const auto& c : cases) {
         const Recording_Device device = scales(c.setting);
         bool x_axis = true;
@@ -238,7 +230,7 @@ TEST(Scales, LengthSideAndDecimals) {
 
     const auto texts = [&](int decimals) {
         std::vector<std::string> all;
-        for (const Recorded_Text& text : Drawn<Recorded_Text>(scales([&](Graphics& g) { g.IPgDecimalPlaces(decimals); })))
+        for (const Recorded_Text& text : Drawn<Recorded_Text>(scales([&](Presentation& p) { p.IPgDecimalPlaces(decimals); })))
             all.push_back(text.text);
         return all;
     };
@@ -260,11 +252,12 @@ TEST(Texts, SubTitleBetweenTitleAndBox) {
             for (const float size : {0.01f, 0.02f, 0.06f}) {
                 Recording_Device device(width, height);
                 Graphics g(device);
-                g.IPgArea(0.15f, 0.15f, 0.85f, top);
+                Presentation p(g);
+                p.IPgArea(0.15f, 0.15f, 0.85f, top);
                 g.WGrTextFont(101, 0, size, 2 * size);
-                g.IPgTitle("Fayalite", 'C');
+                p.IPgTitle("Fayalite", 'C');
                 g.WGrTextFont(101, 0, 0.03f, 0.06f);
-                g.IPgSubTitle("at a temperature of 300 K, in a longer line than the first, which stays on the page", 'L');
+                p.IPgSubTitle("at a temperature of 300 K, in a longer line than the first, which stays on the page", 'L');
                 const auto texts = Drawn<Recorded_Text>(device);
                 const double title = Em_Of_Cell(texts[0].style.width, texts[0].style.height);
                 const bool room = texts[0].at.y - descent * title > static_cast<double>(top) * height;
@@ -287,9 +280,10 @@ TEST(Texts, LabelRightOfTheBox) {
         for (const auto& [width, height] : {std::pair{1200.0, 800.0}, {300.0, 200.0}, {500.0, 1400.0}}) {
             Recording_Device device(width, height);
             Graphics g(device);
-            g.IPgArea(0.15f, 0.15f, 0.95f, 0.85f);
+            Presentation p(g);
+            p.IPgArea(0.15f, 0.15f, 0.95f, 0.85f);
             g.WGrTextFont(101, 0, 0.04f, 0.08f);
-            g.IPgYLabelRight("Counting rate", position);
+            p.IPgYLabelRight("Counting rate", position);
             const auto texts = Drawn<Recorded_Text>(device);
             ASSERT_EQ(texts.size(), position[1] == 'V' ? 2u : 1u) << position;
             for (const Recorded_Text& text : texts) {
@@ -306,6 +300,99 @@ TEST(Texts, LabelRightOfTheBox) {
             }
         }
     }
+}
+
+// --- cells -------------------------------------------------------------------------------------------------------------------------
+
+// Three columns and two rows, each cell a colour of its own.
+const std::vector<Colour> six = {1, 2, 3, 4, 5, 6};
+
+TEST(Cells, StandWhereTheUnitsSay) {
+    const struct {
+        float x1, y1, x2, y2;
+        std::vector<Colour> from_lower_left;
+    } cases[] = {{0, 0, 30, 20, {1, 2, 3, 4, 5, 6}},
+                 {30, 0, 0, 20, {3, 2, 1, 6, 5, 4}},
+                 {0, 20, 30, 0, {4, 5, 6, 1, 2, 3}},
+                 {30, 20, 0, 0, {6, 5, 4, 3, 2, 1}}};
+    for (const auto& c : cases) {
+        Recording_Device device(300, 200);
+        Graphics g(device);
+        g.IGrUnits(0, 0, 30, 20);
+        g.IGrCells(c.x1, c.y1, c.x2, c.y2, 3, 2, six);
+        const auto cells = Drawn<Recorded_Cells>(device);
+        ASSERT_EQ(cells.size(), 1u);
+        EXPECT_EQ(cells[0].colours, c.from_lower_left);
+        EXPECT_EQ(cells[0].rect.x2 - cells[0].rect.x1, 300);
+        EXPECT_EQ(device.Bounds()->y2, 200);
+    }
+    Recording_Device device;
+    Graphics g(device);
+    g.IGrCells(0, 0, 1, 1, 3, 3, six);  // fewer colours than cells
+    g.IGrCells(0, 0, 0, 1, 3, 2, six);
+    g.IGrCells(0, 0, std::numeric_limits<float>::infinity(), 1, 3, 2, six);
+    EXPECT_TRUE(Drawn<Recorded_Cells>(device).empty());
+}
+
+// --- three dimensions ----------------------------------------------------------------------------------------------------------------
+
+TEST(Projection, FollowsTheClosedForms) {
+    const Projection front(0, 0);
+    // From the front the box is a square; what lies nearer is larger by the ratio of the distances from the eye, 4.5 to 3.5 sides.
+    const Projected near_corner = front(0, 1, 1), far_corner = front(1, 1, 1);
+    EXPECT_NEAR(near_corner.x, near_corner.y, 1e-12);
+    EXPECT_NEAR(near_corner.x / far_corner.x, 4.5 / 3.5, 1e-12);
+    EXPECT_NEAR(near_corner.depth, -0.5, 1e-12);
+    EXPECT_NEAR(front(0.5, 0.5, 0.5).x, 0, 1e-12);
+
+    // A quarter turn brings the second axis where the first one was.
+    const Projected turned = Projection(90, 0)(0.5, 1, 0.5);
+    EXPECT_NEAR(turned.x, 0, 1e-12);
+    EXPECT_NEAR(turned.depth, 0.5, 1e-12);
+
+    // From above, at 45 degrees, the far edge of the floor and the near edge of the lid meet in height but for the perspective.
+    const Projected floor = Projection(0, 45)(1, 0.5, 0), lid = Projection(0, 45)(0, 0.5, 1);
+    EXPECT_NEAR(floor.y, 0, 1e-12);
+    EXPECT_NEAR(lid.y, 0, 1e-12);
+    EXPECT_GT(floor.depth, lid.depth);
+    EXPECT_EQ(Projection(400, 90)(0.2, 0.3, 0.4).x, Projection(0, 45)(0.2, 0.3, 0.4).x);  // a full turn and more, and too steep
+}
+
+TEST(Projection, EveryTurnFitsAndLinesStayStraight) {
+    for (int rotation = -350; rotation <= 350; rotation += 25)
+        for (int elevation = 0; elevation <= 45; elevation += 15) {
+            const Projection project(rotation, elevation);
+            for (unsigned corner = 0; corner < 8; ++corner) {
+                const Projected at = project(corner & 1, corner >> 1 & 1, corner >> 2 & 1);
+                EXPECT_LE(std::hypot(at.x, at.y), 1.0 + 1e-12);
+            }
+            const Projected a = project(0, 0.2, 0.9), b = project(1, 0.7, 0.1), middle = project(0.5, 0.45, 0.5);
+            EXPECT_NEAR((middle.x - a.x) * (b.y - a.y), (middle.y - a.y) * (b.x - a.x), 1e-12);
+        }
+}
+
+TEST(Presentation_3d, FrameAndThirdAxis) {
+    Recording_Device device;
+    Graphics g(device);
+    Presentation_3D p(g);
+    p.IPgArea(0.1f, 0.1f, 0.9f, 0.9f);
+    p.IPgUnitsXYZ(0, 9, 20, 140, 100, 500);
+    p.IPgRotation(30);
+    p.IPgElevation(22);
+    EXPECT_NEAR(p.To_Device(4.5f, 80, 300).x, 600, 1e-3);
+    EXPECT_NEAR(p.To_Device(4.5f, 80, 300).y, 400, 1e-3);
+    EXPECT_GT(p.Depth(9, 80, 300), p.Depth(0, 80, 300));
+    p.IPgFrame();
+    EXPECT_EQ(Drawn<Recorded_Line>(device).size(), 12u);
+    p.IPgZScale("TN");
+    const auto lines = Drawn<Recorded_Line>(device);
+    const auto texts = Drawn<Recorded_Text>(device);
+    ASSERT_EQ(lines.size(), 13 + texts.size());
+    double leftmost = 1200;
+    for (std::size_t i = 0; i < 12; ++i) leftmost = std::min({leftmost, lines[i].points[0].x, lines[i].points[1].x});
+    EXPECT_NEAR(std::min(lines[12].points[0].x, lines[12].points[1].x), leftmost, 1e-9);  // no edge stands further to the left
+    EXPECT_EQ(texts.front().text, "100");
+    for (const Recorded_Text& text : texts) EXPECT_LT(text.at.x, lines[12].points[0].x);
 }
 
 }  // namespace

@@ -1,9 +1,14 @@
 // The queue, the menu, dialogs and boxes through the real windows.
 #include <gtest/gtest.h>
 
+#include <unistd.h>
 #include <array>
 #include <cstdio>
+
+#include <cmath>
+#include <cstdlib>
 #include <fstream>
+#include <functional>
 
 #include "toolkit/bitmap.hpp"
 #include "toolkit/dialog.hpp"
@@ -166,6 +171,72 @@ TEST(Vector, FilesOfEachKindAndOneThatCannotBeWritten) {
         EXPECT_TRUE(Open_Vector_Device(kind.format, "/no/such/place/x.pdf", 10, 10)->Close().failed);
     }
     EXPECT_TRUE(Bitmap(4, 4).Save("/no/such/place/x.png").failed);
+}
+
+// A page of 100 x 80 points as pixels, from the file that the device wrote.
+std::string Pixels_Of_Pdf(const std::function<void(Device&)>& draw) {
+    const std::string file = testing::TempDir() + "clip_" + std::to_string(::getpid());
+    const auto device = Open_Vector_Device(Vector_Format::pdf, file + ".pdf", 100, 80);
+    device->Clear(WRGB(255, 255, 255));
+    draw(*device);
+    EXPECT_TRUE(device->Close().ok());
+    EXPECT_EQ(std::system(("pdftoppm -r 72 -singlefile " + file + ".pdf " + file).c_str()), 0);
+    std::ifstream stream(file + ".ppm", std::ios::binary);
+    const std::string text((std::istreambuf_iterator<char>(stream)), {}), head = "P6\n100 80\n255\n";
+    for (const char* ending : {".pdf", ".ppm"}) std::remove((file + ending).c_str());
+    EXPECT_EQ(text.substr(0, head.size()), head);
+    return text.size() < head.size() ? std::string() : text.substr(head.size());
+}
+Colour Pixel_At(const std::string& pixels, int x, int y) {
+    const auto channel = [&](int c) { return static_cast<unsigned char>(pixels[static_cast<std::size_t>(3 * (100 * y + x) + c)]); };
+    return WRGB(channel(0), channel(1), channel(2));
+}
+
+// Four margins of different widths: no edge can stand for another.
+TEST(Vector, NothingIsDrawnOutsideTheClip) {
+    const Rect clip{10, 25, 65, 60};
+    const std::vector<Point> page = {{0, 0}, {100, 0}, {100, 80}, {0, 80}};
+    const std::string pixels = Pixels_Of_Pdf([&](Device& device) {
+        device.Set_Clip(clip);
+        device.Fill(page, WRGB(255, 0, 0));
+    });
+    ASSERT_EQ(pixels.size(), 3u * 100 * 80);
+    for (int y = 0; y < 80; ++y)
+        for (int x = 0; x < 100; ++x) {
+            const double right = std::min(x + 0.5 - clip.x1, clip.x2 - x - 0.5), up = std::min(79.5 - y - clip.y1, clip.y2 - 79.5 + y);
+            const double within = std::min(right, up);  // from the nearest edge, which the viewer smooths
+            if (std::fabs(within) < 1) continue;
+            ASSERT_EQ(Pixel_At(pixels, x, y), within > 0 ? WRGB(255, 0, 0) : WRGB(255, 255, 255)) << x << ' ' << y;
+        }
+}
+
+TEST(Vector, CellsStandWhereTheyStandOnPixels) {
+    const std::vector<Colour> colours = {WRGB(255, 0, 0),   WRGB(0, 255, 0),   WRGB(0, 0, 255),
+                                         WRGB(255, 255, 0), WRGB(0, 255, 255), WRGB(9, 9, 9)};
+    const auto draw = [&](Device& device) {
+        device.Set_Clip({0, 0, 100, 70});
+        device.Cells({{10, 20, 70, 80}, 3, 2, colours});
+    };
+    const std::string pixels = Pixels_Of_Pdf(draw);
+    ASSERT_EQ(pixels.size(), 3u * 100 * 80);
+    Bitmap bitmap(100, 80);
+    draw(bitmap.Drawing());
+    for (int y = 5; y < 80; y += 10)
+        for (int x = 5; x < 100; x += 10) {
+            const Colour seen = Pixel_At(pixels, x, y), wanted = bitmap.Pixel(x, y);
+            for (const auto channel : {Red, Green, Blue})
+                EXPECT_NEAR(static_cast<int>(channel(seen)), static_cast<int>(channel(wanted)), 2) << x << ' ' << y;
+        }
+    for (const Vector_Format format : {Vector_Format::svg, Vector_Format::postscript}) {
+        const std::string file = testing::TempDir() + "cells_" + std::to_string(::getpid());
+        const auto device = Open_Vector_Device(format, file, 100, 80);
+        draw(*device);
+        EXPECT_TRUE(device->Close().ok());
+        std::ifstream stream(file);
+        const std::string text((std::istreambuf_iterator<char>(stream)), {});
+        EXPECT_NE(text.find("mage"), std::string::npos);  // <image>, /ImageType
+        std::remove(file.c_str());
+    }
 }
 
 }  // namespace

@@ -116,6 +116,22 @@ public:
         painter.drawEllipse(At(centre), std::min(rx, farthest), std::min(ry, farthest));
     }
 
+    void Cells(const Cell_Image& image) override {
+        if (!image.Shows()) return;
+        const std::vector<int> columns = Cells_Under(clip_.x1, clip_.x2, image.rect.x1, image.rect.x2, image.columns);
+        // Rows of pixels go downward, those of cells upward.
+        const std::vector<int> rows = Cells_Under(clip_.y1, clip_.y2, Height() - image.rect.y2, Height() - image.rect.y1, image.rows);
+        const Pixel_Buffer buffer = Buffer();
+        for (std::size_t j = 0; j < rows.size(); ++j) {
+            if (rows[j] < 0) continue;
+            const Colour* cells =
+                image.colours.data() + static_cast<std::size_t>(image.rows - 1 - rows[j]) * static_cast<std::size_t>(image.columns);
+            std::uint32_t* pixels = buffer.pixels + (clip_.y1 + static_cast<std::ptrdiff_t>(j)) * buffer.stride + clip_.x1;
+            for (std::size_t i = 0; i < columns.size(); ++i)
+                if (columns[i] >= 0) pixels[i] = Pixel_Of(cells[columns[i]]);
+        }
+    }
+
     void Text(Point at, std::string_view text, const Text_Style& style) override {
         const QFont font = Raster_Font(style);
         if (font.pixelSize() < 1) return;
@@ -150,6 +166,8 @@ private:
             if (points[i].x != points[i - 1].x && points[i].y != points[i - 1].y) return false;
         return true;
     }
+
+    static std::uint32_t Pixel_Of(Colour c) { return 0xff000000u | Red(c) << 16 | Green(c) << 8 | Blue(c); }
 
     void Prepare(QPainter& painter) const { painter.setClipRect(QRect(QPoint(clip_.x1, clip_.y1), QPoint(clip_.x2 - 1, clip_.y2 - 1))); }
 
