@@ -73,6 +73,10 @@ Script_Runner::Script_Runner(Application& app, std::string text, std::ostream& o
         lines_.push_back(text.substr(start, end - start));
         start = end + 1;
     }
+    app_.programs.Switch(false);
+    app_.programs.Report_To([this](std::string_view command, bool waited) {
+        Write_Json_Line(output_, Json{{"started", command}, {"waited", waited}});
+    });
     Set_Stand_In(this);
     Set_Idle_Source([this] { return Step(); });
 }
@@ -80,6 +84,7 @@ Script_Runner::Script_Runner(Application& app, std::string text, std::ostream& o
 Script_Runner::~Script_Runner() {
     Set_Idle_Source({});
     Set_Stand_In(nullptr);
+    app_.programs = Programs();
 }
 
 // No statement may leave a session that contradicts itself.

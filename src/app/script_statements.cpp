@@ -266,7 +266,8 @@ Status Script_Runner::Close(const Words& words) {
 
 Status Script_Runner::Programs(const Words& words) {
     if (words.size() != 2 || (words[1] != "on" && words[1] != "off")) return Usage("programs on|off");
-    return Status::Done();  // no command starts a program yet: either is the state already
+    app_.programs.Switch(words[1] == "on");
+    return Status::Done();
 }
 
 // It shows at once, as after the dialog.

@@ -3,6 +3,7 @@
 
 #include <array>
 
+#include "base/programs.hpp"
 #include "commands/ask_user.hpp"
 #include "session/session.hpp"
 
@@ -11,6 +12,7 @@ namespace vntl {
 struct Application {
     Session session;
     Ask_User ask{session.config};
+    Programs programs;                  // that commands start
     bool failed = false;                // a reader or a check failed: exit status 1
     bool leaving = false;               // the message loop ends
     std::array<int, 2> toolbars{0, 0};  // on the window now

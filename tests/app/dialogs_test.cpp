@@ -358,5 +358,17 @@ TEST_F(Dialogs, ModelessDialogsComeToTheFrontAndGoInAnyOrder) {
     EXPECT_EQ(WDialogGetString(1001), "");
 }
 
+TEST_F(Dialogs, AScriptTellsOfProgramsAndStartsThemWhenItMay) {
+    Application application;
+    std::ostringstream output, errors;
+    {
+        Script_Runner runner(application, "", output, errors);
+        EXPECT_TRUE(application.programs.Start("/no/such/program a", command_waits).ok());
+        application.programs.Switch(true);  // "programs on"
+        EXPECT_TRUE(application.programs.Start("/no/such/program b", command_goes_on).failed);
+    }
+    EXPECT_EQ(output.str(), "{\"started\":\"/no/such/program a\",\"waited\":true}\n{\"started\":\"/no/such/program b\",\"waited\":false}\n");
+}
+
 }  // namespace
 }  // namespace vntl

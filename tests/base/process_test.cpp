@@ -7,7 +7,7 @@
 #include <thread>
 
 #include "base/os.hpp"
-#include "base/process.hpp"
+#include "base/programs.hpp"
 
 namespace vntl {
 namespace {
@@ -62,6 +62,21 @@ TEST_F(Process, RunsWithoutAShell) {
     EXPECT_TRUE(IOsCommand("/no/such/program x", command_waits).failed);
     EXPECT_TRUE(IOsCommand(directory.string(), command_waits).failed);
     EXPECT_TRUE(IOsCommand("true", command_waits).ok());
+}
+
+TEST_F(Process, TheSeamStartsOrTellsAlone) {
+    Programs programs;
+    Words told;
+    programs.Report_To([&](std::string_view command, bool waited) { told.push_back(std::string(command) + (waited ? " waits" : " goes on")); });
+    EXPECT_TRUE(programs.Start("/no/such/program x", command_waits).failed);
+    programs.Switch(false);
+    EXPECT_TRUE(programs.Start("/no/such/program x", command_goes_on).ok());
+    EXPECT_TRUE(programs.Start(Program() + " never", command_waits).ok());
+    EXPECT_FALSE(fs::exists(Told()));
+    programs.Switch(true);
+    EXPECT_TRUE(programs.Start(Program() + " now", command_waits).ok());
+    EXPECT_EQ(Lines(), Words{"now"});
+    EXPECT_EQ(told, (Words{"/no/such/program x waits", "/no/such/program x goes on", Program() + " never waits", Program() + " now waits"}));
 }
 
 }  // namespace
