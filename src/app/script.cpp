@@ -84,7 +84,7 @@ Script_Runner::Script_Runner(Application& app, std::string text, std::ostream& o
 Script_Runner::~Script_Runner() {
     Set_Idle_Source({});
     Set_Stand_In(nullptr);
-    app_.programs = Programs();
+    app_.programs = vntl::Programs();
 }
 
 // No statement may leave a session that contradicts itself.

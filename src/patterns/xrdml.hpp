@@ -1,4 +1,4 @@
-// XRDML, a laboratory diffractometer's XML. It is not parsed: tags are sought as plain text.
+// XRDML, a laboratory diffractometer's XML. It is not parsed: tags are sought as plain text, outside comments.
 //
 //   <xrdMeasurement measurementType="Scan" status="Completed">
 //    <usedWavelength intended="K-Alpha 1">

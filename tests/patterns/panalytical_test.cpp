@@ -195,6 +195,9 @@ TEST(Xrdml, WhatNewerFilesHold) {
     same(Replace_All(Xrdml(Scan("1 2 3 4 5")), "axis=\"2Theta\" unit=\"deg\"", "unit='deg' axis='2Theta'"), "attributes");
     same(Xrdml(Scan("\n 1 2\n\t3 4\n5\n")), "several lines");
     same(Replace_All(Xrdml(Scan("1 2 3 4 5")), "\n", " "), "one line");
+    same(Replace_All(Xrdml(Scan("1 2 3 4 5")), "<startPosition>", "<!-- <startPosition>4</startPosition> --><startPosition>"), "comment");
+    same(Xrdml("<!-- " + Scan("9 9 9 9 9") + "-->" + Scan("1 2 <!-- 7 -->3 4 5")), "comments about lists");
+    same(Xrdml(Scan("1 2 3 4 5")) + "<!-- not closed", "an open comment");
 
     std::string many;
     for (int i = 0; i < 200'000; ++i) many += Printed("%d ", Count(i));
