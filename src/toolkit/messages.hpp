@@ -42,10 +42,11 @@ enum Key : int {
     key_page_down,
     key_back,  // the keys and mouse buttons of a browser
     key_forward,
-    key_f1 = 1101
+    key_f1 = 1101,
+    key_control = 4096  // added to the code of a key that is pressed with Ctrl
 };
 
-// Code of a key by its name, "Escape", "Left", "F5", "a"; 0 for an unknown one.
+// Code of a key by its name, "Escape", "Left", "F5", "a", "Ctrl+v"; 0 for an unknown one.
 int Key_Code(std::string_view name);
 std::string Key_Name(int code);  // empty for a code without a name
 

@@ -358,6 +358,27 @@ TEST_F(Dialogs, ModelessDialogsComeToTheFrontAndGoInAnyOrder) {
     EXPECT_EQ(WDialogGetString(1001), "");
 }
 
+// What is pasted goes into the cells that a hand could change, and past the others.
+TEST_F(Dialogs, PastedCellsPassByWhatCannotBeChanged) {
+    const auto cell = [](int column, int row) { return WGridGetCellString(demo::grid, column, row); };
+    for (const int row : {1, 2, 3})
+        for (const int column : {demo::name, demo::position}) {
+            WGridStateCell(demo::grid, column, row, field_enabled);
+            WGridPutCellString(demo::grid, column, row, "0");
+        }
+    WGridStateCell(demo::grid, demo::name, 1, field_disabled);
+    WGridStateCell(demo::grid, demo::position, 2, field_read_only);
+    WClipboardPutText("1\tone\t1.5\n0\ttwo\t2.5\n1\tthree\t3.5\n");
+    Run("key Home\nkey Ctrl+v\npress OK\n", demo::grid);
+    EXPECT_TRUE(failed.empty());
+    EXPECT_EQ(cell(demo::name, 1) + cell(demo::name, 2) + cell(demo::name, 3), "0twothree");
+    EXPECT_EQ(WGridGetCellReal(demo::grid, demo::position, 1), 1.5f);
+    EXPECT_EQ(cell(demo::position, 2), "0");
+    EXPECT_EQ(WGridGetCellReal(demo::grid, demo::position, 3), 3.5f);
+    EXPECT_EQ(WGridGetCellCheckBox(demo::grid, demo::use, 1) + WGridGetCellCheckBox(demo::grid, demo::use, 3), 2);
+    EXPECT_EQ(WGridGetCellCheckBox(demo::grid, demo::use, 2), 0);
+}
+
 TEST_F(Dialogs, AScriptTellsOfProgramsAndStartsThemWhenItMay) {
     Application application;
     std::ostringstream output, errors;
@@ -367,7 +388,8 @@ TEST_F(Dialogs, AScriptTellsOfProgramsAndStartsThemWhenItMay) {
         application.programs.Switch(true);  // "programs on"
         EXPECT_TRUE(application.programs.Start("/no/such/program b", command_goes_on).failed);
     }
-    EXPECT_EQ(output.str(), "{\"started\":\"/no/such/program a\",\"waited\":true}\n{\"started\":\"/no/such/program b\",\"waited\":false}\n");
+    EXPECT_EQ(output.str(),
+              "{\"started\":\"/no/such/program a\",\"waited\":true}\n{\"started\":\"/no/such/program b\",\"waited\":false}\n");
 }
 
 }  // namespace

@@ -7,6 +7,7 @@
 #include "app/testing.hpp"
 #include "commands/ask_user.hpp"
 #include "commands/plot/mouse.hpp"
+#include "commands/plot/mouse_clicks.hpp"
 #include "session/session.hpp"
 #include "session/xspace.hpp"
 
@@ -264,6 +265,31 @@ TEST_F(Mouse, TheLogarithmicFormReadsAndZoomsInLogUnits) {
     EXPECT_LT(View_Of(states[0]).y2, std::log(900.0));
     Expect_View(states.at(1), {12, 22, 5, 6.25}, "zoom");
     Expect_View(states.at(2), {11.5, 21.5, 4.875, 6.125}, "drag");
+}
+
+// Between its neighbours a new peak stands on the mean of their backgrounds, beyond the last one on that one's.
+TEST(Mouse_Clicks, AnInsertedPeakStandsOnTheBackgroundOfItsNeighbours) {
+    Session session;
+    Ask_User ask(session.config);
+    Diffraction_Pattern_Type pattern;
+    ASSERT_TRUE(Allocate_Diffraction_Pattern(pattern, 2).ok());
+    pattern.x = {10, 90};
+    session.store.Append(std::move(pattern), {});
+    session.plot.ClickMode = Click_Mode::peaks;
+    session.plot.peak_insert = true;
+    for (const auto& [x, bgr] : {std::pair{20.0f, 0.0f}, {30.0f, 0.0f}}) {
+        Click(session, ask, x, 100);
+        EXPECT_EQ(session.lists.peaks.back().bgr, bgr);
+    }
+    session.lists.peaks = {{20, 100, 10}, {30, 100, 30}, {40, 100, 80}};
+    const std::pair<float, float> inserted[] = {{15, 10}, {24, 20}, {38, 55}, {60, 80}};
+    for (const auto& [x, bgr] : inserted) {
+        Click(session, ask, x, 100);
+        const auto peak =
+            std::find_if(session.lists.peaks.begin(), session.lists.peaks.end(), [at = x](const Peak_Mark& p) { return p.x == at; });
+        ASSERT_NE(peak, session.lists.peaks.end());
+        EXPECT_EQ(peak->bgr, bgr) << x;
+    }
 }
 
 }  // namespace

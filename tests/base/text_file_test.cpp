@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+#include <filesystem>
 #include <fstream>
 #include <string>
 #include <vector>
@@ -48,6 +49,31 @@ TEST(Text_Files, OnlyRegularFilesOpen) {
     ::mkfifo(pipe.c_str(), 0600);
     EXPECT_TRUE(file.Open(pipe).failed);
     IOsDeleteFile(pipe);
+    IOsDeleteFile(name);
+}
+
+// What is not the shortest form, half of a pair, or beyond the last code point is no UTF-8: each byte is a letter of Latin-1.
+TEST(Text, OnlyTheShortestFormIsUtf8) {
+    for (const std::string bytes : {"\xC0\xAF", "\xC1\xBF", "\xE0\x80\xAF", "\xE0\x9F\xBF", "\xF0\x80\x80\xAF", "\xF0\x8F\xBF\xBF",
+                                    "\xED\xA0\x80", "\xF4\x90\x80\x80", "\xF8\x88\x80\x80\x80", "\xE2\x82", "\x80"})
+        EXPECT_EQ(Characters(To_Utf8(bytes)), bytes.size()) << bytes;
+    for (const std::string bytes : {"\xC2\x80", "\xE0\xA0\x80", "\xED\x9F\xBF", "\xEE\x80\x80", "\xF0\x90\x80\x80", "\xF4\x8F\xBF\xBF"})
+        EXPECT_EQ(To_Utf8(bytes), bytes);
+}
+
+TEST(Files, AReplacedFileKeepsItsPermissions) {
+    namespace fs = std::filesystem;
+    const std::string name = testing::TempDir() + "replaced" + std::to_string(::getpid());
+    ASSERT_TRUE(Replace_File(name, "new"));
+    const mode_t mask = ::umask(0);
+    ::umask(mask);
+    EXPECT_EQ(static_cast<unsigned>(fs::status(name).permissions()), 0666u & ~mask);
+    for (const unsigned mode : {0640u, 0755u, 0600u}) {
+        fs::permissions(name, static_cast<fs::perms>(mode));
+        ASSERT_TRUE(Replace_File(name, std::to_string(mode)));
+        EXPECT_EQ(static_cast<unsigned>(fs::status(name).permissions()), mode);
+        EXPECT_EQ(Read_Text_Lines(name)->front(), std::to_string(mode));
+    }
     IOsDeleteFile(name);
 }
 

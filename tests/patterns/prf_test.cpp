@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <filesystem>
+#include <fstream>
 
 #include "patterns/prf_files.hpp"
 #include "testing.hpp"
@@ -301,6 +302,23 @@ TEST_F(Prf, NoFileIsTrusted) {
     Read("t\n# R\n Pairs: /etc/hostname\n Pairs: ../nothing\n Pairs\n1 2 3 4\n2 3 4 5\n", "pairs");
     Read(std::string(1 << 20, '\n'), "blank lines");
     Read("t\n3111\n" + std::string(1 << 20, '9'), "one long line");
+}
+
+// The files of pairs stand beside the profile. A name that leads elsewhere is refused before anything is opened, good as that file may be.
+TEST_F(Prf, PairsComeFromTheSameDirectoryAlone) {
+    const std::string pairs = "pairs: 2\n1.6 4\n2.6 12\n", profile = "title\n# R   G\n# Pairs Si-O: ", numbers = "\n1 2 3 4\n2 3 4 5\n";
+    const auto inner = directory / "inner";
+    std::filesystem::create_directories(inner);
+    for (const auto& place : {directory / "good.txt", inner / "good.txt"}) std::ofstream(place) << pairs;
+    const Read_Result good = Read(profile + "good.txt" + numbers, "beside");
+    ASSERT_TRUE(good.status.ok()) << good.status.message;
+    EXPECT_EQ(good.info.nreflections, 2);
+    for (const std::string& name : {std::string("inner/good.txt"), "../" + directory.filename().string() + "/good.txt",
+                                    (directory / "good.txt").string(), std::string("./good.txt")}) {
+        const Read_Result refused = Read(profile + name + numbers, name);
+        EXPECT_TRUE(refused.status.failed) << name;
+        EXPECT_NE(refused.status.message.find("is no name of a file beside this one"), std::string::npos) << refused.status.message;
+    }
 }
 
 }  // namespace

@@ -54,6 +54,12 @@ TEST(Recognise, WhatIsNoPattern) {
     for (const std::string& text : texts) EXPECT_EQ(Recognised_By_Content(text), 0) << text.substr(0, 40);
 }
 
+// A file of numbers with many bytes that no text holds is another kind of file; a few of them may stand in a title.
+TEST(Recognise, BytesOfABinaryFileAreNoText) {
+    EXPECT_EQ(Recognised_By_Content("a title\x01\x02\n" + Columns(60)), 9);
+    EXPECT_EQ(Recognised_By_Content("a title" + std::string(200, '\x01') + '\n' + Columns(60)), 0);
+}
+
 TEST(Recognise, SizeAndShapeDoNotMatter) {
     // A file of the first 64 KB and no more, long lines, many lines: an answer at once.
     EXPECT_EQ(Recognised_By_Content(Columns(200000)), 9);

@@ -146,6 +146,17 @@ TEST_F(Ranges, FocusTakesThePointsStrictlyInsideTheWindow) {
     EXPECT_NEAR(session.plot.y_view_max, std::log(1000.0) + 0.05 * span, 1e-5);
 }
 
+TEST_F(Ranges, FocusPassesOverWhatIsNoNumber) {
+    constexpr float nan = std::numeric_limits<float>::quiet_NaN(), inf = std::numeric_limits<float>::infinity();
+    Add({10, 11, 12, 13, 14, 15}, {0, nan, 100, inf, 300, -inf});
+    Plot_Ranges(session);
+    session.plot.x_view_min = 10.5f;
+    session.plot.x_view_max = 15.5f;
+    Focus_Plot(session.store, session.plot);
+    EXPECT_FLOAT_EQ(session.plot.y_view_min, 90);
+    EXPECT_FLOAT_EQ(session.plot.y_view_max, 310);
+}
+
 TEST_F(Ranges, FocusOnARefinedRowKeepsItsDifferenceOrItsReflections) {
     Add({10, 11, 12}, {0, 100, 200}, Row_Kind::prf);
     session.store.Pattern(1).x = {9, 11, 12};

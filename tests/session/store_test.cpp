@@ -86,5 +86,17 @@ TEST(Store, TrimGivesEachAllocatedArrayExactlyNpts) {
     EXPECT_EQ(p.bgr.size(), 40u);
 }
 
+TEST(Store, ARowHoldsAHundredExcludedRegions) {
+    PRF_Info_Add_Type info;
+    for (int i = 0; i < 100; ++i) EXPECT_TRUE(Add_Excluded_Region(info, static_cast<float>(i), static_cast<float>(i) + 0.5f)) << i;
+    EXPECT_FALSE(Add_Excluded_Region(info, 200, 201));
+    EXPECT_EQ(info.nexcl, 100);
+    EXPECT_EQ(info.excl_max[99], 99.5f);
+    Remove_Excluded_Region(info, 1);
+    EXPECT_TRUE(Add_Excluded_Region(info, 200, 201));
+    EXPECT_EQ(info.excl_min[98], 99);
+    EXPECT_EQ(info.excl_min[99], 200);
+}
+
 }  // namespace
 }  // namespace vntl

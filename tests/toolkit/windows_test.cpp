@@ -60,6 +60,29 @@ TEST_F(Windows, MessagesComeInOrderAndRepeatsMerge) {
     EXPECT_EQ(WMessage().record.value1, 9);
 }
 
+// A message takes the place of one of its own window alone, and of its own pane.
+TEST_F(Windows, MessagesOfOtherWindowsStay) {
+    for (const Message_Kind kind : {Message_Kind::repaint, Message_Kind::resize, Message_Kind::mouse_move})
+        for (const int window : {main_window, editor_window, main_window, 40})
+            Post_Message({kind, {.win = window, .value4 = 1, .x = 1.0 * window}});
+    Post_Message({Message_Kind::repaint, {.win = 40, .value4 = 2}});
+    std::vector<std::pair<Message_Kind, int>> seen;
+    for (std::optional<Message> message = WMessagePeek(); message; message = WMessagePeek())
+        seen.emplace_back(message->kind, message->record.win);
+    const std::vector<std::pair<Message_Kind, int>> all = {{Message_Kind::repaint, editor_window},
+                                                           {Message_Kind::repaint, main_window},
+                                                           {Message_Kind::repaint, 40},
+                                                           {Message_Kind::resize, editor_window},
+                                                           {Message_Kind::resize, main_window},
+                                                           {Message_Kind::resize, 40},
+                                                           {Message_Kind::mouse_move, main_window},
+                                                           {Message_Kind::mouse_move, editor_window},
+                                                           {Message_Kind::mouse_move, main_window},
+                                                           {Message_Kind::mouse_move, 40},
+                                                           {Message_Kind::repaint, 40}};
+    EXPECT_EQ(seen, all);
+}
+
 TEST_F(Windows, MenuAndStatusBar) {
     WMenuSetState(10, menu_enabled, 0);
     WMenuSetState(11, menu_checked, 1);

@@ -39,9 +39,15 @@ constexpr int function_keys = 12;
 // A key that stands for itself: visible characters up to where the other keys' codes begin.
 bool Is_Letter(int code) { return (code > ' ' && code < 127) || (code > 160 && code < key_left); }
 
+constexpr std::string_view with_control = "Ctrl+";
+
 }  // namespace
 
 int Key_Code(std::string_view name) {
+    if (name.starts_with(with_control)) {
+        const int code = Key_Code(name.substr(with_control.size()));
+        return code == 0 || code >= key_control ? 0 : code + key_control;
+    }
     for (const Named_Key& key : named_keys)
         if (key.name == name) return key.code;
     if (const QString letter = QString::fromUtf8(name.data(), static_cast<qsizetype>(name.size())); letter.size() == 1)
@@ -52,6 +58,7 @@ int Key_Code(std::string_view name) {
 }
 
 std::string Key_Name(int code) {
+    if (code >= key_control) return std::string(with_control) + Key_Name(code - key_control);
     for (const Named_Key& key : named_keys)
         if (key.code == code) return std::string(key.name);
     if (code >= key_f1 && code < key_f1 + function_keys) return 'F' + std::to_string(code - key_f1 + 1);
@@ -67,15 +74,18 @@ int Code_Of(const QKeyEvent& event) {
 }
 
 void Send_Key(QWidget& widget, int code) {
+    const bool control = code >= key_control;
+    if (control) code -= key_control;
     int key = code < 128 ? QChar(code).toUpper().unicode() : 0;
     QString text = code == ' ' || Is_Letter(code) ? QString(QChar(code)) : QString();
     for (const Named_Key& named : named_keys)
         if (named.code == code) key = named.qt;
     if (code >= key_f1 && code < key_f1 + function_keys) key = Qt::Key_F1 + code - key_f1;
     if (code == key_enter) text = "\r";
+    if (control) text.clear();
     QPointer<QWidget> target(&widget);
     for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
-        QKeyEvent event(type, key, Qt::NoModifier, text);
+        QKeyEvent event(type, key, control ? Qt::ControlModifier : Qt::NoModifier, text);
         if (target) QCoreApplication::sendEvent(target, &event);
     }
 }
