@@ -31,6 +31,7 @@ constexpr Gesture gestures[] = {
     {"Offset/Align, drag", "Moves the chosen profiles from where the drag began to where it ends"},
     {"Scaling X, Scaling Y", "A click on a place that stays, then a drag of a place beside it"},
     {"Spectral lines enabled, left button", "Lines where the peak would stand for the tube's other wavelengths"},
+    {"Ctrl+Z, Ctrl+Shift+Z", "Takes the last change of profiles or lists back, and makes it again"},
     {"Ctrl+C, Ctrl+Shift+C", "Copies the picture, or the points in view as text"},
     {"Drop files on the window", "Opens them"},
 };
