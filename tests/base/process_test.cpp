@@ -67,7 +67,8 @@ TEST_F(Process, RunsWithoutAShell) {
 TEST_F(Process, TheSeamStartsOrTellsAlone) {
     Programs programs;
     Words told;
-    programs.Report_To([&](std::string_view command, bool waited) { told.push_back(std::string(command) + (waited ? " waits" : " goes on")); });
+    programs.Report_To(
+        [&](std::string_view command, bool waited) { told.push_back(std::string(command) + (waited ? " waits" : " goes on")); });
     EXPECT_TRUE(programs.Start("/no/such/program x", command_waits).failed);
     programs.Switch(false);
     EXPECT_TRUE(programs.Start("/no/such/program x", command_goes_on).ok());
@@ -76,7 +77,8 @@ TEST_F(Process, TheSeamStartsOrTellsAlone) {
     programs.Switch(true);
     EXPECT_TRUE(programs.Start(Program() + " now", command_waits).ok());
     EXPECT_EQ(Lines(), Words{"now"});
-    EXPECT_EQ(told, (Words{"/no/such/program x waits", "/no/such/program x goes on", Program() + " never waits", Program() + " now waits"}));
+    EXPECT_EQ(told,
+              (Words{"/no/such/program x waits", "/no/such/program x goes on", Program() + " never waits", Program() + " now waits"}));
 }
 
 }  // namespace
