@@ -159,8 +159,10 @@ public:
     // An image whose pixels are parts of cells, so small that no viewer that smooths them blurs a cell's edge by more than that.
     void Cells(const Cell_Image& image) override {
         if (!image.Shows()) return;
+        constexpr int most = 4096;  // pixels along a side, where the cells are not more
         const auto parts = [](double length, int cells) {
-            return std::clamp(static_cast<int>(std::ceil(4 * length / cells)), 1, 4096 / std::min(cells, 4096));
+            const double wanted = std::min(std::ceil(4 * length / cells), static_cast<double>(most));
+            return std::clamp(static_cast<int>(wanted), 1, std::max(1, most / cells));
         };
         const double wide = image.rect.x2 - image.rect.x1, high = image.rect.y2 - image.rect.y1;
         const int width = image.columns * parts(wide, image.columns), height = image.rows * parts(high, image.rows);
