@@ -3,9 +3,11 @@
 #include <functional>
 #include <iomanip>
 #include <numbers>
+#include <tuple>
 
 #include "app/testing.hpp"
 #include "calc/smoothing.hpp"
+#include "patterns/prf_files.hpp"
 #include "session/search.hpp"
 #include "session/session.hpp"
 
@@ -143,6 +145,20 @@ TEST_F(Calculations, ANewRowObeysTheLimit) {
                "command 40101\nset 1227 2\npress 1\ndialog 139\npress 2\ncommand 40020\npress 1\ndialog 140\npress 2\nprint state\n");
     EXPECT_EQ(Told(run), Texts(3, "The maximum number of profiles has been attained!"));
     EXPECT_EQ(run.With("plot_type").at(0)["nperfiles"], 2000);
+}
+
+// A variance may leave the range of numbers where its intensity does not; a refined profile is neither term of a difference.
+TEST_F(Calculations, NothingIsMadeOfWhatCannotBe) {
+    std::ofstream(directory / "refined.prf") << test::Whole(test::Columns(test::Make_Model(1, 40, false)));
+    const auto run = Script(File("a.xye", [](double) { return 1; }) +
+                            "command 40162\ncell 1527 2 1 1\ncell 1527 4 1 1e20\npress 1532\npress 1533\nprint data 1\n"
+                            "drop refined.prf\ncommand 40101\nset 1226 1\nset 1227 2\npress 1\ncommand 40101\nset 1226 2\nset 1227 1\n"
+                            "press 1\nprint state\n");
+    EXPECT_EQ(Told(run), (Texts{"Values of a.xye would leave the range of numbers", "Difference operation in PRF file is not permitted",
+                                "Difference operation in PRF file is not permitted"}))
+        << run.errors;
+    EXPECT_EQ(run.With("x").at(0)["y"][0], 1);
+    EXPECT_EQ(run.With("plot_type").at(0)["nperfiles"], 2);
 }
 
 // --- smoothing ---------------------------------------------------------------------------------------------------------------------
@@ -355,6 +371,24 @@ TEST_F(Searches, PeaksKeepADistanceAndSatellitesDoNot) {
         EXPECT_EQ(session.lists.peaks.size(), 3u);
     }
     EXPECT_EQ(std::pair(session.lists.fit.lambda1, session.lists.fit.ratio), std::pair(1.2f, 1.0f));
+}
+
+// The weaker line of a tube stands at larger angles alone.
+TEST_F(Searches, DoubletsAreOfAngles) {
+    Session session = With_Row(2000, 55, 0.005, [](double x) {
+        const auto peak = [x](double centre, double height) {
+            return height * std::exp(-4 * std::numbers::ln2 * std::pow((x - centre) / 0.06, 2));
+        };
+        return 100 + 0.2 * std::sin(9.1 * x) + peak(60, 1000) + peak(60.1644, 500);  // wavelengths 1.54060 and 1.54439
+    });
+    const std::tuple<X_Space, int, std::size_t> cases[] = {
+        {X_Space::two_theta, 1, 2}, {X_Space::two_theta, 2, 1}, {X_Space::d_space, 2, 2}};
+    for (const auto& [space, radiation, peaks] : cases) {
+        session.plot.xspace = space;
+        session.search.search_radiation = radiation;
+        EXPECT_TRUE(Find_Peaks(session).ok());
+        EXPECT_EQ(session.lists.peaks.size(), peaks) << Told(space) << ' ' << radiation;
+    }
 }
 
 TEST_F(Searches, TheListsHaveTheirLimits) {

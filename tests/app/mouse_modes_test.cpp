@@ -68,12 +68,17 @@ TEST_F(Mouse_Modes, ABandBecomesAnExcludedRegion) {
     near(lists[3]["excluded"][0], 24, 25);
 }
 
+// By the mouse where there is one row, through the dialog where there are several: the other rows get the region.
 TEST_F(Mouse_Modes, AFullListOfRegionsIsTold) {
     std::string script = "open a.xye\n";
     for (int i = 0; i < 101; ++i) script += "command 40110\n" + Drag(11 + 0.1 * i, 2000, 11.05 + 0.1 * i, 2000);
-    const auto run = Script(script + "print excluded 1\n");
-    EXPECT_EQ(run.With("excluded").at(0)["excluded"].size(), 100u);
-    EXPECT_EQ(Told(run), Texts{"Profile No 1has too much number of Excluded Regions"});
+    const auto run = Script(script +
+                            "print excluded 1\ndrop b.xye\ncommand 40151\nset from 12\nset to 14\npress \"Select all\"\npress OK\n"
+                            "print excluded 1\nprint excluded 2\n");
+    const auto lists = run.With("excluded");
+    for (const std::size_t i : {0, 1}) EXPECT_EQ(lists.at(i)["excluded"].size(), 100u) << i;
+    EXPECT_EQ(lists.at(2)["excluded"].size(), 1u);
+    EXPECT_EQ(Told(run), (Texts{"Profile No 1has too much number of Excluded Regions", "Profile No 1 has too many Excluded Regions"}));
 }
 
 TEST_F(Mouse_Modes, ALineMovesTheChosenRows) {

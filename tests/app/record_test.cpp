@@ -75,6 +75,9 @@ TEST_F(Record, NamesOfEveryKind) {
         script += "drop \"" + word + "\";open \"" + word + (name.ends_with("xye") ? "\";" : "\";press 1;");
     }
     EXPECT_EQ(Count(Replay(script + "command 40068;command 40027"), "40068"), 0) << "a recent file is written down by its name";
+    std::ofstream(directory / "c.vns") << "quit\n";
+    Run({"--script", "c.vns", "--record", "d.vns", "broken\nquit.xye"});
+    EXPECT_EQ(Count(Text_Of(directory / "d.vns"), "\nquit"), 0) << "a name with a line end stays one line";
     for (const std::vector<std::string>& files : {std::vector<std::string>{"two words.xye"}, {"'single'.xye", "#first.xye"}}) {
         std::vector<std::string> arguments = {"--script", "c.vns", "--record", "d.vns"};
         arguments.insert(arguments.end(), files.begin(), files.end());

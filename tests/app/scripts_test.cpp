@@ -34,6 +34,13 @@ TEST_F(Program, OpensMovesAndExports) {
     EXPECT_NE(run.errors.find("line 20: "), std::string::npos) << run.errors;
 }
 
+TEST_F(Program, FilesThatWaitAreNotThoseOfAnOpen) {
+    const auto run = Script("files " + Pattern("rising.xye") + "\nopen " + Pattern("mixed_case.Xy") + "\ncommand 40014\nprint rows\n");
+    ASSERT_EQ(run.With("kind").size(), 2u) << run.errors;
+    EXPECT_EQ(run.With("kind")[0]["file_name"], "mixed_case.Xy");
+    EXPECT_EQ(run.With("kind")[1]["file_name"], "rising.xye");
+}
+
 TEST_F(Program, ASelectionComesInReverseAndTheLastNameDecides) {
     const auto run = Script("open " + Pattern("eleven_points.dat") + ' ' + Pattern("calculated.xys") + ' ' + Pattern("rising.xye") +
                             "\nprint rows\nprint state\nprint recent\n");
@@ -73,9 +80,10 @@ TEST_F(Program, EveryMessageOfALoad) {
 }
 
 TEST_F(Program, RecentFilesAndDropsOpenByExtension) {
-    const auto run = Script("drop " + Pattern("no_extension") + "\ncommand 40038\nopen " + Pattern("mixed_case.Xy") +
-                            "\ncommand 40038\ncommand 40067\n" + "open " + Pattern("rising.xye") +
-                            "\ncommand 40038\nprint menu 40038\nprint menu 40070\nprint recent\nprint rows\n");
+    fs::copy_file(Pattern("no_extension"), directory / "no_extension");  // a point in a directory's name counts as one
+    const auto run =
+        Script("drop no_extension\ncommand 40038\nopen " + Pattern("mixed_case.Xy") + "\ncommand 40038\ncommand 40067\n" + "open " +
+               Pattern("rising.xye") + "\ncommand 40038\nprint menu 40038\nprint menu 40070\nprint recent\nprint rows\n");
     const auto boxes = run.Boxes();
     ASSERT_EQ(boxes.size(), 4u) << run.output;
     EXPECT_EQ(boxes[1], "Bad name: without extension");

@@ -212,6 +212,22 @@ TEST(Changes, FiftyStepsAreKept) {
     EXPECT_EQ(s.store.Pattern(1).x[0], first + 10);
 }
 
+// Two changes that go together lose the first of them when it becomes too old: the second is then a step of its own.
+TEST(Changes, AStepOfTwoMayLoseItsFirst) {
+    Session s;
+    Fill(s, 1);
+    for (const bool with_previous : {false, true}) {
+        Row_Change change(s, "pair", {1}, part_y);
+        s.store.Pattern(1).y[0] += 1;
+        change.Keep(with_previous);
+    }
+    for (int i = 0; i < 49; ++i) ASSERT_TRUE(Offset_Rows(s, {1}, 1, 0).ok());
+    const float y = s.store.Pattern(1).y[0];
+    for (int i = 0; i < 50; ++i) ASSERT_TRUE(Undo_Change(s)) << i;
+    EXPECT_EQ(s.store.Pattern(1).y[0], y - 1);
+    EXPECT_FALSE(Undo_Change(s));
+}
+
 // A change that holds more than the history may is made all the same, and what came before it cannot go back over it.
 TEST(Changes, OneTooLargeEndsTheHistory) {
     Session s;

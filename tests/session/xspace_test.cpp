@@ -1,6 +1,7 @@
 // Joining an x space, and what the axes and the menu show of it.
 #include "session/xspace.hpp"
 
+#include "session/ranges.hpp"
 #include "session/session.hpp"
 #include "session/testing.hpp"
 
@@ -146,6 +147,21 @@ TEST(Xspace, TheMenuFollowsTheSpace) {
         for (const int command : {40017, 40089, 40081}) EXPECT_EQ(s.interface.Enabled(command), c.d_q_s) << command;
         for (const int command : {40087, 40088}) EXPECT_EQ(s.interface.Enabled(command), command == c.constants) << command;
     }
+}
+
+// Back to what the files were measured in: only where all of them share it.
+TEST(Xspace, TheWayBackNeedsOneVariableOfAllRows) {
+    for (const std::string first : {"2theta", "TOF", "d-spacing"})
+        for (const std::string second : {"2theta", "TOF", "d-spacing"}) {
+            SCOPED_TRACE(first + ", " + second);
+            Session s;
+            for (const std::string& variable : {first, second}) s.store.Append(Tiny_Pattern(12, 0, variable), {});
+            Set_Xspace(s, "d-spacing");
+            Plot_Ranges(s);
+            EXPECT_EQ(s.store.mixed_scat_var, first != second);
+            EXPECT_EQ(s.interface.Enabled(command::to_two_theta), first == second && first == "2theta");
+            EXPECT_EQ(s.interface.Enabled(command::to_tof), first == second && first == "TOF");
+        }
 }
 
 }  // namespace
