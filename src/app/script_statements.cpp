@@ -12,6 +12,7 @@
 #include "commands/file/export_picture.hpp"
 #include "plot/plot.hpp"
 #include "session/preference_table.hpp"
+#include "session/ranges.hpp"
 #include "toolkit/dialog.hpp"
 #include "toolkit/window_service.hpp"
 
@@ -241,10 +242,9 @@ Status Script_Runner::Key(const Words& words) {
 }
 
 Status Script_Runner::Resize(const Words& words) {
-    constexpr int max_side = 16384;
     int width = 0, height = 0;
     if (words.size() != 3 || !Parse_Integer(words[1], width) || !Parse_Integer(words[2], height)) return Usage("resize W H");
-    if (width < 1 || height < 1 || width > max_side || height > max_side) return Status::Fail("a window cannot have that size");
+    if (width < 1 || height < 1 || std::max(width, height) > largest_window_side) return Status::Fail("a window cannot have that size");
     WindowSelect(Window_In_Front());
     WindowResize(width, height);
     return Status::Done();
@@ -270,12 +270,15 @@ Status Script_Runner::Programs(const Words& words) {
     return Status::Done();
 }
 
-// It shows at once, as after the dialog.
+// It shows at once. The view stays, unless the range of x became another one.
 Status Script_Runner::Pref(const Words& words) {
     if (words.size() != 3) return Usage("pref NAME VALUE");
-    const Status status = Set_Preference(app_.session.prefs, words[1], words[2]);
-    if (status.ok()) Plot_Redraw(app_.session);
-    return status;
+    Session& session = app_.session;
+    const bool sides_ignored = session.prefs.prf.excl_ignore_sides;
+    if (const Status status = Set_Preference(session.prefs, words[1], words[2]); status.failed) return status;
+    if (session.prefs.prf.excl_ignore_sides != sides_ignored) Set_Range_X(session.store, session.prefs.prf, session.plot);
+    Plot_Redraw(session);
+    return Status::Done();
 }
 
 Status Script_Runner::Print(const Words& words) { return Print_State(app_.session, output_, vntl::Words(words).subspan(1)); }

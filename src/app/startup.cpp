@@ -77,7 +77,7 @@ int Export(const Command_Line& line) {
 // A dimension of the window: one that is not given, or no whole number, is the preferences'.
 int Dimension(const std::optional<std::string>& text, int from_preferences) {
     int value = 0;
-    return text && Parse_Integer(*text, value) && value > 0 ? std::min(value, 16384) : from_preferences;
+    return text && Parse_Integer(*text, value) && value > 0 ? std::min(value, largest_window_side) : from_preferences;
 }
 
 void Open_Main_Window(Application& app, const Command_Line& line) {

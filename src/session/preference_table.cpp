@@ -1,5 +1,6 @@
 #include "session/preference_table.hpp"
 
+#include <algorithm>
 #include <array>
 
 #include "base/text.hpp"
@@ -16,7 +17,7 @@ Preference_Target At(Preferences& prefs) {
     return &(prefs.*....*path);
 }
 
-constexpr int largest_side = 16384, largest_size = 1000;
+constexpr int largest_size = 1000;
 constexpr int plot_title_width = 50;
 
 // --- the rows ----------------------------------------------------------------------------------------------------------------------
@@ -24,11 +25,11 @@ constexpr int plot_title_width = 50;
 void Add_Window(std::vector<Preference>& table) {
     constexpr auto window = &Preferences::window;
     const std::vector<Preference> rows = {
-        {"win_width", At<window, &Window_Prefs::win_width>, 800, 1, largest_side, {4, 1}, {}, "i5"},
-        {"win_height", At<window, &Window_Prefs::win_height>, 500, 1, largest_side, {4, 2}, {}, "i5"},
-        {"colour_a", At<window, &Window_Prefs::colour_a>, WRGB(130, 200, 130), 0, 0, {4, 3}, {}, "i10"},
-        {"colour_b", At<window, &Window_Prefs::colour_b>, WRGB(0, 0, 255), 0, 0, {4, 4}, {}, "i10"},
-        {"keep_settings", At<window, &Window_Prefs::keep_settings>, true, 0, 1, {4, 5}, {}, "l3"},
+        {"win_width", At<window, &Window_Prefs::win_width>, 800, 1, largest_window_side, {4, 1}, {}, "i5", Page::none, true},
+        {"win_height", At<window, &Window_Prefs::win_height>, 500, 1, largest_window_side, {4, 2}, {}, "i5", Page::none, true},
+        {"colour_a", At<window, &Window_Prefs::colour_a>, WRGB(130, 200, 130), 0, 0, {4, 3}, {}, "i10", Page::none, true},
+        {"colour_b", At<window, &Window_Prefs::colour_b>, WRGB(0, 0, 255), 0, 0, {4, 4}, {}, "i10", Page::none, true},
+        {"keep_settings", At<window, &Window_Prefs::keep_settings>, true, 0, 1, {4, 5}, {}, "l3", Page::none, true},
     };
     table.insert(table.end(), rows.begin(), rows.end());
 }
@@ -162,6 +163,11 @@ std::optional<bool> Logical_Of(std::string_view text) {
     return {};
 }
 
+// A control character would break the line of the settings file, or of the plot.
+bool Is_One_Line(std::string_view text) {
+    return std::none_of(text.begin(), text.end(), [](unsigned char c) { return c < ' '; });
+}
+
 Status Refused(const Preference& p, std::string_view text, const std::string& wanted) {
     return Status::Fail("\"" + std::string(text) + "\" is no value of " + p.name + ", which is " + wanted);
 }
@@ -191,19 +197,20 @@ struct Setter {
         return Status::Done();
     }
     Status operator()(std::string* value) const {
-        if (Characters(text) > static_cast<std::size_t>(preference.hi))
-            return Refused(preference, text, "a text of " + std::to_string(preference.hi) + " characters at most");
-        *value = text;
+        std::string line = To_Utf8(text);
+        if (Characters(line) > static_cast<std::size_t>(preference.hi) || !Is_One_Line(line))
+            return Refused(preference, line, "one line of at most " + std::to_string(preference.hi) + " characters");
+        *value = std::move(line);
         return Status::Done();
     }
 };
 
-}  // namespace
-
-std::string_view Told(Preference_Page page) {
-    constexpr std::array<std::string_view, 4> tabs = {"", "Graphic 2D", "Profiles Data", "Profile PRF"};
-    return tabs[static_cast<std::size_t>(page)];
+void To_Default(const Preference& preference, Preferences& prefs) {
+    std::visit([&](auto* value) { *value = std::get<std::remove_pointer_t<decltype(value)>>(preference.standard); },
+               preference.target(prefs));
 }
+
+}  // namespace
 
 const std::vector<Preference>& Preference_Table() {
     static const std::vector<Preference> table = [] {
@@ -231,12 +238,13 @@ Status Set_Preference(Preferences& prefs, std::string_view name, std::string_vie
     return std::visit(Setter{*preference, text}, preference->target(prefs));
 }
 
-Preferences::Preferences() { Set_Default_Preferences(*this); }
+Preferences::Preferences() {
+    for (const Preference& preference : Preference_Table()) To_Default(preference, *this);
+}
 
 void Set_Default_Preferences(Preferences& prefs) {
     for (const Preference& preference : Preference_Table())
-        std::visit([&](auto* value) { *value = std::get<std::remove_pointer_t<decltype(value)>>(preference.standard); },
-                   preference.target(prefs));
+        if (!preference.kept) To_Default(preference, prefs);
 }
 
 }  // namespace vntl

@@ -1,4 +1,5 @@
-// The one table of preferences: defaults, scripts, the settings file and the dialog of preferences walk it.
+// The one table of preferences: defaults and scripts walk it. A row tells the value's place in the settings file and its page in the
+// dialog too.
 //
 // A new preference is a member of its record and a row here.
 #pragma once
@@ -23,7 +24,6 @@ struct Settings_Place {
 
 // The page of the dialog on which a preference is set.
 enum class Preference_Page { none, graph_2d, profiles_data, profile_prf };
-std::string_view Told(Preference_Page page);  // the tab's text
 
 using Preference_Value = std::variant<int, bool, Colour, std::string>;
 using Preference_Target = std::variant<int*, bool*, Colour*, std::string*>;
@@ -36,6 +36,7 @@ struct Preference {
     Settings_Place place = {}, second_place = {};      // of two places the later one wins when the file is read
     std::string_view edit = {};                        // descriptor of a value in the file: "i5", "i10", "l3", "a"
     Preference_Page page = Preference_Page::none;
+    bool kept = false;  // decided at the start of the program: going back to the defaults leaves it
 };
 
 const std::vector<Preference>& Preference_Table();  // in the order in which scripts print them
@@ -43,8 +44,8 @@ const Preference* Find_Preference(std::string_view name);
 
 Preference_Value Value_Of(const Preference& preference, const Preferences& prefs);
 
-// Sets one by a text: a whole number of its range, 0 or 1, a colour as its one number or as "red,green,blue", a text that fits. Fails, and
-// changes nothing, on another text.
+// Sets one by a text: a whole number of its range, 0 or 1, false or true, a colour as its one number or as "red,green,blue", a text of one
+// line that fits (bytes that are not valid UTF-8 as Latin-1). Fails, and changes nothing, on another text.
 Status Set_Preference(Preferences& prefs, std::string_view name, std::string_view text);
 
 }  // namespace vntl

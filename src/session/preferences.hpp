@@ -54,6 +54,8 @@ struct PRF_Prefs {
     bool hide_negative = false;
 };
 
+inline constexpr int largest_window_side = 16384;  // pixels
+
 struct Window_Prefs {
     int win_width = 0, win_height = 0;
     Colour colour_a = 0;  // background of the welcome screen
@@ -74,7 +76,7 @@ struct Preferences {
     const ProfileStyle& Style_Of_Row(int row) const { return profile_styles[(row - 1) % profile_style_slots]; }
 };
 
-// Every preference at its default.
+// Every preference at its default, but for those of the window, which the start of the program decides.
 void Set_Default_Preferences(Preferences& prefs);
 
 }  // namespace vntl

@@ -25,6 +25,11 @@ constexpr const char* values = "0|1|-1|12|1e30|abc|\"\"|999999999999|\"two words
 constexpr const char* what =
     "rows|state|menu|menu 40105|toolbars|peaks|background|hklgen|fit|dialog|picture|recent|prefs|paths|timing|data 1|data 2 3 5|data 99|"
     "reflections 1|excluded 1|picture full";
+constexpr const char* preferences =
+    "pref legend_pos 4|pref legend_pos 1|pref legend_size 1000|pref title_size 1000|pref title_single \"\xff # title\"|pref ylabel_pos 9|"
+    "pref xscale_size 1|pref xscale_style 7|pref excl_ignore_sides 1|pref excl_ignore_sides 0|pref excl_show 0|pref refl_live 1|"
+    "pref hide_negative 0|pref profile_styles/1/marker_size 1000|pref profile_styles/1/line_style -1|pref profile_styles/2/marker_type 1|"
+    "pref profile_styles/13/line_pitch 1|pref colour_a 1,2,3|pref win_width 1|pref frame_background abc";
 constexpr const char* odd = " |# a remark|\"unclosed|print|mouse down|set|\xff\xfe|open|files|cell 1 2|dialog x|directory \"\"";
 // What is done most, so that long ways through the program come about.
 constexpr const char* commands =
@@ -84,7 +89,8 @@ public:
         if (choice < 78) return "select " + One_Of(fields) + ' ' + One_Of(values);
         if (choice < 80) return "answer " + One_Of("yes|no|ok|cancel|retry|abort|ignore");
         if (choice == 80 || choice == 94) return undo_and_redo;
-        if (choice < 81) return One_Of("directory home|colour 1 2 3|colour 1 2 300|programs off|timer 1|timer -1");
+        if (choice < 81)
+            return Below(2) == 0 ? One_Of(preferences) : One_Of("directory home|colour 1 2 3|colour 1 2 300|programs off|timer 1|timer -1");
         if (choice < 84) return "resize " + std::to_string(1 + Below(Below(8) == 0 ? 1500 : 500)) + ' ' + std::to_string(1 + Below(700));
         if (choice < 89) return One_Of("main|main|main|dialog 41|dialog 401|dialog 104|dialog 403|dialog 0|dialog -7");
         // A window that is surely not the main one is opened before it is closed; behind a dialog, the dialog closes.

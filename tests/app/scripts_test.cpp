@@ -273,5 +273,23 @@ TEST_F(Program, PreferencesAreSetByNameAndShowAtOnce) {
     EXPECT_EQ(picture["texts"][0]["text"], "Silicon, 4 K");
 }
 
+TEST_F(Program, APreferenceKeepsTheViewUntilTheRangeIsAnother) {
+    const auto run =
+        Script("open " + Pattern("rising.xye") +
+               "\ncommand 40151\nset from 9\nset to 11.01\npress \"Select all\"\npress OK\ncommand 40137\nprint state\npref title_size 30\n"
+               "print state\npref excl_ignore_sides true\nprint state\npref excl_ignore_sides yes\nprint state\n"
+               "pref excl_ignore_sides false\nprint state\npref title_single \"K\xE4lte in Kelvin\"\nexport a.svg\n");
+    EXPECT_EQ(run.errors, "line 13: \"yes\" is no value of excl_ignore_sides, which is 0 or 1\n");
+    const auto states = run.With("plot_type");
+    ASSERT_EQ(states.size(), 5u) << run.output;
+    const auto left = [&](std::size_t i) { return states[i]["x_view_min"].get<double>(); };
+    EXPECT_GT(left(0), 10.1) << "the view is a part";
+    EXPECT_EQ(left(1), left(0));
+    EXPECT_NEAR(left(2), 11.01, 1e-4);
+    EXPECT_EQ(left(3), left(2));
+    EXPECT_NEAR(left(4), 10, 1e-4);
+    EXPECT_TRUE(fs::exists(directory / "a.svg")) << "a title in Latin-1 is drawn too";
+}
+
 }  // namespace
 }  // namespace vntl
