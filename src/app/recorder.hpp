@@ -31,6 +31,7 @@ public:
     void Saw_Files(const std::vector<std::string>& files) override;
     void Saw_Directory(const std::optional<std::string>& directory) override;
     void Saw_Colour(const std::optional<Colour>& colour) override;
+    void Saw_Preference(const std::string& name, const std::string& value) { Statement({"pref", name, value}); }
 
 private:
     using Words = std::vector<std::string>;

@@ -20,6 +20,7 @@
 namespace vntl {
 
 struct Application;
+class Recorder;
 
 struct Statement {
     int line = 0;
@@ -43,6 +44,9 @@ public:
     Script_Runner& operator=(const Script_Runner&) = delete;
 
     bool failed() const { return failed_; }  // some statement failed
+
+    // Where a script is recorded: told of what changes the program without a message.
+    void Record_To(Recorder& recorder) { recorder_ = &recorder; }
 
     Box_Answer Answer_Box(const Message_Box& box) override;
     std::vector<std::string> Answer_Select(Select_Kind kind) override;
@@ -96,6 +100,7 @@ private:
     Application& app_;
     std::ostream& output_;
     std::ostream& errors_;
+    Recorder* recorder_ = nullptr;
     std::string start_directory_;
     std::vector<std::string> lines_;
     std::size_t next_ = 0;

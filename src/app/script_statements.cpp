@@ -5,6 +5,7 @@
 
 #include "app/command_table.hpp"
 #include "app/main_window.hpp"
+#include "app/recorder.hpp"
 #include "app/script.hpp"
 #include "app/script_print.hpp"
 #include "base/text.hpp"
@@ -278,6 +279,7 @@ Status Script_Runner::Pref(const Words& words) {
     if (const Status status = Set_Preference(session.prefs, words[1], words[2]); status.failed) return status;
     if (session.prefs.prf.excl_ignore_sides != sides_ignored) Set_Range_X(session.store, session.prefs.prf, session.plot);
     Plot_Redraw(session);
+    if (recorder_ != nullptr) recorder_->Saw_Preference(words[1], words[2]);
     return Status::Done();
 }
 

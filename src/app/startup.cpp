@@ -158,6 +158,7 @@ int Run_Window(const Command_Line& line, const std::optional<std::string>& scrip
             std::cerr << "vantrelo: " << status.message << std::endl;
             return 2;
         }
+        if (runner) runner->Record_To(*recorder);
     }
     Start(app, line, recorder ? &*recorder : nullptr);
     Message_Loop(app);

@@ -94,6 +94,12 @@ TEST_F(Record, WhichWindowIsInFront) {
     EXPECT_EQ(Count(recorded, "\nmain\n"), 2) << recorded;
 }
 
+TEST_F(Record, PreferencesThatAScriptSets) {
+    const std::string recorded =
+        Replay("open " + Pattern("rising.xye") + ";pref title_single \"a # \\\"title\\\"\";command 40106;pref frame_background 9,8,7");
+    EXPECT_EQ(Count(recorded, "\npref "), 2) << recorded;
+}
+
 TEST_F(Record, WhatIsTypedIntoTheEditor) {
     const std::string typed = "command 40107;key a;key Space;key Enter;key !;key \xC3\xA9;key \\;files text.txt;command 40513";
     Replay(typed);
