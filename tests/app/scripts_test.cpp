@@ -286,6 +286,7 @@ TEST_F(Program, APreferenceKeepsTheViewUntilTheRangeIsAnother) {
     EXPECT_GT(left(0), 10.1) << "the view is a part";
     EXPECT_EQ(left(1), left(0));
     EXPECT_NEAR(left(2), 11.01, 1e-4);
+    EXPECT_EQ(states[2]["drawn_x1"], states[2]["x_view_min"]) << "the window shows it already";
     EXPECT_EQ(left(3), left(2));
     EXPECT_NEAR(left(4), 10, 1e-4);
     EXPECT_TRUE(fs::exists(directory / "a.svg")) << "a title in Latin-1 is drawn too";
