@@ -106,7 +106,7 @@ void Open_Start_File(Application& app, const std::string& name) {
         app.ask.Box({Box_Buttons::ok, Box_Icon::exclamation, 1, "ERROR: Unkown Data File format", session.config.program_name});
         return;
     }
-    app.failed |= Open_Named_File(session, app.ask, *kind, name).failed;
+    app.failed |= kind->open(session, app.ask, name).failed;
     Plot_ReMake(session);
 }
 

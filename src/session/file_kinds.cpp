@@ -3,6 +3,9 @@
 #include "base/os.hpp"
 #include "base/text.hpp"
 #include "patterns/read_pattern.hpp"
+#include "session/load.hpp"
+#include "session/open_prf.hpp"
+#include "session/read_files.hpp"
 
 namespace vntl {
 
@@ -20,13 +23,13 @@ bool Is_Script(std::string_view extension) { return extension == ".vns"; }
 
 constexpr File_Kind_Row kinds[] = {
     {File_Kind::pattern, Is_Pattern_Extension, "Select data files to open", "Input Data File ", All_Pattern_Names, Letters::any,
-     Letters::small_or_capital, true, "open", ""},
+     Letters::small_or_capital, "open", "", Open_Pattern_File, nullptr},
     {File_Kind::refined_profile, Is_Profile, "Select PRF files to open", "Input PRF File (*.prf)",
-     [] { return std::string("*.prf;*.xrf"); }, Letters::any, Letters::any, true, "drop", ""},
-    {File_Kind::list_of_files, Is_List, "", "", [] { return std::string("*.buf"); }, Letters::closed, Letters::small_or_capital, true, "",
-     "Buffer files cannot be opened yet"},
-    {File_Kind::script, Is_Script, "", "Session script (*.vns)", [] { return std::string("*.vns"); }, Letters::closed, Letters::closed,
-     false, "", ""},
+     [] { return std::string("*.prf;*.xrf"); }, Letters::any, Letters::any, "drop", "", Open_Prf_File, Read_Refined_File},
+    {File_Kind::list_of_files, Is_List, "", "", [] { return std::string("*.buf"); }, Letters::closed, Letters::small_or_capital, "",
+     "Buffer files cannot be opened yet", nullptr, nullptr},
+    {File_Kind::script, Is_Script, "", "Session script (*.vns)", [] { return std::string("*.vns"); }, Letters::closed, Letters::closed, "",
+     "", nullptr, nullptr},
 };
 
 std::string_view Extension_With_Point(std::string_view name) {

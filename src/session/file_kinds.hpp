@@ -1,6 +1,6 @@
 // The kinds of file that the program knows, and which doors each may come through.
 //
-// A new kind is a row of the table and the routine that reads it.
+// A new kind is a row of the table and the routines that open and read it.
 #pragma once
 
 #include <span>
@@ -8,6 +8,11 @@
 #include <string_view>
 
 namespace vntl {
+
+struct Open_Result;
+struct Read_File;
+struct Session;
+class Ask;
 
 enum class File_Kind { pattern, refined_profile, list_of_files, script };
 
@@ -21,9 +26,12 @@ struct File_Kind_Row {
     std::string (*filter)();     // patterns of names, parted by semicolons
     Letters start;               // one file on the command line
     Letters recent;              // an entry of the recent files
-    bool dropped;                // one of several, of a command line or a drop; what no row takes is looked at as a pattern
     std::string_view statement;  // of a recording, empty for none
     std::string_view refusal;    // of a kind whose reader is still to come
+    // One file that came alone: asks what must be asked.
+    Open_Result (*open)(Session&, Ask&, const std::string& name);
+    // One of several, of a command line or a drop, read in any thread; none where it is looked at as a pattern, as what has no row is.
+    Read_File (*read)(const std::string& path);
 };
 
 std::span<const File_Kind_Row> File_Kinds();

@@ -13,7 +13,6 @@
 namespace vntl {
 
 struct Configuration;
-struct File_Kind_Row;
 struct Session;
 
 enum class Load_Result {
@@ -53,9 +52,6 @@ struct Open_Result {
 // Opens the files that the user selects, or the one named. The format follows from the extension of the last name, or is asked;
 // names are read from the last to the first.
 Open_Result Open_Pattern_File(Session&, Ask&, const std::string& name = {});
-
-// Opens one file of a kind, asking what must be asked.
-Open_Result Open_Named_File(Session&, Ask&, const File_Kind_Row& kind, const std::string& name);
 
 // Opens one file by its extension alone, as recent files do: "Bad name: len_trim=0", "Bad name: without extension",
 // "Unknown file extension " as the failure's message, shown by the caller.

@@ -159,10 +159,6 @@ Open_Result Open_Prf_File(Session& session, Ask& ask, const std::string& name) {
     return Load_All(session, ask, files, true, Read_Refined_File);
 }
 
-Open_Result Open_Named_File(Session& session, Ask& ask, const File_Kind_Row& kind, const std::string& name) {
-    return kind.kind == File_Kind::refined_profile ? Open_Prf_File(session, ask, name) : Open_Pattern_File(session, ask, name);
-}
-
 Status Open_File_By_Extension(Session& session, Ask& ask, const std::string& name, Open_Result& result) {
     const std::string_view text = Trim_Right(name);
     if (text.empty()) return Status::Fail("Bad name: len_trim=0");
@@ -170,7 +166,7 @@ Status Open_File_By_Extension(Session& session, Ask& ask, const std::string& nam
     const File_Kind_Row* kind = Recent_As(text);
     if (kind == nullptr) return Status::Fail("Unknown file extension ");
     if (!kind->refusal.empty()) return Status::Fail(kind->refusal);
-    result = Open_Named_File(session, ask, *kind, name);
+    result = kind->open(session, ask, name);
     return Status::Done();
 }
 

@@ -52,10 +52,8 @@ Read_File Read_Refined_File(const std::string& path) {
 
 Read_File Read_Any_File(const std::string& path, int code) {
     const File_Kind_Row* kind = File_Kind_Of(path);
-    if (kind != nullptr && kind->dropped) {
-        if (kind->kind == File_Kind::refined_profile) return Read_Refined_File(path);
-        if (!kind->refusal.empty()) return {.path = path, .status = Status::Fail(kind->refusal)};
-    }
+    if (kind != nullptr && !kind->refusal.empty()) return {.path = path, .status = Status::Fail(kind->refusal)};
+    if (kind != nullptr && kind->read != nullptr) return kind->read(path);
     return Read_Pattern_File(path, {code != 0 ? code : Recognise_Format(path).code, false});
 }
 
