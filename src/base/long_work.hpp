@@ -15,6 +15,7 @@
 #include <mutex>
 #include <optional>
 #include <string>
+#include <system_error>
 #include <thread>
 #include <utility>
 
@@ -49,19 +50,14 @@ private:
 template <class Result>
 class Long_Work {
 public:
+    // Where the system has no thread to give, the work is done before this returns.
     explicit Long_Work(std::function<Result(Work_Control&)> work) : shared_(std::make_unique<Shared>()) {
-        thread_ = std::jthread([shared = shared_.get(), work = std::move(work)] {
-            std::optional<Result> result;
-            try {
-                result = work(shared->control);
-            } catch (...) {
-                // Memory that ran out, and the like: there is no result.
-            }
-            const std::lock_guard lock(shared->mutex);
-            shared->result = std::move(result);
-            shared->ready = true;
-            shared->changed.notify_all();
-        });
+        shared_->work = std::move(work);
+        try {
+            thread_ = std::jthread([shared = shared_.get()] { shared->Run(); });
+        } catch (const std::system_error&) {
+            shared_->Run();
+        }
     }
     // A work that nobody takes over is cancelled, and waited for.
     ~Long_Work() {
@@ -79,7 +75,7 @@ public:
 
     // The result, once; waits where it is not ready. Nothing when the work broke off.
     std::optional<Result> Take() {
-        thread_.join();
+        if (thread_.joinable()) thread_.join();
         return std::move(shared_->result);
     }
 
@@ -90,6 +86,20 @@ private:
         std::condition_variable changed;
         bool ready = false;
         std::optional<Result> result;
+        std::function<Result(Work_Control&)> work;
+
+        void Run() {
+            std::optional<Result> found;
+            try {
+                found = work(control);
+            } catch (...) {
+                // Memory that ran out, and the like: there is no result.
+            }
+            const std::lock_guard lock(mutex);
+            result = std::move(found);
+            ready = true;
+            changed.notify_all();
+        }
     };
     std::unique_ptr<Shared> shared_;
     std::jthread thread_;  // ends before what it shares

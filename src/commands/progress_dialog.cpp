@@ -39,7 +39,7 @@ public:
 
 private:
     void Show_And_Look() {
-        if (cancelled_ || Clock::now() - last_look_ < (shown_ ? between_looks : patience)) return;
+        if (Clock::now() - last_look_ < (shown_ ? between_looks : patience)) return;
         if (!shown_) Show();
         WDialogSelect(progress_dialog);
         WDialogPutProgressBar(field_bar, done_);

@@ -18,6 +18,22 @@ constexpr std::string_view out_of_memory = "There is not enough memory to read i
 
 std::string Mode_Of(int code) { return std::string(Trim(Pattern_Formats()[static_cast<std::size_t>(code - 1)].mode)); }
 
+std::size_t Or_Cores(int threads) {
+    return threads > 0 ? static_cast<std::size_t>(threads) : std::max(1u, std::thread::hardware_concurrency());
+}
+
+// One of the threads that may read at a time, while it lives.
+class Turn {
+public:
+    explicit Turn(std::counting_semaphore<>& free) : free_(free) { free_.acquire(); }
+    ~Turn() { free_.release(); }
+    Turn(const Turn&) = delete;
+    Turn& operator=(const Turn&) = delete;
+
+private:
+    std::counting_semaphore<>& free_;
+};
+
 // A failure's message, with what the file looks like where that is another format.
 Status With_Look(Status status, const std::string& path, int code) {
     const int look = Recognise_Format(path).by_content;
@@ -58,14 +74,20 @@ Read_File Read_Any_File(const std::string& path, int code) {
 }
 
 Files_Ahead::Files_Ahead(std::span<const std::string> files, std::function<Read_File(const std::string&)> read, int threads)
-    : files_(files), read_(std::move(read)), most_(static_cast<std::size_t>(std::max(threads, 0))) {
-    if (most_ == 0) most_ = std::max(1u, std::thread::hardware_concurrency());
+    : files_(files), read_(std::move(read)), most_(2 * Or_Cores(threads)), free_threads_(static_cast<std::ptrdiff_t>(Or_Cores(threads))) {
     Start_More();
+}
+
+Files_Ahead::~Files_Ahead() {
+    for (Long_Work<Read_File>& work : ahead_) work.Control().Cancel();
 }
 
 void Files_Ahead::Start_More() {
     for (; ahead_.size() < most_ && started_ < files_.size(); ++started_)
-        ahead_.emplace_back([read = read_, path = files_[started_]](Work_Control&) { return read(path); });
+        ahead_.emplace_back([this, path = files_[started_]](Work_Control& control) {
+            const Turn turn(free_threads_);
+            return control.Cancelled() ? Read_File{} : read_(path);
+        });
 }
 
 Read_File Files_Ahead::Take(Progress& progress) {

@@ -6,6 +6,7 @@
 
 #include <deque>
 #include <functional>
+#include <semaphore>
 #include <span>
 #include <string>
 #include <vector>
@@ -36,8 +37,12 @@ Read_File Read_Refined_File(const std::string& path);
 
 class Files_Ahead {
 public:
-    // `threads`: files that are in hand at a time, 0 as many as there are cores.
+    // `threads`: files that are read at a time, 0 as many as there are cores. As many again wait to be taken, so that a long file does
+    // not keep the other threads from those behind it.
     Files_Ahead(std::span<const std::string> files, std::function<Read_File(const std::string&)> read, int threads);
+    ~Files_Ahead();  // what nobody took is dropped, and what is not begun is not read
+    Files_Ahead(const Files_Ahead&) = delete;
+    Files_Ahead& operator=(const Files_Ahead&) = delete;
 
     // The next file. Waits for it, and lets the window live meanwhile.
     Read_File Take(Progress& progress);
@@ -48,6 +53,7 @@ private:
     std::span<const std::string> files_;
     std::function<Read_File(const std::string&)> read_;
     std::size_t most_, started_ = 0;
+    std::counting_semaphore<> free_threads_;
     std::deque<Long_Work<Read_File>> ahead_;
 };
 

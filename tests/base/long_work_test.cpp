@@ -2,6 +2,7 @@
 #include "base/long_work.hpp"
 
 #include <gtest/gtest.h>
+#include <pthread.h>
 
 #include <new>
 
@@ -50,6 +51,21 @@ TEST(Long_Work, OneThatNobodyTakesEnds) {
 TEST(Long_Work, OneThatBreaksOffHasNoResult) {
     Long_Work<std::string> work([](Work_Control&) -> std::string { throw std::bad_alloc(); });
     EXPECT_FALSE(work.Take().has_value());
+}
+
+TEST(Long_Work, OneWithoutAThreadIsDoneAtOnce) {
+    pthread_attr_t before, too_large;  // a stack larger than all addresses: no thread starts
+    ASSERT_EQ(pthread_getattr_default_np(&before), 0);
+    pthread_attr_init(&too_large);
+    pthread_attr_setstacksize(&too_large, std::size_t{1} << 48);
+    ASSERT_EQ(pthread_setattr_default_np(&too_large), 0);
+    const auto here = std::this_thread::get_id();
+    {
+        Long_Work<bool> work([here](Work_Control&) { return std::this_thread::get_id() == here; });
+        EXPECT_TRUE(work.Ready_Within(0ms));
+        EXPECT_EQ(work.Take(), true);
+    }
+    pthread_setattr_default_np(&before);
 }
 
 }  // namespace
