@@ -1,7 +1,11 @@
 // Opening by selector, by name, by a recent file and from a command line, with real small files.
+#include <numeric>
+
+#include "patterns/prf_files.hpp"
 #include "session/load.hpp"
 #include "session/session.hpp"
 #include "session/testing.hpp"
+#include "session/xspace.hpp"
 
 namespace vntl {
 namespace {
@@ -11,6 +15,12 @@ std::string Records(int first_y) {
     std::string text = "title\n";
     for (int i = 0; i < 15; ++i) text += std::to_string(10 + i) + ".0 " + std::to_string(first_y + i) + ".0 1.0\n";
     return text + "0.0 0.0 0.0\n";
+}
+
+std::string More_Records(int count) {
+    std::string text;
+    for (int i = 0; i < count; ++i) text += std::to_string(25 + 0.01 * i) + " 7.0 1.0\n";
+    return text;
 }
 
 std::string First_Values(const Session& s) {
@@ -169,42 +179,93 @@ TEST_F(Opening, AFailureTellsWhatTheContentsLookLike) {
     EXPECT_EQ(s.store.nperfiles(), 0);
 }
 
-// Many files of every fate, in an order of their own.
+// Writes down all that it is asked and told, and answers every second question with yes.
+class Writing_Ask : public Scripted_Ask {
+public:
+    Box_Answer Box(const Message_Box& box) override {
+        log += "box " + box.title + '|' + box.text + '\n';
+        return Yes() ? Box_Answer::yes : Box_Answer::no;
+    }
+    bool Constants_Of_File(Constants_Kind, Conversion_Constants& file) override {
+        log += "constants " + file.file_name + '\n';
+        file.first = file.second = 1.5f;
+        return Yes();
+    }
+    std::unique_ptr<Progress> Start_Progress(std::string_view, int total) override {
+        struct Writing : Progress {
+            explicit Writing(std::string& all) : log(all) {}
+            bool Go_On(int done, std::string_view what) override {
+                log += std::to_string(done) + ' ' + std::string(what) + '\n';
+                return true;
+            }
+            std::string& log;
+        };
+        log += "of " + std::to_string(total) + '\n';
+        return std::make_unique<Writing>(log);
+    }
+    bool Yes() { return ++questions_ % 2 == 0; }
+
+    std::string log;
+
+private:
+    int questions_ = 0;
+};
+
+// Files of every fate, small ones behind large ones. Those that would end a selection stand together in the middle.
 std::vector<std::string> Mixed_Files(const Test_Directory& dir) {
     std::vector<std::string> names;
-    for (int i = 0; i < 40; ++i) {
-        const std::string number = std::to_string(i);
-        std::string text = Records(100 + i), name = number + ".xye";
-        if (i % 7 == 3) text = "title\nno numbers\n";
-        if (i % 7 == 5) text = "t\n! Scattering variable: TOF\n" + text;  // refused in a space of angles
-        if (i % 11 == 6) name = number + ".buf";
-        if (i % 13 == 8) name = number + ".unknown";
+    for (int i = 0; i < 48; ++i) {
+        std::string name = std::to_string(i) + ".xye", text = Records(100 + i);
+        const bool ends = i >= 20 && i < 28;
+        if (i % 3 == 0) text.insert(text.find("0.0 0.0 0.0"), More_Records(2000));
+        if (i % 5 == 3) text = "t\n! Scattering variable: TOF\n" + text;
+        if (i % 5 == 4) text = "t\n! Scattering variable: Temperature\n" + text;
+        if (i % 11 == 6) name = std::to_string(i) + ".unknown";
+        if (ends && i % 4 == 0) text = "title\nno numbers\n";
+        if (ends && i % 4 == 1) name = std::to_string(i) + ".buf";
+        if (ends && i % 4 == 2) name = std::to_string(i) + ".prf", text = test::Whole(test::Columns(test::Make_Model(2, 3 + i, false)));
         names.push_back(dir.Write(name, text));
-        if (i % 17 == 9) names.back() = dir.path + "/missing" + number + ".xye";
+        if (ends && i % 4 == 3) names.back() = dir.path + "/missing.xye";
     }
     return names;
 }
 
+std::string All_Of(const Session& s) {
+    std::string all = s.recent.Slot(1) + s.recent.Slot(2) + ' ' + std::to_string(s.format_code) + std::to_string(s.store.profiles_uniform) +
+                      std::string(Told(s.plot.xspace)) + '\n';
+    for (int row = 1; row <= s.store.nperfiles(); ++row) {
+        const Diffraction_Pattern_Type& p = s.store.Pattern(row);
+        const PRF_Info_Add_Type& info = s.store.Info(row);
+        for (const std::string& text : {p.title, p.filename, p.scat_var, info.file_name, info.format}) all += text + ' ';
+        for (const double sum : {std::accumulate(p.x.begin(), p.x.end(), 0.0), std::accumulate(p.y.begin(), p.y.end(), 0.0)})
+            all += std::to_string(sum) + ' ';
+        all += std::to_string(info.nreflections) + '\n';
+    }
+    return all;
+}
+
 TEST_F(Opening, ThreadsThatReadAheadChangeNothingOfTheOrder) {
     const std::vector<std::string> names = Mixed_Files(dir);
-    const auto open = [&](int threads, bool command_line) {
+    const auto open = [&](int threads, bool command_line, std::string_view space) {
         Session session;
-        Scripted_Ask told;
+        Writing_Ask told;
         session.config.threads = threads;
+        Set_Xspace(session, space);
         told.selection = names;
         told.format = 9;
-        command_line ? Open_Files(session, told, names) : Open_Pattern_File(session, told);
-        std::string all = First_Values(session) + session.recent.Slot(1) + std::to_string(session.format_code);
-        for (int row = 1; row <= session.store.nperfiles(); ++row)
-            all += session.store.Info(row).file_name + session.store.Info(row).format;
-        for (const std::string& box : told.boxes) all += '\n' + box;
-        return all;
+        const Open_Result result = command_line ? Open_Files(session, told, names) : Open_Pattern_File(session, told);
+        EXPECT_TRUE(result.failed);
+        EXPECT_TRUE(Check_Invariants(session).ok());
+        return told.log + All_Of(session) + std::to_string(result.rows_added);
     };
-    for (const bool command_line : {false, true}) {
-        const std::string alone = open(1, command_line);
-        EXPECT_NE(alone.find("ERROR in file"), std::string::npos);
-        for (const int threads : {2, 3, 16}) EXPECT_EQ(open(threads, command_line), alone) << threads;
-    }
+    for (const bool command_line : {false, true})
+        for (const std::string_view space : {"", "d-spacing"}) {
+            const std::string alone = open(1, command_line, space);
+            EXPECT_EQ(alone.find("Do you want overwrite") != std::string::npos, command_line);
+            EXPECT_EQ(alone.find("\n47 ") != std::string::npos, command_line) << "a selection ends at a file that failed";
+            EXPECT_EQ(alone.find("constants 3") != std::string::npos, !space.empty());
+            for (const int threads : {2, 3, 16}) EXPECT_EQ(open(threads, command_line, space), alone) << threads;
+        }
 }
 
 // Cancels before the file `last` + 1.
