@@ -26,15 +26,15 @@ inline std::uint64_t Load_Word(const char* first, const char* last) {
         std::memcpy(&low, first, 4);
         std::memcpy(&high, last - 4, 4);
         word = low | static_cast<std::uint64_t>(high) << 8 * (n - 4);
-    } else if (n > 0) {  // of two characters the middle one is the last, of one all three are the same
+    } else if (n > 0) {  // the first, middle and last of one to three characters, which may coincide
         const auto at = [first](std::ptrdiff_t i) { return static_cast<std::uint64_t>(static_cast<unsigned char>(first[i])) << 8 * i; };
         word = at(0) | at(n / 2) | at(n - 1);
     }
     return word;
 }
 
-// The top bit of each byte that is no digit, up to the first byte above 0x89, whose sum spills into the next ones. Here and below the word
-// is one of characters ^ zero_digits, so that digits are 0 to 9.
+// The top bit of each byte that is no digit. Only the first of them is sure: a byte above 0x89 carries into the bytes behind it. Here and
+// below the word is one of characters ^ zero_digits, so that digits are 0 to 9.
 inline std::uint64_t No_Digits(std::uint64_t word) { return ((word + 0x7676767676767676u) | word) & 0x8080808080808080u; }
 
 // How many bytes stand in front of the first one that has its top bit set; 8 when none has.

@@ -188,7 +188,7 @@ private:
         item.kind = Edit_Kind::group_end;
         item.place = static_cast<int>(opening);
         format_.items_.push_back(item);
-        // A round that takes a value is paid by the value.
+        // A round that takes a value needs no bound: there are only so many values.
         const bool takes =
             std::any_of(format_.items_.begin() + opening, format_.items_.end(), [](const Edit_Item& one) { return Takes_Value(one.kind); });
         ++inside.steps;

@@ -74,11 +74,6 @@ bool IOsDeleteFile(const std::string& file) {
     return !IOsDirExists(file) && fs::remove(file, error);
 }
 
-bool IOsCopyFile(const std::string& from, const std::string& to) {
-    std::error_code error;
-    return fs::copy_file(from, to, fs::copy_options::overwrite_existing, error) && !error;
-}
-
 std::string IOsVariable(const std::string& name) {
     const char* value = std::getenv(name.c_str());
     return value ? value : "";

@@ -1,4 +1,4 @@
-// Files, directories, environment and processes: what the program asks of the operating system.
+// Files, directories and environment: what the program asks of the operating system.
 //
 // Names of files are UTF-8 on the systems built here. Nothing throws; a failure is false or an empty result.
 #pragma once
@@ -16,7 +16,6 @@ bool IOsDirMake(const std::string& directory);    // makes it; true also when it
 bool IOsDirExists(const std::string& directory);
 bool IOsFileExists(const std::string& file);  // a file that is no directory
 bool IOsDeleteFile(const std::string& file);
-bool IOsCopyFile(const std::string& from, const std::string& to);
 std::string IOsVariable(const std::string& name);  // environment variable, empty when not set
 
 // Lines of a small text file in UTF-8 without their line ends; nothing when it cannot be read. Reads at most 1 MB.

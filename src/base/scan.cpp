@@ -52,7 +52,6 @@ int Field_Reader::Find_Fields(std::string_view letters, Fields& fields) {
     const char* end;
     do {
         if (!lines_.Next(line)) return end_of_file;
-        ++count_;
         end = line.data() + line.size();
         p = Skip_Blank(line.data(), end);
     } while (p == end || *p == '!' || *p == '#');

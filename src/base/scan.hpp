@@ -32,13 +32,8 @@ public:
     // of its letter's kind.
     int Find_Fields(std::string_view letters, Fields& fields);
 
-    void Reset_Find_Fields(int lines) { count_ = lines; }
-    int Line_Count() const { return count_; }  // lines taken so far, skipped ones included
-    const Line_Cursor& Lines() const { return lines_; }
-
 private:
     Line_Cursor lines_;
-    int count_ = 0;
 };
 
 // Cuts a line into blank-separated words of at most `width` characters each. A word that begins with a double quote runs to the closing

@@ -55,7 +55,7 @@ public:
 private:
     const char* next_;
     const char* end_;
-    const char* lf_;  // first LF and first CR not before next_ when they are not stale, end_ when there is none
+    const char* lf_;  // the LF and the CR found last, end_ for none; one before next_ is sought again
     const char* cr_;
     int number_ = 0;
 };

@@ -167,7 +167,9 @@ void Add_Falling_Shoulders(const Fine_Curve& fine, double limit, std::vector<Pea
         int k = i;
         while (k < fine.m - 2 && !(d(k) < d(k + 1))) ++k;
         if (!(std::fabs(d(k) - d(i)) > limit)) continue;
-        p = std::max(p, i);  // found for an i before this one and behind it, it is the first behind this one too
+        // The place rises with i. Where the one of the shoulder before already lies behind i, nothing between the two qualifies, so
+        // that no point is looked at twice.
+        p = std::max(p, i);
         while (p < fine.m - 1 && !(dd(p) < dd(p + 1))) ++p;
         peaks.push_back({fine.x(p), fine.y(p)});
     }

@@ -1,8 +1,8 @@
 // What the layouts of profile files share: the file in hand, phases and their propagation vectors, reflections with their codes and
 // labels, and the shift of the abscissa.
 //
-// The x of a profile file are those of the diffractometer. The refinement found a zero and a displacement of the sample, and with 2theta =
-// x
+// The x of a profile file are those of the diffractometer. The refinement found a zero and a displacement of the sample; with theta half of
+// such an x,
 //
 //   true x = x - (zero + cosine cos(theta) + sine sin(theta))      time of flight: x - zero
 //

@@ -109,7 +109,6 @@ TEST(Scan, FieldsByTemplate) {
     EXPECT_EQ(fields.real[1], 3.5f);
     EXPECT_EQ(fields.integer[2], 1);
     EXPECT_EQ(fields.real[3], 0.25f);
-    EXPECT_EQ(reader.Line_Count(), 3);
     EXPECT_EQ(reader.Find_Fields("ffff", fields), 0);
     EXPECT_EQ(fields.real[1], 2);
     EXPECT_EQ(fields.real[2], 0);
