@@ -34,6 +34,7 @@ struct Pattern_Head {
     float step = 0;                   // of x; the mean step where it is not constant
     float TSample = 0, TSetting = 0;  // kelvin; not above 0.0001 means unknown
     std::int32_t npts = 0;
+    std::int32_t npts_claimed = 0;  // points that the file's head promised, where the file holds fewer; otherwise 0
     bool constant_step = false;
     bool has_y = false, has_ycalc = false, has_bgr = false, has_sigma = false;  // the graphic routines may use that array
     bool sigma_is_variance = true;                                              // false: `sigma` holds standard deviations
