@@ -43,16 +43,20 @@ inline double Arc_Sine(double a, double b) { return std::asin(std::clamp(a / b, 
 
 // --- the laws ------------------------------------------------------------------------------------------------------------------
 
-// At or below these the way from a time of flight to d leaves dtt2 out.
-constexpr double least_dtt2 = 1e-6, least_curvature = 1e-6;  // curvature: dtt2/dtt1^2
-
-bool Is_Quadratic(const X_Constants& c) {
+// a = dtt2/dtt1^2, with which r = dtt1 d solves a r^2 + r = t.
+double Curvature(const X_Constants& c) {
     const double dtt1 = c[0], dtt2 = c[1];
-    return !(std::fabs(dtt2) <= least_dtt2 || std::fabs(dtt2 / dtt1 / dtt1) <= least_curvature);
+    return dtt2 / dtt1 / dtt1;
 }
 
-// Calls `use` with the law of a step, a function of x, whose constants are worked out beforehand. With dtt2, r = dtt1 d solves
-// a r^2 + r = t; of the two roots it is the one that goes to t with a, for times above 0, and up to the time at which it ends.
+// Whether dtt2 shows at the time t: nearer to 0 it changes nothing that single precision holds, and r is t.
+bool Is_Curved_At(double t, const X_Constants& c) {
+    constexpr double least = 3e-8;  // of a t
+    return !(std::fabs(Curvature(c) * t) < least);
+}
+
+// Calls `use` with the law of a step, a function of x, whose constants are worked out beforehand. Of the two roots r of a time it is the
+// one that goes to t with a, in the form that cancels nothing, up to the time at which it ends.
 template <class Use>
 auto With_Law(X_Step step, const X_Constants& c, Use use) {
     constexpr double two_pi = 2 * std::numbers::pi;
@@ -65,8 +69,7 @@ auto With_Law(X_Step step, const X_Constants& c, Use use) {
         case X_Step::d_to_tof:
             return use([c1, c2](double x) { return x * (c1 + c2 * x); });
         case X_Step::tof_to_d: {
-            if (!Is_Quadratic(c)) return use([c1](double x) { return x / c1; });
-            const double a = c2 / c1 / c1, latest = a < 0 ? -0.25 / a : std::numeric_limits<double>::infinity();
+            const double a = Curvature(c), latest = a < 0 ? -0.25 / a : std::numeric_limits<double>::infinity();
             return use([c1, a, latest](double t) {
                 const double held = t > latest ? latest : t;
                 return 2 * held / (1 + std::sqrt(std::fabs(1 + 4 * a * held))) / c1;
@@ -85,13 +88,13 @@ auto With_Law(X_Step step, const X_Constants& c, Use use) {
 
 // The root for times at or below 0, which is far from 0.
 double Other_Root(double t, const X_Constants& c) {
-    const double dtt1 = c[0], a = c[1] / dtt1 / dtt1, square = 1 + 4 * a * t;
-    return -(1 + std::sqrt(square > 0 ? square : 0)) / (2 * a) / dtt1;
+    const double a = Curvature(c), square = 1 + 4 * a * t;
+    return -(1 + std::sqrt(square > 0 ? square : 0)) / (2 * a) / static_cast<double>(c[0]);
 }
 
-// Steps under which a point at or below 0 has no spacing of its own.
-bool Needs_Positive(X_Step step, const X_Constants& c) {
-    return step == X_Step::two_theta_to_d || (step == X_Step::tof_to_d && Is_Quadratic(c));
+// An angle, or a time that dtt2 bends, has a spacing of its own only above 0.
+bool Has_Spacing(X_Step step, double x, const X_Constants& c) {
+    return x > 0 || !(step == X_Step::two_theta_to_d || (step == X_Step::tof_to_d && Is_Curved_At(x, c)));
 }
 
 template <class Values>
@@ -105,11 +108,12 @@ void Convert_Each(X_Step step, const X_Constants& constants, std::span<float> x)
     });
 }
 
-// A point at or below 0 takes the value of the point behind it.
-void Convert_Positive(X_Step step, const X_Constants& constants, std::span<float> x) {
+// A point without a spacing of its own takes that of the point behind it.
+void Convert_With_Neighbours(X_Step step, const X_Constants& constants, std::span<float> x) {
+    if (step != X_Step::two_theta_to_d && step != X_Step::tof_to_d) return Convert_Each(step, constants, x);
     std::vector<std::size_t> others;
     for (std::size_t i = x.size(); i > 0; --i)
-        if (!(x[i - 1] > 0) && i < x.size()) others.push_back(i - 1);
+        if (!Has_Spacing(step, x[i - 1], constants) && i < x.size()) others.push_back(i - 1);
     Convert_Each(step, constants, x);
     for (const std::size_t i : others) x[i] = x[i + 1];
 }
@@ -135,9 +139,9 @@ void Set_Step(std::span<const X_Step> steps, Diffraction_Pattern_Type& p) {
 // x of a pattern where the order of its points shows: the ends, and between them the place at which a law turns back.
 using Samples = std::vector<float>;
 
-// Of a pattern of which only points above 0 count, the first of those; nothing when all points would get one value.
-Samples Ends(std::span<const float> x, bool positive) {
-    const auto first = std::find_if(x.begin(), x.end(), [positive](float value) { return value > 0 || !positive; });
+// Only points with a spacing of their own count; nothing when all points would get one value.
+Samples Ends(X_Step step, const X_Constants& c, std::span<const float> x) {
+    const auto first = std::find_if(x.begin(), x.end(), [&](float value) { return Has_Spacing(step, value, c); });
     if (first == x.end() || (x.end() - first == 1 && x.size() > 1)) return {};
     return {*first, x.back()};
 }
@@ -171,7 +175,7 @@ bool Reverses(X_Step step) {
 bool Turns_Round(std::span<const X_Step> steps) { return std::ranges::count_if(steps, Reverses) % 2 == 1; }
 
 double Convert_Value(X_Step step, double x, const X_Constants& constants) {
-    if (x <= 0 && step == X_Step::tof_to_d && Is_Quadratic(constants)) return Other_Root(x, constants);
+    if (step == X_Step::tof_to_d && !Has_Spacing(step, x, constants)) return Other_Root(x, constants);
     return With_Law(step, constants, [x](auto law) { return law(x); });
 }
 
@@ -181,12 +185,7 @@ float Convert_X(X_Step step, float x, const X_Constants& constants) {
 
 void Convert_Points(std::span<const X_Step> steps, Diffraction_Pattern_Type& pattern) {
     const std::span<float> x = Points(pattern.x, pattern.npts);
-    for (const X_Step step : steps) {
-        if (Needs_Positive(step, pattern.conv))
-            Convert_Positive(step, pattern.conv, x);
-        else
-            Convert_Each(step, pattern.conv, x);
-    }
+    for (const X_Step step : steps) Convert_With_Neighbours(step, pattern.conv, x);
     if (Turns_Round(steps)) Turn_Round(pattern);
     Set_Limits(pattern);
     Set_Step(steps, pattern);
@@ -200,7 +199,7 @@ Status Check_Convertible(std::span<const X_Step> steps, const Diffraction_Patter
     const auto fail = [&file_name](std::string_view reason) {
         return Status::Fail(file_name + " cannot be converted:\n" + std::string(reason));
     };
-    Samples x = Ends(points, Needs_Positive(steps.front(), pattern.conv));
+    Samples x = Ends(steps.front(), pattern.conv, points);
     if (x.empty()) return fail("fewer than two of its points lie above 0");
     for (const X_Step step : steps)
         if (const std::string_view reason = Refusal(step, pattern.conv, x); !reason.empty()) return fail(reason);

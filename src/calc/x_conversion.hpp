@@ -38,12 +38,12 @@ float Convert_X(X_Step step, float x, const X_Constants& constants);
 double Convert_Value(X_Step step, double x, const X_Constants& constants);  // the same to about 12 digits
 
 // All points of a pattern, its order, xmin, xmax, ymin, ymax and the mean step. An angle, or with dtt2 a time of flight, at or below 0
-// takes the spacing of the point behind it. Each step rounds x to single precision.
+// takes the spacing of the point behind it (a time so near to 0 that dtt2 changes nothing has its own). Each step rounds x to single
+// precision.
 //
-// There and back, x returns within 4 units in the last place but for three cases. An angle returns within half a unit and
-// x tan(theta)/theta 2^-24, which is more from 165 degrees on. A spacing next to the largest that dtt2 < 0 allows returns within the
-// root of a rounding error. And where |dtt2| or |dtt2/dtt1^2| is at most 1e-6, the way to d leaves dtt2 out, while the way back has it:
-// t returns as t (1 + dtt2 t/dtt1^2).
+// There and back, x returns within 4 units in the last place, a time of flight within 3, but for two cases. An angle returns within half
+// a unit and x tan(theta)/theta 2^-24, which is more from 165 degrees on. A spacing next to the largest that dtt2 < 0 allows returns
+// within the root of a rounding error.
 void Convert_Points(X_Step step, Diffraction_Pattern_Type& pattern);
 void Convert_Points(std::span<const X_Step> steps, Diffraction_Pattern_Type& pattern);
 

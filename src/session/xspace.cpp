@@ -124,12 +124,6 @@ Status Bring_To_Present(const X_Chain& chain, Ask& ask, Diffraction_Pattern_Type
     return Status::Done();
 }
 
-// The law solved in full, where a conversion leaves out a small dtt2: the root that stays near t / dtt1, 0 where there is none.
-double Spacing_Of_Time(double t, const X_Constants& conv) {
-    const double dtt1 = conv[0], dtt2 = conv[1], root = dtt1 * dtt1 + 4 * dtt2 * t;
-    return dtt1 > 0 && root >= 0 ? 2 * t / (dtt1 + std::sqrt(root)) : 0;
-}
-
 }  // namespace
 
 const Space* Find_Space(std::string_view text) {
@@ -195,7 +189,7 @@ std::optional<double> D_Spacing(const Session& session, double x) {
             d = Convert_Value(X_Step::two_theta_to_d, x, conv);
             break;
         case Kind::tof:
-            d = Spacing_Of_Time(x, conv);
+            if (x > 0) d = Convert_Value(X_Step::tof_to_d, x, conv);
             break;
         case Kind::q:
             d = Convert_Value(X_Step::d_q, x, conv);
