@@ -38,15 +38,20 @@ Status Subtract_Pattern(Diffraction_Pattern_Type& a, const Diffraction_Pattern_T
     return Status::Done();
 }
 
-void Shift_And_Multiply(Diffraction_Pattern_Type& p, float shift, float factor) {
+void Shift_And_Multiply(Diffraction_Pattern_Type& p, PRF_Info_Add_Type& info, float shift, float factor) {
     const float of_sigma = p.sigma_is_variance ? factor * factor : std::fabs(factor);
-    for (float& x : p.x) x += shift;
-    for (float& y : p.y) y *= factor;
+    for (std::vector<float>* positions : {&p.x, &info.refl_position})
+        for (float& x : *positions) x += shift;
+    for (std::vector<float>* curve : {&p.y, &p.ycalc, &p.bgr})
+        for (float& y : *curve) y *= factor;
     for (float& sigma : p.sigma) sigma *= of_sigma;
+    for (int i = 0; i < info.nexcl; ++i)
+        for (float* limit : {&info.excl_min[static_cast<std::size_t>(i)], &info.excl_max[static_cast<std::size_t>(i)]}) *limit += shift;
     p.xmin += shift;
     p.xmax += shift;
     p.ymin *= factor;
     p.ymax *= factor;
+    if (factor < 0) std::swap(p.ymin, p.ymax);
 }
 
 Status Write_Efficiency_File(const std::string& path, std::span<const Efficiency_Line> lines) {
@@ -90,6 +95,7 @@ void Apply_Efficiency(Diffraction_Pattern_Type& p, const Efficiency& efficiency)
     if (n == 0) return;
     p.xmin += efficiency.shift[0];
     p.xmax += efficiency.shift[n - 1];
+    Set_Y_Limits(p);
 }
 
 }  // namespace vntl

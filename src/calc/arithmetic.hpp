@@ -7,6 +7,7 @@
 
 #include "base/status.hpp"
 #include "patterns/pattern.hpp"
+#include "patterns/profile.hpp"
 
 namespace vntl {
 
@@ -19,8 +20,9 @@ Status Sum_Patterns(Diffraction_Pattern_Type& first, std::span<const Diffraction
 // y of `a` becomes y(a) - y(b); the rest as above.
 Status Subtract_Pattern(Diffraction_Pattern_Type& a, const Diffraction_Pattern_Type& b);
 
-// x + shift at all points, y times `factor`; variances, or standard deviations, scale with it.
-void Shift_And_Multiply(Diffraction_Pattern_Type& pattern, float shift, float factor);
+// x + shift at all points, reflections and excluded regions; y, calculated curve and background times `factor`, and variances, or standard
+// deviations, scale with it. A factor below 0 exchanges ymin and ymax.
+void Shift_And_Multiply(Diffraction_Pattern_Type& pattern, PRF_Info_Add_Type& info, float shift, float factor);
 
 // An efficiency file: a line a point with its number, x shift and efficiency.
 //
@@ -45,7 +47,7 @@ struct Efficiency {
 // when a line's point number lies outside 1 to n or its shift is not finite, naming the line.
 Status Read_Efficiency_File(const std::string& path, int n, Efficiency& efficiency);
 
-// x + shift(i), y / efficiency(i).
+// x + shift(i), y / efficiency(i); the limits of both follow.
 void Apply_Efficiency(Diffraction_Pattern_Type& pattern, const Efficiency& efficiency);
 
 }  // namespace vntl

@@ -45,7 +45,7 @@ void Scale_X_Of_Row(Diffraction_Pattern_Type& pattern, PRF_Info_Add_Type& info, 
 }
 
 void Scale_Y_Of_Row(Diffraction_Pattern_Type& pattern, float a, float b) {
-    Apply(pattern.y, {a, b});
+    for (std::vector<float>* curve : {&pattern.y, &pattern.ycalc, &pattern.bgr}) Apply(*curve, {a, b});
     Apply_To_Range(pattern.ymin, pattern.ymax, {a, b});
 }
 
@@ -53,7 +53,8 @@ bool Stays_Finite_X(const Diffraction_Pattern_Type& pattern, float a, float b) {
     return std::isfinite(a) && std::isfinite(b) && Stays_Finite(pattern.x, {a, b});
 }
 bool Stays_Finite_Y(const Diffraction_Pattern_Type& pattern, float a, float b) {
-    return std::isfinite(a) && std::isfinite(b) && Stays_Finite(pattern.y, {a, b});
+    const auto stays = [line = Line{a, b}](const std::vector<float>& curve) { return Stays_Finite(curve, line); };
+    return std::isfinite(a) && std::isfinite(b) && stays(pattern.y) && stays(pattern.ycalc) && stays(pattern.bgr);
 }
 
 }  // namespace vntl

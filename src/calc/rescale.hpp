@@ -1,4 +1,4 @@
-// Moving and rescaling whole rows: points, ranges and, along x, excluded regions. Calculated curve, background and sigma keep their y.
+// Moving and rescaling whole rows: points, ranges, calculated curve and background and, along x, excluded regions. Sigma keeps its value.
 #pragma once
 
 #include "patterns/pattern.hpp"

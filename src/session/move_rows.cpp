@@ -23,7 +23,7 @@ Status Offset_Rows(Session& session, const std::vector<int>& rows, float dx, flo
     Profile_Store& store = session.store;
     const auto stays_finite = [=](const auto& pattern) { return Stays_Finite_X(pattern, 1, dx) && Stays_Finite_Y(pattern, 1, dy); };
     if (Status status = Check_Rows(store, rows, stays_finite); status.failed) return status;
-    Row_Change change(session, "shift" + Of_Profiles(session, rows), rows, part_x | part_y);
+    Row_Change change(session, "shift" + Of_Profiles(session, rows), rows, part_x | part_y | part_curves);
     for (const int row : rows) Offset_Row(store.Pattern(row), store.Info(row), dx, dy);
     change.Keep();
     return Status::Done();
@@ -44,7 +44,7 @@ Status Scale_Y_Of_Rows(Session& session, const std::vector<int>& rows, float a, 
     Profile_Store& store = session.store;
     const auto stays_finite = [=](const auto& pattern) { return Stays_Finite_Y(pattern, a, b); };
     if (Status status = Check_Rows(store, rows, stays_finite); status.failed) return status;
-    Row_Change change(session, "scaling of y" + Of_Profiles(session, rows), rows, part_y);
+    Row_Change change(session, "scaling of y" + Of_Profiles(session, rows), rows, part_y | part_curves);
     for (const int row : rows) Scale_Y_Of_Row(store.Pattern(row), a, b);
     change.Keep();
     return Status::Done();

@@ -79,12 +79,19 @@ TEST(Arithmetic, ScalesVariancesBySquares) {
     for (const auto& [variance, factor, sigma, ymin, ymax] : cases) {
         auto p = Pattern({1, -2, 3});
         p.sigma_is_variance = variance;
-        Shift_And_Multiply(p, 0.25f, factor);
+        p.ycalc = p.bgr = p.y;
+        PRF_Info_Add_Type info;
+        info.refl_position = {10, 11};
+        info.nexcl = 1;
+        info.excl_min[0] = 10, info.excl_max[0] = 10.5f;
+        Shift_And_Multiply(p, info, 0.25f, factor);
+        EXPECT_TRUE(p.ycalc == p.y && p.bgr == p.y);
+        EXPECT_EQ(info.refl_position, (std::vector<float>{10.25f, 11.25f}));
+        EXPECT_EQ(std::pair(info.excl_min[0], info.excl_max[0]), std::pair(10.25f, 10.75f));
         EXPECT_EQ(p.x, (std::vector<float>{10.25f, 10.75f, 11.25f}));
         EXPECT_EQ(p.y, (std::vector<float>{factor, -2 * factor, 3 * factor}));
         EXPECT_EQ(p.sigma, std::vector<float>(3, sigma)) << factor;
-        EXPECT_EQ(std::min(p.ymin, p.ymax), ymin);
-        EXPECT_EQ(std::max(p.ymin, p.ymax), ymax);
+        EXPECT_EQ(std::pair(p.ymin, p.ymax), std::pair(ymin, ymax)) << factor;
     }
 }
 
@@ -118,7 +125,7 @@ TEST_F(Efficiency_File, GoesToDiskAndBack) {
     EXPECT_EQ(p.x, (std::vector<float>{10, 10.25f, 11}));
     EXPECT_EQ(p.y, (std::vector<float>{10, 49 / 0.98f, 30}));
     EXPECT_EQ(p.sigma, before.sigma);
-    EXPECT_EQ(std::pair(p.ymin, p.ymax), std::pair(before.ymin, before.ymax));
+    EXPECT_EQ(std::pair(p.ymin, p.ymax), std::pair(10.0f, 49 / 0.98f));
 }
 
 TEST_F(Efficiency_File, TakesWhatItCanAndRefusesTheRest) {

@@ -38,7 +38,7 @@ TEST(Rescale, AnOffsetMovesPointsRangesAndRegions) {
     EXPECT_EQ((Values{row.pattern.xmin, row.pattern.xmax, row.pattern.ymin, row.pattern.ymax}), (Values{8, 38, 97, 105}));
     EXPECT_EQ((Values{row.info.excl_min[0], row.info.excl_max[0], row.info.excl_min[1]}), (Values{10, 16, 0}));
     EXPECT_EQ(row.pattern.sigma, (Values{1, 2, 3}));
-    EXPECT_EQ(row.pattern.ycalc, (Values{7, 8, 9}));
+    EXPECT_EQ(row.pattern.ycalc, (Values{107, 108, 109}));
 }
 
 TEST(Rescale, ANegativeFactorTurnsTheOrderRound) {

@@ -134,15 +134,15 @@ struct Change {
 
 // Nothing leaves the range of numbers, and x still rises from its first to its last point.
 bool Stays_In_Range(const Diffraction_Pattern_Type& pattern, const Change& change) {
-    const auto finite = [](float now, float then) { return std::isfinite(then) || !std::isfinite(now); };
-    for (const float x : pattern.x)
-        if (!finite(x, x + change.shift)) return false;
-    for (const float y : pattern.y)
-        if (!finite(y, y * change.factor)) return false;
+    const auto finite = [](const std::vector<float>& values, auto then) {
+        return std::ranges::all_of(values, [then](float now) { return std::isfinite(then(now)) || !std::isfinite(now); });
+    };
+    const auto multiplied = [&change](float y) { return y * change.factor; };
     const float of_sigma = pattern.sigma_is_variance ? change.factor * change.factor : std::fabs(change.factor);
-    for (const float sigma : pattern.sigma)
-        if (!finite(sigma, sigma * of_sigma)) return false;
-    return pattern.x.size() < 2 || pattern.x.front() + change.shift < pattern.x.back() + change.shift;
+    return finite(pattern.x, [&change](float x) { return x + change.shift; }) && finite(pattern.y, multiplied) &&
+           finite(pattern.ycalc, multiplied) && finite(pattern.bgr, multiplied) &&
+           finite(pattern.sigma, [of_sigma](float sigma) { return sigma * of_sigma; }) &&
+           (pattern.x.size() < 2 || pattern.x.front() + change.shift < pattern.x.back() + change.shift);
 }
 
 // What the ticked lines ask for; nothing where a cell holds no number or a value would leave the range, which has been told then.
@@ -169,10 +169,10 @@ std::optional<std::vector<Change>> Changes(const Session& session, const std::ve
 void Apply_Changes(Session& session, const std::vector<int>& rows) {
     const auto changes = Changes(session, rows);
     if (!changes) return;
-    Row_Change kept(session, "shift and factor" + Of_Profiles(session, rows), rows, part_x | part_y | part_sigma);
+    Row_Change kept(session, "shift and factor" + Of_Profiles(session, rows), rows, all_parts);
     for (const Change& change : *changes) {
-        Shift_And_Multiply(session.store.Pattern(change.row), change.shift, change.factor);
         PRF_Info_Add_Type& info = session.store.Info(change.row);
+        Shift_And_Multiply(session.store.Pattern(change.row), info, change.shift, change.factor);
         info.x_shift_total += change.shift;
         info.y_mult_total *= change.factor;
     }
