@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 
 #include "base/conversions.hpp"
 #include "base/text.hpp"
@@ -66,6 +67,16 @@ float Legend_X(const Scene& scene, const Graphics& g, int n) {
     return std::min(x, std::max(inside, plot.zone.x1 * page_width + page_edge));
 }
 
+std::string Logarithm_Of(std::string_view title) {
+    constexpr std::string_view mark = "Log(";
+    title = Trim(title);
+    return title.starts_with(mark) ? std::string(title) : std::string(mark) + std::string(title) + ')';
+}
+
+bool Has_Legend(const Scene& scene) { return scene.prefs.graph2d.legend.pos != no_text && scene.store.nperfiles() <= legend_profiles; }
+
+bool Tells_Chi2(const Scene& scene, int row) { return scene.store.prf_loaded && scene.store.Info(row).chi2 > least_chi2; }
+
 // chi2 as a blank and eight columns with four decimals; stars where it does not fit.
 std::string Chi2_Text(float chi2) { return IRealToString(chi2, "(1X,F8.4)"); }
 
@@ -97,12 +108,12 @@ std::string Y_Title(const Scene& scene) {
     return own.empty() ? scene.plot.ylabel_text : std::string(own);
 }
 
-void Draw_Axis_Labels(const Scene& scene, Presentation& p, std::string_view y_title) {
+void Draw_Axis_Labels(const Scene& scene, Presentation& p, std::string_view y_title, bool log) {
     Graphics& g = p.graphics();
     const Graph2D_Prefs& prefs = scene.prefs.graph2d;
     if (prefs.ylabel.pos != no_text) {
         Select_Text(g, prefs.ylabel);
-        p.IPgYLabelLeft(Trim(y_title), Entry(along_y, prefs.ylabel.pos));
+        p.IPgYLabelLeft(log ? Logarithm_Of(y_title) : std::string(Trim(y_title)), Entry(along_y, prefs.ylabel.pos));
     }
     if (prefs.xlabel.pos != no_text) {
         Select_Text(g, prefs.xlabel);
@@ -135,19 +146,32 @@ void Draw_Frame(Presentation& p) {
 void Draw_Legend(const Scene& scene, Presentation& p, int n) {
     Graphics& g = p.graphics();
     const Text_Prefs& prefs = scene.prefs.graph2d.legend;
-    if (prefs.pos == no_text || scene.store.nperfiles() > legend_profiles) return;
+    if (!Has_Legend(scene)) return;
     Select_Font(g, prefs);
     const float x = Legend_X(scene, g, n);
     const float room = page_width - page_edge - x - symbol_room;
-    for (int row = 1; row <= n; ++row) {
+    const float chi2_scale = Legible_Scale(g, Char_Width(prefs.size), Char_Height(prefs.size));
+    int line = 0;
+    for (int row = 1; row <= n; ++row, ++line) {
         const ProfileStyle& style = scene.prefs.Style_Of_Row(row);
         const PRF_Info_Add_Type& info = scene.store.Info(row);
-        const auto line_y = [](int line) { return (legend_top - legend_step * static_cast<float>(line)) * page_height; };
+        const auto line_y = [](int at) { return (legend_top - legend_step * static_cast<float>(at)) * page_height; };
         p.IPgStyle(1, {style.line_style, fill_solid, style.line_colour, style.marker_colour, Marker_Glyph(style.marker_type)});
         g.IGrColourN(style.line_colour);
-        p.IPgKey(x, line_y(row - 1), 1, Fit_Text(g, Trim(info.file_name), room));
-        if (scene.store.prf_loaded && info.chi2 > least_chi2) g.IGrCharOut(x, line_y(row), Chi2_Text(info.chi2));
+        p.IPgKey(x, line_y(line), 1, Fit_Text(g, Trim(info.file_name), room));
+        if (!Tells_Chi2(scene, row)) continue;
+        line += chi2_scale > 1 ? static_cast<int>(std::ceil(chi2_scale * Char_Height(prefs.size) / legend_step)) : 1;
+        g.WGrTextFont(0, 0, chi2_scale * Char_Width(prefs.size), chi2_scale * Char_Height(prefs.size));
+        g.IGrCharOut(x, line_y(line), Chi2_Text(info.chi2));
+        Select_Font(g, prefs);
     }
+}
+
+Plot_Zone Room_Beside_Texts(const Scene& scene) {
+    Plot_Zone room = scene.plot.zone;
+    const float foot = legend_top - legend_step * static_cast<float>(scene.store.nperfiles() + 1);
+    if (Has_Legend(scene) && foot > room.y1) room.y2 = std::min(room.y2, foot);
+    return room;
 }
 
 }  // namespace vntl

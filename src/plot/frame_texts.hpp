@@ -8,10 +8,13 @@ namespace vntl {
 
 void Draw_Title(const Scene&, Presentation&, int n);
 void Draw_Scales(const Scene&, Presentation&, const View& window);  // with the numbers under zero of a refined profile hidden
-void Draw_Axis_Labels(const Scene&, Presentation&, std::string_view y_title);
+void Draw_Axis_Labels(const Scene&, Presentation&, std::string_view y_title, bool log);
 void Draw_Target(const Plot_State&, Graphics&);
 void Draw_Frame(Presentation&);
 void Draw_Legend(const Scene&, Presentation&, int n);
+
+// The part of the plot box under the legend, where no text stands.
+Plot_Zone Room_Beside_Texts(const Scene&);
 
 // That of the plot, unless row 1 brings its own; a refined profile keeps the plot's.
 std::string Y_Title(const Scene&);

@@ -187,7 +187,7 @@ Drawn plot_graph2d(const Scene& scene, Graphics& g, int n, const View& window, b
     Draw_Title(scene, p, n);
     if (window.Drawable()) Draw_Scales(scene, p, window);
     std::string y_title = Y_Title(scene);
-    Draw_Axis_Labels(scene, p, y_title);
+    Draw_Axis_Labels(scene, p, y_title, log);
     const bool refined = store.prf_loaded && store.ProfilePRFactive >= 1 && store.ProfilePRFactive <= n;
     if (refined && window.Drawable()) Draw_PRF_Overlay(scene, p, window, log);
     Page_Units(g);

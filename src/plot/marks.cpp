@@ -6,6 +6,7 @@
 
 #include "base/text.hpp"
 #include "plot/plot.hpp"
+#include "plot/text_style.hpp"
 #include "session/bragg_rows.hpp"
 
 namespace vntl {
@@ -122,10 +123,13 @@ void Draw_Generated_Pick(const Scene& scene, Graphics& g, std::size_t entry) {
     if (entry < marks.size()) Draw_Segment(g, marks[entry].x, scene.plot.y_view_min, marks[entry].x, marks[entry].y);
 }
 
-// A side of the box, from `at`, `size` long: half the page back when it overruns the page, and never off the page.
-float Keep_On_Page(float at, float size, float page) {
-    if (at + size > page) at -= 0.5f * page;
-    return std::max(0.0f, std::min(at, page - size));
+// A side of the box, from `at`, `size` long, in a room between two fractions of the page: half the room back when it overruns that, and
+// never off it. A side that is too long for the room has all the page.
+float Keep_Inside(float at, float size, float from, float to, float page) {
+    const bool fits = size <= (to - from) * page;
+    const float first = fits ? from * page : 0, last = fits ? to * page : page;
+    if (at + size > last) at -= 0.5f * (last - first);
+    return std::max(first, std::min(at, last - size));
 }
 
 }  // namespace
@@ -163,15 +167,17 @@ void Draw_Picks(const Scene& scene, Graphics& g, const std::vector<int>& entries
     }
 }
 
-void Draw_Readout_Box(Graphics& g, float x, float y, const std::vector<std::string>& lines) {
-    constexpr float unit_width = 10, unit_height = 20, char_width = 0.007f, char_height = 0.015f;
+void Draw_Readout_Box(Graphics& g, const Plot_Zone& room, float x, float y, const std::vector<std::string>& lines) {
+    constexpr float char_width = 0.007f, char_height = 0.015f;
     if (lines.empty()) return;
+    const float scale = Legible_Scale(g, char_width, char_height);
+    const float unit_width = 10 * scale, unit_height = 20 * scale;
     std::size_t longest = 1;
     for (const std::string& line : lines) longest = std::max(longest, Characters(Trim(line)));
     const auto columns = static_cast<float>(longest), rows = static_cast<float>(lines.size());
     const float width = std::min(unit_width * columns, page_width), height = std::min(unit_height * rows, page_height);
-    x = Keep_On_Page(x, width, page_width);
-    y = Keep_On_Page(y, height, page_height);
+    x = Keep_Inside(x, width, room.x1, room.x2, page_width);
+    y = Keep_Inside(y, height, room.y1, room.y2, page_height);
 
     g.IGrColourN(grey);
     g.IGrFillPattern(fill_solid);
@@ -186,7 +192,7 @@ void Draw_Readout_Box(Graphics& g, float x, float y, const std::vector<std::stri
 
     g.IGrArea(x / page_width, y / page_height, (x + width) / page_width, (y + height) / page_height);
     g.IGrUnits(0, 0, columns, rows);
-    g.WGrTextFont(101, 0, char_width * page_width / width, char_height * page_height / height);
+    g.WGrTextFont(101, 0, scale * char_width * page_width / width, scale * char_height * page_height / height);
     g.IGrCharJustify(0);
     g.IGrColour("Black");
     for (std::size_t j = 0; j < lines.size(); ++j) g.IGrCharOut(0.5f, static_cast<float>(j) + 0.5f, Trim(lines[j]));

@@ -42,8 +42,9 @@ void Draw_With_Marks(const Scene&, Device&);  // both: what a user sees, as a fi
 // Selected reflections of the refined profile (red) or of the generated list (magenta), over the picture. Entries count from 1.
 void Draw_Picks(const Scene&, Graphics&, const std::vector<int>& entries, bool generated);
 
-// The read-out box at a page position, wide enough for its longest line: the first line is the lowest.
-void Draw_Readout_Box(Graphics&, float x, float y, const std::vector<std::string>& lines);
+// The read-out box at a page position, wide enough for its longest line: the first line is the lowest. It stays inside `room`, fractions of
+// the page, where it fits there.
+void Draw_Readout_Box(Graphics&, const Plot_Zone& room, float x, float y, const std::vector<std::string>& lines);
 
 // --- a window's picture on the screen: a bitmap, and the marks that lie over it ---------------------------------------------------
 

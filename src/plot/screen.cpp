@@ -3,6 +3,7 @@
 #include <chrono>
 #include <utility>
 
+#include "plot/frame_texts.hpp"
 #include "plot/plot.hpp"
 #include "plot/rubber.hpp"
 #include "session/ranges.hpp"
@@ -35,7 +36,7 @@ void Draw_Hits(const Scene& scene, Graphics& g) {
         const auto j = static_cast<std::size_t>(entry - 1);
         labels.push_back(hits.generated ? scene.lists.hklgen[j].label : scene.store.Info(scene.store.ProfilePRFactive).refl_label[j]);
     }
-    Draw_Readout_Box(g, static_cast<float>(hits.x), static_cast<float>(hits.y), labels);
+    Draw_Readout_Box(g, Room_Beside_Texts(scene), static_cast<float>(hits.x), static_cast<float>(hits.y), labels);
 }
 
 // --- the forms -------------------------------------------------------------------------------------------------------------------

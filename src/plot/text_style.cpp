@@ -23,6 +23,13 @@ int Entry(const std::array<int, N>& table, int code) {
 int Font_Number(int font) { return Entry(font_numbers, font); }
 int Style_Bits(int style) { return Entry(style_bits, style); }
 
+float Legible_Scale(const Graphics& g, float char_width, float char_height) {
+    constexpr double least_pixels = 9;
+    const Device& device = g.device();
+    const double em = Em_Of_Cell(static_cast<double>(char_width) * device.Width(), static_cast<double>(char_height) * device.Height());
+    return em > 0 && em < least_pixels ? static_cast<float>(least_pixels / em) : 1;
+}
+
 void Select_Font(Graphics& g, const Text_Prefs& text) {
     g.WGrTextFont(Font_Number(text.font), Style_Bits(text.style), Char_Width(text.size), Char_Height(text.size));
 }

@@ -17,6 +17,9 @@ int Style_Bits(int style);  // toolkit style of a `*_style` code: 1 normal, 2 bo
 inline float Char_Width(int size) { return static_cast<float>(size) / 1000.0f; }
 inline float Char_Height(int size) { return 2.0f * static_cast<float>(size) / 1000.0f; }
 
+// By how much a cell of this size must grow for letters of nine pixels, the smallest that are read with ease; 1 when they are that large.
+float Legible_Scale(const Graphics& g, float char_width, float char_height);
+
 // Font and size; and with the colour of the preference.
 void Select_Font(Graphics& g, const Text_Prefs& text);
 void Select_Text(Graphics& g, const Text_Prefs& text);

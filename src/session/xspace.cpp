@@ -180,6 +180,7 @@ void Set_Xspace(Session& session, std::string_view name, bool refinement, std::s
 }
 
 std::optional<double> D_Spacing(const Session& session, double x) {
+    constexpr double rounding = 1e-6;
     const Space* space = Find_Space(session.plot.xspace);
     if (space == nullptr || session.store.nperfiles() == 0) return {};
     const X_Constants& conv = session.store.Pattern(1).conv;
@@ -190,6 +191,7 @@ std::optional<double> D_Spacing(const Session& session, double x) {
             break;
         case Kind::tof:
             if (x > 0) d = Convert_Value(X_Step::tof_to_d, x, conv);
+            if (Convert_Value(X_Step::d_to_tof, d, conv) < (1 - rounding) * x) return {};  // no spacing reaches the time
             break;
         case Kind::q:
             d = Convert_Value(X_Step::d_q, x, conv);

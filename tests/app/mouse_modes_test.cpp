@@ -198,7 +198,7 @@ TEST_F(Mouse_Modes, EachModeEndsWithoutAChange) {
 TEST_F(Mouse_Modes, SpectralLinesFollowTheButton) {
     const auto run = Script(
         "open a.xye\nprint menu 40216\ncommand 40220\nprint dialog\npress OK\nset \"Wavelength:\" 4\nprint dialog\npress OK\n"
-        "print rows\nprint menu 40220\ncommand 40217\ncommand 40219\nprint menu 40217\nprint state\n"
+        "print rows\nprint menu 40220\nprint state\ncommand 40217\ncommand 40219\nprint menu 40217\nprint state\n"
         "mouse data down 20 1500\nmouse data move 25 2000\nmouse data up 25 2000\nprint state\ncommand 40221\n"
         "print menu 40217\nprint menu 40220\n");
     EXPECT_EQ(Told(run), Texts{"Some values were undefined"});
@@ -214,7 +214,9 @@ TEST_F(Mouse_Modes, SpectralLinesFollowTheButton) {
         EXPECT_EQ(menus.at(i)["enabled"], expected[i].first) << i;
         EXPECT_EQ(menus.at(i)["checked"], expected[i].second) << i;
     }
-    EXPECT_EQ(states.at(0)["x_view_min"], states.at(1)["x_view_min"]);  // the button zooms no rectangle
+    EXPECT_EQ(states.at(0)["status"][0].get<std::string>().find("No spectral line is chosen"), 0u);
+    EXPECT_EQ(states.at(1)["status"][0], "");
+    EXPECT_EQ(states.at(1)["x_view_min"], states.at(2)["x_view_min"]);  // the button zooms no rectangle
 }
 
 }  // namespace

@@ -92,6 +92,17 @@ TEST_F(Frame_Texts, TheFirstRowGivesTheYLabel) {
     EXPECT_EQ(session.plot.ylabel_text, "Intensity");
 }
 
+TEST_F(Frame_Texts, TheYLabelOfALogarithmicFormSaysSo) {
+    Add().legend_y = "Counts";
+    for (int again = 0; again < 2; ++again) Draw("log");
+    EXPECT_NE(Text("Log(Counts)"), nullptr);
+    Draw();
+    EXPECT_NE(Text("Counts"), nullptr);  // the axis itself keeps its name
+    session.store.Pattern(1).legend_y = "Log(Intensity)(arb. units)";
+    Draw("log");
+    EXPECT_NE(Text("Log(Intensity)(arb. units)"), nullptr);
+}
+
 TEST_F(Frame_Texts, NumbersOfBothScales) {
     Add();
     session.prefs.graph2d.yscale.colour = WRGB(1, 1, 1);
@@ -176,6 +187,19 @@ TEST_F(Frame_Texts, TheLegendOfARefinedProfileGivesChi2) {
     session.store.Info(1).chi2 = 0.0001f;
     Draw();
     EXPECT_EQ(Text("   0.0001"), nullptr);
+
+    // Among other rows, and in a small window, it has a line of its own.
+    session.store.Info(1).chi2 = 1.5f;
+    Add();
+    for (const double height : {800.0, 300.0}) {
+        page = Recording_Device(1.5 * height, height);
+        Draw();
+        ASSERT_TRUE(Text("   1.5000") != nullptr && Text("row1.dat") != nullptr && Text("row2.dat") != nullptr);
+        const Recorded_Text &chi2 = *Text("   1.5000"), &next = *Text("row2.dat");
+        EXPECT_GE(Em_Of_Cell(chi2.style.width, chi2.style.height), 9 - 1e-3);
+        EXPECT_GE(chi2.at.y - next.at.y, std::min(next.style.height, 0.02 * height) - 1e-3);
+        EXPECT_GE(Text("row1.dat")->at.y - chi2.at.y, 0.9 * Em_Of_Cell(chi2.style.width, chi2.style.height));
+    }
 }
 
 }  // namespace vntl::test

@@ -123,7 +123,7 @@ TEST_F(Marks, TheReadOutBoxStaysOnThePage) {
     for (const auto& c : cases) {
         page = Recording_Device();
         Graphics g(page);
-        Draw_Readout_Box(g, c.x, c.y, lines);
+        Draw_Readout_Box(g, {0, 0, 1, 1}, c.x, c.y, lines);
         const Recorded_Fill box = All<Recorded_Fill>().at(0);
         EXPECT_EQ(box.colour, WRGB(220, 220, 220));
         EXPECT_AT(box.points[0], c.left, c.foot);
@@ -135,9 +135,20 @@ TEST_F(Marks, TheReadOutBoxStaysOnThePage) {
         EXPECT_NEAR(Text("(1 1 1)")->style.width, 0.007 * 1200, page_tolerance);
         EXPECT_NEAR(Text("(1 1 1)")->style.height, 0.015 * 800, page_tolerance);
     }
+    // In a small window the letters keep nine pixels, and the box its room.
+    page = Recording_Device(600, 400);
+    Graphics small(page);
+    Draw_Readout_Box(small, {0.15f, 0.15f, 0.85f, 0.7f}, 1015, 550, lines);
+    const Recorded_Fill box = All<Recorded_Fill>().at(0);
+    EXPECT_GE(Em_Of_Cell(Text(lines[1])->style.width, Text(lines[1])->style.height), 9 - 1e-3);
+    EXPECT_GE(box.points[0].x, 0.15 * 600);
+    EXPECT_LE(box.points[2].x, 0.85 * 600 + 1e-3);
+    EXPECT_LE(box.points[2].y, 0.7 * 400 + 1e-3);
+    EXPECT_LE(page.Text_Width(lines[1], Text(lines[1])->style), box.points[2].x - box.points[0].x);
+
     page = Recording_Device();
     Graphics g(page);
-    Draw_Readout_Box(g, 700, 780, std::vector<std::string>(60, std::string(300, 'x')));  // larger than the page
+    Draw_Readout_Box(g, {0, 0, 1, 1}, 700, 780, std::vector<std::string>(60, std::string(300, 'x')));  // larger than the page
     EXPECT_AT(All<Recorded_Fill>().at(0).points[0], 0, 0);
     EXPECT_AT(All<Recorded_Fill>().at(0).points[2], 1200, 800);
 }

@@ -5,6 +5,7 @@
 
 #include "commands/plot/mouse_clicks.hpp"
 #include "commands/plot/mouse_tools.hpp"
+#include "commands/plot/spectral_lines.hpp"
 #include "plot/plot.hpp"
 #include "session/reflection_search.hpp"
 
@@ -104,7 +105,9 @@ void Show_Spectral_Lines(Session& session, bool shown, float at) {
 
 void Press_Left(Session& session, const WIN_MESSAGE& record, Data_Point at) {
     if (!Draws_Spectral_Lines(session.plot)) return Start_Rubber(session, Rubber_Kind::rectangle, {record.x, record.y});
-    if (Inside(session.plot, at)) Show_Spectral_Lines(session, true, at.x);
+    if (!Inside(session.plot, at)) return;
+    Tell_Without_Spectral_Lines(session);
+    Show_Spectral_Lines(session, true, at.x);
 }
 
 void Release_Left(Session& session, Ask& ask, const WIN_MESSAGE& record, Data_Point at) {

@@ -15,6 +15,7 @@ void Spectral_Lines_Dialog(Session&, Ask&);
 
 void Spectral_Lines_On(Session&, Ask&);
 void Spectral_Lines_Off(Session&);
+void Tell_Without_Spectral_Lines(Session&);     // in the status bar, where the button would draw none
 void Toggle_Spectral_Line(Session&, int line);  // 0 K-alpha1, 1 K-alpha2, 2 K-beta, 3 L-alpha1 of tungsten
 
 }  // namespace vntl
