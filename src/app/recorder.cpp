@@ -51,7 +51,7 @@ void Recorder::Begin(const std::vector<std::string>& files) {
     WindowSelect(main_window);
     Statement({"resize", std::to_string(WInfoWindow(1)), std::to_string(WInfoWindow(2))});
     const File_Kind_Row* kind = files.size() == 1 ? Starts_With(files.front()) : nullptr;
-    Words opening = {files.size() != 1 ? "drop" : kind == nullptr ? "open" : std::string(kind->statement)};
+    Words opening = {kind == nullptr ? "drop" : std::string(kind->statement)};
     for (const std::string& file : files) opening.push_back(std::filesystem::absolute(file).string());
     if (!files.empty()) Statement(std::move(opening));
 }

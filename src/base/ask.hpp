@@ -31,14 +31,16 @@ struct Message_Box {
     std::string title;
 };
 
-// Which format a file has, and what its first lines tell of it.
+// Which format files have whose names do not tell it, and what their first lines tell of it.
 struct Format_Question {
-    int proposed = 1;        // format code 1 to 15 that is selected when the dialog opens
-    std::string looks_like;  // name of the format that was recognised, empty for none
-    int banks = 1;           // patterns in the file
+    int proposed = 1;                     // format code 1 to 15 that is selected when the dialog opens, 0: each file as it is recognised
+    std::string looks_like = {};          // name of the format that all of them were recognised as, empty for none
+    int banks = 1;                        // patterns in the files
+    bool differ = false;                  // they were recognised as different formats: each may be read by its own
+    std::vector<std::string> files = {};  // their names, with the format of each where they differ
 };
 struct Format_Choice {
-    int code = 1;
+    int code = 1;            // 0: each file as it is recognised
     bool all_banks = false;  // each bank becomes a profile
 };
 
@@ -55,6 +57,7 @@ public:
     virtual ~Progress() = default;
     // `done` steps are done and `what` is in hand; false when the work is to end here.
     virtual bool Go_On(int /*done*/, std::string_view /*what*/) { return true; }
+    virtual bool Cancelled() const { return false; }  // the user wants it to end
 
     // Waits for a work in another thread, and lets the window live meanwhile. `ready_within` waits for that time at most.
     virtual void Wait(const std::function<bool(std::chrono::milliseconds)>& ready_within) {

@@ -32,6 +32,7 @@ public:
         Show_And_Look();
         return !cancelled_;
     }
+    bool Cancelled() const override { return cancelled_; }
 
     void Wait(const std::function<bool(std::chrono::milliseconds)>& ready_within) override {
         while (!ready_within(between_looks)) Show_And_Look();

@@ -102,10 +102,10 @@ constexpr std::array<Pattern_Format, 15> formats = {{
 }};
 
 constexpr std::array<Format_Extension, 20> extensions = {{
-    {".dat", 1, false}, {".xy", 9, true},    {".xys", 9, true},    {".xye", 9, true},    {".gr", 9, false},
-    {".uxd", 8, true},  {".sub", 1, false},  {".udf", 12, true},   {".csv", 12, true},   {".xrdml", 12, true},
-    {".bac", 1, false}, {".gsa", 10, false}, {".gss", 11, false},  {".sim", 1, true},    {".mdi", 1, true},
-    {".cif", 15, true}, {".jcp", 12, true},  {".gsas", 10, false}, {".fxye", 10, false}, {".gda", 11, false},
+    {".dat", 1, false}, {".xy", 9, true},    {".xys", 9, true},    {".xye", 9, true},        {".gr", 9, false},
+    {".uxd", 8, true},  {".sub", 1, false},  {".udf", 12, true},   {".csv", 12, true, true}, {".xrdml", 12, true},
+    {".bac", 1, false}, {".gsa", 10, false}, {".gss", 11, false},  {".sim", 1, true},        {".mdi", 1, true},
+    {".cif", 15, true}, {".jcp", 12, true},  {".gsas", 10, false}, {".fxye", 10, false},     {".gda", 11, false},
 }};
 
 // The free format is the last one: it reads by any other mode.

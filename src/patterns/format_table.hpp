@@ -50,11 +50,13 @@ struct Pattern_Format {
     int field;                     // number of that button
 };
 
-// Extensions, all small, whose files may have a format. `decides`: nobody is asked.
+// Extensions, all small, whose files may have a format. `decides`: nobody is asked. `general`: many programs write it, so that contents
+// which speak for a format come first.
 struct Format_Extension {
     std::string_view extension;
     int code;
     bool decides;
+    bool general = false;
 };
 
 // What `instr` begins with, the reader, and what is set afterwards. A blank text, and a `constant_step` below 0, leave what the reader set.

@@ -76,6 +76,11 @@ std::string Head_Of(std::string_view text) {
     return To_Utf8(text.substr(0, std::min<std::size_t>(length, 1 << 20)));
 }
 
+bool Is_General(std::string_view extension) {
+    const auto rows = Format_Extensions();
+    return std::any_of(rows.begin(), rows.end(), [&](const Format_Extension& row) { return row.general && row.extension == extension; });
+}
+
 void To_Deviations(Diffraction_Pattern_Type& p) {
     if (!p.sigma_is_variance) return;
     for (float& s : p.sigma) s = std::sqrt(std::max(s, 0.0f));
@@ -98,6 +103,11 @@ bool Is_Pattern_Extension(std::string_view extension) {
     return std::any_of(rows.begin(), rows.end(), [&](const Format_Extension& row) { return row.extension == small; });
 }
 
+int Format_Of_File(const std::string& file) {
+    const int code = Format_Of_Extension(Extension_Of(file));
+    return code != 0 && Is_General(Lower(Extension_Of(file))) ? Recognise_Format(file).code : code;
+}
+
 Recognition Recognise_Format(const std::string& file) {
     constexpr std::size_t whole = 64 << 20;
     Recognition result;
@@ -108,7 +118,7 @@ Recognition Recognise_Format(const std::string& file) {
     for (const Format_Extension& row : Format_Extensions())
         if (row.extension == extension) result.code = row.code;
     if (result.by_content != 0) result.code = result.by_content;
-    if (result.by_extension != 0) result.code = result.by_extension;
+    if (result.by_extension != 0 && !(result.by_content != 0 && Is_General(extension))) result.code = result.by_extension;
     const bool several = result.code == format_code::gsas || result.code == format_code::gsas_flight;
     if (several && source.Open(file, whole).ok()) result.banks = std::max(1, static_cast<int>(Gsas_Banks(source.Text()).size()));
     return result;

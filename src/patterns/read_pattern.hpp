@@ -18,12 +18,17 @@ int Format_Of_Extension(std::string_view extension);
 // such a recent file opens as a pattern.
 bool Is_Pattern_Extension(std::string_view extension);
 
+// The format code that the name of a file decides, 0 when the user has to be asked. An extension that many programs write yields to
+// contents that speak for a format, as columns in a .csv file do.
+int Format_Of_File(const std::string& file);
+
 // What speaks for the format of a file.
 struct Recognition {
     int by_extension = 0;  // 0 where the extension does not decide
     int by_content = 0;    // 0 where its first lines speak for none
     int banks = 1;         // patterns that it holds, where opening them all is for the user to say
-    int code = 1;          // the format where nobody can be asked: by extension, else content, else the extension's usual one, else free
+    int code = 1;          // the format where nobody can be asked: by extension, else content, else the extension's usual one, else free;
+                           // an extension that many programs write comes behind the content
 };
 Recognition Recognise_Format(const std::string& file);
 

@@ -32,6 +32,21 @@ constexpr File_Kind_Row kinds[] = {
      "", nullptr, nullptr},
 };
 
+Open_Result Open_As_Recognised(Session& session, Ask& ask, const std::string& name) { return Open_Files(session, ask, {name}); }
+
+// Behind the rows of the table: a file whose name tells nothing, and whose contents speak for a format.
+constexpr File_Kind_Row recognised = {File_Kind::pattern,
+                                      [](std::string_view) { return false; },
+                                      "",
+                                      "",
+                                      [] { return std::string(); },
+                                      Letters::any,
+                                      Letters::any,
+                                      "drop",
+                                      "",
+                                      Open_As_Recognised,
+                                      nullptr};
+
 std::string_view Extension_With_Point(std::string_view name) {
     const std::size_t point = name.rfind('.');
     return point == std::string_view::npos ? std::string_view{} : name.substr(point);
@@ -45,6 +60,17 @@ const File_Kind_Row* Through(std::string_view name, Letters File_Kind_Row::*door
     return row->*door == Letters::any || written_alike ? row : nullptr;
 }
 
+const File_Kind_Row* Let_In(std::string_view name) {
+    const std::string file(name);
+    if (const File_Kind_Row* row = File_Kind_Of(name)) return row->open != nullptr && IOsFileExists(file) ? row : nullptr;
+    return Recognise_Format(file).by_content != 0 ? &recognised : nullptr;
+}
+
+const File_Kind_Row* Row_At(std::string_view name, Letters File_Kind_Row::*door) {
+    const File_Kind_Row* const row = Through(name, door);
+    return row != nullptr ? row : Let_In(name);
+}
+
 }  // namespace
 
 std::span<const File_Kind_Row> File_Kinds() { return kinds; }
@@ -56,8 +82,8 @@ const File_Kind_Row* File_Kind_Of(std::string_view name) {
     return nullptr;
 }
 
-const File_Kind_Row* Starts_With(std::string_view name) { return Through(name, &File_Kind_Row::start); }
-const File_Kind_Row* Recent_As(std::string_view name) { return Through(name, &File_Kind_Row::recent); }
+const File_Kind_Row* Starts_With(std::string_view name) { return Row_At(name, &File_Kind_Row::start); }
+const File_Kind_Row* Recent_As(std::string_view name) { return Row_At(name, &File_Kind_Row::recent); }
 
 std::string Selector_Filter(const File_Kind_Row& row) { return std::string(row.filter_label) + '|' + row.filter() + '|'; }
 

@@ -39,7 +39,8 @@ std::span<const File_Kind_Row> File_Kinds();
 // The row that an extension, or that of a name, belongs to, whatever its letters; null for none.
 const File_Kind_Row* File_Kind_Of(std::string_view name);
 
-// The row for which a door is open to a name.
+// The row for which a door is open to a name. A file that is there, and that no row lets in as its name is written, comes in all the same
+// where its extension is known in other letters, or where its contents speak for a format.
 const File_Kind_Row* Starts_With(std::string_view name);
 const File_Kind_Row* Recent_As(std::string_view name);
 

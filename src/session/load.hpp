@@ -49,12 +49,12 @@ struct Open_Result {
     double read_ms = 0;  // from opening the first file to the last row, without dialogs
 };
 
-// Opens the files that the user selects, or the one named. The format follows from the extension of the last name, or is asked;
-// names are read from the last to the first.
+// Opens the files that the user selects, or the one named, each by the format that its name tells; the user is asked once about all those
+// whose names do not tell it. Names are read from the last to the first.
 Open_Result Open_Pattern_File(Session&, Ask&, const std::string& name = {});
 
-// Opens one file by its extension alone, as recent files do: "Bad name: len_trim=0", "Bad name: without extension",
-// "Unknown file extension " as the failure's message, shown by the caller.
+// Opens one file by its extension, or by its contents where that is unknown, as recent files do: "Bad name: len_trim=0",
+// "Bad name: without extension", "Unknown file extension " as the failure's message, shown by the caller.
 Status Open_File_By_Extension(Session&, Ask&, const std::string& name, Open_Result& result);
 
 // Opens several files of a command line, left to right, each by the registry of readers.

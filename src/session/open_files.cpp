@@ -1,6 +1,6 @@
 // Commands that open pattern files: the selector, a name, a recent file, the names of a command line.
 //
-// All of them decide on a format and then read file after file by the Load sequence.
+// All of them decide on a format for each file, and then read file after file by the Load sequence.
 #include <algorithm>
 #include <chrono>
 #include <span>
@@ -65,6 +65,34 @@ private:
 int Known_Code(int code) { return code >= 1 && code <= static_cast<int>(Pattern_Formats().size()) ? code : 1; }
 
 std::string_view Mode_Of_Code(int code) { return Trim(Pattern_Formats()[static_cast<std::size_t>(code - 1)].mode); }
+
+// The name of a file says what is in it: nobody is asked about it.
+bool Name_Tells(const std::string& file) {
+    const File_Kind_Row* kind = File_Kind_Of(file);
+    return (kind != nullptr && (kind->read != nullptr || !kind->refusal.empty())) || Format_Of_File(file) != 0;
+}
+
+// The one question about all files whose names do not tell their format.
+Format_Question Question_About(const std::vector<std::string>& files, char separator) {
+    std::vector<Recognition> looks;
+    for (const std::string& file : files) looks.push_back(Recognise_Format(file));
+    const Recognition& first = looks.front();
+    Format_Question question{.proposed = first.code, .banks = 0};
+    bool one_look = first.by_content != 0;
+    for (const Recognition& look : looks) {
+        question.differ = question.differ || look.code != first.code;
+        one_look = one_look && look.by_content == first.by_content;
+        question.banks += look.banks;
+    }
+    if (question.banks == static_cast<int>(files.size())) question.banks = 1;  // none of them has more than one
+    if (question.differ) question.proposed = 0;
+    if (one_look) question.looks_like = Mode_Of_Code(first.by_content);
+    for (std::size_t i = 0; i < files.size(); ++i) {
+        const std::string format = question.differ ? " (" + std::string(Mode_Of_Code(looks[i].code)) + ')' : "";
+        question.files.push_back(std::string(File_Part(files[i], separator)) + format);
+    }
+    return question;
+}
 
 // Every pattern of a file of several, each a row with its own checks.
 Load_Result Load_Several(Session& session, Ask& ask, Read_File file) {
@@ -134,18 +162,19 @@ Open_Result Open_Pattern_File(Session& session, Ask& ask, const std::string& nam
         files = {name};
     if (files.empty()) return nothing;
 
-    const std::string& last = files.back();
-    Format_Choice choice{Format_Of_Extension(Extension_Of(last)), false};
-    if (choice.code == 0) {
-        const Recognition look = Recognise_Format(last);
-        const std::string look_name(look.by_content == 0 ? std::string_view{} : Mode_Of_Code(look.by_content));
-        const std::optional<Format_Choice> chosen = ask.Data_Format({look.code, look_name, look.banks});
+    std::reverse(files.begin(), files.end());
+    std::vector<std::string> open_ones;
+    std::copy_if(files.begin(), files.end(), std::back_inserter(open_ones), [](const std::string& file) { return !Name_Tells(file); });
+    Format_Choice choice;
+    if (!open_ones.empty()) {
+        const std::optional<Format_Choice> chosen = ask.Data_Format(Question_About(open_ones, session.config.sep));
         if (!chosen) return nothing;
         choice = *chosen;
+        if (choice.code != 0) choice.code = Known_Code(choice.code);
     }
-    std::reverse(files.begin(), files.end());
-    choice.code = Known_Code(choice.code);
-    return Load_All(session, ask, files, true, [choice](const std::string& file) { return Read_Pattern_File(file, choice); });
+    return Load_All(session, ask, files, true, [choice](const std::string& file) {
+        return Name_Tells(file) ? Read_Any_File(file, 0) : Read_Pattern_File(file, choice);
+    });
 }
 
 Open_Result Open_Prf_File(Session& session, Ask& ask, const std::string& name) {
@@ -162,9 +191,8 @@ Open_Result Open_Prf_File(Session& session, Ask& ask, const std::string& name) {
 Status Open_File_By_Extension(Session& session, Ask& ask, const std::string& name, Open_Result& result) {
     const std::string_view text = Trim_Right(name);
     if (text.empty()) return Status::Fail("Bad name: len_trim=0");
-    if (text.find('.') == std::string_view::npos) return Status::Fail("Bad name: without extension");
     const File_Kind_Row* kind = Recent_As(text);
-    if (kind == nullptr) return Status::Fail("Unknown file extension ");
+    if (kind == nullptr) return Status::Fail(Contains(text, ".") ? "Unknown file extension " : "Bad name: without extension");
     if (!kind->refusal.empty()) return Status::Fail(kind->refusal);
     result = kind->open(session, ask, name);
     return Status::Done();

@@ -44,7 +44,7 @@ Status With_Look(Status status, const std::string& path, int code) {
 }  // namespace
 
 Read_File Read_Pattern_File(const std::string& path, const Format_Choice& choice) {
-    const int code = choice.code;
+    const int code = choice.code != 0 ? choice.code : Recognise_Format(path).code;
     const bool gsas = code == format_code::gsas || code == format_code::gsas_flight;
     Read_File file{
         .path = path, .code = code, .several = code == format_code::isis || code == format_code::uxd || (gsas && choice.all_banks)};
@@ -70,7 +70,7 @@ Read_File Read_Any_File(const std::string& path, int code) {
     const File_Kind_Row* kind = File_Kind_Of(path);
     if (kind != nullptr && !kind->refusal.empty()) return {.path = path, .status = Status::Fail(kind->refusal)};
     if (kind != nullptr && kind->read != nullptr) return kind->read(path);
-    return Read_Pattern_File(path, {code != 0 ? code : Recognise_Format(path).code, false});
+    return Read_Pattern_File(path, {code != 0 ? code : Format_Of_File(path), false});
 }
 
 Files_Ahead::Files_Ahead(std::span<const std::string> files, std::function<Read_File(const std::string&)> read, int threads)

@@ -31,7 +31,8 @@ struct Read_File {
 };
 
 // Each is called in any thread.
-Read_File Read_Pattern_File(const std::string& path, const Format_Choice& choice);  // all banks, or the first, by a format
+Read_File Read_Pattern_File(const std::string& path,
+                            const Format_Choice& choice);    // all banks, or the first, by a format; 0: by what it looks like
 Read_File Read_Any_File(const std::string& path, int code);  // by its kind; a pattern by `code`, 0: by what it looks like
 Read_File Read_Refined_File(const std::string& path);
 

@@ -41,12 +41,12 @@ TEST_F(Program, FilesThatWaitAreNotThoseOfAnOpen) {
     EXPECT_EQ(run.With("kind")[1]["file_name"], "rising.xye");
 }
 
-TEST_F(Program, ASelectionComesInReverseAndTheLastNameDecides) {
+TEST_F(Program, ASelectionComesInReverseAndEachByItsOwnName) {
     const auto run = Script("open " + Pattern("eleven_points.dat") + ' ' + Pattern("calculated.xys") + ' ' + Pattern("rising.xye") +
-                            "\nprint rows\nprint state\nprint recent\n");
-    // Read as XYSIGMA throughout: the free-format file, taken last, has no column of numbers in its second half.
+                            "\npress 1\nprint rows\nprint state\nprint recent\n");
     const auto rows = run.With("kind");
-    ASSERT_GE(rows.size(), 2u);
+    ASSERT_EQ(rows.size(), 3u);
+    EXPECT_EQ(rows[2]["format"], "FreeFormat");
     EXPECT_EQ(rows[0]["file_name"], "rising.xye");
     EXPECT_EQ(rows[1]["file_name"], "calculated.xys");
     EXPECT_EQ(rows[1]["kind"], "RIETV");
@@ -80,21 +80,16 @@ TEST_F(Program, EveryMessageOfALoad) {
 }
 
 TEST_F(Program, RecentFilesAndDropsOpenByExtension) {
-    fs::copy_file(Pattern("no_extension"), directory / "no_extension");  // a point in a directory's name counts as one
-    const auto run =
-        Script("drop no_extension\ncommand 40038\nopen " + Pattern("mixed_case.Xy") + "\ncommand 40038\ncommand 40067\n" + "open " +
-               Pattern("rising.xye") + "\ncommand 40038\nprint menu 40038\nprint menu 40070\nprint recent\nprint rows\n");
-    const auto boxes = run.Boxes();
-    ASSERT_EQ(boxes.size(), 4u) << run.output;
-    EXPECT_EQ(boxes[1], "Bad name: without extension");
-    EXPECT_EQ(boxes[2], "Unknown file extension ");
-    EXPECT_EQ(boxes[3], "Bad name: without extension");
+    fs::copy_file(Pattern("no_extension"), directory / "no_extension");  // the contents speak for it
+    const auto run = Script("drop no_extension\ncommand 40038\nopen " + Pattern("mixed_case.Xy") + "\ncommand 40038\n" + "open " +
+                            Pattern("rising.xye") + "\nprint menu 40038\nprint menu 40070\nprint recent\nprint rows\n");
+    ASSERT_EQ(run.Boxes().size(), 1u) << run.output;
     const auto menu = run.With("built");
     EXPECT_EQ(menu.at(0)["label"], "1. " + Pattern("rising.xye"));
     EXPECT_EQ(menu.at(1)["label"], "5. <Empty>");
     EXPECT_EQ(menu.at(1)["enabled"], false);
     EXPECT_EQ(run.With("recent").at(0)["recent"][0], Pattern("rising.xye"));
-    EXPECT_EQ(run.With("kind").size(), 4u);
+    EXPECT_EQ(run.With("kind").size(), 5u);
 }
 
 TEST_F(Program, TheFormatDialogAsksAndCancels) {
@@ -132,6 +127,32 @@ TEST_F(Program, TheFormatDialogNamesWhatItSeesAndOpensAllBanks) {
     EXPECT_EQ(rows[1]["scat_var"], "TOF");
 }
 
+TEST_F(Program, TheFormatDialogNamesTheFilesAndTakesEachAsItIsRecognised) {
+    std::string names;
+    for (int i = 1; i <= 9; ++i) {
+        const std::string name = "f" + std::to_string(i) + (i == 9 ? ".txt" : ".dat");
+        fs::copy_file(Pattern(i == 9 ? "rising.xye" : "eleven_points.dat"), directory / name);
+        names += ' ' + name;
+    }
+    const auto run = Script("open" + names + ' ' + Pattern("calculated.xys") + "\nprint dialog\npress 1\nprint rows\nopen f1.dat f2.dat\n" +
+                            "print dialog\npress 1\n");
+    EXPECT_EQ(run.status, 0) << run.errors;
+    const Json first = run.With("dialog").at(0)["fields"], alike = run.With("dialog").at(1)["fields"];
+    EXPECT_EQ(
+        first[1],
+        (Json{{"field", 1700}, {"kind", "radio"}, {"label", "As recognised, each file by its own"}, {"value", "1"}, {"enabled", true}}));
+    const std::string files = first[17]["value"];
+    EXPECT_EQ(files.find("f9.txt (XYSIGMA)\nf8.dat (FreeFormat)\n"), 0u) << files;
+    EXPECT_NE(files.find("\nand 3 more"), std::string::npos) << files;
+    const auto rows = run.With("kind");
+    ASSERT_EQ(rows.size(), 10u);
+    EXPECT_EQ(rows[1]["format"], "XYSIGMA");
+    EXPECT_EQ(rows[2]["format"], "FreeFormat");
+    EXPECT_EQ(alike[1]["label"], "Free Format (Inst. 0)");
+    EXPECT_EQ(alike[16]["value"], "The files look like FreeFormat.");
+    EXPECT_EQ(alike[17]["value"], "f2.dat\nf1.dat");
+}
+
 TEST_F(Program, BadStatementsAreNamedAndTheScriptGoesOn) {
     const auto run = Script(
         "frobnicate\nopen \"unclosed\ncommand 40014\ncommand 40017\ncommand 99999\nprint nothing\nprint data 1\npress 1\nanswer maybe\n"
@@ -158,9 +179,15 @@ TEST_F(Program, StartUp) {
                                                                    {"--export", "a.png", "--size", "big", "a"},
                                                                    {"--script", "nowhere.vns"}})
         EXPECT_EQ(Run(wrong).status, 2) << wrong.front();
-    const auto unknown = Script("print state\n", {Pattern("no_extension")});
-    EXPECT_EQ(unknown.Boxes().at(1), "ERROR: Unkown Data File format");
-    EXPECT_EQ(unknown.status, 1);
+    for (const char* name : {"prose", "prose.txt", "prose.x.y"}) {
+        std::ofstream(directory / name) << "nothing to be seen\n";
+        const auto unknown = Script("print state\n", {name});
+        EXPECT_EQ(unknown.Boxes().at(1), "ERROR: Unkown Data File format");
+        EXPECT_EQ(unknown.status, 1);
+    }
+    const auto by_contents = Script("print rows\n", {Pattern("no_extension")});
+    EXPECT_EQ(by_contents.With("kind").at(0)["format"], "FreeFormat");
+    EXPECT_EQ(by_contents.status, 0);
     const auto several = Script("print rows\nprint state\n", {Pattern("eleven_points.dat"), Pattern("rising.xye")});
     EXPECT_EQ(several.With("kind").at(0)["format"], "FreeFormat");
     EXPECT_EQ(several.With("kind").at(1)["format"], "XYSIGMA");

@@ -3,6 +3,8 @@
 
 #include <algorithm>
 
+#include "base/os.hpp"
+#include "base/text.hpp"
 #include "session/load.hpp"
 #include "session/session.hpp"
 #include "session/testing.hpp"
@@ -60,6 +62,36 @@ TEST(File_Kinds, EachDoorTakesItsExtensions) {
     for (const std::string name : {"", "f", "f.", "prf", "dir.prf/f", "dir.dat/"}) {
         EXPECT_EQ(Starts_With(name), nullptr) << name;
         EXPECT_EQ(Recent_As(name), nullptr) << name;
+    }
+}
+
+// What several names of a command line open is opened alone too, and from the recent files.
+TEST(File_Kinds, AFileThatIsThereComesInByItsContents) {
+    const Test_Directory dir;
+    std::string columns = "title\n", commas = "angle,counts\n";
+    for (int i = 0; i < 20; ++i) {
+        columns += std::to_string(10 + i) + " 5 1\n";
+        commas += std::to_string(10 + i) + ",5\n";
+    }
+    for (const char* name : {"a.Xye", "a.txt", "a", "a.b.c", "a.buf", "a.Buf", "a.csv", "a.vns", "a.xye", "a.Prf"}) {
+        for (const std::string& text : {columns, commas, std::string("prose\n")}) {
+            const std::string file = dir.Write(name, text);
+            const bool told = std::string(name) == "a.csv" || std::string(name) == "a.xye" || std::string(name) == "a.Prf";
+            const bool closed = Lower(Extension_Of(name)) == ".buf" || Lower(Extension_Of(name)) == ".vns";
+            const bool opens = told || std::string(name) == "a.Xye" || (!closed && text != "prose\n");
+            EXPECT_EQ(Starts_With(file) != nullptr, opens) << name << text;
+            const File_Kind_Row* recent = Recent_As(file);
+            EXPECT_EQ(recent != nullptr && recent->open != nullptr, opens) << name << text;
+            if (!opens || text == "prose\n" || std::string(name) == "a.Prf") continue;
+            Session alone, several;
+            Scripted_Ask ask;
+            Starts_With(file)->open(alone, ask, file);
+            Open_Files(several, ask, {file, file});
+            ASSERT_EQ(alone.store.nperfiles(), 1) << name << text;
+            EXPECT_EQ(several.store.nperfiles(), 2);
+            EXPECT_EQ(alone.store.Info(1).format, several.store.Info(1).format);
+            EXPECT_TRUE(ask.boxes.empty() && ask.questions.empty()) << ask.Last_Box();
+        }
     }
 }
 

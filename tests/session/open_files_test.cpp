@@ -1,6 +1,7 @@
 // Opening by selector, by name, by a recent file and from a command line, with real small files.
 #include <numeric>
 
+#include "base/text.hpp"
 #include "patterns/prf_files.hpp"
 #include "session/load.hpp"
 #include "session/session.hpp"
@@ -36,7 +37,8 @@ struct Opening : testing::Test {
     std::string a = dir.Write("a.xye", Records(100)), b = dir.Write("b.xye", Records(200)), c = dir.Write("c.XYS", Records(300));
     std::string bad = dir.Write("bad.xye", "title\nno numbers\n"),
                 tof = dir.Write("tof.xye", "t\n! Scattering variable: TOF\n" + Records(9));
-    std::string dat = dir.Write("plain.dat", "10.0 1.0 24.0 my sample\n1 2 3 4 5 6 7 8\n9 10 11 12 13 14 15\n");
+    const std::string plain_list = "10.0 1.0 24.0 my sample\n1 2 3 4 5 6 7 8\n9 10 11 12 13 14 15\n";
+    std::string dat = dir.Write("plain.dat", plain_list);
 };
 
 TEST_F(Opening, ASelectionIsReadFromTheLastNameToTheFirst) {
@@ -62,23 +64,73 @@ TEST_F(Opening, ASelectionIsReadFromTheLastNameToTheFirst) {
     EXPECT_TRUE(Check_Invariants(s).ok()) << Check_Invariants(s).message;
 }
 
-TEST_F(Opening, TheLastExtensionDecidesOrTheUserDoes) {
-    ask.selection = {dat, a};  // the free-format file is read in columns of x, y and sigma
-    Open_Pattern_File(s, ask);
-    EXPECT_TRUE(ask.proposals.empty());
-    EXPECT_EQ(s.store.Info(1).format, "XYSIGMA");
-
+TEST_F(Opening, EachFileOfASelectionGoesByItsOwnName) {
     Session other;
     ask.selection = {a, dat};
     EXPECT_TRUE(Open_Pattern_File(other, ask).cancelled);  // no format chosen
     EXPECT_EQ(ask.proposals, std::vector<int>{1});
     EXPECT_EQ(other.store.nperfiles(), 0);
     ask.format = 1;
-    EXPECT_EQ(Open_Pattern_File(other, ask, dat).rows_added, 1);
-    EXPECT_EQ(other.store.Pattern(1).title, "my sample");
-    EXPECT_EQ(other.store.Info(1).format, "FreeFormat");
+    for (const auto& selection : {std::vector{a, dat}, std::vector{dat, a}}) {
+        Session both;
+        ask.selection = selection;
+        EXPECT_EQ(Open_Pattern_File(both, ask).rows_added, 2);
+        EXPECT_EQ(ask.questions.back().files, std::vector<std::string>{"plain.dat"});
+        const int plain = selection.back() == dat ? 1 : 2;
+        EXPECT_EQ(both.store.Info(plain).format, "FreeFormat");
+        EXPECT_EQ(both.store.Pattern(plain).title, "my sample");
+        EXPECT_EQ(both.store.Info(3 - plain).format, "XYSIGMA");
+    }
     ask.selection.clear();
     EXPECT_TRUE(Open_Pattern_File(other, ask).cancelled);
+}
+
+// A bank of 20 points from 20 degrees in steps of 0.5, in centidegrees.
+std::string Constant_Bank() {
+    std::string text = "title\nBANK 1 20 2 CONST 2000 50 0 0 STD";
+    for (int i = 0; i < 20; ++i) text += (i % 10 == 0 ? "\n     " : "     ") + std::to_string(400 + i);
+    return text + '\n';
+}
+
+TEST_F(Opening, OneQuestionIsAboutAllWhoseNamesDoNotTellTheirFormat) {
+    std::string plain = "2theta,counts\n";
+    for (int i = 0; i < 20; ++i) plain += std::to_string(10 + i) + ',' + std::to_string(600 + i) + '\n';
+    const std::string csv = dir.Write("plain.csv", plain), xra = dir.Write("x.XRA", Constant_Bank()),
+                      cwn = dir.Write("c.CWN", Constant_Bank()), prose = dir.Write("prose.txt", "nothing\n"),
+                      list = dir.Write("list.txt", plain_list);
+    struct Case {
+        std::vector<std::string> selection, asked;
+        int proposed;
+        bool differ;
+        std::string looks_like;
+        int chosen;
+        std::string formats;
+    };
+    const Case cases[] = {
+        {{list, a, xra}, {"x.XRA (GSAS)", "list.txt (FreeFormat)"}, 0, true, "", 0, "GSAS XYSIGMA FreeFormat "},
+        {{list, xra, cwn}, {"c.CWN (GSAS)", "x.XRA (GSAS)", "list.txt (FreeFormat)"}, 0, true, "", 10, "GSAS GSAS "},
+        {{a, xra, csv, cwn}, {"c.CWN", "x.XRA"}, 10, false, "GSAS", 10, "GSAS XYSIGMA GSAS XYSIGMA "},
+        {{prose, dat}, {"plain.dat", "prose.txt"}, 1, false, "", 0, "FreeFormat "},
+        {{csv, a}, {}, 0, false, "", 0, "XYSIGMA XYSIGMA "},
+    };
+    for (const Case& row : cases) {
+        SCOPED_TRACE(row.formats);
+        Session session;
+        Scripted_Ask user;
+        user.selection = row.selection;
+        user.format = row.chosen;
+        Open_Pattern_File(session, user);
+        ASSERT_EQ(user.questions.size(), row.asked.empty() ? 0u : 1u);
+        for (const Format_Question& question : user.questions) {
+            EXPECT_EQ(question.files, row.asked);
+            EXPECT_EQ(question.proposed, row.proposed);
+            EXPECT_EQ(question.differ, row.differ);
+            EXPECT_EQ(question.looks_like, row.looks_like);
+        }
+        std::string formats;
+        for (int i = 1; i <= session.store.nperfiles(); ++i) formats += session.store.Info(i).format + ' ';
+        EXPECT_EQ(formats, row.formats) << user.Last_Box();
+    }
 }
 
 TEST_F(Opening, ASelectionStopsAtAFailureButNotAtAnXSpace) {
@@ -102,7 +154,7 @@ TEST_F(Opening, ARecentFileOpensByItsExtensionAsWritten) {
     const std::pair<std::string, std::string> cases[] = {
         {"   ", "Bad name: len_trim=0"},
         {"nopoint", "Bad name: without extension"},
-        {"a.Xye", "Unknown file extension "},
+        {"a.Xye", "Unknown file extension "},  // not there
         {"a.Dat", "Unknown file extension "},
         {"a.doc", "Unknown file extension "},
         {"/d.ir/nopoint", "Unknown file extension "},
@@ -110,6 +162,12 @@ TEST_F(Opening, ARecentFileOpensByItsExtensionAsWritten) {
         {a, ""},    // known to the readers alone
         {c, ""},    // in the list of the program
         {dat, ""},  // in the list, and the format is asked
+        {dir.Write("noise.txt", "prose alone\n"), "Unknown file extension "},
+        {dir.Write("noise", "prose alone\n"), Contains(dir.path, ".") ? "Unknown file extension " : "Bad name: without extension"},
+        {dir.Write("b.Xye", Records(1)), ""},  // the letters of a file that is there do not matter
+        {dir.Write("c.XRA", Constant_Bank()), ""},
+        {dir.Write("c.txt", Records(1)), ""},
+        {dir.Write("columns", Records(1)), ""},
     };
     for (const auto& [name, message] : cases) {
         Open_Result result;

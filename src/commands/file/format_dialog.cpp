@@ -1,7 +1,9 @@
 #include "commands/file/format_dialog.hpp"
 
+#include <algorithm>
 #include <array>
 
+#include "base/text.hpp"
 #include "commands/modal.hpp"
 #include "patterns/format_table.hpp"
 #include "toolkit/dialog.hpp"
@@ -13,15 +15,30 @@ namespace {
 constexpr int format_dialog = 104;
 constexpr int field_heading = 1001;
 constexpr int field_first_format = 1002;
-constexpr int field_look = 1701, field_all_banks = 1702;  // only where there is something to say
+constexpr int field_as_recognised = 1700;                                     // a format of its own for each file, where they differ
+constexpr int field_look = 1701, field_all_banks = 1702, field_files = 1703;  // only where there is something to say
+constexpr std::size_t most_names = 6, widest_name = 60;
+
+std::string Names(const Format_Question& question) {
+    std::string names;
+    for (std::size_t i = 0; i < std::min(question.files.size(), most_names); ++i)
+        names += (i == 0 ? "" : "\n") + Elide_Middle(question.files[i], widest_name);
+    if (question.files.size() > most_names) names += "\nand " + std::to_string(question.files.size() - most_names) + " more";
+    return names;
+}
 
 Dialog_Resource Format_Dialog_Resource(const Format_Question& question) {
     Dialog_Resource resource{format_dialog, "Format of the data file", {}};
     resource.rows.push_back({{field_heading, Field_Kind::label, "Format of data file:", 0, "", true}});
+    if (question.differ)
+        resource.rows.push_back({{field_as_recognised, Field_Kind::radio, "As recognised, each file by its own", field_first_format}});
     for (const Pattern_Format& format : Pattern_Formats())
         resource.rows.push_back({{format.field, Field_Kind::radio, std::string(format.description), field_first_format}});
     if (!question.looks_like.empty())
-        resource.rows.push_back({{field_look, Field_Kind::label, "The file looks like " + question.looks_like + "."}});
+        resource.rows.push_back(
+            {{field_look, Field_Kind::label,
+              (question.files.size() > 1 ? "The files look like " : "The file looks like ") + question.looks_like + "."}});
+    if (!question.files.empty()) resource.rows.push_back({{field_files, Field_Kind::label, Names(question)}});
     if (question.banks > 1)
         resource.rows.push_back(
             {{field_all_banks, Field_Kind::check_box, "Open all " + std::to_string(question.banks) + " &banks as profiles"}});
@@ -40,13 +57,14 @@ const Pattern_Format& Format_With(int Pattern_Format::*item, int value) {
 std::optional<Format_Choice> Data_Format_Dialog(const Format_Question& question) {
     Register_Dialogs(std::array{Format_Dialog_Resource(question)});
     WDialogLoad(format_dialog);
-    WDialogPutRadioButton(Format_With(&Pattern_Format::code, question.proposed).field);
+    WDialogPutRadioButton(question.proposed == 0 ? field_as_recognised : Format_With(&Pattern_Format::code, question.proposed).field);
     WDialogShow(0, Show_Kind::modal);
 
     std::optional<Format_Choice> choice;
     if (Run_Modal(format_dialog) == button_ok) {
         const int field = WDialogGetRadioButton(field_first_format);
-        choice = Format_Choice{Format_With(&Pattern_Format::field, field).code, WDialogGetCheckBox(field_all_banks) == 1};
+        const int code = field == field_as_recognised ? 0 : Format_With(&Pattern_Format::field, field).code;
+        choice = Format_Choice{code, WDialogGetCheckBox(field_all_banks) == 1};
     }
     WDialogUnload();
     return choice;

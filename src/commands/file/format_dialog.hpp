@@ -7,7 +7,8 @@
 
 namespace vntl {
 
-// What was recognised is named and selected; a file of several banks offers to open them all.
+// What was recognised is named and selected, and so are the files; those that were recognised as different formats may be read each by its
+// own. Files of several banks offer to open them all.
 std::optional<Format_Choice> Data_Format_Dialog(const Format_Question& question);
 
 }  // namespace vntl
