@@ -5,6 +5,7 @@
 
 #include "app/command_table.hpp"
 #include "commands/file/exit.hpp"
+#include "commands/file/opened.hpp"
 #include "commands/plot/mouse.hpp"
 #include "plot/plot.hpp"
 #include "session/changes.hpp"
@@ -21,6 +22,7 @@ namespace {
 void Do_Command(Application& app, int id) {
     const Command* command = Find_Command(id);
     if (command == nullptr || !command->built() || !app.session.interface.Enabled(id)) return;
+    app.session.interface.End_Passing_Text();
     command->action(app);
 }
 
@@ -84,8 +86,7 @@ void Register_Main_Window(Application& app) {
 }
 
 void Open_Dropped_Files(Application& app, const std::vector<std::string>& names) {
-    app.failed |= Open_Files(app.session, app.ask, names).failed;
-    Plot_ReMake(app.session);
+    Show_Opened(app, Open_Files(app.session, app.ask, names));
 }
 
 void Carry_To_Window(Application& app) {

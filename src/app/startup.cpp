@@ -14,6 +14,7 @@
 #include "base/text.hpp"
 #include "base/text_file.hpp"
 #include "commands/file/export_picture.hpp"
+#include "commands/file/opened.hpp"
 #include "plot/plot.hpp"
 #include "session/file_kinds.hpp"
 #include "session/load.hpp"
@@ -106,8 +107,7 @@ void Open_Start_File(Application& app, const std::string& name) {
         app.ask.Box({Box_Buttons::ok, Box_Icon::exclamation, 1, "ERROR: Unkown Data File format", session.config.program_name});
         return;
     }
-    app.failed |= kind->open(session, app.ask, name).failed;
-    Plot_ReMake(session);
+    Show_Opened(app, kind->open(session, app.ask, name));
 }
 
 void Open_Start_Files(Application& app, const Command_Line& line) {

@@ -36,10 +36,20 @@ void Interface_State::Label(int command, std::string text) {
 
 void Interface_State::Status_Text(int part, std::string text) {
     if (part < 1 || part > status_parts) return;
+    if (part == 1) passing = false;
     std::string& present = status[static_cast<std::size_t>(part - 1)];
     if (present == text) return;
     present = std::move(text);
     ++revision;
+}
+
+void Interface_State::Passing_Text(std::string text) {
+    Status_Text(1, std::move(text));
+    passing = true;
+}
+
+void Interface_State::End_Passing_Text() {
+    if (passing) Status_Text(1, "");
 }
 
 }  // namespace vntl

@@ -36,6 +36,7 @@ struct Interface_State {
     bool want_mouse_down = false, want_mouse_up = false, want_mouse_move = false;
     Cursor_Shape cursor = Cursor_Shape::arrow;
     std::array<std::string, status_parts> status{{"", "", "", "", "none"}};  // the last part shows the plot form
+    bool passing = false;   // part 1 tells of what just happened, until the next command or move of the mouse
     unsigned revision = 0;  // goes up with every change, so that the window knows when to look
 
     void Enable(int command, bool on);
@@ -44,6 +45,8 @@ struct Interface_State {
     bool Checked(int command) const;
     void Label(int command, std::string text);
     void Status_Text(int part, std::string text);  // part 1 to 5
+    void Passing_Text(std::string text);           // part 1
+    void End_Passing_Text();
 };
 
 // The one place that changes the plot form: stores it and shows it in part 5 of the status bar.

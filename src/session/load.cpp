@@ -8,6 +8,7 @@
 
 #include "base/os.hpp"
 #include "base/text.hpp"
+#include "patterns/sound_points.hpp"
 #include "session/session.hpp"
 #include "session/xspace.hpp"
 
@@ -33,6 +34,39 @@ Status Check_Read_Pattern(const Diffraction_Pattern_Type& p, const std::string& 
     return Status::Done();
 }
 
+// Once for all files of a command: they are sorted by x, or stay unopened. `where` names the first point out of order.
+bool May_Sort(Ask& ask, const std::string& name, const std::string& where, Load_Notes& notes) {
+    if (notes.sorts) return *notes.sorts;
+    std::string text = name + ": " + where + ".\nSort by x and average repeats?";
+    if (notes.several) text += "\nThe answer holds for every such file of this choice; with no they stay unopened.";
+    notes.sorts = ask.Box({Box_Buttons::yes_no, Box_Icon::question, 1, text, std::string(warning_title)}) == Box_Answer::yes;
+    return *notes.sorts;
+}
+
+std::string Place_Of(const Fall& fall, const std::string& path) {
+    const int line = Line_Of_Fall(path, fall);
+    return (fall.at < fall.highest ? "x falls at point " : "x repeats at point ") + std::to_string(fall.point) +
+           (line > 0 ? " (line " + std::to_string(line) + ")" : "");
+}
+
+// Points without a number go, and x rises from then on; or what failed.
+std::optional<Load_Result> Make_Sound(Ask& ask, const std::string& path, const std::string& name, Fresh_Pattern& fresh, Load_Notes& notes) {
+    const std::optional<Fall> fall = First_Fall(fresh.pattern);
+    fresh.left_out = Leave_Out_Points_Without_Numbers(fresh.pattern);
+    if (const Status status = Check_Read_Pattern(fresh.pattern, name); status.failed) {
+        ask.Error(status.message);
+        return Load_Result::failed;
+    }
+    if (!fall) return {};
+    const std::string where = Place_Of(*fall, path);
+    if (!May_Sort(ask, name, where, notes)) {
+        notes.refusal = "ERROR Opening file: " + name + '\n' + where;
+        return Load_Result::refused;
+    }
+    Sort_By_X(fresh.pattern);
+    return {};
+}
+
 // The second to the tenth calculated intensity tell whether the file brings a curve of a refinement.
 bool Brings_Calculated_Curve(const Diffraction_Pattern_Type& p) {
     float sum = 0;
@@ -47,7 +81,7 @@ std::string Absolute_Path(const Configuration& config, const std::string& path) 
     return config.sep == '/' ? std::filesystem::path(full).lexically_normal().string() : full;
 }
 
-std::optional<Load_Result> Check_For_Row(Session& session, Ask& ask, const std::string& path, Fresh_Pattern& fresh) {
+std::optional<Load_Result> Check_For_Row(Session& session, Ask& ask, const std::string& path, Fresh_Pattern& fresh, Load_Notes& notes) {
     if (session.store.full()) {
         ask.Error(std::string(table_full_text));
         return Load_Result::table_full;
@@ -63,15 +97,18 @@ std::optional<Load_Result> Check_For_Row(Session& session, Ask& ask, const std::
         return Load_Result::failed;
     }
     Trim_Pattern(fresh.pattern);
-    return {};
+    fresh.read = fresh.pattern.npts;
+    if (Has_Sound_Points(fresh.pattern)) return {};
+    return Make_Sound(ask, path, name, fresh, notes);
 }
 
-Load_Result Load_Row(Session& session, Ask& ask, const std::string& path, const std::string& format, Fresh_Pattern fresh) {
+Load_Result Load_Row(Session& session, Ask& ask, const std::string& path, const std::string& format, Fresh_Pattern fresh,
+                     Load_Notes& notes) {
     Profile_Store& store = session.store;
     const int row = store.nperfiles() + 1;
     const std::string full_path = Absolute_Path(session.config, path);
     const std::string name(Trim(File_Part(full_path, session.config.sep)));
-    if (const auto failure = Check_For_Row(session, ask, path, fresh)) return *failure;
+    if (const auto failure = Check_For_Row(session, ask, path, fresh, notes)) return *failure;
     Diffraction_Pattern_Type& pattern = fresh.pattern;
 
     const bool rietveld = row <= profiles_with_optional_arrays && Brings_Calculated_Curve(pattern);
@@ -80,6 +117,7 @@ Load_Result Load_Row(Session& session, Ask& ask, const std::string& path, const 
     info.directory = Directory_Part(full_path, session.config.sep);
     info.format = format;
     info.kind = rietveld ? Row_Kind::rietv : Row_Kind::data;
+    store.Make_Room();
 
     Status status = Check_Load_Xspace(session, ask, pattern, name);
     if (status.failed) {
@@ -89,11 +127,12 @@ Load_Result Load_Row(Session& session, Ask& ask, const std::string& path, const 
 
     if (row > profiles_with_optional_arrays) Purge_Pattern(pattern, "DATA");
     store.changes.Forget();
+    MRU_Add(session, full_path);
+    notes.Count(name, pattern.npts_claimed, fresh.read, fresh.left_out);
     store.Append(std::move(pattern), std::move(info));
     const auto flag = static_cast<std::size_t>(row - 1);
     store.show_ycalc_of[flag] = rietveld;
     store.show_bgr_of[flag] = rietveld && format == "CIF";
-    MRU_Add(session, full_path);
     return Load_Result::added;
 }
 

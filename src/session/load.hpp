@@ -9,6 +9,7 @@
 #include "base/ask.hpp"
 #include "base/status.hpp"
 #include "patterns/pattern.hpp"
+#include "session/load_notes.hpp"
 
 namespace vntl {
 
@@ -17,23 +18,24 @@ struct Session;
 
 enum class Load_Result {
     added,
-    table_full,    // 2000 rows; told to the user
-    failed,        // the reader or a check failed; told to the user
-    failed_alone,  // the same, of a file that does not end a selection
-    refused,       // the x space refused the file; told to the user
+    table_full,  // 2000 rows; told to the user
+    failed,      // the reader or a check failed; told to the user
+    refused,     // the x space refused the file, which is told to the user, or the user did, which the notes tell
 };
 
 // What a reader made of a file: a pattern, or why there is none.
 struct Fresh_Pattern {
     Status status;
     Diffraction_Pattern_Type pattern;
+    int read = 0, left_out = 0;  // points of the file, and those of them without a number
 };
 
 // A file becomes row nperfiles + 1: limit, checks, trimming, kind, x space, recent files. Nothing changes unless the result is `added`.
-Load_Result Load_Row(Session&, Ask&, const std::string& path, const std::string& format, Fresh_Pattern fresh);
+Load_Result Load_Row(Session&, Ask&, const std::string& path, const std::string& format, Fresh_Pattern fresh, Load_Notes&);
 
-// The steps of that sequence up to the trimmed pattern: what failed, told to the user, or nothing. For rows that bring more than a pattern.
-std::optional<Load_Result> Check_For_Row(Session&, Ask&, const std::string& path, Fresh_Pattern& fresh);
+// The steps of that sequence up to the trimmed pattern, whose x rises strictly and whose x and y are numbers: what failed, told to the
+// user, or nothing. For rows that bring more than a pattern.
+std::optional<Load_Result> Check_For_Row(Session&, Ask&, const std::string& path, Fresh_Pattern& fresh, Load_Notes&);
 
 // The one name of a file, whatever the directory from which it was opened.
 std::string Absolute_Path(const Configuration&, const std::string& path);
@@ -47,6 +49,7 @@ struct Open_Result {
     bool failed = false;
     bool cancelled = false;
     double read_ms = 0;  // from opening the first file to the last row, without dialogs
+    std::string notice;  // for the status bar, empty for none
 };
 
 // Opens the files that the user selects, or the one named, each by the format that its name tells; the user is asked once about all those

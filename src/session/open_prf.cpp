@@ -57,31 +57,37 @@ void Name_Axes(Session& session, const Diffraction_Pattern_Type& pattern, bool c
 
 }  // namespace
 
-Load_Result Load_Prf_Row(Session& session, Ask& ask, const std::string& path, Fresh_Pattern fresh, PRF_Info_Add_Type info) {
+Load_Result Load_Prf_Row(Session& session, Ask& ask, const std::string& path, Fresh_Pattern fresh, PRF_Info_Add_Type info,
+                         Load_Notes& notes) {
     Profile_Store& store = session.store;
     const std::string full_path = Absolute_Path(session.config, path);
-    if (const auto failure = Check_For_Row(session, ask, path, fresh)) return *failure;
+    if (const auto failure = Check_For_Row(session, ask, path, fresh, notes)) return *failure;
     Diffraction_Pattern_Type& pattern = fresh.pattern;
     info.file_name = Trim(File_Part(full_path, session.config.sep));
     info.directory = Directory_Part(full_path, session.config.sep);
 
+    store.Make_Room();
     bool converted = false;
     if (const Status status = Join_Present(session, ask, pattern, info, converted); status.failed) {
         ask.Error(status.message);
         return Load_Result::refused;
     }
     const int refined = Refined_Row(store);
-    if (refined != 0 && !May_Overwrite(ask, store.Info(refined).file_name)) return Load_Result::refused;
+    if (refined != 0 && !May_Overwrite(ask, store.Info(refined).file_name)) {
+        notes.refusal = info.file_name + " does not take the place of " + store.Info(refined).file_name;
+        return Load_Result::refused;
+    }
 
     Name_Axes(session, pattern, converted);
     store.changes.Forget();
+    MRU_Add(session, full_path);
+    notes.Count(info.file_name, pattern.npts_claimed, fresh.read, fresh.left_out);
     if (refined != 0) {
         store.Pattern(refined) = std::move(pattern);
         store.Info(refined) = std::move(info);
     } else {
         store.Append(std::move(pattern), std::move(info));
     }
-    MRU_Add(session, full_path);
     return Load_Result::added;
 }
 

@@ -18,6 +18,6 @@ Open_Result Open_Prf_File(Session&, Ask&, const std::string& name = {});
 
 // What was read of one profile file goes through the Load sequence, with its reflections and excluded regions; `refused` also when the user
 // keeps the refined profile that is there. Finish_Load follows.
-Load_Result Load_Prf_Row(Session&, Ask&, const std::string& path, Fresh_Pattern fresh, PRF_Info_Add_Type info);
+Load_Result Load_Prf_Row(Session&, Ask&, const std::string& path, Fresh_Pattern fresh, PRF_Info_Add_Type info, Load_Notes&);
 
 }  // namespace vntl

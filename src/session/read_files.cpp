@@ -1,6 +1,7 @@
 #include "session/read_files.hpp"
 
 #include <algorithm>
+#include <new>
 #include <thread>
 #include <utility>
 
@@ -13,8 +14,6 @@
 namespace vntl {
 
 namespace {
-
-constexpr std::string_view out_of_memory = "There is not enough memory to read it";
 
 std::string Mode_Of(int code) { return std::string(Trim(Pattern_Formats()[static_cast<std::size_t>(code - 1)].mode)); }
 
@@ -82,15 +81,21 @@ Files_Ahead::~Files_Ahead() {
     for (Long_Work<Read_File>& work : ahead_) work.Control().Cancel();
 }
 
+// Where memory runs out fewer files are ahead, or none.
 void Files_Ahead::Start_More() {
-    for (; ahead_.size() < most_ && started_ < files_.size(); ++started_)
-        ahead_.emplace_back([this, path = files_[started_]](Work_Control& control) {
-            const Turn turn(free_threads_);
-            return control.Cancelled() ? Read_File{} : read_(path);
-        });
+    try {
+        for (; ahead_.size() < most_ && started_ < files_.size(); ++started_)
+            ahead_.emplace_back([this, path = files_[started_]](Work_Control& control) {
+                const Turn turn(free_threads_);
+                return control.Cancelled() ? Read_File{} : read_(path);
+            });
+    } catch (const std::bad_alloc&) {
+    }
 }
 
 Read_File Files_Ahead::Take(Progress& progress) {
+    if (ahead_.empty()) Start_More();
+    if (ahead_.empty()) return {.path = files_[started_++], .status = Status::Fail(out_of_memory)};
     Long_Work<Read_File>& first = ahead_.front();
     progress.Wait([&first](std::chrono::milliseconds time) { return first.Ready_Within(time); });
     std::optional<Read_File> file = first.Take();

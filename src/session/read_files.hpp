@@ -18,6 +18,8 @@
 
 namespace vntl {
 
+inline constexpr std::string_view out_of_memory = "There is not enough memory to read it";
+
 // What was read of a file.
 struct Read_File {
     std::string path;

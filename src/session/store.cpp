@@ -73,7 +73,14 @@ const Diffraction_Pattern_Type& Profile_Store::Pattern(int row) const { return p
 PRF_Info_Add_Type& Profile_Store::Info(int row) { return infos_[Index_Of(row, infos_.size())]; }
 const PRF_Info_Add_Type& Profile_Store::Info(int row) const { return infos_[Index_Of(row, infos_.size())]; }
 
+void Profile_Store::Make_Room() {
+    const std::size_t rows = patterns_.size(), room = 2 * rows + 8;
+    if (patterns_.capacity() == rows) patterns_.reserve(room);
+    if (infos_.capacity() == rows) infos_.reserve(room);
+}
+
 void Profile_Store::Append(Diffraction_Pattern_Type pattern, PRF_Info_Add_Type info) {
+    Make_Room();
     patterns_.push_back(std::move(pattern));
     infos_.push_back(std::move(info));
 }

@@ -29,7 +29,10 @@ public:
     PRF_Info_Add_Type& Info(int row);
     const PRF_Info_Add_Type& Info(int row) const;
 
-    // Appends a row; the caller has asked full().
+    // After this the next Append needs no memory.
+    void Make_Room();
+
+    // Appends a row; the caller has asked full(). Where memory runs out nothing changes.
     void Append(Diffraction_Pattern_Type pattern, PRF_Info_Add_Type info);
     int Append_Copy(int row);  // of both records; shift and factor of the new row start anew. Its number. The caller has asked full().
     void Drop_Last();

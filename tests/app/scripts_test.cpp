@@ -153,6 +153,32 @@ TEST_F(Program, TheFormatDialogNamesTheFilesAndTakesEachAsItIsRecognised) {
     EXPECT_EQ(alike[17]["value"], "f2.dat\nf1.dat");
 }
 
+// What a load left out stands in the status bar until the next command or move of the mouse; the box of a long choice is told whole.
+TEST_F(Program, ALoadTellsWhatItLeftOut) {
+    std::string text = "t\n", names;
+    for (int i = 0; i < 30; ++i) text += std::to_string(10 + i) + (i == 4 ? " nan 1\n" : " 5 1\n");
+    std::ofstream(directory / "lost.xye") << text;
+    std::ofstream(directory / "back.xye") << text.insert(text.find("\n15 ") + 1, "12.5 5 1\n");
+    for (int i = 0; i < 30; ++i) {
+        names += " bad" + std::to_string(i) + ".xye";
+        std::ofstream(directory / ("bad" + std::to_string(i) + ".xye")) << "t\nno numbers\n";
+    }
+    const auto run = Script("open lost.xye\nprint state\nmouse move 600 400\nprint state\nopen lost.xye\ncommand 40137\nprint state\n" +
+                            std::string("answer no\nopen back.xye\nanswer yes\nopen back.xye\ndrop lost.xye") + names + "\nprint state\n");
+    EXPECT_EQ(run.status, 1) << run.errors;
+    const auto states = run.With("plot_type");
+    ASSERT_EQ(states.size(), 4u) << run.errors;
+    EXPECT_EQ(states[0]["status"][0], "1 point without a number was left out of lost.xye");
+    for (const std::size_t later : {1u, 2u}) EXPECT_EQ(states[later]["status"][0], "");
+    EXPECT_EQ(states[3]["status"][0], "1 point without a number was left out of lost.xye");
+    EXPECT_EQ(states[3]["nperfiles"], 4);
+    const auto boxes = run.Boxes();
+    ASSERT_EQ(boxes.size(), 4u);
+    for (const std::size_t question : {1u, 2u}) EXPECT_EQ(boxes[question].find("back.xye: x falls at point 6 (line 7).\n"), 0u) << boxes[1];
+    EXPECT_EQ(boxes[3].find("1 opened, 30 refused\n\nERROR in file: bad0.xye\nError reading "), 0u) << boxes[3];
+    EXPECT_NE(boxes[3].find("\n\nERROR in file: bad29.xye\n"), std::string::npos);
+}
+
 TEST_F(Program, BadStatementsAreNamedAndTheScriptGoesOn) {
     const auto run = Script(
         "frobnicate\nopen \"unclosed\ncommand 40014\ncommand 40017\ncommand 99999\nprint nothing\nprint data 1\npress 1\nanswer maybe\n"

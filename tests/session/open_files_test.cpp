@@ -133,20 +133,99 @@ TEST_F(Opening, OneQuestionIsAboutAllWhoseNamesDoNotTellTheirFormat) {
     }
 }
 
-TEST_F(Opening, ASelectionStopsAtAFailureButNotAtAnXSpace) {
+// A file that came alone is told of at once; of several, one box at the end tells.
+TEST_F(Opening, ASelectionPassesOverWhatIsRefused) {
     ask.selection = {a, tof, b};
     Open_Result result = Open_Pattern_File(s, ask);
     EXPECT_EQ(First_Values(s), "200 100 ");
     EXPECT_FALSE(result.failed);
-    EXPECT_EQ(ask.boxes.size(), 1u);
-    ask.selection = {a, bad, c};
+    const std::string no_merge = "Present space: 2theta, file in TOF,\nIt is not possible to merge different scattering variables ";
+    EXPECT_EQ(ask.boxes, std::vector<std::string>{"Error Message|2 opened, 1 refused\n\ntof.xye: " + no_merge});
+    ask.selection = {a, bad, tof, c};
     result = Open_Pattern_File(s, ask);
-    EXPECT_EQ(First_Values(s), "200 100 300 ");
+    EXPECT_EQ(First_Values(s), "200 100 300 100 ");
     EXPECT_TRUE(result.failed);
-    EXPECT_EQ(ask.boxes.size(), 2u);
-    EXPECT_EQ(ask.Last_Box().rfind("Error Message|ERROR in file: bad.xye\n", 0), 0u) << ask.Last_Box();
+    ASSERT_EQ(ask.boxes.size(), 2u);
+    const std::string broken = "ERROR in file: bad.xye\nError reading a profile DATA file of XYSigma format";
+    EXPECT_EQ(ask.Last_Box(), "Error Message|2 opened, 2 refused\n\ntof.xye: " + no_merge + "\n\n" + broken);
+    Open_Pattern_File(s, ask, bad);
+    EXPECT_EQ(ask.Last_Box(), "Error Message|" + broken);
+    Open_Pattern_File(s, ask, tof);
+    EXPECT_EQ(ask.Last_Box(), "Error Message|" + no_merge);
     result = Open_Pattern_File(s, ask, dir.path + "/missing.xye");
     EXPECT_EQ(ask.Last_Box(), "Error Message|ERROR in file: missing.xye\nThe file " + dir.path + "/missing.xye doesn't exist");
+}
+
+TEST_F(Opening, AFullTableEndsASelection) {
+    while (s.store.nperfiles() < max_profiles - 1) s.store.Append(Tiny_Pattern(2), {});
+    Set_Xspace(s, "2theta");
+    const Open_Result result = Open_Files(s, ask, {bad, a, b, bad, c});
+    EXPECT_TRUE(result.failed);
+    EXPECT_EQ(result.rows_added, 1);
+    ASSERT_EQ(ask.boxes.size(), 2u);  // what was not reached is not refused
+    EXPECT_EQ(ask.boxes[0], "Error Message|" + std::string(table_full_text));
+    EXPECT_EQ(ask.boxes[1].find("Error Message|1 opened, 1 refused\n\nERROR in file: bad.xye\n"), 0u) << ask.boxes[1];
+}
+
+// Fifteen points from x = 10, the fifth of which is at `x` with the intensity `y`.
+std::string With_Fifth(const std::string& x, const std::string& y) {
+    std::string text = Records(100);
+    const std::string old = "14.0 104.0";
+    return text.replace(text.find(old), old.size(), x + ' ' + y);
+}
+
+TEST_F(Opening, XThatDoesNotRiseIsSortedOrLeftOutOnceASelection) {
+    const std::string falls = dir.Write("falls.xye", With_Fifth("12.5", "50.0")),
+                      repeats = dir.Write("repeats.xye", With_Fifth("13.0", "3.0"));
+    const std::string question = "Warning Message|falls.xye: x falls at point 5 (line 6).\nSort by x and average repeats?";
+    for (const Box_Answer answer : {Box_Answer::yes, Box_Answer::no}) {
+        const bool yes = answer == Box_Answer::yes;
+        Session alone, several;
+        Scripted_Ask user;
+        user.answer = answer;
+        EXPECT_FALSE(Open_Files(alone, user, {falls}).failed);
+        EXPECT_EQ(user.boxes, std::vector<std::string>{question});
+        EXPECT_EQ(alone.store.nperfiles(), yes ? 1 : 0);
+        user.boxes.clear();
+        EXPECT_FALSE(Open_Files(several, user, {a, falls, repeats, b}).failed);
+        ASSERT_EQ(user.boxes.size(), yes ? 1u : 2u) << user.Last_Box();
+        EXPECT_EQ(user.boxes[0].find(question), 0u) << user.boxes[0];
+        EXPECT_EQ(several.store.nperfiles(), yes ? 4 : 2);
+        EXPECT_TRUE(Check_Invariants(several).ok());
+        if (!yes) {
+            EXPECT_EQ(user.boxes[1],
+                      "Error Message|2 opened, 2 refused\n\nERROR Opening file: falls.xye\nx falls at point 5 (line 6)\n\n"
+                      "ERROR Opening file: repeats.xye\nx repeats at point 5 (line 6)");
+            continue;
+        }
+        const Diffraction_Pattern_Type &sorted = several.store.Pattern(2), &merged = several.store.Pattern(3);
+        EXPECT_EQ(sorted.npts, 15);
+        EXPECT_EQ(sorted.x[3], 12.5f);
+        EXPECT_EQ(sorted.y[3], 50.0f);
+        EXPECT_EQ(merged.npts, 14);
+        EXPECT_EQ(merged.y[3], 53.0f);  // of 103 and 3
+        EXPECT_EQ(merged.sigma[3], 0.5f);
+    }
+}
+
+TEST_F(Opening, PointsWithoutNumbersAreLeftOutAndCounted) {
+    const std::string one = dir.Write("one.xye", With_Fifth("14.0", "nan"));
+    std::string two_text = With_Fifth("14.0", "inf");
+    const std::string two = dir.Write("two.xye", two_text.replace(two_text.find("10.0 100.0"), 10, "10.0 NaN"));
+    std::string none_text = "t\n";
+    for (int i = 0; i < 15; ++i) none_text += std::to_string(10 + i) + " nan 1\n";
+    const std::string none = dir.Write("none.xye", none_text);
+    EXPECT_EQ(Open_Files(s, ask, {one}).notice, "1 point without a number was left out of one.xye");
+    EXPECT_EQ(s.store.Pattern(1).npts, 14);
+    EXPECT_EQ(Open_Files(s, ask, {two}).notice, "2 points without a number were left out of two.xye");
+    EXPECT_EQ(s.store.Pattern(2).xmin, 11.0f);
+    EXPECT_EQ(Open_Files(s, ask, {one, a, two}).notice, "3 points without a number were left out of 2 profiles");
+    EXPECT_EQ(Open_Files(s, ask, {a}).notice, "");
+    EXPECT_TRUE(ask.boxes.empty());
+    const Open_Result result = Open_Files(s, ask, {none});
+    EXPECT_TRUE(result.failed && result.notice.empty());
+    EXPECT_EQ(ask.Last_Box(), "Error Message|ERROR in file: none.xye\nnpts<1");
+    EXPECT_TRUE(Check_Invariants(s).ok()) << Check_Invariants(s).message;
 }
 
 TEST_F(Opening, ARecentFileOpensByItsExtensionAsWritten) {
@@ -182,8 +261,9 @@ TEST_F(Opening, ACommandLineIsReadLeftToRightPastItsFailures) {
     const Open_Result result = Open_Files(s, ask, {a, bad, "no.prf", dat, b, tof});
     EXPECT_EQ(First_Values(s), "100 1 200 ");
     EXPECT_TRUE(result.failed && s.store.profiles_uniform && ask.proposals.empty());
-    ASSERT_EQ(ask.boxes.size(), 3u);  // the reader, the profile file, the x space
-    EXPECT_EQ(ask.boxes[1], "Error Message|ERROR in file: no.prf\nERROR 00: File not found");
+    ASSERT_EQ(ask.boxes.size(), 1u);  // the reader, the profile file, the x space
+    EXPECT_EQ(ask.boxes[0].find("Error Message|3 opened, 3 refused\n"), 0u) << ask.boxes[0];
+    EXPECT_NE(ask.boxes[0].find("\n\nERROR in file: no.prf\nERROR 00: File not found\n\ntof.xye: Present"), std::string::npos);
     Session one;
     EXPECT_FALSE(Open_Files(one, ask, {a}, 9).failed);
     EXPECT_EQ(one.store.Info(1).format, "XYSIGMA");
@@ -319,8 +399,8 @@ TEST_F(Opening, ThreadsThatReadAheadChangeNothingOfTheOrder) {
     for (const bool command_line : {false, true})
         for (const std::string_view space : {"", "d-spacing"}) {
             const std::string alone = open(1, command_line, space);
-            EXPECT_EQ(alone.find("Do you want overwrite") != std::string::npos, command_line);
-            EXPECT_EQ(alone.find("\n47 ") != std::string::npos, command_line) << "a selection ends at a file that failed";
+            EXPECT_NE(alone.find("Do you want overwrite"), std::string::npos);
+            EXPECT_NE(alone.find(command_line ? "\n47 47.xye" : "\n47 0.xye"), std::string::npos) << "a selection ends early";
             EXPECT_EQ(alone.find("constants 3") != std::string::npos, !space.empty());
             for (const int threads : {2, 3, 16}) EXPECT_EQ(open(threads, command_line, space), alone) << threads;
         }

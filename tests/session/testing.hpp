@@ -15,6 +15,7 @@
 
 #include "base/ask.hpp"
 #include "patterns/pattern.hpp"
+#include "session/load.hpp"
 
 namespace vntl {
 
@@ -23,7 +24,7 @@ class Scripted_Ask : public Ask {
 public:
     Box_Answer Box(const Message_Box& box) override {
         boxes.push_back(box.title + "|" + box.text);
-        return Box_Answer::ok;
+        return box.buttons == Box_Buttons::ok ? Box_Answer::ok : answer;
     }
     std::vector<std::string> Select_Files(std::string_view title, std::string_view filter) override {
         selector_title = title;
@@ -53,6 +54,7 @@ public:
     std::string Last_Box() const { return boxes.empty() ? "" : boxes.back(); }
 
     std::vector<std::string> boxes, selection;
+    Box_Answer answer = Box_Answer::ok;  // to every question
     std::string selector_title, selector_filter;
     std::vector<int> proposals;
     std::vector<Format_Question> questions;
@@ -105,6 +107,12 @@ private:
     std::filesystem::path before_;
     std::vector<std::pair<std::string, std::optional<std::string>>> variables_;
 };
+
+// A row that no other file shares a command with.
+inline Load_Result Load_Row(Session& session, Ask& ask, const std::string& path, const std::string& format, Fresh_Pattern fresh) {
+    Load_Notes notes;
+    return Load_Row(session, ask, path, format, std::move(fresh), notes);
+}
 
 // `npts` points from x = 10 in steps of 1, every array allocated, each ycalc the same.
 inline Diffraction_Pattern_Type Tiny_Pattern(int npts = 12, float ycalc = 0, const std::string& scat_var = "2theta") {

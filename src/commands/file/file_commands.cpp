@@ -4,6 +4,7 @@
 #include "commands/application.hpp"
 #include "commands/file/exit.hpp"
 #include "commands/file/export_picture.hpp"
+#include "commands/file/opened.hpp"
 #include "commands/plot/mouse.hpp"
 #include "commands/progress_dialog.hpp"
 #include "plot/plot.hpp"
@@ -14,23 +15,17 @@ namespace vntl {
 
 namespace {
 
-void Open_Pattern(Application& app) {
-    app.failed |= Open_Pattern_File(app.session, app.ask).failed;
-    Plot_ReMake(app.session);
-}
+void Open_Pattern(Application& app) { Show_Opened(app, Open_Pattern_File(app.session, app.ask)); }
 
-void Open_Prf(Application& app) {
-    app.failed |= Open_Prf_File(app.session, app.ask).failed;
-    Plot_ReMake(app.session);
-}
+void Open_Prf(Application& app) { Show_Opened(app, Open_Prf_File(app.session, app.ask)); }
 
 template <int slot>
 void Open_Recent(Application& app) {
     Open_Result result;
     const Status status = Open_File_By_Extension(app.session, app.ask, app.session.recent.Slot(slot), result);
     if (status.failed) app.ask.Error(status.message);
-    app.failed |= status.failed || result.failed;
-    Plot_ReMake(app.session);
+    result.failed |= status.failed;
+    Show_Opened(app, result);
 }
 
 void Save_Picture(Application& app) { app.failed |= Export_Plot(app.session.config, app.ask).failed; }

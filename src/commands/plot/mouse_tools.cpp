@@ -40,11 +40,11 @@ std::string Number(const char* format, double value) {
     return text.data();
 }
 
-// The spacing stands in the line of hints, but never in the place of one.
+// The spacing stands in the line of hints, but never in the place of one. What just happened it does replace.
 void Show_Spacing(Session& session, std::optional<double> d) {
     Interface_State& bar = session.interface;
     const std::string& hint = bar.status.front();
-    if (!Trim(hint).empty() && !hint.starts_with(spacing_mark)) return;
+    if (!bar.passing && !Trim(hint).empty() && !hint.starts_with(spacing_mark)) return;
     bar.Status_Text(1, d ? std::string(spacing_mark) + Number("%.5f", *d) + " \u00c5" : "");
 }
 

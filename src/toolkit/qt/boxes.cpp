@@ -2,9 +2,12 @@
 #include <QAbstractButton>
 #include <QClipboard>
 #include <QColorDialog>
+#include <QDialogButtonBox>
 #include <QFileDialog>
+#include <QGridLayout>
 #include <QMessageBox>
 #include <QPainter>
+#include <QPlainTextEdit>
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QPushButton>
@@ -84,6 +87,26 @@ std::vector<std::string> Chosen_Files(std::string_view filter, Select_Kind kind,
     return files;
 }
 
+// The text stands in the box; of one with more lines than a screen bears only the first line does, and those behind it can be scrolled.
+// Called when the icon is there, which decides on the layout.
+void Put_Text(QMessageBox& window, const QString& text) {
+    constexpr qsizetype most_lines = 24;
+    constexpr int lines_seen = 14, columns_seen = 90;
+    auto* const grid = qobject_cast<QGridLayout*>(window.layout());
+    auto* const buttons = window.findChild<QDialogButtonBox*>();
+    if (text.count('\n') < most_lines || grid == nullptr || buttons == nullptr) return window.setText(text);
+    const qsizetype end = text.indexOf('\n');
+    window.setText(text.left(end));
+    auto* const rest = new QPlainTextEdit(text.mid(end + 1).trimmed(), &window);
+    rest->setReadOnly(true);
+    rest->setTabChangesFocus(true);
+    rest->setMinimumSize(columns_seen * rest->fontMetrics().averageCharWidth(), lines_seen * rest->fontMetrics().lineSpacing());
+    const int row = grid->rowCount(), columns = grid->columnCount();
+    grid->removeWidget(buttons);
+    grid->addWidget(rest, row, 0, 1, columns);
+    grid->addWidget(buttons, row + 1, 0, 1, columns);
+}
+
 }  // namespace
 
 bool Box_Offers(Box_Buttons buttons, Box_Answer answer) {
@@ -103,9 +126,9 @@ Box_Answer WMessageBox(const Message_Box& box) {
     const auto rows = Buttons_Of(box.buttons);
     QMessageBox window(toolkit.Owner());
     window.setTextFormat(Qt::PlainText);
-    window.setText(QString::fromStdString(box.text));
     window.setWindowTitle(QString::fromStdString(box.title));
     window.setIcon(icons[static_cast<std::size_t>(box.icon)]);
+    Put_Text(window, QString::fromStdString(box.text));
     for (const Button_Row& row : rows) {
         QPushButton* button = window.addButton(row.button);
         if (row.answer == Box_Default(box)) window.setDefaultButton(button);

@@ -1,0 +1,197 @@
+// The loop over the files of one command: threads read ahead, each file becomes rows or nothing, and one box tells what was refused.
+#include "session/load_all.hpp"
+
+#include <chrono>
+#include <new>
+#include <optional>
+#include <stdexcept>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+#include "base/os.hpp"
+#include "base/text.hpp"
+#include "patterns/read_pattern.hpp"
+#include "session/open_prf.hpp"
+#include "session/read_files.hpp"
+#include "session/session.hpp"
+
+namespace vntl {
+namespace {
+
+constexpr std::string_view progress_title = "Opening files";
+
+// Passes questions on, and adds up the time that the user took to answer. What is told of one of several files is kept for the end.
+class Loading_Ask : public Ask {
+public:
+    using Clock = std::chrono::steady_clock;
+    Loading_Ask(Ask& ask, bool keep) : ask_(ask), keep_(keep) {}
+
+    Box_Answer Box(const Message_Box& box) override {
+        if (keep_ && box.title == error_title && box.text != table_full_text) {
+            kept_.push_back(box.text);
+            return Box_Answer::ok;
+        }
+        return Timed([&] { return ask_.Box(box); });
+    }
+    std::vector<std::string> Select_Files(std::string_view title, std::string_view filter) override {
+        return Timed([&] { return ask_.Select_Files(title, filter); });
+    }
+    std::optional<Format_Choice> Data_Format(const Format_Question& question) override {
+        return Timed([&] { return ask_.Data_Format(question); });
+    }
+    bool Constants_Of_File(Constants_Kind kind, Conversion_Constants& file) override {
+        return Timed([&] { return ask_.Constants_Of_File(kind, file); });
+    }
+    bool Constants_Of_Rows(Constants_Kind kind, std::vector<Conversion_Constants>& rows) override {
+        return Timed([&] { return ask_.Constants_Of_Rows(kind, rows); });
+    }
+
+    std::unique_ptr<Progress> Start_Progress(std::string_view title, int total) override { return ask_.Start_Progress(title, total); }
+
+    // Milliseconds since `start` without the answers.
+    double Worked_Since(Clock::time_point start) const {
+        return std::chrono::duration<double, std::milli>(Clock::now() - start - waited_).count();
+    }
+
+    // What was kept since the last time.
+    std::vector<std::string> Kept() { return std::exchange(kept_, {}); }
+
+private:
+    template <class Question>
+    std::invoke_result_t<Question> Timed(Question question) {
+        const auto start = Clock::now();
+        auto answer = question();
+        waited_ += Clock::now() - start;
+        return answer;
+    }
+
+    Ask& ask_;
+    bool keep_;
+    std::vector<std::string> kept_;
+    Clock::duration waited_{0};
+};
+
+std::string_view Mode_Of_Code(int code) { return Trim(Pattern_Formats()[static_cast<std::size_t>(code - 1)].mode); }
+
+std::string Name_Of(const Session& session, const std::string& path) { return std::string(Trim(File_Part(path, session.config.sep))); }
+
+// Every pattern of a file of several, each a row with its own checks.
+Load_Result Load_Several(Session& session, Ask& ask, Read_File file, Load_Notes& notes) {
+    const std::string mode(Mode_Of_Code(file.code));
+    const auto tell = [&](std::string_view message) {
+        ask.Error("ERROR in file: " + Name_Of(session, file.path) + '\n' + std::string(Trim(message)));
+    };
+    if (file.status.failed) {
+        tell(file.status.message);
+        return Load_Result::failed;
+    }
+    Load_Result result = file.messages.empty() ? Load_Result::added : Load_Result::failed;
+    for (const std::string& message : file.messages) tell(message);
+    for (Diffraction_Pattern_Type& pattern : file.patterns) {
+        const Load_Result one = Load_Row(session, ask, file.path, mode, {Status::Done(), std::move(pattern)}, notes);
+        if (one == Load_Result::table_full) return one;
+        if (one == Load_Result::failed || result == Load_Result::added) result = one;
+    }
+    return result;
+}
+
+// What was read of a file becomes rows.
+Load_Result Load_File(Session& session, Ask& ask, Read_File file, Load_Notes& notes) {
+    if (file.refined)
+        return Load_Prf_Row(session, ask, file.path, {file.status, std::move(file.patterns.front())}, std::move(file.info), notes);
+    if (file.code != 0) session.format_code = file.code;
+    if (file.several) return Load_Several(session, ask, std::move(file), notes);
+    Fresh_Pattern fresh{file.status, file.patterns.empty() ? Diffraction_Pattern_Type() : std::move(file.patterns.front())};
+    return Load_Row(session, ask, file.path, file.code == 0 ? "" : std::string(Mode_Of_Code(file.code)), std::move(fresh), notes);
+}
+
+// The x space and its titles, which a file may set before it is a row.
+struct Plot_Titles {
+    explicit Plot_Titles(const Plot_State& plot) : xspace(plot.xspace), x(plot.xlabel_text), y(plot.ylabel_text) {}
+    void Give_Back(Plot_State& plot) {
+        plot.xspace = xspace;
+        plot.xlabel_text.swap(x);
+        plot.ylabel_text.swap(y);
+    }
+    X_Space xspace;
+    std::string x, y;
+};
+
+// The same. Where memory runs out the rows of this file go again.
+Load_Result Load_File_Whole(Session& session, Ask& ask, const std::string& path, Read_File file, Load_Notes& notes) {
+    const int rows_before = session.store.nperfiles();
+    std::optional<Plot_Titles> before;
+    try {
+        before.emplace(session.plot);
+        return Load_File(session, ask, std::move(file), notes);
+    } catch (const std::bad_alloc&) {
+    } catch (const std::length_error&) {
+    }
+    while (session.store.nperfiles() > rows_before) session.store.Drop_Last();
+    if (before) before->Give_Back(session.plot);
+    ask.Error("ERROR in file: " + Name_Of(session, path) + '\n' + std::string(out_of_memory));
+    return Load_Result::failed;
+}
+
+// What became of several files.
+struct Tally {
+    int opened = 0, refused = 0;
+    std::vector<std::string> told;
+
+    void Add(const std::string& name, std::vector<std::string> texts) {
+        for (std::string& text : texts) told.push_back(Contains(text, name) ? std::move(text) : name + ": " + text);
+    }
+    std::string Text() const {
+        std::string text = std::to_string(opened) + " opened, " + std::to_string(refused) + " refused";
+        for (const std::string& one : told) text += "\n\n" + one;
+        return text;
+    }
+};
+
+// False where a file or a check failed, or the table was full.
+bool Load_Each(Session& session, Loading_Ask& ask, std::span<const std::string> files, std::function<Read_File(const std::string&)> read,
+               Load_Notes& notes, Tally& tally) {
+    bool all = true;
+    const auto progress = ask.Start_Progress(progress_title, static_cast<int>(files.size()));
+    Files_Ahead ahead(files, std::move(read), session.config.threads);
+    for (int done = 0; const std::string& path : files) {
+        if (!progress->Go_On(done++, File_Part(path, session.config.sep))) break;
+        Read_File file = ahead.Take(*progress);
+        if (progress->Cancelled()) break;
+        const int rows_before = session.store.nperfiles();
+        notes.refusal.clear();
+        const Load_Result one = Load_File_Whole(session, ask, path, std::move(file), notes);
+        all = all && one != Load_Result::failed && one != Load_Result::table_full;
+        const bool opened = one == Load_Result::added || session.store.nperfiles() > rows_before;
+        tally.opened += opened;
+        tally.refused += !opened && one != Load_Result::table_full;
+        std::vector<std::string> told = ask.Kept();
+        if (told.empty() && notes.several && !notes.refusal.empty()) told.push_back(notes.refusal);
+        tally.Add(Name_Of(session, path), std::move(told));
+        if (one == Load_Result::table_full) break;
+    }
+    return all;
+}
+
+}  // namespace
+
+Open_Result Load_All(Session& session, Ask& user, std::span<const std::string> files, std::function<Read_File(const std::string&)> read) {
+    const auto start = Loading_Ask::Clock::now();
+    const int rows_before = session.store.nperfiles();
+    Load_Notes notes;
+    notes.several = files.size() > 1;
+    Loading_Ask ask(user, notes.several);
+    Tally tally;
+    Open_Result result;
+    result.failed = !Load_Each(session, ask, files, std::move(read), notes, tally);
+    Finish_Load(session, rows_before);
+    result.rows_added = session.store.nperfiles() - rows_before;
+    result.notice = notes.Notice();
+    result.read_ms = ask.Worked_Since(start);
+    session.plot.read_ms = result.read_ms;
+    if (!tally.told.empty()) user.Error(tally.Text());
+    return result;
+}
+
+}  // namespace vntl

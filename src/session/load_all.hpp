@@ -1,0 +1,18 @@
+// The loop that makes rows of the files of one command, whatever door they came through.
+#pragma once
+
+#include <functional>
+#include <span>
+#include <string>
+
+#include "session/load.hpp"
+
+namespace vntl {
+
+struct Read_File;
+
+// Loads the files one after another, past those that are refused, up to a full table or the user's cancel. A file that came alone is told
+// of as it comes; what several of them met with stands in one box at the end. `read` is called in any thread.
+Open_Result Load_All(Session&, Ask&, std::span<const std::string> files, std::function<Read_File(const std::string&)> read);
+
+}  // namespace vntl
