@@ -165,7 +165,11 @@ TEST_F(Windows, BoxesGiveTheButtonThatWasPressed) {
             const auto buttons = static_cast<Box_Buttons>(set);
             if (!Box_Offers(buttons, answer)) continue;
             stand_in.answer = answer;
-            EXPECT_EQ(WMessageBox({buttons, Box_Icon::question, 1, "Go on?", "Title"}), answer) << set;
+            for (const std::size_t lines : {1u, 24u, 25u, 5000u})  // a long text can be scrolled
+                EXPECT_EQ(
+                    WMessageBox({buttons, static_cast<Box_Icon>(set % 5), 1, "Go on?\n" + std::string(lines - 1, '\n') + "end", "Title"}),
+                    answer)
+                    << set;
         }
     EXPECT_EQ(Box_Default({Box_Buttons::yes_no, Box_Icon::none, 2, "", ""}), Box_Answer::no);
     EXPECT_EQ(WSelectFile("a|*.a|", Select_Kind::open, "", "t").front(), "/a");
