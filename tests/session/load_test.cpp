@@ -114,6 +114,31 @@ TEST(Load, EveryRefusalIsToldAndLeavesEverythingAsItWas) {
     EXPECT_EQ(empty.recent.Slot(1), "-");
 }
 
+TEST(Load, TheNotesTellWhatFilesClaimAndDoNotHold) {
+    Session s;
+    Scripted_Ask ask;
+    Load_Notes notes;
+    const auto load = [&](int claimed, bool lost, const char* name) {
+        Diffraction_Pattern_Type p = Tiny_Pattern(12);
+        p.npts_claimed = claimed;
+        if (lost) p.y[3] = p.y[4] = std::numeric_limits<float>::infinity();
+        EXPECT_EQ(Load_Row(s, ask, name, "", Gives(p), notes), Load_Result::added);
+        return notes.Notice();
+    };
+    EXPECT_EQ(load(0, false, "/a.xy"), "");
+    EXPECT_EQ(load(12, false, "/a.xy"), "");
+    EXPECT_EQ(load(15, false, "/b.xy"), "b.xy: 12 of 15 claimed points");
+    EXPECT_EQ(load(12, true, "/c.xy"), "2 points without a number were left out of c.xy; b.xy: 12 of 15 claimed points");
+    EXPECT_EQ(load(20, true, "/d.xy"),
+              "4 points without a number were left out of 2 profiles; 2 profiles with fewer points than claimed, 11 in all");
+    Diffraction_Pattern_Type refused = Tiny_Pattern(12, 0, "parsec");
+    refused.npts_claimed = 99;
+    const std::string before = notes.Notice();
+    EXPECT_EQ(Load_Row(s, ask, "/e.xy", "", Gives(refused), notes), Load_Result::refused);
+    EXPECT_EQ(notes.Notice(), before);
+    EXPECT_TRUE(Check_Invariants(s).ok());
+}
+
 TEST(Load, RowsBeyondTheTwentiethKeepXYAndNdAlone) {
     Session s;
     Scripted_Ask ask;

@@ -406,35 +406,61 @@ TEST_F(Opening, ThreadsThatReadAheadChangeNothingOfTheOrder) {
         }
 }
 
-// Cancels before the file `last` + 1.
+// Cancels before the file `last` + 1, or while that one is read.
 class Cancelling_Ask : public Scripted_Ask {
 public:
-    explicit Cancelling_Ask(int last) : last_(last) {}
+    Cancelling_Ask(int last, bool reading) : last_(last), reading_(reading) {}
     std::unique_ptr<Progress> Start_Progress(std::string_view, int) override {
         struct Ending : Progress {
-            explicit Ending(int files) : last(files) {}
-            bool Go_On(int done, std::string_view) override { return done < last; }
-            int last;
+            Ending(int files, bool reading) : last(files), while_reading(reading) {}
+            bool Go_On(int files, std::string_view) override { return (done = files) < last || while_reading; }
+            bool Cancelled() const override { return done >= last; }
+            int last, done = 0;
+            bool while_reading;
         };
-        return std::make_unique<Ending>(last_);
+        return std::make_unique<Ending>(last_, reading_);
     }
 
 private:
     int last_;
+    bool reading_;
 };
 
 TEST_F(Opening, ACancelKeepsTheRowsThatAreThere) {
     std::vector<std::string> names;
-    for (int i = 0; i < 12; ++i) names.push_back(dir.Write(std::to_string(i) + ".xye", Records(i + 1)));
-    for (const int last : {0, 1, 5}) {
-        Session session;
-        Cancelling_Ask cancelling(last);
-        const Open_Result result = Open_Files(session, cancelling, names);
-        EXPECT_EQ(result.rows_added, last);
-        EXPECT_EQ(session.store.nperfiles(), last);
-        EXPECT_TRUE(cancelling.boxes.empty() && Check_Invariants(session).ok());
-        EXPECT_EQ(session.recent.Slot(1), last == 0 ? "-" : names[static_cast<std::size_t>(last - 1)]);
+    for (int i = 0; i < 12; ++i) names.push_back(dir.Write(std::to_string(i) + ".xye", i == 2 ? "no numbers\n" : Records(i + 1)));
+    for (const int last : {0, 1, 5})
+        for (const bool reading : {false, true}) {
+            Session session;
+            Cancelling_Ask cancelling(last, reading);
+            const Open_Result result = Open_Files(session, cancelling, names);
+            EXPECT_EQ(result.rows_added, last == 5 ? 4 : last);
+            EXPECT_EQ(session.store.nperfiles(), result.rows_added);
+            EXPECT_EQ(cancelling.Last_Box().substr(0, 34), last == 5 ? "Error Message|4 opened, 1 refused\n" : "");
+            EXPECT_TRUE(Check_Invariants(session).ok());
+            EXPECT_EQ(session.recent.Slot(1), last == 0 ? "-" : names[static_cast<std::size_t>(last - 1)]);
+        }
+}
+
+// A profile of a refinement is held to the same: its x rises, or it is asked about.
+TEST_F(Opening, AProfileOfARefinementIsSortedToo) {
+    const std::string text = test::Whole(test::Columns(test::Make_Model(1, 3, false)));
+    std::vector<std::string> lines;
+    for (std::size_t from = 0, end = 0; (end = text.find('\n', from)) != std::string::npos; from = end + 1)
+        lines.push_back(text.substr(from, end + 1 - from));
+    std::swap(lines[lines.size() / 2], lines[lines.size() / 2 + 1]);
+    std::string turned;
+    for (const std::string& line : lines) turned += line;
+    Session straight;
+    ASSERT_EQ(Open_Files(straight, ask, {dir.Write("straight.prf", text)}).rows_added, 1);
+    for (const Box_Answer answer : {Box_Answer::no, Box_Answer::yes}) {
+        ask.answer = answer;
+        const Open_Result result = Open_Files(s, ask, {dir.Write("turned.prf", turned)});
+        EXPECT_NE(ask.Last_Box().find("turned.prf: x falls at point "), std::string::npos) << ask.Last_Box();
+        ASSERT_EQ(result.rows_added, answer == Box_Answer::yes ? 1 : 0);
     }
+    EXPECT_EQ(s.store.Pattern(1).y, straight.store.Pattern(1).y);
+    EXPECT_EQ(s.store.Pattern(1).ycalc, straight.store.Pattern(1).ycalc);
 }
 
 }  // namespace
