@@ -52,6 +52,7 @@ public:
     bool ended() const { return ended_; }         // the lines ended before the values
     int lines() const { return lines_; }          // lines taken
     std::size_t given() const { return given_; }  // values read
+    std::string_view Rest_Of_Line() const { return at_ < line_.size() ? line_.substr(at_) : std::string_view(); }
 
 private:
     bool One(float& value) { return Reals(&value, 1); }

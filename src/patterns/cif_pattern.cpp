@@ -316,7 +316,7 @@ Status Read_Cif_Pattern(std::string_view text, Diffraction_Pattern_Type& p) {
     double misfit = 0;
     const int points = Read_Rows(loop, range, p, misfit);
     if (points < 1) return Status::Fail(no_data);
-    Keep_Points(p, points);
+    End_At_Last_Number(p, static_cast<std::size_t>(points), npts);
 
     p.title += "  Chi2(free) = " + Agreement(misfit / points);
     p.sigma_is_variance = false;

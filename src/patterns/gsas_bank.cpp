@@ -121,10 +121,9 @@ bool Gsas_Bank_Line::Has_Type(std::string_view name) const { return Equal_No_Cas
 Gsas_Bank_Reader::Gsas_Bank_Reader(std::string_view text, bool flight)
     : text_(text), flight_(flight), divisor_(flight ? 1.0f : centidegrees), trust_(Most_Points(text.size())) {}
 
-Status Gsas_Bank_Reader::Allocate(const Gsas_Bank_Line& bank, Diffraction_Pattern_Type& p) {
-    if (static_cast<std::size_t>(bank.npts) > trust_) return Status::Fail(check_instr);
-    trust_ -= static_cast<std::size_t>(bank.npts);
-    return Allocate_Diffraction_Pattern(p, bank.npts);
+Status Gsas_Bank_Reader::Allocate_Room(const Gsas_Bank_Line& bank, Diffraction_Pattern_Type& p) {
+    if (trust_ == 0) return Status::Fail(check_instr);
+    return Allocate_Diffraction_Pattern(p, static_cast<std::int32_t>(std::min(static_cast<std::size_t>(bank.npts), trust_)));
 }
 
 Status Gsas_Bank_Reader::Read(const Gsas_Bank_Line& bank, Line_Cursor& lines, Diffraction_Pattern_Type& p) {
@@ -142,37 +141,42 @@ Status Gsas_Bank_Reader::Read(const Gsas_Bank_Line& bank, Line_Cursor& lines, Di
     return status;
 }
 
-// Counts and variances of a STD or ESD bank; what cannot be read ends them, and the points left stay 0.
-void Gsas_Bank_Reader::Read_Counts(const Gsas_Bank_Line& bank, Line_Cursor& lines, Diffraction_Pattern_Type& p) const {
+// Counts and variances of a STD or ESD bank; what cannot be read ends them, and the pattern.
+Status Gsas_Bank_Reader::Read_Counts(const Gsas_Bank_Line& bank, Line_Cursor& lines, Diffraction_Pattern_Type& p) {
     static const Edit_Format eights("(10F8.0)"), pairs("(10(I2,F6.0))");
     const auto next = Records_Of_Bank(lines);
+    Groups_Read read;
     if (bank.Has_Type("ESD"))
-        Read_Groups<5, 8, 8>(eights, next, p.npts, [&p](std::size_t i, const auto& group) {
+        read = Read_Groups<5, 8, 8>(eights, next, p.npts, [&p](std::size_t i, const auto& group) {
             p.y[i] = group[0];
             p.sigma[i] = group[1] * group[1];
         });
     else if (flight_)
-        Read_Groups<10, 8>(eights, next, p.npts, [&p](std::size_t i, const auto& group) {
+        read = Read_Groups<10, 8>(eights, next, p.npts, [&p](std::size_t i, const auto& group) {
             p.y[i] = group[0];
             p.sigma[i] = std::fabs(group[0]);
         });
     else
-        Read_Groups<10, 2, 6>(pairs, next, p.npts, [&p](std::size_t i, const auto& group) {
+        read = Read_Groups<10, 2, 6>(pairs, next, p.npts, [&p](std::size_t i, const auto& group) {
             p.y[i] = group[1];
             p.sigma[i] = std::fabs(group[1]) / (group[0] == 0 ? 1 : group[0]);
         });
+    if (read.held < 1) return Status::Fail(check_instr);
+    trust_ -= static_cast<std::size_t>(read.held);
+    End_At_Last_Number(p, static_cast<std::size_t>(read.held), bank.npts);
+    return Status::Done();
 }
 
 Status Gsas_Bank_Reader::Read_Constant(const Gsas_Bank_Line& bank, Line_Cursor& lines, Diffraction_Pattern_Type& p) {
     const auto [start, step, third, fourth] = bank.coefficients;
     if (!std::isfinite(start) || !std::isfinite(step)) return Status::Fail(check_instr);
-    if (Status status = Allocate(bank, p); status.failed) return status;
+    if (Status status = Allocate_Room(bank, p); status.failed) return status;
+    if (Status status = Read_Counts(bank, lines, p); status.failed) return status;
     p.xmin = start / divisor_;
     p.step = step / divisor_;
     p.constant_step = true;
     Set_Grid(p);
     Set_Grid_End(p);
-    Read_Counts(bank, lines, p);
     return Status::Done();
 }
 
@@ -182,14 +186,15 @@ Status Gsas_Bank_Reader::Read_Alternate(const Gsas_Bank_Line& bank, Line_Cursor&
     const auto [start, step, third, fourth] = bank.coefficients;
     const bool ralf = bank.Bins("RALF");
     if (!std::isfinite(start) || !std::isfinite(step)) return Status::Fail(check_instr);
-    if (Status status = Allocate(bank, p); status.failed) return status;
-    const int count = Read_Groups<4, 8, 7, 5>(triples, Records_Of_Bank(lines), p.npts, [&p](std::size_t i, const auto& group) {
+    if (Status status = Allocate_Room(bank, p); status.failed) return status;
+    const Groups_Read read = Read_Groups<4, 8, 7, 5>(triples, Records_Of_Bank(lines), p.npts, [&p](std::size_t i, const auto& group) {
         p.x[i] = group[0] * ticks;
         p.y[i] = group[1];
         p.sigma[i] = group[2];
     });
-    const int points = ralf ? count - 1 : count;
+    const int points = ralf ? read.held - 1 : read.held;  // the last time of RALF ends the last channel
     if (points < 1) return Status::Fail(check_instr);
+    trust_ -= static_cast<std::size_t>(read.held);
     const auto n = static_cast<std::size_t>(points);
     for (std::size_t i = 0; ralf && i < n; ++i) {
         constexpr float scale = 1000;
@@ -197,10 +202,10 @@ Status Gsas_Bank_Reader::Read_Alternate(const Gsas_Bank_Line& bank, Line_Cursor&
         p.y[i] = dx == 0 ? 0 : scale * p.y[i] / dx;
         p.sigma[i] = dx == 0 ? 0 : scale * p.sigma[i] / dx;
     }
-    Keep_Points(p, points);
+    End_At_Last_Number(p, n, read.held < bank.npts ? bank.npts : points);
     for (float& s : p.sigma) s *= s;
-    p.xmin = ralf ? start * ticks : start;
-    p.step = ralf ? step * ticks : step;
+    p.xmin = start * ticks;
+    p.step = step * ticks;
     p.xmax = p.x.back();
     p.constant_step = !ralf;
     return Status::Done();
@@ -232,6 +237,7 @@ Status Gsas_Bank_Reader::Read_Stated(const Gsas_Bank_Line& bank, Line_Cursor& li
     for (std::size_t i = 0; i < p.sigma.size(); ++i) p.sigma[i] = deviations ? deviation_[i] * deviation_[i] : std::fabs(p.y[i]);
     Set_Ends_And_Mean_Step(p);
     const float step = bank.coefficients[1] / divisor_;
+    End_At_Last_Number(p, x_.size(), bank.npts);
     if (!bank.Bins_Constant() || !On_Grid(p.x, step)) return Status::Done();
     p.step = step;
     p.constant_step = true;
@@ -245,8 +251,8 @@ Status Gsas_Bank_Reader::Read_Mapped(const Gsas_Bank_Line& bank, Line_Cursor& li
     const float name = bank.coefficients[0];
     const auto map = std::isfinite(name) && std::fabs(name) < 1e6f ? maps_.find(static_cast<int>(name)) : maps_.end();
     if (map == maps_.end() || map->second.empty() || map->second.front().channel > 1) return Status::Fail(bad_map);
-    if (Status status = Allocate(bank, p); status.failed) return status;
-    Read_Counts(bank, lines, p);
+    if (Status status = Allocate_Room(bank, p); status.failed) return status;
+    if (Status status = Read_Counts(bank, lines, p); status.failed) return status;
     const std::vector<Piece>& pieces = map->second;
     std::size_t piece = 0;
     for (std::size_t i = 0; i < p.x.size(); ++i) {

@@ -5,13 +5,13 @@
 //   BANK 1 3300 660 CONST 300.00 5.00 0 0 ESD
 //       119.     17.    149.     19. ...      ESD: count and its standard deviation, (10F8.0)
 //   BANK 1 2720 680 RALF 81743. 65. 81743. 0.00080 ALT
-//      81743   2988   83   81808 ...          ALT: time in 1/32 microsecond, intensity, standard deviation, (4(F8.0,F7.0,F5.0))
+//      81743   2988   83   81808 ...          ALT: time in 1/32 microsecond, as start and step are, intensity, standard deviation,
+//                                           (4(F8.0,F7.0,F5.0))
 //   BANK 4 5199 5199 SLOG 25974 207678 0.0004 0 FXYE
 //          25978.812577293  278.496  9.252    FXYE: x, intensity and its standard deviation, a line a point; FXY without the deviation
 //
 // FXYE and FXY state x themselves (in microseconds or centidegrees), so that any binning will do: SLOG, RALF, TIME_MAP, COND, LOG6, and
-// CONS as CONST is written too. In such a bank, and in an ALT one, the pattern ends with its last record; in the others the points that the
-// file does not hold are 0.
+// CONS as CONST is written too. The pattern of a bank that holds fewer points than it claims ends with its last one.
 //
 // TIME_MAP with STD or ESD takes x from a map that stands anywhere in the file:
 //
@@ -74,8 +74,8 @@ private:
     Status Read_Mapped(const Gsas_Bank_Line& bank, Line_Cursor& lines, Diffraction_Pattern_Type& p);
     Status Read_Alternate(const Gsas_Bank_Line& bank, Line_Cursor& lines, Diffraction_Pattern_Type& p);
     Status Read_Stated(const Gsas_Bank_Line& bank, Line_Cursor& lines, Diffraction_Pattern_Type& p);
-    Status Allocate(const Gsas_Bank_Line& bank, Diffraction_Pattern_Type& p);
-    void Read_Counts(const Gsas_Bank_Line& bank, Line_Cursor& lines, Diffraction_Pattern_Type& p) const;
+    Status Allocate_Room(const Gsas_Bank_Line& bank, Diffraction_Pattern_Type& p);
+    Status Read_Counts(const Gsas_Bank_Line& bank, Line_Cursor& lines, Diffraction_Pattern_Type& p);
     void Read_Maps();
 
     std::string_view text_;

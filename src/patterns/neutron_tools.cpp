@@ -11,19 +11,20 @@ namespace {
 
 // The first `size` groups of a list, each to `take` with its number from 0.
 template <int per_line, int... widths, class Take>
-Filled Read_List(Line_Cursor& lines, const Edit_Format& format, std::size_t size, Take take) {
+List_Read Read_List(Line_Cursor& lines, const Edit_Format& format, std::size_t size, Take take) {
     bool ended = false;
     const auto next = [&](std::string_view& line) {
         ended = !lines.Next(line);
         return !ended;
     };
-    const int count = Read_Groups<per_line, widths...>(format, next, static_cast<int>(size), take);
-    if (static_cast<std::size_t>(count) == size) return Filled::all;
-    return ended ? Filled::lines_ended : Filled::bad_number;
+    const Groups_Read read = Read_Groups<per_line, widths...>(format, next, static_cast<int>(size), take);
+    const bool all = static_cast<std::size_t>(read.count) == size;
+    const Filled filled = all ? Filled::all : ended ? Filled::lines_ended : Filled::bad_number;
+    return {filled, static_cast<std::size_t>(read.count), static_cast<std::size_t>(read.held)};
 }
 
 template <int per_line, int first_width, int second_width, class Number>
-Filled Read_Pairs(Line_Cursor& lines, const Edit_Format& pairs, std::span<Number> first, std::span<float> second) {
+List_Read Read_Pairs(Line_Cursor& lines, const Edit_Format& pairs, std::span<Number> first, std::span<float> second) {
     return Read_List<per_line, first_width, second_width>(lines, pairs, first.size(), [&](std::size_t i, const std::array<float, 2>& pair) {
         first[i] = static_cast<Number>(pair[0]);
         second[i] = pair[1];
@@ -42,22 +43,22 @@ bool Read_Range(Line_Cursor& lines, Diffraction_Pattern_Type& p, double& interva
     return All_Finite(p.xmin, p.step, p.xmax);
 }
 
-Filled Read_10_F8(Line_Cursor& lines, std::span<float> values) {
+List_Read Read_10_F8(Line_Cursor& lines, std::span<float> values) {
     static const Edit_Format ten("(10F8.0)");
     return Read_List<10, 8>(lines, ten, values.size(), [&](std::size_t i, const std::array<float, 1>& value) { values[i] = value[0]; });
 }
 
-Filled Read_10_I2_F8(Line_Cursor& lines, std::span<int> first, std::span<float> second) {
+List_Read Read_10_I2_F8(Line_Cursor& lines, std::span<int> first, std::span<float> second) {
     static const Edit_Format pairs("(10(I2,F8.0))");
     return Read_Pairs<10, 2, 8>(lines, pairs, first, second);
 }
 
-Filled Read_10_I2_F6(Line_Cursor& lines, std::span<int> first, std::span<float> second) {
+List_Read Read_10_I2_F6(Line_Cursor& lines, std::span<int> first, std::span<float> second) {
     static const Edit_Format pairs("(10(I2,F6.0))");
     return Read_Pairs<10, 2, 6>(lines, pairs, first, second);
 }
 
-Filled Read_5_F6_F10(Line_Cursor& lines, std::span<float> first, std::span<float> second) {
+List_Read Read_5_F6_F10(Line_Cursor& lines, std::span<float> first, std::span<float> second) {
     static const Edit_Format pairs("(5(F6.0,F10.0))");
     return Read_Pairs<5, 6, 10>(lines, pairs, first, second);
 }

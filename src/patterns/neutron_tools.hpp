@@ -39,12 +39,19 @@ bool All_Finite(Reals... values) {
 bool Read_Range(Line_Cursor& lines, Diffraction_Pattern_Type& pattern, double& intervals);
 
 // Lists of numbers in fixed columns, so many to a line as the format's name tells; the cursor stands behind the last line that was needed.
-// What the lines that there are do not fill stays as it was.
+// What the lines that there are do not fill stays as it was; blank columns are 0, and not held where nothing stands behind them.
 enum class Filled { all, lines_ended, bad_number };
-Filled Read_10_F8(Line_Cursor& lines, std::span<float> values);                             // (10F8.0)
-Filled Read_10_I2_F8(Line_Cursor& lines, std::span<int> first, std::span<float> second);    // (10(I2,F8.0))
-Filled Read_10_I2_F6(Line_Cursor& lines, std::span<int> first, std::span<float> second);    // (10(I2,F6.0))
-Filled Read_5_F6_F10(Line_Cursor& lines, std::span<float> first, std::span<float> second);  // (5(F6.0,F10.0))
+struct List_Read {
+    Filled filled;
+    std::size_t count;  // numbers, or pairs, that were read
+    std::size_t held;   // of them those up to the last one that the file holds
+
+    bool All() const { return filled == Filled::all; }
+};
+List_Read Read_10_F8(Line_Cursor& lines, std::span<float> values);                             // (10F8.0)
+List_Read Read_10_I2_F8(Line_Cursor& lines, std::span<int> first, std::span<float> second);    // (10(I2,F8.0))
+List_Read Read_10_I2_F6(Line_Cursor& lines, std::span<int> first, std::span<float> second);    // (10(I2,F6.0))
+List_Read Read_5_F6_F10(Line_Cursor& lines, std::span<float> first, std::span<float> second);  // (5(F6.0,F10.0))
 
 // The variance of a mean over `nd` detectors, factor |y| / nd. A point that tells no detector was seen by one.
 void Set_Detector_Variances(Diffraction_Pattern_Type& pattern, float factor);

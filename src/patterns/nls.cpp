@@ -1,5 +1,6 @@
 #include "patterns/nls.hpp"
 
+#include <algorithm>
 #include <cmath>
 
 #include "base/text.hpp"
@@ -30,6 +31,23 @@ bool Read_Title(Line_Cursor& lines, std::string& title) {
     }
 }
 
+// The blocks, and how many points they bring. All whole ones but the last have to be there.
+Status Read_Blocks(Line_Cursor& lines, Diffraction_Pattern_Type& p, std::size_t& held) {
+    const std::span<float> y(p.y), deviations(p.sigma);
+    const std::size_t needed = std::max(y.size() / block, std::size_t{1}) - 1;
+    for (std::size_t i = 0; i * block < y.size(); ++i) {
+        const std::size_t points = std::min(block, y.size() - i * block);
+        const List_Read intensities = Read_10_F8(lines, y.subspan(i * block, points));
+        if (!intensities.All()) return i < needed ? Status::Fail(bad_intensities) : Status::Done();
+        const List_Read measured = Read_10_F8(lines, deviations.subspan(i * block, points));
+        if (!measured.All()) return i < needed ? Status::Fail(bad_deviations) : Status::Done();
+        const std::size_t both = i < needed ? points : std::min(intensities.held, measured.held);
+        held = i * block + both;
+        if (both < points) break;
+    }
+    return Status::Done();
+}
+
 }  // namespace
 
 Status Read_Nls(std::string_view text, Diffraction_Pattern_Type& p) {
@@ -37,15 +55,16 @@ Status Read_Nls(std::string_view text, Diffraction_Pattern_Type& p) {
     Line_Cursor lines(text);
     double intervals = 0;
     if (!Read_Title(lines, p.title) || !Read_Range(lines, p, intervals)) return Status::Fail(check_instr_wide);
-    if (Status status = Allocate_Told(p, std::trunc(intervals + 1.5), text.size(), no_points_told); status.failed) return status;
+    const double npts = std::trunc(intervals + 1.5);
+    if (Status status = Allocate_Told(p, npts, text.size(), no_points_told); status.failed) return status;
 
-    const std::size_t blocks = p.y.size() / block;  // one more than are read
-    const std::span<float> y(p.y), deviations(p.sigma);
-    for (std::size_t i = 1; i < blocks; ++i) {
-        if (Read_10_F8(lines, y.subspan((i - 1) * block, block)) != Filled::all) return Status::Fail(bad_intensities);
-        if (Read_10_F8(lines, deviations.subspan((i - 1) * block, block)) != Filled::all) return Status::Fail(bad_deviations);
+    std::size_t held = 0;
+    if (Status status = Read_Blocks(lines, p, held); status.failed) return status;
+    if (held == 0) return Status::Fail(bad_intensities);
+    if (held < p.y.size()) {
+        End_At_Last_Number(p, held, npts);
+        Set_Grid_End(p);
     }
-
     for (std::size_t i = 0; i < p.sigma.size(); ++i) {
         const float deviation = i > 0 && p.sigma[i] < least_deviation ? 1.0f : p.sigma[i];
         p.sigma[i] = deviation * deviation;

@@ -6,7 +6,7 @@
 //      120.    118.    125.    121. ...      (10F8.0), ten intensities
 //       11.     11.     11.     11. ...      (10F8.0), their standard deviations
 //
-// The last block of a file is not read: of npts points npts / 10 - 1 blocks count, the intensities of the others are 0.
+// The last of the npts / 10 whole blocks, and the points that are left behind it, may be missing: the pattern ends where they do.
 #pragma once
 
 #include <string_view>

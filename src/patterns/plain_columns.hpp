@@ -1,7 +1,7 @@
 // Lists of numbers in fixed columns, which are most of such a file: groups of fields, so many groups to a line.
 //
 //     static const Edit_Format format("(4(F8.0,F7.0,F5.0))");
-//     const int read = Read_Groups<4, 8, 7, 5>(format, next, n, [&](std::size_t i, const std::array<float, 3>& group) { ... });
+//     const Groups_Read read = Read_Groups<4, 8, 7, 5>(format, next, n, [&](std::size_t i, const std::array<float, 3>& group) { ... });
 //
 // Whole numbers as most files have them, "    1021" or "   1021.", are taken eight columns at a time and without a branch on how many
 // digits there are; what else a plain number may be, where it stands; a line that holds anything else, or ends early, is read by the
@@ -70,43 +70,58 @@ inline bool Take_Fields(const char* record, float* values) {
     return Take_Fields<start + width, columns, widths...>(record, values + 1);
 }
 
-// The first `n` groups of the lines that `next` gives, each to `take` with its number from 0; gives how many there were. The first field
-// that is no number ends them. Between the groups of a line are `gap` columns that do not count.
+// Columns that a format leaves blank read as 0, so that a line which ends early fills its groups with zeros: `held` are the groups up to
+// the last one in which anything stands.
+struct Groups_Read {
+    int count = 0, held = 0;
+};
+
+inline int Groups_Held(std::string_view line, int columns_a_group) {
+    while (!line.empty() && (line.back() == ' ' || line.back() == '\t')) line.remove_suffix(1);
+    const auto columns = static_cast<std::size_t>(columns_a_group);
+    return static_cast<int>((line.size() + columns - 1) / columns);
+}
+
+// The first `n` groups of the lines that `next` gives, each to `take` with its number from 0. The first field that is no number ends them.
+// Between the groups of a line are `gap` columns that do not count.
 template <int gap, int per_line, int... widths, class Next, class Take>
-int Read_Groups_Apart(const Edit_Format& format, Next next, int n, Take take) {
+Groups_Read Read_Groups_Apart(const Edit_Format& format, Next next, int n, Take take) {
     constexpr int group_width = (widths + ...);
     std::array<float, sizeof...(widths)> group{};
     std::string_view line;
-    int count = 0;
+    int count = 0, held = 0;
     const auto careful = [&](std::string_view rest, int groups) {
         Edit_Reader reader(format, rest);
         for (; groups > 0; --groups) {
+            const bool any = reader.Rest_Of_Line().find_first_not_of(" \t,/") != std::string_view::npos;
             for (float& value : group)
                 if (!reader.Read(value)) return false;
             take(static_cast<std::size_t>(count++), group);
+            if (any) held = count;
         }
         return true;
     };
-    while (count < n && next(line)) {
-        const int groups = std::min(per_line, n - count);
-        if (line.size() < static_cast<std::size_t>(per_line * (group_width + gap) - gap)) {
-            if (!careful(line, groups)) return count;
-            continue;
-        }
+    const auto quick = [&](int groups) {
+        const int before = count;
         const char* at = line.data();
         for (int left = groups; left > 0; --left, at += group_width + gap) {
-            if (!Take_Fields<0, group_width, widths...>(at, group.data())) {
-                if (!careful(line.substr(static_cast<std::size_t>(at - line.data())), left)) return count;
-                break;
-            }
+            if (!Take_Fields<0, group_width, widths...>(at, group.data()))
+                return careful(line.substr(static_cast<std::size_t>(at - line.data())), left);
             take(static_cast<std::size_t>(count++), group);
         }
+        if (const int in_line = Groups_Held(line, group_width + gap); in_line > 0) held = std::min(before + in_line, count);
+        return true;
+    };
+    for (bool good = true; good && count < n && next(line);) {
+        const int groups = std::min(per_line, n - count);
+        const bool whole = line.size() >= static_cast<std::size_t>(per_line * (group_width + gap) - gap);
+        good = whole ? quick(groups) : careful(line, groups);
     }
-    return count;
+    return {count, held};
 }
 
 template <int per_line, int... widths, class Next, class Take>
-int Read_Groups(const Edit_Format& format, Next next, int n, Take take) {
+Groups_Read Read_Groups(const Edit_Format& format, Next next, int n, Take take) {
     return Read_Groups_Apart<0, per_line, widths...>(format, next, n, take);
 }
 

@@ -47,7 +47,9 @@ bool Is_Marker(std::string_view line) {
 struct Points {
     std::vector<int> detectors;
     std::vector<float> counts;
-    double told = 0;  // of them belong to the pattern; more than there are when the file ends early
+    double told = 0;       // belong to the pattern
+    std::size_t held = 0;  // up to the last pair that the file holds
+    bool marked = false;   // a marker told so
 };
 
 // The points in the lines up to a marker or the end.
@@ -59,21 +61,26 @@ Status Read_Lines(Line_Cursor& lines, double most_lines, Points& points) {
         std::string_view line;
         if (Line_Cursor ahead = lines; ahead.Next(line) && Is_Marker(line)) {
             points.told = static_cast<double>(at) - line_points;  // without the line above the marker
+            points.marked = true;
             break;
         }
         if (at + line_points > counts.size()) return Status::Fail(no_points_told);
-        const Filled filled = Read_10_I2_F6(lines, detectors.subspan(at, line_points), counts.subspan(at, line_points));
-        if (filled != Filled::all) return Status::Fail(check_instr);
+        const List_Read pairs = Read_10_I2_F6(lines, detectors.subspan(at, line_points), counts.subspan(at, line_points));
+        if (!pairs.All()) return Status::Fail(check_instr);
+        if (pairs.held > 0) points.held = at + pairs.held;
     }
     return Status::Done();
 }
 
-Status Take_Points(const Points& points, std::size_t bytes, Diffraction_Pattern_Type& p) {
-    if (Status status = Allocate_Told(p, std::max(points.told, 1.0), bytes, no_points_told); status.failed) return status;
-    Keep_Points(p, std::max(static_cast<int>(points.told), 0));
-    const std::size_t n = std::min(p.y.size(), points.counts.size());
+Status Take_Points(const Points& points, Diffraction_Pattern_Type& p) {
+    if (points.told > most_claimed) return Status::Fail(no_points_told);
+    const double held = points.marked ? points.told : std::min(points.told, static_cast<double>(points.held));
+    const auto n = static_cast<std::size_t>(std::max(held, 0.0));
+    if (Status status = Allocate_Diffraction_Pattern(p, static_cast<std::int32_t>(std::max<std::size_t>(n, 1))); status.failed)
+        return status;
     std::copy_n(points.detectors.begin(), n, p.nd.begin());
     std::copy_n(points.counts.begin(), n, p.y.begin());
+    End_At_Last_Number(p, n, std::max(points.told, 0.0));
     return Status::Done();
 }
 
@@ -91,7 +98,7 @@ Status Read_R3a(std::string_view text, Diffraction_Pattern_Type& p) {
     Assign_Many(points.detectors, given, 0);
     Assign_Many(points.counts, given, 0.0f);
     if (Status status = Read_Lines(lines, head.lines, points); status.failed) return status;
-    if (Status status = Take_Points(points, text.size(), p); status.failed) return status;
+    if (Status status = Take_Points(points, p); status.failed) return status;
 
     Set_Grid_End(p);
     Set_Grid(p);
@@ -112,7 +119,12 @@ Status Read_R3a_Old(std::string_view text, Diffraction_Pattern_Type& p) {
     double intervals = 0;
     if (!Read_Range(lines, p, intervals)) return Status::Fail(check_instr);
     if (Status status = Allocate_Told(p, std::trunc(intervals + 1.5), text.size(), no_points_told); status.failed) return status;
-    if (Read_10_I2_F6(lines, p.nd, p.y) != Filled::all) return Status::Fail(check_instr);
+    const List_Read pairs = Read_10_I2_F6(lines, p.nd, p.y);
+    if (!pairs.All() || pairs.held == 0) return Status::Fail(check_instr);
+    if (pairs.held < p.y.size()) {
+        End_At_Last_Number(p, pairs.held, p.npts);
+        Set_Grid_End(p);
+    }
     Set_Grid(p);
     Set_Detector_Variances(p, 1.0f);
     Set_Y_Limits(p);

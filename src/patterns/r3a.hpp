@@ -8,10 +8,10 @@
 //     -1000                                     marker
 //
 // The marker line and the line above it are not part of the pattern; a file whose marker comes at once has no points, which is no
-// failure. Without a marker the scan has a line fewer than 18 degrees hold, and the points that the file lacks are 0.
+// failure. Without a marker the scan has a line fewer than 18 degrees hold, or ends at the last pair of a file that holds fewer.
 //
 //   10.0 0.1 99.9                               old form: xmin, step, xmax in free form
-//    1  1021 1   998 2  1007 ...                pairs as above
+//    1  1021 1   998 2  1007 ...                pairs as above, up to the last one of a last line that is short
 #pragma once
 
 #include <string_view>

@@ -32,10 +32,12 @@ Status Read_R3b(std::string_view text, Diffraction_Pattern_Type& p) {
     if (!Read_Fixed(lines, count, npts)) return Status::Fail(check_instr);
     if (Status status = Allocate_Told(p, npts, text.size(), no_points_told); status.failed) return status;
 
-    if (Read_10_I2_F8(lines, p.nd, p.y) != Filled::all) return Status::Fail(check_instr_wide);
+    const List_Read pairs = Read_10_I2_F8(lines, p.nd, p.y);
+    if (!pairs.All() || pairs.held == 0) return Status::Fail(check_instr_wide);
     std::string_view closing;
     if (!lines.Next(closing)) return Status::Fail(check_instr);
 
+    End_At_Last_Number(p, pairs.held, npts);
     Set_Grid_End(p);
     Set_Grid(p);
     Set_Detector_Variances(p, 1.0f);

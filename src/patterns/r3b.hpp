@@ -7,6 +7,8 @@
 //    400                                  (I4): number of points
 //    1    1021. 1     998. 1     1007.    (10(I2,F8.0)): detectors that saw the point, their mean count
 //   -1000                                 one more line, whatever it holds
+//
+// The pattern ends at the last pair where the last line of them is short.
 #pragma once
 
 #include <string_view>

@@ -1,5 +1,6 @@
 #include "patterns/reader_tools.hpp"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 
@@ -11,7 +12,7 @@ std::size_t Most_Points(std::size_t bytes) {
 }
 
 Status Allocate_Told(Diffraction_Pattern_Type& pattern, double npts, std::size_t bytes, std::string_view message) {
-    if (!(npts >= 1) || npts > static_cast<double>(Most_Points(bytes)) || npts > 0x7fffffff) return Status::Fail(message);
+    if (!(npts >= 1) || npts > static_cast<double>(Most_Points(bytes)) || npts > most_claimed) return Status::Fail(message);
     return Allocate_Diffraction_Pattern(pattern, static_cast<std::int32_t>(npts));
 }
 
@@ -33,6 +34,14 @@ void Keep_Points(Diffraction_Pattern_Type& p, int n) {
     const auto size = static_cast<std::size_t>(n);
     for (auto* reals : {&p.x, &p.y, &p.sigma, &p.ycalc, &p.bgr}) reals->resize(size);
     for (auto* integers : {&p.istat, &p.nd}) integers->resize(size);
+}
+
+void End_At_Last_Number(Diffraction_Pattern_Type& p, std::size_t n, double claimed) {
+    if (static_cast<double>(n) < claimed) p.npts_claimed = static_cast<std::int32_t>(std::min(claimed, most_claimed));
+    if (n == p.y.size()) return;
+    Keep_Points(p, static_cast<int>(n));
+    for (auto* reals : {&p.x, &p.y, &p.sigma, &p.ycalc, &p.bgr}) reals->shrink_to_fit();
+    for (auto* integers : {&p.istat, &p.nd}) integers->shrink_to_fit();
 }
 
 }  // namespace vntl

@@ -14,8 +14,11 @@ inline constexpr std::string_view check_instr = " Error in Intensity file, check
 inline constexpr std::string_view check_instr_wide = " Error in  Intensity file, check your instr parameter!";
 inline constexpr std::string_view no_points_told = " Error in Intensity file, Number of points negative or zero!";
 
+// Most points that a head can claim.
+inline constexpr double most_claimed = 0x7fffffff;
+
 // Most points that a file of so many bytes is trusted with, whatever its header says: a plain count takes two bytes with its separator, and
-// a short file may leave a few thousand points to be zero.
+// lines of columns may end early, which leaves zeros.
 std::size_t Most_Points(std::size_t bytes);
 
 // Allocates the arrays for `npts` points told by a header. Fails with `message` when they are fewer than one, no number, or more than the
@@ -33,5 +36,9 @@ void Set_Count_Variances(Diffraction_Pattern_Type& pattern);
 
 // Keeps the first `n` points of all arrays.
 void Keep_Points(Diffraction_Pattern_Type& pattern, int n);
+
+// The pattern ends at the last number of its file, the `n`-th, and keeps what the head claimed where that was more. Memory that was held
+// for the others is given back.
+void End_At_Last_Number(Diffraction_Pattern_Type& pattern, std::size_t n, double claimed);
 
 }  // namespace vntl

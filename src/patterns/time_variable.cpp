@@ -36,7 +36,7 @@ Status Read_Time_Variable(std::string_view text, Diffraction_Pattern_Type& p) {
     if (Status status = Allocate_Told(p, std::trunc(intervals + 1.5), text.size(), check_instr_wide); status.failed) return status;
 
     std::vector<float> times(p.y.size());
-    if (Read_5_F6_F10(lines, times, p.y) != Filled::all) return Status::Fail(check_instr_wide);
+    if (!Read_5_F6_F10(lines, times, p.y).All()) return Status::Fail(check_instr_wide);
     if (std::any_of(times.begin(), times.end(), [](float t) { return t < least_time; })) return Status::Fail(zero_time);
     const double mean = std::accumulate(times.begin(), times.end(), 0.0) / static_cast<double>(times.size());
     if (!std::isfinite(mean)) return Status::Fail(check_instr_wide);

@@ -46,11 +46,14 @@ bool Take_Keyword(std::string_view line, Diffraction_Pattern_Type& p) {
     return true;
 }
 
-bool Read_Rows(Line_Cursor& lines, std::span<float> y) {
+// The counts up to the last one that the file holds, 0 where a line is missing or one is no number.
+std::size_t Read_Rows(Line_Cursor& lines, std::span<float> y) {
     static const Edit_Format layout("(7(F8.0,1X),F8.0)");
     const auto next = [&lines](std::string_view& line) { return lines.Next(line); };
     const auto n = static_cast<int>(y.size());
-    return n == Read_Groups_Apart<1, 8, 8>(layout, next, n, [y](std::size_t i, const std::array<float, 1>& count) { y[i] = count[0]; });
+    const auto take = [y](std::size_t i, const std::array<float, 1>& count) { y[i] = count[0]; };
+    const Groups_Read read = Read_Groups_Apart<1, 8, 8>(layout, next, n, take);
+    return read.count == n ? static_cast<std::size_t>(read.held) : 0;
 }
 
 }  // namespace
@@ -67,7 +70,12 @@ Status Read_Udf(std::string_view text, Diffraction_Pattern_Type& p) {
 
     const double npts = std::trunc((static_cast<double>(p.xmax) - p.xmin) / p.step + 1.2);
     if (Status status = Allocate_Told(p, npts, text.size(), failure); status.failed) return status;
-    if (!Read_Rows(lines, p.y)) return Status::Fail(failure);
+    const std::size_t held = Read_Rows(lines, p.y);
+    if (held == 0) return Status::Fail(failure);
+    if (held < p.y.size()) {
+        End_At_Last_Number(p, held, npts);
+        Set_Grid_End(p);
+    }
     Set_Count_Variances(p);
     p.constant_step = true;
     Set_Grid(p);

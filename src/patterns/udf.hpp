@@ -9,7 +9,8 @@
 //   RawScan
 //       6234,    6185,    5969,    6129, ...           (7(F8.0,1X),F8.0)
 //
-// The number of points is the integer part of (xmax - xmin) / step + 1.2. A keyword stands at the beginning of its line.
+// The number of points is the integer part of (xmax - xmin) / step + 1.2; they end with the last count where its line is short. A keyword
+// stands at the beginning of its line.
 //
 // A wavelength that stands nearer to its keyword, so that column 23 is behind it or amidst it, is read from behind the comma.
 #pragma once

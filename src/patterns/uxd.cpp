@@ -160,7 +160,7 @@ bool Holds_A_Section(Line_Cursor lines) {
 // Reads the ranges of a file one after the other.
 class Range_Reader {
 public:
-    explicit Range_Reader(std::string_view text) : lines_(text), bytes_(text.size()) {}
+    explicit Range_Reader(std::string_view text) : lines_(text) {}
 
     Status Next(Diffraction_Pattern_Type& p) {
         std::string_view line;
@@ -174,18 +174,19 @@ public:
         double npts = head_.npts;
         if (!counted && p.step > least_step) npts = std::nearbyint((static_cast<double>(last_angle) - p.xmin) / p.step + 1);
         const bool uncounted_range = !counted && ranges_ > 0 && p.step > least_step;
-        const double most = static_cast<double>(Most_Points(bytes_));
-        if (!uncounted_range && (!(npts >= 1) || npts > most)) return Status::Fail(no_points_told);
+        if (!uncounted_range && (!(npts >= 1) || npts > most_claimed)) return Status::Fail(no_points_told);
 
         const char separator = Find_Numbers(lines_, *section, line);
         if (separator == '\0') return Status::Fail(bad_data);
-        const auto room = static_cast<std::size_t>(uncounted_range ? most : npts);
+        const std::size_t room = uncounted_range ? lines_.Rest().size() : static_cast<std::size_t>(npts);
         const std::vector<float> y = Read_Intensities(lines_, *section, separator, room);
         if (y.empty()) return Status::Fail(bad_data);
         if (ranges_ == 0) several_ = Holds_A_Section(lines_);
         ++ranges_;
-        status = Allocate_Diffraction_Pattern(p, static_cast<std::int32_t>(Points(y.size(), room, counted)));
-        if (status.ok()) Fill(p, y, section->rates);
+        status = Allocate_Diffraction_Pattern(p, static_cast<std::int32_t>(y.size()));
+        if (status.failed) return status;
+        End_At_Last_Number(p, y.size(), counted ? npts : 0);
+        Fill(p, y, section->rates);
         return status;
     }
 
@@ -193,15 +194,6 @@ public:
     bool Ended() const { return ended_; }  // there is no further range
 
 private:
-    // One range is filled with zeros up to the points told. Of several, those with a step count are, as far as a file is trusted with.
-    std::size_t Points(std::size_t held, std::size_t told, bool counted) {
-        if (!several_) return told;
-        const std::size_t zeros = told - held;
-        if (!counted || zeros > spare_) return held;
-        spare_ -= zeros;
-        return told;
-    }
-
     void Fill(Diffraction_Pattern_Type& p, const std::vector<float>& y, bool rates) const {
         std::copy(y.begin(), y.end(), p.y.begin());
         const float time = rates && head_.time > 0 ? head_.time : 1.0f;
@@ -213,11 +205,9 @@ private:
     }
 
     Line_Cursor lines_;
-    std::size_t bytes_;
     Header head_;
     int ranges_ = 0;  // read so far
     bool several_ = false, ended_ = false;
-    std::size_t spare_ = Most_Points(0);
 };
 
 std::string Numbered(const std::string& title, std::size_t number) {

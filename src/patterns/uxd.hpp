@@ -7,7 +7,7 @@
 //   ; (Data for Range number 1)
 //   _STEPTIME=0.500000       seconds
 //   _STEPSIZE=0.020000       step
-//   _STEPCOUNT=4251          npts; without it the points go up to 160 degrees
+//   _STEPCOUNT=4251          npts at most; without it points go up to 160 degrees
 //   _START=5.000000          xmin, or _2THETA=5.000000; the last one counts
 //   _COUNTS                  ends the header: intensities follow, any number a line
 //       156      139     162
@@ -18,7 +18,7 @@
 //   _2THETACOUNTS   2theta, counts                as _COUNTS
 //   _2THETACPS      2theta, counts a second       as _CPS
 // Its first line of numbers tells what separates them: a TAB, or else a semicolon, or else a comma, or else blanks. x follows from start
-// and step, a 2theta in the lines plays no part. Reading ends at a line that is no line of numbers; the points not reached stay 0. Lines
+// and step, a 2theta in the lines plays no part. Reading ends at a line that is no line of numbers, and the pattern with it. Lines
 // count up to column 132, keywords stand at their beginning. A section line with a "=" is followed by a line of text that is dropped,
 // unless it is one of numbers. Lines with a "=" in front of the numbers are passed over, but not in _CPS.
 //
@@ -26,7 +26,7 @@
 //   - the text of _SAMPLE, in single quotes, is the title;
 //   - a separator at the end of a line has no value behind it;
 //   - several ranges: behind the numbers stands a header again, which changes what it names and leaves the rest (wavelengths) as it was. A
-//     range without step count of its own then holds the points that its section holds and no more.
+//     range without step count of its own then holds whatever its section holds.
 #pragma once
 
 #include <string_view>

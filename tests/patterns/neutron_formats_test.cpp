@@ -44,6 +44,14 @@ void Expect_Detector_Points(const Diffraction_Pattern_Type& p, double xmin, doub
     }
 }
 
+// A pattern that ends at the last number of its file.
+void Expect_Short_Of(const Diffraction_Pattern_Type& p, int held, int claimed, float xmax) {
+    EXPECT_EQ(p.npts, held);
+    EXPECT_EQ(p.npts_claimed, claimed);
+    EXPECT_FLOAT_EQ(p.xmax, xmax);
+    EXPECT_FLOAT_EQ(p.x.back(), xmax);
+}
+
 // Monitor in columns 1 to 13, start in 24 to 31, then from column 77 step, set temperature, a value of no use and sample temperature.
 std::string R3b_Head(const std::string& count, const std::string& start = "  10.000", const std::string& step = "    .050") {
     return "dropped\nTbFe2   \nin a can\n     1500000." + std::string(10, '*') + start + std::string(45, 'x') + step +
@@ -65,6 +73,9 @@ TEST(R3b, AFileValueForValue) {
     const auto q = Good(Read_R3b, R3b_Head("1", "   10500") + " 2     -40\nend\n");
     EXPECT_EQ(q.xmin, 10.5f);
     EXPECT_EQ(q.sigma[0], 20);
+    const auto early = Good(Read_R3b, R3b_Head("  29") + Pairs(23, "%8.0f") + "   -1000\n");  // its last line is short
+    Expect_Short_Of(early, 23, 29, 11.1f);
+    Expect_Detector_Points(early, 10, 0.05, 1);
 }
 
 TEST(R3b, Faults) {
@@ -79,6 +90,7 @@ TEST(R3b, Faults) {
                              {R3b_Head("") + points + "end\n", none},
                              {R3b_Head("  -5") + points + "end\n", none},
                              {R3b_Head("  41") + points + "end\n", wide},
+                             {R3b_Head("   9") + "\nend\n", wide},
                              {R3b_Head("  23") + "  number\n" + points + "end\n", wide},
                              {R3b_Head("  23") + points, usual}});  // the closing line is missing
 }
@@ -90,7 +102,7 @@ std::string Nls_Blocks(int n) {
     return text;
 }
 
-TEST(Nls, TheLastBlockIsNotRead) {
+TEST(Nls, TheLastBlockMayBeMissing) {
     const auto p = Good(Read_Nls, "  ! LaB6\n! more\n 5.0 0.02, 5.78\n" + Nls_Blocks(4));
     EXPECT_EQ(p.npts, 40);
     EXPECT_EQ(p.title, "! LaB6");
@@ -98,13 +110,25 @@ TEST(Nls, TheLastBlockIsNotRead) {
         const auto at = static_cast<std::size_t>(i);
         const double deviation = i % 10 == 0 ? 1 : i / 10 + i % 10 / 4.0;
         EXPECT_FLOAT_EQ(p.x[at], static_cast<float>(5 + i * 0.02));
-        EXPECT_EQ(p.y[at], i < 30 ? Count(i % 10) + i / 10 * 10 : 0) << i;
+        EXPECT_EQ(p.y[at], Count(i % 10) + i / 10 * 10) << i;
         // The first standard deviation counts as it stands, what is not measured counts as 1.
-        EXPECT_FLOAT_EQ(p.sigma[at], static_cast<float>(i == 0 ? 0 : i < 30 ? deviation * deviation : 1)) << i;
+        EXPECT_FLOAT_EQ(p.sigma[at], static_cast<float>(i == 0 ? 0 : deviation * deviation)) << i;
     }
-    EXPECT_EQ(p.ymin, 0);
     EXPECT_EQ(p.xmax, 5.78f);
-    EXPECT_EQ(Good(Read_Nls, "5 1 20\n").title, "5 1 20");  // 16 points in no block at all
+    EXPECT_EQ(p.npts_claimed, 0);
+    // Of 40 points told three whole blocks have to be there; the fourth ends where one of its two lines does.
+    const std::string head = "! LaB6\n5.0 0.02 5.78\n";
+    for (const auto& [rest, held] : {std::pair{std::string(), 30},
+                                     {Eights(10), 30},
+                                     {"end\n", 30},
+                                     {Eights(10) + "end\n", 30},
+                                     {Eights(7) + Eights(7, -990), 37},
+                                     {Eights(10) + Eights(4, -990), 34}})
+        Expect_Short_Of(Good(Read_Nls, head + Nls_Blocks(3) + rest), held, 40, static_cast<float>(5 + 0.02 * (held - 1)));
+    // Points that fill no block stand in a short one.
+    EXPECT_EQ(Good(Read_Nls, "5 1 20\n" + Nls_Blocks(1) + Eights(6) + Eights(6)).npts, 16);
+    EXPECT_EQ(Good(Read_Nls, "5 1 20\n" + Nls_Blocks(2)).npts_claimed, 0);
+    Expect_Short_Of(Good(Read_Nls, "5 1 20\n" + Nls_Blocks(1)), 10, 16, 14);
 }
 
 TEST(Nls, Faults) {
@@ -116,6 +140,7 @@ TEST(Nls, Faults) {
                              {"5 0 5\n", none},
                              {"5 1 3\n", none},
                              {"5 1e-9 20\n", none},
+                             {"5 1 20\n", " Error in (NLS) Intensity file, check your instr parameter!1"},
                              {"5 0.1 7.9\n" + block, " Error in (NLS) Intensity file, check your instr parameter!1"},
                              {"5 0.1 7.9\n" + block + Eights(10), " Error in (NLS) Intensity file, check your instr parameter!2"},
                              {"5 0.1 7.9\n  counts\n" + block, " Error in (NLS) Intensity file, check your instr parameter!1"}});
@@ -179,15 +204,18 @@ TEST(R3a, ScansWithoutPointsAndWithoutMarkers) {
         EXPECT_GT(p.ymin, p.ymax);
         EXPECT_GT(p.xmax, p.xmin);  // so that the missing points are told, not a range
     }
-    // The step tells 360 lines: of 400 as many are read and the last one is left out; of 2 the rest is 0. The marker in line 361 is not
-    // seen.
+    // The step tells 360 lines: of 400 as many are read and the last one is left out; fewer are all of the pattern. The marker in line 361
+    // is not seen.
     const auto full = Good(Read_R3a, R3a_Head("    .050") + Pairs(3600, "%6.0f") + "   -1000\n");
     EXPECT_EQ(full.npts, 3590);
     Expect_Detector_Points(full, 6, 0.05, 2);
-    const auto few = Good(Read_R3a, R3a_Head("    .050") + Pairs(20, "%6.0f"));
-    EXPECT_EQ(few.npts, 3590);
-    EXPECT_EQ(few.y[19], Count(19));
-    EXPECT_EQ(few.y[20], 0);
+    EXPECT_EQ(full.npts_claimed, 0);
+    for (const int held : {20, 27, 3585})
+        for (const char* end : {"", "\n\n"}) {
+            const auto few = Good(Read_R3a, R3a_Head("    .050") + Pairs(held, "%6.0f") + end);
+            Expect_Short_Of(few, held, 3590, static_cast<float>(6 + 0.05 * (held - 1)));
+            Expect_Detector_Points(few, 6, 0.05, 2);
+        }
     EXPECT_EQ(Good(Read_R3a, R3a_Head("  1.0E-9") + Pairs(30, "%6.0f") + "   -1000\n").npts, 20);  // a marker bounds any step
 }
 
@@ -209,6 +237,7 @@ TEST(R3a, Faults) {
 TEST(R3a, TheOldForm) {
     const auto p = Good(Read_R3a_Old, " 10. 0.1 12.4 \n" + Pairs(25, "%6.0f"));
     EXPECT_EQ(p.npts, 25);
+    Expect_Short_Of(Good(Read_R3a_Old, " 10. 0.1 12.4 \n" + Pairs(22, "%6.0f")), 22, 25, 12.1f);
     EXPECT_EQ(p.title, " No title: data format -> old R3A");
     EXPECT_EQ(p.xmax, 12.4f);
     Expect_Detector_Points(p, 10, 0.1, 1);
@@ -236,9 +265,20 @@ TEST(Dmc, DeviationsAreTakenWhereTheyFollow) {
         const auto q = Good(Read_Dmc, head + Eights(25) + behind);
         EXPECT_EQ(q.sigma, q.y) << behind;
     }
-    const auto early = Good(Read_Dmc, head + Eights(13));
-    EXPECT_EQ(early.y[12], Count(12));
-    EXPECT_EQ(early.y[13], 0);
+    for (const char* end : {"", "\n  \n"}) {
+        const auto early = Good(Read_Dmc, head + Eights(13) + end);
+        Expect_Short_Of(early, 13, 25, 3.55f);
+        EXPECT_EQ(early.sigma, early.y);
+    }
+    // Deviations that are missing are the roots of the counts.
+    for (const std::string end : {"", "\n\n", " Filelist='a'\n a4=2.9 3.; Npkt=1600\n"})
+        for (const int measured : {10, 17, 20}) {
+            const auto q = Good(Read_Dmc, head + Eights(25) + Eights(measured, -990) + end);
+            EXPECT_EQ(q.npts, 25);
+            EXPECT_EQ(q.npts_claimed, 0);
+            for (int i = 0; i < 25; ++i)
+                EXPECT_EQ(q.sigma[static_cast<std::size_t>(i)], i < measured ? (Count(i) - 990) * (Count(i) - 990) : Count(i)) << measured;
+        }
     EXPECT_EQ(Good(Read_Dmc, "t\nx\n0 0.05 0.95\n" + Eights(20)).npts, 20);
 }
 
@@ -246,18 +286,20 @@ TEST(Dmc, Faults) {
     const std::string low = " Number of points too low! check your instr parameter!";
     const std::string third = " Error reading 2theta_min,step,2theta_max (third line), check your instr parameter!";
     const std::string range = "t\nx\n0 0.05 1.2\n";
-    Expect_Faults(Read_Dmc,
-                  {{"", " Error in Intensity file (first line), check your instr parameter!"},
-                   {"t\n", " Error in Intensity file (second line), check your instr parameter!"},
-                   {"t\nx\n", third},
-                   {"t\nx\n0 step 1\n", third},
-                   {"t\nx\n0 1e-9 1\n", third},
-                   {"t\nx\n0 0 0\n", third},
-                   {"t\nx\n0 0.05 0.9\n" + Eights(19), low},
-                   {"t\nx\n5 0.05 1\n", low},
-                   {range + "  counts\n", " Error in Intensity file (intensities), check your instr parameter!"},
-                   {range + Eights(25) + Eights(20), " Error in Intensity file (sigmas), check your instr parameter!"},
-                   {range + Eights(25) + Eights(10) + "  sigma\n\n\n", " Error in Intensity file (sigmas), check your instr parameter!"}});
+    Expect_Faults(
+        Read_Dmc,
+        {{"", " Error in Intensity file (first line), check your instr parameter!"},
+         {"t\n", " Error in Intensity file (second line), check your instr parameter!"},
+         {"t\nx\n", third},
+         {"t\nx\n0 step 1\n", third},
+         {"t\nx\n0 1e-10 1\n", third},
+         {range, " Error in Intensity file (intensities), check your instr parameter!"},
+         {"t\nx\n0 0 0\n", third},
+         {"t\nx\n0 0.05 0.9\n" + Eights(19), low},
+         {"t\nx\n5 0.05 1\n", low},
+         {range + "  counts\n", " Error in Intensity file (intensities), check your instr parameter!"},
+         {range + Eights(25) + Eights(10) + "  sigma\n" + Eights(5), " Error in Intensity file (sigmas), check your instr parameter!"},
+         {range + Eights(25) + Eights(10) + "    10.0  sigma\n", " Error in Intensity file (sigmas), check your instr parameter!"}});
 }
 
 TEST(Dmc, ARealFile) {
@@ -323,7 +365,7 @@ TEST(Titles, OfAllFormats) {
     const std::string dmc = "\nx\n0 1 19\n" + Eights(20), g41 = "\nx\ny\n1 1 1 0 1 1\n0 1 0\n5\n",
                       time = "\nx\ny\nz\n0 1 0\n     1        10\n";
     const std::string r3a = R3a_Head("    .050").substr(5) + "   -1000\n";
-    const std::string nls = "\n0 1 0\n";
+    const std::string nls = "\n0 1 0\n       1\n       1\n";
     for (const auto& [read, rest] :
          {std::pair{&Read_Dmc, dmc}, {Read_G41, g41}, {Read_Time_Variable, time}, {Read_R3a, r3a}, {Read_Nls, nls}}) {
         EXPECT_EQ(Good(read, "! K\xC3\xA4se" + rest).title, "! K\xC3\xA4se");

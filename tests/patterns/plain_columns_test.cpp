@@ -37,7 +37,7 @@ void Compare(const char* layout) {
         }
         Line_Cursor lines(text), same(text);
         Edit_Reader reader(format, [&](std::string_view& line) { return same.Next(line); });
-        const int count = Read_Groups<per_line, widths...>(
+        const Groups_Read read = Read_Groups<per_line, widths...>(
             format, [&](std::string_view& line) { return lines.Next(line); }, n,
             [&](std::size_t i, const auto& group) {
                 for (const float value : group) {
@@ -50,7 +50,7 @@ void Compare(const char* layout) {
         float value = 0;
         bool more = true;
         for (std::size_t i = 0; i < sizeof...(widths); ++i) more = more && reader.Read(value);
-        ASSERT_TRUE(count == n || !more) << text << count;
+        ASSERT_TRUE(read.count == n || !more) << text << read.count;
     }
 }
 
