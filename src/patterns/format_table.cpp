@@ -39,7 +39,7 @@ Status Plain(Source source, Pattern& pattern) {
     return read(source.text, pattern);
 }
 
-Status Free(Source source, Pattern& pattern) { return Read_Free_Format(source.text, source.extension == ".MDI", pattern); }
+Status Free(Source source, Pattern& pattern) { return Read_Free_Format(source.text, Equal_No_Case(source.extension, ".MDI"), pattern); }
 Status Xys(Source source, Pattern& pattern) { return Read_Xysigma(source.text, source.extension == ".gr", pattern); }
 
 template <bool time_of_flight>

@@ -59,7 +59,8 @@ struct Format_Extension {
     bool general = false;
 };
 
-// What `instr` begins with, the reader, and what is set afterwards. A blank text, and a `constant_step` below 0, leave what the reader set.
+// What `instr` begins with, the reader, and what is set afterwards. A blank text, and a `constant_step` below 0, leave what the reader set;
+// `scat_var` and `legend_x` stand in for what it did not set.
 struct Format_Reader {
     int code;
     std::vector<std::string_view> modes;  // that choose it

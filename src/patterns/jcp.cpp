@@ -2,6 +2,7 @@
 
 #include <cstring>
 #include <span>
+#include <utility>
 
 #include "base/edit_descriptor.hpp"
 #include "base/text.hpp"
@@ -19,14 +20,28 @@ constexpr std::string_view bad_data = " Error reading a profile XRDML-DATA file:
 constexpr std::string_view no_points = " Error reading a profile  file: end of file";
 constexpr std::string_view no_keywords = " Error reading a profile JCP-DATA file: end of file";
 
-bool Take_Keyword(std::string_view line, Diffraction_Pattern_Type& p, double& npts) {
-    if (line.starts_with("##$WAVELENGTH ALPHA1=")) return Told_Real(From_Column(line, 22), p.conv[0]);
-    if (line.starts_with("##$WAVELENGTH ALPHA2=")) return Told_Real(From_Column(line, 22), p.conv[1]);
-    if (line.starts_with("##$INTENSITY RATIO ALPHA2/ALPHA1=")) return Told_Real(From_Column(line, 34), p.conv[2]);
-    if (line.starts_with("## FIRSTX=")) return Told_Real(From_Column(line, 11), p.xmin);
-    if (line.starts_with("## LASTX=")) return Told_Real(From_Column(line, 11), p.xmax);
-    if (line.starts_with("## DELTAX=")) return Told_Real(From_Column(line, 11), p.step);
-    if (line.starts_with("## NPOINTS=")) return Told_Real(From_Column(line, 12), npts);
+// "## FIRSTX= 5.000" as its name, without the blanks in front and behind, and its value; blank for any other line.
+struct Keyword {
+    explicit Keyword(std::string_view line) {
+        const std::size_t equal = line.find('=');
+        if (!line.starts_with("##") || equal == std::string_view::npos) return;
+        name = Trim(line.substr(2, equal - 2));
+        value = Trim(line.substr(equal + 1));
+    }
+
+    std::string_view name, value;
+};
+
+bool Take_Keyword(const Keyword& keyword, Diffraction_Pattern_Type& p, double& npts) {
+    if (keyword.name == "NPOINTS") return Told_Real(keyword.value, npts);
+    const std::pair<std::string_view, float&> reals[] = {{"$WAVELENGTH ALPHA1", p.conv[0]},
+                                                         {"$WAVELENGTH ALPHA2", p.conv[1]},
+                                                         {"$INTENSITY RATIO ALPHA2/ALPHA1", p.conv[2]},
+                                                         {"FIRSTX", p.xmin},
+                                                         {"LASTX", p.xmax},
+                                                         {"DELTAX", p.step}};
+    for (const auto& [name, value] : reals)
+        if (keyword.name == name) return Told_Real(keyword.value, value);
     return true;
 }
 
@@ -36,9 +51,10 @@ Status Read_Keywords(Line_Cursor& lines, Diffraction_Pattern_Type& p, double& np
     if (!lines.Next(line)) return Status::Fail(no_keywords);
     p.title = Kept_Text(line, title_width);
     while (lines.Next(line)) {
-        if (line.starts_with("## XYDATA= X++<Y..Y>")) return Status::Done();
-        if (line.starts_with("## END=")) return Status::Fail(no_points);
-        if (!Take_Keyword(line, p, npts)) return Status::Fail(bad_data);
+        const Keyword keyword(line);
+        if (keyword.name == "XYDATA" && keyword.value.starts_with("X++<Y..Y>")) return Status::Done();
+        if (keyword.name == "END") return Status::Fail(no_points);
+        if (!Take_Keyword(keyword, p, npts)) return Status::Fail(bad_data);
     }
     return Status::Fail(no_keywords);
 }

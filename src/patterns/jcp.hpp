@@ -5,15 +5,16 @@
 //   ##$WAVELENGTH ALPHA2= 1.54439                      conv(2)
 //   ##$INTENSITY RATIO ALPHA2/ALPHA1= 0.50000          conv(3)
 //   ## FIRSTX= 5.000                                   xmin
-//   ## LASTX= 90.000                                   xmax, from column 11: the character behind "=" is not part of it
+//   ## LASTX= 90.000                                   xmax
 //   ## DELTAX= 0.020                                   step
 //   ## NPOINTS= 4251                                   npts
 //   ## XYDATA= X++<Y..Y>
 //       5.000    1234.000   1198.000   1240.000 ...    (F9.3,1X,5F11.3)
 //   ## END=
 //
-// A keyword stands at the beginning of its line. Rows are read while the first point of the next one is among the points told, and of the
-// last row only the first point is part of the pattern: of 4253 points told 4251 are read.
+// A keyword stands at the beginning of its line; blanks behind the "##" and around the "=" do not matter. Rows are read while the first
+// point of the next one is among the points told, and of the last row only the first point is part of the pattern: of 4253 points told 4251
+// are read.
 #pragma once
 
 #include <string_view>

@@ -63,14 +63,30 @@ bool Take_Value(std::string_view value, std::string_view word, Header& head, Dif
     return head.step = Told_Real(value, p.step);
 }
 
+// "Title 1,Corundum", "Title 1;\"Corundum\"", "\"Title 1\",\"Corundum\"": what stands behind the word, its separator and the quotes.
+std::string Title_Of(std::string_view line) {
+    const bool quoted = line.starts_with('"');
+    line.remove_prefix(title_word.size() + (quoted ? 1 : 0));
+    const bool all_in_one = quoted && !line.starts_with('"');  // "Title 1,Corundum" in one pair of quotes
+    if (quoted && !all_in_one) line.remove_prefix(1);
+    line = Trim(line);
+    if (all_in_one && line.ends_with('"')) line.remove_suffix(1);
+    if (!line.empty() && (line.front() == ',' || line.front() == ';' || line.front() == '\t')) line = Trim(line.substr(1));
+    if (line.size() >= 2 && line.starts_with('"') && line.ends_with('"')) line = Trim(line.substr(1, line.size() - 2));
+    return Replace_All(line, "\"\"", "\"");
+}
+
 bool Take_Keyword(std::string_view line, Header& head, Diffraction_Pattern_Type& p) {
     constexpr std::array<std::string_view, 6> words = {"K-Alpha1 wavelength", "K-Alpha2 wavelength", "Ratio K-Alpha2/K-Alpha1",
                                                        "Data angle range",    "Scan step size",      "No. of points"};
+    if (line.substr(line.starts_with('"') ? 1 : 0).starts_with(title_word)) {
+        p.title = Kept_Text(Title_Of(line), title_width);
+        return true;
+    }
     if (line.starts_with('"')) {
         const Usual_Line usual(line, ',');
         return Take_Keyword(usual.Text(), head, p);
     }
-    if (line.starts_with(title_word)) p.title = Kept_Text(line.substr(title_word.size()), title_width);
     for (const std::string_view word : words) {
         if (!line.starts_with(word)) continue;
         const char behind = line.size() > word.size() ? line[word.size()] : ',';
@@ -123,10 +139,11 @@ Status Read_Panalytical_Csv(std::string_view text, Diffraction_Pattern_Type& p) 
     std::size_t n = 0;
     std::string_view line;
     while (n < p.x.size() && lines.Next(line) && Read_Any_Point(line, head.separator, p.x[n], p.y[n])) ++n;
-    Keep_Points(p, static_cast<int>(n));
     if (n == 0) return Status::Fail(no_points);
+    End_At_Last_Number(p, n, head.npts);
     Set_Count_Variances(p);
-    if (!head.range) p.xmin = p.x.front(), p.xmax = p.x.back();
+    if (!head.range) p.xmin = p.x.front();
+    if (!head.range || p.npts_claimed > 0) p.xmax = p.x.back();
     if (!head.step && n > 1) p.step = (p.x.back() - p.x.front()) / static_cast<float>(n - 1);
     p.constant_step = false;
     Set_Y_Limits(p);

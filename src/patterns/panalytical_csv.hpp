@@ -1,13 +1,13 @@
 // Comma-separated export of a laboratory diffractometer: a header of keywords, then a point a line.
 //
 //   [Measurement conditions]
-//   Title 1,Corundum plate              title, with the comma in front
+//   Title 1,Corundum plate              title; quotes around it are no part of it
 //   K-Alpha1 wavelength,1.54060         conv(1)
 //   K-Alpha2 wavelength,1.54443         conv(2)
 //   Ratio K-Alpha2/K-Alpha1,0.50000     conv(3)
 //   Data angle range,5.0100,89.9900     xmin, xmax
 //   Scan step size,0.0200               step
-//   No. of points,4250                  npts, at most
+//   No. of points,4250                  npts, at most; xmax is that of the last point where they are fewer
 //   [Scan points]
 //   Angle,Intensity                     dropped
 //   5.0100,1234                         x, y; blanks serve as well as the comma

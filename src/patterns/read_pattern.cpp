@@ -46,8 +46,8 @@ void Finish(const Format_Reader& reader, const std::string& filename, const std:
     p.instr = reader.instr;
     if (!reader.modes.empty()) p.instr += mode;
     if (!reader.radiation.empty()) p.radiation = reader.radiation;
-    if (!reader.scat_var.empty()) p.scat_var = reader.scat_var;
-    if (!reader.legend_x.empty()) p.legend_x = reader.legend_x;
+    if (p.scat_var.empty()) p.scat_var = reader.scat_var;
+    if (p.legend_x.empty()) p.legend_x = reader.legend_x;
     if (!reader.legend_y.empty()) p.legend_y = reader.legend_y;
     if (reader.constant_step >= 0) p.constant_step = reader.constant_step > 0;
     if (reader.finish != nullptr && !p.x.empty()) reader.finish(p);

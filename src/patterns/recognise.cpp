@@ -167,8 +167,8 @@ Code By_Markup(std::string_view text) {
 }
 
 Code By_Panalytical_Line(std::string_view line) {
-    for (const char* word :
-         {"[Scan points]", "[Measurement conditions]", "LabdaAlpha1,", "DataAngleRange,", "RawScan", "## XYDATA=", "##$WAVELENGTH ALPHA1="})
+    for (const char* word : {"[Scan points]", "[Measurement conditions]", "LabdaAlpha1,", "DataAngleRange,", "RawScan",
+                             "## XYDATA=", "##XYDATA=X++<", "##XYDATA= X++<", "##$WAVELENGTH ALPHA1="})
         if (line.starts_with(word)) return panalytical;
     return none;
 }

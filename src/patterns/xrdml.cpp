@@ -9,6 +9,7 @@
 #include "base/huge_pages.hpp"
 #include "base/real_parse.hpp"
 #include "base/text.hpp"
+#include "base/text_file.hpp"
 #include "patterns/reader_tools.hpp"
 #include "patterns/told_values.hpp"
 
@@ -64,14 +65,17 @@ public:
     }
     bool Opens(std::string_view name) const { return !closing_ && name_ == name; }
     bool Closes(std::string_view name) const { return closing_ && name_ == name; }
-    bool Has(std::string_view attribute, std::string_view value) const {
+    // What stands in quotes behind the attribute, blank where it is not there.
+    std::string_view Value(std::string_view attribute) const {
         for (std::size_t at = attributes_.find(attribute); at != std::string_view::npos; at = attributes_.find(attribute, at + 1)) {
             const std::string_view rest = attributes_.substr(at + attribute.size());
-            if (rest.size() < value.size() + 3 || rest[0] != '=' || (rest[1] != '"' && rest[1] != '\'')) continue;
-            if (rest.substr(2).starts_with(value) && rest[value.size() + 2] == rest[1]) return true;
+            if (at == 0 || !Is_Space(attributes_[at - 1]) || rest.size() < 3 || rest[0] != '=' || (rest[1] != '"' && rest[1] != '\''))
+                continue;
+            if (const std::size_t end = rest.find(rest[1], 2); end != std::string_view::npos) return rest.substr(2, end - 2);
         }
-        return false;
+        return {};
     }
+    bool Has(std::string_view attribute, std::string_view value) const { return Value(attribute) == value; }
     // What stands between this tag and the one that closes it; false when something else comes in between.
     bool Content(std::string_view& content) {
         const std::string_view name = name_;
@@ -106,10 +110,56 @@ struct Found {
     }
 };
 
+constexpr std::string_view two_theta = "2Theta";
+
+// Where an angle of the diffractometer stood in a scan.
+struct Axis {
+    std::string_view name;
+    Found start, end, list, common;
+
+    bool Moves() const {
+        float travel = 0;
+        return Travel(travel) && std::fabs(travel) > least_travel;
+    }
+    // It was told where the angle stood, and it stood there all the time.
+    bool Stands() const {
+        float travel = 0;
+        return Travel(travel) ? std::fabs(travel) <= least_travel : common.given;
+    }
+    std::string_view Place() const { return common.given ? common.text : start.text; }
+
+private:
+    static constexpr float least_travel = 1e-4f;  // degrees; less is play
+
+    bool Travel(float& travel) const {
+        const std::string_view places = Trim(list.text);
+        const std::string_view first = list.given ? places : start.text;
+        const std::string_view last = list.given ? places.substr(places.find_last_of(" \t\r\n") + 1) : end.text;
+        float from = 0, to = 0;
+        if (!(list.given || (start.given && end.given)) || !Told_Real(first, from) || !Told_Real(last, to)) return false;
+        travel = to - from;
+        return true;
+    }
+};
+
 struct Scan {
-    bool placed = false;  // it has positions of its own
-    Found start, end, positions;
+    std::string_view scan_axis;
+    std::vector<Axis> axes;  // none: it has no positions of its own
     Found intensities, counts, factors;
+
+    const Axis* Find(std::string_view name) const {
+        const auto axis = std::find_if(axes.begin(), axes.end(), [name](const Axis& each) { return each.name == name; });
+        return axis == axes.end() ? nullptr : &*axis;
+    }
+    // The one that was scanned. "2Theta-Omega" or "Gonio" names no axis, but those that it moved are told. Nothing where 2Theta is not
+    // told.
+    const Axis* Scanned() const {
+        if (const Axis* named = Find(scan_axis); !scan_axis.empty() && named != nullptr && named->Moves()) return named;
+        const Axis* const angle = Find(two_theta);
+        if (angle == nullptr || !angle->Stands()) return angle;
+        const auto moved = std::find_if(axes.begin(), axes.end(), [](const Axis& axis) { return axis.Moves(); });
+        return moved == axes.end() ? angle : &*moved;
+    }
 };
 
 struct Measurement {
@@ -123,16 +173,23 @@ struct Measurement {
     }
 };
 
-void Take_Positions(Tag_Walk& tags, Measurement& found) {
-    Scan& scan = found.scans.back();
-    if (tags.Opens("positions") && tags.Has("axis", "2Theta") && tags.Has("unit", "deg"))
-        found.Fresh().placed = true;
-    else if (scan.placed && tags.Opens("startPosition") && !scan.positions.given)
-        scan.start.Take(tags);
-    else if (scan.placed && tags.Opens("endPosition") && !scan.positions.given)
-        scan.end.Take(tags);
-    else if (scan.placed && tags.Opens("listPositions") && !scan.start.given)
-        scan.positions.Take(tags);
+// `angle`: the positions in hand are those of one.
+void Take_Positions(Tag_Walk& tags, Measurement& found, bool& angle) {
+    if (tags.Opens("scan")) found.Fresh().scan_axis = tags.Value("scanAxis");
+    if (tags.Opens("positions")) {
+        angle = tags.Has("unit", "deg");
+        if (angle) found.Fresh().axes.emplace_back().name = tags.Value("axis");
+    }
+    if (!angle || found.scans.back().axes.empty()) return;
+    Axis& axis = found.scans.back().axes.back();
+    if (tags.Opens("startPosition") && !axis.list.given)
+        axis.start.Take(tags);
+    else if (tags.Opens("endPosition") && !axis.list.given)
+        axis.end.Take(tags);
+    else if (tags.Opens("listPositions") && !axis.start.given)
+        axis.list.Take(tags);
+    else if (tags.Opens("commonPosition"))
+        axis.common.Take(tags);
 }
 
 void Take_Lists(Tag_Walk& tags, Measurement& found) {
@@ -150,12 +207,13 @@ void Take_Lists(Tag_Walk& tags, Measurement& found) {
 Measurement Find_All(std::string_view text) {
     Measurement found;
     Tag_Walk tags(text);
+    bool angle = false;
     while (tags.Next() && !tags.Closes("xrdMeasurement")) {
         if (tags.Opens("kAlpha1") && tags.Has("unit", "Angstrom")) found.alpha1.Take(tags);
         if (tags.Opens("kAlpha2") && tags.Has("unit", "Angstrom")) found.alpha2.Take(tags);
         if (tags.Opens("kBeta") && tags.Has("unit", "Angstrom")) found.beta.Take(tags);
         if (tags.Opens("ratioKAlpha2KAlpha1")) found.ratio.Take(tags);
-        Take_Positions(tags, found);
+        Take_Positions(tags, found, angle);
         Take_Lists(tags, found);
     }
     return found;
@@ -192,23 +250,24 @@ Status Take_Wavelengths(const Measurement& found, Diffraction_Pattern_Type& p) {
     return Status::Done();
 }
 
-// Start and end of a scan, or of the list of its positions, which `list` keeps.
-Status Read_Positions(const Scan& scan, float& start, float& end, std::vector<float>& list) {
+// Start and end of an axis, or of the list of its positions, which `list` keeps.
+Status Read_Positions(const Axis& axis, float& start, float& end, std::vector<float>& list) {
     list.clear();
-    if (scan.positions.given) {
-        if (!Read_List(scan.positions.text, list) || list.empty()) return Ended_At("the list of positions");
+    if (axis.list.given) {
+        if (!Read_List(axis.list.text, list) || list.empty()) return Ended_At("the list of positions");
         start = list.front(), end = list.back();
         return Status::Done();
     }
-    if (!scan.start.given || !Told_Real(scan.start.text, start)) return Ended_At("the start position");
-    if (!scan.end.given || !Told_Real(scan.end.text, end)) return Ended_At("the end position");
+    if (!axis.start.given || !Told_Real(axis.start.text, start)) return Ended_At("the start position");
+    if (!axis.end.given || !Told_Real(axis.end.text, end)) return Ended_At("the end position");
     return Status::Done();
 }
 
 // The counts of scans, summed point by point.
 class Sum {
 public:
-    Sum(Diffraction_Pattern_Type& p, bool intensities) : p_(p), intensities_(intensities) {}
+    Sum(Diffraction_Pattern_Type& p, const Scan& first, bool intensities)
+        : p_(p), first_(first), axis_(*first.Scanned()), intensities_(intensities) {}
 
     bool Counts_In(const Scan& scan) const { return List(scan).given; }
 
@@ -218,7 +277,7 @@ public:
         if (p_.npts == 0) {
             if (counts_.empty()) return Status::Fail(no_points);
             if (Status status = Allocate_Diffraction_Pattern(p_, static_cast<std::int32_t>(counts_.size())); status.failed) return status;
-        } else if (scan.placed && !Same_Places(scan, positions)) {
+        } else if (!scan.axes.empty() && !Same_Places(scan, positions)) {
             return Status::Done();
         }
         if (!Read_Factors(scan)) return Ended_At("the attenuation factors");
@@ -239,11 +298,25 @@ private:
     // Within half a step of the first scan's, point for point.
     bool Same_Places(const Scan& scan, const std::vector<float>& first) {
         float start = 0, end = 0;
-        if (counts_.size() != p_.y.size() || Read_Positions(scan, start, end, positions_).failed) return false;
+        const Axis* const axis = scan.Find(axis_.name);
+        if (axis == nullptr || (axis_.name != two_theta && !Others_Stand_Alike(scan))) return false;
+        if (counts_.size() != p_.y.size() || Read_Positions(*axis, start, end, positions_).failed) return false;
         const float near = 0.5f * std::fabs(p_.xmax - p_.xmin) / static_cast<float>(std::max(p_.npts - 1, 1));
         const auto same = [near](float a, float b) { return std::fabs(a - b) <= near; };
         if (!same(start, p_.xmin) || !same(end, p_.xmax) || positions_.size() != first.size()) return false;
         return std::equal(first.begin(), first.end(), positions_.begin(), same);
+    }
+
+    // Intensities over Phi or Omega are one measurement at one 2Theta and one tilt alone.
+    bool Others_Stand_Alike(const Scan& scan) const {
+        constexpr float near = 1e-3f;  // degrees
+        return std::all_of(first_.axes.begin(), first_.axes.end(), [&](const Axis& axis) {
+            if (!axis.Stands()) return true;
+            const Axis* const other = scan.Find(axis.name);
+            float here = 0, there = 0;
+            return other != nullptr && other->Stands() && Told_Real(axis.Place(), here) && Told_Real(other->Place(), there) &&
+                   std::fabs(here - there) <= near;
+        });
     }
 
     bool Read_Factors(const Scan& scan) {
@@ -253,6 +326,8 @@ private:
     }
 
     Diffraction_Pattern_Type& p_;
+    const Scan& first_;
+    const Axis& axis_;
     bool intensities_;
     std::vector<float> counts_, factors_, positions_;
 };
@@ -265,12 +340,17 @@ Status Read_Xrdml(std::string_view text, Diffraction_Pattern_Type& p) {
     const Measurement found = Find_All(Without_Comments(text, copy));
     if (Status status = Take_Wavelengths(found, p); status.failed) return status;
     const auto& scans = found.scans;
-    const auto placed = std::find_if(scans.begin(), scans.end(), [](const Scan& scan) { return scan.placed; });
+    const auto placed = std::find_if(scans.begin(), scans.end(), [](const Scan& scan) { return scan.Scanned() != nullptr; });
     if (placed == scans.end()) return Ended_At("the positions of the axis 2Theta");
+    const Axis& axis = *placed->Scanned();
     std::vector<float> positions;
-    if (Status status = Read_Positions(*placed, p.xmin, p.xmax, positions); status.failed) return status;
+    if (Status status = Read_Positions(axis, p.xmin, p.xmax, positions); status.failed) return status;
+    if (axis.name != two_theta) {
+        p.scat_var = "Angle";
+        p.legend_x = Kept_Text(std::string(axis.name) + "(degrees)", legend_width);
+    }
 
-    Sum sum(p, std::any_of(scans.begin(), scans.end(), [](const Scan& scan) { return scan.intensities.given; }));
+    Sum sum(p, *placed, std::any_of(scans.begin(), scans.end(), [](const Scan& scan) { return scan.intensities.given; }));
     for (const Scan& scan : scans) {
         if (!sum.Counts_In(scan)) continue;
         if (Status status = sum.Add(scan, positions); status.failed) return status;

@@ -24,8 +24,12 @@
 //     on several, and hold numbers that are not whole;
 //   - <beamAttenuationFactors> beside a list of <counts>, a factor f for each point or one for all, multiply it: f n counts, with variance
 //     f^2 n; <intensities> have theirs applied already;
-//   - <listPositions> of the axis 2Theta give x point by point, the step is then their mean distance and not constant;
+//   - <listPositions> of the axis give x point by point, the step is then their mean distance and not constant;
 //   - start and end are those of the first scan; a scan that states others, or the same for another number of points, is left out of
+//     the sum;
+//   - the axis is the one that moves: the scan's scanAxis where that names one, else 2Theta, else the first. A scan of Phi, Omega or
+//   another
+//     angle, in which 2Theta has a <commonPosition>, is a pattern over that angle, and the other axes must stand alike in all scans of
 //     the sum.
 #pragma once
 

@@ -30,6 +30,7 @@ constexpr std::string_view bad_field = " Error in Intensity file, check your ins
 struct Header {
     float fac_x = 1, fac_y = 1, step_in = 0;
     int interpol = 0;
+    int sigma_column = 2, ycalc_column = 3;  // from 0; none: -1
 };
 
 bool Is_Comment(std::string_view line) { return line.starts_with('!') || line.starts_with('#'); }
@@ -156,6 +157,32 @@ Status Read_Gr_Header(Line_Cursor& lines, Diffraction_Pattern_Type& pattern) {
         if (!lines.Next(line)) return Status::Fail(bad_header);
         if (Behind_Word(line, "title=", rest)) pattern.title = Kept_Text(rest, title_width);
     } while (!line.starts_with(gr_mark));
+    return Status::Done();
+}
+
+bool Holds_Gr_Mark(Line_Cursor lines) {
+    std::string_view line;
+    while (lines.Next(line))
+        if (line.starts_with(gr_mark)) return true;
+    return false;
+}
+
+int Numbers_In(std::string_view line) {
+    int count = 0;
+    float number = 0;
+    Number_Walk walk(line);
+    for (walk.Skip_Separators(); !walk.At_End() && walk.Take(number); walk.Skip_Separators()) ++count;
+    return count;
+}
+
+// A pair distribution: the uncertainty of G is in the fourth column, and of r in the third.
+Status Read_Pairs_Header(Line_Cursor& lines, Separator separator, Header& head, Diffraction_Pattern_Type& pattern) {
+    const bool marked = Holds_Gr_Mark(lines);
+    const Status status = marked ? Read_Gr_Header(lines, pattern) : Read_Plain_Header(lines, separator, pattern);
+    if (status.failed) return status;
+    std::string_view line;
+    if (Line_Cursor ahead = lines; marked || (ahead.Next(line) && Numbers_In(line) != 3)) head.sigma_column = 3;
+    head.ycalc_column = -1;
     pattern.legend_x = "Distance R(Angstroms)";
     pattern.legend_y = "G(R)x1000";
     pattern.scat_var = "Distance";
@@ -163,7 +190,7 @@ Status Read_Gr_Header(Line_Cursor& lines, Diffraction_Pattern_Type& pattern) {
 }
 
 Status Read_Header(Line_Cursor& lines, bool gr, Separator separator, Header& head, Diffraction_Pattern_Type& pattern) {
-    if (gr) return Read_Gr_Header(lines, pattern);
+    if (gr) return Read_Pairs_Header(lines, separator, head, pattern);
     const Line_Cursor start = lines;
     std::string_view first;
     if (lines.Next(first) && first.starts_with("XYDATA")) {
@@ -180,7 +207,7 @@ struct Sums {
     float steps = 0;
 };
 
-Status Read_Records(Line_Cursor& lines, bool gr, Separator separator, const Header& head, Diffraction_Pattern_Type& p, Sums& sums) {
+Status Read_Records(Line_Cursor& lines, Separator separator, const Header& head, Diffraction_Pattern_Type& p, Sums& sums) {
     const int wanted = Trim(p.legend_x) == "r.l.u." ? 3 : 4;
     const auto room = static_cast<int>(p.x.size());
     const float fac_x = head.fac_x, fac_y = head.fac_y;
@@ -190,9 +217,9 @@ Status Read_Records(Line_Cursor& lines, bool gr, Separator separator, const Head
         const Line_Kind kind = separator == Separator::blank ? Take_Numbers(line, wanted, numbers) : Take_Separated(line, wanted, numbers);
         if (kind == Line_Kind::skipped) continue;
         if (kind == Line_Kind::misfit) return Status::Fail(bad_line);
-        const auto [x, y, third, fourth] = numbers;
-        const float sigma = gr ? fourth : third;
-        const float ycalc = gr ? 0.0f : fourth;
+        const float x = numbers[0], y = numbers[1];
+        const float sigma = numbers[static_cast<std::size_t>(head.sigma_column)];
+        const float ycalc = head.ycalc_column < 0 ? 0.0f : numbers[static_cast<std::size_t>(head.ycalc_column)];
         if (!std::isfinite(x)) return Status::Fail(bad_field);
         ++sums.count;
         if (sums.count >= first_terminator && std::fabs(x) < negligible && y <= negligible && sigma <= negligible) break;
@@ -253,7 +280,7 @@ Status Read_With(Separator separator, std::string_view text, bool gr, Diffractio
     if (Status status = Allocate_Diffraction_Pattern(p, static_cast<std::int32_t>(room)); status.failed) return status;
 
     Sums sums;
-    if (Status status = Read_Records(lines, gr, separator, head, p, sums); status.failed) return status;
+    if (Status status = Read_Records(lines, separator, head, p, sums); status.failed) return status;
     if (sums.count < 3) return Status::Fail(no_points);  // one point or none: no step, no range
     Keep_Points(p, sums.count - 1);
     p.xmin = p.x.front();

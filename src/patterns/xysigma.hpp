@@ -10,7 +10,8 @@
 // lines are passed over among the records too. Where a file cannot be read so, its columns are taken as separated by semicolons, in which a
 // comma is a decimal one: "10,02; 105; 10,2".
 //
-// A ".gr" file is a pair-distribution function: a header up to a line "#L r ...", then r, G(r), dr, dG(r).
+// A ".gr" file is a pair-distribution function: a header up to a line "#L r ...", then r, G(r), dr, dG(r). Without such a line it has a
+// head as any other file, or none, and a third column that is the last one is dG(r).
 #pragma once
 
 #include <string_view>

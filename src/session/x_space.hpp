@@ -22,12 +22,13 @@ enum class X_Space {
     frequency,
     time,
     distance,
-    rlu
+    rlu,
+    angle
 };
 
 constexpr std::string_view Told(X_Space space) {
     constexpr std::string_view texts[] = {"----",   "2theta", "TOF",         "mono",      "d-space", "d-spacing", "q-space", "s-space",
-                                          "Lambda", "Energy", "Temperature", "Frequency", "Time",    "Distance",  "r.l.u."};
+                                          "Lambda", "Energy", "Temperature", "Frequency", "Time",    "Distance",  "r.l.u.",  "Angle"};
     return texts[static_cast<std::size_t>(space)];
 }
 

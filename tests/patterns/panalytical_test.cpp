@@ -45,8 +45,11 @@ std::string Csv(int told, int held) {
 TEST(Panalytical_Csv, FieldsStandInTheirColumns) {
     const auto p = Good(Read_Panalytical_Csv, Csv(1000, 998));
     Expect_Counts(p, 998, false);  // what the file holds, not what it claims
-    EXPECT_EQ(p.title, ",Corundum");
-    EXPECT_FLOAT_EQ(p.xmax, 29.98f);
+    EXPECT_EQ(p.npts_claimed, 1000);
+    EXPECT_EQ(p.xmax, p.x.back());
+    const auto whole = Good(Read_Panalytical_Csv, Csv(1000, 1000));
+    EXPECT_FLOAT_EQ(whole.xmax, 29.98f);
+    EXPECT_EQ(whole.npts_claimed, 0);
     EXPECT_EQ(Good(Read_Panalytical_Csv, Csv(5, 9)).npts, 5);
     EXPECT_EQ(Good(Read_Panalytical_Csv, Csv(9, 5) + "end\n11.0,1\n").npts, 5);
     EXPECT_EQ(Good(Read_Panalytical_Csv, Replace_All(Csv(9, 5), "10.0200,", "10.0200  ")).y[1], Count(1));
@@ -71,6 +74,20 @@ TEST(Panalytical_Csv, DecimalCommasWithAnotherSeparatorOrInQuotes) {
     EXPECT_EQ(p.y[1], 8.5f);
     EXPECT_EQ(p.xmax, 10.75f);
     EXPECT_EQ(p.step, 0.25f);
+}
+
+TEST(Panalytical_Csv, TitlesWithoutTheirCommaAndQuotes) {
+    for (const auto& [line, title] : {std::pair{"Title 1,Corundum", "Corundum"},
+                                      {"Title 1, a, b ", "a, b"},
+                                      {"Title 1,\"a, \"\"b\"\"\"", "a, \"b\""},
+                                      {"\"Title 1\",\"a, b\"", "a, b"},
+                                      {"\"Title 1,a\"", "a"},
+                                      {"Title 1;a; b", "a; b"},
+                                      {"Title 1\ta", "a"},
+                                      {"Title 1 a", "a"},
+                                      {"Title 1,", ""},
+                                      {"Title 1", ""}})
+        EXPECT_EQ(Good(Read_Panalytical_Csv, Replace_All(Csv(5, 5), "Title 1,Corundum", line)).title, title) << line;
 }
 
 TEST(Panalytical_Csv, EveryFault) {
@@ -107,6 +124,10 @@ TEST(Udf, RowsOfEightAndARest) {
     const auto p = Good(Read_Udf, "x\nDataAngleRange,1,5\nScanStepSize,1\nRawScan\n    12.5,        ,   1.5e1,-3, 7\n");
     EXPECT_EQ(p.y, (std::vector<float>{12.5f, 0, 15, -3, 7}));
     EXPECT_EQ(p.sigma[3], 3);
+    const auto early = Good(Read_Udf, "x\nDataAngleRange,1,5\nScanStepSize,1\nRawScan\n      12,      13,  \n");
+    EXPECT_EQ(early.y, (std::vector<float>{12, 13}));  // what its line lacks is no count of 0
+    EXPECT_EQ(early.npts_claimed, 5);
+    EXPECT_EQ(early.xmax, 2);
 }
 
 TEST(Udf, EveryFault) {
@@ -120,7 +141,7 @@ TEST(Udf, EveryFault) {
 
 std::string Jcp(int told, int rows) {
     std::string text = "##TITLE= Corundum\n##$WAVELENGTH ALPHA1= 1.54060\n##$WAVELENGTH ALPHA2= 1.54440\n";
-    text += "##$INTENSITY RATIO ALPHA2/ALPHA1= 0.50000\n## FIRSTX= 10.000\n## LASTX=929.980\n## DELTAX= 0.020\n";
+    text += "##$INTENSITY RATIO ALPHA2/ALPHA1= 0.50000\n## FIRSTX= 10.000\n## LASTX= 29.980\n## DELTAX= 0.020\n";
     text += Printed("## NPOINTS= %d\n## XYDATA= X++<Y..Y>\n", told);
     for (int r = 0; r < rows; ++r) {
         text += Printed("%9.3f ", 10 + 0.1 * r);
@@ -136,7 +157,12 @@ TEST(Jcp, OfTheLastRowOnlyTheFirstPointCounts) {
         if (kept > 1) Expect_Counts(p, kept, false);
         EXPECT_EQ(p.npts, kept) << told;
         EXPECT_EQ(p.title, "##TITLE= Corundum");
-        EXPECT_EQ(p.xmax, 29.98f);  // "929.980" less the character behind "="
+        EXPECT_EQ(p.xmax, 29.98f);
+    }
+    for (const auto& [from, to] : {std::pair{"= ", "="}, {"= ", " =   "}, {"## ", "##"}, {"##$", "## $"}}) {
+        const auto p = Good(Read_Jcp, Replace_All(Jcp(11, 3), from, to));
+        Expect_Counts(p, 11, false);
+        EXPECT_EQ(p.xmax, 29.98f) << to;
     }
 }
 
@@ -245,6 +271,58 @@ TEST(Xrdml, EveryFault) {
                                {Xrdml(Scan("1 2 3", "counts", positions + factors)), before + "the attenuation factors"},
                                {Xrdml(Scan("  ")), none},
                                {Xrdml(positions), none}});
+}
+
+std::string Axis(const std::string& name, const std::string& place) {
+    return "<positions axis=\"" + name + "\" unit=\"deg\">\n" + place + "</positions>\n";
+}
+std::string Moved(const std::string& name, double from, double to) {
+    return Axis(name, Printed("<startPosition>%.4f</startPosition>\n<endPosition>%.4f</endPosition>\n", from, to));
+}
+std::string Fixed(const std::string& name, double at) { return Axis(name, Printed("<commonPosition>%.4f</commonPosition>\n", at)); }
+std::string Listed(const std::string& name, const char* places) {
+    return Axis(name, Printed("<listPositions>%s</listPositions>\n", places));
+}
+
+TEST(Xrdml, TheAngleThatIsScannedIsTheAxis) {
+    struct Case {
+        const char* scan_axis;
+        std::string where;
+        const char* legend;  // blank: 2theta
+        float first, last;
+    };
+    const std::string still = Fixed("2Theta", 44.7);
+    for (const Case& c : {
+             Case{"Phi", still + Fixed("Omega", 22) + Moved("Phi", -180, 180), "Phi(degrees)", -180, 180},
+             Case{"Omega", still + Moved("Omega", 22, 23) + Fixed("Phi", 5), "Omega(degrees)", 22, 23},
+             Case{"", still + Moved("Chi", 1, 5), "Chi(degrees)", 1, 5},
+             Case{"Omega", Moved("2Theta", 44.7, 44.7) + Moved("Omega", 22, 23), "Omega(degrees)", 22, 23},
+             Case{"Omega", still + Listed("Omega", "22 22.5 22.75 22.8 23"), "Omega(degrees)", 22, 23},
+             Case{"Psi", Listed("2Theta", "44.7 44.7 44.7 44.7 44.7") + Listed("Psi", "0 1 2 3 5"), "Psi(degrees)", 0, 5},
+             Case{"Phi", Moved("Phi", 0, 8), "Phi(degrees)", 0, 8},  // 2Theta is not told at all
+             Case{"Gonio", Fixed("Phi", 260.6) + Moved("2Theta", 10, 20) + Moved("Omega", 5, 10), "", 10, 20},
+             Case{"Omega-2Theta", Moved("Omega", 5, 10) + Moved("2Theta", 10, 20), "", 10, 20},
+             Case{"2Theta", Fixed("Omega", 4) + Listed("2Theta", "10 11 12 13 20"), "", 10, 20},
+             Case{"", positions, "", 10, 10.08f},
+         }) {
+        const std::string tag = *c.scan_axis == 0 ? "<scan>" : Printed("<scan mode=\"Continuous\" scanAxis=\"%s\">", c.scan_axis);
+        const auto p = Good(Read_Xrdml, Replace_All(Xrdml(Scan("1 2 3 4 5", "counts", c.where)), "<scan>", tag));
+        SCOPED_TRACE(c.where);
+        EXPECT_EQ(p.legend_x, c.legend);
+        EXPECT_EQ(p.scat_var, *c.legend == 0 ? "" : "Angle");
+        EXPECT_EQ(p.xmin, c.first);
+        EXPECT_EQ(p.xmax, c.last);
+        EXPECT_NEAR(p.x.back(), c.last, 1e-4);
+        EXPECT_EQ(p.npts, 5);
+    }
+    // Scans of a pole figure at another tilt are other measurements, those at the same one are summed.
+    const auto turned = [&](double chi) { return Scan("1 2 3", "counts", still + Fixed("Chi", chi) + Moved("Phi", 0, 2)); };
+    EXPECT_EQ(Sum_Of(turned(5) + turned(10) + turned(5)), (std::vector<float>{2, 4, 6}));
+    EXPECT_EQ(Sum_Of(turned(5) + Scan("1 2 3", "counts", Fixed("Chi", 5) + Moved("2Theta", 0, 2))), (std::vector<float>{1, 2, 3}));
+    const std::string before = " Error reading a profile XRDML-DATA file: end of file while trying to read ";
+    Expect_Faults(Read_Xrdml, {{Xrdml(Scan("1 2 3", "counts", still)), before + "the start position"},
+                               {Xrdml(Scan("1 2 3", "counts", Axis("2Theta", "") + Moved("Omega", 1, 2))), before + "the start position"},
+                               {Xrdml(Scan("1 2 3", "counts", Moved("Phi", 1, 2))), before + "the positions of the axis 2Theta"}});
 }
 
 TEST(Xrdml, ARealFile) {

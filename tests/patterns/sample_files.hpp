@@ -82,6 +82,7 @@ inline std::vector<Sample_File> Sample_Files(int n) {
         {1, "free in columns.bac", title + range + counts},
         {1, "free with commas.sim", Printed("0 1 %d ", n - 1) + title + Bumps(n, 20, "%.0f, ")},
         {1, "free.MDI", title + Printed("10.0 0.05 1.0 CU 1.54 %.2f %d\n", last, n) + free},
+        {1, "small.mdi", title + Printed("10.0 0.05 1.0 CU 1.54 %.2f %d\n", last, n) + free},
         {2, "r3b.dat", "D1  26-FEB-98\n" + title + "vanadium can\n" + r3b_head + Bumps(n, 10, "%8.0f", "%2d") + "   -1000\n"},
         {3, "nls.dat", "! " + title + "! second\n" + range + nls},
         {4, "g41.dat", g41(0)},

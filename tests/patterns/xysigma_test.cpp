@@ -93,6 +93,19 @@ TEST(Xysigma, PairDistributionFunctions) {
     EXPECT_EQ(p.ymin, -3);
 }
 
+TEST(Xysigma, PairDistributionsWithoutTheirMark) {
+    const std::string records[] = {"0.01 2.0\n0.02 -3.0\n0.03 4\n", "0.01 2.0 0.5\n0.02 -3 0.5\n0.03 4 1\n",
+                                   "0.01 2.0 0.1 0.5\n0.02 -3 0.1 0.5\n0.03 4 .1 1\n"};
+    for (const std::string head : {"", "#### start data\n#S 1\n", "# r G(r)\n\n", "r(A) G\n", "! TITLE x\n; 1 2\n"})
+        for (const std::string& data : records) {
+            const auto p = Good(head + data, true);
+            EXPECT_EQ(p.x, (std::vector<float>{0.01f, 0.02f})) << head << data;
+            EXPECT_EQ(p.sigma[1], &data == records ? 3.0f : 0.25f) << head << data;
+            EXPECT_EQ(p.ycalc[1], 0);
+            EXPECT_EQ(p.scat_var + p.legend_x + p.legend_y, "DistanceDistance R(Angstroms)G(R)x1000");
+        }
+}
+
 TEST(Xysigma, ColumnsApartByAnySeparator) {
     const auto blanks = Good("a title\n" + Records(20, "2 77"));
     std::string text = Records(20, "2 77");
@@ -140,7 +153,7 @@ TEST(Xysigma, EveryFault) {
                                       {"XYDATA\nINTER a b c\na\nb\nc\nd\n" + Records(20), " Error reading"},
                                       {Records(20) + "12 x 4\n" + Records(5), " Error reading X,Y, Sigma Ycalc in profile DATA file"},
                                       {Records(20) + "nan 1 4\n", " Error in Intensity file, check your instr parameter!"}});
-    Expect_Faults(Of_Columns<true>, {{"a\nb\n#L r(A) G(r)\n", points}, {"a\nb\n1 2 3 4\n", head}});
+    Expect_Faults(Of_Columns<true>, {{"a\nb\n#L r(A) G(r)\n", points}, {"a\nb\nno numbers\n", head}});
     EXPECT_EQ(Good(Records(20) + "12.5 nan 4\n13 1 1\n").ymax, 119);  // a gap in y is kept, and not counted for the range
 }
 

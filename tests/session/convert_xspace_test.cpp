@@ -97,7 +97,7 @@ TEST(Convert_Xspace, EveryMeetingOfAPresentSpaceAndATarget) {
         {"s-space", &s_scale, {"", "", "", "", same}},
         {"mono", nullptr, {no, no, no, no, "Conversion not posible"}},
     };
-    for (const char* other : {"----", "Lambda", "Energy", "Temperature", "Frequency", "Time", "Distance", "r.l.u."})
+    for (const char* other : {"----", "Lambda", "Energy", "Temperature", "Frequency", "Time", "Distance", "r.l.u.", "Angle"})
         rows.push_back({other,
                         nullptr,
                         {lost + other, lost + other, lost + other, "Vantrelo in unknown xspace  : " + std::string(other), lost + other}});

@@ -75,8 +75,8 @@ TEST(Xspace, EveryMeetingOfAPresentSpaceAndAFile) {
          {"Present Space: Energy, file type General Abcisa ", merge}},
     };
     for (const Row& row : rows) {
-        const std::pair<std::string, Answer> cells[] = {
-            {" 2theta ", row.theta}, {"TOF", row.tof}, {"mono", row.mono}, {"Distance", row.general}, {"Lambda", row.general}};
+        const std::pair<std::string, Answer> cells[] = {{" 2theta ", row.theta},   {"TOF", row.tof},        {"mono", row.mono},
+                                                        {"Distance", row.general}, {"Lambda", row.general}, {"Angle", row.general}};
         for (const auto& [file, answer] : cells) {
             SCOPED_TRACE(row.present + " meets " + file);
             Session s;
@@ -93,7 +93,7 @@ TEST(Xspace, EveryMeetingOfAPresentSpaceAndAFile) {
         EXPECT_EQ(Join(s, "d-spacing").ok(), row.present == "d-space");
         EXPECT_EQ(Told(s.plot.xspace), row.present == "d-space" ? "d-spacing" : row.present);
     }
-    for (const char* general : {"Lambda", "Energy", "Temperature", "Frequency", "Time", "Distance", "r.l.u."}) {
+    for (const char* general : {"Lambda", "Energy", "Temperature", "Frequency", "Time", "Distance", "r.l.u.", "Angle"}) {
         Session s;
         EXPECT_TRUE(Join(s, general).ok());
         EXPECT_TRUE(Join(s, general).ok()) << general;
@@ -111,7 +111,8 @@ TEST(Xspace, TheFirstFileSetsTheSpaceAndItsTitles) {
           Case{"TOF", "", "", true, "TOF (\u00b5sec)", "Intensity (arb. units)"},
           Case{"mono", "", "", true, "sin(theta)/lambda", "Fcalc. - Fobs."},
           Case{"d-spacing", "", "", true, "d-spacing (\u00c5)", "Intensity (arb. units)"},
-          Case{"Distance", "r (nm)", "G", true, "r (nm)", "G"}, Case{"Distance", "r (nm)", "", true, "r (nm)", "G(R)"},
+          Case{"Distance", "r (nm)", "G", true, "r (nm)", "G"}, Case{"Angle", "Phi(degrees)", "I", true, "Phi(degrees)", "I"},
+          Case{"Angle", "", "", true, "Angle (deg)", "Intensity (arb. units)"}, Case{"Distance", "r (nm)", "", true, "r (nm)", "G(R)"},
           Case{"Energy", "", "G", true, "Energy", "F(Energy)."}, Case{"Time", "", "", true, "Time", "F(time)"},
           Case{"d-space", "", "", false, "", ""}, Case{"q-space", "", "", false, "", ""}, Case{"", "", "", false, "", ""}}) {
         SCOPED_TRACE(c.scat_var);
@@ -136,8 +137,9 @@ TEST(Xspace, TheMenuFollowsTheSpace) {
         int constants = 0;  // command enabled, 0 none
     };
     Session s;
-    for (const Case& c : {Case{"2theta", 40042, true, 40087}, Case{"TOF", 40043, true, 40088}, Case{"d-spacing", 40017, true},
-                          Case{"q-space", 40089, true}, Case{"s-space", 40081, true}, Case{"mono", 0, false}, Case{"r.l.u.", 0, false}}) {
+    for (const Case& c :
+         {Case{"2theta", 40042, true, 40087}, Case{"TOF", 40043, true, 40088}, Case{"d-spacing", 40017, true}, Case{"q-space", 40089, true},
+          Case{"s-space", 40081, true}, Case{"mono", 0, false}, Case{"r.l.u.", 0, false}, Case{"Angle", 0, false}}) {
         SCOPED_TRACE(c.space);
         const unsigned before = s.interface.revision;
         Set_Xspace(s, c.space);
