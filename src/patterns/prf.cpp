@@ -13,6 +13,7 @@
 
 #include "base/os.hpp"
 #include "base/text.hpp"
+#include "patterns/binary_file.hpp"
 #include "patterns/header_words.hpp"
 #include "patterns/prf_tools.hpp"
 
@@ -89,8 +90,10 @@ Status Read_Prf(const std::string& path, Diffraction_Pattern_Type& pattern, PRF_
     const auto open_beside = [&path](const std::string& name, Text_File& beside) { return Open_Beside(path, name, beside); };
     const std::string_view text = Without_End_Mark(source.Text());
     Prf_File file{text, Line_Cursor(text), open_beside, fresh, fresh_info};
-    if (const Status status = Read_Prf_Text(file, Lower(Extension_Of(path)) == ".xrf"); status.failed)
-        return Status::Fail(Cut(status.message, message_width));
+    if (const Status status = Read_Prf_Text(file, Lower(Extension_Of(path)) == ".xrf"); status.failed) {
+        const std::string refusal = Binary_Refusal(text);
+        return Status::Fail(Cut(refusal.empty() ? status.message : refusal, message_width));
+    }
     Take_Path(path, fresh, fresh_info);
     pattern = std::move(fresh);
     info = std::move(fresh_info);

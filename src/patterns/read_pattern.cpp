@@ -7,6 +7,7 @@
 #include "base/os.hpp"
 #include "base/text.hpp"
 #include "base/text_file.hpp"
+#include "patterns/binary_file.hpp"
 #include "patterns/gsas.hpp"
 #include "patterns/recognise.hpp"
 
@@ -35,7 +36,14 @@ std::string Mode_Name(std::string_view mode, int& bank) {
 Status Open_Source(const std::string& filename, Text_File& source) {
     std::error_code error;
     if (!std::filesystem::exists(filename, error)) return Failure(" The file ", Trim(filename), " doesn't exist");
-    return source.Open(filename).failed ? Failure(" Error opening the file: ", filename, "") : Status::Done();
+    if (source.Open(filename).failed) return Failure(" Error opening the file: ", filename, "");
+    return Is_Archive_Or_Picture(source.Text()) ? Status::Fail(Binary_Refusal(source.Text())) : Status::Done();
+}
+
+// Why a reader could make nothing of a file: that it is binary, where it is.
+Status Or_Binary(Status status, std::string_view text) {
+    const std::string refusal = Binary_Refusal(text);
+    return refusal.empty() ? status : Status::Fail(refusal);
 }
 
 // What the table says of a pattern that its reader has filled.
@@ -114,7 +122,10 @@ Recognition Recognise_Format(const std::string& file) {
     const std::string extension = Lower(Extension_Of(file));
     result.by_extension = Format_Of_Extension(extension);
     Text_File source;
-    if (source.Open(file, recognised_head).ok()) result.by_content = Recognised_By_Content(source.Text());
+    if (source.Open(file, recognised_head).ok()) {
+        result.by_content = Recognised_By_Content(source.Text());
+        result.binary = Binary_Refusal(source.Text());
+    }
     for (const Format_Extension& row : Format_Extensions())
         if (row.extension == extension) result.code = row.code;
     if (result.by_content != 0) result.code = result.by_content;
@@ -131,7 +142,8 @@ Status Read_Pattern(const std::string& filename, Diffraction_Pattern_Type& patte
     const std::string name = Mode_Name(mode, bank);
     const Format_Reader& reader = Reader_Of_Mode(name);
     Diffraction_Pattern_Type fresh;
-    const Status status = reader.read({Without_End_Mark(source.Text()), Extension_Of(filename), bank}, fresh);
+    Status status = reader.read({Without_End_Mark(source.Text()), Extension_Of(filename), bank}, fresh);
+    if (status.failed || !(fresh.xmax > fresh.xmin)) status = Or_Binary(status, source.Text());
     if (status.failed) return status;
     Finish(reader, filename, name, fresh);
     if (options.deviations) To_Deviations(fresh);
@@ -155,7 +167,7 @@ Status Read_Pattern_Mult(const std::string& filename, std::vector<Diffraction_Pa
         status = reader.read_all(in_hand, capacity, fresh, messages);
     else
         status = reader.read(in_hand, fresh.emplace_back());
-    if (status.failed) return status;
+    if (status.failed) return Or_Binary(status, source.Text());
     if (fresh.size() > static_cast<std::size_t>(capacity)) fresh.resize(static_cast<std::size_t>(capacity));
     for (Diffraction_Pattern_Type& pattern : fresh) Finish(reader, filename, name, pattern);
     patterns = std::move(fresh);

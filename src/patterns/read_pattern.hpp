@@ -29,6 +29,7 @@ struct Recognition {
     int banks = 1;         // patterns that it holds, where opening them all is for the user to say
     int code = 1;          // the format where nobody can be asked: by extension, else content, else the extension's usual one, else free;
                            // an extension that many programs write comes behind the content
+    std::string binary;    // of a binary file: what it is told as, since no format will do
 };
 Recognition Recognise_Format(const std::string& file);
 

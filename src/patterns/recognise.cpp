@@ -9,6 +9,7 @@
 #include "base/real_parse.hpp"
 #include "base/text.hpp"
 #include "base/text_file.hpp"
+#include "patterns/binary_file.hpp"
 #include "patterns/format_table.hpp"
 
 namespace vntl {
@@ -40,15 +41,6 @@ struct Head {
     std::vector<std::string_view> lines;
     bool whole;  // the lines are all of the file
 };
-
-// Bytes that texts do not hold. A few are passed over: titles may hold what a program left there.
-bool Is_Binary(std::string_view head) {
-    constexpr std::size_t of_bytes = 40;
-    std::size_t odd = 0;
-    for (const char c : head)
-        odd += static_cast<unsigned char>(c) < ' ' && c != '\n' && c != '\r' && c != '\t' && c != '\f' && c != '\x1a' ? 1 : 0;
-    return odd > 2 + head.size() / of_bytes;
-}
 
 Head Cut_Lines(std::string_view text) {
     constexpr std::size_t mark = 3;  // of the byte order, which may be gone

@@ -26,6 +26,9 @@ bool Name_Tells(const std::string& file) {
     return (kind != nullptr && (kind->read != nullptr || !kind->refusal.empty())) || Format_Of_File(file) != 0;
 }
 
+// No format will do for a binary file, so that there is nothing to ask about it.
+bool Is_To_Ask(const std::string& file) { return !Name_Tells(file) && Recognise_Format(file).binary.empty(); }
+
 // The one question about all files whose names do not tell their format.
 Format_Question Question_About(const std::vector<std::string>& files, char separator) {
     std::vector<Recognition> looks;
@@ -63,7 +66,7 @@ Open_Result Open_Pattern_File(Session& session, Ask& ask, const std::string& nam
 
     std::reverse(files.begin(), files.end());
     std::vector<std::string> open_ones;
-    std::copy_if(files.begin(), files.end(), std::back_inserter(open_ones), [](const std::string& file) { return !Name_Tells(file); });
+    std::ranges::copy_if(files, std::back_inserter(open_ones), Is_To_Ask);
     Format_Choice choice;
     if (!open_ones.empty()) {
         const std::optional<Format_Choice> chosen = ask.Data_Format(Question_About(open_ones, session.config.sep));

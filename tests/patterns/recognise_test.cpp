@@ -1,8 +1,14 @@
 // Recognition by content: files of little more than a head, and what is no pattern at all. Whole files are in habits_test.cpp.
 #include "patterns/recognise.hpp"
 
+#include <unistd.h>
+
+#include <filesystem>
 #include <random>
 
+#include "patterns/binary_file.hpp"
+#include "patterns/prf.hpp"
+#include "patterns/read_pattern.hpp"
 #include "patterns/testing.hpp"
 
 namespace vntl::test {
@@ -58,6 +64,58 @@ TEST(Recognise, WhatIsNoPattern) {
 TEST(Recognise, BytesOfABinaryFileAreNoText) {
     EXPECT_EQ(Recognised_By_Content("a title\x01\x02\n" + Columns(60)), 9);
     EXPECT_EQ(Recognised_By_Content("a title" + std::string(200, '\x01') + '\n' + Columns(60)), 0);
+}
+
+// What a binary file is told as, whatever format a user chose; texts with stray bytes are none.
+TEST(Recognise, BinaryFilesAreToldAsSuch) {
+    std::mt19937 random(11);
+    std::string noise(3000, '\0');
+    for (char& c : noise) c = static_cast<char>(random());
+    const auto with = [&](std::string_view magic) { return std::string(magic) + noise; };
+    using namespace std::string_view_literals;
+    const std::pair<std::string, const char*> files[] = {
+        {with("PK\3\4"), " (zip archive)"},
+        {"PK\3\4" + std::string(20, 'x') + "_START=1\n_STEPSIZE=1\n_COUNTS\n1 2 3\n", " (zip archive)"},
+        {with("\x1F\x8B\x08"), " (gzip archive)"},
+        {with("\x89HDF\r\n\x1A\n"), " (HDF5)"},
+        {with("%PDF-1.7\n"), " (PDF document)"},
+        {with("\x89PNG\r\n\x1A\n"), " (PNG picture)"},
+        {with("\xFF\xD8\xFF\xE0"), " (JPEG picture)"},
+        {with("RAW1.01\0"sv), " (RAW file of a diffractometer)"},
+        {with("FI\0\0"sv), " (RAW file of a diffractometer)"},
+        {with("V3RDPC"), " (RD file of a diffractometer)"},
+        {noise, ""},
+        {std::string(500, '\0'), ""},
+        {"title\n" + std::string("ab\0cd\n", 6), ""},
+    };
+    const std::string file = (std::filesystem::temp_directory_path() / ("vantrelo binary " + std::to_string(::getpid()) + ".dat")).string();
+    for (const auto& [text, kind] : files) {
+        std::ofstream(file, std::ios::binary) << text;
+        const std::string told = std::string("This is a binary file") + kind + ", which no reader takes";
+        EXPECT_EQ(Recognise_Format(file).binary, told);
+        Diffraction_Pattern_Type pattern;
+        PRF_Info_Add_Type info;
+        std::vector<Diffraction_Pattern_Type> several;
+        std::vector<std::string> messages;
+        for (const Pattern_Format& format : Pattern_Formats()) {
+            EXPECT_EQ(Read_Pattern(file, pattern, format.mode).message, told) << format.mode;
+            const Status status = Read_Pattern_Mult(file, several, 7, format.mode, messages);
+            EXPECT_EQ(status.message, status.message == "Invalid Mode" ? "Invalid Mode" : told) << format.mode;
+        }
+        EXPECT_EQ(Read_Prf(file, pattern, info).message, told);
+    }
+    const std::string columns = Columns(60);
+    const std::string texts[] = {"",
+                                 "RAW data\n" + columns,
+                                 "BM 25, FI, MZ\n" + columns,
+                                 "K\xE4se\n" + columns,
+                                 columns + std::string(700, '\0'),
+                                 std::string("title\0\0\0\n", 9) + columns,
+                                 "BZh is no pattern\n",
+                                 std::string("\xFF\xFE\x31\0 \0\x32\0\n\0", 10),
+                                 std::string("\xFE\xFF\0\x31\0 \0\x32\0\n", 10)};
+    for (const std::string& text : texts) EXPECT_EQ(Binary_Refusal(text), "") << text.substr(0, 20);
+    std::filesystem::remove(file);
 }
 
 TEST(Recognise, SizeAndShapeDoNotMatter) {

@@ -54,7 +54,6 @@ TEST_F(Opening, ASelectionIsReadFromTheLastNameToTheFirst) {
     EXPECT_GT(first.read_ms, 0);
     EXPECT_EQ(s.plot.read_ms, first.read_ms);
     EXPECT_TRUE(s.store.profiles_uniform);
-    EXPECT_EQ(s.format_code, 9);
     EXPECT_EQ(s.store.Info(1).format, "XYSIGMA");
     EXPECT_EQ(s.recent.Slot(1), a);
 
@@ -226,6 +225,23 @@ TEST_F(Opening, PointsWithoutNumbersAreLeftOutAndCounted) {
     EXPECT_TRUE(result.failed && result.notice.empty());
     EXPECT_EQ(ask.Last_Box(), "Error Message|ERROR in file: none.xye\nnpts<1");
     EXPECT_TRUE(Check_Invariants(s).ok()) << Check_Invariants(s).message;
+}
+
+// No format would do for a binary file, so that none is asked for.
+TEST_F(Opening, ABinaryFileIsToldAtOnce) {
+    const std::string raw = "PK\3\4" + std::string(400, '\7'), told = "\nThis is a binary file (zip archive), which no reader takes";
+    for (const char* name : {"scan.raw", "scan.dat"}) {
+        ask.selection = {dir.Write(name, raw)};
+        const Open_Result result = Open_Pattern_File(s, ask);
+        EXPECT_TRUE(result.failed && !result.cancelled);
+        EXPECT_EQ(ask.Last_Box(), std::string("Error Message|ERROR in file: ") + name + told);
+    }
+    EXPECT_TRUE(ask.proposals.empty());
+    for (const char* name : {"scan.xye", "scan.prf", "scan.gsa"}) {
+        Open_Files(s, ask, {dir.Write(name, raw)});
+        EXPECT_EQ(ask.Last_Box(), std::string("Error Message|ERROR in file: ") + name + told);
+    }
+    EXPECT_EQ(s.store.nperfiles(), 0);
 }
 
 TEST_F(Opening, ARecentFileOpensByItsExtensionAsWritten) {
