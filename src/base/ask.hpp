@@ -12,6 +12,8 @@
 #include <string_view>
 #include <vector>
 
+#include "base/status.hpp"
+
 namespace vntl {
 
 enum class Box_Buttons { ok = 0, ok_cancel, retry_cancel, yes_no, yes_no_cancel, abort_retry_ignore };
@@ -29,6 +31,7 @@ struct Message_Box {
     int default_button = 1;  // 1, 2 or 3: the button that has the focus
     std::string text;        // lines separated by '\n'
     std::string title;
+    bool of_file = false;  // tells that a file could not be read or written
 };
 
 // Which format files have whose names do not tell it, and what their first lines tell of it.
@@ -86,6 +89,9 @@ public:
     virtual std::unique_ptr<Progress> Start_Progress(std::string_view /*title*/, int /*total*/) { return std::make_unique<Progress>(); }
 
     void Error(std::string text) { Box({Box_Buttons::ok, Box_Icon::exclamation, 1, std::move(text), std::string(error_title)}); }
+    void Error(const Status& status) {
+        Box({Box_Buttons::ok, Box_Icon::exclamation, 1, status.message, std::string(error_title), status.of_file});
+    }
     void Information(std::string text) {
         Box({Box_Buttons::ok, Box_Icon::information, 1, std::move(text), std::string(information_title)});
     }

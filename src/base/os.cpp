@@ -1,13 +1,9 @@
 // Files, directories, environment and paths, see os.hpp.
 #include "base/os.hpp"
 
-#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <system_error>
-
-#include <fcntl.h>   // open
-#include <unistd.h>  // write, fsync, close, unlink
 
 #include "base/text.hpp"
 #include "base/text_file.hpp"
@@ -19,23 +15,6 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr std::size_t small_file_limit = 1 << 20;
-
-// Writes all of `text` to a fresh file; nothing of it stays when that fails.
-bool Write_Whole(const std::string& file, std::string_view text, mode_t permissions) {
-    const int descriptor = open(file.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, permissions);
-    if (descriptor < 0) return false;
-    std::size_t done = 0;
-    bool good = true;
-    while (good && done < text.size()) {
-        const ssize_t n = write(descriptor, text.data() + done, text.size() - done);
-        good = n > 0;
-        if (good) done += static_cast<std::size_t>(n);
-    }
-    good = good && fsync(descriptor) == 0;
-    good = close(descriptor) == 0 && good;
-    if (!good) unlink(file.c_str());
-    return good;
-}
 
 }  // namespace
 
@@ -88,26 +67,8 @@ std::optional<std::vector<std::string>> Read_Text_Lines(const std::string& file)
     return lines;
 }
 
-bool Write_Text_Lines(const std::string& file, const std::vector<std::string>& lines) {
-    std::string text;
-    for (const std::string& line : lines) text.append(line).append("\n");
-    return Replace_File(file, text);
-}
-
-bool Replace_File(const std::string& file, std::string_view text) {
-    std::error_code error;
-    fs::path target = fs::canonical(file, error);
-    if (error) target = file;
-    const fs::file_status old = fs::status(target, error);
-    if (fs::exists(old) && !fs::is_regular_file(old)) return false;
-    const std::string fresh = target.string() + ".new~" + std::to_string(getpid());
-    if (!Write_Whole(fresh, text, 0666)) return false;
-    if (fs::exists(old)) fs::permissions(fresh, old.permissions(), error);
-    if (std::rename(fresh.c_str(), target.c_str()) != 0) {
-        unlink(fresh.c_str());
-        return false;
-    }
-    return true;
+std::string In_Directory(const std::string& directory, const std::string& name) {
+    return name.empty() || name.front() == '/' || directory.empty() ? name : directory + '/' + name;
 }
 
 std::string_view File_Part(std::string_view path, char separator) {

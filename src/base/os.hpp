@@ -21,10 +21,8 @@ std::string IOsVariable(const std::string& name);  // environment variable, empt
 // Lines of a small text file in UTF-8 without their line ends; nothing when it cannot be read. Reads at most 1 MB.
 std::optional<std::vector<std::string>> Read_Text_Lines(const std::string& file);
 
-// Replaces `file` by the text; a link keeps pointing at its file, which keeps its permissions. The old file stays when the new one
-// cannot be written whole.
-bool Replace_File(const std::string& file, std::string_view text);
-bool Write_Text_Lines(const std::string& file, const std::vector<std::string>& lines);
+// A name as it is meant in a directory: a relative one stands there. With a blank directory, which has been removed, it stays as it is.
+std::string In_Directory(const std::string& directory, const std::string& name);
 
 // Parts of a path, by the last '/' (or '\\' with the separator of Windows).
 std::string_view File_Part(std::string_view path, char separator = '/');       // behind the last separator

@@ -1,7 +1,9 @@
 #include "base/process.hpp"
 
+#include <fcntl.h>
 #include <spawn.h>
 #include <sys/wait.h>
+#include <unistd.h>
 
 #include <cstring>
 #include <thread>
@@ -12,6 +14,12 @@
 extern char** environ;
 
 namespace vntl {
+
+void Begin_Process() {
+    for (const int signal : overheard_signals) std::signal(signal, SIG_IGN);
+    for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
+        if (fcntl(stream, F_GETFD) < 0 && open("/dev/null", stream == STDIN_FILENO ? O_WRONLY : O_RDONLY) < 0) return;
+}
 
 std::string Quoted_Argument(std::string_view file) { return Contains(file, " ") ? '"' + std::string(file) + '"' : std::string(file); }
 
@@ -49,7 +57,16 @@ Status IOsCommand(std::string_view command, int flags) {
     for (const std::string& word : words) arguments.push_back(const_cast<char*>(word.c_str()));
     arguments.push_back(nullptr);
     pid_t process = 0;
-    const int error = posix_spawnp(&process, arguments.front(), nullptr, nullptr, arguments.data(), environ);
+    // The signals that this program overhears are the other's own to take.
+    posix_spawnattr_t as_usual;
+    sigset_t overheard;
+    sigemptyset(&overheard);
+    for (const int signal : overheard_signals) sigaddset(&overheard, signal);
+    posix_spawnattr_init(&as_usual);
+    posix_spawnattr_setsigdefault(&as_usual, &overheard);
+    posix_spawnattr_setflags(&as_usual, POSIX_SPAWN_SETSIGDEF);
+    const int error = posix_spawnp(&process, arguments.front(), nullptr, &as_usual, arguments.data(), environ);
+    posix_spawnattr_destroy(&as_usual);
     if (error != 0) return Status::Fail("The program cannot be started: " + words.front() + "\n" + std::strerror(error));
     const auto wait = [process] {
         int status = 0;

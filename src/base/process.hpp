@@ -1,6 +1,8 @@
 // Other programs: started without a shell, so that no letter of a file name means anything.
 #pragma once
 
+#include <array>
+#include <csignal>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -8,6 +10,13 @@
 #include "base/status.hpp"
 
 namespace vntl {
+
+// Signals that the program overhears: a reader that goes away and a file that may not grow are failures of the write, which is told.
+inline constexpr std::array<int, 2> overheard_signals = {SIGPIPE, SIGXFSZ};
+
+// What a program does first: overhears those signals, and fills a standard stream that is closed, so that no file takes its number. What
+// is written to it then fails.
+void Begin_Process();
 
 // A file name as an argument of a command line: in double quotes when it holds a blank.
 std::string Quoted_Argument(std::string_view file);

@@ -11,10 +11,12 @@ struct [[nodiscard]] Status {
     bool failed = false;
     std::string message;
     bool cancelled = false;  // failed because the user took the command back: there is nothing to tell
+    bool of_file = false;    // failed because a file could not be read or written: the exit status of a script tells of it
 
     static Status Done() { return {}; }
-    static Status Fail(std::string_view text) { return {true, std::string(text), false}; }
-    static Status Cancel() { return {true, "Cancelled", true}; }
+    static Status Fail(std::string_view text) { return {true, std::string(text), false, false}; }
+    static Status Fail_File(std::string_view text) { return {true, std::string(text), false, true}; }
+    static Status Cancel() { return {true, "Cancelled", true, false}; }
     bool ok() const { return !failed; }
     bool to_tell() const { return failed && !cancelled; }
 };

@@ -3,7 +3,7 @@
 
 #include <fcntl.h>     // open
 #include <sys/stat.h>  // fstat
-#include <unistd.h>    // read, close
+#include <unistd.h>    // read
 
 #include <algorithm>
 #include <cerrno>
@@ -11,6 +11,7 @@
 #include <new>  // std::nothrow
 #include <system_error>
 
+#include "base/descriptor.hpp"
 #include "base/huge_pages.hpp"
 #include "base/text.hpp"
 
@@ -18,18 +19,7 @@ namespace vntl {
 
 namespace {
 
-// A file descriptor that closes itself.
-struct Descriptor {
-    int number;
-    explicit Descriptor(int n) : number(n) {}
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-    ~Descriptor() {
-        if (number >= 0) close(number);
-    }
-};
-
-Status Refusal(const std::string& reason, const std::string& file) { return Status::Fail(reason + ": " + file); }
+Status Refusal(const std::string& reason, const std::string& file) { return Status::Fail_File(reason + ": " + file); }
 
 Status System_Refusal(const std::string& file) { return Refusal(std::generic_category().message(errno), file); }
 
@@ -83,9 +73,9 @@ Status Text_File::Open(const std::string& file, std::size_t limit) {
     marked_ = false;
     if (file.find('\0') != std::string::npos) return Refusal("Not a file name", file.substr(0, file.find('\0')));
     const Descriptor descriptor(open(file.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY));
-    if (descriptor.number < 0) return System_Refusal(file);
+    if (!descriptor) return System_Refusal(file);
     struct stat about {};
-    if (fstat(descriptor.number, &about) != 0) return System_Refusal(file);
+    if (fstat(descriptor.number(), &about) != 0) return System_Refusal(file);
     if (S_ISDIR(about.st_mode)) return Refusal("Is a directory", file);
     if (!S_ISREG(about.st_mode)) return Refusal("Not a regular file", file);
 
@@ -95,7 +85,7 @@ Status Text_File::Open(const std::string& file, std::size_t limit) {
     Ask_For_Huge_Pages(bytes.get(), wanted);
     std::size_t got = 0;
     while (got < wanted) {
-        const ssize_t n = read(descriptor.number, bytes.get() + got, wanted - got);
+        const ssize_t n = read(descriptor.number(), bytes.get() + got, wanted - got);
         if (n < 0 && errno == EINTR) continue;
         if (n < 0) return System_Refusal(file);
         if (n == 0) break;

@@ -5,8 +5,8 @@
 
 #include "base/edit_descriptor.hpp"
 #include "base/free_form.hpp"
-#include "base/os.hpp"
 #include "base/text_file.hpp"
+#include "base/write_file.hpp"
 
 namespace vntl {
 
@@ -59,12 +59,12 @@ Status Write_Efficiency_File(const std::string& path, std::span<const Efficiency
     std::string text;
     for (const Efficiency_Line& line : lines)
         if (Status status = Write_Record(text, columns, line.point, line.shift, line.efficiency); status.failed) return status;
-    return Replace_File(path, text) ? Status::Done() : Status::Fail("The file cannot be written: " + path);
+    return Replace_File(path, text) ? Status::Done() : Status::Fail_File("The file cannot be written: " + path);
 }
 
 Status Read_Efficiency_File(const std::string& path, int n, Efficiency& efficiency) {
     Text_File file;
-    if (file.Open(path).failed) return Status::Fail("ERROR opening the file " + path);
+    if (file.Open(path).failed) return Status::Fail_File("ERROR opening the file " + path);
     Efficiency read;
     read.shift.assign(static_cast<std::size_t>(n), 0);
     read.efficiency.assign(static_cast<std::size_t>(n), 1);
@@ -76,8 +76,8 @@ Status Read_Efficiency_File(const std::string& path, int n, Efficiency& efficien
         if (!reader.Read(point, shift, value) || reader.given() == 0) break;
         const std::string place = "ERROR in the file " + path + "\nline " + std::to_string(line) + ": ";
         if (point < 1 || point > n)
-            return Status::Fail(place + "point " + std::to_string(point) + " lies outside 1 to " + std::to_string(n));
-        if (!std::isfinite(shift)) return Status::Fail(place + "the shift is no finite number");
+            return Status::Fail_File(place + "point " + std::to_string(point) + " lies outside 1 to " + std::to_string(n));
+        if (!std::isfinite(shift)) return Status::Fail_File(place + "the shift is no finite number");
         const auto i = static_cast<std::size_t>(point - 1);
         read.shift[i] = shift;
         read.efficiency[i] = value >= least_efficiency ? value : 1;

@@ -5,7 +5,7 @@
 namespace vntl {
 
 bool Tell(Application& app, const Status& status) {
-    if (status.to_tell()) app.ask.Error(status.message);
+    if (status.to_tell()) app.ask.Error(status);
     return !status.cancelled;
 }
 

@@ -30,7 +30,11 @@ int Run_Modal(int dialog, const std::function<void(int)>& command, const std::fu
     return pressed;
 }
 
-void Error_Box(std::string text) { WMessageBox({Box_Buttons::ok, Box_Icon::exclamation, 1, std::move(text), std::string(error_title)}); }
+void Error_Box(std::string text) { Error_Box(Status::Fail(text)); }
+
+void Error_Box(const Status& status) {
+    WMessageBox({Box_Buttons::ok, Box_Icon::exclamation, 1, status.message, std::string(error_title), status.of_file});
+}
 
 std::optional<float> Number_In_Field(int field, std::string_view name) {
     const std::optional<float> value = WDialogGetReal(field);

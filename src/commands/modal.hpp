@@ -6,6 +6,8 @@
 #include <string>
 #include <string_view>
 
+#include "base/status.hpp"
+
 namespace vntl {
 
 // Runs the shown dialog until one of its buttons is pressed; the number of the button. The dialog stays loaded. `command` is called with
@@ -14,6 +16,7 @@ int Run_Modal(int dialog, const std::function<void(int)>& command = {}, const st
 
 // A box with the title of errors.
 void Error_Box(std::string text);
+void Error_Box(const Status& status);
 
 // The number in a field of the dialog in front; a box that names the field, and nothing, where its text is none.
 std::optional<float> Number_In_Field(int field, std::string_view name);

@@ -11,6 +11,7 @@
 
 #include "base/os.hpp"
 #include "base/text.hpp"
+#include "base/write_file.hpp"
 
 namespace vntl {
 namespace {
@@ -77,7 +78,8 @@ bool Search_Last_Directory(Configuration& config) {
     const auto lines = Read_Text_Lines(of_suite ? suite_file : own_file);
     if (!lines) return false;
     config.last_dir = of_suite ? Last_Directory_Of_Suite(*lines) : Line_Or_Blank(*lines, 0);
-    if (!config.last_dir.empty()) IOsDirChange(config.last_dir);
+    // Names of the command line stay in the directory at start, also where that has been removed.
+    if (!config.last_dir.empty() && !config.start_dir.empty()) IOsDirChange(config.last_dir);
     return true;
 }
 
@@ -97,6 +99,11 @@ std::string Configuration::Path(std::string_view directory, std::string_view nam
     std::string path(directory);
     if (path.empty() || path.back() != sep) path += sep;
     return path.append(name);
+}
+
+std::string Configuration::Here(std::string_view name) const {
+    const std::string directory = IOsDirName();
+    return directory.empty() ? std::string(name) : Path(directory, name);
 }
 
 Status Preferences_File_Name(const std::string& program_version, std::string& name) {

@@ -33,7 +33,8 @@ struct Configuration {
 
     // `name` inside `directory`, with one separator between them.
     std::string Path(std::string_view directory, std::string_view name) const;
-    std::string Recent_Files_Path() const { return Path(start_dir, mru_file); }
+    std::string Here(std::string_view name) const;  // in the working directory; `name` alone where somebody has removed that
+    std::string Recent_Files_Path() const { return start_dir.empty() ? std::string() : Path(start_dir, mru_file); }
 
     std::string Window_Title() const { return program_name + ' ' + program_version + "-2012"; }
 };

@@ -9,6 +9,7 @@
 
 #include "base/os.hpp"
 #include "base/text.hpp"
+#include "base/write_file.hpp"
 #include "session/session.hpp"
 
 namespace vntl {

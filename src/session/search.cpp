@@ -1,13 +1,11 @@
 #include "session/search.hpp"
 
 #include <cmath>
-#include <filesystem>
-#include <fstream>
-#include <system_error>
 
 #include "base/edit_descriptor.hpp"
 #include "base/os.hpp"
 #include "base/text.hpp"
+#include "base/write_file.hpp"
 #include "session/session.hpp"
 
 namespace vntl {
@@ -45,23 +43,13 @@ std::string Text_Of(const PKB_Type& found, const Diffraction_Pattern_Type& patte
     return text;
 }
 
-// Whether a file lets itself be opened for writing; it is left as it was found. A pipe is not tried: it might wait for a reader.
-bool Opens(const std::string& path) {
-    std::error_code error;
-    const bool was_there = std::filesystem::exists(path, error);
-    if (was_there && !std::filesystem::is_regular_file(path, error)) return false;
-    const bool opens = std::ofstream(path, std::ios::app).is_open();
-    if (opens && !was_there) IOsDeleteFile(path);
-    return opens;
-}
-
 // In the working directory, over what is there.
 Status Write_Found(const Session& session, const PKB_Type& found, const Found_File& file) {
     const std::string directory = IOsDirName();
-    if (directory.empty()) return Status::Fail(file.not_opened);  // somebody has removed it
+    if (directory.empty()) return Status::Fail_File(file.not_opened);  // somebody has removed it
     const std::string path = session.config.Path(directory, file.name);
     if (Replace_File(path, Text_Of(found, session.store.Pattern(1), file))) return Status::Done();
-    return Status::Fail(Opens(path) ? file.not_written : file.not_opened);
+    return Status::Fail_File(Can_Be_Written(path) ? file.not_written : file.not_opened);
 }
 
 // Searches what is seen of row 1, and writes what is found, if anything is.

@@ -7,7 +7,7 @@
 #include <cmath>
 #include <numbers>
 
-#include "base/os.hpp"
+#include "base/write_file.hpp"
 #include "toolkit/bitmap.hpp"
 #include "toolkit/font_table.hpp"
 
@@ -220,7 +220,7 @@ public:
         cairo_surface_finish(surface_);
         const bool sound = cairo_surface_status(surface_) == CAIRO_STATUS_SUCCESS && cairo_status(cairo_) == CAIRO_STATUS_SUCCESS;
         Release();
-        return sound && Replace_File(file_, text_) ? Status::Done() : Status::Fail("The picture cannot be written: " + file_);
+        return sound && Replace_File(file_, text_) ? Status::Done() : Status::Fail_File("The picture cannot be written: " + file_);
     }
 
 private:

@@ -97,9 +97,10 @@ void WClipboardPutText(const std::string& text);
 std::string WClipboardText();
 
 // --- the text in an editor window ----------------------------------------------------------------------------------------------
-Status WEditFile(const std::string& file);  // loads it; blank: an empty text without a file
-Status WEditSave(const std::string& file);  // with the line ends and the encoding that the text came with
-std::string WEditName();                    // of the file, empty for none
+Status WEditFile(const std::string& file);         // loads it; blank: an empty text without a file
+Status WEditSave(const std::string& file);         // every byte that was not edited as it came
+bool WEditChangedOnDisk(const std::string& file);  // it is the text's own file, and holds something else than was read or saved last
+std::string WEditName();                           // of the file, empty for none
 bool WEditChanged();
 std::string WEditText();
 bool WEditFind(const std::string& text, bool match_case);  // the next place, from the start again behind the last one

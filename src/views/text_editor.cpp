@@ -74,7 +74,15 @@ void Show_State() {
 }
 
 void Tell(Ask& ask, const Status& status) {
-    if (status.failed) ask.Error(status.message);
+    if (status.failed) ask.Error(status);
+}
+
+// False where the file that another program has written meanwhile is to stay.
+bool May_Write_Over(Ask& ask, const std::string& file) {
+    if (!WEditChangedOnDisk(file)) return true;
+    return ask.Box({Box_Buttons::yes_no, Box_Icon::exclamation, 2,
+                    "The file " + std::string(File_Part(file)) + " has changed on disk since it was read.\nSave over it?",
+                    std::string(editor_title)}) == Box_Answer::yes;
 }
 
 // False when the text was not saved.
@@ -85,6 +93,8 @@ bool Save(Configuration& config, Ask& ask, std::string file) {
         if (chosen.empty()) return false;
         file = chosen.front();
     }
+    WindowSelect(editor_window);
+    if (!May_Write_Over(ask, file)) return false;
     WindowSelect(editor_window);
     const Status status = WEditSave(file);
     Tell(ask, status);

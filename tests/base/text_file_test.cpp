@@ -61,22 +61,6 @@ TEST(Text, OnlyTheShortestFormIsUtf8) {
         EXPECT_EQ(To_Utf8(bytes), bytes);
 }
 
-TEST(Files, AReplacedFileKeepsItsPermissions) {
-    namespace fs = std::filesystem;
-    const std::string name = testing::TempDir() + "replaced" + std::to_string(::getpid());
-    ASSERT_TRUE(Replace_File(name, "new"));
-    const mode_t mask = ::umask(0);
-    ::umask(mask);
-    EXPECT_EQ(static_cast<unsigned>(fs::status(name).permissions()), 0666u & ~mask);
-    for (const unsigned mode : {0640u, 0755u, 0600u}) {
-        fs::permissions(name, static_cast<fs::perms>(mode));
-        ASSERT_TRUE(Replace_File(name, std::to_string(mode)));
-        EXPECT_EQ(static_cast<unsigned>(fs::status(name).permissions()), mode);
-        EXPECT_EQ(Read_Text_Lines(name)->front(), std::to_string(mode));
-    }
-    IOsDeleteFile(name);
-}
-
 TEST(Text, EncodingsAndCuts) {
     EXPECT_EQ(To_Utf8("\xB5m"), "\xC2\xB5m");
     EXPECT_EQ(To_Utf8("\xC2\xB5m"), "\xC2\xB5m");

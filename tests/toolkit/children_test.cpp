@@ -162,14 +162,45 @@ protected:
         std::ifstream stream(file, std::ios::binary);
         return {std::istreambuf_iterator<char>(stream), {}};
     }
+    // All code points of two bytes in UTF-16 but the one that the edit looks for, sixteen a line.
+    static std::string Every_Letter() {
+        std::string all;
+        for (unsigned c = 0; c < 0x10000; ++c) {
+            if ((c >= 0xD800 && c < 0xE000) || c == 'x') continue;
+            if (c < 0x80)
+                all += static_cast<char>(c);
+            else if (c < 0x800)
+                all += {static_cast<char>(0xC0 | c >> 6), static_cast<char>(0x80 | (c & 0x3F))};
+            else
+                all += {static_cast<char>(0xE0 | c >> 12), static_cast<char>(0x80 | (c >> 6 & 0x3F)), static_cast<char>(0x80 | (c & 0x3F))};
+            if (c % 16 == 15) all += '\n';
+        }
+        return all;
+    }
     const fs::path file = fs::temp_directory_path() / ("vantrelo_editor_" + std::to_string(::getpid()));
 };
 
 TEST_F(Editor, AnEditChangesOneLetterAndNoOtherByte) {
-    for (const std::string bytes :
-         {"plain x\nlines\n", "no end x", "x\n\n\n", "latin \xE5 x\nline\xB5\n", "utf8 \xC3\xA5 x\n", "crlf\r\nlines x\r\n",
-          "latin\xE5 x\r\n\r\n", "lone\rreturns x\r", "mixed\r\nends\nof\rlines x\n", "\xEF\xBB\xBFmark x\n", "hard\xC2\xA0 x\n",
-          "latin hard\xA0 x \xE5\n", "\xE2\x80\xA8 x\n", "\ttabs \f and \x01 x\n"}) {
+    const std::vector<std::string> texts = {"plain x\nlines\n",
+                                            "no end x",
+                                            "x\n\n\n",
+                                            "latin \xE5 x\nline\xB5\n",
+                                            "utf8 \xC3\xA5 x\n",
+                                            "crlf\r\nlines x\r\n",
+                                            "latin\xE5 x\r\n\r\n",
+                                            "lone\rreturns x\r",
+                                            "mixed\r\nends\nof\rlines x\n",
+                                            "\xEF\xBB\xBFmark x\n",
+                                            "hard\xC2\xA0 x\n",
+                                            "latin hard\xA0 x \xE5\n",
+                                            "\xE2\x80\xA8 x\n",
+                                            "\ttabs \f and \x01 x\n",
+                                            "paragraph\xE2\x80\xA9 x\xE2\x80\xA9\n",
+                                            "utf8 \xC3\xA5\nlatin \xE5\n x",
+                                            std::string("zero \0 x\n", 9),
+                                            "\xEF\xBB\xBF\xEF\xBB\xBFtwo marks x\n",
+                                            Every_Letter() + "x\n"};
+    for (const std::string& bytes : texts) {
         Put(bytes);
         ASSERT_TRUE(WEditFile(file).ok() && !WEditChanged() && WEditSave(file).ok());
         EXPECT_EQ(Bytes(), bytes);

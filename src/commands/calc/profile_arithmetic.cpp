@@ -5,7 +5,6 @@
 #include <optional>
 
 #include "base/conversions.hpp"
-#include "base/os.hpp"
 #include "base/text.hpp"
 #include "commands/modal.hpp"
 #include "commands/row_grid.hpp"
@@ -123,8 +122,8 @@ void Save_Totals(const Session& session) {
         const PRF_Info_Add_Type& info = session.store.Info(row);
         lines.push_back({row, info.x_shift_total, 1 / info.y_mult_total});
     }
-    const Status status = Write_Efficiency_File(session.config.Path(IOsDirName(), std::string(efficiency_file_name)), lines);
-    if (status.failed) Error_Box(status.message);
+    const Status status = Write_Efficiency_File(session.config.Here(efficiency_file_name), lines);
+    if (status.failed) Error_Box(status);
 }
 
 struct Change {

@@ -2,7 +2,6 @@
 
 #include <optional>
 
-#include "base/os.hpp"
 #include "base/text.hpp"
 #include "calc/arithmetic.hpp"
 #include "calc/smoothing.hpp"
@@ -77,7 +76,7 @@ std::optional<Choice> Ask_For_Choice(Session& session, const Filter& filter) {
 Status Write_Ratio(const Session& session, const std::vector<float>& raw, const std::vector<float>& smoothed) {
     std::vector<Efficiency_Line> lines;
     for (std::size_t i = 0; i < raw.size(); ++i) lines.push_back({static_cast<int>(i) + 1, 0, smoothed[i] > 0 ? raw[i] / smoothed[i] : 1});
-    return Write_Efficiency_File(session.config.Path(IOsDirName(), std::string(efficiency_file_name)), lines);
+    return Write_Efficiency_File(session.config.Here(efficiency_file_name), lines);
 }
 
 Status Smooth_First(Session& session, const Filter& filter, const Choice& choice) {

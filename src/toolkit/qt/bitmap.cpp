@@ -1,15 +1,16 @@
 // The raster device: curves and markers by our own renderer, the rest by the windowing system's painter.
 #include "toolkit/bitmap.hpp"
 
+#include <QBuffer>
 #include <QFontMetricsF>
 #include <QImageWriter>
 #include <QPainter>
 #include <QPainterPath>
-#include <QSaveFile>
 #include <algorithm>
 #include <cmath>
 
 #include "base/text.hpp"
+#include "base/write_file.hpp"
 #include "toolkit/curve_raster.hpp"
 #include "toolkit/font_table.hpp"
 #include "toolkit/qt/bitmap_qt.hpp"
@@ -271,13 +272,13 @@ Status Bitmap::Save(const std::string& file, double dots_per_inch) const {
     const int dots = qRound(dots_per_inch / 0.0254);
     image.setDotsPerMeterX(dots);
     image.setDotsPerMeterY(dots);
-    QSaveFile target(QString::fromStdString(file));
+    QByteArray bytes;
+    QBuffer target(&bytes);
     const std::string format = Lower(file.substr(file.find_last_of('.') + 1));
-    if (!target.open(QIODevice::WriteOnly)) return Status::Fail("The picture cannot be written: " + file);
     QImageWriter writer(&target, QByteArray::fromStdString(format));
     if (format == "jpg" || format == "jpeg") writer.setQuality(92);
-    if (!writer.write(image) || !target.commit()) return Status::Fail("The picture cannot be written: " + file);
-    return Status::Done();
+    const bool good = writer.write(image) && Replace_File(file, {bytes.constData(), static_cast<std::size_t>(bytes.size())});
+    return good ? Status::Done() : Status::Fail_File("The picture cannot be written: " + file);
 }
 
 }  // namespace vntl

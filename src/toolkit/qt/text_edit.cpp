@@ -3,13 +3,11 @@
 #include <QFontDatabase>
 #include <QTextBlock>
 #include <QTextDocument>
-#include <algorithm>
-#include <array>
 #include <vector>
 
 #include "base/os.hpp"
-#include "base/text.hpp"
 #include "base/text_file.hpp"
+#include "base/write_file.hpp"
 #include "toolkit/qt/application.hpp"
 #include "toolkit/qt/keys.hpp"
 #include "toolkit/qt/main_window.hpp"
@@ -18,22 +16,15 @@ namespace vntl {
 
 namespace {
 
-constexpr std::size_t largest_text = 16u << 20;  // a widget of text takes seconds for more
-constexpr int line_ends = 3;
-constexpr std::array<const char*, line_ends> ends = {"\n", "\r\n", "\r"};
 constexpr std::string_view byte_order_mark = "\xEF\xBB\xBF";
-
-// Kinds of the line ends of a text, in order.
-std::vector<int> Line_Ends(const QString& text) {
-    std::vector<int> kinds;
-    for (qsizetype i = 0; i < text.size(); ++i) {
-        if (text[i] == '\n') kinds.push_back(0);
-        if (text[i] != '\r') continue;
-        const bool pair = i + 1 < text.size() && text[i + 1] == '\n';
-        kinds.push_back(pair ? 1 : 2);
-        i += pair ? 1 : 0;
-    }
-    return kinds;
+constexpr std::size_t largest_text = 16u << 20;  // a widget of text takes seconds for more
+// All bytes of a file; of one that is larger than the limit, some more than it allows.
+Status Read_Bytes(const std::string& file, std::size_t limit, std::string& bytes) {
+    Text_File source;
+    if (Status status = source.Open(file, limit + byte_order_mark.size() + 1); status.failed) return status;
+    bytes = source.Marked() ? byte_order_mark : "";
+    bytes += source.Text();
+    return Status::Done();
 }
 
 Window* Selected_Editor_Window() {
@@ -55,45 +46,35 @@ Text_Edit::Text_Edit(int window) : window_(window) {
 }
 
 Status Text_Edit::Load(const std::string& file) {
-    Text_File source;
+    std::string bytes;
     if (!file.empty()) {
-        if (const Status status = source.Open(file, largest_text + byte_order_mark.size() + 1); status.failed) return status;
-        if (source.Text().size() > largest_text) return Status::Fail("Too large for the editor: " + file);
+        if (Status status = Read_Bytes(file, largest_text, bytes); status.failed) return status;
+        if (bytes.size() > largest_text) return Status::Fail_File("Too large for the editor: " + file);
     }
-    const std::string utf8 = To_Utf8(source.Text());
-    const QString text = QString::fromStdString(utf8);
-    setPlainText(text);
-    document()->setModified(false);
+    source_ = Source_Text(std::move(bytes));
     file_ = file;
-    latin1_ = utf8 != source.Text();
-    marked_ = source.Marked();
-    // Each line remembers its own end; lines that come get the end that most have.
-    std::array<int, line_ends> counts{};
-    QTextBlock block = document()->begin();
-    for (const int kind : Line_Ends(text)) {
-        ++counts[static_cast<std::size_t>(kind)];
-        block.setUserState(kind);
-        block = block.next();
-    }
-    usual_end_ = static_cast<int>(std::max_element(counts.begin(), counts.end()) - counts.begin());
+    std::string text;  // behind a line end, for the conversion drops a byte-order mark at its beginning
+    for (const std::string& line : source_.Lines()) text.append("\n").append(line);
+    setPlainText(QString::fromStdString(text).mid(1));
+    document()->setModified(false);
     return Status::Done();
 }
 
 Status Text_Edit::Save(const std::string& file) {
-    QString text;  // as it stands: the widget's own plain text has blanks for hard blanks
-    for (QTextBlock block = document()->begin(); block.isValid(); block = block.next()) {
-        text += block.text();
-        if (!block.next().isValid()) break;
-        text += QLatin1String(ends[static_cast<std::size_t>(block.userState() < 0 ? usual_end_ : block.userState())]);
-    }
-    const bool narrow = latin1_ && std::all_of(text.begin(), text.end(), [](QChar c) { return c.unicode() < 256; });
-    QByteArray bytes = narrow ? text.toLatin1() : text.toUtf8();
-    if (marked_) bytes.prepend(byte_order_mark.data(), static_cast<qsizetype>(byte_order_mark.size()));
-    if (!Replace_File(file, std::string_view(bytes.constData(), static_cast<std::size_t>(bytes.size()))))
-        return Status::Fail("The file cannot be written: " + file);
+    std::vector<std::string> lines;  // as they stand: the widget's own plain text has blanks for hard blanks
+    for (QTextBlock block = document()->begin(); block.isValid(); block = block.next()) lines.push_back(block.text().toStdString());
+    std::string bytes = source_.Bytes_Of(lines);
+    if (!Replace_File(file, bytes)) return Status::Fail_File("The file cannot be written: " + file);
+    source_ = Source_Text(std::move(bytes));
     file_ = file;
     document()->setModified(false);
     return Status::Done();
+}
+
+bool Text_Edit::Changed_On_Disk(const std::string& file) const {
+    if (file != file_ || !IOsFileExists(file)) return false;
+    std::string bytes;
+    return Read_Bytes(file, source_.Bytes().size(), bytes).failed || bytes != source_.Bytes();
 }
 
 bool Text_Edit::Find(const QString& text, bool match_case) {
@@ -123,6 +104,8 @@ Status WEditSave(const std::string& file) {
     Text_Edit* editor = Selected_Editor();
     return editor == nullptr ? Status::Fail("no editor is selected") : editor->Save(file);
 }
+
+bool WEditChangedOnDisk(const std::string& file) { return Selected_Editor() != nullptr && Selected_Editor()->Changed_On_Disk(file); }
 
 std::string WEditName() { return Selected_Editor() == nullptr ? std::string() : Selected_Editor()->file(); }
 

@@ -4,6 +4,7 @@
 #include <QPlainTextEdit>
 #include <string>
 
+#include "base/source_text.hpp"
 #include "base/status.hpp"
 
 namespace vntl {
@@ -14,6 +15,7 @@ public:
 
     Status Load(const std::string& file);
     Status Save(const std::string& file);
+    bool Changed_On_Disk(const std::string& file) const;
     const std::string& file() const { return file_; }
     bool Find(const QString& text, bool match_case);
 
@@ -23,9 +25,7 @@ protected:
 private:
     int window_;
     std::string file_;
-    bool latin1_ = false;  // the bytes of the file were no UTF-8
-    bool marked_ = false;  // a byte-order mark stood in front
-    int usual_end_ = 0;    // kind of line end that most of its lines had
+    Source_Text source_;  // what was read or written last
 };
 
 }  // namespace vntl
