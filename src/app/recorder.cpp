@@ -3,11 +3,12 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
-#include <cstdint>
 #include <filesystem>
+#include <system_error>
 
 #include "app/script.hpp"
 #include "base/os.hpp"
+#include "base/text_file.hpp"
 #include "commands/application.hpp"
 #include "session/file_kinds.hpp"
 
@@ -20,30 +21,30 @@ std::string Number(double value) {
     return {text.data(), std::to_chars(text.data(), text.data() + text.size(), value).ptr};
 }
 
-std::string Quoted(const std::string& word) {
-    if (!word.empty() && word.find_first_of(" \t\r\n\"\\#") == std::string::npos) return word;
-    std::string quoted = "\"";
-    for (const char c : word) {
-        if (c == '"' || c == '\\') quoted += '\\';
-        quoted += c == '\n' || c == '\r' ? ' ' : c;
-    }
-    return quoted + '"';
-}
-
-std::string Line(const std::vector<std::string>& words) {
-    std::string line;
-    for (const std::string& word : words) line += (line.empty() ? "" : " ") + Quoted(word);
-    return line;
+// Also where one of them leads to the other.
+bool Same_File(const std::string& a, const std::string& b) {
+    std::error_code error;
+    return !b.empty() && (std::filesystem::path(a).lexically_normal() == std::filesystem::path(b).lexically_normal() ||
+                          std::filesystem::equivalent(a, b, error));
 }
 
 }  // namespace
 
 Recorder::~Recorder() { Set_Witness(nullptr); }
 
+Status May_Record(const std::string& file, const std::vector<std::string>& sources) {
+    for (const std::string& source : sources)
+        if (Same_File(file, source)) return Status::Fail("the script " + file + " would be written over a file that is to be read");
+    if (!Can_Be_Written(file)) return Status::Fail("the script " + file + " cannot be written");
+    if (!IOsFileExists(file)) return Status::Done();
+    Text_File old;
+    if (old.Open(file, max_script_size).failed || !Script_Runner::Is_Script(old.Text(), file))
+        return Status::Fail("the file " + file + " is no session script, and stays as it is");
+    return Status::Done();
+}
+
 Status Recorder::Open(const std::string& file) {
-    name_ = file;
-    file_.open(file, std::ios::trunc);
-    return file_ ? Status::Done() : Status::Fail("the script " + file + " cannot be written");
+    return file_.Open(file).ok() ? Status::Done() : Status::Fail("the script " + file + " cannot be written");
 }
 
 void Recorder::Begin(const std::vector<std::string>& files) {
@@ -52,43 +53,44 @@ void Recorder::Begin(const std::vector<std::string>& files) {
     Statement({"resize", std::to_string(WInfoWindow(1)), std::to_string(WInfoWindow(2))});
     const File_Kind_Row* kind = files.size() == 1 ? Starts_With(files.front()) : nullptr;
     Words opening = {kind == nullptr ? "drop" : std::string(kind->statement)};
-    for (const std::string& file : files) opening.push_back(std::filesystem::absolute(file).string());
+    for (const std::string& file : files) opening.push_back(In_Directory(app_.session.config.launch_dir, file));
     if (!files.empty()) Statement(std::move(opening));
 }
 
 void Recorder::Put_Waiting() {
-    file_.seekp(settled_);
-    for (const std::string& answer : answers_) file_ << answer << '\n';
-    if (!waiting_.empty()) file_ << waiting_ << '\n';
-    file_.flush();
-    std::error_code ignored;
-    std::filesystem::resize_file(name_, static_cast<std::uintmax_t>(std::streamoff(file_.tellp())), ignored);
+    unsettled_ = kept_;
+    for (const std::string& answer : answers_) unsettled_ += answer + '\n';
+    if (!waiting_.empty()) unsettled_ += waiting_ + '\n';
+    const Status status = file_.Write_From(settled_, unsettled_);
+    on_disk_ = status.ok();
+    if (on_disk_ || failed_) return;
+    failed_ = true;
+    app_.ask.Error(Status::Fail_File("The recording cannot be written.\n" + status.message +
+                                     "\nWhat you do is kept, and written down as soon as that is possible."));
 }
 
 void Recorder::Settle() {
-    settled_ = file_.tellp();
+    if (on_disk_) settled_ += unsettled_.size();
+    kept_ = on_disk_ ? std::string() : unsettled_;
     answers_.clear();
     waiting_.clear();
-    waiting_key_.clear();
 }
 
-void Recorder::Statement(Words words) {
+void Recorder::Statement(Words words, const std::string& key) {
     Settle();
-    waiting_ = Line(words);
+    waiting_ = Statement_Line(words);
+    waiting_key_ = key;
     Put_Waiting();
 }
 
 void Recorder::Replaceable(const std::string& key, Words words) {
-    if (key == waiting_key_ && answers_.empty()) {
-        waiting_ = Line(words);
-        return Put_Waiting();
-    }
-    Statement(std::move(words));
-    waiting_key_ = key;
+    if (key != waiting_key_ || !answers_.empty()) return Statement(std::move(words), key);
+    waiting_ = Statement_Line(words);
+    Put_Waiting();
 }
 
 void Recorder::Answer(const Words& words) {
-    answers_.push_back(Line(words));
+    answers_.push_back(Statement_Line(words));
     Put_Waiting();
 }
 
@@ -162,7 +164,7 @@ void Recorder::Saw_Cell(int dialog, int field, int column, int row, const std::s
     const Words place = {"cell", std::to_string(field), std::to_string(column), std::to_string(row)};
     Words words = place;
     words.push_back(value);
-    Replaceable(std::to_string(dialog) + ' ' + Line(place), std::move(words));
+    Replaceable(std::to_string(dialog) + ' ' + Statement_Line(place), std::move(words));
 }
 
 void Recorder::Saw_Item(int dialog, int field, const std::string& path) {

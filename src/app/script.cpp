@@ -1,5 +1,6 @@
 #include "app/script.hpp"
 
+#include <algorithm>
 #include <array>
 #include <ostream>
 
@@ -24,6 +25,17 @@ constexpr std::array<Named_Answer, 7> answer_names = {{{"ok", Box_Answer::ok},
                                                        {"no", Box_Answer::no},
                                                        {"abort", Box_Answer::abort},
                                                        {"ignore", Box_Answer::ignore}}};
+
+// What a backslash and a letter stand for between double quotes.
+struct Escape {
+    char letter, meant;
+};
+constexpr std::array<Escape, 4> escapes = {{{'"', '"'}, {'\\', '\\'}, {'n', '\n'}, {'r', '\r'}}};
+
+const Escape* Find_Escape(char c, char Escape::*part) {
+    const auto found = std::find_if(escapes.begin(), escapes.end(), [&](const Escape& row) { return row.*part == c; });
+    return found == escapes.end() ? nullptr : &*found;
+}
 
 constexpr std::array<std::string_view, 5> icon_names = {"none", "stop", "question", "exclamation", "information"};
 
@@ -51,8 +63,10 @@ Status Parse_Statement(std::string_view line, std::vector<std::string>& words) {
         bool quoted = false;
         for (; i < line.size(); ++i) {
             const char c = line[i];
-            if (quoted && c == '\\' && i + 1 < line.size() && (line[i + 1] == '"' || line[i + 1] == '\\')) {
-                word += line[++i];
+            const Escape* escape = quoted && c == '\\' && i + 1 < line.size() ? Find_Escape(line[i + 1], &Escape::letter) : nullptr;
+            if (escape != nullptr) {
+                word += escape->meant;
+                ++i;
             } else if (c == '"') {
                 quoted = !quoted;
             } else if (!quoted && (c == ' ' || c == '\t' || c == '\r')) {
@@ -64,6 +78,24 @@ Status Parse_Statement(std::string_view line, std::vector<std::string>& words) {
         if (quoted) return Status::Fail("a double quote is not closed");
         words.push_back(std::move(word));
     }
+}
+
+std::string Statement_Line(const std::vector<std::string>& words) {
+    std::string line;
+    for (const std::string& word : words) {
+        if (!line.empty()) line += ' ';
+        if (!word.empty() && word.find_first_of(" \t\r\n\"\\#") == std::string::npos) {
+            line += word;
+            continue;
+        }
+        line += '"';
+        for (const char c : word) {
+            const Escape* escape = Find_Escape(c, &Escape::meant);
+            line += escape == nullptr ? std::string(1, c) : std::string{'\\', escape->letter};
+        }
+        line += '"';
+    }
+    return line;
 }
 
 Script_Runner::Script_Runner(Application& app, std::string text, std::ostream& output, std::ostream& errors)
@@ -135,6 +167,7 @@ Box_Answer Script_Runner::Answer_Box(const Message_Box& box) {
         else
             Fail(waiting.line, "the box \"" + box.title + "\" does not offer the answer " + std::string(Answer_Name(waiting.answer)));
     }
+    failed_ |= box.of_file;
     Json report;
     report["box"] = box.title;
     report["icon"] = icon_names[static_cast<std::size_t>(box.icon)];
@@ -174,8 +207,6 @@ std::optional<Colour> Script_Runner::Answer_Colour() {
     return colour;
 }
 
-std::string Script_Runner::Absolute(const std::string& name) const {
-    return name.empty() || name.front() == '/' ? name : start_directory_ + '/' + name;
-}
+std::string Script_Runner::Absolute(const std::string& name) const { return In_Directory(start_directory_, name); }
 
 }  // namespace vntl

@@ -6,7 +6,7 @@
 //   print state
 //   export picture.png
 //
-// One statement a line, `#` comments, double quotes around words with blanks, \" and \\ inside them.
+// One statement a line, `#` comments, double quotes around words with blanks; inside them \" and \\, and \n and \r for line breaks.
 #pragma once
 
 #include <deque>
@@ -30,6 +30,9 @@ struct Statement {
 // The words of one line: none for a blank or comment line. Fails on a quote that is not closed.
 Status Parse_Statement(std::string_view line, std::vector<std::string>& words);
 
+// The line of these words, which Parse_Statement takes apart into them again.
+std::string Statement_Line(const std::vector<std::string>& words);
+
 std::string_view Answer_Name(Box_Answer answer);  // as `answer` takes it
 std::optional<Box_Answer> Answer_Of_Name(std::string_view name);
 
@@ -43,7 +46,10 @@ public:
     Script_Runner(const Script_Runner&) = delete;
     Script_Runner& operator=(const Script_Runner&) = delete;
 
-    bool failed() const { return failed_; }  // some statement failed
+    bool failed() const { return failed_; }  // some statement failed, or a box told of a file that could not be read or written
+
+    // Whether every line of the file is a statement, a comment or blank. Comments alone are a script only where its name ends in .vns.
+    static bool Is_Script(std::string_view text, std::string_view name);
 
     // Where a script is recorded: told of what changes the program without a message.
     void Record_To(Recorder& recorder) { recorder_ = &recorder; }

@@ -8,7 +8,9 @@
 #include "app/recorder.hpp"
 #include "app/script.hpp"
 #include "app/script_print.hpp"
+#include "base/os.hpp"
 #include "base/text.hpp"
+#include "base/text_file.hpp"
 #include "commands/file/exit.hpp"
 #include "commands/file/export_picture.hpp"
 #include "plot/plot.hpp"
@@ -72,6 +74,21 @@ const std::vector<Script_Runner::Kind_Of_Statement>& Script_Runner::Kinds() {
         {"quit", &Script_Runner::Quit},
     };
     return kinds;
+}
+
+bool Script_Runner::Is_Script(std::string_view text, std::string_view name) {
+    const auto& kinds = Kinds();
+    bool blank = true, statements = Equal_No_Case(Extension_Of(name), ".vns");
+    Line_Cursor lines(text);
+    for (std::string_view line; lines.Next(line);) {
+        Words words;
+        if (Parse_Statement(line, words).failed) return false;
+        blank = blank && Trim(line).empty();
+        if (words.empty()) continue;
+        if (std::none_of(kinds.begin(), kinds.end(), [&](const auto& row) { return row.name == words.front(); })) return false;
+        statements = true;
+    }
+    return blank || statements;
 }
 
 void Script_Runner::Run(const Statement& statement) {

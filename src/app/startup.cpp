@@ -1,7 +1,6 @@
 #include "app/startup.hpp"
 
-#include <cstdlib>
-#include <filesystem>
+#include <algorithm>
 #include <iostream>
 #include <iterator>
 #include <optional>
@@ -27,7 +26,6 @@ namespace {
 
 constexpr std::array<int, status_parts> status_widths = {4500, 1500, 1500, 1500, -1};
 constexpr std::string_view preferences_title = "Loading preferences file";
-constexpr std::size_t max_script_size = 64u << 20;
 
 // Nothing waits for an answer: boxes go to standard error and take their default button.
 class Ask_Nobody : public Ask {
@@ -154,7 +152,7 @@ int Run_Window(const Command_Line& line, const std::optional<std::string>& scrip
     std::optional<Recorder> recorder;
     if (!line.record.empty()) {
         recorder.emplace(app);
-        if (const Status status = recorder->Open(line.record); status.failed) {
+        if (const Status status = recorder->Open(In_Directory(app.session.config.launch_dir, line.record)); status.failed) {
             std::cerr << "vantrelo: " << status.message << std::endl;
             return 2;
         }
@@ -162,8 +160,8 @@ int Run_Window(const Command_Line& line, const std::optional<std::string>& scrip
     }
     Start(app, line, recorder ? &*recorder : nullptr);
     Message_Loop(app);
-    if (!script) return 0;
-    return app.failed || runner->failed() ? 1 : 0;
+    const bool failed = script && (app.failed || runner->failed());
+    return failed || (recorder && recorder->failed()) ? 1 : 0;
 }
 
 // The text of a script file, or of standard input for "-".
@@ -178,18 +176,26 @@ std::optional<std::string> Read_Script(const std::string& name) {
 }  // namespace
 
 int Run_Program(const Command_Line& line, int& argc, char** argv) {
+    const auto refuse = [](int status, const std::string& why) {
+        std::cerr << "vantrelo: " << why << std::endl;
+        return status;
+    };
+    if (!line.record.empty()) {
+        std::vector<std::string> sources = line.files;
+        sources.push_back(line.script);
+        if (const Status status = May_Record(line.record, sources); status.failed) return refuse(2, status.message);
+    }
     std::optional<std::string> script;
     if (!line.script.empty()) {
         script = Read_Script(line.script);
-        if (!script) {
-            std::cerr << "vantrelo: the script " << line.script << " cannot be read" << std::endl;
-            return 2;
-        }
+        if (!script) return refuse(2, "the script " + line.script + " cannot be read");
     }
     const bool exporting = !line.export_file.empty();
-    WInitialise(argc, argv, exporting || script.has_value());
-    const int status = exporting ? Export(line) : Run_Window(line, script);
+    if (!WInitialise(argc, argv, exporting || script.has_value()))
+        return refuse(1, "no display answers; --script and --export work without one");
+    int status = exporting ? Export(line) : Run_Window(line, script);
     WTerminate();
+    if (!std::cout.flush()) status = refuse(std::max(status, 1), "standard output cannot be written");
     return status;
 }
 

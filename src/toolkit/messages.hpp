@@ -65,9 +65,9 @@ struct Message {
 
 inline constexpr int main_window = 0, editor_window = 41;
 
-// Starts the toolkit; first call of the program. With `offscreen`, and without a display, no screen is needed.
-// argc and argv stay in use for the life of the program.
-void WInitialise(int& argc, char** argv, bool offscreen);
+// Starts the toolkit; first call of the program. Without a display that answers pictures are drawn in memory where `offscreen` allows
+// it, and it is false, with nothing started, elsewhere. argc and argv stay in use for the life of the program.
+bool WInitialise(int& argc, char** argv, bool offscreen);
 void WTerminate();
 
 // Waits for the next message. Repaints, resizes and mouse moves of one window that wait in the queue are merged into one each; while

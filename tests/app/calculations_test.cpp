@@ -314,6 +314,10 @@ TEST_F(Calculations, FailuresLeaveTheLists) {
                              "command 40162\npress 1534\ndialog 159\npress 1533\ncommand 40020\nset 1647 1\npress 1\n");
     const auto boxes = Told(told);
     ASSERT_EQ(boxes.size(), 4u) << told.output << told.errors;
+    for (const char* failing : {"command 40096\ncommand 40092\npress 1\n", "command 40138\ncommand 40159\npress 1\n",
+                                "command 40162\npress 1534\ndialog 159\npress 1533\n", "command 40020\nset 1647 1\npress 1\n",
+                                "files missing.eff\ncommand 40163\n"})
+        EXPECT_EQ(Script(First_Row(Three_Peaks) + failing).status, 1) << failing;
     EXPECT_EQ(boxes[0], " Problem opening the 'peak.aps' file: please check the file properties. ");
     EXPECT_EQ(boxes[1], " Problem opening the 'background.xy' file");
     for (const std::size_t i : {2, 3}) EXPECT_NE(boxes[i].find("vantrelo-2006.eff"), std::string::npos) << boxes[i];

@@ -69,11 +69,27 @@ TEST_F(Editor, AChangedTextIsAskedAboutBeforeItGoes) {
         "'one;answer cancel;40510;answer cancel;files other.txt;40511;'4;answer yes;files /no/where.txt;40510;files one.txt;40513;"
         "files missing.txt;40511;files other.txt;40511;'_;answer yes;40510;40514");
     EXPECT_EQ(Text("one.txt") + Text("other.txt"), "one4 other");
+    EXPECT_EQ(changing.status, 1) << "boxes told of files";
+    for (const char* failing : {"'x;files /no/where.txt;40513", "files missing.txt;40511"}) EXPECT_EQ(Edit(failing).status, 1) << failing;
     const Texts boxes = Questions(changing);
     ASSERT_EQ(boxes.size(), 6u) << changing.output << changing.errors;
     EXPECT_NE(boxes[3].find("/no/where.txt"), std::string::npos);
     EXPECT_NE(boxes[4].find("missing.txt"), std::string::npos);
     EXPECT_EQ(boxes[5], "The text other.txt has been changed.\nSave it?");
+}
+
+// Another program: here the picture that the window exports over the text's own file.
+TEST_F(Editor, AFileThatChangedOnDiskIsAskedAbout) {
+    Write("pic.svg", "old\n");
+    const std::string changed = "The file pic.svg has changed on disk since it was read.\nSave over it?";
+    const std::string begin = "files pic.svg;40511;'x;40512;'y;main;export pic.svg;dialog 41;";
+    const Run_Result kept = Edit(begin + "40512;answer no;40512;answer yes;answer no;40514;print state");
+    EXPECT_EQ(Questions(kept), Texts({changed, changed, "The text pic.svg has been changed.\nSave it?", changed})) << kept.output;
+    EXPECT_TRUE(Text("pic.svg").starts_with("<?xml"));
+    Write("pic.svg", "old\n");
+    const Run_Result over = Edit(begin + "answer yes;40512;'z;40512;files other.txt;40513");
+    EXPECT_EQ(Questions(over), Texts{changed}) << over.output;
+    EXPECT_EQ(Text("pic.svg") + Text("other.txt"), "xyzold\nxyzold\n");
 }
 
 TEST_F(Editor, LeavingTheProgramAsksToo) {

@@ -76,8 +76,15 @@ TEST_F(Record, NamesOfEveryKind) {
     }
     EXPECT_EQ(Count(Replay(script + "command 40068;command 40027"), "40068"), 0) << "a recent file is written down by its name";
     std::ofstream(directory / "c.vns") << "quit\n";
-    Run({"--script", "c.vns", "--record", "d.vns", "broken\nquit.xye"});
-    EXPECT_EQ(Count(Text_Of(directory / "d.vns"), "\nquit"), 0) << "a name with a line end stays one line";
+    fs::copy_file(Pattern("rising.xye"), directory / "broken\nquit\r.xye");
+    for (const std::size_t count : {1u, 2u}) {
+        std::vector<std::string> arguments = {"--script", "c.vns", "--record", "d.vns", "broken\nquit\r.xye", Pattern("rising.xye")};
+        arguments.resize(4 + count);
+        Run(arguments);
+        const std::string recorded = Text_Of(directory / "d.vns");
+        EXPECT_EQ(Count(recorded, "\nquit"), 0) << "a name with a line end stays one line";
+        EXPECT_EQ(Script(recorded + "print state\n").With("plot_type").at(0)["nperfiles"], count) << recorded;
+    }
     for (const std::vector<std::string>& files : {std::vector<std::string>{"two words.xye"}, {"'single'.xye", "#first.xye"}}) {
         std::vector<std::string> arguments = {"--script", "c.vns", "--record", "d.vns"};
         arguments.insert(arguments.end(), files.begin(), files.end());
@@ -106,14 +113,55 @@ TEST_F(Record, WhatIsTypedIntoTheEditor) {
     EXPECT_EQ(Text_Of(directory / "text.txt"), "a \n!\xC3\xA9\\") << "and not an empty one in its place";
 }
 
-TEST_F(Record, AFileThatCannotBeWritten) {
+TEST_F(Record, AFileThatIsNotToBeWrittenIsRefusedBeforeAnythingIsRead) {
     std::ofstream(directory / "a.vns") << "print state\n";
-    for (const std::string file : {"no/such/directory.vns", "home", "/dev/null/x"}) {
-        const Run_Result run = Run({"--script", "a.vns", "--record", file});
-        EXPECT_EQ(run.status, 2) << file;
-        EXPECT_NE(run.errors.find(file), std::string::npos) << run.errors;
-        EXPECT_EQ(run.output, "");
+    fs::copy_file(Pattern("rising.xye"), directory / "named.xye");
+    fs::create_symlink("named.xye", directory / "link.vns");
+    std::ofstream(directory / "notes.vns") << "print state\nopen questions\nremember the milk\n";
+    std::ofstream(directory / "remarks.txt") << "# open the door\n";
+    std::ofstream(directory / "marked.vns") << "quit\n";
+    fs::permissions(directory / "marked.vns", fs::perms::owner_read);
+    for (const std::string file : {"no/such/directory.vns", "home", "/dev/null/x", "/dev/full", "a.vns", "./a.vns", "named.xye", "link.vns",
+                                   "home/../named.xye", "new.xye", "notes.vns", "marked.vns", "remarks.txt"})
+        for (const std::string script : {"a.vns", "missing.vns"}) {
+            if (file.ends_with("a.vns") && script != "a.vns") continue;
+            const Run_Result run = Run({"--script", script, "--record", file, "named.xye", "new.xye"});
+            EXPECT_EQ(run.status, 2) << file;
+            EXPECT_NE(run.errors.find(file), std::string::npos) << run.errors;
+            EXPECT_EQ(run.output, "");
+        }
+    EXPECT_EQ(Text_Of(directory / "named.xye"), Text_Of(Pattern("rising.xye")));
+    EXPECT_EQ(Text_Of(directory / "a.vns"), "print state\n");
+    for (const char* old : {"", " \n", "# none yet\n", "# a session\nopen \"a b\"\n\nquit\n"}) {
+        std::ofstream(directory / "b.vns") << old;
+        EXPECT_EQ(Run({"--script", "a.vns", "--record", "b.vns"}).status, 0) << old;
+        EXPECT_TRUE(Text_Of(directory / "b.vns").starts_with("resize ")) << old;
     }
+}
+
+// The suite's last directory becomes the working one; names of the command line are those of the directory at start.
+TEST_F(Record, StandsInTheDirectoryAtStart) {
+    fs::create_directories(directory / "suite");
+    std::ofstream(directory / "suite/vantrelo.dir") << (directory / "suite").string() << '\n';
+    std::ofstream(directory / "a.vns") << "print state\n";
+    fs::copy_file(Pattern("rising.xye"), directory / "a.xye");
+    const std::string suite = "QUENDRIX=" + Quoted(directory / "suite");
+    EXPECT_EQ(Run({"--script", "a.vns", "--record", "b.vns", "a.xye"}, suite).status, 0);
+    EXPECT_EQ(Count(Text_Of(directory / "b.vns"), "\nopen " + (directory / "a.xye").string() + "\n"), 1) << Text_Of(directory / "b.vns");
+}
+
+TEST_F(Record, AFullDiskIsToldOnceAndAtOnce) {
+    std::ofstream script(directory / "a.vns");
+    for (int i = 0; i < 600; ++i) script << "timer 3\n";  // more than eight blocks of 512 bytes
+    script << "print state\n";
+    script.close();
+    const Run_Result run = Run({"--script", "a.vns", "--record", "b.vns"}, "sh -c 'ulimit -f 8; exec \"$@\"' sh");
+    EXPECT_EQ(run.status, 1) << run.errors;
+    EXPECT_EQ(Count(run.output, "The recording cannot be written.\\n"), 1) << run.output;
+    EXPECT_LT(run.output.find("The recording"), run.output.find("plot_type")) << run.output;
+    const std::string recorded = Text_Of(directory / "b.vns"), first = "resize 800 500\n", each = "timer 3\n";
+    EXPECT_EQ(recorded.size(), first.size() + each.size() * ((8 * 512 - first.size()) / each.size())) << "whole statements alone";
+    EXPECT_TRUE(recorded.ends_with('\n' + each));
 }
 
 TEST_F(Record, WhatWasDoneIsOnDiskWhenTheProgramIsKilled) {

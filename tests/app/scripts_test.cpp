@@ -243,6 +243,84 @@ TEST_F(Program, ExportWithoutAWindow) {
     EXPECT_EQ(Run({"--export", "w.png", "--format", "freeformat", Pattern("rising.xye")}).status, 1);
 }
 
+// What runs without a window asks nothing of a display, answering or not; a window says what it lacks.
+TEST_F(Program, ADisplayThatDoesNotAnswer) {
+    std::ofstream(directory / "a.vns") << "print state\n";
+    for (const std::string display :
+         {"-u DISPLAY -u WAYLAND_DISPLAY", "-u WAYLAND_DISPLAY DISPLAY=:987", "-u DISPLAY WAYLAND_DISPLAY=nowhere",
+          "DISPLAY=:987 WAYLAND_DISPLAY=nowhere XDG_SESSION_TYPE=wayland"}) {
+        const std::string environment = "env -u QT_QPA_PLATFORM " + display;
+        EXPECT_EQ(Run({"--script", "a.vns"}, environment).status, 0) << display;
+        EXPECT_EQ(Run({"--export", "a.png", Pattern("rising.xye")}, environment).status, 0) << display;
+        for (const std::vector<std::string>& window : {std::vector<std::string>{}, {"--record", "b.vns"}}) {
+            const Run_Result run = Run(window, environment);
+            EXPECT_EQ(run.status, 1) << display;
+            EXPECT_EQ(run.errors, "vantrelo: no display answers; --script and --export work without one\n");
+        }
+    }
+    EXPECT_EQ(Run({"--script", "a.vns"}, "env DISPLAY=:987 QT_QPA_PLATFORM=xcb").status, 0);
+}
+
+TEST_F(Program, StandardOutputThatFails) {
+    std::ofstream(directory / "a.vns") << "print state\n";
+    for (const std::string to : {">/dev/full", ">&-", "| true"}) {
+        const std::string environment = "sh -c '{ \"$@\"; echo $? >status; } " + to + "' sh";
+        for (const std::vector<std::string>& arguments : {std::vector<std::string>{"--script", "a.vns"}, {"--help"}}) {
+            if (to == "| true" && arguments.front() == "--help") continue;  // which of the two is faster nobody knows
+            Run(arguments, environment);
+            EXPECT_EQ(Text_Of(directory / "status"), "1\n") << to << arguments.front();
+        }
+        Run({"--export", "a.png", Pattern("rising.xye")}, environment);
+        EXPECT_EQ(Text_Of(directory / "status"), "0\n") << "it writes nothing there";
+    }
+}
+
+TEST_F(Program, APictureOverAFileThatIsNotToBeWritten) {
+    for (const char* name : {"a.png", "a.jpg", "a.bmp", "a.svg", "a.pdf", "a.ps"}) {
+        const std::string ending = fs::path(name).extension();
+        const fs::path file = directory / name, longest = directory / (std::string(255 - ending.size(), 'n') + ending);
+        std::ofstream(file) << "kept";
+        fs::permissions(file, fs::perms::owner_read);
+        const Run_Result run = Script("open " + Pattern("rising.xye") + "\nfiles " + file.string() + "\ncommand 40044\n");
+        EXPECT_EQ(run.status, 1) << name;
+        EXPECT_EQ(run.Boxes().back(), "The picture cannot be written: " + file.string());
+        EXPECT_EQ(Run({"--export", name, Pattern("rising.xye")}).status, 1) << name;
+        EXPECT_EQ(Text_Of(file), "kept");
+        fs::remove(file);
+        fs::create_symlink(longest.filename(), file);
+        EXPECT_EQ(Run({"--export", name, Pattern("rising.xye")}).status, 0) << name;
+        EXPECT_TRUE(fs::is_symlink(file));
+        EXPECT_GT(Text_Of(longest).size(), 1000u) << name;
+    }
+}
+
+TEST_F(Program, EmptyNamesAndADirectoryThatIsGone) {
+    const std::string a = directory / "a.vns", b = directory / "b.vns", suite = directory / "suite";
+    const std::string gone = "sh -c 'mkdir gone; cd gone; rmdir ../gone; exec \"$@\"' sh";
+    std::ofstream(a) << "print state\n";
+    fs::create_directories(suite);
+    fs::copy_file(Pattern("rising.xye"), suite + "/named.xye");
+    std::ofstream(suite + "/vantrelo.dir") << suite << '\n';
+    using Names = std::vector<std::string>;
+    for (const std::string& environment : {std::string(), gone, "QUENDRIX=" + Quoted(suite) + ' ' + gone})
+        for (const Names& files : {Names{""}, {"named.xye"}, {"", "named.xye"}, {" "}, {"\"\""}}) {
+            Names arguments = {"--script", a, "--record", b};
+            arguments.insert(arguments.end(), files.begin(), files.end());
+            const Run_Result run = Run(arguments, environment);
+            EXPECT_EQ(run.status, 1) << environment << files.front() << run.errors;
+            EXPECT_NE(run.output.find("\"nperfiles\":0"), std::string::npos) << run.output;
+            EXPECT_TRUE(Text_Of(b).starts_with("resize ")) << Text_Of(b);
+            arguments = {"--export", directory / "c.png"};
+            arguments.insert(arguments.end(), files.begin(), files.end());
+            EXPECT_EQ(Run(arguments, environment).status, 1) << files.front();
+        }
+    std::ofstream(a) << "open " + Pattern("rising.xye") + "\ncommand 40162\npress 1534\nexit\n";
+    const Run_Result lists = Run({"--script", a}, gone);
+    EXPECT_EQ(lists.status, 1) << "no place for the file of efficiencies";
+    EXPECT_NE(lists.output.find("cannot be written: vantrelo-2006.eff"), std::string::npos) << lists.output;
+    EXPECT_EQ(Run({"--script", a, "--record", "b.vns"}, gone).status, 2);
+}
+
 TEST_F(Program, ExitWritesTheRecentFilesAndQuitDoesNot) {
     Script("open " + Pattern("rising.xye") + "\nquit\n");
     EXPECT_FALSE(fs::exists(directory / "vantrelo.mlf"));

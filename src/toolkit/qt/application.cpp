@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "base/text.hpp"
 #include "toolkit/qt/dialog_window.hpp"
 #include "toolkit/qt/icons.hpp"
 #include "toolkit/qt/main_window.hpp"
@@ -17,12 +18,28 @@ namespace {
 
 std::unique_ptr<Toolkit> the_toolkit;
 
-bool Has_Display() {
-    const auto set = [](const char* name) {
-        const char* value = std::getenv(name);
-        return value != nullptr && *value != '\0';
-    };
-    return set("DISPLAY") || set("WAYLAND_DISPLAY");
+constexpr const char* platform_variable = "QT_QPA_PLATFORM";
+constexpr std::string_view in_memory = "offscreen";
+
+std::string Variable(const char* name) {
+    const char* value = std::getenv(name);
+    return value == nullptr ? std::string() : std::string(value);
+}
+
+// The windowing systems that are tried one after the other, as the desktop prefers them; drawing in memory comes last, and the program
+// learns from it that no display has answered.
+std::string Platforms(const std::string& wanted) {
+    if (Contains(wanted, in_memory)) return wanted;
+    std::vector<std::string> names;
+    if (!wanted.empty()) names.push_back(wanted);
+    if (wanted.empty() && !Variable("DISPLAY").empty()) names.push_back("xcb");
+    if (wanted.empty() && !Variable("WAYLAND_DISPLAY").empty()) {
+        const bool first = Variable("XDG_SESSION_TYPE") == "wayland" && !Contains(Lower(Variable("XDG_CURRENT_DESKTOP")), "gnome");
+        names.insert(first ? names.begin() : names.end(), "wayland");
+    }
+    std::string list;
+    for (const std::string& name : names) list += name + ';';
+    return list.append(in_memory);
 }
 
 // What the windowing system remarks on by itself is no news for a user; what stops the program is.
@@ -72,11 +89,17 @@ int Toolkit::Front() const {
 
 Toolkit& The_Toolkit() { return *the_toolkit; }
 
-void WInitialise(int& argc, char** argv, bool offscreen) {
-    if (offscreen && !Has_Display() && std::getenv("QT_QPA_PLATFORM") == nullptr) setenv("QT_QPA_PLATFORM", "offscreen", 1);
+bool WInitialise(int& argc, char** argv, bool offscreen) {
     qInstallMessageHandler(Tell_Faults_Alone);
     Load_Resources();
+    const std::string wanted = Variable(platform_variable);
+    setenv(platform_variable, Platforms(wanted).c_str(), 1);
     the_toolkit = std::make_unique<Toolkit>(argc, argv);
+    wanted.empty() ? unsetenv(platform_variable) : setenv(platform_variable, wanted.c_str(), 1);  // for programs that this one starts
+    if (!offscreen && QGuiApplication::platformName().toStdString() == in_memory && !Contains(wanted, in_memory)) {
+        the_toolkit.reset();
+        return false;
+    }
     QApplication::setApplicationName("vantrelo");
     QApplication::setApplicationDisplayName("Vantrelo");
     QApplication::setDesktopFileName("vantrelo");
@@ -84,6 +107,7 @@ void WInitialise(int& argc, char** argv, bool offscreen) {
     QApplication::setQuitOnLastWindowClosed(false);
     QLocale::setDefault(QLocale::c());
     std::setlocale(LC_NUMERIC, "C");
+    return true;
 }
 
 void WTerminate() { the_toolkit.reset(); }
