@@ -137,7 +137,8 @@ Status Read_Reflections(Prf_File& file, const Prf_Phases& phases, std::vector<Pr
 }
 
 Status Read_Excluded(Prf_File& file) {
-    static const Edit_Format number("(I8)"), pair("(2F8.2)");
+    static const Edit_Format number("(I8)"), two("(2F8.2)");
+    const auto pair = [](std::string_view line, std::span<float> limits) { return Read_Record(line, two, limits).ok(); };
     int count = 0;
     if (!Read_Fixed(file.lines, number, count)) return Status::Fail("ERROR: reading number of excluded regions");
     return Read_Regions(file, count, pair) ? Status::Done() : Status::Fail("ERROR: reading excluded regions");

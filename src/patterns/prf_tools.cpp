@@ -161,12 +161,14 @@ void Set_Reflection(PRF_Info_Add_Type& info, const Prf_Phases& phases, std::size
     info.refl_label[i] = Label(r, vector);
 }
 
-bool Read_Regions(Prf_File& file, int count, const Edit_Format& pair) {
+bool Read_Regions(Prf_File& file, int count, bool (*pair)(std::string_view line, std::span<float> limits)) {
     if (count < 0 || count > max_excluded_regions) return false;
     PRF_Info_Add_Type& info = file.info;
     for (int i = 0; i < count; ++i) {
-        float low = 0, high = 0;
-        if (!Read_Fixed(file.lines, pair, low, high) || !All_Finite(low, high)) return false;
+        std::array<float, 2> limits{};
+        std::string_view line;
+        if (!file.lines.Next(line) || !pair(line, limits) || !All_Finite(limits[0], limits[1])) return false;
+        const auto [low, high] = limits;
         if (low == high) continue;
         const auto place = static_cast<std::size_t>(info.nexcl++);
         info.excl_min[place] = low;

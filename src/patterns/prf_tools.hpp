@@ -13,6 +13,7 @@
 #include <cstdint>
 #include <functional>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -84,11 +85,27 @@ Prf_Reflection Decode_Reflection(std::int32_t code);
 // Entry `i`, from 0. The row of its tick, and its phase, are held inside those that there are.
 void Set_Reflection(PRF_Info_Add_Type&, const Prf_Phases&, std::size_t i, const Prf_Reflection&);
 
+// --- the layout of columns -----------------------------------------------------------------------------------------------------
+
+inline constexpr std::string_view no_profile = "Error reading profile for Prf=";
+inline constexpr std::string_view no_reflections = "Error reading reflections for Prf=";
+inline constexpr std::string_view behind_profile = "+3", beside_profile = "-3";  // where the reflections stand
+
+struct Prf_Point {
+    float x = 0;
+    std::array<float, 4> y{};  // observed, calculated, difference, background
+};
+
+bool Read_Prf_Point(std::string_view line, Prf_Point&);  // by its columns
+void Set_Point(Diffraction_Pattern_Type&, std::size_t i, const Prf_Point&);
+
+// The profile and its reflections, under heads that name the columns of both; `arrangement` becomes the one that is found.
+Status Read_Prf_Rows(Prf_File&, const Prf_Phases&, std::string_view& arrangement);
+
 // --- regions, shift and ends ---------------------------------------------------------------------------------------------------
 
-// Reads `count` pairs of limits, a pair a line, by an edit descriptor's name; false when they cannot be read.
-class Edit_Format;
-bool Read_Regions(Prf_File&, int count, const Edit_Format& pair);
+// Reads `count` pairs of limits, a pair a line; false when they cannot be read.
+bool Read_Regions(Prf_File&, int count, bool (*pair)(std::string_view line, std::span<float> limits));
 
 struct Prf_Shift {
     float zero = 0, cosine = 0, sine = 0;

@@ -182,6 +182,59 @@ inline Prf_File Columns(const Model& m, int words = 7, bool beside = false, cons
     return f;
 }
 
+// How rows under heads that name every column are written: reflections of all phases mixed, each phase with a level of its own.
+struct Rows {
+    bool beside = false;  // under a column "Bragg"
+    bool tag = true;      // tag and wavelength at the end, or phase and wavelength
+    bool colon = false;   // a line with a colon before the reflections
+    bool apart = false;   // the count of regions has a line of its own
+    const char* number = "%8.1f";
+    const char* x = "%12.4f";
+};
+
+// Reflections as such a file has them, sorted by position.
+inline void Sort_Reflections(Model& m) {
+    std::stable_sort(m.all.begin(), m.all.end(), [](const auto& a, const auto& b) { return a.position < b.position; });
+}
+
+inline Prf_File Field_Rows(const Model& m, const Rows& rows) {
+    Prf_File f = Top(m, Form("%4d %6d  %10.6f  %10.6f  %10.6f", Size(m.phases), Size(m.y), m.lambda1, m.lambda2, m.zero) +
+                            Form("  %10.6f  %10.6f", m.cosine, m.sine));
+    std::string counts, vectors, regions;
+    for (const auto& phase : m.phases) counts += Form(" %4d", Size(phase));
+    for (const auto& of_phase : m.vectors) counts += Form(" %4d", Size(of_phase));
+    for (const auto& of_phase : m.vectors)
+        for (const auto& v : of_phase) vectors += Form("  %9.6f  %9.6f  %9.6f\n", v[0], v[1], v[2]);
+    const std::string count = Form(" %4d\n", Size(m.excluded));
+    for (const auto& [lo, hi] : m.excluded) regions += Form(" %12.4f %12.4f\n", lo, hi);
+    f.push_back({counts + (rows.apart ? "\n" : count), "Error reading: ic, nvk"});
+    if (!vectors.empty()) f.push_back({vectors, "Error reading propagation vectors"});
+    f.push_back({(rows.apart ? count : "") + regions, "Error reading excluded regions"});
+    f.push_back({std::string(m.flight ? " T.O.F." : " 2Theta") + "\tYobs\tYcal\tYobs-Ycal\tBackg\t" + (rows.beside ? "Bragg\t" : "") +
+                     "Posr\t(hkl)\tK\n",
+                 "Error reading headings of columns", true});
+    const auto reflection = [&](const Model_Reflection& r) {
+        return Form("%8d\t(%3d%3d%3d)\t%3d%3d\n", -1262 * (r.phase - 1), r.hkl[0], r.hkl[1], r.hkl[2], rows.tag ? r.vector : r.phase,
+                    r.lambda);
+    };
+    f.push_back({"", rows.beside ? "" : "Error reading profile for Prf=+3"});
+    for (std::size_t i = 0; i < m.y.size(); ++i) {
+        std::string row = Form(rows.x, m.X(i));
+        for (const double y : {m.y[i], m.ycalc[i], m.y[i] - m.ycalc[i] - 500, m.bgr[i]}) row += '\t' + Form(rows.number, y);
+        if (rows.beside && i < m.all.size()) row += '\t' + Form(rows.x, m.all[i].position) + '\t' + reflection(m.all[i]);
+        f.back().text += row.ends_with('\n') ? row : row + '\n';
+    }
+    if (rows.colon) f.push_back({" Reflections:\n", "", true});
+    const std::string no_profile = "\t        \t        \t        \t        \t";
+    std::string list;
+    for (std::size_t i = rows.beside ? m.y.size() : 0; i < m.all.size(); ++i) {
+        const std::string position = Form(rows.x, m.all[i].position);
+        list += (rows.beside ? no_profile + position + '\t' : position + no_profile) + reflection(m.all[i]);
+    }
+    if (!list.empty()) f.push_back({list, std::string("Error reading reflections for Prf=") + (rows.beside ? "-3" : "+3"), true});
+    return f;
+}
+
 // Peaks of a fit: the first phase, on the first rows.
 inline Prf_File Peak_Fit(const Model& m, const std::string& second = "xrft") {
     Prf_File f = Top(m, second);

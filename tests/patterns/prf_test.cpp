@@ -112,6 +112,16 @@ void Expect_Model(const Model& m, const Read_Result& r, bool with_background, bo
     EXPECT_FLOAT_EQ(r.pattern.conv[1], static_cast<float>(m.flight ? m.sine : m.lambda2)) << what;
 }
 
+Model Flight_Model() {
+    Model m = Make_Model(2, 9, false);
+    m.flight = true;
+    m.start = 2000, m.step = 7.5, m.zero = 3.5, m.cosine = 7476.9, m.sine = -1.9;
+    m.excluded = {{2100, 2200}};
+    for (auto& r : m.all) r.position = 2000 + 150 * (r.position - 10);
+    m.phases = {{m.all.begin(), m.all.begin() + 9}, {m.all.begin() + 9, m.all.end()}};
+    return m;
+}
+
 TEST_F(Prf, EveryLayoutGivesTheModelBack) {
     for (const int phases : {1, 2, 3, 4, 5, 6, 7, 8, 9, 12})
         for (const bool vectors : {false, true}) {
@@ -127,13 +137,77 @@ TEST_F(Prf, EveryLayoutGivesTheModelBack) {
             m.superspace = vectors;
             if (vectors) Expect_Model(m, Read(Whole(Columns(m)), what), true, false, what + ", superspace");
         }
-    Model m = Make_Model(2, 9, false);
-    m.flight = true;
-    m.start = 2000, m.step = 7.5, m.zero = 3.5, m.cosine = 7476.9, m.sine = -1.9;
-    m.excluded = {{2100, 2200}};
-    for (auto& r : m.all) r.position = 2000 + 150 * (r.position - 10);
-    m.phases = {{m.all.begin(), m.all.begin() + 9}, {m.all.begin() + 9, m.all.end()}};
+    const Model m = Flight_Model();
     for (const bool beside : {false, true}) Expect_Model(m, Read(Whole(Columns(m, 8, beside)), "flight"), true, false, "time of flight");
+}
+
+TEST_F(Prf, RowsUnderNamedHeadsGiveTheModelBack) {
+    const Rows layouts[] = {{},
+                            {.tag = false, .colon = true},
+                            {.beside = true},
+                            {.beside = true, .tag = false, .apart = true},
+                            {.colon = true, .apart = true},
+                            {.number = "%.2f", .x = "%.5f"},
+                            {.beside = true, .number = "%14.3f", .x = "%14.5f"}};
+    for (const int phases : {1, 2, 5, 9, 12})
+        for (const bool vectors : {false, true}) {
+            Model m = Make_Model(phases, 5 + 80 / phases, vectors, 900);
+            if (phases == 5) m.excluded.clear();
+            Sort_Reflections(m);
+            Model flight = Flight_Model();
+            Sort_Reflections(flight);
+            for (const Rows& rows : layouts) {
+                const std::string what = std::to_string(phases) + (vectors ? " phases with vectors " : " phases ") + rows.x +
+                                         (rows.beside ? " beside" : " behind") + (rows.tag ? " tag" : " phase");
+                Expect_Model(m, Read(Whole(Field_Rows(m, rows)), what), true, rows.tag, what);
+                if (phases == 1) Expect_Model(flight, Read(Whole(Field_Rows(flight, rows)), what), true, rows.tag, what + " of flight");
+            }
+        }
+}
+
+// Written by hand: two phases of which one has magnetic tags; wide numbers; blanks alone; indices that touch; vectors numbered by "K".
+TEST_F(Prf, RowsUnderNamedHeadsByHand) {
+    const std::string top = "PbSO4 and an impurity CELL: 8.48 Chi2: 1.9\n  2  3  1.540560  1.544390  0.0  0.0  0.0\n";
+    const std::string heads = " 2Theta\tYobs\tYcal\tYobs-Ycal\tBackg\tPosr\t(hkl)\tK\n";
+    const std::string points =
+        "     10.0000\t123456789.0\t   120.0\t    -5.0\t    80.0\n 10.5 1 2 3 4\n     11.0000\t   125.0\t   121.0\t    -5.0\t"
+        "    81.0\n";
+    const std::string rows =
+        "     10.2000\t        \t        \t        \t        \t       0\t(  1  0  1)\t  0  1\n"
+        "     10.4000\t        \t        \t        \t        \t   -1262\t(-10-11-12)\t  2  2\n"
+        "     10.4000    -1262  (  0  0 12)  0  1\n";
+    const auto r = Read(top + " 1 2 0 0 0\n" + heads + points + rows, "by hand");
+    ASSERT_TRUE(r.status.ok()) << r.status.message;
+    EXPECT_EQ(r.pattern.x, (std::vector<float>{10, 10.5f, 11}));
+    EXPECT_EQ(r.pattern.y, (std::vector<float>{123456789.0f, 1, 125}));
+    EXPECT_EQ(r.pattern.bgr, (std::vector<float>{80, 4, 81}));
+    EXPECT_EQ(r.info.refl_position, (std::vector<float>{10.2f, 10.4f, 10.4f}));
+    EXPECT_EQ(r.info.refl_code, (std::vector<std::int32_t>{1, 2, 2}));
+    EXPECT_EQ(r.info.refl_label,
+              (std::vector<std::string>{"(  1  0  1) ph: 1  Lambda:  1", "(-10-11-12) ph: 2 -> Mag.", "(  0  0 12) ph: 2  Lambda:  1"}));
+    EXPECT_EQ(r.info.nexcl, 0);
+
+    // The count of regions ends the line of phases, and its regions stand before the vector or behind it. "K" 0: of no vector.
+    for (const std::string between : {"0.5 0 0.25\n0.000 10.200\n", "0.000 10.200\n0.5 0 0.25\n"}) {
+        const auto k = Read(
+            top + "1 2 0 1 1\n" + between + heads + points + Replace_All(Replace_All(rows, "2  2", "0  1"), "0 12)  0  1", "0 12)  0  0"),
+            between);
+        ASSERT_TRUE(k.status.ok()) << k.status.message;
+        EXPECT_EQ(k.info.nexcl, 1) << between;
+        EXPECT_FLOAT_EQ(k.info.excl_max[0], 10.2f) << between;
+        EXPECT_EQ(k.info.refl_label[1], "(-10-11-12) ph: 2, nvk[ 0.5000 0.0000 0.2500]  ") << between;
+        EXPECT_EQ(k.info.refl_label[2], "(  0  0 12) ph: 2") << between;
+        EXPECT_EQ(k.info.refl_tag, (std::vector<float>{0, 1, 0})) << between;
+    }
+
+    const std::pair<std::string, std::string> disagree[] = {
+        {" 2 1 0 0 0\n", ": phase 1 has 2 reflections on the line of phases, 1 on its level of Posr"},
+        {" 3 0 0 0 0\n", ": the line of phases has 1 phase with reflections, the column Posr 2 levels"},
+        {" 1 1 0 0 0\n", ": the line of phases has 2 reflections, the rows have 3"},
+        {" 1 3 0 0 0\n", ": the line of phases has 4 reflections, the rows have 3"},
+    };
+    for (const auto& [counts, message] : disagree)
+        EXPECT_EQ(Read(top + counts + heads + points + rows, message).status.message, "Error reading reflections for Prf=+3" + message);
 }
 
 TEST_F(Prf, LineEndsTitlesAndHeads) {
@@ -235,7 +309,8 @@ TEST_F(Prf, PeaksIntegratedIntensitiesAndPairs) {
 
 TEST_F(Prf, EveryMessage) {
     const Model few = Make_Model(4, 6, true, 30), many = Make_Model(11, 3, true, 30);
-    for (const Prf_File& file : {Classic(few), Classic(many), Columns(few), Columns(many), Columns(few, 8, true), Peak_Fit(few)})
+    for (const Prf_File& file : {Classic(few), Classic(many), Columns(few), Columns(many), Columns(few, 8, true), Peak_Fit(few),
+                                 Field_Rows(few, {.apart = true}), Field_Rows(many, {.beside = true})})
         for (auto at = file.begin(); at != file.end(); ++at) {
             const std::string before = Whole({file.begin(), at}), after = Whole({at + 1, file.end()});
             const std::string cut = Read(before, at->fault).status.message;  // or what the head promises is more than the file holds
@@ -273,7 +348,7 @@ TEST_F(Prf, NoFileIsTrusted) {
     waves.superspace = true;
     std::mt19937 random(7);
     for (const Prf_File& file : {Classic(m), Classic(many), Columns(m), Columns(many), Columns(waves), Columns(m, 8, true), Peak_Fit(m),
-                                 Integrated(m), Pair_Distribution(m)}) {
+                                 Field_Rows(m, {}), Field_Rows(many, {.beside = true}), Integrated(m), Pair_Distribution(m)}) {
         const std::string text = Whole(file);
         std::vector<std::string> lines;
         for (std::size_t from = 0; from < text.size(); from += lines.back().size()) {
