@@ -101,7 +101,6 @@ bool WInitialise(int& argc, char** argv, bool offscreen) {
         return false;
     }
     QApplication::setApplicationName("vantrelo");
-    QApplication::setApplicationDisplayName("Vantrelo");
     QApplication::setDesktopFileName("vantrelo");
     QApplication::setWindowIcon(Resource_Icon("vantrelo"));
     QApplication::setQuitOnLastWindowClosed(false);

@@ -21,10 +21,11 @@ namespace vntl {
 namespace {
 
 // A part of the status bar: as wide as it was told, wider once a text needs it, and then it stays so, lest its neighbours jump about.
-// The first part, for hints, gives way where the window is too narrow for all.
+// Where the window is too narrow they give way, the first, for hints, down to nothing, the others to what was told: no text widens the
+// window.
 class Status_Label : public QLabel {
 public:
-    Status_Label(int width, bool gives_way) : width_(width), gives_way_(gives_way) {
+    Status_Label(int width, bool gives_way) : told_(gives_way ? 0 : width), width_(width), gives_way_(gives_way) {
         setTextFormat(Qt::PlainText);
         setContentsMargins(4, 0, 4, 0);
         setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Preferred);
@@ -35,9 +36,10 @@ public:
         width_ = std::max(width_, needed);
         return {width_, QLabel::sizeHint().height()};
     }
-    QSize minimumSizeHint() const override { return gives_way_ ? QSize(0, QLabel::sizeHint().height()) : sizeHint(); }
+    QSize minimumSizeHint() const override { return {told_, QLabel::sizeHint().height()}; }
 
 private:
+    int told_;
     mutable int width_;
     bool gives_way_;
 };
@@ -126,23 +128,15 @@ void Window::Set_Menu(std::span<const Menu_Entry> bar) {
     for (const Menu_Entry& entry : bar) menuBar()->addMenu(Add_Popup(entry));
 }
 
-// A bar that comes or goes changes the size of the window and not that of the picture, where the desktop lets it.
+// A bar that comes or goes changes the size of the picture and not that of the window.
 void Window::Set_Toolbar(const Toolbar_Resource* table, int row) {
-    const QSize before = centralWidget()->size();
-    auto& queue = The_Toolkit().queue;
-    const auto resize = [this](const Message& m) { return m.kind == Message_Kind::resize && m.record.win == number_; };
-    const bool resized = std::any_of(queue.begin(), queue.end(), resize);  // before, and not told yet
     if (const auto standing = toolbars_.find(row); standing != toolbars_.end()) {
         removeToolBar(standing->second);
         delete standing->second;
         toolbars_.erase(standing);
     }
     if (table != nullptr) Add_Toolbar(*table, row);
-    if (!isVisible() || isMaximized() || isFullScreen()) return;
-    layout()->activate();
-    Resize_Area(before.width(), before.height());
-    layout()->activate();
-    if (!resized && centralWidget()->size() == before) std::erase_if(queue, resize);
+    if (isVisible()) layout()->activate();
 }
 
 void Window::Add_Toolbar(const Toolbar_Resource& table, int row) {
