@@ -94,7 +94,10 @@ Status Read_Gsas_Banks(std::string_view text, bool flight, std::vector<Diffracti
         return messages.empty() ? Read_Gsas(text, flight, 0, none) : first_failure;
     }
     if (numbers.size() + messages.size() > 1)
-        for (std::size_t i = 0; i < numbers.size(); ++i) patterns[i].title += " (bank " + std::to_string(numbers[i]) + ')';
+        for (std::size_t i = 0; i < numbers.size(); ++i) {
+            patterns[i].bank = numbers[i];
+            patterns[i].title += " (bank " + std::to_string(numbers[i]) + ')';
+        }
     return Status::Done();
 }
 

@@ -33,6 +33,7 @@ struct Pattern_Head {
     float count_time = 0;
     float step = 0;                   // of x; the mean step where it is not constant
     float TSample = 0, TSetting = 0;  // kelvin; not above 0.0001 means unknown
+    std::int32_t bank = 0;            // number in a file of several patterns, 0 where there is none
     std::int32_t npts = 0;
     std::int32_t npts_claimed = 0;  // points that the file's head promised, where the file holds fewer; otherwise 0
     bool constant_step = false;

@@ -233,7 +233,10 @@ Status Read_Uxd_Ranges(std::string_view text, std::vector<Diffraction_Pattern_Ty
         if (status.failed && first_fault.ok()) first_fault = status;
         if (ranges.Ended()) break;
         if (status.failed) continue;
-        if (ranges.Several()) pattern.title = Numbered(pattern.title, number);
+        if (ranges.Several()) {
+            pattern.title = Numbered(pattern.title, number);
+            pattern.bank = static_cast<std::int32_t>(number);
+        }
         patterns.push_back(std::move(pattern));
     }
     return patterns.empty() ? first_fault : Status::Done();

@@ -25,6 +25,7 @@ constexpr float least_chi2 = 0.0001f;
 constexpr float page_edge = 8, symbol_room = 40;  // page units that a legend text keeps from the right edge, and after its x
 constexpr float frame_gap = 2;                    // and from the frame, inside it
 constexpr int legend_in_right = 3;
+constexpr int least_title_size = 12;  // that of the numbers of the scales
 
 template <class T, std::size_t N>
 T Entry(const std::array<T, N>& table, int code) {
@@ -55,13 +56,23 @@ void Hide_Negative_Numbers(const Plot_State& plot, const Graph2D_Prefs& prefs, P
     g.IGrRectangle(0, 0.9f * foot, plot.zone.x1 * page_width, 0.9f * std::min(zero, page_height));
 }
 
+// The name of a row's file, and which of its patterns it is: rows of one file would look alike. UXD calls them ranges.
+std::string Legend_Name(const Profile_Store& store, int row) {
+    const PRF_Info_Add_Type& info = store.Info(row);
+    const std::int32_t bank = store.Pattern(row).bank;
+    std::string name(Trim(info.file_name));
+    const bool of_file = info.kind == Row_Kind::data || info.kind == Row_Kind::rietv;
+    if (bank > 0 && of_file) name += (info.format == "SOCABIM" ? " (range " : " (bank ") + std::to_string(bank) + ')';
+    return name;
+}
+
 // Where the legend begins. Inside the frame's right side it goes to the left as far as its longest name needs, so that none crosses the
 // frame.
 float Legend_X(const Scene& scene, const Graphics& g, int n) {
     const float x = Entry(legend_x, scene.prefs.graph2d.legend.pos) * page_width;
     if (scene.prefs.graph2d.legend.pos != legend_in_right) return x;
     float longest = 0;
-    for (int row = 1; row <= n; ++row) longest = std::max(longest, g.Text_Width(Trim(scene.store.Info(row).file_name)));
+    for (int row = 1; row <= n; ++row) longest = std::max(longest, g.Text_Width(Legend_Name(scene.store, row)));
     const Plot_State& plot = scene.plot;
     const float inside = plot.zone.x2 * page_width - frame_gap - symbol_room - longest;
     return std::min(x, std::max(inside, plot.zone.x1 * page_width + page_edge));
@@ -80,6 +91,11 @@ bool Tells_Chi2(const Scene& scene, int row) { return scene.store.prf_loaded && 
 // chi2 as a blank and eight columns with four decimals; stars where it does not fit.
 std::string Chi2_Text(float chi2) { return IRealToString(chi2, "(1X,F8.4)"); }
 
+// The font of the preference, or the largest smaller one in which the text has room, but none that is hard to read.
+void Select_Shrunk(Graphics& g, Text_Prefs prefs, std::string_view text, float room) {
+    for (Select_Text(g, prefs); prefs.size > least_title_size && g.Text_Width(text) > room; Select_Text(g, prefs)) --prefs.size;
+}
+
 }  // namespace
 
 void Draw_Title(const Scene& scene, Presentation& p, int n) {
@@ -87,9 +103,11 @@ void Draw_Title(const Scene& scene, Presentation& p, int n) {
     const Text_Prefs& prefs = scene.prefs.graph2d.title;
     g.IGrLineWidth(1);
     if (prefs.pos == no_text || n < 1) return;
-    Select_Text(g, prefs);
     const char position = Entry(along_x, prefs.pos);
-    p.IPgTitle(Fit_Text(g, Title_Text(scene, n), Room_Along_X(scene.plot.zone, position)), position);
+    const float room = Room_Along_X(scene.plot.zone, position);
+    const std::string_view title = Title_Text(scene, n);
+    Select_Shrunk(g, prefs, title, room);
+    p.IPgTitle(Fit_Text(g, title, room), position);
 }
 
 void Draw_Scales(const Scene& scene, Presentation& p, const View& window) {
@@ -158,7 +176,7 @@ void Draw_Legend(const Scene& scene, Presentation& p, int n) {
         const auto line_y = [](int at) { return (legend_top - legend_step * static_cast<float>(at)) * page_height; };
         p.IPgStyle(1, {style.line_style, fill_solid, style.line_colour, style.marker_colour, Marker_Glyph(style.marker_type)});
         g.IGrColourN(style.line_colour);
-        p.IPgKey(x, line_y(line), 1, Fit_Text(g, Trim(info.file_name), room));
+        p.IPgKey(x, line_y(line), 1, Fit_Text(g, Legend_Name(scene.store, row), room));
         if (!Tells_Chi2(scene, row)) continue;
         line += chi2_scale > 1 ? static_cast<int>(std::ceil(chi2_scale * Char_Height(prefs.size) / legend_step)) : 1;
         g.WGrTextFont(0, 0, chi2_scale * Char_Width(prefs.size), chi2_scale * Char_Height(prefs.size));

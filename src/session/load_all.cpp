@@ -88,7 +88,11 @@ Load_Result Load_Several(Session& session, Ask& ask, Read_File file, Load_Notes&
     }
     Load_Result result = file.messages.empty() ? Load_Result::added : Load_Result::failed;
     for (const std::string& message : file.messages) tell(message);
+    const bool alone = file.patterns.size() == 1;
+    std::int32_t number = 0;
     for (Diffraction_Pattern_Type& pattern : file.patterns) {
+        ++number;
+        if (pattern.bank == 0 && !alone) pattern.bank = number;
         const Load_Result one = Load_Row(session, ask, file.path, mode, {Status::Done(), std::move(pattern)}, notes);
         if (one == Load_Result::table_full) return one;
         if (one == Load_Result::failed || result == Load_Result::added) result = one;

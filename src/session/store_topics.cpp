@@ -39,6 +39,7 @@ void Pattern_Scalars(Json& row, const Diffraction_Pattern_Type& p) {
                                                    {"TSample", p.TSample},
                                                    {"TSetting", p.TSetting}};
     for (const auto& [name, value] : reals) row[name] = Json_Real(value);
+    row["bank"] = p.bank;
     row["npts"] = p.npts;
     row["npts_claimed"] = p.npts_claimed;
     const std::pair<const char*, bool> flags[] = {{"constant_step", p.constant_step},

@@ -1,3 +1,5 @@
+#include <tuple>
+
 #include "fixture.hpp"
 
 namespace vntl::test {
@@ -44,6 +46,40 @@ TEST_F(Frame_Texts, FontAndStyleCodes) {
         EXPECT_EQ(Text("Silicon")->style.style, bits[style - 1]);
         EXPECT_EQ(Text("Silicon")->style.font, 100 + (style - 1) % 4 + 1);
     }
+}
+
+// From 20 down to 12 thousandths of the page; the room about the middle of the zone is 1184 units, a letter of Courier as wide as its size.
+TEST_F(Frame_Texts, AWideTitleShrinksBeforeItIsCut) {
+    const std::pair<std::size_t, double> cases[] = {{40, 0.020}, {60, 0.016}, {75, 0.013}, {82, 0.012}};
+    for (const auto& [letters, size] : cases) {
+        session.store.Clear();
+        Add().title = std::string(letters, 'm');
+        Draw();
+        ASSERT_NE(Text(std::string(letters, 'm')), nullptr) << letters;
+        EXPECT_NEAR(Text(std::string(letters, 'm'))->style.width, size * 1200, page_tolerance) << letters;
+        EXPECT_NEAR(Text(std::string(letters, 'm'))->style.height, 2 * size * 800, page_tolerance) << letters;
+    }
+    session.store.Pattern(1).title = std::string(120, 'm');
+    Draw();
+    EXPECT_EQ(Text(std::string(120, 'm')), nullptr);
+    EXPECT_NEAR(All<Recorded_Text>().front().style.width, 0.012 * 1200, page_tolerance);
+}
+
+TEST_F(Frame_Texts, TheLegendNumbersTheBanksOfAFile) {
+    Add_Rows(4);
+    const std::tuple<int, Row_Kind, const char*, const char*> rows[] = {{1, Row_Kind::data, "GSAS", "many.gsa (bank 1)"},
+                                                                        {6, Row_Kind::rietv, "GSAS", "many.gsa (bank 6)"},
+                                                                        {2, Row_Kind::data, "SOCABIM", "many.gsa (range 2)"},
+                                                                        {2, Row_Kind::copy, "GSAS", "many.gsa"}};
+    int row = 0;
+    for (const auto& [bank, kind, format, text] : rows) {
+        session.store.Pattern(++row).bank = bank;
+        session.store.Info(row).file_name = "many.gsa";
+        session.store.Info(row).kind = kind;
+        session.store.Info(row).format = format;
+    }
+    Draw();
+    for (const auto& [bank, kind, format, text] : rows) EXPECT_NE(Text(text), nullptr) << text;
 }
 
 TEST_F(Frame_Texts, TextsStayOnThePage) {
