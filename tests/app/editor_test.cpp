@@ -104,6 +104,19 @@ TEST_F(Editor, LeavingTheProgramAsksToo) {
     }
 }
 
+// Who keeps a text that is not saved keeps the profiles too.
+TEST_F(Editor, AResetClosesItsWindowAndAsksBefore) {
+    const std::string tell = ";print state;dialog 41;main;";
+    const Run_Result run = Edit("main;drop " + Pattern("rising.xye") + ";40107;'z;answer cancel;main;40019" + tell +
+                                "answer yes;files z.txt;40019" + tell + "drop " + Pattern("rising.xye") + ";40107;main;40019;print state");
+    EXPECT_EQ(Questions(run), Texts(2, question));
+    EXPECT_EQ(Text("z.txt"), "z");
+    const auto states = run.With("plot_type");
+    for (const std::size_t i : {0u, 1u, 2u}) EXPECT_EQ(states.at(i)["nperfiles"], i == 0 ? 1 : 0) << i;
+    EXPECT_EQ(run.errors.find("dialog 41 is not open"), run.errors.rfind("dialog 41 is not open"));
+    EXPECT_NE(run.errors.find("dialog 41 is not open"), std::string::npos) << "it is closed behind the second";
+}
+
 TEST_F(Editor, FindsFromTheCursorAndFromTheStartAgain) {
     Write("text.txt", "one Two two\ntwo");
     const Run_Result run = Edit(

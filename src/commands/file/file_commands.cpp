@@ -10,6 +10,7 @@
 #include "plot/plot.hpp"
 #include "session/load.hpp"
 #include "session/open_prf.hpp"
+#include "toolkit/window_service.hpp"
 
 namespace vntl {
 
@@ -30,7 +31,9 @@ void Open_Recent(Application& app) {
 
 void Save_Picture(Application& app) { app.failed |= Export_Plot(app.session.config, app.ask).failed; }
 
+// A new start closes the other windows too; who keeps a text that is not saved yet keeps all.
 void Reset(Application& app) {
+    if (!Windows_May_Close()) return;
     app.session.lists.fit = {};
     Reset_Profiles(app.session);
     Set_Menu_Empty(app.session);
