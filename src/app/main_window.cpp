@@ -22,7 +22,6 @@ namespace {
 void Do_Command(Application& app, int id) {
     const Command* command = Find_Command(id);
     if (command == nullptr || !command->built() || !app.session.interface.Enabled(id)) return;
-    app.session.interface.End_Passing_Text();
     command->action(app);
 }
 
@@ -35,9 +34,15 @@ void Do_Key(Application& app, int key) {
         if (!command.shortcut.empty() && command.shortcut == Key_Name(key)) return Do_Command(app, command.id);
 }
 
+bool Is_Deed(Message_Kind kind) {
+    return kind == Message_Kind::command || kind == Message_Kind::mouse_down || kind == Message_Kind::key_down ||
+           kind == Message_Kind::files_dropped;
+}
+
 // Handler of every message of the main window. Commands that a dialog in front holds back are void.
 void Ihand_WinRoot(Application& app, const Message& message) {
     WindowSelect(main_window);
+    if (Is_Deed(message.kind)) Forget_Note(app.session);
     switch (message.kind) {
         case Message_Kind::command:
             if (Modal_Loop_Serves(message.record.value1)) Do_Command(app, message.record.value1);

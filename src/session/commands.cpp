@@ -48,8 +48,12 @@ void Interface_State::Passing_Text(std::string text) {
     passing = true;
 }
 
-void Interface_State::End_Passing_Text() {
-    if (passing) Status_Text(1, "");
+void Interface_State::Hint(std::string text) {
+    if (!text.empty())
+        Status_Text(1, text);
+    else if (!hint.empty() && status.front() == hint)
+        Status_Text(1, "");
+    hint = std::move(text);
 }
 
 }  // namespace vntl

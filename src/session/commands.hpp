@@ -21,6 +21,9 @@ struct Command_State {
 };
 
 enum class Cursor_Shape { arrow = 0, cross = 3, hand = 6 };
+constexpr std::string_view Told(Cursor_Shape cursor) {
+    return cursor == Cursor_Shape::arrow ? "arrow" : cursor == Cursor_Shape::cross ? "cross" : "hand";
+}
 
 inline constexpr int status_parts = 5;
 inline constexpr std::array<int, 5> recent_file_commands = {command::recent_1, command::recent_2, command::recent_3, command::recent_4,
@@ -37,6 +40,7 @@ struct Interface_State {
     Cursor_Shape cursor = Cursor_Shape::arrow;
     std::array<std::string, status_parts> status{{"", "", "", "", "none"}};  // the last part shows the plot form
     bool passing = false;   // part 1 tells of what just happened, until the next command or move of the mouse
+    std::string hint;       // of the present mode, for the first part
     unsigned revision = 0;  // goes up with every change, so that the window knows when to look
 
     void Enable(int command, bool on);
@@ -46,7 +50,7 @@ struct Interface_State {
     void Label(int command, std::string text);
     void Status_Text(int part, std::string text);  // part 1 to 5
     void Passing_Text(std::string text);           // part 1
-    void End_Passing_Text();
+    void Hint(std::string text);                   // in part 1; blank: the hint that stands there goes, another text stays
 };
 
 // The one place that changes the plot form: stores it and shows it in part 5 of the status bar.

@@ -129,6 +129,7 @@ Load_Result Load_Row(Session& session, Ask& ask, const std::string& path, const 
     store.changes.Forget();
     MRU_Add(session, full_path);
     notes.Count(name, pattern.npts_claimed, fresh.read, fresh.left_out);
+    session.plot.history = {};
     store.Append(std::move(pattern), std::move(info));
     const auto flag = static_cast<std::size_t>(row - 1);
     store.show_ycalc_of[flag] = rietveld;

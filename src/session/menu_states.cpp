@@ -7,6 +7,7 @@
 #include <optional>
 #include <vector>
 
+#include "session/modes.hpp"
 #include "session/session.hpp"
 
 namespace vntl {
@@ -140,23 +141,25 @@ void Apply_Column(Interface_State& menu, Menu_Column column) {
     if (menu.Checked(lines_menu)) menu.Enable(lines_on, false);
 }
 
+// The profile of a refinement that stands alone is not fitted again, and has its reflections already.
+void Bar_For_Refinement(Session& session) {
+    if (!session.store.prf_loaded || session.store.nperfiles() != 1) return;
+    for (const int command : {fit_on, fit_off, hkl_gen}) session.interface.Enable(command, false);
+}
+
 void Uncheck_Modes(Interface_State& menu) {
     for (const int command : {fit_menu, peaks_menu, background_menu}) menu.Check(command, false);
 }
 
 void Set_Form(Session& session, Plot_Form form) {
     Interface_State& menu = session.interface;
+    Leave_Mode(session);
     Apply_Column(menu, Row_Of(form).column);
-    session.plot.MoveMode = Move_Mode::none;
-    session.plot.rubber = {};
-    session.plot.drag = {};
-    session.plot.row_move = {};
+    Bar_For_Refinement(session);
     session.plot.hits = {};
-    session.plot.spectral.shown = false;
+    session.plot.log_scale = Row_Of(form).is_log;
     if (form != Plot_Form::calculation) menu.toolbars = Row_Of(form).toolbars;
     menu.want_mouse_move = menu.want_mouse_down = form != Plot_Form::none;
-    menu.want_mouse_up = false;
-    menu.cursor = Cursor_Shape::arrow;
     ++menu.revision;
     Set_Plot_Type(session, form);
 }
@@ -184,10 +187,7 @@ void Set_Plot_Type(Session& session, Plot_Form form) {
     session.interface.Status_Text(5, std::string(Told(form)));
 }
 
-void Set_Menu_Empty(Session& session) {
-    session.plot.log_scale = false;
-    Set_Menu(session, Plot_Form::none);
-}
+void Set_Menu_Empty(Session& session) { Set_Menu(session, Plot_Form::none); }
 
 void Set_Menu_Single(Session& session, bool clear) {
     if (!clear) session.lists.fit = {};
@@ -207,8 +207,6 @@ void Set_Calculation_Mode(Session& session, Click_Mode mode) {
 
     for (const int command : mode_commands) menu.Enable(command, false);
     Uncheck_Modes(menu);
-    plot.peak_insert = plot.peak_delete = plot.bgr_insert = plot.bgr_delete = false;
-
     plot.ClickMode = mode;
     const Mode& chosen = Mode_Table()[static_cast<std::size_t>(mode)];
     if (chosen.checked != 0) menu.Check(chosen.checked, true);

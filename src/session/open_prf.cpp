@@ -82,6 +82,7 @@ Load_Result Load_Prf_Row(Session& session, Ask& ask, const std::string& path, Fr
     store.changes.Forget();
     MRU_Add(session, full_path);
     notes.Count(info.file_name, pattern.npts_claimed, fresh.read, fresh.left_out);
+    session.plot.history = {};
     if (refined != 0) {
         store.Pattern(refined) = std::move(pattern);
         store.Info(refined) = std::move(info);

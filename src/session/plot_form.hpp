@@ -17,16 +17,17 @@ struct Plot_Form_Row {
     Menu_Column column;
     std::array<int, 2> toolbars;  // tables on the first and on the second bar, 0 none; a calculation keeps those that are there
     bool is_2d;
+    bool is_log = false;  // intensities as logarithms
 };
 
 inline constexpr Plot_Form_Row plot_forms[] = {
     {Plot_Form::none, "none", Menu_Column::empty, {30101, 0}, false},
     {Plot_Form::single, "single", Menu_Column::single, {30102, 30104}, true},
     {Plot_Form::multi, "multi", Menu_Column::multi, {30103, 30104}, true},
-    {Plot_Form::multi_log, "multi_log", Menu_Column::multi, {30103, 30104}, true},
+    {Plot_Form::multi_log, "multi_log", Menu_Column::multi, {30103, 30104}, true, true},
     {Plot_Form::calculation, "calculation", Menu_Column::calculation, {}, true},
     {Plot_Form::contour, "graph2dcontour", Menu_Column::contour, {30103, 0}, false},
-    {Plot_Form::contour_log, "graph2dcontour_log", Menu_Column::contour_log, {30103, 0}, false},
+    {Plot_Form::contour_log, "graph2dcontour_log", Menu_Column::contour_log, {30103, 0}, false, true},
     {Plot_Form::graph3d, "graph3d", Menu_Column::graph3d, {30103, 0}, false},
     {Plot_Form::surface, "graph3dsurf", Menu_Column::surface, {30103, 0}, false},
 };

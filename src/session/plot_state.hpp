@@ -69,16 +69,18 @@ struct View {
 // The plot in the user's hand.
 struct Drag {
     bool active = false;
-    double x = 0, y = 0;  // where the hand was last, page units
-    View from = {};       // the view when the drag began
+    bool follows = false;  // the hand has moved by more than a click does
+    double x = 0, y = 0;   // where the hand was last, page units
+    View from = {};        // the view when the drag began
 };
 
 // The views that the user has been at, for the ways back and forward.
 struct View_History {
     std::vector<View> views;
-    std::size_t present = 0;  // index of the view on the screen
-    bool merging = false;     // the last view came by a step of many, which count as one
-    std::string data;         // what the views are views of
+    std::size_t present = 0;         // index of the view on the screen
+    bool merging = false;            // the last view came by a step of many, which count as one
+    X_Space xspace = X_Space::none;  // what the views are views of
+    bool log = false;
 };
 
 struct Plot_State {

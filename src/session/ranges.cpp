@@ -18,8 +18,6 @@ namespace vntl {
 
 namespace {
 
-constexpr int refinement_excludes[] = {command::fit_on, command::fit_off, command::hkl_gen};
-
 constexpr float margin = 0.05f, bragg_band = 0.14f, prf_foot = 0.2f;
 constexpr float largest_intensity = 1e37f;  // leaves room for the margins in single precision
 
@@ -99,14 +97,6 @@ void Set_Single_Form(Session& session) {
     session.lists.peaks.clear();
     session.lists.background.clear();
     session.lists.hklgen.clear();
-    if (session.store.prf_loaded)
-        for (const int command : refinement_excludes) session.interface.Enable(command, false);
-}
-
-// A form that no new plot can start in goes back to the 2D graph, in the logarithmic form when that was chosen before.
-bool Wants_Log(const Plot_State& plot) {
-    const bool chosen_before = plot.plot_type > Plot_Form::multi_log;
-    return chosen_before ? plot.log_scale : plot.Is_Log();
 }
 
 void View_In_Log(Plot_State& plot) {
@@ -146,7 +136,7 @@ void Plot_Ranges(Session& session) {
         if (plot.plot_type != Plot_Form::none) Set_Menu_Empty(session);
         return;
     }
-    const bool log = Wants_Log(plot);
+    const bool log = plot.log_scale;  // of the form that was there
     Set_Range_X(store, session.prefs.prf, plot);
     Set_Range_Y(store, plot);
     session.interface.Enable(command::open_prf, true);
@@ -157,6 +147,15 @@ void Plot_Ranges(Session& session) {
     else
         Set_Menu_Graph(session, log);
     if (plot.Is_Log()) View_In_Log(plot);
+}
+
+void View_In_Counts(const Profile_Store& store, Plot_State& plot) {
+    const float low = plot.y_view_min, high = std::exp(plot.y_view_max);
+    Set_Range_Y(store, plot);
+    if (store.prf_loaded) plot.y_view_min = plot.y_prf_bottom;
+    const float top = std::isfinite(high) ? high : plot.y_view_max;
+    const float foot = low > 0 ? std::exp(low) : plot.y_view_min;
+    if (top > foot) plot.Show({plot.x_view_min, plot.x_view_max, foot, top});
 }
 
 void Focus_Plot(const Profile_Store& store, Plot_State& plot) {

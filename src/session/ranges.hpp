@@ -13,6 +13,10 @@ struct Session;
 // scratch returns to the 2D graph; without rows the form is "none".
 void Plot_Ranges(Session&);
 
+// Out of a logarithmic form: the y window of the same intensities, x stays. A window that begins at 1, where the form ends, shows all
+// below.
+void View_In_Counts(const Profile_Store&, Plot_State&);
+
 void Set_Range_X(const Profile_Store&, const PRF_Prefs&, Plot_State&);  // x_all_* and x_view_*
 void Focus_Plot(const Profile_Store&, Plot_State&);  // y window from the points inside the present x window; in "multi_log" in ln units
 

@@ -19,7 +19,8 @@ Json State(const Session& session) {
                {"profiles_uniform", session.store.profiles_uniform},
                {"mixed_scat_var", session.store.mixed_scat_var},
                {"log_scale", plot.log_scale},
-               {"show_target", plot.show_target}};
+               {"show_target", plot.show_target},
+               {"cursor", Told(session.interface.cursor)}};
     const std::pair<const char*, float> reals[] = {
         {"x_view_min", plot.x_view_min}, {"x_view_max", plot.x_view_max}, {"y_view_min", plot.y_view_min}, {"y_view_max", plot.y_view_max},
         {"x_all_min", plot.x_all_min},   {"x_all_max", plot.x_all_max},   {"y_all_min", plot.y_all_min},   {"y_all_max", plot.y_all_max},

@@ -85,6 +85,12 @@ void Profile_Store::Append(Diffraction_Pattern_Type pattern, PRF_Info_Add_Type i
     infos_.push_back(std::move(info));
 }
 
+int Profile_Store::First_Shown() const {
+    for (int row = 1; row <= nperfiles(); ++row)
+        if (shown(row)) return row;
+    return 0;
+}
+
 int Profile_Store::Append_Copy(int row) {
     Diffraction_Pattern_Type pattern;
     PRF_Info_Add_Type info;

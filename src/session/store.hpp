@@ -45,6 +45,8 @@ public:
     // Flags of the rows, index row - 1.
     bool shown(int row) const { return profile_shown[static_cast<std::size_t>(row - 1)]; }
 
+    int First_Shown() const;  // 0 where all are hidden
+
     int ProfilePRFactive = 0;  // the row that carries Rietveld overlay, 0 when none
     bool prf_loaded = false;   // a row of kind "PRF" or "MONO" exists
     std::bitset<max_profiles> profile_shown = std::bitset<max_profiles>().set();

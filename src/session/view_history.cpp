@@ -1,6 +1,13 @@
 #include "session/view_history.hpp"
 
+#include <algorithm>
+#include <cmath>
+#include <optional>
+#include <span>
+#include <utility>
+
 #include "session/session.hpp"
+#include "session/xspace_vocabulary.hpp"
 
 namespace vntl {
 
@@ -8,10 +15,41 @@ namespace {
 
 constexpr std::size_t most_views = 100;
 
-std::string Data_Shown(const Session& session) {
-    const Plot_State& plot = session.plot;
-    return std::to_string(session.store.nperfiles()) + ' ' + std::string(Told(plot.xspace)) + (plot.Is_Log() ? " log " : " ") +
-           std::to_string(plot.x_all_min) + ' ' + std::to_string(plot.x_all_max);
+// The view in another x space, nothing where an end of it has no place there.
+std::optional<View> Converted(View view, std::span<const X_Step> steps, const X_Constants& constants) {
+    double lo = view.x1, hi = view.x2;
+    for (const X_Step step : steps)
+        for (double* x : {&lo, &hi}) {
+            const double before = *x;
+            if (!(before > 0)) return {};
+            *x = Convert_Value(step, before, constants);
+            const bool no_angle = step == X_Step::d_to_two_theta && !(*x < 180);
+            if (!(*x > 0) || !std::isfinite(*x) || no_angle) return {};
+        }
+    view.x1 = static_cast<float>(std::min(lo, hi));
+    view.x2 = static_cast<float>(std::max(lo, hi));
+    return view.Drawable() ? std::optional(view) : std::nullopt;
+}
+
+// No eye tells the two apart: a conversion rounds.
+bool Look_Alike(const View& a, const View& b) {
+    constexpr float unseen = 1e-4f;
+    const float dx = unseen * (a.x2 - a.x1), dy = unseen * (a.y2 - a.y1);
+    return std::fabs(a.x1 - b.x1) <= dx && std::fabs(a.x2 - b.x2) <= dx && std::fabs(a.y1 - b.y1) <= dy && std::fabs(a.y2 - b.y2) <= dy;
+}
+
+// The views go the way of row 1. Those that cannot are dropped; all of them where the spaces have no way between them.
+void Follow_Xspace(const Session& session, View_History& history) {
+    const Space *from = Find_Space(history.xspace), *to = Find_Space(session.plot.xspace);
+    const bool same_scale = from != nullptr && to != nullptr && from->kind == to->kind && to->kind <= Space_Kind::s;
+    X_Chain chain;
+    if (!same_scale && to != nullptr && to->kind <= Space_Kind::s) chain = Chain_Between(from, to->kind);
+    const bool leads = same_scale || !chain.steps.empty();
+    View_History followed;
+    for (std::size_t i = 0; leads && i <= history.present && i < history.views.size(); ++i)
+        if (const auto view = Converted(history.views[i], chain.steps, session.store.Pattern(1).conv)) followed.views.push_back(*view);
+    if (!followed.views.empty()) followed.present = followed.views.size() - 1;
+    history = std::move(followed);
 }
 
 bool Go_To(Session& session, std::size_t index) {
@@ -31,7 +69,13 @@ void Remember_View(Session& session, bool step) {
         history = {};
     } else {
         const View view = plot.Shown_View();
-        if (std::string data = Data_Shown(session); data != history.data) history = {{view}, 0, false, std::move(data)};
+        const bool moved_on = history.xspace != plot.xspace;
+        if (history.log != plot.Is_Log()) history = {};
+        if (moved_on) Follow_Xspace(session, history);
+        if (history.views.empty()) history.views = {view};
+        history.xspace = plot.xspace;
+        history.log = plot.Is_Log();
+        if (moved_on && Look_Alike(view, history.views[history.present])) history.views[history.present] = view;
         if (view != history.views[history.present]) {
             history.views.resize(history.present + 1);
             if (!step || !history.merging) history.views.push_back(view);

@@ -5,6 +5,7 @@
 // intensities and general abscissas stand alone.
 #include "session/xspace.hpp"
 
+#include <algorithm>
 #include <cmath>
 
 #include "base/text.hpp"
@@ -184,7 +185,7 @@ std::optional<double> D_Spacing(const Session& session, double x) {
     constexpr double rounding = 1e-6;
     const Space* space = Find_Space(session.plot.xspace);
     if (space == nullptr || session.store.nperfiles() == 0) return {};
-    const X_Constants& conv = session.store.Pattern(1).conv;
+    const X_Constants& conv = session.store.Pattern(std::max(1, session.store.First_Shown())).conv;
     double d = 0;
     switch (space->kind) {
         case Kind::two_theta:

@@ -35,8 +35,8 @@ Status Change_Dtt(Session&, Ask&);
 // profile file of one.
 void Set_Xspace(Session&, std::string_view name, bool refinement = false, std::string_view x_title = {}, std::string_view y_title = {});
 
-// The spacing of the lattice planes that reflect at x in the present x space, in angstrom, by the constants of row 1; nothing where it
-// cannot be told, or where x is the spacing itself. Time of flight: t = dtt1 d + dtt2 d^2.
+// The spacing of the lattice planes that reflect at x in the present x space, in angstrom, by the constants of the first row that is shown;
+// nothing where it cannot be told, or where x is the spacing itself. Time of flight: t = dtt1 d + dtt2 d^2.
 std::optional<double> D_Spacing(const Session&, double x);
 
 }  // namespace vntl

@@ -195,6 +195,144 @@ TEST_F(Mouse_Modes, EachModeEndsWithoutAChange) {
         }
 }
 
+// Each mode, however it ends, takes its hint, its cursor and its barred commands along; the line of hints shows d again. The first case is
+// no mode: what all others must end like.
+TEST_F(Mouse_Modes, AHintACursorAndAModeEndTogether) {
+    const std::string choose = "press \"Select all\"\npress OK\n";
+    struct Mode {
+        std::string enter, hint, cursor = "cross";
+        std::string off = "";     // the command that ends the calculation
+        int move = 0, click = 0;  // its numbers
+    };
+    const Mode modes[] = {
+        {"", "", "arrow"},
+        {"command 40105\n", "", "hand", "", 1},
+        {"command 40110\n", "Draw over the stretch to exclude", "cross", "", 2},
+        {"command 40149\n" + choose, "Draw the way that the profiles shall go", "cross", "", 3},
+        {"command 40115\n" + choose, "Select pivot reference point to scaling Y.", "cross", "", 4},
+        {"command 40124\n" + choose, "Select pivot reference point to scaling X.", "cross", "", 5},
+        {"command 40124\n" + choose + "mouse down 600 400\nmouse up 600 400\n", "Select multiply factor to scaling X.", "cross", "", 5},
+        {"command 40095\n", "Select the range for fitting procedure on two Background points", "arrow", "40099", 0, 1},
+        {"command 40095\nmouse down 600 400\nmouse up 600 400\n", "Select now the upper limit on background points", "arrow", "40099", 0,
+         1},
+        {"command 40096\n", "Peaks allocation:", "arrow", "40097", 0, 2},
+        {"command 40096\ncommand 40093\n", "Peaks allocation: Insert peak", "cross", "40097", 0, 2},
+        {"command 40096\ncommand 40094\n", "Peaks allocation: Delete peak", "cross", "40097", 0, 2},
+        {"command 40138\n", "Background allocation:", "arrow", "40139", 0, 3},
+        {"command 40138\ncommand 40144\n", "Background allocation: Insert point", "cross", "40139", 0, 3},
+        {"command 40138\ncommand 40145\n", "Background allocation: Delete point", "cross", "40139", 0, 3}};
+    struct Ending {
+        std::string statements;
+        bool of_calculations = true, several_rows = false;
+    };
+    const Ending endings[] = {{"OFF"},
+                              {"drop b.xye\n"},
+                              {"drop missing.xye\n"},
+                              {"command 40019\n"},
+                              {"command 40089\n"},
+                              {"mouse down right 600 400\n", false},
+                              {"mouse down 500 400\nmouse move 700 500\nkey Escape\n", false},
+                              {"command 40016\n", false},
+                              {"command 40226\n", false, true}};
+    for (const Ending& ending : endings) {
+        std::vector<Mode> cases;
+        std::string script;
+        for (const Mode& mode : modes) {
+            const bool none = mode.enter.empty();
+            if (!none && (ending.statements == "OFF" ? mode.off.empty() : !ending.of_calculations && mode.click != 0)) continue;
+            cases.push_back(mode);
+            script += "command 40019\nopen a.xye" + std::string(ending.several_rows ? " b.xye" : "") +
+                      "\ncommand 40222\nset \"Wavelength:\" 4\npress OK\n" + mode.enter + "print state\n" +
+                      (ending.statements != "OFF" ? ending.statements
+                       : none                     ? ""
+                                                  : "command " + mode.off + '\n') +
+                      "mouse up 700 500\nmouse move 600 400\nprint state\nprint menu\n";
+        }
+        const auto run = Script(script);
+        const auto states = run.With("plot_type"), menus = run.With("built");
+        ASSERT_EQ(states.size(), 2 * cases.size()) << ending.statements << run.errors;
+        const std::size_t entries = menus.size() / cases.size();
+        for (std::size_t i = 0; i < cases.size(); ++i) {
+            const Mode& mode = cases[i];
+            SCOPED_TRACE(mode.enter + ending.statements);
+            const Json &during = states[2 * i], &behind = states[2 * i + 1];
+            EXPECT_EQ(during["MoveMode"], mode.move);
+            EXPECT_EQ(during["ClickMode"], mode.click);
+            EXPECT_EQ(during["cursor"], mode.cursor);
+            EXPECT_TRUE(mode.hint.empty() || Hint(during) == mode.hint) << Hint(during);
+            EXPECT_EQ(behind["MoveMode"], 0);
+            EXPECT_EQ(behind["ClickMode"], 0);
+            EXPECT_EQ(behind["cursor"], "arrow");
+            EXPECT_EQ(behind["status"], states[1]["status"]);
+            EXPECT_EQ(Hint(behind).starts_with(" d= "), behind["nperfiles"] != 0);
+            for (std::size_t entry = 0; entry < entries; ++entry)
+                EXPECT_EQ(menus[i * entries + entry]["enabled"], menus[entry]["enabled"]) << menus[entry]["id"];
+        }
+    }
+}
+
+// Escape lets an insertion go, and the calculation goes on with its own hint. A note gives way to what comes next.
+TEST_F(Mouse_Modes, EscapeEndsAnInsertionAndNotItsCalculation) {
+    const auto run = Script("open a.xye\ncommand 40096\ncommand 40093\nmouse data down 15 1500\nkey Escape\nprint state\n" +
+                            Click(20, 1900) + "print peaks\ncommand 40093\n" + Click(20, 1900) +
+                            "print peaks\ncommand 40222\nset \"Wavelength:\" 4\npress OK\ncommand 40089\nprint state\n"
+                            "mouse down 600 400\nmouse up 600 400\nmouse move 600 400\nprint state\n");
+    const auto states = run.With("plot_type"), lists = run.With("peaks");
+    EXPECT_EQ(Hint(states.at(0)), "Peaks allocation:");
+    EXPECT_EQ(states[0]["cursor"], "arrow");
+    EXPECT_EQ(states[0]["ClickMode"], 2);
+    EXPECT_EQ(lists.at(0)["peaks"].size(), 0u);
+    EXPECT_EQ(lists.at(1)["peaks"].size(), 1u);
+    EXPECT_EQ(Hint(states.at(1)), "The lists of peaks and background points have been emptied");
+    EXPECT_TRUE(Hint(states.at(2)).starts_with(" d= "));
+}
+
+// The lists are in counts. Out of the logarithms the view shows the same intensities, and several rows have the form of several again.
+TEST_F(Mouse_Modes, ACalculationOfALogarithmicFormIsInCounts) {
+    const std::string menu = "print menu\n";
+    const auto run = Script(both + "print state\n" + menu + "command 40226\nprint state\ncommand 40138\nprint state\ncommand 40139\n" +
+                            "print state\n" + menu + "command 40226\n" + Drag(12, 7.2, 18, 7.8) +
+                            "command 40138\nprint state\nopen a.xye\nprint state\ncommand 40226\ncommand 40019\nprint state\n");
+    EXPECT_EQ(run.status, 1);  // a calculation opens no file
+    const auto states = run.With("plot_type"), menus = run.With("built");
+    const auto form = [&states](std::size_t i) { return states.at(i)["plot_type"].get<std::string>(); };
+    EXPECT_EQ(form(1) + form(2) + form(3), "multi_logcalculationmulti");
+    for (const std::size_t i : {0u, 1u, 2u, 3u, 4u, 6u}) EXPECT_EQ(states.at(i)["log_scale"], i == 1) << i;
+    for (const std::size_t i : {2u, 3u})
+        for (const char* end : {"x_view_min", "x_view_max", "y_view_min", "y_view_max"})
+            EXPECT_NEAR(states[i][end].get<double>(), states[0][end].get<double>(), 0.01) << i << end;
+    const std::pair<const char*, double> zoomed[] = {
+        {"x_view_min", 12}, {"x_view_max", 18}, {"y_view_min", std::exp(7.2)}, {"y_view_max", std::exp(7.8)}};
+    for (const auto& [end, value] : zoomed) EXPECT_NEAR(states[4][end].get<double>(), value, 1e-4 * value) << end;
+    for (std::size_t entry = 0; entry < menus.size() / 2; ++entry)
+        EXPECT_EQ(menus[menus.size() / 2 + entry]["enabled"], menus[entry]["enabled"]) << menus[entry]["id"];
+}
+
+// At 600 pixels a pixel is two units of the page: up to eight of them across are a click.
+TEST_F(Mouse_Modes, AHandThatShakesClicks) {
+    const std::string choose = "cell 1711 3 1 1\npress OK\n";
+    const auto shake = [](int units, const std::string& y = "400") {
+        return "mouse down 600 400\nmouse move 602 400\nmouse move " + std::to_string(600 + units) + ' ' + y + "\nmouse up " +
+               std::to_string(600 + units) + ' ' + y + "\n";
+    };
+    const auto run = Script("resize 600 400\nopen a.xye\nprint state\n" + shake(-8) + "print state\ncommand 40096\ncommand 40093\n" +
+                            shake(8, "420") + "print peaks\ncommand 40097\ncommand 40110\n" + shake(8) +
+                            "print excluded 1\ncommand 40149\n" + choose + shake(8) + "command 40124\n" + choose + shake(8) +
+                            "print state\nkey Escape\ncommand 40124\n" + choose + shake(10) + "print state\nkey Escape\ncommand 40105\n" +
+                            shake(8) + "print state\n" + shake(20) + "print state\nkey Escape\ncommand 40110\n" + shake(10) +
+                            "print excluded 1\n" + shake(10, "420") + "print state\nresize 1200 400\n" + shake(6, "420") + "print state\n");
+    const auto states = run.With("plot_type"), regions = run.With("excluded");
+    const auto view = [&states](std::size_t i) { return std::pair{states.at(i)["x_view_min"], states.at(i)["x_view_max"]}; };
+    EXPECT_EQ(run.With("peaks").at(0)["peaks"].size(), 1u);
+    EXPECT_EQ(regions.at(0)["excluded"].size(), 0u);
+    EXPECT_EQ(regions.at(1)["excluded"].size(), 1u);
+    EXPECT_EQ(Told(run), Texts{"Error selecting X ref. Try again!"});
+    EXPECT_EQ(Hint(states.at(2)), "Select multiply factor to scaling X.");
+    EXPECT_EQ(Hint(states.at(3)), "Select pivot reference point to scaling X.");
+    for (const std::size_t i : {1u, 4u}) EXPECT_EQ(view(i), view(0)) << i;
+    for (const std::size_t i : {5u, 6u, 7u}) EXPECT_NE(view(i), view(i - 1)) << i;  // a drag, and a rectangle of either size of a window
+}
+
 TEST_F(Mouse_Modes, SpectralLinesFollowTheButton) {
     const auto run = Script(
         "open a.xye\nprint menu 40216\ncommand 40220\nprint dialog\npress OK\nset \"Wavelength:\" 4\nprint dialog\npress OK\n"

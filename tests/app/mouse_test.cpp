@@ -89,10 +89,26 @@ TEST_F(Mouse, ReadsThePlaceAndTheNearestCurve) {
             nearest = row + 1;
         }
         pointed[nearest] = true;
-        const std::string pattern = "Pointed Pattern " + std::to_string(nearest);
+        const std::string pattern = "Pointed Pattern " + std::to_string(nearest) + (nearest == 1 ? " a.xye" : " b.xye");
         EXPECT_EQ(states[i + 1]["status"], Json({"", pattern, " X= " + Fixed(x, 4), " Y= " + Fixed(y, 1), "multi"}));
     }
     EXPECT_TRUE(pointed[1] && pointed[2]);
+}
+
+// A hidden row is passed over, and a low view tells more decimals.
+TEST_F(Mouse, ReadsWhatIsShownAsFinelyAsItIsShown) {
+    std::ofstream(directory / "a_name_that_no_bar_has_room_for.xye") << "t\n10 0.02 1\n20 0.52 1\n30 0.12 1\n40 0.22 1\n";
+    const auto states = States(
+        "drop a.xye b.xye;@data move 20 500;?;command 40023;cell 1736 3 1 0;press Apply;press Return;@data move 20 500;?;command 40023;"
+        "cell 1736 3 2 0;press Apply;press Return;@data move 20 500;?;command 40019;drop a_name_that_no_bar_has_room_for.xye;"
+        "@data move 15 0.25;?;drop a_name_that_no_bar_has_room_for.xye;@data move 15 0.25;?");
+    const auto part = [&states](std::size_t i, std::size_t n) { return states.at(i)["status"][n - 1].get<std::string>(); };
+    EXPECT_EQ(part(0, 2), "Pointed Pattern 1 a.xye");
+    EXPECT_EQ(part(1, 2), "Pointed Pattern 2 b.xye");
+    EXPECT_EQ(part(2, 2), "");
+    EXPECT_EQ(part(2, 4), " Y= 500.0");
+    EXPECT_EQ(part(3, 4), " Y= 0.250");
+    EXPECT_EQ(part(4, 2), "Pointed Pattern 1 a_name_that_n\xE2\x80\xA6om_for.xye");
 }
 
 TEST_F(Mouse, ReadsNothingOutsideTheBox) {
@@ -129,7 +145,7 @@ TEST_F(Mouse, ZoomsByARectangleFromAnyCornerAndNotByAClick) {
         script += std::string(";@down right 600 400;?;@down ") + from + ";@move 500 500;@up " + to + ";?";
     const auto states = States(script +
                                ";@down 600 400;@up 600 400;?;@data down 17 400;@data up 17.0015 550;?;@data down 17 400;@data up 18 400;?;"
-                               "@down middle 300 300;@move 500 500;@up middle 700 600;?;@data down 17 400;@data up 17.0025 401;?");
+                               "@down middle 300 300;@move 500 500;@up middle 700 600;?;@data down 17 400;@data up 17.3 401;?");
     const Limits whole = View_Of(states.at(0));
     for (std::size_t i = 1; i < 8; i += 2) {
         Expect_View(states.at(i - 1), whole, "right button");
@@ -137,7 +153,7 @@ TEST_F(Mouse, ZoomsByARectangleFromAnyCornerAndNotByAClick) {
         EXPECT_EQ(states[i]["drawn_x1"], states[i]["x_view_min"]);
     }
     for (const std::size_t i : {8u, 9u, 10u, 11u}) Expect_Same_View(states.at(i), states[7], std::to_string(i));
-    EXPECT_NEAR(View_Of(states.at(12)).x2 - View_Of(states[12]).x1, 0.0025, 1e-5);
+    EXPECT_NEAR(View_Of(states.at(12)).x2 - View_Of(states[12]).x1, 0.3, 1e-5);
 }
 
 TEST_F(Mouse, TheWheelKeepsThePlaceUnderThePointer) {
@@ -174,7 +190,7 @@ TEST_F(Mouse, WhatMakesARectangleOrADragLapse) {
             const auto states =
                 States("drop a.xye b.xye;" + mode + "@down 300 300;@move 600 500;" + lapse + ";?;@move 700 600;@up 800 600;?");
             Expect_Same_View(states.at(1), states.at(0), mode + lapse);
-            EXPECT_EQ(states[1]["MoveMode"], mode.empty() || lapse != "key Escape" ? 0 : 1) << lapse;
+            EXPECT_EQ(states[1]["MoveMode"], 0) << lapse;
         }
         const auto states = States("drop a.xye;" + mode +
                                    "@down 300 300;@move 400 400;command 40019;?;@move 500 500;@up 500 500;@wheelup 500 500;"
@@ -187,7 +203,8 @@ TEST_F(Mouse, WhatMakesARectangleOrADragLapse) {
 TEST_F(Mouse, TheHandDragsAtHalfItsSpeed) {
     const Run_Result run =
         Do("drop a.xye;command 40105;print menu 40105;print menu 40113;?;@down 600 400;@move 700 450;@move 900 500;?;@move 1100 500;?;"
-           "@move 950 300;?;key Escape;?;@move 500 300;@down 600 400;@move 650 420;@up 650 420;@move 800 600;?;@down middle 500 500;"
+           "@move 950 300;?;key Escape;?;command 40105;@move 500 300;@down 600 400;@move 650 420;@up 650 420;@move 800 600;?;@down middle "
+           "500 500;"
            "@move 510 510;@up middle 510 510;@down 100 100;@move 500 500;?;@down right 500 500;?;print menu 40105;print menu 40113;"
            "command 40105;command 40113;?;command 40105;key Escape;?");
     const auto menu = run.With("built"), states = run.With("plot_type");
@@ -202,7 +219,7 @@ TEST_F(Mouse, TheHandDragsAtHalfItsSpeed) {
     Expect_Same_View(states.at(4), states[0], "Escape: where the drag began");
     Expect_View(states.at(5), shifted(50, 20), "a new drag, then a free hand");
     Expect_Same_View(states.at(6), states[5], "another button, and a begin outside the view");
-    for (const std::size_t i : {4u, 7u, 8u, 9u}) EXPECT_EQ(states.at(i)["MoveMode"], i == 4 ? 1 : 0) << i;
+    for (const std::size_t i : {4u, 7u, 8u, 9u}) EXPECT_EQ(states.at(i)["MoveMode"], 0) << i;
 }
 
 TEST_F(Mouse, ACommandInTheMiddleOfADragDoesNotThrowTheHandOff) {
@@ -218,7 +235,7 @@ TEST_F(Mouse, NothingStaysOfTheReadOutsBehindAReset) {
 
 TEST_F(Mouse, APointWithoutANumberIsNotNear) {
     std::ofstream(directory / "nan.xye") << "t\n10 nan 1\n11 500 1\n12 500 1\n13 500 1\n";
-    EXPECT_EQ(States("drop nan.xye a.xye;@data move 10.5 500;?").at(0)["status"][1], "Pointed Pattern 2");
+    EXPECT_EQ(States("drop nan.xye a.xye;@data move 10.5 500;?").at(0)["status"][1], "Pointed Pattern 2 a.xye");
 }
 
 TEST_F(Mouse, ViewsGoBackAndForward) {
@@ -261,7 +278,7 @@ TEST_F(Mouse, TheLogarithmicFormReadsAndZoomsInLogUnits) {
     const auto states = States(
         "drop a.xye b.xye;command 40226;@data move 20 5.5;?;@data down 12 5;@data up 22 6.25;?;command 40105;@data down 15 5.5;"
         "@data move 16 5.75;?");
-    EXPECT_EQ(states.at(0)["status"], Json({"", " N= 101", " X= 20.0000", " Y= 5.5", "multi_log"}));
+    EXPECT_EQ(states.at(0)["status"], Json({"", " N= 101", " X= 20.0000", " Y= 5.50", "multi_log"}));
     EXPECT_LT(View_Of(states[0]).y2, std::log(900.0));
     Expect_View(states.at(1), {12, 22, 5, 6.25}, "zoom");
     Expect_View(states.at(2), {11.5, 21.5, 4.875, 6.125}, "drag");

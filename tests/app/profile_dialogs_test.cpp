@@ -126,5 +126,20 @@ TEST_F(Profile_Dialogs, ExcludedRegionsAreGivenListedAndDeleted) {
     EXPECT_EQ(lists.at(3)["excluded"].size() + lists.at(4)["excluded"].size(), 0u);
 }
 
+// Its fit and its reflections are there already, whatever was done to it since.
+TEST_F(Profile_Dialogs, ARefinedProfileKeepsItsBarsAndItsCurvesThroughTheForms) {
+    const std::string look = "print state\nprint menu 40095\nprint menu 40154\nprint menu 40099\nprint picture\n";
+    const auto run =
+        Script("drop refined.prf\n" + look + "command 40096\ncommand 40097\n" + look + "command 40138\ncommand 40139\n" + look +
+               "drop a.xye\nprint state\nprint picture\ncommand 40226\nprint state\ncommand 40138\ncommand 40139\nprint state\n"
+               "print picture\n");
+    EXPECT_EQ(run.status, 0) << run.errors;
+    const auto states = run.With("plot_type"), pictures = run.With("markers");
+    for (const Json& menu : run.With("built")) EXPECT_FALSE(menu["enabled"]) << menu["id"];
+    for (const Json& state : states) EXPECT_TRUE(state["prf_loaded"] && state["ProfilePRFactive"] == 1);
+    for (const std::size_t i : {1u, 2u}) EXPECT_EQ(pictures.at(i), pictures.at(0)) << i;
+    EXPECT_EQ(pictures.at(4), pictures.at(3));  // out of the logarithms, by way of a calculation
+}
+
 }  // namespace
 }  // namespace vntl

@@ -8,15 +8,13 @@ namespace vntl {
 
 namespace {
 
-void Fit_On(Application& app) {
-    Begin_Mode(app.session, Click_Mode::fit, "Select the range for fitting procedure on two Background points");
-}
+void Fit_On(Application& app) { Begin_Mode(app.session, Click_Mode::fit); }
 
 void Fit_Off(Application& app) {
     Session& session = app.session;
     if (session.store.nperfiles() == 0) return;
     session.lists.fit.done = false;
-    session.store.prf_loaded = false;
+    session.store.prf_loaded = session.store.ProfilePRFactive != 0;
     End_Mode(session, true);
 }
 

@@ -13,11 +13,11 @@ struct Gesture {
     std::string_view hand, effect;
 };
 constexpr Gesture gestures[] = {
-    {"Move the mouse", "Reads x, y, the point's number or the nearest pattern, and d"},
+    {"Move the mouse", "Reads x, y, the point's number or the nearest shown pattern, and d"},
     {"Left button, drag", "Draws a rectangle; releasing it makes it the view"},
     {"Right button", "Back to the whole range"},
     {"Wheel", "A narrower or wider range of x about the pointer"},
-    {"Escape", "Lets a rectangle or a drag lapse, ends a mode of the mouse"},
+    {"Escape", "Lets a rectangle or a drag lapse, ends a mode of the mouse, an insertion or a deletion"},
     {"Alt+Left, Alt+Right", "Back and forward through the views; mice with such buttons do the same"},
     {"Ctrl+Left, Ctrl+Right", "Moves the view by a tenth of its width"},
     {"Ctrl+Home, Ctrl+End", "Moves the view to the first or the last point"},
@@ -29,7 +29,7 @@ constexpr Gesture gestures[] = {
     {"Peaks or background enabled, click", "Inserts or deletes at the pointer, as chosen in the menu"},
     {"Select excluded regions, drag", "The stretch drawn over is excluded"},
     {"Offset/Align, drag", "Moves the chosen profiles from where the drag began to where it ends"},
-    {"Scaling X, Scaling Y", "A click on a place that stays, then a drag of a place beside it"},
+    {"Scaling X, Scaling Y", "A click on a reference, then a drag: x, or y, is multiplied by the drag's end divided by the reference"},
     {"Spectral lines enabled, left button", "Lines where the peak would stand for the tube's other wavelengths"},
     {"Ctrl+Z, Ctrl+Shift+Z", "Takes the last change of profiles or lists back, and makes it again"},
     {"Ctrl+C, Ctrl+Shift+C", "Copies the picture, or the points in view as text"},

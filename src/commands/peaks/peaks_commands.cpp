@@ -6,13 +6,14 @@
 #include "commands/peaks/search_dialogs.hpp"
 #include "plot/plot.hpp"
 #include "session/changes.hpp"
+#include "session/modes.hpp"
 
 namespace vntl {
 
 namespace {
 
-void Peaks_On(Application& app) { Begin_Mode(app.session, Click_Mode::peaks, "Peaks allocation: "); }
-void Background_On(Application& app) { Begin_Mode(app.session, Click_Mode::background, "Background allocation: "); }
+void Peaks_On(Application& app) { Begin_Mode(app.session, Click_Mode::peaks); }
+void Background_On(Application& app) { Begin_Mode(app.session, Click_Mode::background); }
 void Mode_Off(Application& app) { End_Mode(app.session); }
 
 template <Status (*search)(Session&)>
@@ -30,30 +31,9 @@ void Clear(Session& session, std::vector<Mark>& list, std::string text) {
 void Clear_Peaks(Application& app) { Clear(app.session, app.session.lists.peaks, "emptied list of peaks"); }
 void Clear_Background(Application& app) { Clear(app.session, app.session.lists.background, "emptied list of background points"); }
 
-// A click inserts into a list, or deletes from it.
-void Choose_Click(Session& session, bool& chosen, bool& other, std::string_view hint) {
-    chosen = true;
-    other = false;
-    session.interface.cursor = Cursor_Shape::cross;
-    session.interface.Status_Text(1, std::string(hint));
-    ++session.interface.revision;
-}
-
-void Insert_Peak(Application& app) {
-    Plot_State& plot = app.session.plot;
-    Choose_Click(app.session, plot.peak_insert, plot.peak_delete, "Peaks allocation: Insert peak");
-}
-void Delete_Peak(Application& app) {
-    Plot_State& plot = app.session.plot;
-    Choose_Click(app.session, plot.peak_delete, plot.peak_insert, "Peaks allocation: Delete peak");
-}
-void Insert_Background(Application& app) {
-    Plot_State& plot = app.session.plot;
-    Choose_Click(app.session, plot.bgr_insert, plot.bgr_delete, "Background allocation: Insert point");
-}
-void Delete_Background(Application& app) {
-    Plot_State& plot = app.session.plot;
-    Choose_Click(app.session, plot.bgr_delete, plot.bgr_insert, "Background allocation: Delete point");
+template <List_Click click>
+void Choose_Click(Application& app) {
+    Enter_Mode(app.session, click);
 }
 
 constexpr Command commands[] = {
@@ -63,8 +43,8 @@ constexpr Command commands[] = {
     {command::search_peaks, "Auto detection", "", Search<Search_Peaks>, "", "Find the peaks"},
     {command::search_satellites, "Satellites detection", "", Search<Search_Satellites>, "",
      "Find the peaks that a refinement does not explain"},
-    {command::insert_peak, "Insert peak", "", Insert_Peak, "", "A click adds a peak"},
-    {command::delete_peak, "Delete peak", "", Delete_Peak, "", "A click takes a peak away"},
+    {command::insert_peak, "Insert peak", "", Choose_Click<List_Click::insert_peak>, "", "A click adds a peak"},
+    {command::delete_peak, "Delete peak", "", Choose_Click<List_Click::delete_peak>, "", "A click takes a peak away"},
     {command::clear_peaks, "Clear all", "", Clear_Peaks, "", "Empty the list of peaks"},
     {command::save_peaks_menu, "Save peaks", "", Open_Popup, "", ""},
     {command::save_peaks_free, "Free Format", "", nullptr, "", "Write the peaks as a plain list"},
@@ -76,8 +56,9 @@ constexpr Command commands[] = {
     {command::background_on, "Enable", "background", Background_On, "", "Work on the list of background points"},
     {command::background_off, "Disabled", "", Mode_Off, "", "Leave the list of background points"},
     {command::search_background, "Auto detection", "", Search<Search_Background>, "", "Find background points"},
-    {command::insert_background, "Insert point", "", Insert_Background, "", "A click adds a background point"},
-    {command::delete_background, "Delete point", "", Delete_Background, "", "A click takes a background point away"},
+    {command::insert_background, "Insert point", "", Choose_Click<List_Click::insert_background>, "", "A click adds a background point"},
+    {command::delete_background, "Delete point", "", Choose_Click<List_Click::delete_background>, "",
+     "A click takes a background point away"},
     {command::clear_background, "Clear all", "", Clear_Background, "", "Empty the list of background points"},
     {command::save_background, "Save background", "", nullptr, "", "Write the background points"},
 };

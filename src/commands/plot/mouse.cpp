@@ -13,20 +13,23 @@ namespace vntl {
 
 namespace {
 
-constexpr float least_zoom = 0.002f;  // data units: a narrower rectangle is a click
-constexpr float margin = 0.05f;       // of the range, kept above and below on the way back
-constexpr double wheel_step = 0.8;    // of the width that a step of the wheel leaves
+constexpr float narrowest_view = 0.002f;  // data units that the wheel goes down to
+constexpr float narrowest_zoom = 1e-6f;   // of x itself: less than that holds no two numbers of single precision
+constexpr float margin = 0.05f;           // of the range, kept above and below on the way back
+constexpr double wheel_step = 0.8;        // of the width that a step of the wheel leaves
 
 void Finish_Rectangle(Session& session, Ask& ask) {
     Plot_State& plot = session.plot;
     const Rubber_Shape rubber = plot.rubber;
     Lapse_Rubber(session);
     const Data_Point a = In_Data(plot, rubber.x0, rubber.y0), b = In_Data(plot, rubber.x1, rubber.y1);
-    const bool wide = std::fabs(a.x - b.x) > least_zoom;
-    const bool zoom = wide && a.y != b.y && plot.Show({std::min(a.x, b.x), std::max(a.x, b.x), std::min(a.y, b.y), std::max(a.y, b.y)});
+    const bool click = Is_Click(rubber);
+    const bool wide = std::fabs(a.x - b.x) > narrowest_zoom * std::max(std::fabs(a.x), std::fabs(b.x));
+    const bool zoom =
+        !click && wide && a.y != b.y && plot.Show({std::min(a.x, b.x), std::max(a.x, b.x), std::min(a.y, b.y), std::max(a.y, b.y)});
     if (zoom) return Plot_Redraw(session);
     plot.Show({plot.drawn.x1, plot.drawn.x2, plot.drawn.y1, plot.drawn.y2});
-    if (!wide && plot.plot_type == Plot_Form::calculation && Inside(plot, b)) Click(session, ask, b.x, b.y);
+    if (click && plot.plot_type == Plot_Form::calculation && Inside(plot, b)) Click(session, ask, b.x, b.y);
 }
 
 // The whole range again. A running calculation keeps its form and its marks.
@@ -48,7 +51,7 @@ void Turn_Wheel(Session& session, Data_Point at, bool closer) {
     const double factor = closer ? wheel_step : 1 / wheel_step;
     const auto lo = static_cast<float>(at.x + (static_cast<double>(plot.x_view_min) - at.x) * factor);
     const auto hi = static_cast<float>(at.x + (static_cast<double>(plot.x_view_max) - at.x) * factor);
-    if (!(hi - lo > least_zoom) || !plot.Show({lo, hi, plot.y_view_min, plot.y_view_max})) return;
+    if ((closer && !(hi - lo > narrowest_view)) || !plot.Show({lo, hi, plot.y_view_min, plot.y_view_max})) return;
     Plot_Redraw(session);
 }
 
@@ -60,6 +63,9 @@ void Shift_View(Plot_State& plot, double x, double y) {
 // Half of the movement on the page, which holds whatever a command makes of the view meanwhile.
 void Follow_Hand(Session& session, const WIN_MESSAGE& record) {
     Plot_State& plot = session.plot;
+    plot.drag.follows =
+        plot.drag.follows || !Within_A_Click(Pixels_Across(record.x - plot.drag.x)) || !Within_A_Click(Pixels_Up(record.y - plot.drag.y));
+    if (!plot.drag.follows) return;
     const Data_Point before = In_Data(plot, plot.drag.x, plot.drag.y), at = In_Data(plot, record.x, record.y);
     plot.drag.x = record.x;
     plot.drag.y = record.y;
@@ -122,27 +128,23 @@ void Release_Left(Session& session, Ask& ask, const WIN_MESSAGE& record, Data_Po
 
 void Cancel_Mouse(Session& session) {
     Plot_State& plot = session.plot;
-    if (plot.spectral.shown) return Show_Spectral_Lines(session, false, plot.spectral.at);
-    if (plot.rubber.active) return Lapse_Rubber(session);
-    if (!plot.drag.active) return Leave_Mode(session);
-    plot.Show(plot.drag.from);
-    End_Drag(session);
-    Plot_Redraw(session);
+    const bool dragged = plot.drag.active;
+    if (dragged) plot.Show(plot.drag.from);
+    if (plot.spectral.shown) Show_Spectral_Lines(session, false, plot.spectral.at);
+    Lapse_Rubber(session);
+    if (In_Mode(session)) End_Mode_Of_Mouse(session);
+    if (dragged) Plot_Redraw(session);
 }
 
 void Cancel_Modes(Session& session) {
     Lapse_Rubber(session);
-    End_Drag(session);
-    Leave_Mode(session);
+    if (session.plot.MoveMode != Move_Mode::none) End_Mode_Of_Mouse(session);
 }
 
-void Start_Drag_Mode(Session& session) {
-    Enter_Mode(session, Move_Mode::drag, Cursor_Shape::hand, "", command::drag);
-    session.interface.Enable(command::drag_end, true);
-}
+void Start_Drag_Mode(Session& session) { Enter_Mode(session, Move_Mode::drag, Cursor_Shape::hand, "", command::drag); }
 
 void End_Drag_Mode(Session& session) {
-    if (session.plot.MoveMode == Move_Mode::drag) Leave_Mode(session);
+    if (session.plot.MoveMode == Move_Mode::drag) End_Mode_Of_Mouse(session);
 }
 
 void MouseMovement_DragPlot(Session& session, Ask&, const Message& message) {
@@ -154,7 +156,7 @@ void MouseMovement_DragPlot(Session& session, Ask&, const Message& message) {
         case Message_Kind::mouse_down:
             if (record.value1 == right_button) return End_Drag_Mode(session);
             if (record.value1 != left_button || !Inside(plot, at)) break;
-            plot.drag = {true, record.x, record.y, plot.Shown_View()};
+            plot.drag = {true, false, record.x, record.y, plot.Shown_View()};
             Want_Button_Up(session, true);
             break;
         case Message_Kind::mouse_move:

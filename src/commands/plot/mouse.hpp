@@ -2,7 +2,8 @@
 //
 // Read-outs follow every move: part 3 and 4 of the status bar show x and y, part 2 the point of row 1 or, with several rows, the row
 // nearest in y; part 1 the spacing d that belongs to x, where nothing else is said there. No move redraws the plot but a drag of it.
-// A right button, Escape and a change of the plot form end a mode and change nothing.
+// A right button, Escape and a change of the plot form end a mode and change nothing. A hand that moves by up to 4 pixels of the screen
+// across between press and release has clicked.
 #pragma once
 
 #include <vector>
@@ -34,21 +35,26 @@ void End_Drag_Mode(Session&);
 void MouseMovement_SelExclReg(Session&, Ask&, const Message& message);
 void Start_Exclude_Mode(Session&);
 
-// A line from where a place of the curves is to where it shall be moves the rows.
+// A line from where a place of the curves is to where it shall be moves the rows. A click, here along both axes, moves none.
 void MouseMovement_OffsetAlign(Session&, Ask&, const Message& message);
 void Start_Align_Mode(Session&, std::vector<int> rows);
 
-// A click on a pivot, then a drag of a place beside it: x, or y, of the rows grows by the ratio of the drag's end to the pivot.
+// A click on a pivot, then a drag of a place beside it: x, or y, of the rows is multiplied by the ratio of the drag's end to the pivot,
+// so that what stood at the pivot comes to stand at the end.
 void MouseMovement_ScalingX(Session&, Ask&, const Message& message);
 void MouseMovement_ScalingY(Session&, Ask&, const Message& message);
 void Start_Scaling_Mode(Session&, Move_Mode mode, std::vector<int> rows);  // scale_x or scale_y
+
+// What was told in the line of hints gives way to what the user does next; the hint of a mode stands there again.
+void Forget_Note(Session&);
 
 void Clear_Read_Outs(Session&);  // there is nothing to point at any more
 
 // Shapes and drags lapse, and the mode of the mouse ends.
 void Cancel_Modes(Session&);
 
-// What Escape does: a shape that is being drawn lapses, a drag goes back to where it began, and a mode of the mouse ends.
+// What Escape does: a shape that is being drawn lapses, a drag goes back to where it began, and a mode of the mouse, an insertion or a
+// deletion ends.
 void Cancel_Mouse(Session&);
 
 }  // namespace vntl

@@ -12,8 +12,6 @@ namespace vntl {
 
 namespace {
 
-constexpr float most_of_a_click = 0.02f;  // data units between press and release at the pivot
-
 bool Confirmed(Ask& ask, std::string text) {
     return ask.Box({Box_Buttons::yes_no, Box_Icon::question, 1, std::move(text), "Confirmation"}) == Box_Answer::yes;
 }
@@ -32,13 +30,14 @@ void Finish_Line(Session& session, Ask& ask) {
     const std::vector<int> rows = session.plot.row_move.rows;
     const Data_Point from = In_Intensity(session.plot, rubber.x0, rubber.y0), to = In_Intensity(session.plot, rubber.x1, rubber.y1);
     const float dx = to.x - from.x, dy = to.y - from.y;
-    Leave_Mode(session);
+    End_Mode_Of_Mouse(session);
+    if (Is_Click(rubber) && Within_A_Click(Pixels_Up(rubber.y1 - rubber.y0))) return;
     const std::string text = "The following profiles will be shift to\nthe relative position: " + IRealToString(dx) + " , " +
                              IRealToString(dy) + Row_Names(session, rows);
     Move_Confirmed(session, ask, text, [&] { return Offset_Rows(session, rows, dx, dy); });
 }
 
-// --- scaling about a pivot at which the axis stays ---------------------------------------------------------------------------------
+// --- scaling by what takes a pivot to another place --------------------------------------------------------------------------------
 
 // The axis that is scaled; everything else of the two modes is one.
 struct Axis {
@@ -47,14 +46,15 @@ struct Axis {
     double Plot_State::Place::*place;
     double Rubber_Shape::*from;
     double Rubber_Shape::*to;
+    double (*pixels)(double page_units);
 };
 const Axis& Axis_Of(const Plot_State& plot) {
-    static const Axis x{"X", &Data_Point::x, &Plot_State::Place::x, &Rubber_Shape::x0, &Rubber_Shape::x1};
-    static const Axis y{"Y", &Data_Point::y, &Plot_State::Place::y, &Rubber_Shape::y0, &Rubber_Shape::y1};
+    static const Axis x{"X", &Data_Point::x, &Plot_State::Place::x, &Rubber_Shape::x0, &Rubber_Shape::x1, Pixels_Across};
+    static const Axis y{"Y", &Data_Point::y, &Plot_State::Place::y, &Rubber_Shape::y0, &Rubber_Shape::y1, Pixels_Up};
     return plot.MoveMode == Move_Mode::scale_x ? x : y;
 }
 
-void Hint(Session& session, const std::string& text) { session.interface.Status_Text(1, text); }
+void Hint(Session& session, const std::string& text) { session.interface.Hint(text); }
 std::string Pivot_Hint(const Axis& axis) { return "Select pivot reference point to scaling " + axis.name + "."; }
 std::string Factor_Hint(const Axis& axis) { return "Select multiply factor to scaling " + axis.name + "."; }
 
@@ -62,13 +62,14 @@ void Finish_Pivot(Session& session, Ask& ask) {
     Plot_State& plot = session.plot;
     const Axis& axis = Axis_Of(plot);
     const Rubber_Shape rubber = plot.rubber;
-    const float from = In_Data(plot, rubber.x0, rubber.y0).*axis.value, to = In_Data(plot, rubber.x1, rubber.y1).*axis.value;
+    const float at = In_Data(plot, rubber.x1, rubber.y1).*axis.value;
+    const double jitter = axis.pixels(rubber.*axis.to - rubber.*axis.from);
     const float value = In_Intensity(plot, rubber.x1, rubber.y1).*axis.value;
     Lapse_Rubber(session);
-    if (std::fabs(to - from) > most_of_a_click) return ask.Error("Error selecting " + axis.name + " ref. Try again!");
+    if (!Within_A_Click(jitter)) return ask.Error("Error selecting " + axis.name + " ref. Try again!");
     if (!std::isnormal(value)) return ask.Error("The reference is 0: no factor leads away from it. Try again!");
     plot.row_move.has_pivot = true;
-    plot.row_move.pivot = to;
+    plot.row_move.pivot = at;
     Hint(session, Factor_Hint(axis));
     Plot_Repaint(session);
 }
@@ -104,7 +105,7 @@ void Finish_Factor(Session& session, Ask& ask) {
     const std::vector<int> rows = plot.row_move.rows;
     const double pivot = plot.Pivot_Place();
     const float factor = In_Intensity(plot, plot.rubber.x1, plot.rubber.y1).*axis.value / (In_Intensity(plot, pivot, pivot).*axis.value);
-    Leave_Mode(session);
+    End_Mode_Of_Mouse(session);
     const std::string text = "The following profiles will be scaling at " + axis.name + " according\nto following equation: " + axis.name +
                              "' = " + IRealToString(factor) + axis.name + Row_Names(session, rows);
     Move_Confirmed(session, ask, text,
@@ -119,7 +120,7 @@ void MouseMovement_Scaling(Session& session, Ask& ask, const Message& message) {
     const bool second_stage = plot.row_move.has_pivot;
     switch (message.kind) {
         case Message_Kind::mouse_down:
-            if (record.value1 == right_button) return Leave_Mode(session);
+            if (record.value1 == right_button) return End_Mode_Of_Mouse(session);
             if (record.value1 != left_button || !Inside(plot, In_Data(plot, at.x, at.y))) break;
             second_stage ? Start_Factor(session, at) : Start_Rubber(session, Rubber_Kind::line, at);
             break;
@@ -163,7 +164,7 @@ void MouseMovement_OffsetAlign(Session& session, Ask& ask, const Message& messag
     const Plot_State::Place at{record.x, record.y};
     switch (message.kind) {
         case Message_Kind::mouse_down:
-            if (record.value1 == right_button) return Leave_Mode(session);
+            if (record.value1 == right_button) return End_Mode_Of_Mouse(session);
             if (record.value1 == left_button && Inside(plot, In_Data(plot, at.x, at.y))) Start_Rubber(session, Rubber_Kind::line, at);
             break;
         case Message_Kind::mouse_move:

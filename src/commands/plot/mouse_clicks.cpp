@@ -67,7 +67,7 @@ void Set_Upper_Limit(Session& session, Ask& ask, float x, float y) {
     fit.upper_set = true;
     fit.a2 = x;
     fit.b2 = y;
-    session.interface.Status_Text(1, "From now, you only need add/delete peaks into the range defined previously");
+    session.interface.Hint("From now, you only need add/delete peaks into the range defined previously");
 }
 
 // A click on a peak takes it away, unless peaks are being added; anywhere else in the window it adds one.
@@ -82,10 +82,10 @@ void Change_Fit_Peaks(Session& session, Ask& ask, float x, float y) {
     if (x < fit.a1 || x > fit.a2) return;
     if (deletes) {
         fit.peaks.erase(found);
-        return session.interface.Status_Text(1, "A peak has been deleted");
+        return session.interface.Hint("A peak has been deleted");
     }
     fit.peaks.push_back({x, y});
-    session.interface.Status_Text(1, "A peak has been added");
+    session.interface.Hint("A peak has been added");
 }
 
 // Two points of the background limit the window, then clicks in it choose its peaks.
@@ -98,7 +98,7 @@ void Click_In_Fit(Session& session, Ask& ask, float x, float y) {
     fit.lower_set = true;
     fit.a1 = x;
     fit.b1 = y;
-    session.interface.Status_Text(1, "Select now the upper limit on background points");
+    session.interface.Hint("Select now the upper limit on background points");
 }
 
 }  // namespace

@@ -22,8 +22,8 @@ void Finish_Band(Session& session, Ask& ask) {
     const Rubber_Shape rubber = session.plot.rubber;
     const float a = In_Data(session.plot, rubber.x0, rubber.y0).x, b = In_Data(session.plot, rubber.x1, rubber.y1).x;
     const float lo = std::min(a, b), hi = std::max(a, b);
-    Leave_Mode(session);
-    if (!(lo < hi)) return;  // a click marks nothing
+    End_Mode_Of_Mouse(session);
+    if (Is_Click(rubber) || !(lo < hi)) return;  // a click marks nothing
     const bool alone = session.store.nperfiles() == 1;
     const Status status = alone ? Exclude_In_Row(session, 1, lo, hi) : Insert_Excluded_Region(session, ask, lo, hi);
     if (status.to_tell()) ask.Error(status.message);
@@ -42,7 +42,7 @@ void MouseMovement_SelExclReg(Session& session, Ask& ask, const Message& message
     const Plot_State::Place held = Held_In_Box(session.plot, {record.x, record.y});
     switch (message.kind) {
         case Message_Kind::mouse_down:
-            if (record.value1 == right_button) return Leave_Mode(session);
+            if (record.value1 == right_button) return End_Mode_Of_Mouse(session);
             if (record.value1 == left_button) Start_Rubber(session, Rubber_Kind::band, held);
             break;
         case Message_Kind::mouse_move:

@@ -9,6 +9,7 @@
 #include "base/text.hpp"
 #include "plot/plot.hpp"
 #include "session/xspace.hpp"
+#include "toolkit/window.hpp"
 
 namespace vntl {
 
@@ -16,14 +17,16 @@ namespace {
 
 constexpr std::string_view spacing_mark = " d= ";
 constexpr std::size_t most_names = 20;
+constexpr std::size_t longest_name = 28;  // characters of a file's name that the status bar has room for
+constexpr int width_info = 1, height_info = 2;
 
-// The row whose curve is nearest in y among those that reach the place; 0 for none.
+// The shown row whose curve is nearest in y among those that reach the place; 0 for none.
 int Nearest_Row(const Profile_Store& store, Data_Point at) {
     int nearest = 0;
     float least = 0;
     for (int row = 1; row <= store.nperfiles(); ++row) {
         const Diffraction_Pattern_Type& pattern = store.Pattern(row);
-        if (at.x < pattern.xmin || at.x > pattern.xmax) continue;
+        if (!store.shown(row) || at.x < pattern.xmin || at.x > pattern.xmax) continue;
         const std::size_t point = Point_At(pattern, at.x);
         if (point == 0) continue;
         const float distance = std::fabs(pattern.y[point - 1] - at.y);
@@ -40,12 +43,36 @@ std::string Number(const char* format, double value) {
     return text.data();
 }
 
+// One decimal tells an intensity; a view of less than 10 is told apart to a hundredth of its height or finer.
+std::string Intensity(const View& view, float y) {
+    constexpr double fine_view = 10;
+    constexpr int most_digits = 12;
+    const double span = std::fabs(static_cast<double>(view.y2) - view.y1);
+    const bool fine = span > 0 && span < fine_view;
+    const int digits = fine ? std::min(2 - static_cast<int>(std::floor(std::log10(span))), most_digits) : 1;
+    std::array<char, 64> text{};
+    std::snprintf(text.data(), text.size(), "%.*f", digits, static_cast<double>(y));
+    return text.data();
+}
+
 // The spacing stands in the line of hints, but never in the place of one. What just happened it does replace.
 void Show_Spacing(Session& session, std::optional<double> d) {
     Interface_State& bar = session.interface;
     const std::string& hint = bar.status.front();
     if (!bar.passing && !Trim(hint).empty() && !hint.starts_with(spacing_mark)) return;
     bar.Status_Text(1, d ? std::string(spacing_mark) + Number("%.5f", *d) + " \u00c5" : "");
+}
+
+// What the pointer is at: the nearest of several curves, else the point of the first one that is shown.
+std::string Pointed_Text(const Session& session, Data_Point at) {
+    const Profile_Store& store = session.store;
+    const int row = session.plot.plot_type == Plot_Form::multi ? Nearest_Row(store, at) : 0;
+    if (row != 0) {
+        const std::string name(Trim(store.Info(row).file_name));
+        return "Pointed Pattern " + std::to_string(row) + (name.empty() ? "" : " ") + Elide_Middle(name, longest_name);
+    }
+    const int first = store.First_Shown();
+    return first == 0 ? "" : " N= " + std::to_string(Point_At(store.Pattern(first), at.x));
 }
 
 }  // namespace
@@ -80,13 +107,9 @@ void Show_Read_Outs(Session& session, Data_Point at) {
         for (const int part : {2, 3, 4}) bar.Status_Text(part, "");
         return;
     }
-    const int row = session.plot.plot_type == Plot_Form::multi ? Nearest_Row(session.store, at) : 0;
-    if (row != 0)
-        bar.Status_Text(2, "Pointed Pattern " + std::to_string(row));
-    else
-        bar.Status_Text(2, " N= " + std::to_string(Point_At(session.store.Pattern(1), at.x)));
+    bar.Status_Text(2, Pointed_Text(session, at));
     bar.Status_Text(3, " X= " + Number("%.4f", at.x));
-    bar.Status_Text(4, " Y= " + Number("%.1f", at.y));
+    bar.Status_Text(4, " Y= " + Intensity(session.plot.drawn, at.y));
 }
 
 void Want_Button_Up(Session& session, bool on) {
@@ -113,30 +136,24 @@ void Lapse_Rubber(Session& session) {
     Plot_Repaint(session);
 }
 
-void Enter_Mode(Session& session, Move_Mode mode, Cursor_Shape cursor, std::string_view hint, int command) {
+void End_Mode_Of_Mouse(Session& session) {
     Leave_Mode(session);
-    session.plot.MoveMode = mode;
-    session.interface.cursor = cursor;
-    session.interface.Status_Text(1, std::string(hint));
-    if (command != 0) session.interface.Enable(command, false);
-    ++session.interface.revision;
-}
-
-void Leave_Mode(Session& session) {
-    Plot_State& plot = session.plot;
-    if (plot.MoveMode == Move_Mode::none) return;
-    Interface_State& menu = session.interface;
-    plot.MoveMode = Move_Mode::none;
-    plot.drag = {};
-    plot.row_move = {};
-    plot.rubber = {};
-    Want_Button_Up(session, false);
-    menu.cursor = Cursor_Shape::arrow;
-    menu.Enable(command::drag_end, false);
-    for (const int id : {command::drag, command::select_excluded}) menu.Enable(id, true);
-    menu.Status_Text(1, "");
     Plot_Repaint(session);
 }
+
+double Pixels_Across(double page_units) {
+    WindowSelect(main_window);
+    return page_units * WInfoWindow(width_info) / page_width;
+}
+
+double Pixels_Up(double page_units) {
+    WindowSelect(main_window);
+    return page_units * WInfoWindow(height_info) / page_height;
+}
+
+bool Within_A_Click(double pixels) { return std::fabs(pixels) <= most_pixels_of_a_click; }
+
+bool Is_Click(const Rubber_Shape& rubber) { return Within_A_Click(Pixels_Across(rubber.x1 - rubber.x0)); }
 
 bool Has_Meaning(const Session& session, const WIN_MESSAGE& record) {
     return session.plot.Is_2D() && session.store.nperfiles() > 0 && std::isfinite(record.x) && std::isfinite(record.y);
@@ -147,6 +164,11 @@ std::string Row_Names(const Session& session, const std::vector<int>& rows) {
     for (std::size_t i = 0; i < std::min(rows.size(), most_names); ++i) names += "\n" + session.store.Info(rows[i]).file_name;
     if (rows.size() > most_names) names += "\nand " + std::to_string(rows.size() - most_names) + " more";
     return names;
+}
+
+void Forget_Note(Session& session) {
+    Interface_State& bar = session.interface;
+    if (bar.status.front() != bar.hint && !bar.status.front().starts_with(spacing_mark)) bar.Status_Text(1, bar.hint);
 }
 
 void Clear_Read_Outs(Session& session) {

@@ -3,6 +3,7 @@
 
 #include <vector>
 
+#include "session/modes.hpp"
 #include "session/session.hpp"
 #include "toolkit/messages.hpp"
 
@@ -34,10 +35,15 @@ void Move_Rubber(Session&, Plot_State::Place to);
 void Lapse_Rubber(Session&);
 void Want_Button_Up(Session&, bool on);
 
-// A mode of the mouse takes the place of the present one; `command` is disabled while it lasts, 0 for none.
-void Enter_Mode(Session&, Move_Mode mode, Cursor_Shape cursor, std::string_view hint, int command = 0);
-// Back to no mode: shapes lapse, the commands of the mode are free again, the hint goes.
-void Leave_Mode(Session&);
+// Leaves the mode, and what it had drawn goes from the screen.
+void End_Mode_Of_Mouse(Session&);
+
+// A hand that lets go of a button has moved a little: so far it has clicked.
+inline constexpr double most_pixels_of_a_click = 4;
+double Pixels_Across(double page_units);  // of the window as it is now, along x
+double Pixels_Up(double page_units);      // and along y
+bool Within_A_Click(double pixels);
+bool Is_Click(const Rubber_Shape& rubber);  // no farther across
 
 // False for a message that means nothing: no rows, another plot form, no place.
 bool Has_Meaning(const Session&, const WIN_MESSAGE& record);

@@ -20,7 +20,6 @@ void Focus(Application& app) {
 
 template <bool log>
 void Graph_2D(Application& app) {
-    app.session.plot.log_scale = log;
     Set_Menu_Graph(app.session, log);
     Plot_ReMake(app.session);
 }

@@ -10,12 +10,7 @@ namespace vntl {
 namespace {
 
 constexpr std::array line_commands = {command::line_1, command::line_2, command::line_3, command::line_4};
-constexpr std::string_view no_line = "No spectral line is chosen: check one in the menu Spectral Lines";
 constexpr float least_wavelength = 0.1f;  // angstrom: below, the row brings none
-
-void Forget_No_Line(Interface_State& menu) {
-    if (menu.status.front() == no_line) menu.Status_Text(1, "");
-}
 
 }  // namespace
 
@@ -33,7 +28,7 @@ void Spectral_Lines_On(Session& session, Ask& ask) {
 
 void Tell_Without_Spectral_Lines(Session& session) {
     if (std::ranges::count(session.plot.spectral.line, true) > 0) return;
-    session.interface.Status_Text(1, std::string(no_line));
+    session.interface.Status_Text(1, "No spectral line is chosen: check one in the menu Spectral Lines");
 }
 
 void Spectral_Lines_Off(Session& session) {
@@ -46,14 +41,12 @@ void Spectral_Lines_Off(Session& session) {
     menu.Check(command::lines_menu, false);
     menu.Enable(command::lines_on, true);
     menu.Enable(command::lines_off, false);
-    Forget_No_Line(menu);
 }
 
 void Toggle_Spectral_Line(Session& session, int line) {
     bool& on = session.plot.spectral.line[static_cast<std::size_t>(line)];
     on = !on;
     session.interface.Check(line_commands[static_cast<std::size_t>(line)], on);
-    Forget_No_Line(session.interface);
 }
 
 }  // namespace vntl

@@ -1,0 +1,26 @@
+// How a mode of the mouse begins and ends. Its hint in part 1 of the status bar, its cursor and the commands that are barred while it
+// lasts come together and go together: who ends a mode in any other way leaves one of them behind.
+#pragma once
+
+#include <string_view>
+
+#include "session/commands.hpp"
+#include "session/plot_form.hpp"
+
+namespace vntl {
+
+// What a click does to the list of the running calculation.
+enum class List_Click { insert_peak, delete_peak, insert_background, delete_background };
+
+// A mode takes the place of the present one; `command` is barred while it lasts, 0 for none.
+void Enter_Mode(Session&, Move_Mode mode, Cursor_Shape cursor, std::string_view hint, int command = 0);
+void Enter_Mode(Session&, List_Click click);
+
+// Is there a mode that a drag or a click serves?
+bool In_Mode(const Session&);
+
+// Back to no mode: shapes and drags lapse, the arrow comes back, barred commands open. A calculation that goes on has its own hint again,
+// else the hint goes. Every change of the plot form comes here.
+void Leave_Mode(Session&);
+
+}  // namespace vntl
