@@ -12,6 +12,7 @@
 #include "base/real_parse.hpp"
 #include "base/text.hpp"
 #include "base/text_file.hpp"
+#include "patterns/cif_wavelength.hpp"
 #include "patterns/number_walk.hpp"
 #include "patterns/reader_tools.hpp"
 #include "patterns/told_values.hpp"
@@ -21,7 +22,7 @@ namespace vntl {
 namespace {
 
 constexpr std::size_t least_lines = 10, line_width = 120;
-constexpr int most_heads = 10;
+constexpr int most_heads = 10, most_columns = 24;  // heads of the pattern itself, and those that are looked at for its deviations
 constexpr double largest_angle = 360;
 constexpr float least_sigma = 0.001f;  // of a point that the agreement takes in
 
@@ -76,7 +77,8 @@ Status Read_Count(const Marks& marks, std::size_t bytes, int& npts) {
     return good ? Status::Done() : Status::Fail(bad_count);
 }
 
-enum class Column { x, y, ycalc, bgr };
+enum class Column { x, y, ycalc, bgr, weight, deviation, counts };
+constexpr std::size_t kinds_of_column = 7;
 
 // Heads that name a column of the pattern. Of those that are `told` the last in the loop counts, the others stand in where none is.
 struct Head {
@@ -97,6 +99,11 @@ constexpr Head heads[] = {
     {"_pd_calc_intensity_total", Column::ycalc, true, {}, {}},
     {"_pd_calc_intensity_net", Column::ycalc, false, {}, {}},
     {"_pd_proc_intensity_bkg_calc", Column::bgr, true, {}, {}},
+    {"_pd_proc_ls_weight", Column::weight, true, {}, {}},
+    {"_pd_proc_intensity_total_su", Column::deviation, true, {}, {}},
+    {"_pd_meas_intensity_total_su", Column::deviation, true, {}, {}},
+    {"_pd_proc_intensity_net_su", Column::deviation, true, {}, {}},
+    {"_pd_meas_counts_total", Column::counts, true, {}, {}},
 };
 
 struct Place {
@@ -105,7 +112,7 @@ struct Place {
 };
 
 struct Loop {
-    std::array<Place, 4> places;
+    std::array<Place, kinds_of_column> places;
     Line_Cursor rows{{}};
 
     const Place& operator[](Column column) const { return places[static_cast<std::size_t>(column)]; }
@@ -114,7 +121,7 @@ struct Loop {
 
 void Note_Head(std::string_view name, int number, Loop& loop) {
     for (const Head& head : heads) {
-        if (!Equal_No_Case(head.name, name)) continue;
+        if (!Equal_No_Case(head.name, name) || (number >= most_heads && head.column < Column::weight)) continue;
         Place& place = loop.places[static_cast<std::size_t>(head.column)];
         if (head.told || place.head == nullptr) place = {number, &head};
     }
@@ -129,7 +136,7 @@ Loop Read_Heads(Line_Cursor lines) {
         if (!lines.Next(line)) return loop;
         line = Trim(Kept_Line(line));
         if (!line.starts_with('_')) break;
-        if (number < most_heads) Note_Head(line.substr(0, line.find_first_of(" \t")), number, loop);
+        if (number < most_columns) Note_Head(line.substr(0, line.find_first_of(" \t")), number, loop);
     }
     while (line.empty()) {
         loop.rows = lines;
@@ -239,7 +246,7 @@ bool Take_Value(const char*& at, const char* end, Value& value) {
 }
 
 // The first values of a line, at most as many as there is room for; their count.
-int Cut_Row(std::string_view line, int wanted, std::array<Value, most_heads>& values) {
+int Cut_Row(std::string_view line, int wanted, std::array<Value, most_columns>& values) {
     const char* at = line.data();
     const char* const end = at + line.size();
     int count = 0;
@@ -250,29 +257,51 @@ int Cut_Row(std::string_view line, int wanted, std::array<Value, most_heads>& va
     return count;
 }
 
+// A column of the loop, and its value in the row at hand where the row reaches it.
+struct Cell {
+    std::size_t number = 0;
+    bool there = false;
+
+    Cell(const Loop& loop, Column column) : number(static_cast<std::size_t>(std::max(loop[column].number, 0))), there(loop.Has(column)) {}
+    Value In(const std::array<Value, most_columns>& values, std::size_t count) const {
+        return there && number < count ? values[number] : Value{};
+    }
+    int Least() const { return there ? static_cast<int>(number) + 1 : 0; }
+};
+
+// The deviation in brackets; or that of the weight, of the column of deviations, or of the counts.
+float Deviation_Of(const Value& y, const Value& weight, const Value& deviation, const Value& counts) {
+    if (y.deviation > 0) return y.deviation;
+    if (weight.number > 0) return 1 / std::sqrt(weight.number);
+    if (deviation.number > 0) return deviation.number;
+    return counts.number > 0 ? std::sqrt(counts.number) : 0;
+}
+
 // Reads the rows into the arrays; gives the number of points and adds up the squares of their misfit by the way.
 int Read_Rows(Loop& loop, const Range& range, Diffraction_Pattern_Type& p, double& misfit) {
     constexpr int least_numbers = 2;
-    const auto place = [&](Column column) { return static_cast<std::size_t>(std::max(loop[column].number, 0)); };
-    const bool has_x = loop.Has(Column::x), has_ycalc = loop.Has(Column::ycalc), has_bgr = loop.Has(Column::bgr);
-    const std::size_t at_x = place(Column::x), at_y = place(Column::y), at_ycalc = place(Column::ycalc), at_bgr = place(Column::bgr);
-    const int least = std::max({has_x ? least_numbers : 1, static_cast<int>(at_x) + 1, static_cast<int>(at_y) + 1});
-    const int wanted = std::max({least, static_cast<int>(at_ycalc) + 1, static_cast<int>(at_bgr) + 1});
-    std::array<Value, most_heads> values;
+    const Cell of_x(loop, Column::x), of_y(loop, Column::y), of_ycalc(loop, Column::ycalc), of_bgr(loop, Column::bgr);
+    const Cell of_weight(loop, Column::weight), of_counts(loop, Column::counts);
+    Cell of_deviation(loop, Column::deviation);
+    of_deviation.there = of_deviation.there && loop[Column::deviation].head->name == std::string(loop[Column::y].head->name) + "_su";
+    const int least = std::max({of_x.there ? least_numbers : 1, of_x.Least(), of_y.Least()});
+    int wanted = least;
+    for (const Cell& cell : {of_ycalc, of_bgr, of_weight, of_deviation, of_counts}) wanted = std::max(wanted, cell.Least());
+    std::array<Value, most_columns> values;
     std::size_t n = 0;
     std::string_view line;
     for (int row = 0; row < p.npts && loop.rows.Next(line); ++row) {
         const auto count = static_cast<std::size_t>(Cut_Row(Kept_Line(line), wanted, values));
         if (count < static_cast<std::size_t>(least)) break;
-        const Value& y = values[at_y];
-        if (!y.known || (has_x && !values[at_x].known)) continue;
-        p.x[n] = has_x ? values[at_x].number : static_cast<float>(range.start + row * range.step);
+        const Value y = of_y.In(values, count), x = of_x.In(values, count);
+        if (!y.known || (of_x.there && !x.known)) continue;
+        p.x[n] = of_x.there ? x.number : static_cast<float>(range.start + row * range.step);
         p.y[n] = y.number;
-        p.sigma[n] = y.deviation;
-        if (has_ycalc && at_ycalc < count) p.ycalc[n] = values[at_ycalc].number;
-        if (has_bgr && at_bgr < count) p.bgr[n] = values[at_bgr].number;
-        if (y.deviation > least_sigma) {
-            const double off = (static_cast<double>(y.number) - p.ycalc[n]) / y.deviation;
+        p.sigma[n] = Deviation_Of(y, of_weight.In(values, count), of_deviation.In(values, count), of_counts.In(values, count));
+        p.ycalc[n] = of_ycalc.In(values, count).number;
+        p.bgr[n] = of_bgr.In(values, count).number;
+        if (p.sigma[n] > least_sigma) {
+            const double off = (static_cast<double>(y.number) - p.ycalc[n]) / p.sigma[n];
             misfit += off * off;
         }
         ++n;
@@ -320,6 +349,7 @@ Status Read_Cif_Pattern(std::string_view text, Diffraction_Pattern_Type& p) {
 
     p.title += "  Chi2(free) = " + Agreement(misfit / points);
     p.sigma_is_variance = false;
+    if (p.scat_var != "TOF") Take_Cif_Wavelengths(text, loop.rows.Rest().data(), p);
     p.has_y = p.has_ycalc = p.has_bgr = true;
     p.xmin = p.x.front();
     p.xmax = p.x.back();

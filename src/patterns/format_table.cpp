@@ -111,7 +111,7 @@ constexpr std::array<Format_Extension, 20> extensions = {{
 // The free format is the last one: it reads by any other mode.
 const std::vector<Format_Reader>& Readers() {
     static const std::vector<Format_Reader> readers = {
-        {15, {"CIF"}, "  XY  - ", Plain<Read_Cif_Pattern>, "", "", "", counts, 0, nullptr, nullptr},
+        {15, {"CIF"}, "  XY  - ", Plain<Read_Cif_Pattern>, "", "", "", counts, 0, nullptr, nullptr, true},
         {2, {"R3B", "R22"}, "  3  - ", Plain<Read_R3b>, neutrons, angle, degrees, counts, 1, nullptr, nullptr},
         {3, {"NLS"}, "  4  - ", Plain<Read_Nls>, xrays, angle, degrees, counts, 1, nullptr, nullptr},
         {4, {"G41"}, "  5  - ", Plain<Read_G41>, neutrons, angle, degrees, counts, 1, nullptr, nullptr},
@@ -128,11 +128,11 @@ const std::vector<Format_Reader>& Readers() {
          nullptr,
          nullptr},
         {7, {"DMC", "HRPT"}, "  8  - ", Plain<Read_Dmc>, neutrons, angle, degrees, counts, 1, nullptr, nullptr},
-        {8, {"SOCABIM"}, "  9  - ", Plain<Read_Uxd>, xrays, angle, degrees, counts, 1, nullptr, Uxd_All},
+        {8, {"SOCABIM"}, "  9  - ", Plain<Read_Uxd>, xrays, angle, degrees, counts, 1, nullptr, Uxd_All, true},
         {9, {"XYSIGMA"}, " 10  - ", Xys, "unknown", "", "", "", -1, Finish_Xys, nullptr},
         {10, {"GSAS"}, " 12  - ", Gsas<false>, "constant_wavelength", angle, degrees, counts, -1, nullptr, Gsas_All<false>},
         {11, {"GSASTOF"}, " 12  - ", Gsas<true>, flight, "TOF", "TOF(micro-seconds)", counts, -1, nullptr, Gsas_All<true>},
-        {12, {"PANALYTICAL"}, " 13  - ", Panalytical, xrays, angle, degrees, counts, -1, nullptr, nullptr},
+        {12, {"PANALYTICAL"}, " 13  - ", Panalytical, xrays, angle, degrees, counts, -1, nullptr, nullptr, true},
         {13, {"TIMEVARIABLE"}, " 11  - ", Plain<Read_Time_Variable>, xrays, angle, degrees, counts, -1, nullptr, nullptr},
         {14, {"ISIS"}, " 14  - ", Isis, "", "", "", "", -1, nullptr, Isis_All},
         {1, {}, "  0  - Free format", Free, "unknown", "", "", "", -1, Finish_Free, nullptr},

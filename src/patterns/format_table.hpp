@@ -72,6 +72,7 @@ struct Format_Reader {
     // All patterns of a file that holds several; null where it holds one. Fails where more than `capacity` are a fault of the file;
     // messages of those that failed alone.
     Status (*read_all)(const Pattern_Source&, int capacity, std::vector<Diffraction_Pattern_Type>&, std::vector<std::string>& messages);
+    bool finds_constants = false;  // wavelengths have places of their own in the format; else a line of the head may tell them
 };
 
 std::span<const Pattern_Format> Pattern_Formats();

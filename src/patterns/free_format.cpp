@@ -23,6 +23,7 @@ constexpr int least_points = 11;
 constexpr std::size_t most_words = 10, word_width = 20;
 constexpr float least_step = 1e-6f;
 constexpr float largest_angle = 180.0f;
+constexpr float longest_wavelength = 100.0f;  // angstroms, that stands in its place of an MDI file
 
 constexpr std::string_view end_of_file = " End of file *.dat";
 constexpr std::string_view zero_step = " Error in Intensity file, Step value was zero!";
@@ -87,12 +88,20 @@ Status Take_Range_Line(std::string_view line, Header& head, Diffraction_Pattern_
     return Status::Done();
 }
 
+// Two numbers or more and nothing else: a row of data above the range, and no title.
+bool Is_Row_Of_Numbers(std::string_view line) {
+    std::vector<std::string_view> words;
+    double value = 0;
+    if (Get_Words(line, words, line_width, line_width).failed || words.size() < 2) return false;
+    return std::all_of(words.begin(), words.end(), [&](std::string_view word) { return Parse_Real(word, value); });
+}
+
 Status Take_Text_Line(std::string_view line, Header& head, Diffraction_Pattern_Type& pattern) {
     bool numbers = false;
     const Status range = Take_Range_Line(line, head, pattern, numbers);
     if (range.failed || numbers) return range;
     if (Contains(line, "TSAMP")) pattern.TSample = Number_Behind(line, "TSAMP");
-    if (!head.title_given) {
+    if (!head.title_given && !Is_Row_Of_Numbers(line)) {
         pattern.title = Kept_Text(line, title_width);
         head.title_given = true;
     }
@@ -109,6 +118,8 @@ Status Take_Mdi_Line(std::string_view line, Header& head, Diffraction_Pattern_Ty
     (void)cut;  // what stands behind the sixth word does not matter
     std::array<float, 6> reals{};
     if (words.size() < reals.size()) return Status::Fail(bad_range);
+    if (Read_Free_Reals(words[4], std::span(reals).subspan(4, 1)) && reals[4] > 0 && reals[4] < longest_wavelength)
+        pattern.conv[0] = reals[4];
     for (const std::size_t i : {0u, 1u, 5u})
         if (!Read_Free_Reals(words[i], std::span(reals).subspan(i, 1))) return Status::Fail(bad_range);
     if (!(reals[1] > least_step)) return Status::Fail(zero_step);

@@ -6,7 +6,8 @@
 //     104   98  110  101   99  ...
 //
 // A line that begins with BANK may stand for the range line (points in columns 5 to 41, start and step in columns 47 to 90); in a
-// ".MDI" file the second line that is no comment holds the range as words 1, 2 and 6.
+// ".MDI" file the second line that is no comment holds the range as words 1, 2 and 6,
+// and the wavelength as word 5.
 #pragma once
 
 #include <string_view>

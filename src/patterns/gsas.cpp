@@ -6,6 +6,7 @@
 #include "base/text.hpp"
 #include "base/text_file.hpp"
 #include "patterns/gsas_bank.hpp"
+#include "patterns/head_constants.hpp"
 #include "patterns/reader_tools.hpp"
 
 namespace vntl {
@@ -21,10 +22,12 @@ Status No_Such_Bank(int number) {
     return Status::Fail(" Error in Intensity file, BANK number:" + IntegerToString(number, "(i2)") + " not found!");
 }
 
-// Walks behind the next bank line.
-bool Next_Bank_Line(Line_Cursor& lines, Gsas_Bank_Line& bank) {
+// Walks behind the next bank line. Comments above it tell the constants of the bank.
+bool Next_Bank_Line(Line_Cursor& lines, Gsas_Bank_Line& bank, Head_Constants& constants) {
+    constants = {};
     std::string_view line;
     while (lines.Next(line)) {
+        if (line.starts_with('#') || line.starts_with('!')) constants.Take_Line(To_Utf8(line));
         if (!Is_Gsas_Bank_Line(line)) continue;
         bank = Gsas_Bank_Line(line);
         return true;
@@ -33,10 +36,22 @@ bool Next_Bank_Line(Line_Cursor& lines, Gsas_Bank_Line& bank) {
 }
 
 // The same, bank lines without a number passed over.
-bool Next_Numbered(Line_Cursor& lines, Gsas_Bank_Line& bank) {
-    while (Next_Bank_Line(lines, bank))
+bool Next_Numbered(Line_Cursor& lines, Gsas_Bank_Line& bank, Head_Constants& constants) {
+    while (Next_Bank_Line(lines, bank, constants))
         if (bank.numbered) return true;
     return false;
+}
+bool Next_Numbered(Line_Cursor& lines, Gsas_Bank_Line& bank) {
+    Head_Constants constants;
+    return Next_Numbered(lines, bank, constants);
+}
+
+Status Read_Bank(Gsas_Bank_Reader& reader, const Gsas_Bank_Line& bank, Line_Cursor& lines, bool flight, const Head_Constants& constants,
+                 Diffraction_Pattern_Type& pattern) {
+    const Status status = reader.Read(bank, lines, pattern);
+    pattern.scat_var = flight ? "TOF" : "2theta";
+    constants.Give(pattern);
+    return status;
 }
 
 std::string Title_Of(std::string_view text) {
@@ -54,18 +69,21 @@ Status Read_Gsas(std::string_view text, bool flight, int number, Diffraction_Pat
     const int wanted = number == 0 ? 1 : number;
     Line_Cursor lines(text), behind_first(text);
     Gsas_Bank_Line bank, first;
+    Head_Constants constants, of_first;
     bool any_line = false, found = false;
-    while (!found && Next_Bank_Line(lines, bank)) {
+    while (!found && Next_Bank_Line(lines, bank, constants)) {
         any_line = true;
         found = bank.numbered && bank.number == wanted;
         if (!bank.numbered || first.numbered) continue;
         first = bank;
+        of_first = constants;
         behind_first = lines;
     }
     if (!any_line) return Status::Fail(no_bank_line);
     if (!found && (number != 0 || !first.numbered)) return No_Such_Bank(wanted);
     Gsas_Bank_Reader reader(text, flight);
-    return found ? reader.Read(bank, lines, pattern) : reader.Read(first, behind_first, pattern);
+    return found ? Read_Bank(reader, bank, lines, flight, constants, pattern)
+                 : Read_Bank(reader, first, behind_first, flight, of_first, pattern);
 }
 
 Status Read_Gsas_Banks(std::string_view text, bool flight, std::vector<Diffraction_Pattern_Type>& patterns,
@@ -76,12 +94,13 @@ Status Read_Gsas_Banks(std::string_view text, bool flight, std::vector<Diffracti
     Gsas_Bank_Reader reader(text, flight);
     Line_Cursor lines(text);
     Gsas_Bank_Line bank;
+    Head_Constants constants;
     std::vector<int> numbers;
     Status first_failure = Status::Done();
-    while (numbers.size() + messages.size() < most_banks && Next_Numbered(lines, bank)) {
+    while (numbers.size() + messages.size() < most_banks && Next_Numbered(lines, bank, constants)) {
         Diffraction_Pattern_Type pattern;
         pattern.title = title;
-        if (const Status status = reader.Read(bank, lines, pattern); status.failed) {
+        if (const Status status = Read_Bank(reader, bank, lines, flight, constants, pattern); status.failed) {
             if (messages.empty()) first_failure = status;
             messages.push_back("Bank " + std::to_string(bank.number) + ':' + status.message);
             continue;

@@ -2,10 +2,12 @@
 
 #include <array>
 #include <cmath>
+#include <utility>
 
 #include "base/free_form.hpp"
 #include "base/text.hpp"
 #include "base/text_file.hpp"
+#include "patterns/head_constants.hpp"
 #include "patterns/header_words.hpp"
 #include "patterns/number_walk.hpp"
 #include "patterns/reader_tools.hpp"
@@ -40,7 +42,10 @@ struct Header {
     std::string title;
     float fac_y = usual_factor;
     bool histograms = false;
+    Head_Constants constants;  // of the bank that comes next
 };
+
+bool Is_Comment(std::string_view line) { return line.starts_with('!') || line.starts_with('#'); }
 
 // Goes behind the first bank line; false when there is none.
 bool Read_Header(Line_Cursor& lines, Header& head) {
@@ -49,6 +54,7 @@ bool Read_Header(Line_Cursor& lines, Header& head) {
     if (first.Next(line)) head.title = Trim_Right(Kept_Text(line, title_width));
     while (Next_Line(lines, line)) {
         std::array<float, 1> factor{};
+        if (Is_Comment(line)) head.constants.Take_Line(To_Utf8(line));
         if (Is_Bank(line)) {
             head.histograms = Contains(line, "RALF");
             return true;
@@ -73,6 +79,7 @@ struct Records {
     std::vector<float> x, y, variance;
     double variances = 0;
     double steps = 0;
+    Head_Constants constants;
 };
 
 bool Only_Blanks_Follow(Line_Cursor lines) {
@@ -84,13 +91,18 @@ bool Only_Blanks_Follow(Line_Cursor lines) {
     return true;
 }
 
-bool Read_Records(Line_Cursor& lines, const Header& head, Records& records) {
+// Comments above a bank and between its line and its records tell its constants.
+bool Read_Records(Line_Cursor& lines, Header& head, Records& records) {
+    records.constants = std::exchange(head.constants, {});
     records.x.clear(), records.y.clear(), records.variance.clear();
     records.variances = records.steps = 0;
     std::array<float, 3> numbers{};
     std::string_view line;
     for (Line_Cursor before = lines; Next_Line(lines, line); before = lines) {
-        if (line.starts_with('!') || line.starts_with('#')) continue;
+        if (Is_Comment(line)) {
+            (records.x.empty() ? records.constants : head.constants).Take_Line(To_Utf8(line));
+            continue;
+        }
         if (Is_Bank(line)) {
             lines = before;
             return true;
@@ -116,6 +128,7 @@ Status Make_Pattern(const Header& head, const Records& records, Diffraction_Patt
     p.scat_var = "TOF";
     p.legend_x = "TOF (micro-seconds)";
     p.legend_y = "Intensity (arb. units)";
+    records.constants.Give(p);
     const std::size_t edges = records.x.size();
     const std::size_t n = head.histograms && edges > 0 ? edges - 1 : edges;
     if (n == 0) return Status::Done();
@@ -139,10 +152,12 @@ Status Make_Pattern(const Header& head, const Records& records, Diffraction_Patt
 }
 
 // Goes behind the next bank line.
-bool Next_Bank(Line_Cursor& lines) {
+bool Next_Bank(Line_Cursor& lines, Header& head) {
     std::string_view line;
-    while (Next_Line(lines, line))
+    while (Next_Line(lines, line)) {
+        if (Is_Comment(line)) head.constants.Take_Line(To_Utf8(line));
         if (Is_Bank(line)) return true;
+    }
     return false;
 }
 
@@ -157,7 +172,7 @@ Status Read_Banks(std::string_view text, int capacity, std::vector<Diffraction_P
         if (!Read_Records(lines, head, records)) return Status::Fail(Count_Banks(Line_Cursor(text)) > capacity ? wrong_number : bad_record);
         Status status = Make_Pattern(head, records, patterns.emplace_back());
         if (status.failed) return status;
-        more = Next_Bank(lines);
+        more = Next_Bank(lines, head);
     }
     return Status::Done();
 }

@@ -9,6 +9,7 @@
 #include "base/text_file.hpp"
 #include "patterns/binary_file.hpp"
 #include "patterns/gsas.hpp"
+#include "patterns/head_constants.hpp"
 #include "patterns/recognise.hpp"
 
 namespace vntl {
@@ -89,6 +90,16 @@ bool Is_General(std::string_view extension) {
     return std::any_of(rows.begin(), rows.end(), [&](const Format_Extension& row) { return row.general && row.extension == extension; });
 }
 
+// What the head tells of wavelengths, dtt1 and dtt2. Banks have constants of flight of their own, told by comments above each, so the head
+// of several banks gives none.
+void Take_Head_Constants(const Format_Reader& reader, std::string_view text, std::span<Diffraction_Pattern_Type> patterns) {
+    if (reader.finds_constants) return;
+    Head_Constants constants;
+    constants.Take_Lines(Head_Of(text));
+    if (constants.Tells_Flight() && (patterns.size() > 1 || Gsas_Banks(text).size() > 1)) return;
+    for (Diffraction_Pattern_Type& pattern : patterns) constants.Give(pattern);
+}
+
 void To_Deviations(Diffraction_Pattern_Type& p) {
     if (!p.sigma_is_variance) return;
     for (float& s : p.sigma) s = std::sqrt(std::max(s, 0.0f));
@@ -146,6 +157,7 @@ Status Read_Pattern(const std::string& filename, Diffraction_Pattern_Type& patte
     if (status.failed || !(fresh.xmax > fresh.xmin)) status = Or_Binary(status, source.Text());
     if (status.failed) return status;
     Finish(reader, filename, name, fresh);
+    Take_Head_Constants(reader, source.Text(), {&fresh, 1});
     if (options.deviations) To_Deviations(fresh);
     if (options.head != nullptr) *options.head = Head_Of(source.Text());
     pattern = std::move(fresh);
@@ -170,6 +182,7 @@ Status Read_Pattern_Mult(const std::string& filename, std::vector<Diffraction_Pa
     if (status.failed) return Or_Binary(status, source.Text());
     if (fresh.size() > static_cast<std::size_t>(capacity)) fresh.resize(static_cast<std::size_t>(capacity));
     for (Diffraction_Pattern_Type& pattern : fresh) Finish(reader, filename, name, pattern);
+    Take_Head_Constants(reader, source.Text(), fresh);
     patterns = std::move(fresh);
     return Status::Done();
 }

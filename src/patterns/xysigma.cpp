@@ -105,7 +105,7 @@ std::size_t Records_At_Most(std::string_view text, std::size_t lines) {
     return std::min(lines, std::max<std::size_t>(count, 1));
 }
 
-// A header of any comments, up to the first line that begins with two numbers; that line may be the first one.
+// A header of any comments, up to the first line that begins with two numbers; that line may be the first one, and is no title.
 Status Read_Plain_Header(Line_Cursor& lines, Separator separator, Diffraction_Pattern_Type& pattern) {
     std::array<float, 2> two{};
     std::array<float, 4> four{};
@@ -117,9 +117,10 @@ Status Read_Plain_Header(Line_Cursor& lines, Separator separator, Diffraction_Pa
         const Line_Cursor before = lines;
         if (!lines.Next(whole)) return Status::Fail(bad_header);
         const std::string_view line = Trim_Left(whole);
-        if (first) pattern.title = Kept_Text(Trim(line), title_width);
+        const bool data = !Is_Comment(line) && begins_with_numbers(line);
+        if (first && !data) pattern.title = Kept_Text(Trim(line), title_width);
         Take_Header_Words(line, pattern, "TITLE");
-        if (Is_Comment(line) || !begins_with_numbers(line)) continue;
+        if (!data) continue;
         lines = before;
         return Status::Done();
     }

@@ -123,6 +123,59 @@ TEST(Cif_Pattern, FilesOfOthers) {
     EXPECT_EQ(p.scat_var, "2theta");
 }
 
+TEST(Cif_Pattern, DeviationsWithoutBrackets) {
+    const auto deviations = [](const std::string& columns, const std::string& values) {
+        return Good("#\n#\n#\n_pd_proc_number_of_points 2\nloop_\n_pd_meas_2theta_scan\n" + columns + "\n\n10 " + values + "\n11 " +
+                    values + "\n")
+            .sigma[1];
+    };
+    EXPECT_EQ(deviations("_pd_meas_intensity_total\n_pd_proc_ls_weight", "90 0.0625"), 4);  // 1 / sqrt(0.0625)
+    EXPECT_EQ(deviations("_pd_meas_intensity_total\n_pd_proc_ls_weight", "90(3) 0.0625"), 3);
+    EXPECT_EQ(deviations("_pd_meas_intensity_total\n_pd_proc_ls_weight", "90 0.0"), 0);  // left out of the refinement
+    EXPECT_EQ(deviations("_pd_meas_intensity_total\n_pd_proc_ls_weight", "90 ."), 0);
+    EXPECT_EQ(deviations("_pd_meas_counts_total", "81"), 9);
+    EXPECT_EQ(deviations("_pd_meas_counts_total\n_pd_proc_ls_weight", "81 0.25"), 2);
+    EXPECT_EQ(deviations("_pd_meas_counts_total\n_pd_proc_ls_weight", "81 ?"), 9);
+    EXPECT_EQ(deviations("_pd_proc_intensity_net\n_pd_meas_counts_total", "70 100"), 10);
+    EXPECT_EQ(deviations("_pd_meas_intensity_total\n_pd_meas_intensity_total_su", "70 7"), 7);
+    EXPECT_EQ(deviations("_pd_meas_intensity_total\n_pd_proc_intensity_net_su", "70 7"), 0);  // of another column
+    EXPECT_EQ(deviations("_a\n_b\n_c\n_d\n_e\n_f\n_g\n_pd_meas_counts_total\n_h\n_i\n_pd_proc_ls_weight", "1 2 3 4 5 6 7 81 9 10 0.25"), 2);
+}
+
+TEST(Cif_Pattern, Wavelengths) {
+    const std::string tag = "_diffrn_radiation_wavelength", loop = "loop_\n" + tag + "_id\n" + tag + "\n", weight = tag + "_wt\n";
+    const struct {
+        std::string text;
+        std::array<float, 3> conv;
+    } table[] = {{tag + " 1.5406\n", {1.5406f}},
+                 {tag + " 1.5406(2)\n", {1.5406f}},
+                 {tag + "\n  1.5406\n", {1.5406f}},
+                 {"_Diffrn_radiation_wavelength.wavelength 0.41\n", {0.41f}},
+                 {tag + " ?\n", {}},
+                 {tag + " 0\n", {}},
+                 {";\n" + tag + " 3\n;\n", {}},
+                 {loop + "Ka1 1.5406\nKa2 1.5444(1)\n", {1.5406f, 1.5444f}},
+                 {loop + "2 1.5444\n1 1.5406\n", {1.5406f, 1.5444f}},  // without weights the shorter line is the stronger
+                 {loop + weight + "'Cu K a2' 1.5444 0.5\n'Cu K a1' 1.5406 1.0\n", {1.5406f, 1.5444f, 0.5f}},
+                 {loop + weight + "1\n1.5406 1\n2 1.5444\n0.49\n", {1.5406f, 1.5444f, 0.49f}},
+                 {loop + weight + "1 1.909 1\n2 0.9545 0.01\n", {1.909f}},  // half the wavelength is no line of a doublet
+                 {loop + "1 ?\n2 x\n", {}},
+                 {loop, {}},
+                 {loop + "1\n", {}}};
+    for (const auto& [text, conv] : table)
+        for (const bool before : {true, false}) {
+            const std::string data = std::string(head) + rows;
+            const auto p = Good(before ? text + data : data + text);
+            for (std::size_t i = 0; i < 3; ++i) EXPECT_FLOAT_EQ(p.conv[i], conv[i]) << text << before;
+        }
+    // Of several blocks the one of the pattern counts, then the first; a time of flight has none.
+    const std::string other = "data_other\n" + tag + " 2.5\n", data = std::string(head) + rows;
+    EXPECT_FLOAT_EQ(Good(other + data).conv[0], 2.5f);
+    EXPECT_FLOAT_EQ(Good(data + other).conv[0], 2.5f);
+    EXPECT_FLOAT_EQ(Good(other + data + tag + " 1.5\n" + other).conv[0], 1.5f);
+    EXPECT_EQ(Good(other + Changed(data, "_pd_proc_2theta_corrected", "_pd_meas_time_of_flight")).conv[0], 0);
+}
+
 TEST(Cif_Pattern, ARefinementAsAJournalPublishedIt) {
     const std::string text = Real_File("cif_powder/cod_1517474.cif");
     if (text.empty()) GTEST_SKIP();

@@ -43,6 +43,7 @@ TEST(Free_Format, HeadersOfEveryKind) {
         {"title keyword wins over the range line", "! TITLE from a comment\n10 0.1 12 other\n" + Counts(21), false, 21, 10, 0.1f, 12,
          "from a comment", "2theta"},
         {"seven text lines", "t\na\nb\nc\nd\ne\nf\n0 1 10\n" + Counts(11), false, 11, 0, 1, 10, "t", "2theta"},
+        {"a row of data is no title", "10 100\nt\n0 1 10\n" + Counts(11), false, 11, 0, 1, 10, "t", "2theta"},
         {"bank line", "title\nBANK   1    11       2 CONST" + std::string(18, ' ') + "5.0   0.50   0   0 STD\n" + Counts(11), false, 11, 5,
          0.5f, 10, "title", "2theta"},
         {"beyond 180 is time of flight", "1000 10 1200\n" + Counts(21), false, 21, 1000, 10, 1200, "", "TOF"},
@@ -59,6 +60,7 @@ TEST(Free_Format, HeadersOfEveryKind) {
         EXPECT_FLOAT_EQ(p.xmax, c.xmax);
         EXPECT_EQ(p.title, c.title);
         EXPECT_EQ(p.scat_var, c.scat_var);
+        EXPECT_EQ(p.conv[0], c.mdi ? 1.54f : 0);
     }
 }
 

@@ -25,10 +25,11 @@ inline std::string Text_Of(const std::string& file) {
 }
 
 // A real file, empty where those files are not to be had; the test is then skipped.
-inline std::string Real_File(const std::string& name) {
+inline std::string Real_Path(const std::string& name) {
     const char* set = std::getenv("VANTRELO_DATA");
-    return Text_Of((set != nullptr ? std::string(set) : SOURCE_TREE "/../shared/data") + '/' + name);
+    return (set != nullptr ? std::string(set) : SOURCE_TREE "/../shared/data") + '/' + name;
 }
+inline std::string Real_File(const std::string& name) { return Text_Of(Real_Path(name)); }
 
 using Reader = std::function<Status(std::string_view, Diffraction_Pattern_Type&)>;
 

@@ -46,9 +46,11 @@ TEST(Xysigma, FieldsBecomeVariancesAndCalculatedIntensities) {
     EXPECT_EQ(Good("! Legend_X r.l.u.\n" + Records(20, "2 77")).ycalc[3], 0);
 }
 
-TEST(Xysigma, AFileWithoutAHeadHasItsFirstLineAsTitleAndAsData) {
+TEST(Xysigma, AFileWithoutAHeadHasNoTitle) {
+    EXPECT_EQ(Good(Replace_All(Records(20), " ", ";")).title, "");
+    EXPECT_EQ(Good("2 crystals\n" + Records(20)).title, "2 crystals");
     const auto p = Good(Records(20));
-    EXPECT_EQ(p.title, "10.00 100 10");
+    EXPECT_EQ(p.title, "");
     EXPECT_EQ(p.x[0], 10);
     EXPECT_EQ(p.npts, 19);
 }
