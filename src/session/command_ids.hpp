@@ -40,7 +40,7 @@ enum Id : int {
 
     // Plot
     graph_2d = 40027, graph_2d_log = 40226, contour = 40031, contour_log = 40227, graph_3d = 40028, surface_3d = 40125, model_3d = 40022,
-    focus = 40021, focus_profile = 40036, target = 40111,
+    logarithms = 40508, focus = 40021, focus_profile = 40036, target = 40111,
     move_left = 40106, move_right = 40109, all_left = 40133, all_right = 40116, move_up = 40118, move_down = 40119,
     contract = 40136, expand = 40137, view_back = 40503, view_forward = 40504,
     drag = 40105, drag_end = 40113, quick_view = 40030, viewer_2d = 40169, generic_graphs = 40179, sequential_results = 40155,

@@ -60,6 +60,7 @@ void Set_Plot_Type(Session&, Plot_Form form);
 void Set_Menu_Empty(Session&);
 void Set_Menu_Single(Session&, bool clear);  // clear false: the fit model is cleared too
 void Set_Menu_Graph(Session&, bool log);
+void Set_Menu_Log_Of_One(Session&);  // the logarithmic form for the only row, which stays when the plot is made anew
 void Set_Menu_Contour(Session&);
 void Set_Menu_Contour_Log(Session&);
 void Set_Menu_3D(Session&);

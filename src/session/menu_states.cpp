@@ -32,6 +32,7 @@ const std::vector<Enabling>& Enabling_Table() {
          {smooth_fourier, sort_profiles, admin_excluded, smoothing_menu, delete_profiles, copy_profile, drag, select_excluded, scale_y,
           scale_x, offset_align, insert_excluded, hkl_gen, multiply, efficiency, lines_menu}},
         {"00010000", {normalize_monitor, sum, difference, average, shift_profiles, play_profiles}},
+        {"00110000", {logarithms}},
         {"00011111", {model_3d, graph_2d, graph_2d_log}},
         {"00011101", {graph_3d}},
         {"00010111", {contour}},
@@ -151,14 +152,24 @@ void Uncheck_Modes(Interface_State& menu) {
     for (const int command : {fit_menu, peaks_menu, background_menu}) menu.Check(command, false);
 }
 
+// A graph of one pattern has the commands of one, in its logarithms too.
+Menu_Column Column_Of(const Session& session, Plot_Form form) {
+    const Menu_Column column = Row_Of(form).column;
+    return column == Menu_Column::multi && session.store.nperfiles() == 1 ? Menu_Column::single : column;
+}
+
 void Set_Form(Session& session, Plot_Form form) {
     Interface_State& menu = session.interface;
     Leave_Mode(session);
-    Apply_Column(menu, Row_Of(form).column);
+    const Menu_Column column = Column_Of(session, form);
+    Apply_Column(menu, column);
     Bar_For_Refinement(session);
     session.plot.hits = {};
     session.plot.log_scale = Row_Of(form).is_log;
-    if (form != Plot_Form::calculation) menu.toolbars = Row_Of(form).toolbars;
+    session.plot.log_of_one = false;
+    menu.Check(logarithms, form == Plot_Form::multi_log);
+    const bool of_one = column == Menu_Column::single;
+    if (form != Plot_Form::calculation) menu.toolbars = Row_Of(of_one ? Plot_Form::single : form).toolbars;
     menu.want_mouse_move = menu.want_mouse_down = form != Plot_Form::none;
     ++menu.revision;
     Set_Plot_Type(session, form);
@@ -195,6 +206,10 @@ void Set_Menu_Single(Session& session, bool clear) {
 }
 
 void Set_Menu_Graph(Session& session, bool log) { Set_Menu(session, log ? Plot_Form::multi_log : Plot_Form::multi); }
+void Set_Menu_Log_Of_One(Session& session) {
+    Set_Menu(session, Plot_Form::multi_log);
+    session.plot.log_of_one = true;
+}
 void Set_Menu_Contour(Session& session) { Set_Menu(session, Plot_Form::contour); }
 void Set_Menu_Contour_Log(Session& session) { Set_Menu(session, Plot_Form::contour_log); }
 void Set_Menu_3D(Session& session) { Set_Menu(session, Plot_Form::graph3d); }

@@ -88,6 +88,7 @@ struct Plot_State {
     Move_Mode MoveMode = Move_Mode::none;
     Click_Mode ClickMode = Click_Mode::none;
     bool log_scale = false;
+    bool log_of_one = false;   // the logarithmic form shows the only row, by the user's wish
     bool show_target = false;  // "View target at centre"
     bool peak_insert = false, peak_delete = false, bgr_insert = false, bgr_delete = false;
 

@@ -136,17 +136,25 @@ void Plot_Ranges(Session& session) {
         if (plot.plot_type != Plot_Form::none) Set_Menu_Empty(session);
         return;
     }
-    const bool log = plot.log_scale;  // of the form that was there
+    const bool log = plot.log_scale, log_of_one = plot.log_of_one;  // of the form that was there
     Set_Range_X(store, session.prefs.prf, plot);
     Set_Range_Y(store, plot);
     session.interface.Enable(command::open_prf, true);
     Find_Refined_Row(store, plot);
     Set_Origin_Commands(session);
-    if (store.nperfiles() == 1)
+    if (store.nperfiles() == 1) {
         Set_Single_Form(session);
-    else
+        if (log_of_one) Set_Menu_Log_Of_One(session);
+    } else {
         Set_Menu_Graph(session, log);
+    }
     if (plot.Is_Log()) View_In_Log(plot);
+}
+
+void View_In_Logarithms(Plot_State& plot) {
+    const float foot = Log_Value(plot.y_view_min), top = Log_Value(plot.y_view_max);
+    View_In_Log(plot);
+    if (top > foot) plot.Show({plot.x_view_min, plot.x_view_max, foot, top});
 }
 
 void View_In_Counts(const Profile_Store& store, Plot_State& plot) {

@@ -1,5 +1,6 @@
 // Every command through the real program: its number, its label, and where a user can choose it.
 #include <algorithm>
+#include <cmath>
 #include <map>
 #include <sstream>
 #include <string_view>
@@ -250,6 +251,31 @@ TEST_F(Program, DisabledCommandsFailWithTheirLineAndChangeNothing) {
             if (!line.contains("box")) lines.push_back(line);
         ASSERT_EQ(lines.size() % 2, 0u);
         for (std::size_t i = 0; i < lines.size() / 2; ++i) EXPECT_EQ(lines[i], lines[lines.size() / 2 + i]);
+    }
+}
+
+TEST_F(Program, LogarithmsShowTheSameWindowForOnePatternAndForSeveral) {
+    const std::string open = "open " + Pattern("rising.xye") + '\n', look = "print state\nprint menu 40508\nprint menu 40100\n";
+    for (const bool several : {false, true}) {
+        const auto run = Script(open + (several ? open : "") + "command 40137\n" + look + "key Ctrl+L\n" + look +
+                                "mouse down right 600 400\nprint state\ncommand 40137\nkey Ctrl+L\n" + look);
+        EXPECT_EQ(run.status, 0) << run.errors;
+        const auto states = run.With("plot_type"), menu = run.With("checked");
+        ASSERT_EQ(states.size(), 4u);
+        const char* const linear = several ? "multi" : "single";
+        const char* const forms[] = {linear, "multi_log", "multi_log", linear};
+        for (std::size_t i = 0; i < 4; ++i) EXPECT_EQ(states[i]["plot_type"], forms[i]) << several;
+        for (const std::size_t i : {0, 1, 2}) {
+            EXPECT_EQ(menu[2 * i]["checked"], i == 1) << several;
+            EXPECT_EQ(menu[2 * i + 1]["enabled"], several) << i;  // the commands of one pattern stay those of one
+        }
+        for (const char* end : {"x_view_min", "x_view_max"}) {
+            EXPECT_EQ(states[0][end], states[1][end]) << several;
+            EXPECT_EQ(states[0][end], states[3][end]) << several;
+        }
+        const double top = states[0]["y_view_max"], log_top = states[1]["y_view_max"], back = states[3]["y_view_max"];
+        EXPECT_NEAR(log_top, std::log(top), 1e-5);
+        EXPECT_NEAR(back, top, 1e-3 * top);
     }
 }
 

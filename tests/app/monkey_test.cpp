@@ -33,7 +33,8 @@ constexpr const char* preferences =
 constexpr const char* odd = " |# a remark|\"unclosed|print|mouse down|set|\xff\xfe|open|files|cell 1 2|dialog x|directory \"\"";
 // What is done most, so that long ways through the program come about.
 constexpr const char* commands =
-    "40027|40226|40021|40111|40106|40109|40133|40116|40118|40119|40136|40137|40503|40504|40105|40105|40113|40501|40502|40505|40018|40107|"
+    "40027|40226|40508|40021|40111|40106|40109|40133|40116|40118|40119|40136|40137|40503|40504|40105|40105|40113|40501|40502|40505|40018|"
+    "40107|"
     "40104|40038|40067|40070|40044|40019";
 
 // What opens a dialog, and what is done in it.

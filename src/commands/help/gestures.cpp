@@ -24,7 +24,7 @@ constexpr Gesture gestures[] = {
     {"Ctrl+Up, Ctrl+Down", "Moves the view by a twentieth of its height"},
     {"Ctrl+=, Ctrl+-", "A narrower or wider range of x about the middle"},
     {"Ctrl+F", "Fits the range of y to the points in view"},
-    {"Ctrl+L", "Logarithmic intensities, with several profiles"},
+    {"Ctrl+L", "Logarithmic intensities, and back"},
     {"Ctrl+G, then left button, drag", "The plot follows the hand at half its speed; the right button ends it"},
     {"Peaks or background enabled, click", "Inserts or deletes at the pointer, as chosen in the menu"},
     {"Select excluded regions, drag", "The stretch drawn over is excluded"},

@@ -24,6 +24,20 @@ void Graph_2D(Application& app) {
     Plot_ReMake(app.session);
 }
 
+// To logarithms or back, in the same window.
+void Toggle_Logarithms(Application& app) {
+    Session& session = app.session;
+    const bool one = session.store.nperfiles() == 1;
+    if (session.plot.Is_Log()) {
+        View_In_Counts(session.store, session.plot);
+        one ? Set_Menu_Single(session, true) : Set_Menu_Graph(session, false);
+    } else {
+        View_In_Logarithms(session.plot);
+        one ? Set_Menu_Log_Of_One(session) : Set_Menu_Graph(session, true);
+    }
+    Plot_Redraw(session);
+}
+
 void Toggle_Target(Application& app) {
     Session& session = app.session;
     session.plot.show_target = !session.plot.show_target;
@@ -66,7 +80,9 @@ constexpr Command commands[] = {
     {command::line_4, "L-alpha1 (W)", "", Toggle_Line<3>, "", "Show L-alpha1 of tungsten", true},
     {command::lines_settings, "Settings", "", Lines_Settings, "", "Enter the wavelengths of the tube"},
     {command::graph_2d, "Graph 2D", "graph_2d", Graph_2D<false>, "", "Show the profiles on a linear scale"},
-    {command::graph_2d_log, "Graph 2D (Log-Scale)", "graph_2d_log", Graph_2D<true>, "Ctrl+L", "Show the profiles on a logarithmic scale"},
+    {command::graph_2d_log, "Graph 2D (Log-Scale)", "graph_2d_log", Graph_2D<true>, "", "Show the profiles on a logarithmic scale"},
+    {command::logarithms, "Logarithmic intensities", "", Toggle_Logarithms, "Ctrl+L",
+     "Show logarithms of the same window, and counts again", true},
     {command::contour, "Graph 2D Contour", "contour", nullptr, "", "Show the profiles as a map"},
     {command::contour_log, "Graph 2D Contour (Log-Scale)", "contour_log", nullptr, "", "Show the profiles as a map of logarithms"},
     {command::graph_3d, "Graph 3D", "graph_3d", nullptr, "", "Show the profiles one behind another"},
