@@ -30,8 +30,7 @@ std::string Names(const Format_Question& question) {
 Dialog_Resource Format_Dialog_Resource(const Format_Question& question) {
     Dialog_Resource resource{format_dialog, "Format of the data file", {}};
     resource.rows.push_back({{field_heading, Field_Kind::label, "Format of data file:", 0, "", true}});
-    if (question.differ)
-        resource.rows.push_back({{field_as_recognised, Field_Kind::radio, "As recognised, each file by its own", field_first_format}});
+    if (question.differ) resource.rows.push_back({{field_as_recognised, Field_Kind::radio, "As recognised", field_first_format}});
     for (const Pattern_Format& format : Pattern_Formats())
         resource.rows.push_back({{format.field, Field_Kind::radio, std::string(format.description), field_first_format}});
     if (!question.looks_like.empty())
