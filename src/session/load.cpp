@@ -128,7 +128,7 @@ Load_Result Load_Row(Session& session, Ask& ask, const std::string& path, const 
     if (row > profiles_with_optional_arrays) Purge_Pattern(pattern, "DATA");
     store.changes.Forget();
     MRU_Add(session, full_path);
-    notes.Count(name, pattern.npts_claimed, fresh.read, fresh.left_out);
+    notes.Count(name, pattern.npts_claimed, fresh.read, fresh.left_out);  // the last step that can fail
     session.plot.history = {};
     store.Append(std::move(pattern), std::move(info));
     const auto flag = static_cast<std::size_t>(row - 1);

@@ -110,30 +110,34 @@ Load_Result Load_File(Session& session, Ask& ask, Read_File file, Load_Notes& no
     return Load_Row(session, ask, file.path, file.code == 0 ? "" : std::string(Mode_Of_Code(file.code)), std::move(fresh), notes);
 }
 
-// The x space and its titles, which a file may set before it is a row.
-struct Plot_Titles {
-    explicit Plot_Titles(const Plot_State& plot) : xspace(plot.xspace), x(plot.xlabel_text), y(plot.ylabel_text) {}
-    void Give_Back(Plot_State& plot) {
-        plot.xspace = xspace;
-        plot.xlabel_text.swap(x);
-        plot.ylabel_text.swap(y);
+// What a file may set before it is a row: the x space with its titles, and the recent files.
+struct Before {
+    explicit Before(const Session& session)
+        : xspace(session.plot.xspace), x(session.plot.xlabel_text), y(session.plot.ylabel_text), recent(session.recent) {}
+    void Give_Back(Session& session) {
+        session.plot.xspace = xspace;
+        session.plot.xlabel_text.swap(x);
+        session.plot.ylabel_text.swap(y);
+        std::swap(session.recent, recent);
+        MRU_Show(session);
     }
     X_Space xspace;
     std::string x, y;
+    Recent_Files recent;
 };
 
 // The same. Where memory runs out the rows of this file go again.
 Load_Result Load_File_Whole(Session& session, Ask& ask, const std::string& path, Read_File file, Load_Notes& notes) {
     const int rows_before = session.store.nperfiles();
-    std::optional<Plot_Titles> before;
+    std::optional<Before> before;
     try {
-        before.emplace(session.plot);
+        before.emplace(session);
         return Load_File(session, ask, std::move(file), notes);
     } catch (const std::bad_alloc&) {
     } catch (const std::length_error&) {
     }
     while (session.store.nperfiles() > rows_before) session.store.Drop_Last();
-    if (before) before->Give_Back(session.plot);
+    if (before) before->Give_Back(session);
     ask.Error("ERROR in file: " + Name_Of(session, path) + '\n' + std::string(out_of_memory));
     return Load_Result::failed;
 }

@@ -81,7 +81,7 @@ Load_Result Load_Prf_Row(Session& session, Ask& ask, const std::string& path, Fr
     Name_Axes(session, pattern, converted);
     store.changes.Forget();
     MRU_Add(session, full_path);
-    notes.Count(info.file_name, pattern.npts_claimed, fresh.read, fresh.left_out);
+    notes.Count(info.file_name, pattern.npts_claimed, fresh.read, fresh.left_out);  // the last step that can fail
     session.plot.history = {};
     if (refined != 0) {
         store.Pattern(refined) = std::move(pattern);

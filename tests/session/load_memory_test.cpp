@@ -3,6 +3,8 @@
 #include <cstdlib>
 #include <new>
 
+#include "base/os.hpp"
+#include "patterns/prf_files.hpp"
 #include "session/load.hpp"
 #include "session/session.hpp"
 #include "session/testing.hpp"
@@ -60,7 +62,8 @@ TEST(Load_Memory, EveryAllocationMayFail) {
     for (int i = 0; i < 40; ++i) text += std::to_string(10 + i) + ".0 " + std::to_string(100 + i) + " 1.0\n";
     fall = text + "12 5 1\n60 5 1\n61 5 1\n";
     const std::string plain = dir.Write("plain.xye", text), falling = dir.Write("falling.xye", fall + "60.5 nan 1\n62 5 1\n63 5 1\n");
-    for (const std::string& file : {plain, falling})
+    const std::string refined = dir.Write("refined.prf", test::Whole(test::Columns(test::Make_Model(1, 3, false))));
+    for (const std::string& file : {plain, falling, refined})
         for (const int rows : {0, 8}) {
             int failures = 0;
             for (long long which = 0; which < 4000; ++which) {
@@ -70,7 +73,6 @@ TEST(Load_Memory, EveryAllocationMayFail) {
                 Failing_Ask ask(which);
                 ask.answer = Box_Answer::yes;
                 const Open_Result result = Open_Files(session, ask, {file});
-                const std::string name = file == plain ? "plain.xye" : "falling.xye";
                 EXPECT_TRUE(Check_Invariants(session).ok()) << which << Check_Invariants(session).message;
                 if (!result.failed) {
                     EXPECT_EQ(session.store.nperfiles(), rows + 1);
@@ -78,8 +80,11 @@ TEST(Load_Memory, EveryAllocationMayFail) {
                     continue;
                 }
                 ++failures;
-                EXPECT_EQ(ask.Last_Box(), "Error Message|ERROR in file: " + name + "\nThere is not enough memory to read it") << which;
+                EXPECT_EQ(ask.Last_Box(),
+                          "Error Message|ERROR in file: " + std::string(File_Part(file)) + "\nThere is not enough memory to read it")
+                    << which;
                 EXPECT_EQ(session.store.nperfiles(), rows) << which;
+                EXPECT_EQ(session.recent.Slot(1), "-") << which;
                 EXPECT_EQ(session.plot.xspace, rows > 0 ? X_Space::two_theta : X_Space::none);
             }
             EXPECT_GT(failures, 5) << file;
