@@ -15,13 +15,16 @@ thread_local long long allocations_left = -1;  // the one that counts down to 0 
 
 }  // namespace
 
+[[gnu::noinline]] void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+    return allocations_left >= 0 && allocations_left-- == 0 ? nullptr : std::malloc(size == 0 ? 1 : size);
+}
 [[gnu::noinline]] void* operator new(std::size_t size) {
-    if (allocations_left >= 0 && allocations_left-- == 0) throw std::bad_alloc();
-    if (void* const memory = std::malloc(size == 0 ? 1 : size)) return memory;
+    if (void* const memory = operator new(size, std::nothrow)) return memory;
     throw std::bad_alloc();
 }
 [[gnu::noinline]] void operator delete(void* memory) noexcept { std::free(memory); }
 [[gnu::noinline]] void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
+[[gnu::noinline]] void operator delete(void* memory, const std::nothrow_t&) noexcept { std::free(memory); }
 
 namespace vntl {
 namespace {
