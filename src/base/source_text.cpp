@@ -101,7 +101,7 @@ std::vector<std::size_t> Kept_Lines(const std::vector<std::string>& old, const s
     std::vector<std::size_t> kept(now.size(), no_line);
     std::vector<Stretch> open = {{{0, 0}, {old.size(), now.size()}}};
     while (!open.empty()) {
-        auto [first, last] = open.back();
+        Pair first = open.back().first, last = open.back().last;
         open.pop_back();
         const auto left = [&] { return first.old < last.old && first.now < last.now; };
         while (left() && old[first.old] == now[first.now]) kept[first.now++] = first.old++;
