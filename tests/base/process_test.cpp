@@ -53,6 +53,14 @@ TEST_F(Process, RunsWithoutAShell) {
     EXPECT_FALSE(fs::exists(directory / "x"));
     fs::remove(Told());
 
+    Begin_Process();  // what this program overhears ends another one as ever
+    ASSERT_TRUE(IOsCommand("cp /proc/self/status " + Quoted_Argument(Told().string()), command_waits).ok());
+    for (const std::string& line : Lines())
+        if (line.starts_with("SigIgn:")) {
+            EXPECT_EQ(std::stoull(line.substr(7), nullptr, 16) & (1ull << (SIGPIPE - 1) | 1ull << (SIGXFSZ - 1)), 0u) << line;
+        }
+    fs::remove(Told());
+
     ASSERT_TRUE(IOsCommand(Program() + " later", command_goes_on).ok());
     EXPECT_FALSE(fs::exists(Told()));
     for (int i = 0; i < 200 && !fs::exists(Told()); ++i) std::this_thread::sleep_for(std::chrono::milliseconds(20));
