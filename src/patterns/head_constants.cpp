@@ -17,6 +17,7 @@ namespace {
 
 constexpr double metres_below = 1e-6, angstroms_of_a_metre = 1e10;
 constexpr double shortest = 1e-3, longest = 1e3;  // wavelengths that a diffraction pattern can have, angstroms
+constexpr std::size_t line_width = 4096;          // of which a line is looked at: heads in JSON are long
 constexpr double doublet = 0.02;                  // by which the lines of one differ at most
 
 struct Unit {
@@ -210,7 +211,7 @@ void Head_Constants::Take_Flight(std::string_view behind, std::optional<float>& 
 }
 
 void Head_Constants::Take_Line(std::string_view line) {
-    const std::string lower = Lower(line);
+    const std::string lower = Lower(line.substr(0, line_width));
     const std::string_view text = lower;
     enum class Kind { wavelength, dtt1, dtt2 };
     struct Keyword {

@@ -62,6 +62,9 @@ TEST(Head_Constants, WavelengthsInAnyUnit) {
         EXPECT_EQ(Told_By(std::string(line), "Distance"), Pair()) << line;
     }
     EXPECT_EQ(Told_By("# Wavelength = 2.665 A", "TOF"), Pair());
+    std::string many;
+    for (int i = 0; i < 1 << 19; ++i) many += "lambda(";  // in no time that grows with the square of the line
+    EXPECT_EQ(Told_By(many, "2theta"), Pair());
 }
 
 TEST(Head_Constants, TimesOfFlight) {
