@@ -63,7 +63,8 @@ const File_Kind_Row* Through(std::string_view name, Letters File_Kind_Row::*door
 const File_Kind_Row* Let_In(std::string_view name) {
     const std::string file(name);
     if (const File_Kind_Row* row = File_Kind_Of(name)) return row->open != nullptr && IOsFileExists(file) ? row : nullptr;
-    return Recognise_Format(file).by_content != 0 ? &recognised : nullptr;
+    const Recognition look = Recognise_Format(file);  // of a binary file the reader tells what it is
+    return look.by_content != 0 || !look.binary.empty() ? &recognised : nullptr;
 }
 
 const File_Kind_Row* Row_At(std::string_view name, Letters File_Kind_Row::*door) {

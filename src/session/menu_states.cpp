@@ -158,6 +158,17 @@ Menu_Column Column_Of(const Session& session, Plot_Form form) {
     return column == Menu_Column::multi && session.store.nperfiles() == 1 ? Menu_Column::single : column;
 }
 
+// The commands of one calculation, or those that lead to them, and no others; its menu alone is checked.
+void Offer_Calculation(Session& session, Click_Mode mode) {
+    Interface_State& menu = session.interface;
+    for (const int command : mode_commands) menu.Enable(command, false);
+    Uncheck_Modes(menu);
+    session.plot.ClickMode = mode;
+    const Mode& chosen = Mode_Table()[static_cast<std::size_t>(mode)];
+    if (chosen.checked != 0) menu.Check(chosen.checked, true);
+    for (const int command : chosen.enabled) menu.Enable(command, true);
+}
+
 void Set_Form(Session& session, Plot_Form form) {
     Interface_State& menu = session.interface;
     Leave_Mode(session);
@@ -177,7 +188,7 @@ void Set_Form(Session& session, Plot_Form form) {
 
 // A form other than "calculation" has no calculation running.
 void Set_Menu(Session& session, Plot_Form form) {
-    session.plot.ClickMode = Click_Mode::none;
+    if (session.plot.plot_type == Plot_Form::calculation) Offer_Calculation(session, Click_Mode::none);
     Uncheck_Modes(session.interface);
     Set_Form(session, form);
 }
@@ -217,17 +228,10 @@ void Set_Menu_3D_Surface(Session& session) { Set_Menu(session, Plot_Form::surfac
 
 void Set_Calculation_Mode(Session& session, Click_Mode mode) {
     Interface_State& menu = session.interface;
-    Plot_State& plot = session.plot;
-    const bool several_rows = plot.plot_type == Plot_Form::multi;
-
-    for (const int command : mode_commands) menu.Enable(command, false);
-    Uncheck_Modes(menu);
-    plot.ClickMode = mode;
-    const Mode& chosen = Mode_Table()[static_cast<std::size_t>(mode)];
-    if (chosen.checked != 0) menu.Check(chosen.checked, true);
-    for (const int command : chosen.enabled) menu.Enable(command, true);
-    if (chosen.checked == peaks_menu && session.store.prf_loaded) menu.Enable(search_satellites, true);
-    if (chosen.checked == background_menu && !several_rows) menu.Enable(search_background, true);
+    const bool several_rows = session.plot.plot_type == Plot_Form::multi;
+    Offer_Calculation(session, mode);
+    if (mode == Click_Mode::peaks && session.store.prf_loaded) menu.Enable(search_satellites, true);
+    if (mode == Click_Mode::background && !several_rows) menu.Enable(search_background, true);
     Set_Form(session, Plot_Form::calculation);
 }
 

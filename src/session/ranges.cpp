@@ -158,10 +158,11 @@ void View_In_Logarithms(Plot_State& plot) {
 }
 
 void View_In_Counts(const Profile_Store& store, Plot_State& plot) {
-    const float low = plot.y_view_min, high = std::exp(plot.y_view_max);
+    const float low = plot.y_view_min, high = plot.y_view_max;
     Set_Range_Y(store, plot);
     if (store.prf_loaded) plot.y_view_min = plot.y_prf_bottom;
-    const float top = std::isfinite(high) ? high : plot.y_view_max;
+    const bool whole = high == Log_Value(plot.y_view_max) || !std::isfinite(std::exp(high));
+    const float top = whole ? plot.y_view_max : std::exp(high);
     const float foot = low > 0 ? std::exp(low) : plot.y_view_min;
     if (top > foot) plot.Show({plot.x_view_min, plot.x_view_max, foot, top});
 }

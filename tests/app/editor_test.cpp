@@ -136,8 +136,8 @@ TEST_F(Editor, TheClipboardTakesNoEndlessText) {
     for (int i = 0; i < 400000; ++i) many += std::to_string(i) + " 1 1\n";
     Write("many.xye", many);
     const Run_Result run = Edit(
-        "main;drop many.xye many.xye many.xye many.xye many.xye;40502;open many.xye;40502;mouse data down 0 0.99;mouse data up 2000 "
-        "1.01;40502;"
+        "main;drop many.xye many.xye many.xye many.xye many.xye;40502;open many.xye;40502;mouse data down 0 0.99;mouse data up 20000 "
+        "1.01;mouse data down 0 0.995;mouse data up 2000 1.005;40502;"
         "40107;40519;files text.txt;40513");
     const Texts boxes = Questions(run);
     ASSERT_EQ(boxes.size(), 1u) << run.output;

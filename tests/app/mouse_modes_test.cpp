@@ -71,7 +71,7 @@ TEST_F(Mouse_Modes, ABandBecomesAnExcludedRegion) {
 // By the mouse where there is one row, through the dialog where there are several: the other rows get the region.
 TEST_F(Mouse_Modes, AFullListOfRegionsIsTold) {
     std::string script = "open a.xye\n";
-    for (int i = 0; i < 101; ++i) script += "command 40110\n" + Drag(11 + 0.1 * i, 2000, 11.05 + 0.1 * i, 2000);
+    for (int i = 0; i < 101; ++i) script += "command 40110\n" + Drag(11 + 0.1 * i, 2000, 11.25 + 0.1 * i, 2000);
     const auto run = Script(script +
                             "print excluded 1\ndrop b.xye\ncommand 40151\nset from 12\nset to 14\npress \"Select all\"\npress OK\n"
                             "print excluded 1\nprint excluded 2\n");
@@ -273,10 +273,12 @@ TEST_F(Mouse_Modes, AHintACursorAndAModeEndTogether) {
 
 // Escape lets an insertion go, and the calculation goes on with its own hint. A note gives way to what comes next.
 TEST_F(Mouse_Modes, EscapeEndsAnInsertionAndNotItsCalculation) {
-    const auto run = Script("open a.xye\ncommand 40096\ncommand 40093\nmouse data down 15 1500\nkey Escape\nprint state\n" +
-                            Click(20, 1900) + "print peaks\ncommand 40093\n" + Click(20, 1900) +
-                            "print peaks\ncommand 40222\nset \"Wavelength:\" 4\npress OK\ncommand 40089\nprint state\n"
-                            "mouse down 600 400\nmouse up 600 400\nmouse move 600 400\nprint state\n");
+    const auto run = Script(
+        "open a.xye\ncommand 40222\nset \"Wavelength:\" 4\npress OK\ncommand 40096\ncommand 40093\nmouse data down 15 1500\nkey "
+        "Escape\nprint state\n" +
+        Click(20, 1900) + "print peaks\ncommand 40093\n" + Click(20, 1900) +
+        "print peaks\ncommand 40089\nprint state\n"
+        "mouse down 600 400\nmouse up 600 400\nmouse move 600 400\nprint state\n");
     const auto states = run.With("plot_type"), lists = run.With("peaks");
     EXPECT_EQ(Hint(states.at(0)), "Peaks allocation:");
     EXPECT_EQ(states[0]["cursor"], "arrow");
@@ -290,9 +292,10 @@ TEST_F(Mouse_Modes, EscapeEndsAnInsertionAndNotItsCalculation) {
 // The lists are in counts. Out of the logarithms the view shows the same intensities, and several rows have the form of several again.
 TEST_F(Mouse_Modes, ACalculationOfALogarithmicFormIsInCounts) {
     const std::string menu = "print menu\n";
-    const auto run = Script(both + "print state\n" + menu + "command 40226\nprint state\ncommand 40138\nprint state\ncommand 40139\n" +
-                            "print state\n" + menu + "command 40226\n" + Drag(12, 7.2, 18, 7.8) +
-                            "command 40138\nprint state\nopen a.xye\nprint state\ncommand 40226\ncommand 40019\nprint state\n");
+    const auto run =
+        Script("open a.xye\nopen b.xye\nprint state\n" + menu + "command 40226\nprint state\ncommand 40138\nprint state\ncommand 40139\n" +
+               "print state\n" + menu + "command 40226\n" + Drag(12, 7.2, 18, 7.8) +
+               "command 40138\nprint state\nopen a.xye\nprint state\ncommand 40226\ncommand 40019\nprint state\n");
     EXPECT_EQ(run.status, 1);  // a calculation opens no file
     const auto states = run.With("plot_type"), menus = run.With("built");
     const auto form = [&states](std::size_t i) { return states.at(i)["plot_type"].get<std::string>(); };

@@ -108,7 +108,9 @@ TEST_F(Mouse, ReadsWhatIsShownAsFinelyAsItIsShown) {
     EXPECT_EQ(part(2, 2), "");
     EXPECT_EQ(part(2, 4), " Y= 500.0");
     EXPECT_EQ(part(3, 4), " Y= 0.250");
-    EXPECT_EQ(part(4, 2), "Pointed Pattern 1 a_name_that_n\xE2\x80\xA6om_for.xye");
+    EXPECT_EQ(part(4, 2),
+              "Pointed Pattern 1 a_name_that_no\xE2\x80\xA6"
+              "_room_for.xye");
 }
 
 TEST_F(Mouse, ReadsNothingOutsideTheBox) {

@@ -1,3 +1,6 @@
+#include <algorithm>
+#include <cmath>
+#include <functional>
 #include <tuple>
 
 #include "fixture.hpp"
@@ -48,21 +51,27 @@ TEST_F(Frame_Texts, FontAndStyleCodes) {
     }
 }
 
-// From 20 down to 12 thousandths of the page; the room about the middle of the zone is 1184 units, a letter of Courier as wide as its size.
+// The largest size from 20 down to 12 thousandths of the page at which it fits into the 1184 units about the middle of the zone.
 TEST_F(Frame_Texts, AWideTitleShrinksBeforeItIsCut) {
-    const std::pair<std::size_t, double> cases[] = {{40, 0.020}, {60, 0.016}, {75, 0.013}, {82, 0.012}};
-    for (const auto& [letters, size] : cases) {
+    std::vector<double> sizes;
+    for (const std::size_t letters : {40, 70, 85, 100, 180}) {
         session.store.Clear();
         Add().title = std::string(letters, 'm');
         Draw();
-        ASSERT_NE(Text(std::string(letters, 'm')), nullptr) << letters;
-        EXPECT_NEAR(Text(std::string(letters, 'm'))->style.width, size * 1200, page_tolerance) << letters;
-        EXPECT_NEAR(Text(std::string(letters, 'm'))->style.height, 2 * size * 800, page_tolerance) << letters;
+        const auto texts = All<Recorded_Text>();
+        const auto title = std::ranges::find(texts, WRGB(128, 0, 64), [](const Recorded_Text& text) { return text.style.colour; });
+        ASSERT_NE(title, texts.end());
+        Text_Style larger = title->style;
+        EXPECT_NEAR(larger.height / 800, 2 * larger.width / 1200, 1e-6);
+        sizes.push_back(std::round(larger.width / 1.2));
+        larger.width += 1.2, larger.height += 1.6;
+        EXPECT_EQ(title->text == std::string(letters, 'm'), letters != 180) << title->text;
+        EXPECT_LE(page.Text_Width(title->text, title->style), 1184);
+        EXPECT_TRUE(letters == 40 || page.Text_Width(title->text, larger) > 1184) << letters;
     }
-    session.store.Pattern(1).title = std::string(120, 'm');
-    Draw();
-    EXPECT_EQ(Text(std::string(120, 'm')), nullptr);
-    EXPECT_NEAR(All<Recorded_Text>().front().style.width, 0.012 * 1200, page_tolerance);
+    EXPECT_EQ(sizes.front(), 20);
+    EXPECT_EQ(sizes.back(), 12);
+    EXPECT_TRUE(std::ranges::is_sorted(sizes, std::greater()));
 }
 
 TEST_F(Frame_Texts, TheLegendNumbersTheBanksOfAFile) {

@@ -29,7 +29,7 @@ constexpr Gesture gestures[] = {
     {"Peaks or background enabled, click", "Inserts or deletes at the pointer, as chosen in the menu"},
     {"Select excluded regions, drag", "The stretch drawn over is excluded"},
     {"Offset/Align, drag", "Moves the chosen profiles from where the drag began to where it ends"},
-    {"Scaling X, Scaling Y", "A click on a reference, then a drag: x, or y, is multiplied by the drag's end divided by the reference"},
+    {"Scaling X, Scaling Y", "A click on a reference, then a drag: its end over the reference is the factor of x, or y"},
     {"Spectral lines enabled, left button", "Lines where the peak would stand for the tube's other wavelengths"},
     {"Ctrl+Z, Ctrl+Shift+Z", "Takes the last change of profiles or lists back, and makes it again"},
     {"Ctrl+C, Ctrl+Shift+C", "Copies the picture, or the points in view as text"},
