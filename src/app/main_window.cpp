@@ -76,6 +76,13 @@ void Ihand_WinRoot(Application& app, const Message& message) {
     Show_Changes(app.session);
 }
 
+// Bars that came or went have left the picture another height.
+void Carry_And_Fit(Application& app) {
+    const auto bars = app.toolbars;
+    Carry_To_Window(app);
+    if (app.toolbars != bars) Plot_Redraw(app.session);
+}
+
 std::optional<Point> Page_Of(const Plot_State& plot, Point data) {
     const Plot_State::Place at = plot.Page_At({data.x, data.y});
     if (!std::isfinite(at.x) || !std::isfinite(at.y)) return {};
@@ -114,12 +121,12 @@ void Carry_To_Window(Application& app) {
 }
 
 void Message_Loop(Application& app) {
-    Carry_To_Window(app);
+    Carry_And_Fit(app);
     unsigned carried = app.session.interface.revision;
     while (!app.leaving) {
         Serve_Message(WMessage());
         if (app.session.interface.revision == carried) continue;
-        Carry_To_Window(app);
+        Carry_And_Fit(app);
         carried = app.session.interface.revision;
     }
 }

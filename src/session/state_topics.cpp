@@ -19,8 +19,7 @@ Json State(const Session& session) {
                {"profiles_uniform", session.store.profiles_uniform},
                {"mixed_scat_var", session.store.mixed_scat_var},
                {"log_scale", plot.log_scale},
-               {"show_target", plot.show_target},
-               {"cursor", Told(session.interface.cursor)}};
+               {"show_target", plot.show_target}};
     const std::pair<const char*, float> reals[] = {
         {"x_view_min", plot.x_view_min}, {"x_view_max", plot.x_view_max}, {"y_view_min", plot.y_view_min}, {"y_view_max", plot.y_view_max},
         {"x_all_min", plot.x_all_min},   {"x_all_max", plot.x_all_max},   {"y_all_min", plot.y_all_min},   {"y_all_max", plot.y_all_max},
@@ -124,6 +123,10 @@ Json Timing(const Plot_State& plot) {
 
 std::vector<Topic> State_Topics(const Session& s) {
     return {Plain_Topic("state", [&s] { return State(s); }),
+            Plain_Topic("cursor",
+                        [&s] {
+                            return Json{{"cursor", Told(s.interface.cursor)}};
+                        }),
             Plain_Topic("peaks", [&s] { return Peaks(s.lists); }),
             Plain_Topic("background", [&s] { return Background(s.lists); }),
             Plain_Topic("hklgen", [&s] { return Generated(s.lists); }),

@@ -23,7 +23,8 @@ constexpr const char* fields = "1|2|1001|1002|1003|1004|1010|1599|1603|1701|1702
 constexpr const char* formats = "1002|1003|1004|1005|1006|1007|1008|1009|1010|1011|1599|1600|1601|1602|1603";
 constexpr const char* values = "0|1|-1|12|1e30|abc|\"\"|999999999999|\"two words\"";
 constexpr const char* what =
-    "rows|state|menu|menu 40105|toolbars|peaks|background|hklgen|fit|dialog|picture|recent|prefs|paths|timing|data 1|data 2 3 5|data 99|"
+    "rows|state|cursor|menu|menu 40105|toolbars|peaks|background|hklgen|fit|dialog|picture|recent|prefs|paths|timing|data 1|data 2 3 "
+    "5|data 99|"
     "reflections 1|excluded 1|picture full";
 constexpr const char* preferences =
     "pref legend_pos 4|pref legend_pos 1|pref legend_size 1000|pref title_size 1000|pref title_single \"\xff # title\"|pref ylabel_pos 9|"

@@ -242,14 +242,14 @@ TEST_F(Mouse_Modes, AHintACursorAndAModeEndTogether) {
             if (!none && (ending.statements == "OFF" ? mode.off.empty() : !ending.of_calculations && mode.click != 0)) continue;
             cases.push_back(mode);
             script += "command 40019\nopen a.xye" + std::string(ending.several_rows ? " b.xye" : "") +
-                      "\ncommand 40222\nset \"Wavelength:\" 4\npress OK\n" + mode.enter + "print state\n" +
+                      "\ncommand 40222\nset \"Wavelength:\" 4\npress OK\n" + mode.enter + "print state\nprint cursor\n" +
                       (ending.statements != "OFF" ? ending.statements
                        : none                     ? ""
                                                   : "command " + mode.off + '\n') +
-                      "mouse up 700 500\nmouse move 600 400\nprint state\nprint menu\n";
+                      "mouse up 700 500\nmouse move 600 400\nprint state\nprint cursor\nprint menu\n";
         }
         const auto run = Script(script);
-        const auto states = run.With("plot_type"), menus = run.With("built");
+        const auto states = run.With("plot_type"), menus = run.With("built"), cursors = run.With("cursor");
         ASSERT_EQ(states.size(), 2 * cases.size()) << ending.statements << run.errors;
         const std::size_t entries = menus.size() / cases.size();
         for (std::size_t i = 0; i < cases.size(); ++i) {
@@ -258,11 +258,11 @@ TEST_F(Mouse_Modes, AHintACursorAndAModeEndTogether) {
             const Json &during = states[2 * i], &behind = states[2 * i + 1];
             EXPECT_EQ(during["MoveMode"], mode.move);
             EXPECT_EQ(during["ClickMode"], mode.click);
-            EXPECT_EQ(during["cursor"], mode.cursor);
+            EXPECT_EQ(cursors.at(2 * i)["cursor"], mode.cursor);
             EXPECT_TRUE(mode.hint.empty() || Hint(during) == mode.hint) << Hint(during);
             EXPECT_EQ(behind["MoveMode"], 0);
             EXPECT_EQ(behind["ClickMode"], 0);
-            EXPECT_EQ(behind["cursor"], "arrow");
+            EXPECT_EQ(cursors.at(2 * i + 1)["cursor"], "arrow");
             EXPECT_EQ(behind["status"], states[1]["status"]);
             EXPECT_EQ(Hint(behind).starts_with(" d= "), behind["nperfiles"] != 0);
             for (std::size_t entry = 0; entry < entries; ++entry)
@@ -281,7 +281,7 @@ TEST_F(Mouse_Modes, EscapeEndsAnInsertionAndNotItsCalculation) {
         "mouse down 600 400\nmouse up 600 400\nmouse move 600 400\nprint state\n");
     const auto states = run.With("plot_type"), lists = run.With("peaks");
     EXPECT_EQ(Hint(states.at(0)), "Peaks allocation:");
-    EXPECT_EQ(states[0]["cursor"], "arrow");
+    EXPECT_EQ(run.With("cursor").at(0)["cursor"], "arrow");
     EXPECT_EQ(states[0]["ClickMode"], 2);
     EXPECT_EQ(lists.at(0)["peaks"].size(), 0u);
     EXPECT_EQ(lists.at(1)["peaks"].size(), 1u);

@@ -369,7 +369,7 @@ TEST_F(Program, TheMouseReadsZoomsAndGoesBack) {
     EXPECT_NEAR(view(3, "x_view_min"), 11.2, 1e-4);  // the wheel leaves 0.8 of the width about 12; the click changed nothing
     EXPECT_NEAR(view(3, "x_view_max"), 12.8, 1e-4);
     EXPECT_NEAR(view(4, "x_view_max"), 13.8, 1e-4);
-    EXPECT_EQ(states[5]["status"][1], "Pointed Pattern 1");
+    EXPECT_EQ(states[5]["status"][1], "Pointed Pattern 1 rising.xye");
 }
 
 TEST_F(Program, APictureTellsWhatIsDrawn) {

@@ -116,6 +116,7 @@ TEST_F(Children, TheWindowKeepsItsSizeWhileToolbarsComeAndGo) {
             EXPECT_LE(WInfoWindow(2), before[1] - 20 * bars);
             EXPECT_TRUE(bars > 0 || Shown() == before);
         }
+        EXPECT_EQ(Waiting(Message_Kind::resize), 0);  // who sets a bar knows of it
     }
 }
 

@@ -128,15 +128,21 @@ void Window::Set_Menu(std::span<const Menu_Entry> bar) {
     for (const Menu_Entry& entry : bar) menuBar()->addMenu(Add_Popup(entry));
 }
 
-// A bar that comes or goes changes the size of the picture and not that of the window.
+// A bar that comes or goes changes the size of the picture and not that of the window. Who sets it knows, and draws the picture anew: no
+// message tells of it.
 void Window::Set_Toolbar(const Toolbar_Resource* table, int row) {
+    auto& queue = The_Toolkit().queue;
+    const auto resize = [this](const Message& m) { return m.kind == Message_Kind::resize && m.record.win == number_; };
+    const bool resized = std::any_of(queue.begin(), queue.end(), resize);  // before, and not told yet
     if (const auto standing = toolbars_.find(row); standing != toolbars_.end()) {
         removeToolBar(standing->second);
         delete standing->second;
         toolbars_.erase(standing);
     }
     if (table != nullptr) Add_Toolbar(*table, row);
-    if (isVisible()) layout()->activate();
+    if (!isVisible()) return;
+    layout()->activate();
+    if (!resized) std::erase_if(queue, resize);
 }
 
 void Window::Add_Toolbar(const Toolbar_Resource& table, int row) {
