@@ -275,7 +275,7 @@ TEST_F(Mouse_Modes, AHintACursorAndAModeEndTogether) {
 TEST_F(Mouse_Modes, EscapeEndsAnInsertionAndNotItsCalculation) {
     const auto run = Script(
         "open a.xye\ncommand 40222\nset \"Wavelength:\" 4\npress OK\ncommand 40096\ncommand 40093\nmouse data down 15 1500\nkey "
-        "Escape\nprint state\n" +
+        "Escape\nprint state\nprint cursor\n" +
         Click(20, 1900) + "print peaks\ncommand 40093\n" + Click(20, 1900) +
         "print peaks\ncommand 40089\nprint state\n"
         "mouse down 600 400\nmouse up 600 400\nmouse move 600 400\nprint state\n");
