@@ -2,6 +2,7 @@
 
 #include <cstring>
 #include <span>
+#include <string>
 #include <utility>
 
 #include "base/edit_descriptor.hpp"
@@ -20,23 +21,24 @@ constexpr std::string_view bad_data = " Error reading a profile XRDML-DATA file:
 constexpr std::string_view no_points = " Error reading a profile  file: end of file";
 constexpr std::string_view no_keywords = " Error reading a profile JCP-DATA file: end of file";
 
-// "## FIRSTX= 5.000" as its name, without the blanks in front and behind, and its value; blank for any other line.
+// "## FIRSTX= 5.000" as its name, without any blanks, and its value; blank for any other line.
 struct Keyword {
     explicit Keyword(std::string_view line) {
         const std::size_t equal = line.find('=');
         if (!line.starts_with("##") || equal == std::string_view::npos) return;
-        name = Trim(line.substr(2, equal - 2));
+        name = Replace_All(line.substr(2, equal - 2), " ", "");
         value = Trim(line.substr(equal + 1));
     }
 
-    std::string_view name, value;
+    std::string name;
+    std::string_view value;
 };
 
 bool Take_Keyword(const Keyword& keyword, Diffraction_Pattern_Type& p, double& npts) {
     if (keyword.name == "NPOINTS") return Told_Real(keyword.value, npts);
-    const std::pair<std::string_view, float&> reals[] = {{"$WAVELENGTH ALPHA1", p.conv[0]},
-                                                         {"$WAVELENGTH ALPHA2", p.conv[1]},
-                                                         {"$INTENSITY RATIO ALPHA2/ALPHA1", p.conv[2]},
+    const std::pair<std::string_view, float&> reals[] = {{"$WAVELENGTHALPHA1", p.conv[0]},
+                                                         {"$WAVELENGTHALPHA2", p.conv[1]},
+                                                         {"$INTENSITYRATIOALPHA2/ALPHA1", p.conv[2]},
                                                          {"FIRSTX", p.xmin},
                                                          {"LASTX", p.xmax},
                                                          {"DELTAX", p.step}};

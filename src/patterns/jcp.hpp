@@ -12,7 +12,7 @@
 //       5.000    1234.000   1198.000   1240.000 ...    (F9.3,1X,5F11.3)
 //   ## END=
 //
-// A keyword stands at the beginning of its line; blanks behind the "##" and around the "=" do not matter. Rows are read while the first
+// A keyword stands at the beginning of its line; blanks in its name and around the "=" do not matter. Rows are read while the first
 // point of the next one is among the points told, and of the last row only the first point is part of the pattern: of 4253 points told 4251
 // are read.
 #pragma once

@@ -151,8 +151,7 @@ struct Scan {
         const auto axis = std::find_if(axes.begin(), axes.end(), [name](const Axis& each) { return each.name == name; });
         return axis == axes.end() ? nullptr : &*axis;
     }
-    // The one that was scanned. "2Theta-Omega" or "Gonio" names no axis, but those that it moved are told. Nothing where 2Theta is not
-    // told.
+    // The one that was scanned. "2Theta-Omega" or "Gonio" names none, but those that moved are told. Nothing where 2Theta is not.
     const Axis* Scanned() const {
         if (const Axis* named = Find(scan_axis); !scan_axis.empty() && named != nullptr && named->Moves()) return named;
         const Axis* const angle = Find(two_theta);
@@ -175,10 +174,16 @@ struct Measurement {
 
 // `angle`: the positions in hand are those of one.
 void Take_Positions(Tag_Walk& tags, Measurement& found, bool& angle) {
-    if (tags.Opens("scan")) found.Fresh().scan_axis = tags.Value("scanAxis");
+    constexpr std::size_t most_axes = 32;  // a diffractometer has seven or so
+    if (tags.Opens("scan")) {
+        Scan& scan = found.Fresh() = {};  // what stood in front of a scan that has no list was of one that was given up
+        scan.scan_axis = tags.Value("scanAxis");
+        angle = false;
+    }
     if (tags.Opens("positions")) {
-        angle = tags.Has("unit", "deg");
-        if (angle) found.Fresh().axes.emplace_back().name = tags.Value("axis");
+        Scan& scan = found.Fresh();
+        angle = tags.Has("unit", "deg") && scan.axes.size() < most_axes;
+        if (angle) scan.axes.emplace_back().name = tags.Value("axis");
     }
     if (!angle || found.scans.back().axes.empty()) return;
     Axis& axis = found.scans.back().axes.back();

@@ -159,7 +159,7 @@ TEST(Jcp, OfTheLastRowOnlyTheFirstPointCounts) {
         EXPECT_EQ(p.title, "##TITLE= Corundum");
         EXPECT_EQ(p.xmax, 29.98f);
     }
-    for (const auto& [from, to] : {std::pair{"= ", "="}, {"= ", " =   "}, {"## ", "##"}, {"##$", "## $"}}) {
+    for (const auto& [from, to] : {std::pair{"= ", "="}, {"= ", " =   "}, {"## ", "##"}, {"##$", "## $"}, {" ALPHA", "ALPHA"}}) {
         const auto p = Good(Read_Jcp, Replace_All(Jcp(11, 3), from, to));
         Expect_Counts(p, 11, false);
         EXPECT_EQ(p.xmax, 29.98f) << to;
@@ -319,6 +319,7 @@ TEST(Xrdml, TheAngleThatIsScannedIsTheAxis) {
     const auto turned = [&](double chi) { return Scan("1 2 3", "counts", still + Fixed("Chi", chi) + Moved("Phi", 0, 2)); };
     EXPECT_EQ(Sum_Of(turned(5) + turned(10) + turned(5)), (std::vector<float>{2, 4, 6}));
     EXPECT_EQ(Sum_Of(turned(5) + Scan("1 2 3", "counts", Fixed("Chi", 5) + Moved("2Theta", 0, 2))), (std::vector<float>{1, 2, 3}));
+    EXPECT_EQ(Good(Read_Xrdml, Xrdml("<scan>" + positions + "</scan>" + turned(5))).xmax, 2);  // a scan without counts is none
     const std::string before = " Error reading a profile XRDML-DATA file: end of file while trying to read ";
     Expect_Faults(Read_Xrdml, {{Xrdml(Scan("1 2 3", "counts", still)), before + "the start position"},
                                {Xrdml(Scan("1 2 3", "counts", Axis("2Theta", "") + Moved("Omega", 1, 2))), before + "the start position"},
