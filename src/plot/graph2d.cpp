@@ -3,6 +3,8 @@
 // The order of the steps is the order in which things cover one another: a row's line lies over its markers, its excluded stretches
 // over both, the frame and the legend over all rows.
 #include <algorithm>
+#include <array>
+#include <bitset>
 #include <cmath>
 #include <memory>
 #include <thread>
@@ -43,53 +45,85 @@ void Draw_Page(const Scene& scene, Presentation& p) {
     g.IGrRectangle(plot.zone.x1 * page_width, plot.zone.y1 * page_height, plot.zone.x2 * page_width, plot.zone.y2 * page_height);
 }
 
-void Draw_Markers(Presentation& p, Values x, Values y, const Curve_Style& style) {
+void Draw_Markers(Presentation& p, Values x, Values y, const Curve_Style& style, const Series_Blocks* blocks = nullptr) {
     p.IPgNewPlot(marker_plot, 1, static_cast<int>(x.size()));
     p.IPgStyle(1, style.Of_Markers());
     p.graphics().IGrLineWidth(1);
-    p.IPgXYPairs(x, y);
+    p.IPgXYPairs(x, y, blocks);
 }
 
-void Draw_Line(Presentation& p, Values x, Values y, const Curve_Style& style) {
+void Draw_Line(Presentation& p, Values x, Values y, const Curve_Style& style, const Series_Blocks* blocks = nullptr) {
     p.IPgNewPlot(line_plot, 1, static_cast<int>(x.size()));
     p.IPgStyle(1, style.Of_Line());
     p.graphics().IGrLineWidth(style.Width());
-    p.IPgXYPairs(x, y);
+    p.IPgXYPairs(x, y, blocks);
+}
+
+std::size_t Points_Of(const Diffraction_Pattern_Type& p) {
+    return std::min({p.x.size(), p.y.size(), static_cast<std::size_t>(std::max(p.npts, 0))});
 }
 
 // Draws one row. The arrays of its pattern are looked at in place; only logarithms and differences need arrays of their own.
 class Row_Drawing {
 public:
-    Row_Drawing(const Scene& scene, Presentation& p, int row, const View& window, bool log)
+    // `blocks`: of the observed points as they are drawn, null where they are not known.
+    Row_Drawing(const Scene& scene, Presentation& p, int row, const View& window, bool log, const Series_Blocks* blocks)
         : scene_(scene),
           p_(p),
+          row_(row),
           pattern_(scene.store.Pattern(row)),
           info_(scene.store.Info(row)),
           window_(window),
           log_(log),
           style_(Style_Of(scene.prefs.Style_Of_Row(row))),
-          points_(std::min({pattern_.x.size(), pattern_.y.size(), static_cast<std::size_t>(std::max(pattern_.npts, 0))})) {
+          points_(Points_Of(pattern_)),
+          blocks_(blocks) {
         const int size = scene.prefs.Style_Of_Row(row).marker_size;
         p_.graphics().WGrTextFont(marker_font, 0, Char_Width(size), Char_Height(size));
     }
 
     bool Empty() const { return points_ == 0; }
 
-    void Draw_Observed() {
-        std::vector<float> logarithms;
-        const Values y = Scaled(pattern_.y, logarithms);
-        Draw_Markers(p_, X(), y, style_);
+    // Markers, line, what was calculated and excluded, each over the ones before. `backwards` from the last to the first.
+    void Draw(bool backwards) {
+        using Layer = void (Row_Drawing::*)();
+        std::array<Layer, 6> layers = {&Row_Drawing::Draw_Observed_Markers, &Row_Drawing::Draw_Observed_Line, &Row_Drawing::Draw_Calculated,
+                                       &Row_Drawing::Draw_Background,       &Row_Drawing::Draw_Difference,    &Row_Drawing::Draw_Excluded};
+        if (backwards) std::reverse(layers.begin(), layers.end());
+        backwards_ = backwards;
+        for (const Layer layer : layers) (this->*layer)();
+    }
+
+private:
+    Values X() const { return Values(pattern_.x).first(points_); }
+    bool Mono() const { return info_.kind == Row_Kind::mono; }
+    bool Shows(const std::bitset<max_profiles>& flags) const { return flags[static_cast<std::size_t>(row_ - 1)]; }
+
+    Values Y() {
+        const Values values = Values(pattern_.y).first(points_);
+        if (!log_) return values;
+        if (logarithms_.empty()) logarithms_ = Log_Copy(values);
+        return logarithms_;
+    }
+
+    void Draw_Observed_Markers() { Draw_Markers(p_, X(), Y(), style_, blocks_); }
+
+    void Draw_Observed_Line() {
         if (Mono())
             Draw_Error_Bars();
         else if (style_.Has_Line())
-            Draw_Line(p_, X(), y, style_);
+            Draw_Line(p_, X(), Y(), style_, blocks_);
     }
 
-    void Draw_Calculated() { Draw_Array(pattern_.ycalc, Ycalc_Style(scene_.prefs.prf)); }
-    void Draw_Background() { Draw_Array(pattern_.bgr, Ydif_Style(scene_.prefs.prf)); }
+    void Draw_Calculated() {
+        if (Shows(scene_.store.show_ycalc_of)) Draw_Array(pattern_.ycalc, Ycalc_Style(scene_.prefs.prf));
+    }
+    void Draw_Background() {
+        if (Shows(scene_.store.show_bgr_of)) Draw_Array(pattern_.bgr, Ydif_Style(scene_.prefs.prf));
+    }
 
     void Draw_Difference() {
-        if (pattern_.ycalc.size() < points_) return;
+        if (!Shows(scene_.store.show_ycalc_of) || pattern_.ycalc.size() < points_) return;
         std::vector<float> difference(points_);
         for (std::size_t i = 0; i < points_; ++i) difference[i] = pattern_.y[i] - pattern_.ycalc[i];
         Draw_Line(p_, X(), difference, Ydif_Style(scene_.prefs.prf));
@@ -97,30 +131,24 @@ public:
 
     // In the linear intensity, in the logarithmic form too.
     void Draw_Excluded() {
+        if (!scene_.prefs.prf.excl_show) return;
         const Curve_Style style = style_.In_Colour(scene_.prefs.prf.excl_colour);
-        for (const Excluded_Stretch& stretch : Excluded_Stretches(info_, X(), window_)) {
+        std::vector<Excluded_Stretch> stretches = Excluded_Stretches(info_, X(), window_);
+        if (backwards_) std::reverse(stretches.begin(), stretches.end());
+        for (const Excluded_Stretch& stretch : stretches) {
             const Values x = X().subspan(stretch.first, stretch.count);
             const Values y = Values(pattern_.y).subspan(stretch.first, stretch.count);
+            const bool line = style.Has_Line() && !Mono();
+            if (line && backwards_) Draw_Line(p_, x, y, style);
             Draw_Markers(p_, x, y, style);
-            if (style.Has_Line() && !Mono()) Draw_Line(p_, x, y, style);
+            if (line && !backwards_) Draw_Line(p_, x, y, style);
         }
-    }
-
-private:
-    Values X() const { return Values(pattern_.x).first(points_); }
-    bool Mono() const { return info_.kind == Row_Kind::mono; }
-
-    Values Scaled(const std::vector<float>& array, std::vector<float>& logarithms) const {
-        const Values values = Values(array).first(points_);
-        if (!log_) return values;
-        logarithms = Log_Copy(values);
-        return logarithms;
     }
 
     void Draw_Array(const std::vector<float>& array, const Curve_Style& style) {
         if (array.size() < points_) return;
-        std::vector<float> logarithms;
-        Draw_Line(p_, X(), Scaled(array, logarithms), style);
+        const Values values = Values(array).first(points_);
+        log_ ? Draw_Line(p_, X(), Log_Copy(values), style) : Draw_Line(p_, X(), values, style);
     }
 
     void Draw_Error_Bars() {
@@ -134,43 +162,67 @@ private:
 
     const Scene& scene_;
     Presentation& p_;
+    int row_;
     const Diffraction_Pattern_Type& pattern_;
     const PRF_Info_Add_Type& info_;
     const View& window_;
-    bool log_;
+    bool log_, backwards_ = false;
     Curve_Style style_;
     std::size_t points_;
+    const Series_Blocks* blocks_;
+    std::vector<float> logarithms_;  // of y, once they were asked for
 };
 
-void Draw_Row(const Scene& scene, Presentation& p, int row, const View& window, bool log) {
-    const Profile_Store& store = scene.store;
-    const auto flag = static_cast<std::size_t>(row - 1);
-    Row_Drawing drawing(scene, p, row, window, log);
-    if (drawing.Empty()) return;
-    drawing.Draw_Observed();
-    if (store.show_ycalc_of[flag]) drawing.Draw_Calculated();
-    if (store.show_bgr_of[flag]) drawing.Draw_Background();
-    if (store.show_ycalc_of[flag]) drawing.Draw_Difference();
-    if (scene.prefs.prf.excl_show) drawing.Draw_Excluded();
+void Draw_Row(const Scene& scene, Presentation& p, int row, const View& window, bool log, const Series_Blocks* blocks, bool backwards) {
+    if (!scene.store.shown(row)) return;
+    Row_Drawing drawing(scene, p, row, window, log, blocks);
+    if (!drawing.Empty()) drawing.Draw(backwards);
 }
 
-// The rows one after another. A plot of many points is drawn by a thread for each half of the picture, which comes out the same.
+// Blocks of the shown rows, each found by one of `threads`.
+std::vector<Series_Blocks> Blocks_Of_Rows(const Profile_Store& store, int n, int threads) {
+    std::vector<Series_Blocks> blocks(static_cast<std::size_t>(n));
+    std::vector<std::jthread> running;
+    for (int thread = 1; thread <= threads; ++thread)
+        running.emplace_back([&store, &blocks, n, thread, threads] {
+            for (int row = thread; row <= n; row += threads) {
+                const Diffraction_Pattern_Type& p = store.Pattern(row);
+                const std::size_t points = Points_Of(p);
+                if (store.shown(row)) blocks[static_cast<std::size_t>(row - 1)] = {Values(p.x).first(points), Values(p.y).first(points)};
+            }
+        });
+    running.clear();  // waits for them
+    return blocks;
+}
+
+// The rows one after another. A plot of many points is drawn by a thread for each half of the picture, from the front row to the back one
+// where all its parts can be drawn so, for most of the points lie behind others. It comes out the same.
 void Draw_Rows(const Scene& scene, Presentation& p, int n, const View& window, bool log) {
     constexpr long long many_points = 200'000;
     long long points = 0;
     for (int row = 1; row <= n; ++row) points += scene.store.Pattern(row).npts;
-    const auto draw = [&scene, &window, n, log](Presentation& part) {
-        for (int row = 1; row <= n; ++row)
-            if (scene.store.shown(row)) Draw_Row(scene, part, row, window, log);
-    };
     const auto bands = points < many_points ? std::vector<std::unique_ptr<Device>>() : p.graphics().device().Bands();
-    if (bands.empty()) return draw(p);
+    std::vector<Series_Blocks> blocks;
+    if (!bands.empty() && !log) blocks = Blocks_Of_Rows(scene.store, n, static_cast<int>(bands.size()));
+    const auto draw_row = [&](Presentation& part, int row, bool backwards) {
+        Draw_Row(scene, part, row, window, log, blocks.empty() ? nullptr : &blocks[static_cast<std::size_t>(row - 1)], backwards);
+    };
+    const auto draw = [&draw_row, n](Presentation& part) {
+        Device& device = part.graphics().device();
+        if (device.Start_Backwards()) {
+            for (int row = n; row >= 1; --row) draw_row(part, row, true);
+            if (device.End_Backwards()) return;
+        }
+        for (int row = 1; row <= n; ++row) draw_row(part, row, false);
+    };
     std::vector<std::jthread> threads;
     for (const auto& band : bands)
         threads.emplace_back([&draw, &p, g = p.graphics().On(*band)]() mutable {
             Presentation part = p.On(g);
             draw(part);
         });
+    if (bands.empty())
+        for (int row = 1; row <= n; ++row) draw_row(p, row, false);
 }
 
 }  // namespace

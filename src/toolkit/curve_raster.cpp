@@ -8,6 +8,8 @@
 #include <limits>
 #include <utility>
 
+#include "base/extremes.hpp"
+
 namespace vntl {
 
 namespace {
@@ -18,18 +20,32 @@ constexpr float nothing = std::numeric_limits<float>::infinity();
 constexpr float farthest = 1e15f;  // pixels: a point beyond is a gap
 constexpr int chunk_points = 256;
 
-std::uint32_t Argb(Colour c) { return 0xff000000u | Red(c) << 16 | Green(c) << 8 | Blue(c); }
+// What a colour is laid on: pixels, or the layers above them. A column takes the opacity of one row after another, downward.
+struct On_Pixels {
+    Pixel_Buffer target;
+    std::uint32_t argb;
 
-// The four channels of a pixel, 16 bits for each.
-constexpr std::uint64_t a_channel_each = 0x0001000100010001u, channels = 255 * a_channel_each;
-std::uint64_t Spread(std::uint32_t pixel) { return (pixel | static_cast<std::uint64_t>(pixel) << 24) & channels; }
+    struct Column {
+        std::uint32_t* pixels;
+        std::ptrdiff_t stride;
+        std::uint32_t argb;
+        void operator()(int y, std::uint32_t opacity) const { Blend(pixels[y * stride], argb, opacity); }
+    };
+    Column At(int x) const { return {target.pixels + x, target.stride, argb}; }
+};
 
-// The colour over a pixel with an opacity of 0 to 255; the alpha channel follows, so that it works on clear ground too. No opacity is
-// taken apart: along the edge of a curve a jump costs more than the sum.
-void Blend(std::uint32_t& pixel, std::uint32_t colour, std::uint32_t opacity) {
-    const std::uint64_t sum = Spread(colour) * opacity + Spread(pixel) * (255 - opacity) + 127 * a_channel_each;
-    const std::uint64_t mixed = (sum + (sum >> 8 & channels) + a_channel_each) >> 8 & channels;  // through 255, rounded
-    pixel = static_cast<std::uint32_t>(mixed | mixed >> 24);
+struct Below_Layers {
+    Under_Layers* layers;
+    std::uint32_t argb;
+
+    Under_Layers::Column At(int x) const { return {*layers, x, argb}; }
+};
+
+Series Part_Of(const Series& s, std::size_t first, std::size_t end) {
+    Series part = s;
+    part.x = s.x.subspan(first, end - first);
+    part.y = s.y.subspan(first, end - first);
+    return part;
 }
 
 // The part of the series between two device x, one neighbour kept on each side. For a series whose x rises.
@@ -41,10 +57,7 @@ Series Between(const Series& s, double x1, double x2) {
     const auto to = std::partition_point(from, s.x.end(), [&](float value) { return device(value) <= x2; });
     const auto first = static_cast<std::size_t>(from - s.x.begin() - (from != s.x.begin()));
     const auto end = static_cast<std::size_t>(to - s.x.begin() + (to != s.x.end()));
-    Series part = s;
-    part.x = s.x.subspan(first, end - first);
-    part.y = s.y.subspan(first, end - first);
-    return part;
+    return Part_Of(s, first, end);
 }
 
 }  // namespace
@@ -55,10 +68,49 @@ bool Rises(std::span<const float> x) {
     return falls == 0;
 }
 
+bool Rises(const Series& s) { return s.blocks != nullptr ? s.blocks->rises : Rises(s.x); }
+
+static Extremes Extremes_Of_Block(std::span<const float> y, std::size_t first) {
+    return Finite_Extremes(y.subspan(first, std::min(Series_Blocks::points + 1, y.size() - first)));
+}
+
+Series_Blocks::Series_Blocks(std::span<const float> x_values, std::span<const float> y_values) : rises(Rises(x_values)) {
+    for (std::size_t first = 0; first < y_values.size(); first += points) y.push_back(Extremes_Of_Block(y_values, first));
+}
+
 Curve_Raster::Map::Map(double zero, double per_unit, int first)
     : origin(static_cast<float>(-zero / per_unit)), scale(static_cast<float>(per_unit)), from(static_cast<float>(first)) {
     if (!std::isfinite(origin)) origin = 0;
     offset = static_cast<float>(zero + per_unit * static_cast<double>(origin));
+}
+
+// Of the blocks of the series that have points of `part`; their points are numbered as in the series. It rises, where there are layers.
+void Curve_Raster::Find_Stretches(const Series& s, const Series& part, const Pixel_Rect& clip, const Map& to_y, int reach_x, int reach_y) {
+    constexpr std::size_t block = Series_Blocks::points;
+    stretches_.clear();
+    const std::size_t begin = static_cast<std::size_t>(part.x.data() - s.x.data()), n = begin + part.x.size();
+    if (layers_ == nullptr) return stretches_.push_back({begin, n, clip.x1, clip.x2});
+    const Map to_x(s.x0, s.x_scale, 0);
+    const auto pixel = [](float at, int beyond, int least, int most) {
+        return static_cast<int>(
+            std::min(std::max(static_cast<float>(least), std::floor(at) + static_cast<float>(beyond)), static_cast<float>(most)));
+    };
+    for (std::size_t first = begin / block * block; first < n; first += block) {
+        const std::size_t end = std::min(first + block + 1, s.x.size());  // so that it has the segment to the next block
+        const Extremes y = s.blocks != nullptr ? s.blocks->y[first / block] : Extremes_Of_Block(s.y, first);
+        if (!y.Found()) continue;
+        const float one = to_y(y.low), other = to_y(y.high);
+        const Pixel_Rect box{pixel(to_x(s.x[first]), -reach_x, clip.x1, clip.x2), pixel(std::min(one, other), -reach_y, clip.y1, clip.y2),
+                             pixel(to_x(s.x[end - 1]), reach_x + 1, clip.x1, clip.x2),
+                             pixel(std::max(one, other), reach_y + 1, clip.y1, clip.y2)};
+        if (box.x1 >= box.x2 || box.y1 >= box.y2 || layers_->Hides(box)) continue;
+        if (!stretches_.empty() && stretches_.back().end == first + 1) {
+            stretches_.back().end = end;
+            stretches_.back().x2 = box.x2;
+        } else {
+            stretches_.push_back({first, end, box.x1, box.x2});
+        }
+    }
 }
 
 // --- curves ------------------------------------------------------------------------------------------------------------------
@@ -194,7 +246,8 @@ void Curve_Raster::Widen(double radius, int first, int count) {
 // What a strip covers of a pixel column grows from row to row as the low end passes and falls again as the high end does. So each end is
 // one entry, whatever the height between them: its share of the row that it lies in, and above that the share of all rows further down.
 // A running sum down the column is the opacity.
-void Curve_Raster::Paint(const Pixel_Buffer& target, const Pixel_Rect& clip, Colour colour) {
+template <class Ink>
+void Curve_Raster::Paint(const Ink& ink, const Pixel_Rect& clip) {
     constexpr int block = 16;  // pixel columns at a time
     struct Ends {
         std::array<std::int32_t, block * strips_a_pixel> row, entry;
@@ -206,8 +259,6 @@ void Curve_Raster::Paint(const Pixel_Buffer& target, const Pixel_Rect& clip, Col
             }
         }
     } low, high;
-    const std::uint32_t argb = Argb(colour);
-    const std::ptrdiff_t stride = target.stride;
     const int rows = clip.y2 - clip.y1;
     const auto top = static_cast<float>(clip.y1), height = static_cast<float>(rows);
     steps_.assign(static_cast<std::size_t>(rows) + 1, 0);
@@ -226,12 +277,12 @@ void Curve_Raster::Paint(const Pixel_Buffer& target, const Pixel_Rect& clip, Col
                 first = std::min(first, low.row[i]);
                 last = std::max(last, high.row[i]);
             }
-            std::uint32_t* pixel = target.pixels + (clip.y1 + first) * stride + clip.x1 + x + column;
+            auto&& ink_column = ink.At(clip.x1 + x + column);
             std::int32_t full = 0;
-            for (std::int32_t row = first; row <= last; ++row, pixel += stride) {
+            for (std::int32_t row = first; row <= last; ++row) {
                 const std::int32_t step = std::exchange(steps_[static_cast<std::size_t>(row)], 0);
                 const auto share = static_cast<std::int16_t>(step & 0xffff);
-                if (row < rows) Blend(*pixel, argb, static_cast<std::uint32_t>(full + share));
+                if (row < rows) ink_column(clip.y1 + row, static_cast<std::uint32_t>(full + share));
                 full += (step - share) >> 16;
             }
         }
@@ -252,14 +303,25 @@ void Curve_Raster::Curve(const Pixel_Buffer& target, const Pixel_Rect& clip, con
     part.x1 = reached(series.x.front(), -margin);
     part.x2 = reached(series.x.back(), margin);
     if (part.x1 >= part.x2) return;
-    const int first = part.x1 - margin, end = part.x2 + margin;
-    low_.assign(static_cast<std::size_t>(end - first) * strips_a_pixel + 2, nothing);
-    high_.assign(low_.size(), -nothing);
-    const Map to_x(series.x0 * strips_a_pixel, series.x_scale * strips_a_pixel, first * strips_a_pixel - 1);
+    const Series near = Between(series, part.x1 - margin, part.x2 + margin);
     const Map to_y(target.height - series.y0, -series.y_scale, 0);
-    Collect(Between(series, first, end), to_x, to_y, reduced);
-    Widen(radius, 1 + margin * strips_a_pixel, (part.x2 - part.x1) * strips_a_pixel);
-    Paint(target, part, colour);
+    Find_Stretches(series, near, part, to_y, margin, margin - 1);
+    // Stretches that reach into the same columns are one drawing.
+    for (std::size_t from = 0, to = 0; from < stretches_.size(); from = to) {
+        Pixel_Rect columns{stretches_[from].x1, part.y1, stretches_[from].x2, part.y2};
+        for (to = from + 1; to < stretches_.size() && stretches_[to].x1 < columns.x2; ++to)
+            columns.x2 = std::max(columns.x2, stretches_[to].x2);
+        const int first = columns.x1 - margin, end = columns.x2 + margin;
+        low_.assign(static_cast<std::size_t>(end - first) * strips_a_pixel + 2, nothing);
+        high_.assign(low_.size(), -nothing);
+        const Map to_x(series.x0 * strips_a_pixel, series.x_scale * strips_a_pixel, first * strips_a_pixel - 1);
+        for (std::size_t i = from; i < to; ++i) Collect(Part_Of(series, stretches_[i].first, stretches_[i].end), to_x, to_y, reduced);
+        Widen(radius, 1 + margin * strips_a_pixel, (columns.x2 - columns.x1) * strips_a_pixel);
+        if (layers_ != nullptr)
+            Paint(Below_Layers{layers_, Argb(colour)}, columns);
+        else
+            Paint(On_Pixels{target, Argb(colour)}, columns);
+    }
 }
 
 // --- markers -----------------------------------------------------------------------------------------------------------------
@@ -318,9 +380,8 @@ void Curve_Raster::Stamp(const Frame& frame, const Marker_Sprite& sprite, std::s
     }
 }
 
-void Curve_Raster::Paint_Marks(const Pixel_Buffer& target, const Frame& frame, const Marker_Sprite& sprite, Colour colour) {
-    const std::uint32_t argb = Argb(colour);
-    const std::ptrdiff_t stride = target.stride;
+template <class Ink>
+void Curve_Raster::Paint_Marks(const Ink& ink, const Frame& frame, const Marker_Sprite& sprite) {
     const int columns = frame.columns - 2 * sprite.reach_x, end_row = frame.rows - sprite.reach_y;
     // Rows that are covered in each column of the clip.
     first_.assign(static_cast<std::size_t>(columns), end_row);
@@ -336,9 +397,10 @@ void Curve_Raster::Paint_Marks(const Pixel_Buffer& target, const Frame& frame, c
         const int first = std::max(first_[static_cast<std::size_t>(i)], sprite.reach_y);
         const int end = std::min(end_[static_cast<std::size_t>(i)], end_row);
         std::uint8_t* cover = cover_.data() + (i + 2 * sprite.reach_x) * frame.cover_stride + sprite.reach_y;
-        std::uint32_t* pixel = target.pixels + (frame.y + first) * stride + frame.x + sprite.reach_x + i;
-        for (int row = first; row < end; ++row, pixel += stride) {
-            Blend(*pixel, argb, cover[row]);
+        if (first >= end) continue;
+        auto&& ink_column = ink.At(frame.x + sprite.reach_x + i);
+        for (int row = first; row < end; ++row) {
+            ink_column(frame.y + row, cover[row]);
             cover[row] = 0;
         }
     }
@@ -349,37 +411,47 @@ void Curve_Raster::Markers(const Pixel_Buffer& target, const Pixel_Rect& clip, c
     if (clip.x1 >= clip.x2 || clip.y1 >= clip.y2 || style.glyph == 0 || series.x.empty()) return;
     const Marker_Sprite& sprite = sprites_.Of(style);
     const Frame frame(clip, sprite);
-    Prepare_Marks(frame, sprite);
     const std::uint32_t outside = frame.Outside();
     const auto columns = static_cast<float>(frame.columns), rows = static_cast<float>(frame.rows);
     const Map to_x(series.x0, series.x_scale, frame.x), to_y(target.height - series.y0, -series.y_scale, frame.y);
     // Cheap to ask where all is shown; where not, it pays to look whether a part can be left out.
     const auto shown = [&](float x) { return to_x(x) >= 0 && to_x(x) < columns; };
-    const bool whole = (shown(series.x.front()) && shown(series.x.back())) || !Rises(series.x);
-    const Series part = whole ? series : Between(series, frame.x - 1, frame.x + frame.columns + 1);
+    const bool all_shown = shown(series.x.front()) && shown(series.x.back());
+    const bool rises = (all_shown && layers_ == nullptr) || Rises(series);
+    const Series part = all_shown || !rises ? series : Between(series, frame.x - 1, frame.x + frame.columns + 1);
+    if (rises)
+        Find_Stretches(series, part, clip, Map(target.height - series.y0, -series.y_scale, 0), sprite.reach_x, sprite.reach_y);
+    else
+        stretches_.assign({Stretch{0, series.x.size(), clip.x1, clip.x2}});
+    if (stretches_.empty()) return;
+    Prepare_Marks(frame, sprite);
 
     // A pixel is stamped again only when the curve has been elsewhere in its row meanwhile; where x rises it then never comes back.
     std::array<std::uint32_t, chunk_points> pixels, fresh;
     std::uint32_t* latest = latest_.data();
-    for (std::size_t first = 0; first < part.x.size(); first += chunk_points) {
-        const std::size_t n = std::min<std::size_t>(chunk_points, part.x.size() - first);
-        const float *px = part.x.data() + first, *py = part.y.data() + first;
-        for (std::size_t i = 0; i < n; ++i) {
-            const float x = to_x(px[i]), y = to_y(py[i]);
-            const bool inside = (x >= 0) & (x < columns) & (y >= 0) & (y < rows);
-            const auto column = static_cast<std::int32_t>(inside ? x : 0), row = static_cast<std::int32_t>(inside ? y : rows);
-            pixels[i] = Frame::Pixel(static_cast<std::uint32_t>(column), static_cast<std::uint32_t>(row));
+    for (const Stretch& stretch : stretches_)
+        for (std::size_t first = stretch.first; first < stretch.end; first += chunk_points) {
+            const std::size_t n = std::min<std::size_t>(chunk_points, stretch.end - first);
+            const float *px = series.x.data() + first, *py = series.y.data() + first;
+            for (std::size_t i = 0; i < n; ++i) {
+                const float x = to_x(px[i]), y = to_y(py[i]);
+                const bool inside = (x >= 0) & (x < columns) & (y >= 0) & (y < rows);
+                const auto column = static_cast<std::int32_t>(inside ? x : 0), row = static_cast<std::int32_t>(inside ? y : rows);
+                pixels[i] = Frame::Pixel(static_cast<std::uint32_t>(column), static_cast<std::uint32_t>(row));
+            }
+            std::size_t count = 0;
+            for (std::size_t i = 0; i < n; ++i) {
+                std::uint32_t& before = latest[Frame::Row(pixels[i])];
+                fresh[count] = pixels[i];
+                count += reduced ? before != pixels[i] : pixels[i] != outside;
+                before = pixels[i];
+            }
+            Stamp(frame, sprite, std::span(fresh).first(count));
         }
-        std::size_t count = 0;
-        for (std::size_t i = 0; i < n; ++i) {
-            std::uint32_t& before = latest[Frame::Row(pixels[i])];
-            fresh[count] = pixels[i];
-            count += reduced ? before != pixels[i] : pixels[i] != outside;
-            before = pixels[i];
-        }
-        Stamp(frame, sprite, std::span(fresh).first(count));
-    }
-    Paint_Marks(target, frame, sprite, style.colour);
+    if (layers_ != nullptr)
+        Paint_Marks(Below_Layers{layers_, Argb(style.colour)}, frame, sprite);
+    else
+        Paint_Marks(On_Pixels{target, Argb(style.colour)}, frame, sprite);
 }
 
 }  // namespace vntl

@@ -9,6 +9,8 @@
 //
 // Points are taken some hundreds at a time through plain loops over arrays, which the compiler turns into steps of several points. They are
 // mapped in single precision: the place of a point is known to a thousandth of a pixel, however deep the zoom.
+//
+// Drawn from the front to the back, of a block of points no more is looked at than its extremes, where all that it could touch is covered.
 #pragma once
 
 #include <cstdint>
@@ -17,25 +19,20 @@
 
 #include "toolkit/device.hpp"
 #include "toolkit/marker_sprite.hpp"
+#include "toolkit/pixels.hpp"
+#include "toolkit/under_layers.hpp"
 
 namespace vntl {
 
-// Pixels of 32 bits, blue in the lowest byte, the top row first.
-struct Pixel_Buffer {
-    std::uint32_t* pixels = nullptr;
-    int width = 0, height = 0;
-    std::ptrdiff_t stride = 0;  // pixels from a row to the next
-};
-
-struct Pixel_Rect {
-    int x1, y1, x2, y2;  // x1 <= x < x2, rows from the top
-};
-
 // True when x never falls along the series (gaps aside); only such a curve can be drawn here.
 bool Rises(std::span<const float> x);
+bool Rises(const Series& series);
 
 class Curve_Raster {
 public:
+    // From now on what is drawn goes below what is in the layers, and not on the target; null: on the target again.
+    void Draw_Below(Under_Layers* layers) { layers_ = layers; }
+
     // `series` maps to pixels with y upward from the bottom of the buffer, `width` is the pen's in pixels. With `reduced` false every
     // segment is drawn by itself, to the same picture.
     void Curve(const Pixel_Buffer& target, const Pixel_Rect& clip, const Series& series, double width, Colour colour, bool reduced);
@@ -59,12 +56,23 @@ private:
     void Cover_Points(const Chunk& chunk, int points);
     void Collect(const Series& series, const Map& to_x, const Map& to_y, bool reduced);
     void Widen(double radius, int first, int count);
-    void Paint(const Pixel_Buffer& target, const Pixel_Rect& clip, Colour colour);
+    template <class Ink>
+    void Paint(const Ink& ink, const Pixel_Rect& clip);
+
+    // Points that may show, and the columns that they reach; those of a stretch and of the next one may overlap.
+    struct Stretch {
+        std::size_t first, end;
+        int x1, x2;
+    };
+    void Find_Stretches(const Series& series, const Series& part, const Pixel_Rect& clip, const Map& to_y, int reach_x, int reach_y);
 
     void Prepare_Marks(const Frame& frame, const Marker_Sprite& sprite);
     void Stamp(const Frame& frame, const Marker_Sprite& sprite, std::span<const std::uint32_t> pixels);
-    void Paint_Marks(const Pixel_Buffer& target, const Frame& frame, const Marker_Sprite& sprite, Colour colour);
+    template <class Ink>
+    void Paint_Marks(const Ink& ink, const Frame& frame, const Marker_Sprite& sprite);
 
+    Under_Layers* layers_ = nullptr;
+    std::vector<Stretch> stretches_;                 // of the series in hand, from the left
     std::vector<float> low_, high_;                  // intervals of the strips, with one strip more at each end for all that lies beyond
     std::vector<float> widened_low_, widened_high_;  // of the strips in the clip
     std::vector<std::int32_t> steps_;                // of the opacity down a pixel column, in hand only while it is painted

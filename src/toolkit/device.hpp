@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "base/colour.hpp"
+#include "base/extremes.hpp"
 
 namespace vntl {
 
@@ -31,11 +32,23 @@ struct Pen {
     Line_Style style = Line_Style::solid;
 };
 
+// What is known of a data set before it is drawn, so that much of it need not be looked at again.
+struct Series_Blocks {
+    static constexpr std::size_t points = 32;  // of a block, and the first one of the next
+
+    bool rises = false;  // x never falls, and there is no gap in it
+    std::vector<Extremes> y;
+
+    Series_Blocks() = default;
+    Series_Blocks(std::span<const float> x, std::span<const float> y);
+};
+
 // Points of a data set and the map from data to device units: x_device = x0 + x_scale * x. Both spans have the same length.
 // A pair with a NaN or an infinity is a gap.
 struct Series {
     std::span<const float> x, y;
     double x0 = 0, x_scale = 1, y0 = 0, y_scale = 1;
+    const Series_Blocks* blocks = nullptr;  // of these points, where somebody found them
 
     Point At(std::size_t i) const { return {x0 + x_scale * static_cast<double>(x[i]), y0 + y_scale * static_cast<double>(y[i])}; }
     bool Gap(std::size_t i) const { return !std::isfinite(x[i]) || !std::isfinite(y[i]); }
@@ -97,6 +110,11 @@ public:
     // Devices that draw on parts of this one, side by side, in its units, to the same picture: each for a thread of its own, while this one
     // draws nothing. None where a picture cannot be cut.
     virtual std::vector<std::unique_ptr<Device>> Bands() { return {}; }
+
+    // From now on what is drawn lies below what was drawn since, and all of it above the picture so far. False: this device cannot.
+    virtual bool Start_Backwards() { return false; }
+    // The end of it. False, and the picture is as it was before, where something was drawn that only goes the other way.
+    virtual bool End_Backwards() { return false; }
 };
 
 // Pixels (or points) of one line unit for a device of this size: 1 up to a page of 1200 x 800, then growing with it.

@@ -141,10 +141,12 @@ void Presentation::IPgClipRectangle(int mode) { clip_sets_ = mode != 0; }
 
 void Presentation::Clip_Sets() { Target().Set_Clip(clip_sets_ ? Box() : Area()); }
 
-void Presentation::IPgXYPairs(std::span<const float> x, std::span<const float> y) { Draw_Set(x, y, plot_type_ == 7); }
+void Presentation::IPgXYPairs(std::span<const float> x, std::span<const float> y, const Series_Blocks* blocks) {
+    Draw_Set(x, y, plot_type_ == 7, blocks);
+}
 void Presentation::IPgXYLine(std::span<const float> x, std::span<const float> y) { Draw_Set(x, y, false); }
 
-void Presentation::Draw_Set(std::span<const float> x, std::span<const float> y, bool markers) {
+void Presentation::Draw_Set(std::span<const float> x, std::span<const float> y, bool markers, const Series_Blocks* blocks) {
     const std::size_t n = std::min(x.size(), y.size());
     if (n == 0 || styles_.empty() || !std::isfinite(px2_ - px1_) || px1_ == px2_ || !std::isfinite(py2_ - py1_) || py1_ == py2_) return;
     const Set_Style& style = styles_[std::min(static_cast<std::size_t>(next_set_ - 1), styles_.size() - 1)];
@@ -155,6 +157,7 @@ void Presentation::Draw_Set(std::span<const float> x, std::span<const float> y, 
     series.y_scale = (box.y2 - box.y1) / (py2_ - py1_);
     series.x0 = box.x1 - series.x_scale * px1_;
     series.y0 = box.y1 - series.y_scale * py1_;
+    series.blocks = blocks;
     Clip_Sets();
     if (markers) {
         const Text_Style size = graphics_->Current_Text();

@@ -38,8 +38,9 @@ public:
     void IPgStyle(int set, const Set_Style&);         // set: 1 to 500
     void IPgMarker(int set, int marker);              // changes the glyph of a set's markers and leaves the rest of its style
     void IPgClipRectangle(int mode);                  // data sets are clipped at 1 the plot box, as at first, 0 the area
-    void IPgXYPairs(std::span<const float> x, std::span<const float> y);  // next set of the plot: markers or a line, by its type
-    void IPgXYLine(std::span<const float> x, std::span<const float> y);   // next set of the plot as a line, whatever the type
+    // Next set of the plot: markers or a line, by its type.
+    void IPgXYPairs(std::span<const float> x, std::span<const float> y, const Series_Blocks* blocks = nullptr);
+    void IPgXYLine(std::span<const float> x, std::span<const float> y);  // next set of the plot as a line, whatever the type
     void IPgErrorBars(std::span<const float> x, std::span<const float> y, std::span<const float> half_length);
 
     void IPgXScale(std::string_view flags, float y_at);  // axis along x at y = y_at; "T" ticks, "N" numbers
@@ -64,7 +65,7 @@ private:
     Point Plot_To_Device(double x, double y) const;
     Rect Box() const;  // plot box in device units
     Set_Style& Style_Of_Set(int set);
-    void Draw_Set(std::span<const float> x, std::span<const float> y, bool markers);
+    void Draw_Set(std::span<const float> x, std::span<const float> y, bool markers, const Series_Blocks* blocks = nullptr);
     void Clip_Sets();
     void Title_Line(std::string_view text, char position, Text_Style style, double y);
     void Turned_Label(std::string_view text, std::string_view position, Text_Style style, double middle);

@@ -63,4 +63,57 @@ TEST_F(Bands, GiveThePictureOfASingleThread) {
     }
 }
 
+// Rows of many points are drawn from the front one to the back one. The picture must be the one that every point gives by itself, drawn in
+// the usual order: peaks and noise, one below the other or apart, markers alone or lines alone, close up and far away, logarithms.
+TEST_F(Bands, DrawnBackwardsRowsGiveThePictureOfEveryPoint) {
+    constexpr int rows = 40, points = 6000;
+    unsigned noise = 1;
+    const auto chance = [&noise] {
+        noise = noise * 1664525u + 1013904223u;
+        return static_cast<float>(noise >> 8) / 16777216.0f;
+    };
+    for (int row = 0; row < rows; ++row) {
+        std::vector<float> x, y;
+        for (int i = 0; i < points; ++i) {
+            const float t = static_cast<float>(i) / points;
+            x.push_back(row % 3 == 0 ? 10 + 4 * t : 10 + 4 * t * t);  // close together at the start
+            float peaks = 0;
+            for (int peak = 0; peak < 5; ++peak) {
+                const float from = x.back() - 10.3f - static_cast<float>((7 * peak + row) % 35) * 0.1f;
+                peaks += 700 / (1 + from * from * 1e5f);
+            }
+            y.push_back(100 + peaks + 40 * (chance() + chance() - 1));
+        }
+        Add(std::move(x), std::move(y));
+        Exclude(row + 1, 11, 11.5f);
+        Exclude(row + 1, 12.5f, 12.6f);
+    }
+    struct Case {
+        int line_pitch, marker_type;
+        View window;
+        bool log;
+    };
+    const Case cases[] = {{1, 2, {10, 14, 0, 1100}, false},        {1, 2, {10.9f, 11.1f, 60, 200}, false}, {3, 4, {10, 14, 0, 1100}, false},
+                          {1, 1, {10, 14, 0, 1100}, false},        {-1, 3, {10, 14, 0, 300}, false},       {1, 2, {10, 14, 0, 3.5f}, true},
+                          {1, 2, {11.99f, 12.01f, 0, 900}, false}, {2, 7, {9, 40, -5000, 9000}, false}};
+    for (const Case& c : cases) {
+        for (ProfileStyle& style : session.prefs.profile_styles) {
+            style.line_style = c.line_pitch < 0 ? -1 : 0;
+            style.line_pitch = std::max(1, c.line_pitch);
+            style.marker_type = c.marker_type;
+        }
+        Bitmap bands(640, 420), every(640, 420);
+        every.Reduce(false);
+        Graphics g(bands.Drawing());
+        plot_graph2d(Scene_Of(session), g, rows, c.window, c.log);
+        Whole device(every.Drawing());
+        Graphics h(device);
+        plot_graph2d(Scene_Of(session), h, rows, c.window, c.log);
+        int different = 0;
+        for (int y = 0; y < 420; ++y)
+            for (int x = 0; x < 640; ++x) different += bands.Pixel(x, y) != every.Pixel(x, y);
+        EXPECT_EQ(different, 0) << &c - cases;
+    }
+}
+
 }  // namespace vntl::test

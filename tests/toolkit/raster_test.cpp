@@ -68,6 +68,38 @@ TEST(Raster, ReducedAndUnreducedAreTheSamePicture) {
     }
 }
 
+// Layers laid from the front to the back against the same colours blended from the back to the front; so many that the memory for them runs
+// out, which they survive unless nearly all are clear.
+TEST(Raster, LayersLaidBelowOneAnotherBlendAsTheyLie) {
+    constexpr int columns = 40, rows = 400, layers = 260;
+    constexpr Pixel_Rect bounds{3, 5, 3 + columns, 5 + rows};
+    constexpr int pitch = bounds.x2 + 1;
+    for (const unsigned most : {1u, 90u, 255u}) {
+        std::mt19937 random(most);
+        std::uniform_int_distribution<unsigned> opacity(most == 1 ? 1 : 0, most), channel(0, 0xffffff);
+        std::vector<unsigned> opacities(static_cast<std::size_t>(layers) * columns * rows);
+        for (unsigned& one : opacities) one = opacity(random);
+        std::vector<std::uint32_t> inks(layers), one(static_cast<std::size_t>(pitch) * (bounds.y2 + 1), 0xff3080c0u), other = one;
+        for (std::uint32_t& ink : inks) ink = opaque | channel(random);
+        const auto opacity_of = [&](int layer, int x, int y) {
+            return opacities[(static_cast<std::size_t>(layer) * columns + static_cast<std::size_t>(x - bounds.x1)) * rows +
+                             static_cast<std::size_t>(y - bounds.y1)];
+        };
+        Under_Layers below(bounds);
+        for (int layer = layers - 1; layer >= 0; --layer)
+            for (int x = bounds.x1; x < bounds.x2; ++x) {
+                Under_Layers::Column column(below, x, inks[static_cast<std::size_t>(layer)]);
+                for (int y = bounds.y1; y < bounds.y2; ++y) column(y, opacity_of(layer, x, y));
+            }
+        ASSERT_EQ(below.Put_On({one.data(), pitch, bounds.y2 + 1, pitch}), most > 1);
+        for (int layer = 0; layer < layers && most > 1; ++layer)
+            for (int x = bounds.x1; x < bounds.x2; ++x)
+                for (int y = bounds.y1; y < bounds.y2; ++y)
+                    Blend(other[static_cast<std::size_t>(y * pitch + x)], inks[static_cast<std::size_t>(layer)], opacity_of(layer, x, y));
+        EXPECT_TRUE(one == other) << most;
+    }
+}
+
 TEST(Raster, MarkersGoBackAndForthAndLeaveNothingForTheNextDrawing) {
     Data data = Noisy(5, 3000);
     std::shuffle(data.x.begin(), data.x.end(), std::mt19937(1));

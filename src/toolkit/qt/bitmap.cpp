@@ -8,6 +8,7 @@
 #include <QPainterPath>
 #include <algorithm>
 #include <cmath>
+#include <optional>
 
 #include "base/text.hpp"
 #include "base/write_file.hpp"
@@ -45,8 +46,23 @@ public:
 
     std::vector<std::unique_ptr<Device>> Bands() override;
 
+    bool Start_Backwards() override {
+        if (!reduced_) return false;
+        refused_ = false;
+        layers_.emplace(bounds_);
+        raster_.Draw_Below(&*layers_);
+        return true;
+    }
+
+    bool End_Backwards() override {
+        raster_.Draw_Below(nullptr);
+        const bool done = layers_ && !refused_ && layers_->Put_On(Buffer());
+        layers_.reset();
+        return done;
+    }
+
     void Polyline(std::span<const Point> points, const Pen& pen) override {
-        if (pen.style == Line_Style::none || points.empty()) return;
+        if (pen.style == Line_Style::none || points.empty() || Refuses()) return;
         QPainter painter(&image_);
         Prepare(painter);
         if (pen.style == Line_Style::solid && Upright(points)) {
@@ -62,10 +78,11 @@ public:
 
     void Curve(const Series& series, const Pen& pen) override {
         if (pen.style == Line_Style::none) return;
-        if (pen.style == Line_Style::solid && series.x_scale > 0 && Rises(series.x)) {
+        if (pen.style == Line_Style::solid && series.x_scale > 0 && Rises(series)) {
             raster_.Curve(Buffer(), clip_, series, pen.width * unit_, pen.colour, reduced_);
             return;
         }
+        if (Refuses()) return;
         QPainter painter(&image_);
         Prepare(painter);
         painter.setRenderHint(QPainter::Antialiasing);
@@ -87,6 +104,7 @@ public:
     void Markers(const Series& series, const Marker_Style& style) override { raster_.Markers(Buffer(), clip_, series, style, reduced_); }
 
     void Fill(std::span<const Point> points, Colour colour) override {
+        if (Refuses()) return;
         QPainter painter(&image_);
         Prepare(painter);
         painter.setPen(Qt::NoPen);
@@ -105,6 +123,7 @@ public:
     }
 
     void Ellipse(Point centre, double rx, double ry, bool filled, const Pen& pen) override {
+        if (Refuses()) return;
         QPainter painter(&image_);
         Prepare(painter);
         painter.setRenderHint(QPainter::Antialiasing);
@@ -118,7 +137,7 @@ public:
     }
 
     void Cells(const Cell_Image& image) override {
-        if (!image.Shows()) return;
+        if (!image.Shows() || Refuses()) return;
         const std::vector<int> columns = Cells_Under(clip_.x1, clip_.x2, image.rect.x1, image.rect.x2, image.columns);
         // Rows of pixels go downward, those of cells upward.
         const std::vector<int> rows = Cells_Under(clip_.y1, clip_.y2, Height() - image.rect.y2, Height() - image.rect.y1, image.rows);
@@ -134,6 +153,7 @@ public:
     }
 
     void Text(Point at, std::string_view text, const Text_Style& style) override {
+        if (Refuses()) return;
         const QFont font = Raster_Font(style);
         if (font.pixelSize() < 1) return;
         const QString words = Q_Text(Written_Text(text, style.font));
@@ -157,6 +177,12 @@ public:
     }
 
 private:
+    // What the painter draws cannot lie below what is there.
+    bool Refuses() {
+        refused_ |= layers_.has_value();
+        return layers_.has_value();
+    }
+
     QPointF At(Point p) const {
         const auto near = [](double value) { return std::isfinite(value) ? std::clamp(value, -farthest, farthest) : 0.0; };
         return {near(p.x), near(Height() - p.y)};
@@ -203,6 +229,8 @@ private:
     double unit_;
     Pixel_Rect bounds_, clip_{};
     Curve_Raster raster_;
+    std::optional<Under_Layers> layers_;  // while it draws backwards
+    bool refused_ = false;
 };
 
 // Draws on some columns of another image's pixels.
