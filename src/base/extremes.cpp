@@ -22,7 +22,12 @@ Extremes All_Extremes(std::span<const float> values) {
     for (; i + lanes <= values.size(); i += lanes)
         for (std::size_t lane = 0; lane < lanes; ++lane) take(lane, values[i + lane]);
     for (; i < values.size(); ++i) take(0, values[i]);
-    return {*std::min_element(low.begin(), low.end()), *std::max_element(high.begin(), high.end())};
+    Extremes all;  // by comparisons of values: a search for the place of the least is all jumps, which a short array feels
+    for (std::size_t lane = 0; lane < lanes; ++lane) {
+        all.low = std::min(all.low, low[lane]);
+        all.high = std::max(all.high, high[lane]);
+    }
+    return all;
 }
 
 }  // namespace

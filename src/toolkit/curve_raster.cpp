@@ -91,9 +91,10 @@ void Curve_Raster::Find_Stretches(const Series& s, const Series& part, const Pix
     const std::size_t begin = static_cast<std::size_t>(part.x.data() - s.x.data()), n = begin + part.x.size();
     if (layers_ == nullptr) return stretches_.push_back({begin, n, clip.x1, clip.x2});
     const Map to_x(s.x0, s.x_scale, 0);
+    // Cut and not rounded down: left of the clip, and above it, that is all the same.
     const auto pixel = [](float at, int beyond, int least, int most) {
-        return static_cast<int>(
-            std::min(std::max(static_cast<float>(least), std::floor(at) + static_cast<float>(beyond)), static_cast<float>(most)));
+        constexpr float far = 1e6f;
+        return std::min(std::max(static_cast<int>(std::min(std::max(-far, at), far)) + beyond, least), most);
     };
     for (std::size_t first = begin / block * block; first < n; first += block) {
         const std::size_t end = std::min(first + block + 1, s.x.size());  // so that it has the segment to the next block

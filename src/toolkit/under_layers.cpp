@@ -14,7 +14,9 @@ Under_Layers::Under_Layers(const Pixel_Rect& bounds)
     : bounds_(bounds),
       height_(bounds.y2 - bounds.y1),
       stacks_(static_cast<std::size_t>(bounds.x2 - bounds.x1) * static_cast<std::size_t>(height_)),
-      covered_rows_(static_cast<std::size_t>(bounds.x2 - bounds.x1), Rows{0, 0}) {}
+      covered_rows_(static_cast<std::size_t>(bounds.x2 - bounds.x1), Rows{0, 0}) {
+    layers_.reserve(most_layers + static_cast<std::size_t>(height_));
+}
 
 bool Under_Layers::Hides(const Pixel_Rect& pixels) const {
     if (too_many_) return true;
@@ -56,6 +58,7 @@ std::uint32_t Under_Layers::Blended(std::uint32_t ground, std::uint32_t stack) c
 void Under_Layers::Settle() {
     if (too_many_) return layers_.clear();  // nothing will be put on a picture
     std::vector<Layer> layers, chain;
+    layers.reserve(layers_.capacity());
     for (std::uint32_t& stack : stacks_) {
         if ((stack & number_bits) == 0) continue;
         if ((stack & covered) != 0 || Covers(stack)) {
