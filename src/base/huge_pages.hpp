@@ -9,6 +9,9 @@ namespace vntl {
 // A hint, given before the bytes are touched. Only whole pages within them are asked for, so that no more memory is taken than they need.
 void Ask_For_Huge_Pages(void* bytes, std::size_t size);
 
+// Brings in all pages of bytes that will all be written, at once: one call in the place of a fault for each page. A hint as well.
+void Bring_In(void* bytes, std::size_t size);
+
 // As values.reserve(n).
 template <class Value>
 void Reserve_Many(std::vector<Value>& values, std::size_t n) {
@@ -21,7 +24,10 @@ void Reserve_Many(std::vector<Value>& values, std::size_t n) {
 template <class Value>
 void Assign_Many(std::vector<Value>& values, std::size_t n, Value value) {
     values.clear();
-    Reserve_Many(values, n);
+    if (n > values.capacity()) {
+        Reserve_Many(values, n);
+        Bring_In(values.data(), n * sizeof(Value));
+    }
     values.resize(n, value);
 }
 

@@ -83,6 +83,7 @@ Status Text_File::Open(const std::string& file, std::size_t limit) {
     std::unique_ptr<char[]> bytes(new (std::nothrow) char[wanted + 1]);
     if (!bytes) return Refusal("Too large", file);
     Ask_For_Huge_Pages(bytes.get(), wanted);
+    Bring_In(bytes.get(), wanted);
     std::size_t got = 0;
     while (got < wanted) {
         const ssize_t n = read(descriptor.number(), bytes.get() + got, wanted - got);
