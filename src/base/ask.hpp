@@ -8,6 +8,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -54,6 +55,13 @@ struct Conversion_Constants {
     float first = 0, second = 0;
 };
 
+// What is wrong with constants that a user gave, empty when nothing is, and the rows, from 1, whose first constant it is.
+struct Wrong_Constants {
+    std::string text;
+    std::vector<int> rows;
+};
+using Constants_Check = std::function<Wrong_Constants(std::span<const Conversion_Constants>)>;
+
 // A work of many steps: shows how far it is, and hears when the user wants it to end.
 class Progress {
 public:
@@ -81,9 +89,12 @@ public:
     // The dialog "Format of the data file"; nothing on cancel.
     virtual std::optional<Format_Choice> Data_Format(const Format_Question& question) = 0;
 
-    // The constants of one file, and of all rows in a table; false, and nothing changes, on cancel.
-    virtual bool Constants_Of_File(Constants_Kind /*kind*/, Conversion_Constants& /*file*/) { return false; }
-    virtual bool Constants_Of_Rows(Constants_Kind /*kind*/, std::vector<Conversion_Constants>& /*rows*/) { return false; }
+    // The constants of one file, and of all rows in a table, asked again until `check` finds nothing wrong; false, and nothing changes, on
+    // cancel.
+    virtual bool Constants_Of_File(Constants_Kind, Conversion_Constants& /*file*/, const Constants_Check& /*check*/) { return false; }
+    virtual bool Constants_Of_Rows(Constants_Kind, std::vector<Conversion_Constants>& /*rows*/, const Constants_Check& /*check*/) {
+        return false;
+    }
 
     // A work of `total` steps begins; it ends with the object.
     virtual std::unique_ptr<Progress> Start_Progress(std::string_view /*title*/, int /*total*/) { return std::make_unique<Progress>(); }

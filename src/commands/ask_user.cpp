@@ -16,9 +16,13 @@ std::vector<std::string> Ask_User::Select_Files(std::string_view title, std::str
 
 std::optional<Format_Choice> Ask_User::Data_Format(const Format_Question& question) { return Data_Format_Dialog(question); }
 
-bool Ask_User::Constants_Of_File(Constants_Kind kind, Conversion_Constants& file) { return File_Constants_Dialog(kind, file); }
+bool Ask_User::Constants_Of_File(Constants_Kind kind, Conversion_Constants& file, const Constants_Check& check) {
+    return File_Constants_Dialog(kind, file, check);
+}
 
-bool Ask_User::Constants_Of_Rows(Constants_Kind kind, std::vector<Conversion_Constants>& rows) { return Row_Constants_Dialog(kind, rows); }
+bool Ask_User::Constants_Of_Rows(Constants_Kind kind, std::vector<Conversion_Constants>& rows, const Constants_Check& check) {
+    return Row_Constants_Dialog(kind, rows, check);
+}
 
 std::unique_ptr<Progress> Ask_User::Start_Progress(std::string_view title, int total) { return Start_Progress_Dialog(title, total); }
 

@@ -14,8 +14,8 @@ public:
     Box_Answer Box(const Message_Box& box) override;
     std::vector<std::string> Select_Files(std::string_view title, std::string_view filter) override;
     std::optional<Format_Choice> Data_Format(const Format_Question& question) override;
-    bool Constants_Of_File(Constants_Kind kind, Conversion_Constants& file) override;
-    bool Constants_Of_Rows(Constants_Kind kind, std::vector<Conversion_Constants>& rows) override;
+    bool Constants_Of_File(Constants_Kind kind, Conversion_Constants& file, const Constants_Check& check) override;
+    bool Constants_Of_Rows(Constants_Kind kind, std::vector<Conversion_Constants>& rows, const Constants_Check& check) override;
     std::unique_ptr<Progress> Start_Progress(std::string_view title, int total) override;
 
 private:

@@ -27,6 +27,7 @@ int Run_Modal(int dialog, const std::function<void(int)>& command, const std::fu
                 Serve_Meanwhile(message);  // everything else is void
         }
     }
+    WDialogClearMarks(dialog);
     return pressed;
 }
 
@@ -36,9 +37,19 @@ void Error_Box(const Status& status) {
     WMessageBox({Box_Buttons::ok, Box_Icon::exclamation, 1, status.message, std::string(error_title), status.of_file});
 }
 
+void Refuse_Field(int field, const std::string& text) {
+    WDialogMarkField(field, text);
+    Error_Box(text);
+}
+
+void Refuse_Cell(int grid, int column, int row, const std::string& text) {
+    WGridMarkCell(grid, column, row, text);
+    Error_Box(text);
+}
+
 std::optional<float> Number_In_Field(int field, std::string_view name) {
     const std::optional<float> value = WDialogGetReal(field);
-    if (!value) Error_Box(std::string(name) + ": \"" + WDialogGetString(field) + "\" is not a number");
+    if (!value) Refuse_Field(field, std::string(name) + ": \"" + WDialogGetString(field) + "\" is not a number");
     return value;
 }
 

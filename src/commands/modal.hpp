@@ -18,7 +18,12 @@ int Run_Modal(int dialog, const std::function<void(int)>& command = {}, const st
 void Error_Box(std::string text);
 void Error_Box(const Status& status);
 
-// The number in a field of the dialog in front; a box that names the field, and nothing, where its text is none.
+// The dialog stays open below what it is told: marks a field, or a cell of a grid, of the dialog in front, and shows the box.
+void Refuse_Field(int field, const std::string& text);
+void Refuse_Cell(int grid, int column, int row, const std::string& text);
+
+// The number in a field of the dialog in front; where its text is none a box that names the field, which is marked,
+// and nothing.
 std::optional<float> Number_In_Field(int field, std::string_view name);
 
 }  // namespace vntl

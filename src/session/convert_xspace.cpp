@@ -93,14 +93,14 @@ constexpr Constants_Texts time_of_flight_texts{"vtt1 <= 0 - Value incorrect for 
 
 const Constants_Texts& Texts(Constants_Kind kind) { return kind == wavelength ? wavelength_texts : time_of_flight_texts; }
 
-bool Edit_Constants(Session& session, Ask& ask, Constants_Kind kind) {
+bool Edit_Constants(Session& session, Ask& ask, Constants_Kind kind, const Constants_Check& check) {
     Profile_Store& store = session.store;
     std::vector<Conversion_Constants> rows;
     for (int row = 1; row <= store.nperfiles(); ++row) {
         const X_Constants& conv = store.Pattern(row).conv;
         rows.push_back({std::string(Trim(store.Info(row).file_name)), conv[0], conv[1]});
     }
-    if (!ask.Constants_Of_Rows(kind, rows)) return false;
+    if (!ask.Constants_Of_Rows(kind, rows, check)) return false;
     std::vector<int> changed;
     for (int row = 1; row <= std::min(store.nperfiles(), static_cast<int>(rows.size())); ++row) {
         const X_Constants& conv = store.Pattern(row).conv;
@@ -118,25 +118,33 @@ bool Edit_Constants(Session& session, Ask& ask, Constants_Kind kind) {
     return true;
 }
 
-std::string Rows_Without_Constants(const Profile_Store& store) {
-    std::string names;
+bool Lacks_Constants(const Profile_Store& store) {
     for (int row = 1; row <= store.nperfiles(); ++row)
-        if (!(store.Pattern(row).conv[0] > 0)) names += std::string(Trim(store.Info(row).file_name)) + '\n';
-    return names;
+        if (!(store.Pattern(row).conv[0] > 0)) return true;
+    return false;
 }
 
-// The user is asked only where a row lacks its constant; what he gives stays in the rows.
+Wrong_Constants Rows_Without_Constants(Constants_Kind kind, std::span<const Conversion_Constants> rows) {
+    Wrong_Constants wrong;
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        if (rows[i].first > 0) continue;
+        wrong.rows.push_back(static_cast<int>(i) + 1);
+        wrong.text += rows[i].file_name + '\n';
+    }
+    if (!wrong.rows.empty()) wrong.text = std::string(Texts(kind).rows) + '\n' + wrong.text;
+    return wrong;
+}
+
+// The user is asked only where a row lacks its constant, until every row has one; nothing is stored before.
 Status Complete_Constants(Session& session, Ask& ask, Constants_Kind kind, bool& asked) {
-    const Profile_Store& store = session.store;
-    if (Rows_Without_Constants(store).empty()) return Status::Done();
-    asked = Edit_Constants(session, ask, kind);
-    if (!asked) return Status::Fail("Conversion of xspace cancelled");
-    const std::string names = Rows_Without_Constants(store);
-    return names.empty() ? Status::Done() : Status::Fail(std::string(Texts(kind).rows) + '\n' + names);
+    if (!Lacks_Constants(session.store)) return Status::Done();
+    asked = Edit_Constants(session, ask, kind,
+                           [kind](std::span<const Conversion_Constants> rows) { return Rows_Without_Constants(kind, rows); });
+    return asked ? Status::Done() : Status::Fail("Conversion of xspace cancelled");
 }
 
 Status Change_Constants(Session& session, Ask& ask, Constants_Kind kind) {
-    return Edit_Constants(session, ask, kind) ? Status::Done() : Status::Cancel();
+    return Edit_Constants(session, ask, kind, {}) ? Status::Done() : Status::Cancel();
 }
 
 // --- one row -------------------------------------------------------------------------------------------------------------------

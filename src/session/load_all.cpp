@@ -40,11 +40,11 @@ public:
     std::optional<Format_Choice> Data_Format(const Format_Question& question) override {
         return Timed([&] { return ask_.Data_Format(question); });
     }
-    bool Constants_Of_File(Constants_Kind kind, Conversion_Constants& file) override {
-        return Timed([&] { return ask_.Constants_Of_File(kind, file); });
+    bool Constants_Of_File(Constants_Kind kind, Conversion_Constants& file, const Constants_Check& check) override {
+        return Timed([&] { return ask_.Constants_Of_File(kind, file, check); });
     }
-    bool Constants_Of_Rows(Constants_Kind kind, std::vector<Conversion_Constants>& rows) override {
-        return Timed([&] { return ask_.Constants_Of_Rows(kind, rows); });
+    bool Constants_Of_Rows(Constants_Kind kind, std::vector<Conversion_Constants>& rows, const Constants_Check& check) override {
+        return Timed([&] { return ask_.Constants_Of_Rows(kind, rows, check); });
     }
 
     std::unique_ptr<Progress> Start_Progress(std::string_view title, int total) override { return ask_.Start_Progress(title, total); }

@@ -116,11 +116,13 @@ Status Bring_To_Present(const X_Chain& chain, Ask& ask, Diffraction_Pattern_Type
     const Constants_Kind kind = chain.constants.value_or(Constants_Kind::wavelength);
     if (!(pattern.conv[0] > 0)) {
         Conversion_Constants given{std::string(Trim(file_name)), pattern.conv[0], pattern.conv[1]};
-        if (!ask.Constants_Of_File(kind, given)) return Status::Fail("Load profile cancelled");
+        const auto check = [&](std::span<const Conversion_Constants> file) {
+            return file.front().first > 0 ? Wrong_Constants{} : Wrong_Constants{Constants_Refusal(kind, file_name), {1}};
+        };
+        if (!ask.Constants_Of_File(kind, given, check)) return Status::Fail("Load profile cancelled");
         pattern.conv[0] = given.first;
         pattern.conv[1] = given.second;
     }
-    if (!(pattern.conv[0] > 0)) return Status::Fail(Constants_Refusal(kind, file_name));
     if (Status status = Check_Convertible(chain.steps, pattern, std::string(Trim(file_name))); status.failed) return status;
     Convert_Points(chain.steps, pattern);
     return Status::Done();

@@ -146,6 +146,11 @@ std::vector<std::optional<float>> WGridGetReal(int field, int column);
 std::vector<int> WGridGetCheckBox(int field, int column);
 void WGridState(int field, int column, int state);
 void WGridStateCell(int field, int column, int row, int state);
+// Tells which field, or cell of a grid, holds what was refused: a red frame or ground, the focus, and the reason as its tool tip. The mark
+// goes when the user changes the field, or presses a button of the dialog.
+void WDialogMarkField(int field, std::string_view why);
+void WGridMarkCell(int field, int column, int row, std::string_view why);
+void WDialogClearMarks(int dialog);
 int WInfoGridCell(int field, int column, int row, int what);  // what 1: 1 when the cell holds a valid value
 
 // --- for scripts: what a user sees and does ------------------------------------------------------------------------------------
@@ -154,6 +159,7 @@ struct Field_View {
     std::string kind, label, value;
     bool enabled;
     std::vector<std::vector<std::string>> cells;  // of a grid, row by row
+    bool marked = false;                          // as refused
 };
 struct Dialog_View {
     int number = -1;

@@ -61,9 +61,9 @@ TEST_F(Calculations, SumsAveragesAndDifferences) {
     const auto run = Script(
         File("a.xye", line) + File("b.xye", [](double x) { return 10 * x; }) + File("long.xye", line, 41) +
         File("moved.xye", line, 40, 10.000001) +
-        "command 40100\nprint dialog\npress 1\ncommand 40123\ncell 1331 4 2 1\nprint dialog\npress 1\ncommand 40100\npress 1332\npress 1\n"
-        "command 40100\npress 1332\npress 1333\ncell 1331 4 1 1\ncell 1331 4 4 1\npress 1\ncommand 40123\npress 1332\npress 2\n"
-        "command 40101\nset 1227 3\npress 1\ncommand 40101\nset 1226 4\nset 1227 2\npress 1\ncommand 40101\npress 2\nprint state\n"
+        "command 40100\nprint dialog\npress 1\npress 2\ncommand 40123\ncell 1331 4 2 1\nprint dialog\npress 1\nprint dialog\n"
+        "press 1332\npress 1\npress 1333\ncell 1331 4 1 1\ncell 1331 4 4 1\nprint dialog\npress 1\nprint dialog\npress 2\n"
+        "command 40101\nset 1227 3\npress 1\nset 1226 4\nset 1227 2\npress 1\nprint dialog\npress 2\nprint state\n"
         "command 40100\ncell 1331 4 1 1\ncell 1331 4 2 1\npress 1\n"
         "command 40123\ncell 1331 4 1 1\ncell 1331 4 2 1\ncell 1331 4 5 1\npress 1\n"
         "command 40101\nset 1226 2\nset 1227 1\nprint dialog\npress 1\nprint rows\nprint data 1\nprint data 5\nprint data 6\nprint data "
@@ -77,7 +77,9 @@ TEST_F(Calculations, SumsAveragesAndDifferences) {
     EXPECT_EQ(Caption(dialogs.at(0), 1338), "Sum of profiles");
     EXPECT_EQ(Caption(dialogs.at(1), 1338), "Average of profiles");
     EXPECT_EQ(Field(dialogs[0], 1331)["value"][2], (Json{"long.xye", "long.xye title", "41", "0"}));
-    EXPECT_EQ(Field(dialogs.at(2), 1226)["value"], "    2 b.xye");
+    EXPECT_EQ(run.Marked(), (std::vector<std::vector<int>>{{}, {}, {1331}, {}, {1331}, {1227}, {}}));
+    EXPECT_EQ(Field(dialogs.at(4), 1331)["value"][3][3], "1");  // the ticks stay
+    EXPECT_EQ(Field(dialogs.at(6), 1226)["value"], "    2 b.xye");
 
     EXPECT_EQ(run.With("plot_type").at(0)["nperfiles"], 4);
     const auto rows = run.With("kind"), data = run.With("x");
@@ -99,7 +101,7 @@ TEST_F(Calculations, MultiplyStaysOpenAndItsFileCorrects) {
     std::ofstream(directory / "beyond.eff") << "1 0 2\n41 0 2\n";
     const auto run = Script(
         File("a.xye", [](double x) { return x < 10.05 ? 500 : 100; }) + File("b.xye", [](double) { return 250; }) +
-        "command 40162\npress 1532\ncommand 40162\nset 1666 1000\npress 1665\nset 1530 0.5\npress 1528\nprint dialog\n"
+        "command 40162\npress 1532\nprint dialog\nset 1666 1000\npress 1665\nset 1530 0.5\npress 1528\nprint dialog\n"
         "cell 1527 2 1 1\npress 1532\nprint data 1\ncell 1527 4 1 0.5\ncell 1527 3 1 -0.25\npress 1532\npress 1332\npress 1333\n"
         "cell 1527 2 2 1\ncell 1527 3 2 abc\npress 1532\ncell 1527 3 2 0\npress 1532\nset 1531 x\npress 1529\npress 1534\npress 1533\n"
         "print data 1\nprint data 2\nprint rows\nfiles cancel\ncommand 40163\nfiles missing.eff\ncommand 40163\nfiles beyond.eff\n"
@@ -109,7 +111,8 @@ TEST_F(Calculations, MultiplyStaysOpenAndItsFileCorrects) {
     EXPECT_EQ(boxes[0], "ERROR: No profile selected to multiply");
     for (const std::size_t i : {1, 2}) EXPECT_NE(boxes[i].find("is not a number"), std::string::npos) << boxes[i];
     EXPECT_EQ(boxes[3].substr(0, 23), "ERROR opening the file ");
-    const Json cells = Field(run.With("dialog").at(0), 1527)["value"];
+    EXPECT_EQ(run.Marked(), (std::vector<std::vector<int>>{{1527}, {}}));
+    const Json cells = Field(run.With("dialog").at(1), 1527)["value"];
     for (const std::size_t row : {0, 1}) {
         EXPECT_EQ(std::stod(cells[row][2].get<std::string>()), 0.5);
         EXPECT_EQ(std::stod(cells[row][3].get<std::string>()), row == 0 ? 2 : 4);
@@ -152,8 +155,8 @@ TEST_F(Calculations, NothingIsMadeOfWhatCannotBe) {
     std::ofstream(directory / "refined.prf") << test::Whole(test::Columns(test::Make_Model(1, 40, false)));
     const auto run = Script(File("a.xye", [](double) { return 1; }) +
                             "command 40162\ncell 1527 2 1 1\ncell 1527 4 1 1e20\npress 1532\npress 1533\nprint data 1\n"
-                            "drop refined.prf\ncommand 40101\nset 1226 1\nset 1227 2\npress 1\ncommand 40101\nset 1226 2\nset 1227 1\n"
-                            "press 1\nprint state\n");
+                            "drop refined.prf\ncommand 40101\nset 1226 1\nset 1227 2\npress 1\nset 1226 2\nset 1227 1\n"
+                            "press 1\npress 2\nprint state\n");
     EXPECT_EQ(Told(run), (Texts{"Values of a.xye would leave the range of numbers", "Difference operation in PRF file is not permitted",
                                 "Difference operation in PRF file is not permitted"}))
         << run.errors;

@@ -83,8 +83,9 @@ TEST_F(Mouse_Modes, AFullListOfRegionsIsTold) {
 
 TEST_F(Mouse_Modes, ALineMovesTheChosenRows) {
     const std::string choose = "command 40149\ncell 1711 3 2 1\npress OK\n";
-    const auto run = Script(both + "command 40149\nprint dialog\npress OK\n" + choose + "print state\n" + Drag(15, 1500, 17, 1700) +
-                            choose + "answer yes\n" + Drag(15, 1500, 17, 1700) + "print rows\nprint data 1\nprint data 2\nprint state\n");
+    const auto run =
+        Script(both + "command 40149\nprint dialog\npress OK\npress Cancel\n" + choose + "print state\n" + Drag(15, 1500, 17, 1700) +
+               choose + "answer yes\n" + Drag(15, 1500, 17, 1700) + "print rows\nprint data 1\nprint data 2\nprint state\n");
     const auto told = Told(run);
     ASSERT_EQ(told.size(), 3u) << run.output;
     EXPECT_EQ(told[0], "No files have been selected for offset/align. Operation cancelled");

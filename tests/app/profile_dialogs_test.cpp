@@ -90,12 +90,14 @@ TEST_F(Profile_Dialogs, NumbersMoveAndScaleRows) {
     }
     const auto refused = Script(
         "drop a.xye refined.prf\nprint rows\ncommand 40115\nprint dialog\npress \"Select all\"\nprint dialog\nset 1712 0\n"
-        "print dialog\nset 1713 5\nset 1714 5\nset 1715 6\npress OK\ncommand 40124\npress OK\ncommand 40149\npress Cancel\n"
-        "command 40149\ncell 1711 3 1 1\nset 1712 0\nset 1713 1e39\npress OK\npress Cancel\nprint rows\n");
+        "print dialog\nset 1713 5\nset 1714 5\nset 1715 6\npress OK\nprint dialog\npress Cancel\ncommand 40124\npress OK\nprint dialog\n"
+        "cell 1711 3 1 1\nprint dialog\npress Cancel\ncommand 40149\npress Cancel\n"
+        "command 40149\ncell 1711 3 1 1\nset 1712 0\nset 1713 1e39\npress OK\nprint dialog\npress Cancel\nprint rows\n");
     const auto told = Told(refused);
     ASSERT_EQ(told.size(), 3u) << refused.output;
     EXPECT_EQ(told[0], "The present and the new Y value must differ from the Y reference");
     EXPECT_EQ(told[1], "No files have been selected for scaling X. Operation cancelled");
+    EXPECT_EQ(refused.Marked(), (std::vector<std::vector<int>>{{}, {}, {}, {1714}, {1711}, {}, {1713}}));
     const auto dialogs = refused.With("dialog"), rows = refused.With("kind");
     EXPECT_FALSE(Field(dialogs.at(0), 1713)["enabled"]);
     EXPECT_TRUE(Field(dialogs.at(2), 1713)["enabled"]);
@@ -106,8 +108,8 @@ TEST_F(Profile_Dialogs, NumbersMoveAndScaleRows) {
 
 TEST_F(Profile_Dialogs, ExcludedRegionsAreGivenListedAndDeleted) {
     const auto run = Script(
-        "drop a.xye b.xye\ncommand 40151\nset from 12\nset to 14\npress OK\ncommand 40151\nset from 14\nset to 12\n"
-        "press \"Select all\"\npress OK\ncommand 40151\nset from 12\nset to 14.5\npress \"Select all\"\npress OK\n"
+        "drop a.xye b.xye\ncommand 40151\nset from 12\nset to 14\npress OK\nprint dialog\nset from 14\nset to 12\n"
+        "press \"Select all\"\npress OK\nprint dialog\nset from 12\nset to 14.5\nprint dialog\npress OK\n"
         "command 40034\npress Insert\nset from 20\nset to 21\ncell 1723 3 2 1\npress OK\nprint excluded 2\n"
         "select Regions \"b.xye/( 1) 12.0000 /14.5000\"\nanswer yes\npress Delete\nprint excluded 2\n"
         "select Regions a.xye\nanswer no\npress Delete\nprint excluded 1\nanswer yes\npress Delete\nprint excluded 1\n"
@@ -119,6 +121,7 @@ TEST_F(Profile_Dialogs, ExcludedRegionsAreGivenListedAndDeleted) {
                                 "Do you want to delete ALL excluded regions\nof profile: a.xye ?",
                                 "Do you want to delete ALL excluded regions\nof profile: a.xye ?",
                                 "Do you want to delete ALL excluded regions\nof ALL profiles?"}));
+    EXPECT_EQ(run.Marked(), (std::vector<std::vector<int>>{{1723}, {1721}, {}}));
     const auto lists = run.With("excluded");
     EXPECT_EQ(lists.at(0)["excluded"], Json::parse("[[12.0,14.5],[20.0,21.0]]"));
     EXPECT_EQ(lists.at(1)["excluded"], Json::parse("[[20.0,21.0]]"));

@@ -27,6 +27,17 @@ struct Run_Result {
             if (line.contains("box")) texts.push_back(line["text"]);
         return texts;
     }
+    // The numbers of the fields marked as refused, at each `print dialog`.
+    std::vector<std::vector<int>> Marked() const {
+        std::vector<std::vector<int>> marked;
+        for (const Json& line : lines) {
+            if (!line.contains("dialog")) continue;
+            marked.emplace_back();
+            for (const Json& field : line["fields"])
+                if (field.contains("marked") && field["marked"] == true) marked.back().push_back(field["field"]);
+        }
+        return marked;
+    }
     // The lines that hold a name, such as "plot_type" or "row".
     std::vector<Json> With(const std::string& name) const {
         std::vector<Json> found;

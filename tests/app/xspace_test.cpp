@@ -69,12 +69,13 @@ TEST_F(Program, TheTableOfWavelengths) {
     const auto run =
         Script("open " + Pattern("rising.xye") + ' ' + Pattern("rising.xye") +
                "\ncommand 40017\nprint dialog\ncell 1305 2 1 1.5\npress Cancel\nprint rows\n"  // nothing is stored
-               "command 40017\ncell 1305 2 2 abc\npress OK\ncell 1305 2 2 0\ncell 1305 3 1 2.5\npress OK\nprint rows\nprint state\n"
+               "command 40017\ncell 1305 2 2 abc\npress OK\nprint dialog\ncell 1305 2 2 0\nprint dialog\ncell 1305 3 1 2.5\npress OK\n"
+               "print dialog\ncell 1305 2 1 2\nprint dialog\npress Cancel\nprint rows\nprint state\n"
                "command 40087\nset 1327 1.25\npress 1328\nprint dialog\npress OK\nprint rows\ncommand 40017\nprint state\n");
     EXPECT_EQ(std::count(run.errors.begin(), run.errors.end(), '\n'), 1) << run.errors;  // the cell of words alone
     const auto boxes = Told(run);
-    ASSERT_EQ(boxes.size(), 3u) << run.output;
-    EXPECT_EQ(boxes[0], "Conversion of xspace cancelled");
+    ASSERT_EQ(boxes.size(), 4u) << run.output;
+    for (const std::size_t cancelled : {0, 3}) EXPECT_EQ(boxes[cancelled], "Conversion of xspace cancelled");
     EXPECT_NE(boxes[1].find("is not a number"), std::string::npos) << boxes[1];
     EXPECT_EQ(boxes[2], "Invalid value of wavelength found in:\nrising.xye\nrising.xye\n");
     const auto dialogs = run.With("dialog");
@@ -82,14 +83,15 @@ TEST_F(Program, TheTableOfWavelengths) {
     EXPECT_EQ(dialogs.at(0)["title"], "Convert Xspace");
     EXPECT_EQ(Field(dialogs[0], 1305)["value"].size(), 2u);
     EXPECT_EQ(Field(dialogs[0], 1305)["value"][1][0], "rising.xye");
-    const Json grid = Field(dialogs.at(1), 1305);
+    EXPECT_EQ(run.Marked(), (std::vector<std::vector<int>>{{}, {1305}, {}, {1305}, {}, {}}));  // up to the next change of the field
+    EXPECT_EQ(std::stod(Field(dialogs.at(3), 1305)["value"][0][2].get<std::string>()), 2.5);   // what was typed is still there
+    const Json grid = Field(dialogs.at(5), 1305);
     for (const Json& cells : grid["value"]) EXPECT_EQ(std::stod(cells[1].get<std::string>()), 1.25);
     const auto rows = run.With("conv");
     ASSERT_EQ(rows.size(), 6u);
     EXPECT_EQ(rows[0]["conv"][0], 0);
-    EXPECT_EQ(rows[2]["conv"][1], 2.5);  // typed, and kept though the conversion ended
+    EXPECT_EQ(rows[2]["conv"], rows[0]["conv"]);  // typed, and not stored
     EXPECT_EQ(rows[4]["conv"][0], 1.25);
-    EXPECT_EQ(rows[4]["conv"][1], 2.5);
     EXPECT_EQ(Spaces(run), (Texts{"2theta", "d-space"}));
 }
 
@@ -109,27 +111,28 @@ TEST_F(Program, TheTableOfFlight) {
 
 TEST_F(Program, AFileJoinsInDWithItsConstants) {
     const std::string angles = "open " + Pattern("rising.xye"), times = "open " + Pattern("flight.xye");
-    const auto run = Script(angles + "\ncommand 40017\ncell 1305 2 1 1.5\npress OK\n" +    //
-                            angles + "\nprint dialog\npress Cancel\n" +                    //
-                            angles + "\nset 1314 abc\npress OK\nset 1314 0\npress OK\n" +  //
-                            angles + "\nset 1314 3\npress OK\nprint menu 40042\n" +        //
-                            times + "\nprint dialog\nset 1316 0\npress OK\n" +             //
+    const auto run = Script(angles + "\ncommand 40017\ncell 1305 2 1 1.5\npress OK\n" +                                //
+                            angles + "\nprint dialog\npress Cancel\n" +                                                //
+                            angles + "\nset 1314 abc\npress OK\nset 1314 0\npress OK\nprint dialog\npress Cancel\n" +  //
+                            angles + "\nset 1314 3\npress OK\nprint menu 40042\n" +                                    //
+                            times + "\nprint dialog\nset 1316 0\npress OK\npress Cancel\n" +                           //
                             times +
                             "\nset 1316 500\nset 1317 0\npress OK\nprint data 1\nprint data 2\nprint data 3\nprint state\n"
                             "print menu 40042\ncommand 40042\nprint state\n");
     const auto boxes = Told(run);
-    ASSERT_EQ(boxes.size(), 4u) << run.output;
-    EXPECT_EQ(boxes[0], "Load profile cancelled");
+    ASSERT_EQ(boxes.size(), 6u) << run.output;
+    for (const std::size_t cancelled : {0, 3, 5}) EXPECT_EQ(boxes[cancelled], "Load profile cancelled");
+    EXPECT_EQ(run.Marked(), (std::vector<std::vector<int>>{{}, {1314}, {}}));
     EXPECT_NE(boxes[1].find("is not a number"), std::string::npos) << boxes[1];
     EXPECT_EQ(boxes[2], "lambda<=0 - Value incorrect for rising.xye\nOperation cancelled.");
-    EXPECT_EQ(boxes[3], "vtt1 <= 0 - Value incorrect for flight.xye\nOperation cancelled.");
+    EXPECT_EQ(boxes[4], "vtt1 <= 0 - Value incorrect for flight.xye\nOperation cancelled.");
     const auto dialogs = run.With("dialog");
     EXPECT_EQ(dialogs.at(0)["dialog"], 124);
     EXPECT_EQ(dialogs[0]["title"], "Set lambda to...");
     EXPECT_EQ(Field(dialogs[0], 1315)["value"], "rising.xye");
-    EXPECT_EQ(dialogs.at(1)["dialog"], 134);
-    EXPECT_EQ(dialogs[1]["title"], "Set dtt1/dtt2 to...");
-    EXPECT_EQ(Field(dialogs[1], 1315)["value"], "flight.xye");
+    EXPECT_EQ(dialogs.at(2)["dialog"], 134);
+    EXPECT_EQ(dialogs[2]["title"], "Set dtt1/dtt2 to...");
+    EXPECT_EQ(Field(dialogs[2], 1315)["value"], "flight.xye");
     const auto data = run.With("x");
     ASSERT_EQ(data.size(), 3u);
     for (std::size_t i = 0; i < data[0]["x"].size(); ++i)

@@ -340,7 +340,7 @@ public:
         log += "box " + box.title + '|' + box.text + '\n';
         return Yes() ? Box_Answer::yes : Box_Answer::no;
     }
-    bool Constants_Of_File(Constants_Kind, Conversion_Constants& file) override {
+    bool Constants_Of_File(Constants_Kind, Conversion_Constants& file, const Constants_Check&) override {
         log += "constants " + file.file_name + '\n';
         file.first = file.second = 1.5f;
         return Yes();

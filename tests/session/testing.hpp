@@ -36,24 +36,34 @@ public:
         questions.push_back(question);
         return format ? std::optional(Format_Choice{*format, all_banks}) : std::nullopt;
     }
-    bool Constants_Of_File(Constants_Kind kind, Conversion_Constants& file) override {
+    bool Constants_Of_File(Constants_Kind kind, Conversion_Constants& file, const Constants_Check& check) override {
         std::vector<Conversion_Constants> rows{file};
-        const bool given = Constants_Of_Rows(kind, rows);
+        const bool given = Constants_Of_Rows(kind, rows, check);
         file = rows.front();
         return given;
     }
-    bool Constants_Of_Rows(Constants_Kind kind, std::vector<Conversion_Constants>& rows) override {
+    // Gives one set of constants after another until one is taken, and cancels behind the last.
+    bool Constants_Of_Rows(Constants_Kind kind, std::vector<Conversion_Constants>& rows, const Constants_Check& check) override {
         constants_asked.push_back(kind);
         constants_shown = rows;
-        if (constants.empty()) return false;
-        for (std::size_t i = 0; i < rows.size() && i < constants.front().size(); ++i)
-            rows[i].first = constants.front()[i].first, rows[i].second = constants.front()[i].second;
-        constants.pop_front();
-        return true;
+        for (; !constants.empty(); constants.pop_front()) {
+            std::vector<Conversion_Constants> given = rows;
+            for (std::size_t i = 0; i < rows.size() && i < constants.front().size(); ++i)
+                given[i].first = constants.front()[i].first, given[i].second = constants.front()[i].second;
+            const Wrong_Constants wrong = check ? check(given) : Wrong_Constants{};
+            if (!wrong.text.empty()) {
+                constants_refused.push_back(wrong.text);
+                continue;
+            }
+            rows = std::move(given);
+            constants.pop_front();
+            return true;
+        }
+        return false;
     }
     std::string Last_Box() const { return boxes.empty() ? "" : boxes.back(); }
 
-    std::vector<std::string> boxes, selection;
+    std::vector<std::string> boxes, selection, constants_refused;
     Box_Answer answer = Box_Answer::ok;  // to every question
     std::string selector_title, selector_filter;
     std::vector<int> proposals;

@@ -52,18 +52,32 @@ void Fill_Sum(const Session& session, const Sum_Texts& texts) {
     Fix_Checks(session, sum_grid, sum_check, [&](int row) { return Is_Refined_Kind(session, row); });
 }
 
-// The rows that the user ticked, or nothing.
-std::optional<std::vector<int>> Rows_To_Sum(Session& session, const Sum_Texts& texts) {
-    WDialogLoad(sum_dialog);
-    Fill_Sum(session, texts);
-    WDialogShow(sum_grid, Show_Kind::modal);
-    int pressed = 0;
-    while ((pressed = Run_Modal(sum_dialog)) == select_all || pressed == deselect_all)
-        Set_Checks(session, sum_grid, sum_check, pressed == select_all, [&](int row) { return Is_Refined_Kind(session, row); });
-    std::optional<std::vector<int>> rows;
-    if (pressed == button_ok) rows = Checked_Rows(sum_grid, sum_check);
-    WDialogUnload();
-    return rows;
+// The sum of the ticked rows becomes a new one.
+Status Sum_Rows(Session& session, Sum_Mode mode, const Sum_Texts& texts, const std::vector<int>& rows) {
+    if (rows.empty()) return Status::Fail("ERROR: No profile selected to make sum/average");
+    Profile_Store& store = session.store;
+    Row_Change change(session, std::string(texts.change) + Of_Profiles(session, rows));
+    const int row = store.Append_Copy(rows.front());
+    std::vector<const Diffraction_Pattern_Type*> others;
+    for (const int other : std::span(rows).subspan(1)) others.push_back(&store.Pattern(other));
+    if (Status status = Sum_Patterns(store.Pattern(row), others, mode); status.failed) return status;
+    Name_Row(session, row, texts.kind, texts.title, std::string(texts.file_name));
+    change.Keep();
+    return Status::Done();
+}
+
+Status Run_Sum(Session& session, Sum_Mode mode, const Sum_Texts& texts) {
+    while (true) {
+        const int pressed = Run_Modal(sum_dialog);
+        if (pressed == select_all || pressed == deselect_all) {
+            Set_Checks(session, sum_grid, sum_check, pressed == select_all, [&](int row) { return Is_Refined_Kind(session, row); });
+            continue;
+        }
+        if (pressed != button_ok) return Status::Cancel();
+        const Status status = Sum_Rows(session, mode, texts, Checked_Rows(sum_grid, sum_check));
+        if (!status.failed) return status;
+        Refuse_Field(sum_grid, status.message);
+    }
 }
 
 // --- difference ---------------------------------------------------------------------------------------------------------------------
@@ -151,13 +165,17 @@ std::optional<std::vector<Change>> Changes(const Session& session, const std::ve
         const std::string& name = session.store.Info(row).file_name;
         for (const int column : {multiply_shift, multiply_factor})
             if (!WGridGetCellReal(multiply_grid, column, row)) {
-                Error_Box(name + ": \"" + WGridGetCellString(multiply_grid, column, row) + "\" is not a number");
+                Refuse_Cell(multiply_grid, column, row,
+                            name + ": \"" + WGridGetCellString(multiply_grid, column, row) + "\" is not a number");
                 return {};
             }
         const Change change{row, *WGridGetCellReal(multiply_grid, multiply_shift, row),
                             *WGridGetCellReal(multiply_grid, multiply_factor, row)};
-        if (!Stays_In_Range(session.store.Pattern(row), change)) {
-            Error_Box("Values of " + name + " would leave the range of numbers");
+        const Diffraction_Pattern_Type& pattern = session.store.Pattern(row);
+        if (!Stays_In_Range(pattern, change)) {
+            const bool by_shift = !Stays_In_Range(pattern, {row, change.shift, 1});
+            Refuse_Cell(multiply_grid, by_shift ? multiply_shift : multiply_factor, row,
+                        "Values of " + name + " would leave the range of numbers");
             return {};
         }
         changes.push_back(change);
@@ -200,8 +218,10 @@ Status Run_Multiply(Session& session) {
                 break;
             case apply: {
                 const std::vector<int> rows = Checked_Rows(multiply_grid, multiply_check);
-                if (rows.empty()) return Status::Fail("ERROR: No profile selected to multiply");
-                Apply_Changes(session, rows);
+                if (rows.empty())
+                    Refuse_Field(multiply_grid, "ERROR: No profile selected to multiply");
+                else
+                    Apply_Changes(session, rows);
                 break;
             }
             default:
@@ -275,20 +295,14 @@ std::vector<Dialog_Resource> Arithmetic_Dialog_Resources() {
 }
 
 Status Sum_Profiles(Session& session, Sum_Mode mode) {
-    Profile_Store& store = session.store;
-    if (store.full()) return Table_Full();
+    if (session.store.full()) return Table_Full();
     const Sum_Texts& texts = mode == Sum_Mode::sum ? sum_texts : average_texts;
-    const auto rows = Rows_To_Sum(session, texts);
-    if (!rows) return Status::Cancel();
-    if (rows->empty()) return Status::Fail("ERROR: No profile selected to make sum/average");
-    Row_Change change(session, std::string(texts.change) + Of_Profiles(session, *rows));
-    const int row = store.Append_Copy(rows->front());
-    std::vector<const Diffraction_Pattern_Type*> others;
-    for (const int other : std::span(*rows).subspan(1)) others.push_back(&store.Pattern(other));
-    if (Status status = Sum_Patterns(store.Pattern(row), others, mode); status.failed) return status;
-    Name_Row(session, row, texts.kind, texts.title, std::string(texts.file_name));
-    change.Keep();
-    return Status::Done();
+    WDialogLoad(sum_dialog);
+    Fill_Sum(session, texts);
+    WDialogShow(sum_grid, Show_Kind::modal);
+    const Status status = Run_Sum(session, mode, texts);
+    WDialogUnload();
+    return status;
 }
 
 Status Difference_Profiles(Session& session) {
@@ -300,10 +314,16 @@ Status Difference_Profiles(Session& session) {
     WDialogPutMenu(profile_a, rows, 1);
     WDialogPutMenu(profile_b, rows, rows.size() > 1 ? 2 : 1);
     WDialogShow(profile_a, Show_Kind::modal);
-    const bool accepted = Run_Modal(difference_dialog) == button_ok;
-    const int a = WDialogGetMenu(profile_a), b = WDialogGetMenu(profile_b);
+    Status status = Status::Cancel();
+    while (Run_Modal(difference_dialog) == button_ok) {
+        const int a = WDialogGetMenu(profile_a), b = WDialogGetMenu(profile_b);
+        status = Subtract(session, a, b);
+        if (!status.failed) break;
+        Refuse_Field(Is_Refined_Kind(session, a) ? profile_a : profile_b, status.message);
+        status = Status::Cancel();
+    }
     WDialogUnload();
-    return accepted ? Subtract(session, a, b) : Status::Cancel();
+    return status;
 }
 
 Status Multiply_Profiles(Session& session) {

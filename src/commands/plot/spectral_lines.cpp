@@ -55,18 +55,21 @@ void Fill_Lines(int chosen) {
 
 // The three wavelengths, or nothing, and the user has been told why.
 std::optional<std::array<float, 3>> Lines_Of_Grid(Ask& ask) {
+    constexpr std::string_view undefined = "Some values were undefined", zeros = "One or more values were zeros!";
     std::array<float, 3> lines{};
     for (int column = k_alpha1; column <= k_beta; ++column) {
         const std::optional<float> cell = WGridGetCellReal(lines_grid, column, 1);
         if (!cell) {
-            ask.Error("Some values were undefined");
+            WGridMarkCell(lines_grid, column, 1, undefined);
+            ask.Error(std::string(undefined));
             return {};
         }
         lines[static_cast<std::size_t>(column - 1)] = *cell;
     }
-    for (const float line : lines)
-        if (!(line > std::numeric_limits<float>::min())) {
-            ask.Error("One or more values were zeros!");
+    for (int column = k_alpha1; column <= k_beta; ++column)
+        if (!(lines[static_cast<std::size_t>(column - 1)] > std::numeric_limits<float>::min())) {
+            WGridMarkCell(lines_grid, column, 1, zeros);
+            ask.Error(std::string(zeros));
             return {};
         }
     return lines;

@@ -37,9 +37,15 @@ Status Run(Session& session, Ask& ask) {
         const auto lo = Number_In_Field(from, "from");
         const auto hi = lo ? Number_In_Field(to, "to") : std::nullopt;
         if (!lo || !hi) continue;
-        if (!(*lo < *hi)) return Status::Fail("ERROR: minimal X value >= maximal X value");
         const std::vector<int> rows = Checked_Rows(rows_grid, marked);
-        if (rows.empty()) return Status::Fail("ERROR: No profile selected to add excluded region");
+        if (!(*lo < *hi)) {
+            Refuse_Field(from, "ERROR: minimal X value >= maximal X value");
+            continue;
+        }
+        if (rows.empty()) {
+            Refuse_Field(rows_grid, "ERROR: No profile selected to add excluded region");
+            continue;
+        }
         Insert(session, ask, rows, *lo, *hi);
         return Status::Done();
     }

@@ -128,6 +128,12 @@ std::optional<std::vector<float>> Numbers(const Move_Dialog& dialog) {
     return numbers;
 }
 
+// The number to which a refusal is due: the larger offset; the present value where it is the reference, else the new one.
+int Field_At_Fault(const std::vector<float>& numbers) {
+    if (numbers.size() == 2) return std::fabs(numbers[0]) > std::fabs(numbers[1]) ? first_number : second_number;
+    return numbers[1] == numbers[0] ? second_number : third_number;
+}
+
 Status Run(Session& session, const Move_Dialog& dialog, Row_Choice& choice) {
     while (true) {
         const int pressed = Run_Modal(dialog.number, {}, [&dialog](int) { Grey_Numbers(dialog); });
@@ -137,9 +143,16 @@ Status Run(Session& session, const Move_Dialog& dialog, Row_Choice& choice) {
             return Status::Cancel();
         } else {
             choice = {WDialogGetCheckBox(by_mouse) != 0, Checked_Rows(rows_grid, marked)};
-            if (choice.rows.empty()) return Status::Fail(std::string(dialog.nothing_marked));
+            if (choice.rows.empty()) {
+                Refuse_Field(rows_grid, std::string(dialog.nothing_marked));
+                continue;
+            }
             if (choice.by_mouse) return Status::Done();
-            if (const auto numbers = Numbers(dialog)) return dialog.move(session, choice.rows, *numbers);
+            const auto numbers = Numbers(dialog);
+            if (!numbers) continue;
+            const Status status = dialog.move(session, choice.rows, *numbers);
+            if (!status.failed) return status;
+            Refuse_Field(Field_At_Fault(*numbers), status.message);
         }
     }
 }

@@ -74,15 +74,13 @@ Dialog_Resource Resource(const Constants_Dialog& dialog) {
     return resource;
 }
 
-void Show_No_Number(const std::string& place, const std::string& text) {
-    WMessageBox({Box_Buttons::ok, Box_Icon::exclamation, 1, place + ":\n\"" + text + "\" is not a number", std::string(error_title)});
-}
+std::string No_Number(const std::string& place, const std::string& text) { return place + ":\n\"" + text + "\" is not a number"; }
 
 // True when every entry holds a number; else a box names the first that does not.
 bool Entries_Hold_Numbers(const Constants_Dialog& dialog) {
     for (const Entry& entry : dialog.entries) {
         if (WDialogGetReal(entry.field)) continue;
-        Show_No_Number(Replace_All(entry.label, "&", ""), WDialogGetString(entry.field));
+        Refuse_Field(entry.field, No_Number(Replace_All(entry.label, "&", ""), WDialogGetString(entry.field)));
         return false;
     }
     return true;
@@ -130,11 +128,29 @@ bool Cells_Hold_Numbers(const Constants_Dialog& dialog, const std::vector<Conver
     for (std::size_t row = 0; row < rows.size(); ++row)
         for (std::size_t column = 0; column < cells.size(); ++column) {
             if (cells[column][row]) continue;
-            Show_No_Number(dialog.columns[column + 1].heading + " of " + rows[row].file_name,
-                           WGridGetCellString(dialog.grid, static_cast<int>(column) + 2, static_cast<int>(row) + 1));
+            const int in_column = static_cast<int>(column) + 2, in_row = static_cast<int>(row) + 1;
+            Refuse_Cell(dialog.grid, in_column, in_row,
+                        No_Number(dialog.columns[column + 1].heading + " of " + rows[row].file_name,
+                                  WGridGetCellString(dialog.grid, in_column, in_row)));
             return false;
         }
     return true;
+}
+
+// The rows with what the table holds, which are all numbers.
+std::vector<Conversion_Constants> Rows_Of_Grid(std::vector<Conversion_Constants> rows, const Columns& before, const Columns& now) {
+    for (std::size_t column = 0; column < now.size(); ++column)
+        for (std::size_t row = 0; row < rows.size(); ++row) Take(rows[row].*column_values[column], before[column][row], now[column][row]);
+    return rows;
+}
+
+Wrong_Constants Wrong_In(std::span<const Conversion_Constants> rows, const Constants_Check& check) {
+    return check ? check(rows) : Wrong_Constants{};
+}
+
+void Refuse_Rows(const Constants_Dialog& dialog, const Wrong_Constants& wrong) {
+    for (std::size_t i = wrong.rows.size(); i > 0; --i) WGridMarkCell(dialog.grid, 2, wrong.rows[i - 1], wrong.text);
+    WMessageBox({Box_Buttons::ok, Box_Icon::information, 1, wrong.text, std::string(information_title)});
 }
 
 }  // namespace
@@ -146,7 +162,7 @@ std::vector<Dialog_Resource> Constants_Dialog_Resources() {
     return resources;
 }
 
-bool File_Constants_Dialog(Constants_Kind kind, Conversion_Constants& file) {
+bool File_Constants_Dialog(Constants_Kind kind, Conversion_Constants& file, const Constants_Check& check) {
     const Constants_Dialog dialog = File_Dialog(kind);
     WDialogLoad(dialog.number);
     WDialogPutString(field_file, file.file_name);
@@ -159,15 +175,20 @@ bool File_Constants_Dialog(Constants_Kind kind, Conversion_Constants& file) {
     WDialogShow(dialog.entries.front().field, Show_Kind::modal);
 
     bool accepted = false;
-    while (!accepted && Run_Modal(dialog.number) == button_ok) accepted = Entries_Hold_Numbers(dialog);
-    if (accepted)
+    while (!accepted && Run_Modal(dialog.number) == button_ok) {
+        if (!Entries_Hold_Numbers(dialog)) continue;
+        Conversion_Constants given = file;
         for (std::size_t i = 0; i < before.size(); ++i)
-            Take(file.*dialog.entries[i].value, before[i], WDialogGetReal(dialog.entries[i].field));
+            Take(given.*dialog.entries[i].value, before[i], WDialogGetReal(dialog.entries[i].field));
+        const Wrong_Constants wrong = Wrong_In({&given, 1}, check);
+        accepted = wrong.text.empty();
+        accepted ? void(file = given) : Refuse_Field(dialog.entries.front().field, wrong.text);
+    }
     WDialogUnload();
     return accepted;
 }
 
-bool Row_Constants_Dialog(Constants_Kind kind, std::vector<Conversion_Constants>& rows) {
+bool Row_Constants_Dialog(Constants_Kind kind, std::vector<Conversion_Constants>& rows, const Constants_Check& check) {
     const Constants_Dialog dialog = Row_Dialog(kind);
     WDialogLoad(dialog.number);
     Fill_Grid(dialog, rows);
@@ -179,13 +200,12 @@ bool Row_Constants_Dialog(Constants_Kind kind, std::vector<Conversion_Constants>
     for (int button = 0; !accepted && button != button_cancel;) {
         button = Run_Modal(dialog.number);
         if (button == button_set_all) Set_All(dialog, rows.size());
-        if (button == button_ok) accepted = Cells_Hold_Numbers(dialog, rows, Read_Grid(dialog));
-    }
-    if (accepted) {
         const Columns now = Read_Grid(dialog);
-        for (std::size_t column = 0; column < now.size(); ++column)
-            for (std::size_t row = 0; row < rows.size(); ++row)
-                Take(rows[row].*column_values[column], before[column][row], now[column][row]);
+        if (button != button_ok || !Cells_Hold_Numbers(dialog, rows, now)) continue;
+        std::vector<Conversion_Constants> given = Rows_Of_Grid(rows, before, now);
+        const Wrong_Constants wrong = Wrong_In(given, check);
+        accepted = wrong.text.empty();
+        accepted ? void(rows = std::move(given)) : Refuse_Rows(dialog, wrong);
     }
     WDialogUnload();
     return accepted;

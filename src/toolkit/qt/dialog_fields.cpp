@@ -4,6 +4,8 @@
 #include <QAbstractItemView>
 #include <QButtonGroup>
 #include <QCheckBox>
+#include <QEvent>
+#include <QFrame>
 #include <QLabel>
 #include <QPainter>
 #include <QPushButton>
@@ -133,6 +135,23 @@ private:
 
 constexpr const char* read_only_property = "read_only";
 
+// A red frame over a widget, which takes nothing from its layout and follows its size.
+class Refusal_Frame : public QFrame {
+public:
+    explicit Refusal_Frame(QWidget* over) : QFrame(over) {
+        setAttribute(Qt::WA_TransparentForMouseEvents);
+        setStyleSheet("border: 2px solid #d02020; background: transparent;");
+        over->installEventFilter(this);
+        setGeometry(over->rect());
+        raise();
+        show();
+    }
+    bool eventFilter(QObject* over, QEvent* event) override {
+        if (event->type() == QEvent::Resize) setGeometry(static_cast<QWidget*>(over)->rect());
+        return false;
+    }
+};
+
 // What only shows its value stands on the ground of the dialog.
 QColor Usual_Ground(const QWidget& widget) {
     const QPalette palette = QApplication::palette(&widget);
@@ -155,6 +174,22 @@ void Put_Ground(QWidget* widget, const QColor& ground) {
 
 Status Dialog_Widget::Set(const std::string&) { return Status::Fail("field " + std::to_string(field_.number) + " takes no value"); }
 Status Dialog_Widget::Press() { return Status::Fail("field " + std::to_string(field_.number) + " is no push button"); }
+
+void Dialog_Widget::Mark_Refused(std::string_view why) {
+    refused_ = true;
+    if (frame_ == nullptr) frame_ = new Refusal_Frame(widget());
+    frame_->setToolTip(Q(why));
+    widget()->setToolTip(Q(why));
+    Focus_Widget()->setFocus();
+}
+
+void Dialog_Widget::Clear_Refused() {
+    refused_ = false;
+    if (frame_ == nullptr) return;
+    if (widget()->toolTip() == frame_->toolTip()) widget()->setToolTip({});  // another one tells of the text as it is now
+    delete frame_;
+    frame_ = nullptr;
+}
 
 void Dialog_Widget::Put_Colour(Colour colour) {
     QPalette palette = widget()->palette();

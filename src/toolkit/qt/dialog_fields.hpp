@@ -35,6 +35,9 @@ public:
     virtual std::optional<Colour> Shown_Colour() const { return {}; }
     virtual void Clear() { Put({}); }
     virtual void Set_State(int state);
+    virtual void Mark_Refused(std::string_view why);
+    virtual void Clear_Refused();
+    bool Refused() const { return refused_; }
     bool Takes_Input() const { return state_ == field_enabled; }
     int State() const { return state_; }
 
@@ -46,6 +49,10 @@ public:
 protected:
     Dialog_Field field_;
     int state_ = field_enabled;
+    bool refused_ = false;
+
+private:
+    QWidget* frame_ = nullptr;  // of the mark, over the field
 };
 
 class Image_Widget : public Dialog_Widget {
@@ -87,6 +94,7 @@ public:
     virtual void Put_Cell_Real(int column, int row, double value, std::string_view format) = 0;
     virtual std::string Cell(int column, int row) const = 0;
     virtual bool Valid(int column, int row) const = 0;
+    virtual void Mark_Cell_Refused(int column, int row, std::string_view why) = 0;
     virtual void Cell_State(int column, int row, int state) = 0;
     virtual void Column_State(int column, int state) = 0;
     virtual Status Set_Cell(const std::string& column, int row, const std::string& value) = 0;  // as a user would

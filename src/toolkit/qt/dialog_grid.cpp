@@ -15,7 +15,8 @@ namespace vntl {
 namespace {
 
 constexpr int rows_seen = 8;
-constexpr int own_state = Qt::UserRole;  // data of a cell: its state, whatever that of the grid is
+constexpr int own_state = Qt::UserRole;    // data of a cell: its state, whatever that of the grid is
+constexpr int refusal = Qt::UserRole + 1;  // and why it was refused
 
 // A table whose cells are copied and pasted as text, columns parted by TABs.
 class Table : public QTableWidget {
@@ -150,6 +151,32 @@ public:
         return item != nullptr && Holds_Value(*item);
     }
 
+    void Mark_Cell_Refused(int column, int row, std::string_view why) override {
+        QTableWidgetItem* item = At(column, row);
+        if (item == nullptr) return;
+        refused_ = true;
+        {
+            const QSignalBlocker quiet(table_);
+            item->setData(refusal, Q(why));
+        }
+        Mark(*item);
+        table_->setCurrentItem(item);
+        table_->setFocus();
+    }
+    void Clear_Refused() override {
+        Dialog_Widget::Clear_Refused();
+        for (int row = 0; row < table_->rowCount(); ++row)
+            for (int column = 0; column < table_->columnCount(); ++column) {
+                QTableWidgetItem& item = *table_->item(row, column);
+                if (!item.data(refusal).isValid()) continue;
+                {
+                    const QSignalBlocker quiet(table_);
+                    item.setData(refusal, {});
+                }
+                Mark(item);
+            }
+    }
+
     void Cell_State(int column, int row, int state) override {
         const QSignalBlocker quiet(table_);
         if (QTableWidgetItem* item = At(column, row)) Put_State(*item, state);
@@ -225,11 +252,12 @@ private:
         const bool dark = table_->palette().color(QPalette::Base).lightness() < 128;
         const bool greyed =
             (item.flags() & Qt::ItemIsEnabled) != 0 && Kind(item) != Cell_Kind::check_box && (item.flags() & Qt::ItemIsEditable) == 0;
-        if (invalid)
+        const QString why = invalid ? "This is not a number" : item.data(refusal).toString();
+        if (!why.isEmpty())
             item.setBackground(dark ? QColor(110, 40, 40) : QColor(255, 214, 214));
         else
             item.setBackground(greyed ? table_->palette().brush(QPalette::AlternateBase) : QBrush());
-        item.setToolTip(invalid ? "This is not a number" : QString());
+        item.setToolTip(why);
     }
 
     void Put_State(QTableWidgetItem& item, int state) {

@@ -132,6 +132,7 @@ QWidget* Dialog_Window::Build(const Dialog_Field& field) {
     const int number = field.number;
     widget->changed = [this, widget, number] {
         Toolkit& toolkit = The_Toolkit();
+        if (widget->Refused()) widget->Clear_Refused();
         if (toolkit.Wants(number_, Message_Kind::field_changed))
             Post_Message({Message_Kind::field_changed, {.win = number_, .value1 = number, .value2 = number}});
         if (toolkit.witness == nullptr || widget->field().kind == Field_Kind::grid) return;

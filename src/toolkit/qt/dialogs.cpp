@@ -276,6 +276,21 @@ void WGridStateCell(int field, int column, int row, int state) {
     if (auto* grid = Selected_Field<Grid_Widget>(field)) grid->Cell_State(column, row, state);
 }
 
+void WDialogMarkField(int field, std::string_view why) {
+    if (Dialog_Widget* widget = Selected_Field(field)) widget->Mark_Refused(why);
+}
+
+void WGridMarkCell(int field, int column, int row, std::string_view why) {
+    if (auto* grid = Selected_Field<Grid_Widget>(field)) grid->Mark_Cell_Refused(column, row, why);
+}
+
+void WDialogClearMarks(int dialog) {
+    const Dialog_Window* window = The_Toolkit().Dialog(dialog);
+    if (window == nullptr) return;
+    for (const auto& field : window->fields())
+        if (field->Refused()) field->Clear_Refused();
+}
+
 int WInfoGridCell(int field, int column, int row, int what) {
     const auto* grid = Selected_Field<Grid_Widget>(field);
     return grid != nullptr && what == 1 && grid->Valid(column, row);
@@ -292,6 +307,7 @@ Dialog_View Describe_Dialog(int dialog) {
     for (const auto& field : window->fields()) {
         Field_View shown{field->field().number, std::string(Kind_Name(field->field().kind)),          Bare_Label(field->field().label),
                          field->Value(),        field->widget()->isEnabled() && field->Takes_Input(), {}};
+        shown.marked = field->Refused();
         if (const auto* grid = dynamic_cast<const Grid_Widget*>(field.get()))
             for (int row = 1; row <= grid->Rows(); ++row) {
                 shown.cells.emplace_back();
