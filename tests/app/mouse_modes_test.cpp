@@ -39,13 +39,13 @@ protected:
 const std::string both = "open a.xye b.xye\n";
 
 TEST_F(Mouse_Modes, ABandBecomesAnExcludedRegion) {
-    const auto run = Script("open a.xye\ncommand 40110\nprint state\nprint menu 40110\n" + Drag(15, 2000, 17, 2100) +
-                            "print menu 40110\nprint excluded 1\ncommand 40110\n" + Drag(22, 2000, 20, 2000) +
-                            // beyond the box at the left
-                            "command 40110\nmouse data down 12 2000\nmouse up 20 400\nprint excluded 1\nprint state\n"
-                            "open b.xye\ncommand 40110\n" +
-                            Drag(24, 2000, 25, 2000) + "print dialog\npress OK\ncommand 40110\n" + Drag(24, 2000, 25, 2000) +
-                            "cell 1723 3 2 1\npress OK\nprint excluded 1\nprint excluded 2\n");
+    const auto run =
+        Script("open a.xye\ncommand 40110\nprint state\nprint menu 40110\n" + Drag(15, 2000, 17, 2100) +
+               "print menu 40110\nprint excluded 1\ncommand 40110\n" + Drag(22, 2000, 20, 2000) +
+               // beyond the box at the left
+               "command 40110\nmouse data down 12 2000\nmouse up 20 400\nprint excluded 1\nprint state\n"
+               "open b.xye\ncommand 40110\n" +
+               Drag(24, 2000, 25, 2000) + "print dialog\npress OK\ncell 1723 3 2 1\npress OK\nprint excluded 1\nprint excluded 2\n");
     EXPECT_EQ(run.status, 0) << run.errors;
     const auto states = run.With("plot_type"), menus = run.With("built"), lists = run.With("excluded");
     EXPECT_EQ(states.at(0)["MoveMode"], 2);
