@@ -139,7 +139,7 @@ void Mouse_Move(benchmark::State& state) {
     }
     session.plot.plot_type = Plot_Form::multi;
     Bitmap bitmap(window_width, window_height);
-    Draw_Picture(Scene_Of(session), bitmap.Drawing());
+    session.plot.drawn = Draw_Picture(Scene_Of(session), bitmap.Drawing()).window;
     const Plot_State& plot = session.plot;
     const double ticks = plot.Page_At({0, plot.diff_base + 0.5 * plot.diff_band}).y;
     Message move{Message_Kind::mouse_move, {}};

@@ -97,9 +97,10 @@ bool Is_Archive_Or_Picture(std::string_view text) {
 
 std::string Binary_Refusal(std::string_view text) {
     const std::string_view head = text.substr(0, recognised_head);
-    const bool binary = Is_Archive_Or_Picture(head) || (Is_No_Text(head) && Recognised_By_Content(head) == 0);
-    if (!binary) return {};
     const Magic* const magic = Magic_Of(head);
+    const bool no_text = Is_No_Text(head) || (magic != nullptr && head.find('\0') != std::string_view::npos);
+    const bool binary = Is_Archive_Or_Picture(head) || (no_text && Recognised_By_Content(head) == 0);
+    if (!binary) return {};
     const std::string kind = magic == nullptr ? "" : " (" + std::string(magic->kind) + ')';
     return "This is a binary file" + kind + ", which no reader takes";
 }

@@ -34,7 +34,7 @@ struct Pen {
 
 // What is known of a data set before it is drawn, so that much of it need not be looked at again.
 struct Series_Blocks {
-    static constexpr std::size_t points = 32;  // of a block, and the first one of the next
+    static constexpr std::size_t points = 64;  // of a block, and the first one of the next
 
     bool rises = false;  // x never falls, and there is no gap in it
     std::vector<Extremes> y;
