@@ -99,12 +99,6 @@ void Set_Single_Form(Session& session) {
     session.lists.hklgen.clear();
 }
 
-void View_In_Log(Plot_State& plot) {
-    const float top = Log_Value(plot.y_view_max);
-    plot.y_view_min = 0;
-    plot.y_view_max = top > 0 ? top : 1;
-}
-
 // Where the difference curve and the reflections of a refined profile stand under the window.
 void Make_Room_For_Refinement(const Profile_Store& store, Plot_State& plot) {
     const float span = plot.y_view_max - plot.y_view_min;
@@ -116,6 +110,12 @@ void Make_Room_For_Refinement(const Profile_Store& store, Plot_State& plot) {
         plot.y_view_min = plot.y_prf_bottom;
     else if (store.show_reflections && phases >= 1)
         plot.y_view_min = plot.diff_base + Bragg_Row_Of(plot.diff_band, phases, phases).bottom;
+}
+
+void View_In_Log(const Profile_Store& store, Plot_State& plot, float foot, float top) {
+    plot.y_view_min = top > foot ? foot : 0;
+    plot.y_view_max = top > foot ? top : 1;
+    if (store.prf_loaded) Make_Room_For_Refinement(store, plot);
 }
 
 }  // namespace
@@ -148,13 +148,12 @@ void Plot_Ranges(Session& session) {
     } else {
         Set_Menu_Graph(session, log);
     }
-    if (plot.Is_Log()) View_In_Log(plot);
+    if (plot.Is_Log()) View_In_Log(store, plot, 0, Log_Value(plot.y_view_max));
 }
 
-void View_In_Logarithms(Plot_State& plot) {
-    const float foot = Log_Value(plot.y_view_min), top = Log_Value(plot.y_view_max);
-    View_In_Log(plot);
-    if (top > foot) plot.Show({plot.x_view_min, plot.x_view_max, foot, top});
+void View_In_Logarithms(const Profile_Store& store, Plot_State& plot) {
+    const float top = Log_Value(plot.y_view_max);
+    View_In_Log(store, plot, top > 0 ? Log_Value(plot.y_view_min) : 0, top);
 }
 
 void View_In_Counts(const Profile_Store& store, Plot_State& plot) {

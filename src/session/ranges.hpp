@@ -13,8 +13,9 @@ struct Session;
 // scratch returns to the 2D graph; without rows the form is "none".
 void Plot_Ranges(Session&);
 
-// Into a logarithmic form: the y window of the same intensities, from 1 on, where the form begins; x stays.
-void View_In_Logarithms(Plot_State&);
+// Into a logarithmic form: the y window of the same intensities, from 1 on, where the form begins, with room for the overlay of a refined
+// profile below; x stays.
+void View_In_Logarithms(const Profile_Store&, Plot_State&);
 
 // Out of a logarithmic form: the y window of the same intensities, x stays. A window that begins at 1, where the form ends, shows all
 // below.

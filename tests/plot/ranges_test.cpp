@@ -122,6 +122,25 @@ TEST_F(Ranges, ARefinedRowMakesRoomBelowAndBarsTheFit) {
     EXPECT_TRUE(session.interface.Enabled(40016));
 }
 
+// The overlay of a refinement stands below the logarithms, in their units, however the form was come to.
+TEST_F(Ranges, LogarithmsOfARefinedRowHaveRoomBelow) {
+    Add(five_x, five_y, Row_Kind::prf);
+    Add();
+    Plot_Ranges(session);
+    View_In_Logarithms(session.store, session.plot);
+    for (const bool anew : {false, true}) {
+        if (anew) {
+            Set_Menu_Graph(session, true);
+            Plot_Ranges(session);
+        }
+        const Plot_State& plot = session.plot;
+        EXPECT_NEAR(plot.y_view_max, std::log(1050.0f), 0.01f) << anew;
+        EXPECT_LE(plot.y_view_min, plot.diff_base) << anew;
+        EXPECT_LE(plot.diff_base + plot.diff_band, 1e-6f) << anew;
+        EXPECT_GT(plot.y_view_min, -3) << anew;
+    }
+}
+
 TEST_F(Ranges, FocusTakesThePointsStrictlyInsideTheWindow) {
     Add({10, 11, 12, 13, 14}, {5000, 100, 300, 200, 9000});
     Add();

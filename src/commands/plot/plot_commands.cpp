@@ -32,7 +32,7 @@ void Toggle_Logarithms(Application& app) {
         View_In_Counts(session.store, session.plot);
         one ? Set_Menu_Single(session, true) : Set_Menu_Graph(session, false);
     } else {
-        View_In_Logarithms(session.plot);
+        View_In_Logarithms(session.store, session.plot);
         one ? Set_Menu_Log_Of_One(session) : Set_Menu_Graph(session, true);
     }
     Plot_Redraw(session);
