@@ -40,9 +40,9 @@ public:
             if (last_covered_ >= 0) all_.Note_Covered(column_, last_covered_);
         }
         void operator()(int y, std::uint32_t opacity) {
-            if (y >= hidden_.first && y < hidden_.end) return;  // asked first: the stacks are far away in memory
+            if (opacity == 0 || (y >= hidden_.first && y < hidden_.end)) return;  // asked first: the stacks are far away in memory
             std::uint32_t& stack = stacks_[y];
-            if ((stack & covered) != 0 || opacity == 0) return;
+            if ((stack & covered) != 0) return;
             all_.layers_.push_back({colour_ | opacity << 24, stack});
             const std::uint32_t count = std::min((stack & most_counted) + one_more, most_counted);
             stack = static_cast<std::uint32_t>(all_.layers_.size()) | count;
