@@ -7,12 +7,15 @@
 #include "base/free_form.hpp"
 #include "base/text_file.hpp"
 #include "base/write_file.hpp"
+#include "calc/rescale.hpp"
 
 namespace vntl {
 
 namespace {
 
 constexpr float least_efficiency = 0.0001f;
+
+float Factor_Of_Sigma(const Diffraction_Pattern_Type& p, float factor) { return p.sigma_is_variance ? factor * factor : std::fabs(factor); }
 
 }  // namespace
 
@@ -39,19 +42,17 @@ Status Subtract_Pattern(Diffraction_Pattern_Type& a, const Diffraction_Pattern_T
 }
 
 void Shift_And_Multiply(Diffraction_Pattern_Type& p, PRF_Info_Add_Type& info, float shift, float factor) {
-    const float of_sigma = p.sigma_is_variance ? factor * factor : std::fabs(factor);
-    for (std::vector<float>* positions : {&p.x, &info.refl_position})
-        for (float& x : *positions) x += shift;
-    for (std::vector<float>* curve : {&p.y, &p.ycalc, &p.bgr})
-        for (float& y : *curve) y *= factor;
-    for (float& sigma : p.sigma) sigma *= of_sigma;
-    for (int i = 0; i < info.nexcl; ++i)
-        for (float* limit : {&info.excl_min[static_cast<std::size_t>(i)], &info.excl_max[static_cast<std::size_t>(i)]}) *limit += shift;
-    p.xmin += shift;
-    p.xmax += shift;
-    p.ymin *= factor;
-    p.ymax *= factor;
-    if (factor < 0) std::swap(p.ymin, p.ymax);
+    Scale_X_Of_Row(p, info, 1, shift);
+    Scale_Y_Of_Row(p, factor, 0);
+    for (float& sigma : p.sigma) sigma *= Factor_Of_Sigma(p, factor);
+}
+
+bool Can_Shift_And_Multiply(const Diffraction_Pattern_Type& p, float shift, float factor) {
+    const auto stays = [of_sigma = Factor_Of_Sigma(p, factor)](float sigma) {
+        return std::isfinite(sigma * of_sigma) || !std::isfinite(sigma);
+    };
+    return Stays_Finite_X(p, 1, shift) && Stays_Finite_Y(p, factor, 0) && std::ranges::all_of(p.sigma, stays) &&
+           (p.x.size() < 2 || p.x.front() + shift < p.x.back() + shift);
 }
 
 Status Write_Efficiency_File(const std::string& path, std::span<const Efficiency_Line> lines) {

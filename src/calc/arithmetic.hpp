@@ -24,6 +24,9 @@ Status Subtract_Pattern(Diffraction_Pattern_Type& a, const Diffraction_Pattern_T
 // deviations, scale with it. A factor below 0 exchanges ymin and ymax.
 void Shift_And_Multiply(Diffraction_Pattern_Type& pattern, PRF_Info_Add_Type& info, float shift, float factor);
 
+// Nothing of the pattern would leave the range of numbers, and x would still rise from its first to its last point.
+bool Can_Shift_And_Multiply(const Diffraction_Pattern_Type& pattern, float shift, float factor);
+
 // An efficiency file: a line a point with its number, x shift and efficiency.
 //
 //         1       0.00000       1.02345

@@ -38,6 +38,7 @@ void Offset_Row(Diffraction_Pattern_Type& pattern, PRF_Info_Add_Type& info, floa
 void Scale_X_Of_Row(Diffraction_Pattern_Type& pattern, PRF_Info_Add_Type& info, float a, float b) {
     const Line line{a, b};
     Apply(pattern.x, line);
+    Apply(info.refl_position, line);
     Apply_To_Range(pattern.xmin, pattern.xmax, line);
     const auto regions = static_cast<std::size_t>(std::clamp(info.nexcl, 0, max_excluded_regions));
     for (std::size_t j = 0; j < regions; ++j) Apply_To_Range(info.excl_min[j], info.excl_max[j], line);

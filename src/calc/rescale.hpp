@@ -1,4 +1,5 @@
-// Moving and rescaling whole rows: points, ranges, calculated curve and background and, along x, excluded regions. Sigma keeps its value.
+// Moving and rescaling whole rows: points, ranges, calculated curve and background and, along x, reflections and
+// excluded regions. Sigma keeps its value.
 #pragma once
 
 #include "patterns/pattern.hpp"

@@ -143,6 +143,7 @@ const std::vector<Format_Reader>& Readers() {
 }  // namespace
 
 std::span<const Pattern_Format> Pattern_Formats() { return formats; }
+std::string_view Mode_Of_Code(int code) { return Trim(formats[code - 1].mode); }
 std::span<const Format_Extension> Format_Extensions() { return extensions; }
 
 const Format_Reader& Reader_Of_Mode(std::string_view mode) {

@@ -76,6 +76,7 @@ struct Format_Reader {
 };
 
 std::span<const Pattern_Format> Pattern_Formats();
+std::string_view Mode_Of_Code(int code);  // its mode text, of a code of the table
 std::span<const Format_Extension> Format_Extensions();
 const Format_Reader& Reader_Of_Mode(std::string_view mode);  // the free format for an unknown one
 

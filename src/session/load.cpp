@@ -102,6 +102,14 @@ std::optional<Load_Result> Check_For_Row(Session& session, Ask& ask, const std::
     return Make_Sound(ask, path, name, fresh, notes);
 }
 
+void Note_Coming_Row(Session& session, const std::string& full_path, const Fresh_Pattern& fresh, Load_Notes& notes) {
+    session.store.changes.Forget();
+    MRU_Add(session, full_path);
+    const std::string name(Trim(File_Part(full_path, session.config.sep)));
+    notes.Count(name, fresh.pattern.npts_claimed, fresh.read, fresh.left_out);
+    session.plot.history = {};
+}
+
 Load_Result Load_Row(Session& session, Ask& ask, const std::string& path, const std::string& format, Fresh_Pattern fresh,
                      Load_Notes& notes) {
     Profile_Store& store = session.store;
@@ -126,10 +134,7 @@ Load_Result Load_Row(Session& session, Ask& ask, const std::string& path, const 
     }
 
     if (row > profiles_with_optional_arrays) Purge_Pattern(pattern, "DATA");
-    store.changes.Forget();
-    MRU_Add(session, full_path);
-    notes.Count(name, pattern.npts_claimed, fresh.read, fresh.left_out);  // the last step that can fail
-    session.plot.history = {};
+    Note_Coming_Row(session, full_path, fresh, notes);
     store.Append(std::move(pattern), std::move(info));
     const auto flag = static_cast<std::size_t>(row - 1);
     store.show_ycalc_of[flag] = rietveld;

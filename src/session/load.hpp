@@ -37,6 +37,10 @@ Load_Result Load_Row(Session&, Ask&, const std::string& path, const std::string&
 // user, or nothing. For rows that bring more than a pattern.
 std::optional<Load_Result> Check_For_Row(Session&, Ask&, const std::string& path, Fresh_Pattern& fresh, Load_Notes&);
 
+// Just before the row: nothing can be undone any more, the file is a recent one, what it lacks is counted, and the views begin anew. The
+// last step that can fail.
+void Note_Coming_Row(Session&, const std::string& full_path, const Fresh_Pattern& fresh, Load_Notes&);
+
 // The one name of a file, whatever the directory from which it was opened.
 std::string Absolute_Path(const Configuration&, const std::string& path);
 

@@ -72,8 +72,6 @@ private:
     Clock::duration waited_{0};
 };
 
-std::string_view Mode_Of_Code(int code) { return Trim(Pattern_Formats()[static_cast<std::size_t>(code - 1)].mode); }
-
 std::string Name_Of(const Session& session, const std::string& path) { return std::string(Trim(File_Part(path, session.config.sep))); }
 
 // Every pattern of a file of several, each a row with its own checks.

@@ -2,7 +2,7 @@
 //
 // All of them decide on a format for each file; Load_All then makes rows of them.
 #include <algorithm>
-#include <iterator>
+#include <utility>
 
 #include "base/os.hpp"
 #include "base/text.hpp"
@@ -18,25 +18,35 @@ namespace {
 
 int Known_Code(int code) { return code >= 1 && code <= static_cast<int>(Pattern_Formats().size()) ? code : 1; }
 
-std::string_view Mode_Of_Code(int code) { return Trim(Pattern_Formats()[static_cast<std::size_t>(code - 1)].mode); }
-
 // The name of a file says what is in it: nobody is asked about it.
 bool Name_Tells(const std::string& file) {
     const File_Kind_Row* kind = File_Kind_Of(file);
     return (kind != nullptr && (kind->read != nullptr || !kind->refusal.empty())) || Format_Of_File(file) != 0;
 }
 
-// No format will do for a binary file, so that there is nothing to ask about it.
-bool Is_To_Ask(const std::string& file) { return !Name_Tells(file) && Recognise_Format(file).binary.empty(); }
+// A file whose name does not tell its format, and what its first lines tell.
+struct Undecided {
+    std::string name;
+    Recognition look;
+};
 
-// The one question about all files whose names do not tell their format.
-Format_Question Question_About(const std::vector<std::string>& files, char separator) {
-    std::vector<Recognition> looks;
-    for (const std::string& file : files) looks.push_back(Recognise_Format(file));
-    const Recognition& first = looks.front();
+// No format will do for a binary file, so that there is nothing to ask about it.
+std::vector<Undecided> To_Ask_About(const std::vector<std::string>& files, char separator) {
+    std::vector<Undecided> undecided;
+    for (const std::string& file : files) {
+        if (Name_Tells(file)) continue;
+        Recognition look = Recognise_Format(file);
+        if (look.binary.empty()) undecided.push_back({std::string(File_Part(file, separator)), std::move(look)});
+    }
+    return undecided;
+}
+
+// The one question about all of them.
+Format_Question Question_About(const std::vector<Undecided>& files) {
+    const Recognition& first = files.front().look;
     Format_Question question{.proposed = first.code, .banks = 0};
     bool one_look = first.by_content != 0;
-    for (const Recognition& look : looks) {
+    for (const auto& [name, look] : files) {
         question.differ = question.differ || look.code != first.code;
         one_look = one_look && look.by_content == first.by_content;
         question.banks += look.banks;
@@ -44,10 +54,8 @@ Format_Question Question_About(const std::vector<std::string>& files, char separ
     if (question.banks == static_cast<int>(files.size())) question.banks = 1;  // none of them has more than one
     if (question.differ) question.proposed = 0;
     if (one_look) question.looks_like = Mode_Of_Code(first.by_content);
-    for (std::size_t i = 0; i < files.size(); ++i) {
-        const std::string format = question.differ ? " (" + std::string(Mode_Of_Code(looks[i].code)) + ')' : "";
-        question.files.push_back(std::string(File_Part(files[i], separator)) + format);
-    }
+    for (const auto& [name, look] : files)
+        question.files.push_back(question.differ ? name + " (" + std::string(Mode_Of_Code(look.code)) + ')' : name);
     return question;
 }
 
@@ -65,11 +73,10 @@ Open_Result Open_Pattern_File(Session& session, Ask& ask, const std::string& nam
     if (files.empty()) return nothing;
 
     std::reverse(files.begin(), files.end());
-    std::vector<std::string> open_ones;
-    std::ranges::copy_if(files, std::back_inserter(open_ones), Is_To_Ask);
+    const std::vector<Undecided> undecided = To_Ask_About(files, session.config.sep);
     Format_Choice choice;
-    if (!open_ones.empty()) {
-        const std::optional<Format_Choice> chosen = ask.Data_Format(Question_About(open_ones, session.config.sep));
+    if (!undecided.empty()) {
+        const std::optional<Format_Choice> chosen = ask.Data_Format(Question_About(undecided));
         if (!chosen) return nothing;
         choice = *chosen;
         if (choice.code != 0) choice.code = Known_Code(choice.code);

@@ -79,10 +79,7 @@ Load_Result Load_Prf_Row(Session& session, Ask& ask, const std::string& path, Fr
     }
 
     Name_Axes(session, pattern, converted);
-    store.changes.Forget();
-    MRU_Add(session, full_path);
-    notes.Count(info.file_name, pattern.npts_claimed, fresh.read, fresh.left_out);  // the last step that can fail
-    session.plot.history = {};
+    Note_Coming_Row(session, full_path, fresh, notes);
     if (refined != 0) {
         store.Pattern(refined) = std::move(pattern);
         store.Info(refined) = std::move(info);

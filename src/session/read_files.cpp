@@ -15,8 +15,6 @@ namespace vntl {
 
 namespace {
 
-std::string Mode_Of(int code) { return std::string(Trim(Pattern_Formats()[static_cast<std::size_t>(code - 1)].mode)); }
-
 std::size_t Or_Cores(int threads) {
     return threads > 0 ? static_cast<std::size_t>(threads) : std::max(1u, std::thread::hardware_concurrency());
 }
@@ -37,7 +35,7 @@ private:
 Status With_Look(Status status, const std::string& path, int code) {
     const int look = Recognise_Format(path).by_content;
     if (look == 0 || look == code) return status;
-    return Status::Fail(std::string(Trim(status.message)) + "\nThe contents look like the format " + Mode_Of(look));
+    return Status::Fail(std::string(Trim(status.message)) + "\nThe contents look like the format " + std::string(Mode_Of_Code(look)));
 }
 
 }  // namespace
@@ -49,10 +47,10 @@ Read_File Read_Pattern_File(const std::string& path, const Format_Choice& choice
         .path = path, .code = code, .several = code == format_code::isis || code == format_code::uxd || (gsas && choice.all_banks)};
     if (file.several) {
         const int capacity = code == format_code::isis ? isis_capacity : max_profiles;
-        file.status = Read_Pattern_Mult(path, file.patterns, capacity, Mode_Of(code), file.messages);
+        file.status = Read_Pattern_Mult(path, file.patterns, capacity, std::string(Mode_Of_Code(code)), file.messages);
     } else {
         file.patterns.resize(1);
-        file.status = Read_Pattern(path, file.patterns.front(), Mode_Of(code));
+        file.status = Read_Pattern(path, file.patterns.front(), std::string(Mode_Of_Code(code)));
     }
     if (file.status.failed) file.status = With_Look(file.status, path, code);
     return file;

@@ -145,19 +145,6 @@ struct Change {
     float shift, factor;
 };
 
-// Nothing leaves the range of numbers, and x still rises from its first to its last point.
-bool Stays_In_Range(const Diffraction_Pattern_Type& pattern, const Change& change) {
-    const auto finite = [](const std::vector<float>& values, auto then) {
-        return std::ranges::all_of(values, [then](float now) { return std::isfinite(then(now)) || !std::isfinite(now); });
-    };
-    const auto multiplied = [&change](float y) { return y * change.factor; };
-    const float of_sigma = pattern.sigma_is_variance ? change.factor * change.factor : std::fabs(change.factor);
-    return finite(pattern.x, [&change](float x) { return x + change.shift; }) && finite(pattern.y, multiplied) &&
-           finite(pattern.ycalc, multiplied) && finite(pattern.bgr, multiplied) &&
-           finite(pattern.sigma, [of_sigma](float sigma) { return sigma * of_sigma; }) &&
-           (pattern.x.size() < 2 || pattern.x.front() + change.shift < pattern.x.back() + change.shift);
-}
-
 // What the ticked lines ask for; nothing where a cell holds no number or a value would leave the range, which has been told then.
 std::optional<std::vector<Change>> Changes(const Session& session, const std::vector<int>& rows) {
     std::vector<Change> changes;
@@ -172,8 +159,8 @@ std::optional<std::vector<Change>> Changes(const Session& session, const std::ve
         const Change change{row, *WGridGetCellReal(multiply_grid, multiply_shift, row),
                             *WGridGetCellReal(multiply_grid, multiply_factor, row)};
         const Diffraction_Pattern_Type& pattern = session.store.Pattern(row);
-        if (!Stays_In_Range(pattern, change)) {
-            const bool by_shift = !Stays_In_Range(pattern, {row, change.shift, 1});
+        if (!Can_Shift_And_Multiply(pattern, change.shift, change.factor)) {
+            const bool by_shift = !Can_Shift_And_Multiply(pattern, change.shift, 1);
             Refuse_Cell(multiply_grid, by_shift ? multiply_shift : multiply_factor, row,
                         "Values of " + name + " would leave the range of numbers");
             return {};

@@ -61,9 +61,9 @@ void Go_Forward(Application& app) {
 void Start_Drag(Application& app) { Start_Drag_Mode(app.session); }
 void End_Drag(Application& app) { End_Drag_Mode(app.session); }
 
-void Lines_On(Application& app) { Spectral_Lines_On(app.session, app.ask); }
+void Lines_On(Application& app) { Spectral_Lines_On(app.session); }
 void Lines_Off(Application& app) { Spectral_Lines_Off(app.session); }
-void Lines_Settings(Application& app) { Spectral_Lines_Dialog(app.session, app.ask); }
+void Lines_Settings(Application& app) { Spectral_Lines_Dialog(app.session); }
 
 template <int line>
 void Toggle_Line(Application& app) {

@@ -54,24 +54,20 @@ void Fill_Lines(int chosen) {
 }
 
 // The three wavelengths, or nothing, and the user has been told why.
-std::optional<std::array<float, 3>> Lines_Of_Grid(Ask& ask) {
-    constexpr std::string_view undefined = "Some values were undefined", zeros = "One or more values were zeros!";
+std::optional<std::array<float, 3>> Lines_Of_Grid() {
     std::array<float, 3> lines{};
+    const auto refuse = [](int column, const std::string& text) {
+        Refuse_Cell(lines_grid, column, 1, text);
+        return std::nullopt;
+    };
     for (int column = k_alpha1; column <= k_beta; ++column) {
         const std::optional<float> cell = WGridGetCellReal(lines_grid, column, 1);
-        if (!cell) {
-            WGridMarkCell(lines_grid, column, 1, undefined);
-            ask.Error(std::string(undefined));
-            return {};
-        }
+        if (!cell) return refuse(column, "Some values were undefined");
         lines[static_cast<std::size_t>(column - 1)] = *cell;
     }
     for (int column = k_alpha1; column <= k_beta; ++column)
-        if (!(lines[static_cast<std::size_t>(column - 1)] > std::numeric_limits<float>::min())) {
-            WGridMarkCell(lines_grid, column, 1, zeros);
-            ask.Error(std::string(zeros));
-            return {};
-        }
+        if (!(lines[static_cast<std::size_t>(column - 1)] > std::numeric_limits<float>::min()))
+            return refuse(column, "One or more values were zeros!");
     return lines;
 }
 
@@ -89,7 +85,7 @@ Dialog_Resource Spectral_Lines_Dialog_Resource() {
              {{button_ok, Field_Kind::push_button, "OK"}, {button_cancel, Field_Kind::push_button, "Cancel"}}}};
 }
 
-void Spectral_Lines_Dialog(Session& session, Ask& ask) {
+void Spectral_Lines_Dialog(Session& session) {
     if (session.store.nperfiles() == 0) return;
     X_Constants& conv = session.store.Pattern(1).conv;
     const int anode = Anode_Of(conv[0]);
@@ -103,7 +99,7 @@ void Spectral_Lines_Dialog(Session& session, Ask& ask) {
         if (field == anode_menu) Fill_Lines(WDialogGetMenu(anode_menu));
     };
     while (Run_Modal(lines_dialog, {}, changed) == button_ok) {
-        const auto lines = Lines_Of_Grid(ask);
+        const auto lines = Lines_Of_Grid();
         if (!lines) continue;
         Row_Change change(session, "wavelengths of spectral lines", {1});
         conv[0] = (*lines)[0];

@@ -14,7 +14,7 @@ constexpr float least_wavelength = 0.1f;  // angstrom: below, the row brings non
 
 }  // namespace
 
-void Spectral_Lines_On(Session& session, Ask& ask) {
+void Spectral_Lines_On(Session& session) {
     Interface_State& menu = session.interface;
     session.plot.spectral.on = true;
     menu.Enable(command::lines_on, false);
@@ -22,7 +22,7 @@ void Spectral_Lines_On(Session& session, Ask& ask) {
     for (const int line : line_commands) menu.Enable(line, true);
     menu.Check(command::lines_menu, true);
     const X_Constants& conv = session.store.Pattern(1).conv;
-    if (std::min({conv[0], conv[1], conv[3]}) < least_wavelength) Spectral_Lines_Dialog(session, ask);
+    if (std::min({conv[0], conv[1], conv[3]}) < least_wavelength) Spectral_Lines_Dialog(session);
     Tell_Without_Spectral_Lines(session);
 }
 

@@ -200,8 +200,9 @@ bool Row_Constants_Dialog(Constants_Kind kind, std::vector<Conversion_Constants>
     for (int button = 0; !accepted && button != button_cancel;) {
         button = Run_Modal(dialog.number);
         if (button == button_set_all) Set_All(dialog, rows.size());
+        if (button != button_ok) continue;
         const Columns now = Read_Grid(dialog);
-        if (button != button_ok || !Cells_Hold_Numbers(dialog, rows, now)) continue;
+        if (!Cells_Hold_Numbers(dialog, rows, now)) continue;
         std::vector<Conversion_Constants> given = Rows_Of_Grid(rows, before, now);
         const Wrong_Constants wrong = Wrong_In(given, check);
         accepted = wrong.text.empty();
