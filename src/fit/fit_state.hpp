@@ -45,6 +45,8 @@ struct Fit_Peak {
     Fit_Value shift_eta;
     bool active = true;  // takes part in the fit
 
+    bool Has_Half_Width() const { return marked && half_x != 0; }
+
     bool operator==(const Fit_Peak&) const = default;
 };
 
@@ -81,6 +83,7 @@ struct Fit_State {
 
     bool peaks_ready = false;    // the peaks come from a search, and no fit has seen them
     bool pik_loaded = false;     // the list of peaks is built
+    bool nodes_given = false;    // the nodes come from a file: they are not built from the peaks
     bool done = false;           // a fit has run to its end: no marks
     bool range_pending = false;  // the window is to be chosen anew
 

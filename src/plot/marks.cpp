@@ -83,15 +83,15 @@ void Draw_Reflections(const Scene& scene, Graphics& g) {
 }
 
 // A peak of the fit: its height over the background line, and its width at half height when that is set.
-void Draw_Fit_Peak(const Scene& scene, Graphics& g, const Fit_Peak_Mark& peak) {
-    const Fit_Marks& fit = scene.lists.fit;
-    const float slope = fit.a2 == fit.a1 ? 0 : (fit.b2 - fit.b1) / (fit.a2 - fit.a1);
-    const float intercept = fit.b1 - fit.a1 * slope;
-    Draw_Dot(scene.plot, g, peak.x, peak.y);
+void Draw_Fit_Peak(const Scene& scene, Graphics& g, const Fit_Peak& peak) {
+    const Fit_State& fit = scene.lists.fit;
+    const float slope = fit.x_fin == fit.x_ini ? 0 : (fit.y_fin - fit.y_ini) / (fit.x_fin - fit.x_ini);
+    const float intercept = fit.y_ini - fit.x_ini * slope, x = peak.pos.value;
+    Draw_Dot(scene.plot, g, x, peak.top);
     g.IGrColourN(blue);
-    Draw_Segment(g, peak.x, peak.y, peak.x, intercept + slope * peak.x);
-    if (!peak.has_half) return;
-    const float mirror = 2 * peak.x - peak.half_x;
+    Draw_Segment(g, x, peak.top, x, intercept + slope * x);
+    if (!peak.Has_Half_Width()) return;
+    const float mirror = 2 * x - peak.half_x;
     Draw_Dot(scene.plot, g, peak.half_x, peak.half_y);
     Draw_Dot(scene.plot, g, mirror, peak.half_y);
     g.IGrColourN(blue);
@@ -99,15 +99,15 @@ void Draw_Fit_Peak(const Scene& scene, Graphics& g, const Fit_Peak_Mark& peak) {
 }
 
 void Draw_Fit(const Scene& scene, Graphics& g) {
-    const Fit_Marks& fit = scene.lists.fit;
+    const Fit_State& fit = scene.lists.fit;
     if (fit.done || !fit.lower_set) return;
     g.IGrLineWidth(2);
-    Draw_Dot(scene.plot, g, fit.a1, fit.b1);
+    Draw_Dot(scene.plot, g, fit.x_ini, fit.y_ini);
     if (!fit.upper_set) return;
     for (const Background_Mark& point : scene.lists.background) Draw_Dot(scene.plot, g, point.x, point.y);
     Draw_Background_Line(g, scene.lists.background);
-    const std::size_t peaks = std::min<std::size_t>(fit.peaks.size(), max_fit_peaks);
-    for (std::size_t i = 0; i < peaks; ++i) Draw_Fit_Peak(scene, g, fit.peaks[i]);
+    for (const Fit_Peak& peak : fit.peaks)
+        if (peak.active) Draw_Fit_Peak(scene, g, peak);
 }
 
 void Draw_Refined_Pick(const Scene& scene, Graphics& g, std::size_t entry) {

@@ -29,6 +29,7 @@ struct Kept_Plot {
     std::vector<Peak_Mark> peaks;
     std::vector<Background_Mark> background;
     std::vector<Reflection_Mark> hklgen;
+    Fit_State fit;
     X_Space xspace = X_Space::none;
     std::string xlabel_text, ylabel_text;
     View view, all;
@@ -47,7 +48,8 @@ struct Change_Record {
     Kept_Plot plot;
 
     bool Touches_Rows() const { return added > 0 || !rows.empty(); }
-    std::size_t Bytes() const;  // about what it holds
+    bool Touches_Axes() const { return added > 0 || (!rows.empty() && parts != part_curves); }  // ranges and forms follow from it
+    std::size_t Bytes() const;                                                                  // about what it holds
 };
 
 class Change_History {

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "base/text.hpp"
+#include "session/fit.hpp"
 #include "session/ranges.hpp"
 #include "session/session.hpp"
 #include "session/xspace.hpp"
@@ -75,8 +76,8 @@ std::vector<Kept_Row> Keep_Rows(const Profile_Store& store, const std::vector<in
 Kept_Plot Keep_Plot(const Session& session) {
     const Plot_State& plot = session.plot;
     const Calculation_Lists& lists = session.lists;
-    return {lists.peaks,       lists.background,   lists.hklgen,      plot.xspace,    plot.xlabel_text, plot.ylabel_text,
-            plot.Shown_View(), plot.Whole_Range(), plot.y_prf_bottom, plot.diff_base, plot.diff_band,   plot.Is_Log()};
+    return {lists.peaks,       lists.background,   lists.hklgen,      lists.fit,      plot.xspace,    plot.xlabel_text, plot.ylabel_text,
+            plot.Shown_View(), plot.Whole_Range(), plot.y_prf_bottom, plot.diff_base, plot.diff_band, plot.Is_Log()};
 }
 
 // --- going back, or forward again --------------------------------------------------------------------------------------------------
@@ -133,6 +134,7 @@ void Set_Plot(Session& session, Kept_Plot kept) {
     session.lists.peaks = std::move(kept.peaks);
     session.lists.background = std::move(kept.background);
     session.lists.hklgen = std::move(kept.hklgen);
+    session.lists.fit = std::move(kept.fit);
     plot.xlabel_text = std::move(kept.xlabel_text);
     plot.ylabel_text = std::move(kept.ylabel_text);
     if (plot.Is_Log() != kept.log) return;
@@ -151,12 +153,13 @@ void Swap(Session& session, Change_Record& record, bool back) {
     for (Kept_Row& kept : record.rows) Swap_Row(store, record, kept);
     if (back) Take_Added(store, record);
     if (record.plot.xspace != present.xspace) Set_Xspace(session, Told(record.plot.xspace));
-    if (record.Touches_Rows()) Plot_Ranges(session);
+    if (record.Touches_Axes()) Plot_Ranges(session);
     Set_Plot(session, std::exchange(record.plot, std::move(present)));
+    Set_Fit_Overlay(session);
 }
 
 bool Same_Lists(const Kept_Plot& kept, const Calculation_Lists& lists) {
-    return kept.peaks == lists.peaks && kept.background == lists.background && kept.hklgen == lists.hklgen;
+    return kept.peaks == lists.peaks && kept.background == lists.background && kept.hklgen == lists.hklgen && kept.fit == lists.fit;
 }
 
 std::string Label(std::string_view verb, std::string_view text) {
@@ -182,6 +185,7 @@ Row_Change::~Row_Change() {
     session_.lists.peaks = std::move(record_.plot.peaks);
     session_.lists.background = std::move(record_.plot.background);
     session_.lists.hklgen = std::move(record_.plot.hklgen);
+    session_.lists.fit = std::move(record_.plot.fit);
 }
 
 void Row_Change::Keep(bool with_previous) {

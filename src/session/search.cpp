@@ -66,10 +66,10 @@ Status Search_View(const Session& session, Search_Mode mode, PKB_Type& found) {
 void Store_Wavelengths(Session& session) {
     if (session.store.nperfiles() == 0) return;
     const Search_Radiation radiation = Radiation_Of_Search(session.search.search_radiation, session.store.Pattern(1).conv[0]);
-    Fit_Marks& fit = session.lists.fit;
+    Fit_State& fit = session.lists.fit;
     fit.lambda1 = radiation.lambda1;
     fit.lambda2 = radiation.lambda2;
-    fit.ratio = radiation.ratio;
+    fit.ratio.value = radiation.ratio;
 }
 
 // The peaks that are further than `nearest` from the last one taken; the first is compared with 0.

@@ -1,4 +1,5 @@
 // Plot, lists, preferences and paths, as scripts print them.
+#include "session/fit.hpp"
 #include "session/preference_table.hpp"
 #include "session/session.hpp"
 #include "session/topics.hpp"
@@ -51,28 +52,6 @@ Json Generated(const Calculation_Lists& lists) {
     for (const Reflection_Mark& mark : lists.hklgen)
         list.push_back({{"x", Json_Real(mark.x)}, {"y", Json_Real(mark.y)}, {"label", Json_Text(mark.label)}});
     return {{"hklgen", list}};
-}
-
-Json Fit(const Calculation_Lists& lists) {
-    const Fit_Marks& fit = lists.fit;
-    Json peaks = Json::array();
-    for (const Fit_Peak_Mark& peak : fit.peaks)
-        peaks.push_back(
-            {{"pos", Json_Real(peak.x)}, {"y", Json_Real(peak.y)}, {"half_x", Json_Real(peak.half_x)}, {"half_y", Json_Real(peak.half_y)}});
-    Json background = Json::array();
-    for (const Background_Mark& point : lists.background) background.push_back({{"x", Json_Real(point.x)}, {"y", Json_Real(point.y)}});
-    return {{"x_ini", Json_Real(fit.a1)},
-            {"y_ini", Json_Real(fit.b1)},
-            {"x_ini_set", fit.lower_set},
-            {"x_fin", Json_Real(fit.a2)},
-            {"y_fin", Json_Real(fit.b2)},
-            {"x_fin_set", fit.upper_set},
-            {"lambda1", Json_Real(fit.lambda1)},
-            {"lambda2", Json_Real(fit.lambda2)},
-            {"ratio", Json_Real(fit.ratio)},
-            {"fit_done", fit.done},
-            {"peaks", peaks},
-            {"background", background}};
 }
 
 Json Recent(const Recent_Files& recent) {
@@ -130,10 +109,7 @@ std::vector<Topic> State_Topics(const Session& s) {
             Plain_Topic("peaks", [&s] { return Peaks(s.lists); }),
             Plain_Topic("background", [&s] { return Background(s.lists); }),
             Plain_Topic("hklgen", [&s] { return Generated(s.lists); }),
-            Plain_Topic("fit",
-                        [&s] {
-                            return Json{{"fit", Fit(s.lists)}};
-                        }),
+            Plain_Topic("fit", [&s] { return Fit_Json(s); }),
             Plain_Topic("changes", [&s] { return Changes(s.store.changes); }),
             Plain_Topic("recent", [&s] { return Recent(s.recent); }),
             Plain_Topic("prefs",

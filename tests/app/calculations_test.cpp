@@ -383,7 +383,7 @@ TEST_F(Searches, PeaksKeepADistanceAndSatellitesDoNot) {
         EXPECT_TRUE(Find_Satellites(session).ok());
         EXPECT_EQ(session.lists.peaks.size(), 3u);
     }
-    EXPECT_EQ(std::pair(session.lists.fit.lambda1, session.lists.fit.ratio), std::pair(1.2f, 1.0f));
+    EXPECT_EQ(std::pair(session.lists.fit.lambda1, session.lists.fit.ratio.value), std::pair(1.2f, 1.0f));
 }
 
 // The weaker line of a tube stands at larger angles alone.

@@ -65,19 +65,22 @@ TEST_F(Marks, BackgroundIsALineWithADotOnEachPoint) {
 }
 
 TEST_F(Marks, TheFitShowsWhatIsChosenSoFar) {
-    Fit_Marks& fit = session.lists.fit;
+    Fit_State& fit = session.lists.fit;
     session.lists.background = {{10, 0}, {14, 400}};
-    fit.peaks = {{12, 900}, {13, 700, true, 12.8f, 500}};
+    fit.peaks.resize(2);
+    fit.peaks[0].pos.value = 12;
+    fit.peaks[0].top = 900;
+    fit.peaks[1] = {.pos = {13}, .top = 700, .marked = true, .half_x = 12.8f, .half_y = 500};
     Calculate(1);
     EXPECT_TRUE(All<Recorded_Ellipse>().empty());
     fit.lower_set = true;
-    fit.a1 = 10;
+    fit.x_ini = 10;
     Calculate(1);
     EXPECT_EQ(All<Recorded_Ellipse>().size(), 2u);
     EXPECT_TRUE(Lines(blue).empty());
     fit.upper_set = true;
-    fit.a2 = 14;
-    fit.b2 = 400;
+    fit.x_fin = 14;
+    fit.y_fin = 400;
     Calculate(1);
     EXPECT_EQ(All<Recorded_Ellipse>().size(), 2u * (1 + 2 + 2 + 2));  // end, background, tops, half width and its mirror
     const auto lines = Lines(blue);

@@ -215,7 +215,7 @@ TEST(Menu_States, AStartAndAResetOfferNoCalculation) {
 
 TEST(Menu_States, LeavingAFitKeepsOrClearsItsModel) {
     Session s;
-    s.lists.fit.peaks.push_back({1, 2});
+    s.lists.fit.peaks.resize(1);
     Set_Menu_Single(s, true);
     EXPECT_EQ(s.lists.fit.peaks.size(), 1u);
     Set_Menu_Single(s, false);

@@ -6,6 +6,7 @@
 #include "base/text.hpp"
 #include "plot/plot.hpp"
 #include "session/changes.hpp"
+#include "session/fit.hpp"
 
 namespace vntl {
 
@@ -62,29 +63,30 @@ void Delete_Background(Session& session, Ask& ask, float x, float y) {
 }
 
 void Set_Upper_Limit(Session& session, Ask& ask, float x, float y) {
-    Fit_Marks& fit = session.lists.fit;
-    if (!(x > fit.a1)) return ask.Error("ERROR: The maximal X-value CANNOT\n       be lower than the minimal X-value");
+    Fit_State& fit = session.lists.fit;
+    if (!(x > fit.x_ini)) return ask.Error("ERROR: The maximal X-value CANNOT\n       be lower than the minimal X-value");
     fit.upper_set = true;
-    fit.a2 = x;
-    fit.b2 = y;
+    fit.x_fin = x;
+    fit.y_fin = y;
+    Take_Fit_Window(session);
     session.interface.Hint("From now, you only need add/delete peaks into the range defined previously");
 }
 
 // A click on a peak takes it away, unless peaks are being added; anywhere else in the window it adds one.
-void Change_Fit_Peaks(Session& session, Ask& ask, float x, float y) {
-    Fit_Marks& fit = session.lists.fit;
+void Change_Fit_Peaks(Session& session, Ask& ask, float x) {
+    const Fit_State& fit = session.lists.fit;
     const bool adding = session.plot.peak_insert;
-    const float reach = near_fit_part * (fit.a2 - fit.a1);
+    const float reach = near_fit_part * (fit.x_fin - fit.x_ini);
     const auto found =
-        std::find_if(fit.peaks.begin(), fit.peaks.end(), [&](const Fit_Peak_Mark& peak) { return std::fabs(peak.x - x) <= reach; });
+        std::find_if(fit.peaks.begin(), fit.peaks.end(), [&](const Fit_Peak& peak) { return std::fabs(peak.pos.value - x) <= reach; });
     const bool deletes = !adding && found != fit.peaks.end();
     if (!deletes && fit.peaks.size() >= max_fit_peaks) return ask.Information("The maximum number of peaks to fit was reached!");
-    if (x < fit.a1 || x > fit.a2) return;
+    if (x < fit.x_ini || x > fit.x_fin) return;
     if (deletes) {
-        fit.peaks.erase(found);
+        Delete_Fit_Peak(session, static_cast<std::size_t>(found - fit.peaks.begin()));
         return session.interface.Hint("A peak has been deleted");
     }
-    fit.peaks.push_back({x, y});
+    Add_Fit_Peak(session, x);
     session.interface.Hint("A peak has been added");
 }
 
@@ -92,12 +94,13 @@ void Change_Fit_Peaks(Session& session, Ask& ask, float x, float y) {
 void Click_In_Fit(Session& session, Ask& ask, float x, float y) {
     const std::string variable = Lower(session.store.Pattern(1).scat_var);
     if (!Contains(variable, "2theta") && !Contains(variable, "tof")) return;
-    Fit_Marks& fit = session.lists.fit;
-    if (fit.upper_set) return Change_Fit_Peaks(session, ask, x, y);
+    Fit_State& fit = session.lists.fit;
+    if (fit.done) fit.done = false, Set_Fit_Overlay(session);  // choosing goes on
+    if (fit.upper_set) return Change_Fit_Peaks(session, ask, x);
     if (fit.lower_set) return Set_Upper_Limit(session, ask, x, y);
     fit.lower_set = true;
-    fit.a1 = x;
-    fit.b1 = y;
+    fit.x_ini = x;
+    fit.y_ini = y;
     session.interface.Hint("Select now the upper limit on background points");
 }
 
@@ -106,9 +109,12 @@ void Click_In_Fit(Session& session, Ask& ask, float x, float y) {
 void Click(Session& session, Ask& ask, float x, float y) {
     const Plot_State& plot = session.plot;
     switch (plot.ClickMode) {
-        case Click_Mode::fit:
+        case Click_Mode::fit: {
+            Row_Change change(session, "choice in the fit");
             Click_In_Fit(session, ask, x, y);
+            change.Keep();
             break;
+        }
         case Click_Mode::peaks: {
             Row_Change change(session, plot.peak_delete ? "deleted peak" : "inserted peak");
             if (plot.peak_insert && !plot.peak_delete) Insert_Peak(session, ask, x, y);
