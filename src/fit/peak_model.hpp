@@ -10,10 +10,10 @@ namespace vntl {
 
 // What of the state is no parameter.
 struct Fit_Constants {
-    std::vector<float> node_x;     // positions of the background nodes, at least one
-    bool two_wavelengths = false;  // constant wavelength
-    float lambda_ratio = 1;        // lambda 2 / lambda 1
-    float d2tof = 0;               // time of flight
+    std::vector<float> node_x = {};  // positions of the background nodes, at least one
+    bool two_wavelengths = false;    // constant wavelength
+    float lambda_ratio = 1;          // lambda 2 / lambda 1
+    float d2tof = 0;                 // time of flight
 };
 
 // A model knows the parameters of one fit, numbered as in State_Vector, and the points at which it is asked, which rise. It keeps what
