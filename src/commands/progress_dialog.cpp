@@ -19,7 +19,7 @@ constexpr auto patience = std::chrono::milliseconds(400), between_looks = std::c
 
 class Progress_Dialog : public Progress {
 public:
-    Progress_Dialog(std::string_view title, int total) : title_(title), total_(total) {}
+    Progress_Dialog(std::string_view title, int total, std::string_view button) : title_(title), button_(button), total_(total) {}
     ~Progress_Dialog() override {
         if (!shown_) return;
         WDialogSelect(progress_dialog);
@@ -53,6 +53,7 @@ private:
         shown_ = true;
         WDialogLoad(progress_dialog);
         WDialogPutString(field_title, title_);
+        WDialogPutString(button_cancel, button_);
         WDialogRangeProgressBar(field_bar, 0, total_);
         WDialogShow(button_cancel, Show_Kind::modal);
     }
@@ -60,14 +61,16 @@ private:
     // Takes what waits, without waiting.
     void Look() {
         while (const auto message = WMessagePeek()) {
-            if (message->kind == Message_Kind::push_button && message->record.win == progress_dialog)
+            const bool pressed = message->kind == Message_Kind::push_button && message->record.win == progress_dialog;
+            const bool escape = message->kind == Message_Kind::key_down && message->record.value1 == key_escape;
+            if (pressed || escape)
                 cancelled_ = true;
             else
                 Serve_Meanwhile(*message);
         }
     }
 
-    std::string title_, what_;
+    std::string title_, button_, what_;
     int total_, done_ = 0;
     bool shown_ = false, cancelled_ = false;
     Clock::time_point last_look_ = Clock::now();
@@ -84,8 +87,8 @@ Dialog_Resource Progress_Dialog_Resource() {
              {{button_cancel, Field_Kind::push_button, "Cancel"}}}};
 }
 
-std::unique_ptr<Progress> Start_Progress_Dialog(std::string_view title, int total) {
-    return std::make_unique<Progress_Dialog>(title, total);
+std::unique_ptr<Progress> Start_Progress_Dialog(std::string_view title, int total, std::string_view button) {
+    return std::make_unique<Progress_Dialog>(title, total, button);
 }
 
 }  // namespace vntl

@@ -71,6 +71,10 @@ std::vector<float> Values_Of(const LSQ_State_Vector& vs) {
     return pv;
 }
 
+int Free_Of(const LSQ_State_Vector& vs) {
+    return static_cast<int>(std::ranges::count_if(vs.parameters, [](const LSQ_Parameter& parameter) { return parameter.code != 0; }));
+}
+
 std::unique_ptr<Peak_Model> Model_Of(const Fit_Problem& problem, const LSQ_State_Vector& vs) {
     Fit_Constants constants{
         .two_wavelengths = problem.state.Two_Wavelengths(), .lambda_ratio = problem.state.lambda_ratio(), .d2tof = problem.state.d2tof};
@@ -177,12 +181,13 @@ Status Make_Fit_Problem(Fit_Kind kind, const Fit_State& state, std::span<const B
     return Status::Done();
 }
 
+int Free_Parameters(const Fit_Problem& problem) { return Free_Of(State_Vector(problem.kind, problem.state, problem.nodes)); }
+
 Fit_Result Run_Fit(Fit_Problem& problem, Work_Control& control, const Tell_Iteration& tell) {
     Fit_Result result;
     result.vs = State_Vector(problem.kind, problem.state, problem.nodes);
     result.c.icyc = problem.state.Ncyc;
-    result.c.npvar =
-        static_cast<int>(std::ranges::count_if(result.vs.parameters, [](const LSQ_Parameter& parameter) { return parameter.code != 0; }));
+    result.c.npvar = Free_Of(result.vs);
     result.c.iw = problem.state.iw;
     result.c.constr = problem.state.constr;
     result.c.percent = problem.state.percent;

@@ -24,6 +24,8 @@ struct Fit_Problem {
 Status Make_Fit_Problem(Fit_Kind kind, const Fit_State& state, std::span<const Background_Mark> nodes,
                         const Diffraction_Pattern_Type& pattern, Fit_Problem& problem);
 
+int Free_Parameters(const Fit_Problem& problem);
+
 struct Fit_Iteration {
     int number = 0;         // of the evaluations that lowered chi-square
     float chi2 = 0;         // the lowest so far

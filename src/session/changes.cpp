@@ -182,10 +182,7 @@ Row_Change::~Row_Change() {
     if (!open_) return;
     while (session_.store.nperfiles() > rows_before_) session_.store.Drop_Last();
     for (Kept_Row& kept : record_.rows) Swap_Row(session_.store, record_, kept);
-    session_.lists.peaks = std::move(record_.plot.peaks);
-    session_.lists.background = std::move(record_.plot.background);
-    session_.lists.hklgen = std::move(record_.plot.hklgen);
-    session_.lists.fit = std::move(record_.plot.fit);
+    Set_Plot(session_, std::move(record_.plot));
 }
 
 void Row_Change::Keep(bool with_previous) {

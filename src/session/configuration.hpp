@@ -36,6 +36,7 @@ struct Configuration {
     std::string Here(std::string_view name) const;  // in the working directory; `name` alone where somebody has removed that
     std::string Recent_Files_Path() const { return start_dir.empty() ? std::string() : Path(start_dir, mru_file); }
 
+    std::string_view Line_End() const { return os_tag == "WIND" ? "\r\n" : "\n"; }  // of texts for other programs
     std::string Window_Title() const { return program_name + ' ' + program_version + "-2012"; }
 };
 

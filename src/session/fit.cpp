@@ -299,6 +299,14 @@ void Keep_Fit(Session& session, const Fit_Problem& problem, const Fit_Result& re
     if (problem.state.plot_individual && problem.kind == Fit_Kind::constant_wavelength) Add_Rows_Of_Peaks(session, problem, result);
 }
 
+void Keep_First_Row(Profile_Store& store) {
+    if (store.nperfiles() < 2) return;
+    std::vector<bool> marked(static_cast<std::size_t>(store.nperfiles()), true);
+    marked.front() = false;
+    store.Remove(marked);
+    store.changes.Forget();
+}
+
 void Set_Fit_Overlay(Session& session) {
     if (session.plot.ClickMode != Click_Mode::fit) return;
     session.store.prf_loaded = session.lists.fit.done;
@@ -306,14 +314,9 @@ void Set_Fit_Overlay(Session& session) {
 }
 
 void Clear_Fit(Session& session) {
-    Profile_Store& store = session.store;
-    if (store.nperfiles() > 1) {
-        std::vector<bool> marked(static_cast<std::size_t>(store.nperfiles()), true);
-        marked.front() = false;
-        store.Remove(marked);
-        store.changes.Forget();
-    }
+    Keep_First_Row(session.store);
     session.lists.fit = {};
+    session.lists.fit.range_pending = true;
     session.lists.peaks.clear();
     session.lists.background.clear();
     Set_Fit_Overlay(session);

@@ -9,6 +9,7 @@
 
 namespace vntl {
 
+class Profile_Store;
 struct Session;
 
 inline constexpr int most_peaks_drawn_alone = 15;  // columns of their file fit a line
@@ -55,6 +56,9 @@ void Keep_Fit(Session&, const Fit_Problem& problem, const Fit_Result& result);
 
 // The overlay is on while a fit's result is shown.
 void Set_Fit_Overlay(Session&);
+
+// The rows of single peaks go.
+void Keep_First_Row(Profile_Store&);
 
 // Everything of the fit forgotten, with its lists and its rows.
 void Clear_Fit(Session&);

@@ -223,7 +223,14 @@ bool May_Close(Configuration& config, Ask& ask) {
 void Open_Empty(Application& app) { Open_Text_Editor(app.session.config, app.ask, {}); }
 void Open_Control_File(Application& app) { Open_Text_Editor(app.session.config, app.ask, app.session.config.pcr_file); }
 
+void Open_Pik_File(Application& app) {
+    const std::vector<std::string> chosen =
+        app.ask.Select_Files("Select PIK/NEW file to open", "Edit PIK/NEW File (*.pik,*.new)|*.pik;*.new|");
+    if (!chosen.empty()) Open_Text_Editor(app.session.config, app.ask, chosen.front());
+}
+
 constexpr Command commands[] = {
+    {command::edit_pik, "Edit PIK-file", "", Open_Pik_File, "", "Change the file of a fit in the text editor"},
     {command::edit_pcr, "Edit a PCR file", "edit_pcr", Open_Control_File, "", "Open the control file in the text editor"},
     {command::text_editor, "Text editor", "editor", Open_Empty, "", "Open the text editor"},
 };
