@@ -9,6 +9,7 @@ structure factors, geometry factor of the instrument, peak shape, background, an
 
   widths      FWHM^2 = U tan^2(theta) + V tan(theta) + W        Caglioti, Paoletti and Ricci, Nucl. Instrum. 3 (1958) 223
   shape       pseudo-Voigt, 2theta                              Wertheim et al., Rev. Sci. Instrum. 45 (1974) 1369
+  axial       divergence along the axis of the goniometer       Finger, Cox and Jephcoat, J. Appl. Cryst. 27 (1994) 892
   shape       back-to-back exponentials with a Gaussian, TOF    Von Dreele, Jorgensen and Windsor, J. Appl. Cryst. 15 (1982) 581
   G(r)        sum of pair peaks less 4 pi rho r                 Egami and Billinge, Underneath the Bragg Peaks (2003)
 
@@ -24,6 +25,8 @@ from pathlib import Path
 # Gaussians a, b, a, b, ... and the constant: f(s) = sum a exp(-b s^2) + c, s = sin(theta) / lambda.
 FORM_FACTORS = {
     "Al": (6.4202, 3.0387, 1.9002, 0.7426, 1.5936, 31.5472, 1.9646, 85.0886, 1.1151),
+    "B": (2.0545, 23.2185, 1.3326, 1.0210, 1.0979, 60.3498, 0.7068, 0.1403, -0.1932),
+    "La": (20.5780, 2.9482, 19.5990, 0.2445, 11.3727, 18.7726, 3.2872, 133.1240, 2.1468),
     "O": (3.0485, 13.2771, 2.2868, 5.7011, 1.5463, 0.3239, 0.8670, 32.9089, 0.2508),
 }
 
@@ -108,6 +111,15 @@ def strontium_titanate():
     return Crystal(3.905, 3.905, 90.0, atoms)
 
 
+def lanthanum_hexaboride():
+    """LaB6, P m -3 m, 295 K."""
+    x = 0.1993
+    atoms = [("La", 0, 0, 0, 0.35)]
+    for p in (x, -x):
+        atoms += [("B", p, 0.5, 0.5, 0.3), ("B", 0.5, p, 0.5, 0.3), ("B", 0.5, 0.5, p, 0.3)]
+    return Crystal(4.15689, 4.15689, 90.0, atoms)
+
+
 def reflections(crystal, d_min, scatterer):
     """Pairs (d, sum of |F|^2 over all h, k, l of that d-spacing), largest d first; extinct ones are left out."""
     lines = {}
@@ -154,6 +166,23 @@ def back_to_back(delta, alpha, beta, sigma):
     y = (alpha * sigma**2 + delta) / (math.sqrt(2) * sigma)
     z = (beta * sigma**2 - delta) / (math.sqrt(2) * sigma)
     return alpha * beta / (2 * (alpha + beta)) * (exp_erfc(u, y, delta, sigma) + exp_erfc(v, z, delta, sigma))
+
+
+def axial_shifts(centre, sample, detector, count=160):
+    """Angles at which rays of a peak at `centre` arrive, less that, with their shares.
+
+    A ray that leaves the plane of the circle by z, in units of its radius, arrives where cos(delta) = cos(centre) sqrt(1 + z^2); half
+    lengths of sample and detector limit how many such rays there are.
+    """
+    c0, z_max = math.cos(math.radians(centre)), sample + detector
+    rays = []
+    for i in range(count):
+        z = (i + 0.5) / count * z_max
+        delta = math.acos(c0 * math.sqrt(1 + z * z))
+        weight = min(2 * min(sample, detector), z_max - z) / ((1 + z * z) * math.sin(delta))
+        rays.append((math.degrees(delta) - centre, weight))
+    total = sum(w for _, w in rays)
+    return [(shift, w / total) for shift, w in rays]
 
 
 # --- patterns -------------------------------------------------------------------------------------------------------------
@@ -265,6 +294,29 @@ def corundum_cuka(directory):
     title = "Corundum Al2O3, Cu K-alpha doublet, 295 K (simulated)"
     write(
         directory / "corundum_cuka.xye",
+        xydata(title, CONSTANT_STEP, 295, "2theta (degrees)", "Intensity (counts)", count_rows(xs, counts, 2)),
+    )
+
+
+def lab6_cuka(directory):
+    """A standard on a diffractometer with wide axial slits: low-angle peaks lean to the left."""
+    xs, uvw, eta = grid(18.0, 0.01, 58.0), (0.004, -0.002, 0.0022), 0.5
+    ys = [0.0] * len(xs)
+    for wavelength, share in CU_KALPHA:
+        for d, intensity in reflections(lanthanum_hexaboride(), wavelength / (2 * math.sin(math.radians(30.0))), xray):
+            theta = math.asin(wavelength / (2 * d))
+            tangent, centre = math.tan(theta), math.degrees(2 * theta)
+            fwhm = math.sqrt((uvw[0] * tangent + uvw[1]) * tangent + uvw[2])
+            area = share * intensity * lorentz_polarised(theta)
+            rays = axial_shifts(centre, 0.030, 0.025)
+            for i, x in enumerate(xs):
+                if abs(x - centre) < 1.5:
+                    ys[i] += area * sum(w * pseudo_voigt(x - centre - shift, fwhm, eta) for shift, w in rays)
+    events = Counter(SEED + 7)
+    counts = [events.poisson(p + 130 + 400 * math.exp(-x / 15)) for p, x in zip(scaled(ys, 14000), xs)]
+    title = "LaB6, Cu K-alpha doublet, axial divergence S_L 0.030, D_L 0.025 (simulated)"
+    write(
+        directory / "lab6_cuka.xye",
         xydata(title, CONSTANT_STEP, 295, "2theta (degrees)", "Intensity (counts)", count_rows(xs, counts, 2)),
     )
 
@@ -454,7 +506,8 @@ def nickel_gr(directory):
 
 def main():
     directory = Path(sys.argv[1]) if len(sys.argv) > 1 else Path(__file__).resolve().parent.parent / "examples"
-    for make in (corundum_cuka, corundum_neutrons, corundum_tof, titanate_of_three_kinds, temperature_series, refinement, nickel_gr):
+    makers = (corundum_cuka, lab6_cuka, corundum_neutrons, corundum_tof, titanate_of_three_kinds, temperature_series, refinement)
+    for make in (*makers, nickel_gr):
         make(directory)
 
 

@@ -79,9 +79,11 @@ TEST(Least_Squares, ReachesCertifiedAnswers) {
             SCOPED_TRACE(std::string(p.name) + ": " + run.infout);
             for (std::size_t k = 0; k < n; ++k) {
                 EXPECT_NEAR(vs.parameters[k].pv / p.certified[k], 1, 2e-3) << k;
-                EXPECT_NEAR(static_cast<double>(vs.parameters[k].spv) * std::sqrt(static_cast<double>(run.chi2)) / p.deviations[k], 1, 2e-2) << k;
-                std::printf("%s b%zu %.7g of %.7g, sd %.5g of %.5g, calls %d\n", p.name, k, static_cast<double>(vs.parameters[k].pv), p.certified[k],
-                            static_cast<double>(vs.parameters[k].spv) * std::sqrt(static_cast<double>(run.chi2)), p.deviations[k], c.nfev);
+                EXPECT_NEAR(static_cast<double>(vs.parameters[k].spv) * std::sqrt(static_cast<double>(run.chi2)) / p.deviations[k], 1, 2e-2)
+                    << k;
+                std::printf("%s b%zu %.7g of %.7g, sd %.5g of %.5g, calls %d\n", p.name, k, static_cast<double>(vs.parameters[k].pv),
+                            p.certified[k], static_cast<double>(vs.parameters[k].spv) * std::sqrt(static_cast<double>(run.chi2)),
+                            p.deviations[k], c.nfev);
             }
             EXPECT_NEAR(static_cast<double>(run.chi2) * static_cast<double>(m - n) / p.sum_of_squares, 1, 1e-4);
         }
