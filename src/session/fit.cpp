@@ -82,12 +82,15 @@ void Take_Window_From_Nodes(Calculation_Lists& lists) {
     fit.lower_set = fit.upper_set = true;
 }
 
-// Where no search has told the wavelengths the file does.
-void Find_Wavelengths(const Diffraction_Pattern_Type& pattern, Fit_State& fit) {
+// Where no search has told the wavelengths, the file does, unless the searches look for doublets of a tube.
+void Find_Wavelengths(const Session& session, Fit_State& fit) {
     if (fit.lambda1 > 0) return;
-    fit.lambda1 = pattern.conv[0];
-    fit.lambda2 = pattern.conv[1] > 0 ? pattern.conv[1] : pattern.conv[0];
-    fit.ratio.value = fit.lambda2 == fit.lambda1 ? 1 : pattern.conv[2];
+    const std::array<float, 5>& conv = session.store.Pattern(1).conv;
+    const Search_Radiation tube = Radiation_Of_Search(session.search.search_radiation, conv[0]);
+    const bool in_file = session.search.search_radiation == 1 && conv[1] > 0;
+    fit.lambda1 = tube.lambda1;
+    fit.lambda2 = in_file ? conv[1] : tube.lambda2;
+    fit.ratio.value = in_file && conv[2] > 0 ? conv[2] : tube.ratio;
 }
 
 // The measured widths become one law, sigma^2 = Sig-1 d^2, and the shifts of the peaks from it begin at 0.
@@ -170,7 +173,10 @@ std::optional<Fit_Kind> Kind_Of_Fit(const Session& session, int row) {
 void Take_Fit_Window(Session& session) {
     Calculation_Lists& lists = session.lists;
     const Fit_State& fit = lists.fit;
-    lists.background = {{fit.x_ini, fit.y_ini, 1}, {fit.x_fin, fit.y_fin, 1}};
+    std::vector<Background_Mark>& nodes = lists.background;
+    std::erase_if(nodes, [&](const Background_Mark& node) { return !(node.x > fit.x_ini && node.x < fit.x_fin); });
+    nodes.insert(nodes.begin(), {fit.x_ini, fit.y_ini, 1});
+    nodes.push_back({fit.x_fin, fit.y_fin, 1});
     Keep_What_Is_Inside(lists);
 }
 
@@ -231,7 +237,7 @@ Status Prepare_Starting_Values(Session& session, Fit_Kind kind) {
         Take_Window_From_Nodes(lists);
     const Diffraction_Pattern_Type& pattern = session.store.Pattern(1);
     if (kind == Fit_Kind::constant_wavelength) {
-        Find_Wavelengths(pattern, fit);
+        Find_Wavelengths(session, fit);
         fit.output = Fit_Output::none;
         return Status::Done();
     }

@@ -20,7 +20,7 @@ std::optional<Fit_Kind> Kind_Of_Fit(const Session&, int row = 1);
 
 // --- choosing ----------------------------------------------------------------------------------------------------------------------
 
-// Both ends are chosen: they are the background's nodes, and what was found outside of them goes.
+// Both ends are chosen: they are nodes of the background. Nodes and peaks that were found outside of them go.
 void Take_Fit_Window(Session&);
 
 // A peak at x of the height that the pattern has there, in the list of detected peaks too.
