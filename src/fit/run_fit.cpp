@@ -83,9 +83,21 @@ std::unique_ptr<Peak_Model> Model_Of(const Fit_Problem& problem, const LSQ_State
     return make(constants, vs, problem.data.x);
 }
 
+// Values that the model can be computed of, whatever they are.
+Status Check_Values(const Fit_Problem& problem, const LSQ_State_Vector& vs) {
+    for (const LSQ_Parameter& parameter : vs.parameters)
+        if (!std::isfinite(parameter.pv)) return Status::Fail("ERROR: The starting value of " + parameter.nampar + " is no number!");
+    if (problem.kind == Fit_Kind::time_of_flight) return Status::Done();
+    if (!std::isfinite(problem.state.lambda1) || !std::isfinite(problem.state.lambda2))
+        return Status::Fail("ERROR: A wavelength is no number!");
+    if (!(problem.state.ratio.value > -1)) return Status::Fail("ERROR: The Ka2/Ka1-ratio must be above -1!");
+    return Status::Done();
+}
+
 // At the start every peak has a width, and exponentials decay.
 Status Check_Widths(const Fit_Problem& problem) {
     const LSQ_State_Vector vs = State_Vector(problem.kind, problem.state, problem.nodes);
+    if (Status status = Check_Values(problem, vs); status.failed) return status;
     const std::vector<float> pv = Values_Of(vs);
     const std::unique_ptr<Peak_Model> model = Model_Of(problem, vs);
     int number = 0, active = 0;

@@ -1,0 +1,44 @@
+// Patterns and states of fits that several tests start from.
+#pragma once
+
+#include <cmath>
+#include <span>
+
+#include "fit/peak_model.hpp"
+#include "fit/run_fit.hpp"
+
+namespace vntl {
+
+inline Fit_Peak Free_Peak(double position, double intensity, double width, double eta) {
+    Fit_Peak peak;
+    peak.pos = {static_cast<float>(position), 1};
+    peak.intensity = {static_cast<float>(intensity), 1};
+    peak.shift_width = {static_cast<float>(width), 1};
+    peak.shift_eta = {static_cast<float>(eta), 0};
+    return peak;
+}
+
+inline Diffraction_Pattern_Type Level_Pattern(double first, double step, int n, float level) {
+    Diffraction_Pattern_Type pattern;
+    for (int i = 0; i < n; ++i) pattern.x.push_back(static_cast<float>(first + step * i));
+    pattern.y.assign(pattern.x.size(), level);
+    pattern.sigma.assign(pattern.x.size(), std::sqrt(level));
+    pattern.sigma_is_variance = false;
+    pattern.npts = n;
+    return pattern;
+}
+
+// The model's curve at the values of the problem's state.
+inline std::vector<float> Curve(const Fit_Problem& problem) {
+    Fit_Constants constants{
+        .two_wavelengths = problem.state.Two_Wavelengths(), .lambda_ratio = problem.state.lambda_ratio(), .d2tof = problem.state.d2tof};
+    for (const Background_Mark& node : problem.nodes) constants.node_x.push_back(node.x);
+    const LSQ_State_Vector vs = State_Vector(problem.kind, problem.state, problem.nodes);
+    const auto make = problem.kind == Fit_Kind::constant_wavelength ? Constant_Wavelength_Model : Time_Of_Flight_Model;
+    std::vector<float> pv, y(problem.data.x.size()), bgr(y);
+    for (const LSQ_Parameter& parameter : vs.parameters) pv.push_back(parameter.pv);
+    make(constants, vs, problem.data.x)->Values(pv, y, bgr);
+    return y;
+}
+
+}  // namespace vntl
