@@ -31,7 +31,7 @@ struct Case {
     Fit_Kind kind = Fit_Kind::constant_wavelength;
     float asymmetry = 0;  // S_L and D_L
     bool free_asymmetry = false, doublet = false, eta = false;
-    bool of_files = false;  // the files' own patterns, which know no asymmetry
+    bool of_files = false;  // of symmetric peaks: the files' patterns, where there are files
 };
 
 // ---- data
@@ -85,13 +85,19 @@ std::unique_ptr<Peak_Model> Our_Model(Fit_Kind kind, const Fit_State& state, con
     return make(Constants_Of(state), vs, x);
 }
 
-// Counts of the model at `truth`. The pattern's own y do not matter before.
-void Count(Fit_Kind kind, const Fit_State& truth, const std::vector<Background_Mark>& nodes, Diffraction_Pattern_Type& pattern) {
+Fit_Problem Made(Fit_Kind kind, const Fit_State& state, const std::vector<Background_Mark>& nodes,
+                 const Diffraction_Pattern_Type& pattern) {
     Fit_Problem problem;
-    if (const Status status = Make_Fit_Problem(kind, truth, nodes, pattern, problem); status.failed) {
+    if (const Status status = Make_Fit_Problem(kind, state, nodes, pattern, problem); status.failed) {
         std::cerr << status.message << "\n";
         std::exit(1);
     }
+    return problem;
+}
+
+// Counts of the model at `truth`. The pattern's own y do not matter before.
+void Count(Fit_Kind kind, const Fit_State& truth, const std::vector<Background_Mark>& nodes, Diffraction_Pattern_Type& pattern) {
+    const Fit_Problem problem = Made(kind, truth, nodes, pattern);
     const LSQ_State_Vector vs = State_Vector(kind, truth, nodes);
     std::vector<float> pv, y(problem.data.x.size()), bgr(y);
     for (const LSQ_Parameter& parameter : vs.parameters) pv.push_back(parameter.pv);
@@ -145,6 +151,7 @@ Fit_Problem Problem_Of_Angles(const Case& c) {
     Diffraction_Pattern_Type pattern = from_file ? Read_Points(name + ".xy") : Points(15, 0.02, 4000);
     if (!from_file) {
         Fit_State truth = state;
+        if (c.of_files) truth.asym = {};
         for (const auto& [position, area] : peaks) truth.peaks.push_back(Peak_At(position, area, 0, 0));
         const float law[] = {0.01f, -0.006f, 0.012f, 0, 0.35f, 0.002f};
         for (std::size_t k = 0; k < 6; ++k) truth.prof[k].value = law[k];
@@ -155,10 +162,7 @@ Fit_Problem Problem_Of_Angles(const Case& c) {
         state.peaks.push_back(
             Peak_At(position + 0.01 * side, area * (1 - 0.1 * side), Width(position) * (1 + 0.1 * side), 0.35 + 0.002 * position));
     }
-    Fit_Problem problem;
-    if (const Status status = Make_Fit_Problem(Fit_Kind::constant_wavelength, state, nodes, pattern, problem); status.failed)
-        std::cerr << status.message << "\n";
-    return problem;
+    return Made(Fit_Kind::constant_wavelength, state, nodes, pattern);
 }
 
 // Six peaks of a pulsed source, a fifth of the width and a few microseconds off.
@@ -186,10 +190,7 @@ Fit_Problem Problem_Of_Flight(const Case& c) {
         state.peaks[k].pos.value += k % 2 == 0 ? 3.0f : -3.0f;
         state.peaks[k].intensity.value *= 0.8f;
     }
-    Fit_Problem problem;
-    if (const Status status = Make_Fit_Problem(Fit_Kind::time_of_flight, state, nodes, pattern, problem); status.failed)
-        std::cerr << status.message << "\n";
-    return problem;
+    return Made(Fit_Kind::time_of_flight, state, nodes, pattern);
 }
 
 Fit_Problem Problem_Of(const Case& c) { return c.kind == Fit_Kind::time_of_flight ? Problem_Of_Flight(c) : Problem_Of_Angles(c); }

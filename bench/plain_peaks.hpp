@@ -84,11 +84,7 @@ struct Axial_Node {
 
 class Axial_Sum {
 public:
-    Axial_Sum() {
-        for (const int n : {6, 10, 20, 40, 60, 80, 100, 150, 200, 300, 400, 600, 800, 1000}) rules_[n] = Gauss_Rule(n);
-    }
-
-    Axial_Limits Limits(const Axial& axial, double centre) const {
+    static Axial_Limits Limits(const Axial& axial, double centre) {
         const double c0 = std::cos(centre * degree), a = axial.a(), b = axial.b();
         const double c1 = std::sqrt(b * b + 1) * c0, c2 = std::sqrt(a * a + 1) * c0;
         const bool no_inflection =
@@ -96,8 +92,9 @@ public:
         Axial_Limits limits;
         limits.inflection = no_inflection ? centre : std::acos(c1) / degree;
         limits.lowest = std::fabs(c2) > 1 ? (c2 <= 0 ? 180 : 0) : std::acos(c2) / degree;
-        const auto rule = rules_.lower_bound(static_cast<int>(std::fabs(centre - limits.lowest) * 1000));
-        limits.rule = rule != rules_.end() ? &rule->second : &rules_.rbegin()->second;
+        const auto& rules = Rules();
+        const auto rule = rules.lower_bound(static_cast<int>(std::fabs(centre - limits.lowest) * 1000));
+        limits.rule = rule != rules.end() ? &rule->second : &rules.rbegin()->second;
         return limits;
     }
 
@@ -117,7 +114,15 @@ public:
     }
 
 private:
-    std::map<int, Gauss_Legendre> rules_;
+    // By their number of nodes.
+    static const std::map<int, Gauss_Legendre>& Rules() {
+        static const auto rules = [] {
+            std::map<int, Gauss_Legendre> made;
+            for (const int n : {6, 10, 20, 40, 60, 80, 100, 150, 200, 300, 400, 600, 800, 1000}) made[n] = Gauss_Rule(n);
+            return made;
+        }();
+        return rules;
+    }
 };
 
 // A model at one observation. dpv holds a derivative a parameter, or nothing where they are not wanted.
@@ -168,8 +173,8 @@ public:
             const auto at = static_cast<std::size_t>(layout_.Peak(peak));
             const double sine = std::sin(pv[at] / 2 * degree), first = pv[at + 1] / (1 + pv[0]);
             lines_.push_back(Line_At(pv[at], first, at, 1));
-            if (!constants_.two_wavelengths) continue;
             const double sine2 = sine * constants_.lambda_ratio;
+            if (!constants_.two_wavelengths || sine2 >= 1) continue;
             lines_.push_back(Line_At(2 * std::asin(sine2) / degree, first * pv[0], at,
                                      constants_.lambda_ratio * std::cos(pv[at] / 2 * degree) / std::sqrt(1 - sine2 * sine2)));
             lines_.back().second = true;
@@ -216,7 +221,7 @@ private:
         line.centre_by_position = centre_by_position;
         line.symmetric = !divergent_ || std::fabs(centre - 90) < 0.4;
         if (line.symmetric) return line;
-        line.limits = sum_.Limits(axial_, centre);
+        line.limits = Axial_Sum::Limits(axial_, centre);
         for (std::size_t i = 0; keep_nodes_ && i < line.limits.rule->node.size(); ++i)
             for (const int side : {1, -1}) line.nodes.push_back(Axial_Sum::Node(axial_, line.limits, centre, i, side));
         return line;
@@ -278,7 +283,6 @@ private:
     std::span<const double> pv_;
     bool divergent_ = false;
     Axial axial_;
-    Axial_Sum sum_;
     std::vector<Line> lines_;
 };
 
