@@ -138,6 +138,7 @@ std::vector<True_Peak> Read_Peaks(const std::string& file) {
     std::string heading;
     std::getline(in, heading);
     for (True_Peak peak{}; in >> peak.position >> peak.area;) peaks.push_back(peak);
+    if (peaks.empty()) std::cerr << "No peaks in " << file << "\n";
     return peaks;
 }
 
