@@ -43,7 +43,7 @@ constexpr Place places[] = {
     open(peaks_menu), at(peaks_on), at(peaks_off), line, at(search_peaks), at(search_satellites), at(insert_peak), at(delete_peak), at(clear_peaks), line,
     open(save_peaks_menu), at(save_peaks_free), at(save_peaks_dicvol), at(save_peaks_treor), at(save_peaks_ito), at(save_peaks_vecfind), close, close,
     open(background_menu), at(background_on), at(background_off), line, at(search_background), at(insert_background), at(delete_background), at(clear_background), line, at(save_background), close,
-    open(fit_menu), at(fit_on), at(fit_off), line, at(fit_auto_peaks), at(run_fit), at(clear_fit), line, at(load_pik), at(edit_pik), close, line,
+    open(fit_menu), at(fit_on), at(fit_off), line, at(fit_auto_peaks), at(run_fit), at(clear_fit), line, at(load_pik), at(edit_pik), close, at(fit_series), line,
     at(hkl_gen), open(lines_menu), at(lines_on), at(lines_off), line, at(line_1), at(line_2), at(line_3), at(line_4), line, at(lines_settings), close, close,
     open("P&lot"), at(graph_2d), at(graph_2d_log), at(logarithms), at(contour), at(contour_log), at(graph_3d), at(surface_3d), at(model_3d), line, at(focus), at(focus_profile), at(target),
     open("Move the view"), at(move_left), at(move_right), at(all_left), at(all_right), line, at(move_up), at(move_down), line, at(contract), at(expand), line, at(view_back), at(view_forward), close,

@@ -33,7 +33,7 @@ enum Id : int {
     background_menu = 40120, background_on = 40138, background_off = 40139, search_background = 40159,
     insert_background = 40144, delete_background = 40145, clear_background = 40148, save_background = 40002,
     fit_menu = 40024, fit_on = 40095, fit_off = 40099, fit_auto_peaks = 40194, run_fit = 40150, clear_fit = 40146,
-    load_pik = 40224, edit_pik = 40225,
+    load_pik = 40224, edit_pik = 40225, fit_series = 40509,
     hkl_gen = 40154,
     lines_menu = 40215, lines_on = 40220, lines_off = 40221, line_1 = 40216, line_2 = 40217, line_3 = 40218, line_4 = 40219,
     lines_settings = 40222,

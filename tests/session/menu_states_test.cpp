@@ -140,7 +140,7 @@ struct Mode_Case {
     Ids own;
 };
 const Mode_Case modes[] = {
-    {Click_Mode::fit, fit_menu, fit_on, {fit_off, fit_auto_peaks, clear_fit, run_fit, edit_pik, load_pik}},
+    {Click_Mode::fit, fit_menu, fit_on, {fit_off, fit_auto_peaks, clear_fit, run_fit, edit_pik, load_pik, fit_series}},
     {Click_Mode::peaks,
      peaks_menu,
      peaks_on,

@@ -4,6 +4,7 @@
 #include "commands/application.hpp"
 #include "commands/calculation_mode.hpp"
 #include "commands/fit/fit_dialogs.hpp"
+#include "commands/fit/fit_series.hpp"
 #include "commands/fit/run_fit.hpp"
 #include "commands/peaks/search_dialogs.hpp"
 #include "plot/plot.hpp"
@@ -112,10 +113,17 @@ constexpr Command commands[] = {
     {command::run_fit, "Start/Repeat Refinement", "", Run, "", "Run the fit, or run it again"},
     {command::clear_fit, "Clear all", "", Clear, "", "Forget the peaks of the fit"},
     {command::load_pik, "Load PIK/NEW file", "", Load, "", "Read the peaks of a fit from a file"},
+    {command::fit_series, "Fit series...", "", Fit_Shown_Rows, "", "Fit the model to every profile that is shown, into one table"},
 };
+
+std::vector<Dialog_Resource> Dialogs() {
+    std::vector<Dialog_Resource> dialogs = Fit_Dialog_Resources();
+    dialogs.push_back(Fit_Series_Dialog_Resource());
+    return dialogs;
+}
 
 }  // namespace
 
-Command_Family Fit_Commands() { return {commands, Fit_Dialog_Resources}; }
+Command_Family Fit_Commands() { return {commands, Dialogs}; }
 
 }  // namespace vntl
