@@ -1,4 +1,4 @@
-// Series of fits: the two texts of their table, read back as their readers do, and the loop over patterns of a peak that wanders.
+// Series of fits: the two texts of their table, and the loop over patterns of a peak that wanders.
 #include "fit/series_table.hpp"
 
 #include <gtest/gtest.h>
@@ -15,27 +15,6 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
-Texts Lines(const std::string& text) {
-    Texts lines;
-    std::istringstream stream(text);
-    for (std::string line; std::getline(stream, line);) lines.push_back(line);
-    return lines;
-}
-
-// Words between blanks; one between quotes may hold blanks.
-Texts Words(const std::string& line) {
-    Texts words;
-    bool quoted = false, open = false;
-    for (const char c : line) {
-        if (c == '"') quoted = !quoted;
-        const bool blank = c == ' ' && !quoted;
-        if (!blank && !open) words.emplace_back();
-        open = !blank;
-        if (!blank && c != '"') words.back() += c;
-    }
-    return words;
-}
-
 Series_Table A_Table() {
     const float nan = std::nanf("");
     return {{"Bragg_Pos_1", "Intensity_1"},
@@ -50,42 +29,20 @@ TEST(Series_Table, CsvForSpreadsheets) {
               "12,N_PATT 7 NPHASE.dat,,2,0,20.1,,3,\n");
 }
 
-// The layout that readers of sequential refinements count on: lines at fixed places behind the one that opens a block, a keyword where
-// it stands first, four words a parameter, 132 characters a line.
+// The layout that readers of sequential refinements count on: lines at fixed places behind the one that opens a block, four words a
+// parameter, 132 characters a line; a keyword stands first on its own line, whatever files are called.
 TEST(Series_Table, BlocksOfASequentialRefinement) {
     Series_Table table = A_Table();
-    table.fits.back().file += std::string(200, 'x');
-    const Texts lines = Lines(Seq_Text(table));
-    constexpr std::size_t in_block = 5 + 1 + 3 + 2;
-    ASSERT_EQ(lines.size(), 2 * in_block);
-    for (const std::string& line : lines) EXPECT_LE(line.size(), 132u);
-    for (std::size_t b = 0; b < 2; ++b) {
-        const Series_Fit& fit = table.fits[b];
-        const Texts block(lines.begin() + static_cast<long>(b * in_block), lines.begin() + static_cast<long>((b + 1) * in_block));
-        for (std::size_t i = 0; i < in_block; ++i) EXPECT_EQ(block[i].starts_with("NEW_REF"), i == 0) << block[i];
-        for (const auto& [place, line] :
-             std::vector<std::pair<std::size_t, std::string>>{{1, "NUMPAR 2"}, {2, "N_PATT 1"}, {3, "NPHASE 1"}})
-            EXPECT_EQ(block[place], line);
-        for (const char* keyword : {"NUMPAR", "N_PATT", "NPHASE", "GLOBAL_CHI_2"}) {
-            const auto first =
-                std::ranges::find_if(block, [&](const std::string& line) { return line.find(keyword) != std::string::npos; });
-            EXPECT_TRUE(first->starts_with(keyword)) << *first;
-        }
-        const Texts order = Words(block[4]);
-        ASSERT_EQ(order.size(), 3u) << block[4];
-        EXPECT_EQ(order[0], b == 0 ? "a, 'b'.xye" : order[0]);
-        EXPECT_EQ(order[1], std::to_string(fit.row));
-        EXPECT_EQ(order[2], b == 0 ? "300.0000" : "0.0000");
-        EXPECT_EQ(std::stof(Words(block[5]).at(1)), fit.chi2);
-        for (std::size_t i = 6; i < in_block; ++i) EXPECT_EQ(Words(block[i]).size(), 4u) << block[i];
-        for (std::size_t k = 0; k < 2; ++k) {
-            const Texts words = Words(block[9 + k]);
-            EXPECT_EQ(words[1], table.names[k]);
-            EXPECT_EQ(std::stof(words[2]), fit.values[k].value);
-            EXPECT_EQ(std::stof(words[3]), fit.values[k].sd);
-        }
-    }
-    EXPECT_EQ(Words(lines[in_block + 6])[2], "0");  // an agreement factor that is no number
+    EXPECT_EQ(Seq_Text(table),
+              "NEW_REFINEMENT Series of fits\nNUMPAR 2\nN_PATT 1\nNPHASE 1\n\"a, 'b'.xye\" 3 300.0000\nGLOBAL_CHI_2 1.0342\n"
+              "R_FACTOR Rfact 5.31 0\nR_FACTOR Rwfact 6.02 0\nR_FACTOR Rex 5.92 0\n"
+              "PARAMETER Bragg_Pos_1 21.358124 0.000421\nPARAMETER Intensity_1 -1.5e-07 250000\n"
+              "NEW_REFINEMENT Series of fits\nNUMPAR 2\nN_PATT 1\nNPHASE 1\n\"N_PATT 7 NPHASE.dat\" 12 0.0000\nGLOBAL_CHI_2 2\n"
+              "R_FACTOR Rfact 0 0\nR_FACTOR Rwfact 1 0\nR_FACTOR Rex 2 0\n"
+              "PARAMETER Bragg_Pos_1 20.1 0\nPARAMETER Intensity_1 3 0\n");
+    table.fits[0].file += std::string(200, 'x');
+    std::istringstream lines(Seq_Text(table));
+    for (std::string line; std::getline(lines, line);) EXPECT_LE(line.size(), 132u);
 }
 
 // --- the loop ----------------------------------------------------------------------------------------------------------------------
