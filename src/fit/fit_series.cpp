@@ -99,7 +99,7 @@ private:
     bool Wait() {
         Running& first = running_.front();
         const int done = static_cast<int>(result_.table.fits.size() + result_.failures.size());
-        bool go_on = progress_.Go_On(done, "Row " + std::to_string(first.row->row) + ": " + first.row->file);
+        bool go_on = progress_.Go_On(done, "Profile " + std::to_string(first.row->row) + ": " + first.row->file);
         progress_.Wait([&](std::chrono::milliseconds time) {
             go_on = go_on && !progress_.Cancelled();
             if (!go_on)

@@ -24,6 +24,7 @@ constexpr int model_field = 1761, window_field = 1762, rows_field = 1763, load_p
 constexpr int start_label = 1765, from_result_before = 1766, from_model = 1767;
 constexpr int table_field = 1768, table_note = 1769;
 constexpr int widest_note = 60;
+constexpr std::size_t widest_source = 40;  // name of the file of a model
 constexpr std::string_view not_available = "Fitting procedure is not available for this type of data";
 constexpr std::size_t most_failures_named = 10;
 
@@ -65,13 +66,6 @@ Status Present_Model(Session& session, Fit_Kind kind, Series_Model& model) {
     return status;
 }
 
-Status Model_Of_File(const std::string& file, Series_Model& model) {
-    Series_Model read;
-    if (Status status = Read_Pik_File(file, read.state, read.nodes, read.kind); status.failed) return status;
-    model = std::move(read);
-    return Status::Done();
-}
-
 std::string Counted(std::size_t count, std::string_view thing) {
     return std::to_string(count) + ' ' + std::string(thing) + (count == 1 ? "" : "s");
 }
@@ -83,7 +77,8 @@ void Show_Model(const std::optional<Series_Model>& model, std::string_view where
     }
     const LSQ_State_Vector vs = State_Vector(model->kind, model->state, model->nodes);
     const auto free = std::ranges::count_if(vs.parameters, [](const LSQ_Parameter& parameter) { return parameter.code != 0; });
-    WDialogPutString(model_field, std::string(where) + ": " + Counted(static_cast<std::size_t>(Active_Peaks(model->state)), "peak") + ", " +
+    WDialogPutString(model_field, Elide_Middle(where, widest_source) + ": " +
+                                      Counted(static_cast<std::size_t>(Active_Peaks(model->state)), "peak") + ", " +
                                       Counted(model->nodes.size(), "background point") + ", " +
                                       Counted(static_cast<std::size_t>(free), "free parameter"));
     std::string window = "Window: " + IRealToString(model->state.x_ini) + " to " + IRealToString(model->state.x_fin);
@@ -162,7 +157,7 @@ private:
             app_.ask.Select_Files("Select PIK/NEW file to open", "Input PIK/NEW File (*.pik,*.new)|*.pik;*.new|");
         if (chosen.empty()) return;
         Series_Model read;
-        if (const Status status = Model_Of_File(chosen.front(), read); status.failed) {
+        if (const Status status = Read_Pik_File(chosen.front(), read.state, read.nodes, read.kind); status.failed) {
             app_.ask.Information(status.message);
             return app_.ask.Error(Status::Fail_File("Error Reading the PIK file!"));
         }
