@@ -67,6 +67,7 @@ struct Dialog_Field {
     std::vector<std::string> choices = {};  // menu
     std::vector<Grid_Column> columns = {};  // grid
     int grid_rows = 0;                      // grid: rows at first
+    int rows_seen = 0;                      // grid: rows that it has room for, 0 the usual number; as many as at first: no more
     std::vector<Dialog_Page> pages = {};    // frame: one; tab: any number
 };
 

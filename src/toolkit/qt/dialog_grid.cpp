@@ -5,6 +5,7 @@
 #include <QKeyEvent>
 #include <QTableWidget>
 #include <cmath>
+#include <utility>
 
 #include "base/conversions.hpp"
 #include "base/text.hpp"
@@ -14,7 +15,7 @@ namespace vntl {
 
 namespace {
 
-constexpr int rows_seen = 8;
+constexpr int usual_rows_seen = 8, most_characters = 160, label_characters = 8;
 constexpr int own_state = Qt::UserRole;    // data of a cell: its state, whatever that of the grid is
 constexpr int refusal = Qt::UserRole + 1;  // and why it was refused
 
@@ -23,7 +24,19 @@ class Table : public QTableWidget {
 public:
     using QTableWidget::QTableWidget;
 
+    // Columns, with their least widths, that divide the room which all columns leave.
+    void Share_Room(std::vector<std::pair<int, int>> columns) { shares_room_ = std::move(columns); }
+
 protected:
+    void resizeEvent(QResizeEvent* event) override {
+        QTableWidget::resizeEvent(event);
+        if (shares_room_.empty()) return;
+        int room = viewport()->width() - horizontalHeader()->length();
+        for (const auto& [column, least] : shares_room_) room += columnWidth(column) - least;
+        const int share = std::max(0, room / static_cast<int>(shares_room_.size()));
+        for (const auto& [column, least] : shares_room_) setColumnWidth(column, least + share);
+    }
+
     void keyPressEvent(QKeyEvent* event) override {
         if (event->matches(QKeySequence::Copy))
             Copy();
@@ -74,6 +87,8 @@ private:
             }
         }
     }
+
+    std::vector<std::pair<int, int>> shares_room_;
 };
 
 class Grid_Field : public Grid_Widget {
@@ -85,7 +100,7 @@ public:
           table_(new Table(0, static_cast<int>(field.columns.size()))) {
         QStringList headings;
         const int character = table_->fontMetrics().averageCharWidth();
-        int width = character * 8;
+        std::vector<std::pair<int, int>> wide;
         for (const Grid_Column& column : columns_) headings << Q(column.heading);
         table_->setHorizontalHeaderLabels(headings);
         for (std::size_t i = 0; i < columns_.size(); ++i) {
@@ -93,12 +108,18 @@ public:
             const int room =
                 std::max(heading, columns_[i].kind == Cell_Kind::check_box ? 6 * character : columns_[i].width * character * 6 / 5);
             table_->setColumnWidth(static_cast<int>(i), room);
-            width += room;
+            if (columns_[i].kind != Cell_Kind::check_box) wide.emplace_back(static_cast<int>(i), room);
+            columns_width_ += room;
         }
-        table_->horizontalHeader()->setStretchLastSection(true);
+        const bool check_at_end = !columns_.empty() && columns_.back().kind == Cell_Kind::check_box;
+        table_->horizontalHeader()->setStretchLastSection(!check_at_end);
+        if (check_at_end) table_->Share_Room(std::move(wide));
         table_->setTabKeyNavigation(true);
-        table_->setMinimumSize(std::min(width + character * 4, character * 100),
-                               table_->verticalHeader()->defaultSectionSize() * (rows_seen + 1));
+        const int rows_seen = field.rows_seen != 0 ? field.rows_seen : usual_rows_seen;
+        const int height = table_->verticalHeader()->defaultSectionSize() * (rows_seen + 1);
+        table_->setMinimumHeight(height);
+        if (rows_seen == field.grid_rows) table_->setMaximumHeight(height);
+        Make_Room_For_Labels(character * label_characters);
         Rows(field.grid_rows);
         QObject::connect(table_, &QTableWidget::itemChanged, table_, [this](QTableWidgetItem* item) {
             Mark(*item);
@@ -125,7 +146,9 @@ public:
     int Rows() const override { return table_->rowCount(); }
 
     void Label_Row(int row, std::string_view text) override {
-        if (row >= 1 && row <= Rows()) table_->setVerticalHeaderItem(row - 1, new QTableWidgetItem(Q(text)));
+        if (row < 1 || row > Rows()) return;
+        table_->setVerticalHeaderItem(row - 1, new QTableWidgetItem(Q(text)));
+        Make_Room_For_Labels(table_->fontMetrics().horizontalAdvance(Q(text)) + 4 * table_->fontMetrics().averageCharWidth());
     }
 
     void Put_Cell(int column, int row, std::string_view text) override {
@@ -221,6 +244,11 @@ private:
     QTableWidgetItem* At(int column, int row) const {
         return column >= 1 && row >= 1 && column <= table_->columnCount() && row <= Rows() ? table_->item(row - 1, column - 1) : nullptr;
     }
+    void Make_Room_For_Labels(int width) {
+        labels_width_ = std::max(labels_width_, width);
+        const int character = table_->fontMetrics().averageCharWidth();
+        table_->setMinimumWidth(std::min(labels_width_ + columns_width_ + 4 * character, most_characters * character));
+    }
     Cell_Kind Kind(const QTableWidgetItem& item) const { return columns_[static_cast<std::size_t>(item.column())].kind; }
 
     void Write(QTableWidgetItem& item, std::string_view text) {
@@ -280,6 +308,7 @@ private:
     std::vector<Grid_Column> columns_;
     std::vector<int> states_;  // of whole columns, for rows that come
     Table* table_;
+    int columns_width_ = 0, labels_width_ = 0;
 };
 
 }  // namespace
