@@ -19,7 +19,7 @@ struct Irf_File {
     std::optional<int> jobt;
     std::optional<int> profile;  // number of the shape, with `profile_values`
     std::array<float, 3> profile_values{};
-    std::optional<std::array<float, 3>> range, time_range, wavelengths, sigma, gamma;
+    std::optional<std::array<float, 3>> range, wavelengths, sigma, gamma;
     std::optional<int> geometry;
     float geometry_value = 0;
     std::optional<float> cthm, rkk, twoth;

@@ -3,20 +3,12 @@
 #include <algorithm>
 #include <cmath>
 
-#include "base/edit_descriptor.hpp"
 #include "fit/lm_minimise.hpp"
+#include "fit/written.hpp"
 
 namespace vntl {
 
 namespace {
-
-std::string Written(const char* descriptor, auto value) {
-    std::string text;
-    const Edit_Format format(descriptor);
-    if (Write_Record(text, format, value).failed) return {};
-    text.pop_back();  // the line end
-    return text;
-}
 
 float Reduced_Chi2(double norm, int m, int n) {
     constexpr double largest = 1e15;
