@@ -77,7 +77,8 @@ private:
 
     Status Title() {
         std::string_view line;
-        if (!Next(line) || Trim(line).empty()) return Status::Fail_File(bad_title);
+        const auto is_text = [](char c) { return static_cast<unsigned char>(c) >= ' ' || c == '\t'; };
+        if (!Next(line) || Trim(line).empty() || !std::ranges::all_of(line, is_text)) return Status::Fail_File(bad_title);
         title_ = To_Utf8(Trim(line));
         if (!lines_.Next(line)) return Ended();
         kind = Contains(line, "Ang_init") ? Fit_Kind::constant_wavelength : Fit_Kind::time_of_flight;

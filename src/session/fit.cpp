@@ -97,6 +97,7 @@ void Find_Wavelengths(const Session& session, Fit_State& fit) {
 void Width_Law_Of_Flight(const Diffraction_Pattern_Type& pattern, Fit_State& fit) {
     if (!fit.peaks_ready) return;
     fit.peaks_ready = false;
+    Heights_To_Areas(fit);  // while each peak has its width
     fit.d2tof = pattern.conv[0] >= least_d2tof ? pattern.conv[0] : usual_d2tof;
     float sum = 0;
     for (Fit_Peak& peak : fit.peaks) {

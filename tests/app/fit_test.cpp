@@ -60,7 +60,7 @@ protected:
 
 TEST_F(Fits, FindsThePeaksThatWereSimulated) {
     const auto run =
-        Script(found + "print fit\nprint state\ncommand 40150\nprint dialog\npress OK\nprint fit\nprint state\nprint rows\nprint data 1\n" +
+        Script(found + "print fit\nprint state\ncommand 40150\nprint dialog\npress 1\nprint fit\nprint state\nprint rows\nprint data 1\n" +
                "print reflections 1\ncommand 40099\nprint state\n");
     EXPECT_EQ(run.status, 0) << run.errors;
     const Texts told = Told(run);
@@ -104,8 +104,8 @@ TEST_F(Fits, FindsThePeaksThatWereSimulated) {
 
 TEST_F(Fits, ARepeatTheFileAndUndoGoOnFromTheResult) {
     const auto run =
-        Script(found + "command 40150\nset 1738 1\nset 1622 1\npress OK\nprint fit\nprint rows\ncommand 40150\npress OK\nprint fit\n" +
-               "command 40146\nprint fit\nprint state\nfiles angles-185-315.pik\ncommand 40224\nprint dialog\npress OK\nprint fit\n" +
+        Script(found + "command 40150\nset 1738 1\nset 1622 1\npress 1\nprint fit\nprint rows\ncommand 40150\npress 1\nprint fit\n" +
+               "command 40146\nprint fit\nprint state\nfiles angles-185-315.pik\ncommand 40224\nprint dialog\npress 1\nprint fit\n" +
                "command 40506\nprint fit\nprint state\ncommand 40507\nprint fit\nprint state\n");
     EXPECT_EQ(run.status, 0) << run.errors;
     const Json first = Fit(run, 0), second = Fit(run, 1), cleared = Fit(run, 2), loaded = Fit(run, 3), undone = Fit(run, 4),
@@ -151,7 +151,7 @@ TEST_F(Fits, RefusalsLeaveEverythingAsItWas) {
 TEST_F(Fits, TimeOfFlight) {
     const auto run = Script(
         "open times.xye\ncommand 40095\n" + Click(3700, 200) + Click(6300, 200) +
-        "command 40194\nset 1356 0.1\npress OK\ncommand 40150\nprint dialog\ncell 1053 2 1 1\ncell 1053 2 2 1\npress OK\nprint fit\n");
+        "command 40194\nset 1356 0.1\npress OK\ncommand 40150\nprint dialog\ncell 1053 2 1 1\ncell 1053 2 2 1\npress 1\nprint fit\n");
     EXPECT_EQ(run.status, 0) << run.errors;
     const Json fit = Fit(run, 0);
     EXPECT_NEAR(fit["chi2"].get<double>(), 1, 0.15);

@@ -70,7 +70,12 @@ TEST_F(Marks, TheFitShowsWhatIsChosenSoFar) {
     fit.peaks.resize(2);
     fit.peaks[0].pos.value = 12;
     fit.peaks[0].top = 900;
-    fit.peaks[1] = {.pos = {13}, .top = 700, .marked = true, .half_x = 12.8f, .half_y = 500};
+    Fit_Peak& wide = fit.peaks[1];
+    wide.pos.value = 13;
+    wide.top = 700;
+    wide.marked = true;
+    wide.half_x = 12.8f;
+    wide.half_y = 500;
     Calculate(1);
     EXPECT_TRUE(All<Recorded_Ellipse>().empty());
     fit.lower_set = true;

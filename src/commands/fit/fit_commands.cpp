@@ -82,7 +82,7 @@ void Run(Application& app) {
         Row_Change change(session, "peaks of the fit");
         Set_Fit_Window(session);
         Build_Fit_Peaks(session, app.ask);
-        session.lists.fit.pik_loaded = true;
+        session.lists.fit.pik_loaded = session.lists.fit.peaks_ready = true;
         change.Keep();
     }
     Run_By_Variable(app);

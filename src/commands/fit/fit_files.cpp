@@ -18,7 +18,7 @@ constexpr const char* curves_name = "lorvane_obscalc.xyy";
 std::string Listing(const Session& session, const Fit_Problem& problem, const Fit_Result& result, const std::string& heading) {
     std::vector<float> weights;
     for (const float sigma : problem.data.sw) weights.push_back(1 / (sigma * sigma));
-    return heading + End_Of_Fit_Text(problem.state.infout, problem.state.chi2, session.config.Line_End()) +
+    return heading + End_Of_Fit_Text(problem.state.infout, problem.state.chi2, session.config.Line_End()) + "\n\n" +
            Listing_Values(problem.kind, problem.state, problem.nodes) +
            Info_LSQ_Output(0, problem.data, weights, result.c, result.vs, result.run);
 }
