@@ -97,7 +97,7 @@ protected:
     }
 
     const std::string model = "open p0.xye\ncommand 40095\n" + Click(19.5, 150) + Click(23.5, 150) +
-                              "command 40194\nset 1356 0.1\npress OK\ncommand 40150\npress OK\ncommand 40099\n";
+                              "command 40194\nset 1356 0.1\npress OK\ncommand 40150\npress 1\ncommand 40099\n";
     const std::string others = "open p1.xye\nopen p2.xye\nopen bad.xye\nopen p3.xye\nopen p4.xye\n";
 };
 
