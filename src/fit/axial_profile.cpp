@@ -82,7 +82,7 @@ void Add_Rays(double position, const Varied& tangent, const Varied& from, const 
 
 // So many points that they stand closer than a fraction of the width, where they are furthest apart.
 int Points_For(double range, double width) {
-    constexpr double least = 5, a_width = 14, most = 2048;
+    constexpr double least = 3, a_width = 9, most = 2048;
     return static_cast<int>(std::min(least + a_width * range / width, most));
 }
 

@@ -1,8 +1,10 @@
 // Constant wavelength: pseudo-Voigt peaks of one or two wavelengths, whose width and mixing follow the angle, with axial divergence.
 #include <algorithm>
 #include <cmath>
+#include <future>
 #include <limits>
 #include <numbers>
+#include <system_error>
 
 #include "fit/axial_profile.hpp"
 #include "fit/background_line.hpp"
@@ -29,6 +31,11 @@ struct Line {
     double factor = 0;  // of the peak's intensity
     double place_by_position = 1;
     double width_by_u = 0, width_by_v = 0, width_by_w = 0, width_by_z = 0, width_by_place = 0;
+};
+
+struct Placed_Line {
+    int peak, number;
+    Line line;
 };
 
 // The points to which a line contributes, and what it is there.
@@ -90,7 +97,8 @@ public:
         for (int number = 0; number < Lines_Of_Peak(); ++number) {
             const Line line = Line_At(pv, peak, number);
             if (!line.exists) continue;
-            const Drawn_Line& drawn = Draw(line, peak, number);
+            Drawn_Line& drawn = At(peak, number);
+            Draw(line, drawn);
             Add(line.factor * Of(pv, peak, intensity), drawn.curve.value, drawn, y);
         }
     }
@@ -106,11 +114,12 @@ private:
 
     template <class Act>
     void For_Lines(std::span<const float> pv, Act act) {
+        std::vector<Placed_Line> lines;
         for (int peak = 0; peak < layout_.peaks; ++peak)
-            for (int number = 0; number < Lines_Of_Peak(); ++number) {
-                const Line line = Line_At(pv, peak, number);
-                if (line.exists) act(peak, line, Draw(line, peak, number));
-            }
+            for (int number = 0; number < Lines_Of_Peak(); ++number)
+                if (const Line line = Line_At(pv, peak, number); line.exists) lines.push_back({peak, number, line});
+        Draw(lines);
+        for (const Placed_Line& placed : lines) act(placed.peak, placed.line, At(placed.peak, placed.number));
     }
 
     // The line of the first wavelength, or of the second, which a peak near 180 degrees does not have.
@@ -152,10 +161,36 @@ private:
         return One_Divergence(pv) ? Axial_Divergence{std::fabs(s - d) / 2, (s + d) / 2} : Axial_Divergence{std::fabs(s), d};
     }
 
+    Drawn_Line& At(int peak, int number) { return drawn_[static_cast<std::size_t>(2 * peak + number)]; }
+
+    // Divergent lines are worth a second thread, which draws every other one: they do not touch each other.
+    void Draw(const std::vector<Placed_Line>& lines) {
+        constexpr std::size_t worth_a_thread = 4;
+        std::vector<const Placed_Line*> stale;
+        std::size_t divergent = 0;
+        for (const Placed_Line& placed : lines) {
+            const Drawn_Line& drawn = At(placed.peak, placed.number);
+            if (drawn.drawn && drawn.shape == placed.line.shape) continue;
+            stale.push_back(&placed);
+            divergent += placed.line.shape.divergent ? 1 : 0;
+        }
+        const auto draw = [&](std::size_t first, std::size_t step) {
+            for (std::size_t i = first; i < stale.size(); i += step) Draw(stale[i]->line, At(stale[i]->peak, stale[i]->number));
+        };
+        if (divergent < worth_a_thread) return draw(0, 1);
+        std::future<void> other;
+        try {
+            other = std::async(std::launch::async, draw, 1, 2);
+        } catch (const std::system_error&) {  // no thread to be had
+            draw(1, 2);
+        }
+        draw(0, 2);
+        if (other.valid()) other.get();
+    }
+
     // A line whose shape and place stay is drawn already.
-    const Drawn_Line& Draw(const Line& line, int peak, int number) {
-        Drawn_Line& drawn = drawn_[static_cast<std::size_t>(2 * peak + number)];
-        if (drawn.drawn && drawn.shape == line.shape) return drawn;
+    void Draw(const Line& line, Drawn_Line& drawn) const {
+        if (drawn.drawn && drawn.shape == line.shape) return;
         drawn.shape = line.shape;
         drawn.drawn = true;
         const float reach = widths_of_reach * line.shape.fwhm, centre = line.shape.position;
@@ -170,14 +205,13 @@ private:
                            none,
                            divergence_is_free_ ? none : std::vector<float>{},
                            divergence_is_free_ ? none : std::vector<float>{}};
-            return drawn;
+            return;
         }
         const auto begin = std::ranges::upper_bound(x_, centre - reach);
         const auto end = std::lower_bound(begin, x_.end(), centre + reach);
         drawn.begin = static_cast<std::size_t>(begin - x_.begin());
         drawn.count = static_cast<std::size_t>(end - begin);
         Draw_Profile(line.shape, divergence_is_free_, x_.subspan(drawn.begin, drawn.count), drawn.curve);
-        return drawn;
     }
 
     template <class Number>
