@@ -213,6 +213,7 @@ Fit_Result Run_Fit(Fit_Problem& problem, Work_Control& control, const Tell_Itera
     problem.state.corrmax = result.c.corrmax;
     problem.state.reached = result.c.reached;
     problem.state.chi2 = result.run.chi2;
+    if (control.Cancelled() && result.run.infout.empty()) result.run.infout = "Stopped: the best values so far are kept";
     problem.state.infout = result.run.infout;
     Take_Peaks(problem, pv, model.model(), result);
     return result;
