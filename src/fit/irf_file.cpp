@@ -191,9 +191,14 @@ Status Read_Irf_File(const std::string& name, Irf_File& irf) {
     const std::string file = Extension_Of(name).empty() ? name + ".irf" : name;
     Text_File text;
     if (text.Open(file).failed) return Status::Fail_File("Error when openning the IRF File: " + file);
-    Line_Cursor lines(text.Text());
+    if (!Read_Irf_Text(text.Text(), irf)) return Status::Fail_File("Error reading IRF File: " + file);
+    return Status::Done();
+}
+
+bool Read_Irf_Text(std::string_view text, Irf_File& irf) {
+    Line_Cursor lines(text);
     std::string_view line;
-    if (!lines.Next(line)) return Status::Fail_File("Error reading IRF File: " + file);
+    if (!lines.Next(line)) return false;
     irf.title = Kept_Text(line, title_columns);
     irf.ireso = Resolution_Kind(irf.title);
     while (lines.Next(line)) {
@@ -207,7 +212,7 @@ Status Read_Irf_File(const std::string& name, Irf_File& irf) {
         else
             Take_Row(Numbers_Of(line), irf);
     }
-    return Status::Done();
+    return true;
 }
 
 void Apply_Irf(const Irf_File& irf, Fit_Kind kind, Fit_State& state) {

@@ -32,6 +32,7 @@ struct Irf_File {
 };
 
 Status Read_Irf_File(const std::string& name, Irf_File& irf);
+bool Read_Irf_Text(std::string_view text, Irf_File& irf);  // false without a first line
 
 // What the file gave goes to the parameters of the model.
 void Apply_Irf(const Irf_File& irf, Fit_Kind kind, Fit_State& state);

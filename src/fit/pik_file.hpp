@@ -3,6 +3,7 @@
 
 #include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "base/status.hpp"
@@ -13,6 +14,7 @@ namespace vntl {
 // Replaces window, parameters, nodes and peaks by those of the file, and `kind` by what it is. On failure nothing changes; the message is
 // the one to show.
 Status Read_Pik_File(const std::string& file, Fit_State& state, std::vector<Background_Mark>& nodes, Fit_Kind& kind);
+Status Read_Pik_Text(std::string_view text, Fit_State& state, std::vector<Background_Mark>& nodes, Fit_Kind& kind);
 
 // The text of a file that reads back to the same state; active peaks alone.
 std::string Pik_Text(Fit_Kind kind, const Fit_State& state, std::span<const Background_Mark> nodes, std::string_view title,

@@ -191,7 +191,11 @@ private:
 Status Read_Pik_File(const std::string& file, Fit_State& state, std::vector<Background_Mark>& nodes, Fit_Kind& kind) {
     Text_File text;
     if (text.Open(file).failed) return Status::Fail_File("ERROR opening the file: " + file);
-    Pik_Reader reader(text.Text(), state);
+    return Read_Pik_Text(text.Text(), state, nodes, kind);
+}
+
+Status Read_Pik_Text(std::string_view text, Fit_State& state, std::vector<Background_Mark>& nodes, Fit_Kind& kind) {
+    Pik_Reader reader(text, state);
     if (Status status = reader.Read(); status.failed) return status;
     state = std::move(reader.state);
     nodes = std::move(reader.nodes);
