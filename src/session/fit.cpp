@@ -146,6 +146,8 @@ void Add_Rows_Of_Peaks(Session& session, const Fit_Problem& problem, const Fit_R
         Diffraction_Pattern_Type& pattern = store.Pattern(row);
         const std::string text = std::to_string(++number);
         pattern.title = "Peak_number: " + std::string(text.size() < 2 ? " " : "") + text;
+        store.Info(row).file_name = "Peak " + text;  // the legend tells them apart by it
+        store.Info(row).chi2 = 0;
         const auto first = std::upper_bound(pattern.x.begin(), pattern.x.end(), problem.state.x_ini) - pattern.x.begin();
         for (std::size_t i = 0; i < share.size(); ++i) pattern.y[static_cast<std::size_t>(first) + i] = share[i] + problem.data.bgr[i];
         Set_Y_Limits(pattern);
