@@ -265,6 +265,9 @@ Status Load_Pik(Session& session, const std::string& file) {
     std::vector<Background_Mark> nodes;
     Fit_Kind kind{};
     if (Status status = Read_Pik_File(file, fit, nodes, kind); status.failed) return status;
+    if (const std::optional<Fit_Kind> own = Kind_Of_Fit(session); own && *own != kind)
+        return Status::Fail_File(kind == Fit_Kind::time_of_flight ? "The PIK file is one of time of flight: " + file
+                                                                  : "The PIK file is one of constant wavelength: " + file);
     const Diffraction_Pattern_Type& pattern = session.store.Pattern(1);
     for (Fit_Peak& peak : fit.peaks) peak.top = Y_Near(pattern, peak.pos.value);
     fit.peaks_ready = fit.done = fit.range_pending = false;

@@ -135,11 +135,14 @@ TEST_F(Fits, ARepeatTheFileAndUndoGoOnFromTheResult) {
 
 TEST_F(Fits, RefusalsLeaveEverythingAsItWas) {
     std::ofstream(directory / "bad.pik") << "title\n! Ang_init\n 18.0 31.0 2\n";
+    std::ofstream(directory / "flight.pik") << "title\n!\n 18.0 31.0 0 0 9 0 0 0 70 0 0\n5000\n.7 0\n.3 0\n0 0\n0 0\n0 0\n0 0\n";
     const auto run = Script("open angles.xye\ncommand 40095\ncommand 40150\n" + Click(18.5, 300) + Click(31.5, 245) + "command 40150\n" +
                             Click(20, 900) +
-                            "print fit\nfiles bad.pik\ncommand 40224\nprint fit\ncommand 40150\npress Cancel\nprint fit\ncommand 40099\n");
+                            "print fit\nfiles bad.pik\ncommand 40224\nfiles flight.pik\ncommand 40224\nprint fit\ncommand 40150\npress "
+                            "Cancel\nprint fit\ncommand 40099\n");
     const Texts told = Told(run);
-    ASSERT_EQ(told.size(), 4u) << run.output;
+    ASSERT_EQ(told.size(), 6u) << run.output;
+    EXPECT_EQ(told[4].find("The PIK file is one of time of flight: "), 0u) << told[4];
     EXPECT_EQ(told[0], "ERROR: The background line is not yet selected!");
     EXPECT_EQ(told[1], "ERROR: No peak has been selected!");
     EXPECT_EQ(told[2].find(" => Error at reading: tof/2theta_ini"), 0u) << told[2];
