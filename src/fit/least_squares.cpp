@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 #include "fit/lm_minimise.hpp"
 #include "fit/written.hpp"
@@ -42,32 +43,40 @@ std::string End_Text(LM_End end, float initial_chi2, const LSQ_Conditions& c) {
     return "";
 }
 
-// Standard deviations of the free variables; none when the curvature is singular.
-std::vector<float> Standard_Deviations(const Square_Matrix& curvature, LSQ_Run& run) {
-    constexpr double without_curvature = 1.00001f;  // a row that nothing couples: any value but 0 keeps the others
+// What rounding of the derivatives to single precision leaves of a column that depends on the others, of its squared norm: curvature that
+// small says nothing of the parameter.
+constexpr double noise_of_column = 16.0 * std::numeric_limits<float>::epsilon() * std::numeric_limits<float>::epsilon();
+
+// The inverse of the curvature with a diagonal of 1; empty when it is singular.
+std::vector<double> Normalised_Inverse(const Square_Matrix& curvature, const std::vector<double>& scale) {
     const int n = curvature.n();
-    std::vector<double> scale;
-    int first_bad = -1;
-    for (int i = 0; i < n; ++i) {
-        const bool good = curvature(i, i) > 0;
-        scale.push_back(good ? std::sqrt(curvature(i, i)) : 1);
-        if (!good && first_bad < 0) first_bad = i;
-    }
     Square_Matrix normal(n);
     for (int i = 0; i < n; ++i)
         for (int j = 0; j < n; ++j)
-            normal(i, j) = i != j ? curvature(i, j) / (scale[static_cast<std::size_t>(i)] * scale[static_cast<std::size_t>(j)])
-                           : curvature(i, i) > 0 ? 1
-                                                 : without_curvature;
-    if (first_bad >= 0 || !Invert(normal)) {
-        if (first_bad >= 0) run.infout = "Final Singular Matrix!, problem with parameter #" + Written("(I3)", first_bad + 1);
+            normal(i, j) = i == j ? 1 : curvature(i, j) / (scale[static_cast<std::size_t>(i)] * scale[static_cast<std::size_t>(j)]);
+    if (!Invert(normal)) return {};
+    for (int j = 0; j < n; ++j)
+        if (!(normal(j, j) * noise_of_column < 1)) return {};
+    return std::move(normal.values());
+}
+
+// Standard deviations of the free variables; none when the curvature is singular. A parameter of which the residuals do not depend is
+// named.
+std::vector<float> Standard_Deviations(const Square_Matrix& curvature, LSQ_Run& run) {
+    const auto n = static_cast<std::size_t>(curvature.n());
+    std::vector<double> scale;
+    for (int i = 0; i < curvature.n(); ++i) scale.push_back(std::sqrt(curvature(i, i)));
+    const auto bad = std::ranges::find_if(scale, [](double root) { return !(root > 0 && std::isfinite(root)); });
+    if (bad == scale.end()) run.inverse = Normalised_Inverse(curvature, scale);
+    std::vector<float> sig(n);
+    if (run.inverse.empty()) {
+        if (bad != scale.end())
+            run.infout = "Final Singular Matrix!, problem with parameter #" + Written("(I3)", static_cast<int>(bad - scale.begin()) + 1);
         run.lsq_error = true;
         run.lsq_message = " Singular Matrix at the end of LM_Der for calculating std deviations ...";
-        return std::vector<float>(static_cast<std::size_t>(n));
+    } else {
+        for (std::size_t j = 0; j < n; ++j) sig[j] = static_cast<float>(std::sqrt(run.inverse[j * n + j]) / scale[j]);
     }
-    std::vector<float> sig;
-    for (int j = 0; j < n; ++j) sig.push_back(static_cast<float>(std::sqrt(std::fabs(normal(j, j))) / scale[static_cast<std::size_t>(j)]));
-    run.inverse = std::move(normal.values());
     return sig;
 }
 
@@ -137,7 +146,8 @@ LSQ_Run LM_Der(const LSQ_Model& model, int m, LSQ_Conditions& c, LSQ_State_Vecto
     c.reached = minimum.end >= LM_End::small_gain && minimum.end <= LM_End::orthogonal;
     run.chi2 = Reduced_Chi2(Norm(run.residuals), m, c.npvar);
     run.infout = End_Text(minimum.end, initial_chi2, c);
-    const std::vector<float> sig = Standard_Deviations(minimum.curvature, run);
+    std::vector<float> sig(x.size());
+    if (minimum.curvature.n() > 0) sig = Standard_Deviations(minimum.curvature, run);
 
     Set_Free_Variables(vs, x, x0);
     for (LSQ_Parameter& parameter : vs.parameters) parameter.spv = 0;

@@ -142,8 +142,8 @@ public:
         minimum_.nfev = 1;
         fnorm_ = Norm(fvec_);
         diag_.assign(x_.size(), 1);
-        minimum_.curvature = Square_Matrix(static_cast<int>(x_.size()));
-        while (!ended_ && Iterate()) continue;
+        if (c_.icyc > 0 && std::isfinite(fnorm_))
+            while (!ended_ && Iterate()) continue;
         if (c_.nprint > 0) Call(Model_Call::print);
         return std::move(minimum_);
     }
@@ -154,11 +154,12 @@ private:
     // From one set of derivatives to the next accepted step; false at the end.
     bool Iterate() {
         if (stop_ != nullptr && stop_->Cancelled()) return false;
-        if (c_.nprint > 0 && (iteration_ - 1) % c_.nprint == 0 && !Call(Model_Call::print)) return false;
         ++minimum_.njev;
         if (!Call(Model_Call::derivatives)) return false;
+        if (c_.nprint > 0 && (iteration_ - 1) % c_.nprint == 0 && !Call(Model_Call::print)) return false;
         const Local_Model local = Linearise(fjac_, static_cast<int>(fvec_.size()), static_cast<int>(x_.size()), fvec_);
         minimum_.curvature = local.equations.c;
+        if (!std::isfinite(Norm(local.norms))) return false;
         if (iteration_ == 1) Begin(local.norms);
         gradient_ = Largest_Cosine(local, fnorm_);
         if (gradient_ <= 0) return End(LM_End::orthogonal);
@@ -186,7 +187,8 @@ private:
             End(LM_End::stopped);
             return false;
         }
-        const double tried_norm = Norm(residuals);
+        double tried_norm = Norm(residuals);
+        if (std::isnan(tried_norm)) tried_norm = std::numeric_limits<double>::infinity();
 
         double actual = -1;
         if (0.1 * tried_norm < fnorm_) actual = 1 - tried_norm / fnorm_ * (tried_norm / fnorm_);
@@ -224,14 +226,14 @@ private:
         const bool small_gain = actual <= tol && predicted <= tol && 0.5 * ratio <= 1, small_step = delta_ <= tol * xnorm_;
         if (small_gain || small_step)
             End(small_gain && small_step ? LM_End::both : small_gain ? LM_End::small_gain : LM_End::small_step);
-        else if (minimum_.nfev >= c_.icyc)
-            End(LM_End::calls);
-        else if (actual <= precision && predicted <= precision && 0.5 * ratio <= 1)
-            End(LM_End::no_gain);
-        else if (delta_ <= precision * xnorm_)
-            End(LM_End::no_step);
         else if (gradient_ <= precision)
             End(LM_End::orthogonal);
+        else if (delta_ <= precision * xnorm_)
+            End(LM_End::no_step);
+        else if (actual <= precision && predicted <= precision && 0.5 * ratio <= 1)
+            End(LM_End::no_gain);
+        else if (minimum_.nfev >= c_.icyc)
+            End(LM_End::calls);
         else if (stop_ != nullptr && stop_->Cancelled())
             End(LM_End::stopped);
     }

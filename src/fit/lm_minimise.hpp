@@ -7,7 +7,7 @@ namespace vntl {
 
 // How the minimisation ended.
 enum class LM_End {
-    stopped = 0,     // the model or the user ended it
+    stopped = 0,     // the model or the user ended it, or there was nothing to go by: no calls allowed, residuals or derivatives not finite
     small_gain = 1,  // the sum of squares changes by less than the tolerance
     small_step = 2,  // the variables do
     both = 3,
@@ -19,7 +19,7 @@ enum class LM_End {
 
 struct LM_Minimum {
     LM_End end = LM_End::stopped;
-    Square_Matrix curvature;  // J'J where the derivatives were taken last
+    Square_Matrix curvature;  // J'J where the derivatives were taken last; empty when they never were
     int nfev = 0, njev = 0;
 };
 

@@ -4,7 +4,6 @@
 #include <cmath>
 #include <limits>
 #include <numeric>
-#include <thread>
 
 namespace vntl {
 
@@ -67,7 +66,7 @@ double Dot(const double* a, const double* b, int n) { return std::inner_product(
 
 }  // namespace
 
-Normal_Equations Products_Of_Columns(const Jacobian& fjac, int m, int n, std::span<const float> fvec) {
+Normal_Equations Products_Of_Columns(const Jacobian& fjac, int m, int n, std::span<const float> fvec, unsigned most_threads) {
     const int blocks = (m + block_rows - 1) / block_rows;
     // Each thread sums a share of its own, and the shares are as many whatever the number of threads is: so is the order of the sums.
     constexpr int most_shares = 8;
@@ -81,7 +80,7 @@ Normal_Equations Products_Of_Columns(const Jacobian& fjac, int m, int n, std::sp
             Add_Block(block, sums[static_cast<std::size_t>(share)]);
         }
     };
-    const int threads = std::clamp(static_cast<int>(std::thread::hardware_concurrency()), 1, shares);
+    const int threads = std::clamp(static_cast<int>(most_threads), 1, shares);
     const auto every = [&](int from) {
         for (int share = from; share < shares; share += threads) sum_share(share);
     };

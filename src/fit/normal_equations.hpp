@@ -2,6 +2,7 @@
 #pragma once
 
 #include <span>
+#include <thread>
 #include <vector>
 
 #include "fit/least_squares.hpp"
@@ -25,12 +26,13 @@ private:
     std::vector<double> values_;
 };
 
-// C = J'J and g = J'f.
+// C = J'J and g = J'f, the same with any number of threads.
 struct Normal_Equations {
     Square_Matrix c;
     std::vector<double> g;
 };
-Normal_Equations Products_Of_Columns(const Jacobian& fjac, int m, int n, std::span<const float> fvec);
+Normal_Equations Products_Of_Columns(const Jacobian& fjac, int m, int n, std::span<const float> fvec,
+                                     unsigned most_threads = std::thread::hardware_concurrency());
 
 // P'CP = R'R with R upper triangular: the factor that a QR decomposition of the columns with pivoting by their norms gives. `pivot[j]`
 // is the column of C that stands at j. Rows of R from `rank` on are 0: what is left of their columns is rounding.
