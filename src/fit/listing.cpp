@@ -19,7 +19,20 @@ std::string Line(const char* descriptor, std::string_view label, const Values&..
 }
 
 std::string With_Flag(std::string_view label, const Fit_Value& value) { return Line("(F14.6,I3)", label, value.value, value.flag); }
-std::string With_Deviation(std::string_view label, const Fit_Value& value) { return Line("(2F16.6)", label, value.value, value.sd); }
+
+// Right-aligned behind at least one blank, with as many of the decimals as there is room for.
+std::string Column(float value, int width, int decimals) {
+    const std::string columns = std::to_string(width) + ".";
+    for (int digits = decimals; digits >= 0; --digits) {
+        std::string text = Written(("(F" + columns + std::to_string(digits) + ")").c_str(), value);
+        if (text.starts_with(' ')) return text;
+    }
+    return Written(("(E" + columns + std::to_string(std::max(1, width - 8)) + ")").c_str(), value);
+}
+
+std::string With_Deviation(std::string_view label, const Fit_Value& value) {
+    return Line(std::string(label) + Column(value.value, 16, 6) + Column(value.sd, 16, 6));
+}
 
 template <std::size_t n>
 std::string With_Flags(const std::array<const char*, n>& labels, const Fit_Value* values) {
@@ -108,14 +121,15 @@ float Scale_Of(const Fit_State& fitted) {
 std::string Final_Peak(Fit_Kind kind, Fit_Peak peak, float scale) {
     peak.intensity.value *= scale;
     peak.intensity.sd *= scale;
+    constexpr int value_width = 10, sd_width = 8, sd_decimals = 5;
     const bool angles = kind == Fit_Kind::constant_wavelength;
     std::string text;
     for (const Fit_Value* value : Values_Of(kind, peak)) {
-        const char* pair = value == &peak.intensity ? "(F10.2,F8.2)"
-                           : angles                 ? "(F10.5,F8.5)"
-                           : value == &peak.pos     ? "(F10.3,F8.3)"
-                                                    : "(F10.4,F8.4)";
-        text += Written(pair, value->value, value->sd);
+        const bool first = value == &peak.pos, time = !angles && (first || value == &peak.shift_width);
+        const int decimals = value == &peak.intensity ? 2 : time ? 4 : 6;
+        const std::string column = Column(value->value, value_width + first, decimals);
+        text += column.substr(first);  // nothing stands in front of the first one: it needs no blank
+        text += Column(value->sd, sd_width, std::min(decimals, sd_decimals));
     }
     return Line(text);
 }
@@ -141,7 +155,7 @@ std::string Listing_Values(Fit_Kind kind, const Fit_State& fitted, Nodes nodes) 
     std::string text = Line(rule) + Line("  Final parameters and Standard Deviations") + Line(rule) + Common_Values(kind, fitted) +
                        Line("  Background Parameters:") +
                        Line(angles ? "      2Theta/Pos      Background " : "        TOF        Background ");
-    for (const Background_Mark& node : nodes) text += Line("(F14.4,F16.4,F12.4)", "", node.x, node.y, node.sd);
+    for (const Background_Mark& node : nodes) text += Line(Column(node.x, 14, 4) + Column(node.y, 16, 4) + Column(node.sd, 12, 4));
     const float scale = Scale_Of(fitted);
     text += Line("(F12.7)", "  Scale factor applied to all integrated intensities:", scale) + Line("  Reflection Parameters:") +
             Line(angles ? "          Position         Intensity        Shift-FWHM         Shift-Eta"

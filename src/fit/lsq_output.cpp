@@ -74,7 +74,7 @@ std::string Info_LSQ_Output(float f_lambda, const LSQ_Data& data, std::span<cons
 std::string Fit_File_Text(const LSQ_Data& data, std::span<const float> w) {
     std::string text = "!        X             Y-obs          Y-calc           Sigma\n";
     for (std::size_t i = 0; i < data.x.size(); ++i)
-        text += Written("(4F16.4)", data.x[i], data.y[i], data.yc[i], std::sqrt(1 / w[i])) + "\n";
+        text += Written("(4F16.4)", data.x[i], data.y[i], data.yc[i], w[i] > 0 ? std::sqrt(1 / w[i]) : 0.0f) + "\n";
     return text;
 }
 
