@@ -95,7 +95,7 @@ private:
                             })});
     }
 
-    // Takes over the first of those that run; false when the user has cancelled before it was finished.
+    // Takes over the first of those that run; false when the user has cancelled meanwhile, finished or not.
     bool Wait() {
         Running& first = running_.front();
         const int done = static_cast<int>(result_.table.fits.size() + result_.failures.size());
@@ -110,7 +110,7 @@ private:
         if (step && step->stopped) return false;
         Take(*first.row, step);
         running_.pop_front();
-        return true;
+        return go_on;
     }
 
     void Take(const Series_Row& row, const std::optional<Step>& step) {

@@ -20,16 +20,6 @@ std::string Line(const char* descriptor, std::string_view label, const Values&..
 
 std::string With_Flag(std::string_view label, const Fit_Value& value) { return Line("(F14.6,I3)", label, value.value, value.flag); }
 
-// Right-aligned behind at least one blank, with as many of the decimals as there is room for.
-std::string Column(float value, int width, int decimals) {
-    const std::string columns = std::to_string(width) + ".";
-    for (int digits = decimals; digits >= 0; --digits) {
-        std::string text = Written(("(F" + columns + std::to_string(digits) + ")").c_str(), value);
-        if (text.starts_with(' ')) return text;
-    }
-    return Written(("(E" + columns + std::to_string(std::max(1, width - 8)) + ")").c_str(), value);
-}
-
 std::string With_Deviation(std::string_view label, const Fit_Value& value) {
     return Line(std::string(label) + Column(value.value, 16, 6) + Column(value.sd, 16, 6));
 }

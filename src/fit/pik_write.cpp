@@ -14,16 +14,6 @@ namespace {
 
 std::string Line(std::string_view text) { return std::string(text) + "\n"; }
 
-// A number in its columns; where it does not fit with its decimals it has fewer of them: stars could not be read back.
-std::string Column(float value, int width, int decimals) {
-    for (; decimals >= 0; --decimals) {
-        const std::string format = "(F" + std::to_string(width) + "." + std::to_string(decimals) + ")";
-        const std::string text = Written(format.c_str(), value);
-        if (text.find('*') == std::string::npos && text.front() == ' ') return text;
-    }
-    return Written(("(E" + std::to_string(width) + "." + std::to_string(width - 8) + ")").c_str(), value);
-}
-
 std::string Common_Lines(Fit_Kind kind, const Fit_State& state) {
     constexpr std::array angles = {" <= Parameter  U         &    '  ", " <= Parameter  V         &    '  ",
                                    " <= Parameter  W         &    '  ", " <= Parameter  Z         &    '  ",

@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "base/conversions.hpp"
+#include "base/text.hpp"
 #include "fit/peak_model.hpp"
 
 namespace vntl {
@@ -215,6 +216,7 @@ Fit_Result Run_Fit(Fit_Problem& problem, Work_Control& control, const Tell_Itera
     problem.state.chi2 = result.run.chi2;
     if (control.Cancelled() && result.run.infout.empty()) result.run.infout = "Stopped: the best values so far are kept";
     problem.state.infout = result.run.infout;
+    if (result.run.lsq_error && !Contains(problem.state.infout, "Singular")) problem.state.infout += "\n" + result.run.lsq_message;
     Take_Peaks(problem, pv, model.model(), result);
     return result;
 }

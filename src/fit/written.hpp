@@ -17,4 +17,7 @@ std::string Written(const char* descriptor, const Values&... values) {
     return text;
 }
 
+// A number right-aligned behind at least one blank, with as many of the decimals as there is room for: stars could not be read back.
+std::string Column(float value, int width, int decimals);
+
 }  // namespace vntl
