@@ -17,17 +17,23 @@ namespace {
 constexpr std::size_t title_columns = 150, key_columns = 5, most_profile_rows = 2;
 constexpr int asymmetry_in_table = 8;  // ireso of a table whose rows end in S_L and D_L
 
+bool Are_Finite(std::span<const float> values) {
+    return std::ranges::all_of(values, [](float v) { return std::isfinite(v); });
+}
+
+bool Read_Finite(std::string_view text, std::span<float> values) { return Read_Free_Reals(text, values) && Are_Finite(values); }
+
 // The reals behind a key; nothing, as if the key were not there, where they cannot be read.
 template <std::size_t n>
 bool Take(std::string_view rest, std::optional<std::array<float, n>>& values) {
     std::array<float, n> read{};
-    if (!Read_Free_Reals(rest, read)) return false;
+    if (!Read_Finite(rest, read)) return false;
     values = read;
     return true;
 }
 bool Take(std::string_view rest, std::optional<float>& value) {
     float read = 0;
-    if (!Read_Free_Reals(rest, {&read, 1})) return false;
+    if (!Read_Finite(rest, {&read, 1})) return false;
     value = read;
     return true;
 }
@@ -56,7 +62,7 @@ void Take_Geometry(std::string_view rest, Irf_File& irf) {
         const bool has_value = known.number >= 3 && known.number <= 5;
         const std::string_view behind = Trim(rest);
         float value = 0;
-        if (has_value && !Read_Free_Reals(behind.substr(std::min(word.size(), behind.size())), {&value, 1})) return;
+        if (has_value && !Read_Finite(behind.substr(std::min(word.size(), behind.size())), {&value, 1})) return;
         irf.geometry = known.number;
         irf.geometry_value = value;
     }
@@ -66,7 +72,7 @@ void Take_Profile(std::string_view rest, Irf_File& irf) {
     Free_Form_Reader reader(rest);
     int number = 0;
     std::array<float, 3> values{};
-    if (!reader.Read(number, std::span<float>(values)) || reader.given() != 4) return;
+    if (!reader.Read(number, std::span<float>(values)) || reader.given() != 4 || !Are_Finite(values)) return;
     irf.profile = number;
     irf.profile_values = values;
 }
@@ -75,7 +81,7 @@ void Take_D2tof(std::string_view rest, Irf_File& irf) {
     constexpr int with_second_constant = 6;
     std::array<float, 2> values{};
     const std::size_t count = irf.ireso == with_second_constant ? 2 : 1;
-    if (Read_Free_Reals(rest, std::span(values).first(count))) irf.d2tof = values[0];
+    if (Read_Finite(rest, std::span(values).first(count))) irf.d2tof = values[0];
 }
 
 struct Key {
@@ -107,7 +113,7 @@ std::vector<float> Numbers_Of(std::string_view line) {
     std::vector<float> numbers;
     for (std::size_t n = 1; n <= most; ++n) {
         std::vector<float> longer(n);
-        if (!Read_Free_Reals(line, longer)) break;
+        if (!Read_Finite(line, longer)) break;
         numbers = std::move(longer);
     }
     return numbers;

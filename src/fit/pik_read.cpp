@@ -18,6 +18,7 @@ constexpr const char* bad_constants = " => Error at reading: Lambda1,Lambda2 or 
 constexpr const char* too_many_nodes = " => Error: too many background parameters ! ";
 constexpr const char* too_many_peaks = " => Error: too many peaks ! ";
 constexpr int usual_correlation = 50;
+constexpr std::size_t shown_columns = 180;  // of a line in a message
 
 // Values and flags of a line, as many as there are places; text may follow them. A value is a finite number.
 bool Read_Line(std::string_view line, std::span<float> values, std::span<int> flags) {
@@ -62,10 +63,11 @@ private:
 
     // Values and flags of the next line; the failure names the line that does not hold them.
     Status Next_Values(std::string_view what, std::span<float> values, std::span<int> flags) {
-        std::string_view line;
-        if (!Next(line)) return Ended();
-        if (Read_Line(line, values, flags)) return Status::Done();
-        return Status::Fail_File(" => Error at reading " + std::string(what) + ": " + To_Utf8(Trim_Right(line)));
+        if (!Next(line_)) return Ended();
+        return Read_Line(line_, values, flags) ? Status::Done() : Bad_Line(what);
+    }
+    Status Bad_Line(std::string_view what) const {
+        return Status::Fail_File(" => Error at reading " + std::string(what) + ": " + Kept_Text(Trim_Right(line_), shown_columns));
     }
     Status Next_Value(std::string_view what, Fit_Value& value) {
         int flag = 0;
@@ -78,8 +80,8 @@ private:
     Status Title() {
         std::string_view line;
         const auto is_text = [](char c) { return static_cast<unsigned char>(c) >= ' ' || c == '\t'; };
-        if (!Next(line) || Trim(line).empty() || !std::ranges::all_of(line, is_text)) return Status::Fail_File(bad_title);
-        title_ = To_Utf8(Trim(line));
+        if (!Next(line) || !std::ranges::all_of(line, is_text)) return Status::Fail_File(bad_title);
+        title_ = Kept_Text(Trim(line), shown_columns);
         if (!lines_.Next(line)) return Ended();
         kind = Contains(line, "Ang_init") ? Fit_Kind::constant_wavelength : Fit_Kind::time_of_flight;
         return Status::Done();
@@ -146,9 +148,7 @@ private:
             std::array<float, 2> place{};
             int flag = 0;
             if (Status status = Next_Values("background parameter", place, {&flag, 1}); status.failed) return status;
-            if (!nodes.empty() && !(place[0] > nodes.back().x))
-                return Status::Fail_File(" => Error at reading background parameter: " + std::to_string(place[0]) +
-                                         " is not above the one before");
+            if (!nodes.empty() && !(place[0] > nodes.back().x)) return Bad_Line("background parameter");
             nodes.push_back({place[0], place[1], flag != 0 ? 1 : 0});
         }
         return Status::Done();
@@ -182,6 +182,7 @@ private:
     }
 
     Line_Cursor lines_;
+    std::string_view line_;  // that held values last
     std::string title_;
     int node_count_ = 0, peak_count_ = 0;
 };

@@ -14,6 +14,13 @@ namespace {
 
 std::string Line(std::string_view text) { return std::string(text) + "\n"; }
 
+// Six columns, or as many as it takes to stay apart from the number before it.
+std::string Whole_Column(int value) {
+    constexpr std::size_t width = 6;
+    const std::string digits = std::to_string(value);
+    return std::string(digits.size() < width ? width - digits.size() : 1, ' ') + digits;
+}
+
 std::string Common_Lines(Fit_Kind kind, const Fit_State& state) {
     constexpr std::array angles = {" <= Parameter  U         &    '  ", " <= Parameter  V         &    '  ",
                                    " <= Parameter  W         &    '  ", " <= Parameter  Z         &    '  ",
@@ -23,7 +30,7 @@ std::string Common_Lines(Fit_Kind kind, const Fit_State& state) {
     const bool cw = kind == Fit_Kind::constant_wavelength;
     std::string text;
     const auto add = [&](const Fit_Value& value, const char* told) {
-        text += Line(Column(value.value, 14, cw ? 6 : 4) + Written("(4X,I2,5X)", value.flag) + told);
+        text += Line(Column(value.value, 14, cw ? 6 : 4) + Written("(4X,I2)", value.flag) + "     " + told);
     };
     if (cw) {
         add(state.ratio, " <= Kalph2/Kalph1 ratio  &  Flag ");
@@ -51,14 +58,16 @@ std::string Pik_Text(Fit_Kind kind, const Fit_State& state, std::span<const Back
                      std::string_view scat_var) {
     const bool cw = kind == Fit_Kind::constant_wavelength;
     const std::string variable(scat_var), own_title(Trim(title));
-    // A blank title, or one that begins like a comment, would not be found again.
-    std::string text = Line(own_title.empty() || own_title.front() == '!' ? "Peaks " + own_title : own_title);
+    // A title that begins like a comment would not be found again.
+    std::string text = Line(own_title.starts_with('!') ? "Peaks " + own_title : own_title);
     text += Line(cw ? "! Ang_init   Ang_fin  Nbac Npeak  Ncyc   Inte  Inst  Jobt  Cont Weight Corr Constr   Percent"
                     : "!    TOF_init       TOF_fin      Nbac Npeak  Ncyc  Inst  Jobt  Cont Weight Corr Constr Percent ");
     const int width = cw ? 10 : 15, constr = state.constr ? 1 : 0;
-    text += Line(Column(state.x_ini, width, 4) + Column(state.x_fin, width, 4) +
-                 Written("(10I6)", static_cast<int>(nodes.size()), Active_Peaks(state), state.Ncyc, 0, 0, 0, state.iw, state.corrmax,
-                         constr, static_cast<int>(std::lround(state.percent))));
+    text += Column(state.x_ini, width, 4) + Column(state.x_fin, width, 4);
+    for (const int value : {static_cast<int>(nodes.size()), Active_Peaks(state), state.Ncyc, 0, 0, 0, state.iw, state.corrmax, constr,
+                            static_cast<int>(std::lround(state.percent))})
+        text += Whole_Column(value);
+    text += "\n";
     text += cw ? Line(Column(state.lambda1, 12, 6) + Column(state.lambda2, 12, 6) + "  <=  Lambda1 & Lambda2")
                : Line(Column(state.d2tof, 14, 6) + "  <=  d to T.O.F. coefficient");
     text += Line("!  Global Profile Parameters:") + Common_Lines(kind, state) + Line("!  Background Parameters:") +

@@ -61,6 +61,12 @@ TEST_F(Fit_Files, APikFileReadsBackAndIsWrittenTheSame) {
         Fit_Kind read_kind = kind == Fit_Kind::time_of_flight ? Fit_Kind::constant_wavelength : Fit_Kind::time_of_flight;
         ASSERT_EQ(Read_Pik_File(File("a.pik", text), read, read_nodes, read_kind).message, "");
         EXPECT_EQ(read_kind, kind);
+        const bool cw = kind == Fit_Kind::constant_wavelength;
+        for (const char* line : {cw ? "\n   18.5000   31.5000     3     2   100     0     0     0     1    70     1    12\n"
+                                    : "\n      3700.0000      6300.0000     3     2   100     0     0     0     1    70     1    12\n",
+                                 cw ? "\n      0.030000     1      <= Asymmetry-1(S_L)     &    '  \n"
+                                    : "\n        0.2500     1      <= Global-Beta  &       \n"})
+            EXPECT_NE(text.find(line), std::string::npos) << line << text;
         EXPECT_EQ(read_nodes, nodes);
         read.chi2 = state.chi2;
         EXPECT_EQ(Pik_Text(kind, read, read_nodes, "a title", kind == Fit_Kind::time_of_flight ? "TOF" : "2theta"), text);
@@ -76,11 +82,13 @@ TEST_F(Fit_Files, NumbersThatDoNotFitStayReadable) {
     const auto nodes = Nodes(state);
     state.peaks[0].intensity.value = 3.5e12f;
     state.peaks[2].intensity.value = -4.25e9f;
+    state.Ncyc = 123456, state.percent = 1e7f;
     std::vector<Background_Mark> read_nodes;
     Fit_Kind kind{};
     ASSERT_EQ(Read_Pik_File(File("a.pik", Pik_Text(kind, state, nodes, "", "2theta")), read, read_nodes, kind).message, "");
     EXPECT_NEAR(read.peaks[0].intensity.value / 3.5e12f, 1, 1e-5);
     EXPECT_NEAR(read.peaks[1].intensity.value / -4.25e9f, 1, 1e-5);
+    EXPECT_EQ(std::tuple(read.Ncyc, read.percent), std::tuple(123456, 1e7f));
 }
 
 TEST_F(Fit_Files, NamesOfPikFiles) {
@@ -119,7 +127,7 @@ TEST_F(Fit_Files, DamagedPikFilesAreRefused) {
         {Angles("20 30 2 1 50 0 0 0 1 0 1"), " => Error at reading: tof/2theta_ini, tof/2theta_fin, n_ba, etc ! "},
         {Angles("30 20 2 1 50 0 0 0 1 0 1 5"), " => Error at reading: tof/2theta_ini, tof/2theta_fin, n_ba, etc ! "},
         {Angles("20 30 -2 1 50 0 0 0 1 0 1 5"), " => Error at reading: tof/2theta_ini, tof/2theta_fin, n_ba, etc ! "},
-        {Angles("20 30 2 1 50 0 0 0 1 0 1 5", "20 100 1\n19 90 0\n"), " => Error at reading background parameter: "},
+        {Angles("20 30 2 1 50 0 0 0 1 0 1 5", "20 100 1\n19 90 0\n"), " => Error at reading background parameter: 19 90 0"},
         {Angles("20 30 2 1 50 0 0 0 1 0 1 5", "20 nan 1\n30 90 0\n"), " => Error at reading background parameter: 20 nan 1"},
         {Angles("20 30 2 2 50 0 0 0 1 0 1 5"), " => End of pik-file at reading, title in file: title"},
         {Angles("20 30 2 1 50 0 0 0 1 0 1 5", "20 100 1\n30 90 0\n", "25 100 0.1 0\n"),
@@ -162,7 +170,8 @@ TEST_F(Fit_Files, IrfFiles) {
     EXPECT_EQ(Read_Irf_File(File("empty.irf", ""), irf).message.find("Error reading IRF File: "), 0u);
     File("a.irf",
          "a diffractometer IRESO: 5\n! comment\n\n# another\nJOBT NEUT\nWave 1.54 1.55 0.5 comment\nASYM 0.01 0.02\nALFBT 1 2 3 4\n"
-         "ALFBE 5 6 7 8\nSIGMA 1.5 2.5 bad\nD2TOF 7476.9\nGEOM SYNC 0.5\nPROF 7 1 2 3\n  1 2 3 4 5 6\n6 5 4 3 2 1\n9 9 9 9 9 9\n"
+         "ALFBE 5 6 7 8\nSIGMA 1.5 2.5 bad\nSIGMA 1 nan 2\nD2TOF 7476.9\nGEOM SYNC 0.5\nPROF 7 1 2 3\n  1 2 3 4 5 6\n6 5 4 3 2 1\n9 9 9 9 "
+         "9 9\n"
          "20.0 0.1 0.2\n21.0 0.1 0.2 0.03 0.04\n12\n");
     ASSERT_TRUE(Read_Irf_File(directory / "a", irf).ok());
     EXPECT_EQ(std::tuple(irf.ireso, irf.jobt, irf.geometry, irf.profile, irf.table_length, irf.profile_rows.size(), irf.table.size()),
