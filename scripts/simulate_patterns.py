@@ -197,8 +197,11 @@ def scaled(curve, highest):
     return [factor * y for y in curve]
 
 
-def angular_pattern(xs, crystal, scatterer, wavelengths, uvw, eta, geometry):
-    """Sum of peaks on the constant-step 2theta grid `xs`. `eta` and `geometry` are functions of theta in radians."""
+def angular_pattern(xs, crystal, scatterer, wavelengths, uvw, eta, geometry, slits=None):
+    """Sum of peaks on the constant-step 2theta grid `xs`. `eta` and `geometry` are functions of theta in radians.
+
+    `slits` are the half lengths of sample and detector over the radius, where rays leave the plane.
+    """
     ys = [0.0] * len(xs)
     step = xs[1] - xs[0]
     for wavelength, share in wavelengths:
@@ -211,8 +214,9 @@ def angular_pattern(xs, crystal, scatterer, wavelengths, uvw, eta, geometry):
             centre = math.degrees(2 * theta)
             first = max(0, math.ceil((centre - 40 * fwhm - xs[0]) / step))
             last = min(len(xs) - 1, math.floor((centre + 40 * fwhm - xs[0]) / step))
+            rays = axial_shifts(centre, *slits) if slits else [(0.0, 1.0)]
             for i in range(first, last + 1):
-                ys[i] += area * pseudo_voigt(xs[i] - centre, fwhm, eta(theta))
+                ys[i] += area * sum(w * pseudo_voigt(xs[i] - centre - shift, fwhm, eta(theta)) for shift, w in rays)
     return ys
 
 
@@ -300,20 +304,10 @@ def corundum_cuka(directory):
 
 def lab6_cuka(directory):
     """A standard on a diffractometer with wide axial slits: low-angle peaks lean to the left."""
-    xs, uvw, eta = grid(18.0, 0.01, 58.0), (0.004, -0.002, 0.0022), 0.5
-    ys = [0.0] * len(xs)
-    for wavelength, share in CU_KALPHA:
-        for d, intensity in reflections(lanthanum_hexaboride(), wavelength / (2 * math.sin(math.radians(30.0))), xray):
-            theta = math.asin(wavelength / (2 * d))
-            tangent, centre = math.tan(theta), math.degrees(2 * theta)
-            fwhm = math.sqrt((uvw[0] * tangent + uvw[1]) * tangent + uvw[2])
-            area = share * intensity * lorentz_polarised(theta)
-            rays = axial_shifts(centre, 0.030, 0.025)
-            for i, x in enumerate(xs):
-                if abs(x - centre) < 1.5:
-                    ys[i] += area * sum(w * pseudo_voigt(x - centre - shift, fwhm, eta) for shift, w in rays)
+    xs, uvw = grid(18.0, 0.01, 58.0), (0.004, -0.002, 0.0022)
+    peaks = angular_pattern(xs, lanthanum_hexaboride(), xray, CU_KALPHA, uvw, lambda _t: 0.5, lorentz_polarised, (0.030, 0.025))
     events = Counter(SEED + 7)
-    counts = [events.poisson(p + 130 + 400 * math.exp(-x / 15)) for p, x in zip(scaled(ys, 14000), xs)]
+    counts = [events.poisson(p + 130 + 400 * math.exp(-x / 15)) for p, x in zip(scaled(peaks, 14000), xs)]
     title = "LaB6, Cu K-alpha doublet, axial divergence S_L 0.030, D_L 0.025 (simulated)"
     write(
         directory / "lab6_cuka.xye",

@@ -27,18 +27,6 @@ Step Run_Step(Fit_Problem problem, Work_Control& control) {
     return step;
 }
 
-Agreement_Factors Agreement_Of(const LSQ_Data& data, int npvar) {
-    double differences = 0, sum = 0, weighted = 0;
-    for (std::size_t i = 0; i < data.y.size(); ++i) {
-        const double difference = static_cast<double>(data.y[i]) - data.yc[i], reduced = difference / data.sw[i];
-        differences += std::fabs(difference);
-        sum += data.y[i];
-        weighted += reduced * reduced;
-    }
-    const auto percent = [](double part) { return static_cast<float>(100 * part); };
-    return {percent(differences / sum), percent(std::sqrt(weighted / sum)), percent(std::sqrt((data.nobs() - npvar) / sum))};
-}
-
 // Texts of a failure stand behind the name of its row.
 std::string Reason(const Status& status) {
     constexpr std::string_view mark = "ERROR: ";
@@ -118,7 +106,7 @@ private:
         if (std::string why = Why_It_Is_No_Result(*step, row); !why.empty()) return Fail(row, std::move(why));
         const Fit_State& state = step->problem.state;
         Series_Fit fit{row.row, row.file, row.pattern->TSample, state.chi2, state.reached, !step->result.run.lsq_error, {}, {}};
-        fit.agreement = Agreement_Of(step->problem.data, step->result.c.npvar);
+        fit.agreement = Agreement_Of(step->problem.data, Weights_Of(step->problem.data), step->result.c.npvar);
         Series_Table& table = result_.table;
         table.names.clear();
         for (const LSQ_Parameter& parameter : step->result.vs.parameters) {

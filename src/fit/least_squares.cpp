@@ -94,8 +94,6 @@ void For_Free(auto& vs, int npvar, auto act) {
     }
 }
 
-}  // namespace
-
 std::vector<float> Free_Variables(const LSQ_State_Vector& vs, int npvar) {
     std::vector<float> x(static_cast<std::size_t>(npvar));
     std::vector<bool> taken(x.size());
@@ -117,6 +115,18 @@ void Set_Free_Variables(LSQ_State_Vector& vs, std::span<const float> x, std::spa
         else
             parameter.pv = x[at];
     }
+}
+
+}  // namespace
+
+int Free_Parameters(const LSQ_State_Vector& vs) {
+    return static_cast<int>(std::ranges::count_if(vs.parameters, [](const LSQ_Parameter& parameter) { return parameter.code != 0; }));
+}
+
+std::vector<float> Values_Of(const LSQ_State_Vector& vs) {
+    std::vector<float> pv;
+    for (const LSQ_Parameter& parameter : vs.parameters) pv.push_back(parameter.pv);
+    return pv;
 }
 
 LSQ_Run LM_Der(const LSQ_Model& model, int m, LSQ_Conditions& c, LSQ_State_Vector& vs, const Work_Control* stop) {

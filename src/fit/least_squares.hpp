@@ -46,6 +46,9 @@ struct LSQ_State_Vector {
     int np() const { return static_cast<int>(parameters.size()); }
 };
 
+int Free_Parameters(const LSQ_State_Vector& vs);
+std::vector<float> Values_Of(const LSQ_State_Vector& vs);
+
 // Derivatives of the residuals, a column a free variable, each of `rows` floats one behind the other.
 class Jacobian {
 public:
@@ -84,15 +87,20 @@ struct LSQ_Run {
 // `stop` ends the run between iterations with the best values. npvar must be the number of free variables.
 LSQ_Run LM_Der(const LSQ_Model& model, int m, LSQ_Conditions& c, LSQ_State_Vector& vs, const Work_Control* stop = nullptr);
 
-// The free variables at the start of a run, and the values that they give the parameters.
-std::vector<float> Free_Variables(const LSQ_State_Vector& vs, int npvar);
-void Set_Free_Variables(LSQ_State_Vector& vs, std::span<const float> x, std::span<const float> x0);
-
 struct LSQ_Data {
     std::vector<float> x, y, sw, yc, bgr;  // abscissa, observed, sigma, calculated, background
 
     int nobs() const { return static_cast<int>(x.size()); }
 };
+
+std::vector<float> Weights_Of(const LSQ_Data& data);  // 1/sigma^2
+
+// In percent: sums of |y - yc| to y, and roots of the sums of w (y - yc)^2 to y and of nobs - npvar to y, which counting alone would
+// leave. 0 where there is nothing to compare with.
+struct Agreement_Factors {
+    float rfact = 0, rwfact = 0, rex = 0;
+};
+Agreement_Factors Agreement_Of(const LSQ_Data& data, std::span<const float> w, int npvar);
 
 // The final listing: agreement factors, correlations above `corrmax`, parameters with their standard deviations. `w` are the weights.
 std::string Info_LSQ_Output(float f_lambda, const LSQ_Data& data, std::span<const float> w, const LSQ_Conditions& c,

@@ -11,21 +11,8 @@ namespace vntl {
 namespace {
 
 std::string Agreement(const LSQ_Data& data, std::span<const float> w, const LSQ_Conditions& c) {
-    double difference = 0, observed = 0, weighted = 0;
-    for (std::size_t i = 0; i < data.y.size(); ++i) {
-        const double d = static_cast<double>(data.y[i]) - data.yc[i];
-        difference += std::fabs(d);
-        observed += data.y[i];
-        weighted += w[i] * d * d;
-    }
-    const auto percent = [&](double part, bool root) {
-        const double ratio = observed > 0 ? part / observed : 0;
-        return 100 * (root ? std::sqrt(std::max(0.0, ratio)) : ratio);
-    };
-    return "\n" +
-           Written("('  Rfact= ',F8.3,'   Rwfact= ',F8.3,'   Rex= ',F8.3)", percent(difference, false), percent(weighted, true),
-                   percent(data.nobs() - c.npvar, true)) +
-           "\n";
+    const Agreement_Factors factors = Agreement_Of(data, w, c.npvar);
+    return "\n" + Written("('  Rfact= ',F8.3,'   Rwfact= ',F8.3,'   Rex= ',F8.3)", factors.rfact, factors.rwfact, factors.rex) + "\n";
 }
 
 // Pairs of parameters whose correlation is above the limit, in percent.
@@ -64,6 +51,25 @@ std::string Final_List(const LSQ_State_Vector& vs) {
 }
 
 }  // namespace
+
+std::vector<float> Weights_Of(const LSQ_Data& data) {
+    std::vector<float> weights;
+    for (const float sigma : data.sw) weights.push_back(1 / (sigma * sigma));
+    return weights;
+}
+
+Agreement_Factors Agreement_Of(const LSQ_Data& data, std::span<const float> w, int npvar) {
+    double difference = 0, observed = 0, weighted = 0;
+    for (std::size_t i = 0; i < data.y.size(); ++i) {
+        const double d = static_cast<double>(data.y[i]) - data.yc[i];
+        difference += std::fabs(d);
+        observed += data.y[i];
+        weighted += w[i] * d * d;
+    }
+    const auto ratio = [observed](double part) { return observed > 0 ? part / observed : 0; };
+    const auto root = [&ratio](double part) { return static_cast<float>(100 * std::sqrt(std::max(0.0, ratio(part)))); };
+    return {static_cast<float>(100 * ratio(difference)), root(weighted), root(data.nobs() - npvar)};
+}
 
 std::string Info_LSQ_Output(float f_lambda, const LSQ_Data& data, std::span<const float> w, const LSQ_Conditions& c,
                             const LSQ_State_Vector& vs, const LSQ_Run& run) {

@@ -13,7 +13,6 @@ namespace {
 
 constexpr float least_sigma = 1e-5f, sigma_of_unknown = 10;
 constexpr float no_second_asymmetry = 1e-5f;  // D_L: S_L alone describes the asymmetry
-constexpr std::size_t most_shares = 15;
 
 float Sigma_Of_Point(const Diffraction_Pattern_Type& pattern, std::size_t i) {
     const bool given = i < pattern.sigma.size();
@@ -21,8 +20,6 @@ float Sigma_Of_Point(const Diffraction_Pattern_Type& pattern, std::size_t i) {
     const float sigma = given && !pattern.sigma_is_variance ? value : std::sqrt(value);
     return sigma >= least_sigma && std::isfinite(sigma) ? sigma : sigma_of_unknown;
 }
-
-std::string Place(float x) { return IRealToString(x); }
 
 Status Check_Nodes(std::span<const Background_Mark> nodes) {
     if (nodes.empty()) return Status::Fail("ERROR: The background line is not yet selected!");
@@ -32,7 +29,7 @@ Status Check_Nodes(std::span<const Background_Mark> nodes) {
             return Status::Fail("ERROR: Background point " + std::to_string(i + 1) + " is no number!");
         if (i > 0 && !(nodes[i].x > nodes[i - 1].x))
             return Status::Fail("ERROR: The background points are not in rising order: point " + std::to_string(i + 1) + " at " +
-                                Place(nodes[i].x));
+                                IRealToString(nodes[i].x));
     }
     return Status::Done();
 }
@@ -44,7 +41,7 @@ Status Check_Peaks(const Fit_State& state) {
     for (const Fit_Peak& peak : state.peaks) {
         ++number;
         if (peak.active && !(peak.pos.value >= state.x_ini && peak.pos.value <= state.x_fin))
-            return Status::Fail("ERROR: Peak " + std::to_string(number) + " at " + Place(peak.pos.value) +
+            return Status::Fail("ERROR: Peak " + std::to_string(number) + " at " + IRealToString(peak.pos.value) +
                                 " is outside of the range of the fit!");
     }
     return Status::Done();
@@ -54,34 +51,17 @@ Status Take_Observations(const Diffraction_Pattern_Type& pattern, const Fit_Stat
     for (std::size_t i = 0; i < pattern.x.size(); ++i) {
         const float x = pattern.x[i], y = pattern.y[i];
         if (!(x > state.x_ini && x < state.x_fin)) continue;
-        if (!std::isfinite(y)) return Status::Fail("ERROR: The intensity at " + Place(x) + " is no number!");
+        if (!std::isfinite(y)) return Status::Fail("ERROR: The intensity at " + IRealToString(x) + " is no number!");
         data.x.push_back(x);
         data.y.push_back(y);
         data.sw.push_back(Sigma_Of_Point(pattern, i));
     }
     if (data.x.empty())
-        return Status::Fail("ERROR: There are no points between " + Place(state.x_ini) + " and " + Place(state.x_fin) + "!");
+        return Status::Fail("ERROR: There are no points between " + IRealToString(state.x_ini) + " and " + IRealToString(state.x_fin) +
+                            "!");
     data.yc.resize(data.x.size());
     data.bgr.resize(data.x.size());
     return Status::Done();
-}
-
-std::vector<float> Values_Of(const LSQ_State_Vector& vs) {
-    std::vector<float> pv;
-    for (const LSQ_Parameter& parameter : vs.parameters) pv.push_back(parameter.pv);
-    return pv;
-}
-
-int Free_Of(const LSQ_State_Vector& vs) {
-    return static_cast<int>(std::ranges::count_if(vs.parameters, [](const LSQ_Parameter& parameter) { return parameter.code != 0; }));
-}
-
-std::unique_ptr<Peak_Model> Model_Of(const Fit_Problem& problem, const LSQ_State_Vector& vs) {
-    Fit_Constants constants{
-        .two_wavelengths = problem.state.Two_Wavelengths(), .lambda_ratio = problem.state.lambda_ratio(), .d2tof = problem.state.d2tof};
-    for (const Background_Mark& node : problem.nodes) constants.node_x.push_back(node.x);
-    const auto make = problem.kind == Fit_Kind::constant_wavelength ? Constant_Wavelength_Model : Time_Of_Flight_Model;
-    return make(constants, vs, problem.data.x);
 }
 
 // Values that the model can be computed of, whatever they are.
@@ -107,7 +87,7 @@ Status Check_Widths(const Fit_Problem& problem) {
         if (!peak.active) continue;
         const float fwhm = model->Width_Of(pv, active++).fwhm;
         if (!(fwhm > 0) || !std::isfinite(fwhm))
-            return Status::Fail("ERROR: Peak " + std::to_string(number) + " at " + Place(peak.pos.value) + " has no width!");
+            return Status::Fail("ERROR: Peak " + std::to_string(number) + " at " + IRealToString(peak.pos.value) + " has no width!");
         if (problem.kind == Fit_Kind::constant_wavelength) continue;
         const auto& prof = problem.state.prof;
         if (!(prof[prof_alpha].value + peak.shift_alpha.value > 0 && prof[prof_beta].value + peak.shift_beta.value > 0))
@@ -171,12 +151,20 @@ void Take_Peaks(const Fit_Problem& problem, std::span<const float> pv, Peak_Mode
         result.fwhm.push_back(width.fwhm);
         result.eta.push_back(width.eta);
     }
-    if (static_cast<std::size_t>(peaks) > most_shares) return;
+    if (!problem.state.plot_individual || peaks > most_peaks_drawn_alone) return;
     result.shares.assign(static_cast<std::size_t>(peaks), std::vector<float>(problem.data.x.size()));
     for (int i = 0; i < peaks; ++i) model.Add_Peak(pv, i, result.shares[static_cast<std::size_t>(i)]);
 }
 
 }  // namespace
+
+std::unique_ptr<Peak_Model> Model_Of(const Fit_Problem& problem, const LSQ_State_Vector& vs) {
+    Fit_Constants constants{
+        .two_wavelengths = problem.state.Two_Wavelengths(), .lambda_ratio = problem.state.lambda_ratio(), .d2tof = problem.state.d2tof};
+    for (const Background_Mark& node : problem.nodes) constants.node_x.push_back(node.x);
+    const auto make = problem.kind == Fit_Kind::constant_wavelength ? Constant_Wavelength_Model : Time_Of_Flight_Model;
+    return make(constants, vs, problem.data.x);
+}
 
 Status Make_Fit_Problem(Fit_Kind kind, const Fit_State& state, std::span<const Background_Mark> nodes,
                         const Diffraction_Pattern_Type& pattern, Fit_Problem& problem) {
@@ -194,13 +182,11 @@ Status Make_Fit_Problem(Fit_Kind kind, const Fit_State& state, std::span<const B
     return Status::Done();
 }
 
-int Free_Parameters(const Fit_Problem& problem) { return Free_Of(State_Vector(problem.kind, problem.state, problem.nodes)); }
-
 Fit_Result Run_Fit(Fit_Problem& problem, Work_Control& control, const Tell_Iteration& tell) {
     Fit_Result result;
     result.vs = State_Vector(problem.kind, problem.state, problem.nodes);
     result.c.icyc = problem.state.Ncyc;
-    result.c.npvar = Free_Of(result.vs);
+    result.c.npvar = Free_Parameters(result.vs);
     result.c.iw = problem.state.iw;
     result.c.constr = problem.state.constr;
     result.c.percent = problem.state.percent;

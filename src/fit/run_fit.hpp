@@ -2,11 +2,13 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <span>
 
 #include "base/long_work.hpp"
 #include "fit/fit_state.hpp"
 #include "fit/least_squares.hpp"
+#include "fit/peak_model.hpp"
 #include "patterns/pattern.hpp"
 
 namespace vntl {
@@ -24,21 +26,24 @@ struct Fit_Problem {
 Status Make_Fit_Problem(Fit_Kind kind, const Fit_State& state, std::span<const Background_Mark> nodes,
                         const Diffraction_Pattern_Type& pattern, Fit_Problem& problem);
 
-int Free_Parameters(const Fit_Problem& problem);
+// The model of a problem, whose parameters `vs` holds. The problem's observations must outlive it.
+std::unique_ptr<Peak_Model> Model_Of(const Fit_Problem& problem, const LSQ_State_Vector& vs);
+
+inline constexpr int most_peaks_drawn_alone = 15;  // columns of their file fit a line
 
 struct Fit_Iteration {
     int number = 0;         // of the evaluations that lowered chi-square
     float chi2 = 0;         // the lowest so far
     std::vector<float> yc;  // the calculated curve at the observations
 };
-using Tell_Iteration = std::function<void(const Fit_Iteration&)>;
+using Tell_Iteration = std::function<void(Fit_Iteration)>;
 
 struct Fit_Result {
     LSQ_Conditions c;
     LSQ_State_Vector vs;
     LSQ_Run run;
     std::vector<float> fwhm, eta;            // of the active peaks
-    std::vector<std::vector<float>> shares;  // of the first 15 active peaks at the observations, without background
+    std::vector<std::vector<float>> shares;  // of each active peak at the observations, without background; where the state wants them
 };
 
 // Runs the solver once from the values of the problem. Ends between iterations when `control` is cancelled, with the best values.

@@ -20,12 +20,9 @@
 #include <string>
 #include <vector>
 
-namespace vntl {
+#include "fit/least_squares.hpp"
 
-// Percent, from sums over the observations: |y - yc| and y; weighted squares of y - yc and y; what counting alone would leave.
-struct Agreement_Factors {
-    float rfact = 0, rwfact = 0, rex = 0;
-};
+namespace vntl {
 
 struct Series_Value {
     float value = 0, sd = 0;

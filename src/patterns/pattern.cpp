@@ -21,6 +21,10 @@ Status Allocate_Diffraction_Pattern(Diffraction_Pattern_Type& p, std::int32_t n)
 
 Status Allocate_Diffraction_Pattern(Diffraction_Pattern_Type& pattern) { return Allocate_Diffraction_Pattern(pattern, pattern.npts); }
 
+std::size_t Point_At(const Diffraction_Pattern_Type& pattern, float x) {
+    return static_cast<std::size_t>(std::upper_bound(pattern.x.begin(), pattern.x.end(), x) - pattern.x.begin());
+}
+
 void Turn_Round(Diffraction_Pattern_Type& p) {
     const auto turn = [&p](auto& array) {
         const auto count = std::min(array.size(), static_cast<std::size_t>(std::max(p.npts, 0)));

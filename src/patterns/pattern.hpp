@@ -60,6 +60,9 @@ struct Diffraction_Pattern_Type : Pattern_Head {
 Status Allocate_Diffraction_Pattern(Diffraction_Pattern_Type& pattern, std::int32_t n);
 Status Allocate_Diffraction_Pattern(Diffraction_Pattern_Type& pattern);
 
+// Points at x or before it: the number of the last of them, 0 where all lie behind.
+std::size_t Point_At(const Diffraction_Pattern_Type& pattern, float x);
+
 // Every array in the opposite order.
 void Turn_Round(Diffraction_Pattern_Type& pattern);
 

@@ -185,7 +185,7 @@ Row_Change::~Row_Change() {
     Set_Plot(session_, std::move(record_.plot));
 }
 
-void Row_Change::Keep(bool with_previous) {
+bool Row_Change::Keep(bool with_previous) {
     open_ = false;
     Change_History& history = session_.store.changes;
     record_.added = session_.store.nperfiles() - rows_before_;
@@ -193,9 +193,11 @@ void Row_Change::Keep(bool with_previous) {
     if (too_large_) {
         session_.interface.Status_Text(1, "The " + record_.text + " is too large to be undone");
         history.Forget();
-    } else if (record_.Touches_Rows() || !Same_Lists(record_.plot, session_.lists)) {
-        history.Add(std::move(record_));
+        return false;
     }
+    if (!record_.Touches_Rows() && Same_Lists(record_.plot, session_.lists)) return false;
+    history.Add(std::move(record_));
+    return true;
 }
 
 Status Row_Change::Keep(const Status& status) {

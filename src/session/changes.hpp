@@ -29,7 +29,8 @@ public:
 
     // The change is made: it enters the history, unless nothing has changed. One that holds more than the history may is not kept; it ends
     // the history, and the status bar says so. `with_previous`: the two go back together.
-    void Keep(bool with_previous = false);
+    // True where it did.
+    bool Keep(bool with_previous = false);
     Status Keep(const Status& status);  // where that has not failed; else all goes back
 
 private:

@@ -2,10 +2,10 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdlib>
 
 #include "base/os.hpp"
 #include "base/text.hpp"
+#include "fit/background_line.hpp"
 #include "fit/estimate.hpp"
 #include "fit/pik_file.hpp"
 #include "session/session.hpp"
@@ -23,11 +23,7 @@ constexpr float band_part = 0.14f, foot_part = 0.3f, top_part = 0.05f;
 
 bool Left_Of(const Fit_Peak& a, const Fit_Peak& b) { return a.pos.value < b.pos.value; }
 
-// The index of the point that is at x or before it, within the pattern.
-std::size_t Index_At(const Diffraction_Pattern_Type& pattern, float x) {
-    const auto after = std::upper_bound(pattern.x.begin(), pattern.x.end(), x);
-    return after == pattern.x.begin() ? 0 : static_cast<std::size_t>(after - pattern.x.begin()) - 1;
-}
+std::size_t Index_At(const Diffraction_Pattern_Type& pattern, float x) { return std::max<std::size_t>(Point_At(pattern, x), 1) - 1; }
 
 // Of the two points beside x the nearer one.
 float Y_Near(const Diffraction_Pattern_Type& pattern, float x) {
@@ -36,14 +32,15 @@ float Y_Near(const Diffraction_Pattern_Type& pattern, float x) {
 }
 
 // The background line at x: the nodes, or the ends of the window where there are none.
-float Background_Under(const Session& session, float x) {
+std::vector<float> Background_Under(const Session& session, std::span<const float> x) {
     const Fit_State& fit = session.lists.fit;
-    std::vector<Background_Mark> nodes = session.lists.background;
-    if (nodes.size() < 2) nodes = {{fit.x_ini, fit.y_ini}, {fit.x_fin, fit.y_fin}};
-    std::size_t i = 0;
-    while (i + 2 < nodes.size() && x > nodes[i + 1].x) ++i;
-    const float span = nodes[i + 1].x - nodes[i].x;
-    return span == 0 ? nodes[i].y : nodes[i].y + (x - nodes[i].x) / span * (nodes[i + 1].y - nodes[i].y);
+    std::vector<float> node_x = {fit.x_ini, fit.x_fin}, heights = {fit.y_ini, fit.y_fin}, bgr(x.size());
+    if (session.lists.background.size() >= 2) {
+        node_x.clear(), heights.clear();
+        for (const Background_Mark& node : session.lists.background) node_x.push_back(node.x), heights.push_back(node.y);
+    }
+    Background_Line(node_x, x).Values(heights, bgr);
+    return bgr;
 }
 
 void Keep_What_Is_Inside(Calculation_Lists& lists) {
@@ -53,10 +50,12 @@ void Keep_What_Is_Inside(Calculation_Lists& lists) {
 
 // The list of detected peaks agrees with the peaks of the fit, as entries of one number each.
 void Show_As_Detected(Session& session) {
-    std::vector<Peak_Mark>& detected = session.lists.peaks;
-    detected.clear();
-    for (const Fit_Peak& peak : session.lists.fit.peaks)
-        detected.push_back({peak.pos.value, peak.top, Background_Under(session, peak.pos.value)});
+    const std::vector<Fit_Peak>& peaks = session.lists.fit.peaks;
+    std::vector<float> x;
+    for (const Fit_Peak& peak : peaks) x.push_back(peak.pos.value);
+    const std::vector<float> bgr = Background_Under(session, x);
+    session.lists.peaks.clear();
+    for (std::size_t i = 0; i < peaks.size(); ++i) session.lists.peaks.push_back({x[i], peaks[i].top, bgr[i]});
 }
 
 // Between the ends of the window every second peak gives a node, at the background under it.
@@ -112,9 +111,8 @@ void Width_Law_Of_Flight(const Diffraction_Pattern_Type& pattern, Fit_State& fit
 void Put_Curve(Diffraction_Pattern_Type& pattern, const Fit_Problem& problem, std::span<const float> yc) {
     pattern.ycalc = pattern.y;
     pattern.al_ycalc = pattern.has_ycalc = true;
-    const auto first = std::upper_bound(pattern.x.begin(), pattern.x.end(), problem.state.x_ini) - pattern.x.begin();
-    const std::size_t points = std::min(yc.size(), pattern.y.size() - static_cast<std::size_t>(first));
-    std::copy_n(yc.begin(), points, pattern.ycalc.begin() + first);
+    const std::size_t first = Point_At(pattern, problem.state.x_ini), points = std::min(yc.size(), pattern.y.size() - first);
+    std::copy_n(yc.begin(), points, pattern.ycalc.begin() + static_cast<std::ptrdiff_t>(first));
 }
 
 void Put_Reflections(PRF_Info_Add_Type& info, const Fit_State& fit) {
@@ -148,8 +146,8 @@ void Add_Rows_Of_Peaks(Session& session, const Fit_Problem& problem, const Fit_R
         pattern.title = "Peak_number: " + std::string(text.size() < 2 ? " " : "") + text;
         store.Info(row).file_name = "Peak " + text;  // the legend tells them apart by it
         store.Info(row).chi2 = 0;
-        const auto first = std::upper_bound(pattern.x.begin(), pattern.x.end(), problem.state.x_ini) - pattern.x.begin();
-        for (std::size_t i = 0; i < share.size(); ++i) pattern.y[static_cast<std::size_t>(first) + i] = share[i] + problem.data.bgr[i];
+        const std::size_t first = Point_At(pattern, problem.state.x_ini);
+        for (std::size_t i = 0; i < share.size(); ++i) pattern.y[first + i] = share[i] + problem.data.bgr[i];
         Set_Y_Limits(pattern);
     }
 }
@@ -186,7 +184,7 @@ void Take_Fit_Window(Session& session) {
 void Add_Fit_Peak(Session& session, float x) {
     Fit_State& fit = session.lists.fit;
     const Diffraction_Pattern_Type& pattern = session.store.Pattern(1);
-    const Detected_Peak clicked{x, Y_Near(pattern, x), Background_Under(session, x)};
+    const Detected_Peak clicked{x, Y_Near(pattern, x), Background_Under(session, {&x, 1}).front()};
     std::vector<Fit_Peak> estimated = Estimate_Fit_Peaks(pattern, {&clicked, 1});
     const auto place = std::upper_bound(fit.peaks.begin(), fit.peaks.end(), estimated.front(), Left_Of);
     fit.peaks.insert(place, estimated.front());
@@ -278,8 +276,8 @@ Status Load_Pik(Session& session, const std::string& file) {
     return Status::Done();
 }
 
-std::string Fit_Stem(const Session& session, int row) {
-    const PRF_Info_Add_Type& info = session.store.Info(row);
+std::string Fit_Stem(const Session& session) {
+    const PRF_Info_Add_Type& info = session.store.Info(1);
     std::string name(Trim(info.file_name));
     name.resize(name.size() - Extension_Of(name).size());
     return info.directory.empty() ? name : session.config.Path(info.directory, name);
@@ -308,7 +306,7 @@ void Keep_Fit(Session& session, const Fit_Problem& problem, const Fit_Result& re
     Show_As_Detected(session);
     Show_Fitted_Curve(session, problem, problem.data.yc);
     session.store.Info(1).chi2 = problem.state.chi2;
-    if (problem.state.plot_individual && problem.kind == Fit_Kind::constant_wavelength) Add_Rows_Of_Peaks(session, problem, result);
+    if (problem.kind == Fit_Kind::constant_wavelength) Add_Rows_Of_Peaks(session, problem, result);
 }
 
 void Keep_First_Row(Profile_Store& store) {

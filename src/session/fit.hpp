@@ -2,6 +2,7 @@
 #pragma once
 
 #include <optional>
+#include <string_view>
 
 #include "base/ask.hpp"
 #include "base/topic.hpp"
@@ -12,7 +13,7 @@ namespace vntl {
 class Profile_Store;
 struct Session;
 
-inline constexpr int most_peaks_drawn_alone = 15;  // columns of their file fit a line
+inline constexpr std::string_view fit_not_available = "Fitting procedure is not available for this type of data";
 
 // The model that the scattering variable of a row asks for: that of 2theta for distances and reciprocal lattice units too. Nothing for
 // other variables, and while the plot is in another x space than the one of the file.
@@ -46,7 +47,7 @@ Status Load_Pik(Session&, const std::string& file);
 // --- after a fit -------------------------------------------------------------------------------------------------------------------
 
 // The path of row 1's file without its extension: files of a fit stand beside the pattern.
-std::string Fit_Stem(const Session&, int row = 1);
+std::string Fit_Stem(const Session&);
 
 // The calculated curve of a problem goes to row 1, and the plot to the overlay of a refined profile over the window.
 void Show_Fitted_Curve(Session&, const Fit_Problem& problem, std::span<const float> yc);

@@ -133,6 +133,18 @@ TEST_F(Fits, ARepeatTheFileAndUndoGoOnFromTheResult) {
     EXPECT_EQ(std::count(irf.begin(), irf.end(), '\n'), 2 + 3);
 }
 
+TEST_F(Fits, UndoTakesBackOneFitAndOneStepOfTheChoice) {
+    const auto run = Script(found +
+                            "command 40150\npress 1\nprint fit\ncommand 40150\npress 1\ncommand 40506\nprint fit\n"
+                            "command 40506\nprint fit\ncommand 40506\nprint fit\nprint peaks\n");
+    EXPECT_EQ(run.status, 0) << run.errors;
+    EXPECT_EQ(Fit(run, 0), Fit(run, 1));  // the repeat is gone, whose starting values were those of the first fit's end
+    EXPECT_EQ(Fit(run, 2)["fit_done"], false);
+    EXPECT_EQ(Fit(run, 2)["Npeak"], 3);
+    EXPECT_EQ(Fit(run, 3)["Npeak"], 0);
+    EXPECT_EQ(run.With("peaks").back()["peaks"].size(), 3u);  // found, and not taken yet
+}
+
 TEST_F(Fits, RefusalsLeaveEverythingAsItWas) {
     std::ofstream(directory / "bad.pik") << "title\n! Ang_init\n 18.0 31.0 2\n";
     std::ofstream(directory / "flight.pik") << "title\n!\n 18.0 31.0 0 0 9 0 0 0 70 0 0\n5000\n.7 0\n.3 0\n0 0\n0 0\n0 0\n0 0\n";

@@ -6,7 +6,6 @@
 #include <fstream>
 
 #include "fit/irf_file.hpp"
-#include "fit/listing.hpp"
 #include "fit/pik_file.hpp"
 
 namespace vntl {
@@ -211,26 +210,6 @@ TEST_F(Fit_Files, WidthsAreSplit) {
               "       2    <<<< Include number of points in the following list\n"
               "    19.500000     0.075334     0.042216     0.030000     0.025000\n"
               "    21.500000    ******    ******     0.030000     0.025000\n");
-}
-
-TEST_F(Fit_Files, TheListingTellsStartAndEnd) {
-    for (const Fit_Kind kind : {Fit_Kind::constant_wavelength, Fit_Kind::time_of_flight}) {
-        Fit_State state = State(kind);
-        const std::string start = Listing_Heading(kind, state, Nodes(state), "a title", "2theta", 11);
-        state.peaks[0].intensity.value = 40000;
-        const std::string end = Listing_Values(kind, state, Nodes(state));
-        const bool angles = kind == Fit_Kind::constant_wavelength;
-        for (const char* text :
-             {angles ? "\n => Wave (A)               :      1.540599      1.544390\n" : "\n => Global-Beta       0.250000  1\n",
-              "\n => TITLE: a title\n", angles ? "\n => Number of peaks :    2\n" : "\n => Number of peaks :     2\n",
-              angles ? "\n => Parameter Eta0         :      1.000000  0\n" : "\n => TOF(fin )       :       6300.000\n",
-              "\n => Total number of refined parameters:   11\n"})
-            EXPECT_NE(start.find(text), std::string::npos) << text << start;
-        for (const char* text : {"  Scale factor applied to all integrated intensities:   0.2500000\n", "  10000.00    0.00",
-                                 angles ? "\nAsymmetry-1(S_L)   :         0.030000        0.000000\n" : "\n        Sig-2      : "})
-            EXPECT_NE(end.find(text), std::string::npos) << text << end;
-    }
-    EXPECT_EQ(End_Of_Fit_Text("reached", 1.5f, "\r\n"), "reached\r\n => Final   Chi2:        1.50000");
 }
 
 }  // namespace

@@ -30,14 +30,9 @@ inline Diffraction_Pattern_Type Level_Pattern(double first, double step, int n, 
 
 // The model's curve at the values of the problem's state.
 inline std::vector<float> Curve(const Fit_Problem& problem) {
-    Fit_Constants constants{
-        .two_wavelengths = problem.state.Two_Wavelengths(), .lambda_ratio = problem.state.lambda_ratio(), .d2tof = problem.state.d2tof};
-    for (const Background_Mark& node : problem.nodes) constants.node_x.push_back(node.x);
     const LSQ_State_Vector vs = State_Vector(problem.kind, problem.state, problem.nodes);
-    const auto make = problem.kind == Fit_Kind::constant_wavelength ? Constant_Wavelength_Model : Time_Of_Flight_Model;
-    std::vector<float> pv, y(problem.data.x.size()), bgr(y);
-    for (const LSQ_Parameter& parameter : vs.parameters) pv.push_back(parameter.pv);
-    make(constants, vs, problem.data.x)->Values(pv, y, bgr);
+    std::vector<float> y(problem.data.x.size()), bgr(y);
+    Model_Of(problem, vs)->Values(Values_Of(vs), y, bgr);
     return y;
 }
 

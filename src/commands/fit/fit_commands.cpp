@@ -4,20 +4,20 @@
 #include "commands/application.hpp"
 #include "commands/calculation_mode.hpp"
 #include "commands/fit/fit_dialogs.hpp"
+#include "commands/fit/fit_files.hpp"
 #include "commands/fit/fit_series.hpp"
 #include "commands/fit/run_fit.hpp"
 #include "commands/peaks/search_dialogs.hpp"
 #include "plot/plot.hpp"
 #include "session/changes.hpp"
 #include "session/fit.hpp"
+#include "session/modes.hpp"
 
 namespace vntl {
 
 namespace {
 
-constexpr std::string_view not_available = "Fitting procedure is not available for this type of data";
 constexpr std::string_view change_peaks = "Insert or delete peaks can be done before fitting procedure";
-constexpr std::string_view select_range = "Select the range for fitting procedure on two Background points";
 
 void Fit_On(Application& app) {
     Session& session = app.session;
@@ -43,26 +43,31 @@ void Clear(Application& app) {
         Clear_Fit(session);
         change.Keep();
     }
-    session.interface.Hint(std::string(select_range));
+    Leave_Mode(session);  // back to the hint of the mode
     Plot_Redraw(session);
+}
+
+void Build(Application& app) {
+    Session& session = app.session;
+    Row_Change change(session, "peaks of the fit");
+    Set_Fit_Window(session);
+    Build_Fit_Peaks(session, app.ask);
+    session.lists.fit.pik_loaded = session.lists.fit.peaks_ready = true;
+    change.Keep();
 }
 
 // The peaks of the list, or those that a search finds, become the peaks of the fit.
 void Take_Peaks(Application& app) {
     Session& session = app.session;
     if (session.store.nperfiles() == 0) return;
-    session.interface.Check(command::fit_auto_peaks, true);
-    session.interface.Hint(std::string(change_peaks));
-    Row_Change change(session, "peaks of the fit");
-    Set_Fit_Window(session);
     if (session.lists.peaks.empty()) {
         const Status status = Search_Peaks(session);
         if (status.to_tell()) app.ask.Information(status.message);
         if (status.failed) return;
     }
-    Build_Fit_Peaks(session, app.ask);
-    session.lists.fit.pik_loaded = session.lists.fit.peaks_ready = true;
-    change.Keep();
+    session.interface.Check(command::fit_auto_peaks, true);
+    session.interface.Hint(std::string(change_peaks));
+    Build(app);
     Set_Fit_Overlay(session);
     Plot_Redraw(session);
 }
@@ -71,34 +76,24 @@ void Run_By_Variable(Application& app) {
     if (const std::optional<Fit_Kind> kind = Kind_Of_Fit(app.session))
         Fit_With_Dialog(app, *kind);
     else
-        app.ask.Information(std::string(not_available));
+        app.ask.Information(std::string(fit_not_available));
 }
 
 void Run(Application& app) {
     Session& session = app.session;
     if (session.store.nperfiles() == 0) return;
     const Calculation_Lists& lists = session.lists;
-    if (!lists.fit.pik_loaded && lists.background.size() >= 2 && !lists.peaks.empty()) {
-        Row_Change change(session, "peaks of the fit");
-        Set_Fit_Window(session);
-        Build_Fit_Peaks(session, app.ask);
-        session.lists.fit.pik_loaded = session.lists.fit.peaks_ready = true;
-        change.Keep();
-    }
+    if (!lists.fit.pik_loaded && lists.background.size() >= 2 && !lists.peaks.empty()) Build(app);
     Run_By_Variable(app);
 }
 
 void Load(Application& app) {
     Session& session = app.session;
-    const std::vector<std::string> chosen =
-        app.ask.Select_Files("Select PIK/NEW file to open", "Input PIK/NEW File (*.pik,*.new)|*.pik;*.new|");
+    const std::string chosen = Select_Pik_File(app.ask);
     if (chosen.empty() || session.store.nperfiles() == 0) return;
     {
         Row_Change change(session, "peaks of a file");
-        if (const Status status = change.Keep(Load_Pik(session, chosen.front())); status.failed) {
-            app.ask.Information(status.message);
-            return app.ask.Error(Status::Fail_File("Error Reading the PIK file!"));
-        }
+        if (const Status status = change.Keep(Load_Pik(session, chosen)); status.failed) return Tell_Bad_Pik(app.ask, status);
     }
     Set_Fit_Overlay(session);
     Plot_Redraw(session);

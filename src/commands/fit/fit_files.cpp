@@ -16,11 +16,9 @@ namespace {
 constexpr const char* curves_name = "lorvane_obscalc.xyy";
 
 std::string Listing(const Session& session, const Fit_Problem& problem, const Fit_Result& result, const std::string& heading) {
-    std::vector<float> weights;
-    for (const float sigma : problem.data.sw) weights.push_back(1 / (sigma * sigma));
     return heading + End_Of_Fit_Text(problem.state.infout, problem.state.chi2, session.config.Line_End()) + "\n\n" +
            Listing_Values(problem.kind, problem.state, problem.nodes) +
-           Info_LSQ_Output(0, problem.data, weights, result.c, result.vs, result.run);
+           Info_LSQ_Output(0, problem.data, Weights_Of(problem.data), result.c, result.vs, result.run);
 }
 
 // Points of row 1 with its curve, and the rows of single peaks beside them.
@@ -70,6 +68,24 @@ std::vector<std::string> Write_Fit_Files(const Session& session, const Fit_Probl
     replace(Pik_Name(problem.kind, problem.state, problem.nodes, stem),
             Pik_Text(problem.kind, problem.state, problem.nodes, pattern.title, pattern.scat_var));
     return lost;
+}
+
+void Tell_Lost_Files(Ask& ask, const std::vector<std::string>& lost) {
+    if (lost.empty()) return;
+    std::string text = "These files could not be written:";
+    for (const std::string& file : lost) text += "\n" + file;
+    ask.Error(Status::Fail_File(text));
+}
+
+std::string Select_Pik_File(Ask& ask) {
+    const std::vector<std::string> chosen =
+        ask.Select_Files("Select PIK/NEW file to open", "Input PIK/NEW File (*.pik,*.new)|*.pik;*.new|");
+    return chosen.empty() ? std::string() : chosen.front();
+}
+
+void Tell_Bad_Pik(Ask& ask, const Status& status) {
+    ask.Information(status.message);
+    ask.Error(Status::Fail_File("Error Reading the PIK file!"));
 }
 
 }  // namespace vntl

@@ -8,6 +8,7 @@
 #include "base/text.hpp"
 #include "base/write_file.hpp"
 #include "commands/application.hpp"
+#include "commands/fit/fit_files.hpp"
 #include "commands/modal.hpp"
 #include "commands/progress_dialog.hpp"
 #include "fit/fit_series.hpp"
@@ -25,7 +26,6 @@ constexpr int start_label = 1765, from_result_before = 1766, from_model = 1767;
 constexpr int table_field = 1768, table_note = 1769;
 constexpr int widest_note = 60;
 constexpr std::size_t widest_source = 40;  // name of the file of a model
-constexpr std::string_view not_available = "Fitting procedure is not available for this type of data";
 constexpr std::size_t most_failures_named = 10;
 
 struct Table_Files {
@@ -76,11 +76,10 @@ void Show_Model(const std::optional<Series_Model>& model, std::string_view where
         return WDialogPutString(window_field, "");
     }
     const LSQ_State_Vector vs = State_Vector(model->kind, model->state, model->nodes);
-    const auto free = std::ranges::count_if(vs.parameters, [](const LSQ_Parameter& parameter) { return parameter.code != 0; });
     WDialogPutString(model_field, Elide_Middle(where, widest_source) + ": " +
                                       Counted(static_cast<std::size_t>(Active_Peaks(model->state)), "peak") + ", " +
                                       Counted(model->nodes.size(), "background point") + ", " +
-                                      Counted(static_cast<std::size_t>(free), "free parameter"));
+                                      Counted(static_cast<std::size_t>(Free_Parameters(vs)), "free parameter"));
     std::string window = "Window: " + IRealToString(model->state.x_ini) + " to " + IRealToString(model->state.x_fin);
     if (model->kind == Fit_Kind::constant_wavelength && model->state.lambda1 > 0)
         window += ", wavelengths " + IRealToString(model->state.lambda1) + ", " + IRealToString(model->state.lambda2);
@@ -153,16 +152,13 @@ public:
 
 private:
     void Load_Model() {
-        const std::vector<std::string> chosen =
-            app_.ask.Select_Files("Select PIK/NEW file to open", "Input PIK/NEW File (*.pik,*.new)|*.pik;*.new|");
+        const std::string chosen = Select_Pik_File(app_.ask);
         if (chosen.empty()) return;
         Series_Model read;
-        if (const Status status = Read_Pik_File(chosen.front(), read.state, read.nodes, read.kind); status.failed) {
-            app_.ask.Information(status.message);
-            return app_.ask.Error(Status::Fail_File("Error Reading the PIK file!"));
-        }
+        if (const Status status = Read_Pik_File(chosen, read.state, read.nodes, read.kind); status.failed)
+            return Tell_Bad_Pik(app_.ask, status);
         model_ = std::move(read);
-        Show_Model(model_, File_Part(chosen.front(), app_.session.config.sep));
+        Show_Model(model_, File_Part(chosen, app_.session.config.sep));
     }
 
     std::optional<Series_Order> Accepted() {
@@ -210,12 +206,12 @@ std::string Account(const Series_Result& result, const Table_Files& files) {
 }
 
 void Write_And_Tell(Ask& ask, const Series_Result& result, const Table_Files& files) {
-    std::string lost;
+    std::vector<std::string> lost;
     if (!result.table.fits.empty()) {
-        if (!Replace_File(files.csv, Csv_Text(result.table))) lost += '\n' + files.csv;
-        if (!Replace_File(files.seq, Seq_Text(result.table))) lost += '\n' + files.seq;
+        if (!Replace_File(files.csv, Csv_Text(result.table))) lost.push_back(files.csv);
+        if (!Replace_File(files.seq, Seq_Text(result.table))) lost.push_back(files.seq);
     }
-    if (!lost.empty()) ask.Error(Status::Fail_File("These files could not be written:" + lost));
+    Tell_Lost_Files(ask, lost);
     ask.Information(Account(result, files));
 }
 
@@ -243,7 +239,7 @@ void Fit_Shown_Rows(Application& app) {
     Session& session = app.session;
     const std::vector<Series_Row> rows = Rows_To_Fit(session);
     if (std::ranges::none_of(rows, [](const Series_Row& row) { return row.kind.has_value(); }))
-        return app.ask.Information(std::string(not_available));
+        return app.ask.Information(std::string(fit_not_available));
     const std::optional<Series_Order> order = Series_Dialog(app, rows).Run();
     if (!order) return;
     Series_Result result;

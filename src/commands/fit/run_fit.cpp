@@ -11,6 +11,7 @@
 #include "commands/fit/fit_files.hpp"
 #include "commands/progress_dialog.hpp"
 #include "fit/listing.hpp"
+#include "fit/state_vector.hpp"
 #include "plot/plot.hpp"
 #include "session/changes.hpp"
 #include "toolkit/window.hpp"
@@ -21,14 +22,17 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 constexpr auto between_curves = std::chrono::milliseconds(150);
+constexpr std::string_view no_number =
+    "NaN has been detected, the initial parameters are surely wrong! Re-start with less peaks or new parameters ....";
+constexpr std::string_view no_memory = "There is not enough memory for the fit";
 constexpr float before_first = 1e8f;  // chi-square that the first run is compared with
 
 // What the thread of the fit has found last, for the thread of the window.
 class Latest_Iteration {
 public:
-    void Put(const Fit_Iteration& iteration) {
+    void Put(Fit_Iteration iteration) {
         const std::lock_guard lock(mutex_);
-        latest_ = iteration;
+        latest_ = std::move(iteration);
     }
     std::optional<Fit_Iteration> Take() {
         const std::lock_guard lock(mutex_);
@@ -74,7 +78,7 @@ std::optional<Run> Run_Once(Session& session, const Fit_Problem& problem) {
     Latest_Iteration latest;
     Long_Work<Run> work([problem = Fit_Problem(problem), &latest](Work_Control& control) mutable {
         Run run;
-        run.result = Run_Fit(problem, control, [&latest](const Fit_Iteration& iteration) { latest.Put(iteration); });
+        run.result = Run_Fit(problem, control, [&latest](Fit_Iteration iteration) { latest.Put(std::move(iteration)); });
         run.problem = std::move(problem);
         run.stopped = control.Cancelled();
         return run;
@@ -109,40 +113,33 @@ std::optional<Run> Run_To_The_End(Application& app, Fit_Problem problem) {
     }
 }
 
-void Tell_Lost_Files(Ask& ask, const std::vector<std::string>& lost) {
-    if (lost.empty()) return;
-    std::string text = "These files could not be written:";
-    for (const std::string& file : lost) text += "\n" + file;
-    ask.Error(Status::Fail_File(text));
-}
-
-void Fit(Application& app, Fit_Kind kind) {
+// `with_previous`: goes back together with the starting values.
+void Fit(Application& app, Fit_Kind kind, bool with_previous) {
     Session& session = app.session;
     const Diffraction_Pattern_Type& pattern = session.store.Pattern(1);
     Fit_Problem problem;
     if (const Status status = Make_Fit_Problem(kind, session.lists.fit, session.lists.background, pattern, problem); status.failed)
         return app.ask.Information(status.message);
     Keep_First_Row(session.store);
-    const std::string heading =
-        Listing_Heading(kind, problem.state, problem.nodes, pattern.title, pattern.scat_var, Free_Parameters(problem));
+    const std::string heading = Listing_Heading(kind, problem.state, problem.nodes, pattern.title, pattern.scat_var,
+                                                Free_Parameters(State_Vector(kind, problem.state, problem.nodes)));
 
     std::optional<Run> run;
+    bool kept = false;
     {
         Row_Change change(session, "fit" + Of_Profiles(session, {1}), {1}, part_curves);
         run = Run_To_The_End(app, problem);
         if (run && !std::isnan(run->problem.state.chi2)) {
             run->problem.state.done = true;
             Keep_Fit(session, run->problem, run->result);
-            change.Keep(true);
-        } else {
-            run.reset();
+            change.Keep(with_previous);
+            kept = true;
         }
     }
-    if (!run) {
+    if (!kept) {
         Set_Fit_Overlay(session);
         Plot_Redraw(session);
-        return app.ask.Information(
-            "NaN has been detected, the initial parameters are surely wrong! Re-start with less peaks or new parameters ....");
+        return app.ask.Information(std::string(run ? no_number : no_memory));
     }
     Plot_Redraw(session);
     const std::vector<std::string> lost = Write_Fit_Files(session, run->problem, run->result, heading);
@@ -154,12 +151,14 @@ void Fit(Application& app, Fit_Kind kind) {
 
 void Fit_With_Dialog(Application& app, Fit_Kind kind) {
     Session& session = app.session;
+    bool kept = false;
     {
         Row_Change change(session, "starting values of the fit");
         if (const Status status = Prepare_Starting_Values(session, kind); status.failed) return app.ask.Information(status.message);
-        if (change.Keep(Edit_Starting_Values(app, kind)).failed) return;
+        if (Edit_Starting_Values(app, kind).failed) return;
+        kept = change.Keep();
     }
-    Fit(app, kind);
+    Fit(app, kind, kept);
 }
 
 }  // namespace vntl

@@ -96,10 +96,6 @@ Plot_State::Place Held_In_Box(const Plot_State& plot, Plot_State::Place page) {
             std::clamp<double>(page.y, plot.zone.y1 * page_height, plot.zone.y2 * page_height)};
 }
 
-std::size_t Point_At(const Diffraction_Pattern_Type& pattern, float x) {
-    return static_cast<std::size_t>(std::upper_bound(pattern.x.begin(), pattern.x.end(), x) - pattern.x.begin());
-}
-
 void Show_Read_Outs(Session& session, Data_Point at) {
     Interface_State& bar = session.interface;
     Show_Spacing(session, Inside(session.plot, at) ? D_Spacing(session, at.x) : std::nullopt);

@@ -25,9 +25,6 @@ Data_Point In_Intensity(const Plot_State& plot, double page_x, double page_y);
 // The place of the page in the plot box that is nearest.
 Plot_State::Place Held_In_Box(const Plot_State& plot, Plot_State::Place page);
 
-// Number, from 1, of the last point whose x is not above; 0 when all are.
-std::size_t Point_At(const Diffraction_Pattern_Type& pattern, float x);
-
 void Show_Read_Outs(Session&, Data_Point at);
 
 void Start_Rubber(Session&, Rubber_Kind kind, Plot_State::Place at);
