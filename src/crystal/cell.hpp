@@ -1,0 +1,26 @@
+// The cell of a crystal and its metric tensors.
+#pragma once
+
+#include <array>
+
+#include "base/status.hpp"
+
+namespace vntl {
+
+using Tensor3 = std::array<std::array<double, 3>, 3>;
+
+struct Crystal_Cell_Type {
+    std::array<float, 3> cell = {1, 1, 1};     // a, b, c, angstroms
+    std::array<float, 3> ang = {90, 90, 90};   // alpha, beta, gamma, degrees
+    std::array<float, 3> rcell = {1, 1, 1};    // a*, b*, c*, 1/angstrom (a* . a = 1)
+    std::array<float, 3> rang = {90, 90, 90};  // alpha*, beta*, gamma*, degrees
+    Tensor3 GD = {};                           // metric tensor of the direct cell, angstrom^2
+    Tensor3 GR = {};                           // of the reciprocal cell, angstrom^-2
+    double CellVol = 1;                        // volume of the direct cell, angstrom^3
+};
+
+// An angle below 0.00001 is taken as 90. Fails with " Bad cell parameters " on lengths that are not positive and on angles that enclose no
+// volume; `result` then stays as it was.
+Status Set_Crystal_Cell(const std::array<float, 3>& cell, const std::array<float, 3>& ang, Crystal_Cell_Type& result);
+
+}  // namespace vntl

@@ -1,0 +1,42 @@
+// Crystal structures in files: CIF, OSL, PCR and SHELX.
+#pragma once
+
+#include <array>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/status.hpp"
+#include "crystal/cell.hpp"
+#include "crystal/space_group.hpp"
+
+namespace vntl {
+
+struct Atom_Type {
+    std::string label, symbol;   // symbol: of the chemical element ("D" for deuterium)
+    double x = 0, y = 0, z = 0;  // fractions of the cell
+    float biso = 0;              // angstrom^2
+    float occupancy = 1;         // as the file has it
+    int multiplicity = 0;        // of the site in the cell, through the group
+    bool aniso = false;
+    std::array<float, 6> beta = {};  // 11 22 33 12 13 23, without a dimension
+};
+using Atom_List = std::vector<Atom_Type>;
+
+// What a file of structures holds, of its first phase with a cell.
+struct Crystal_Structure {
+    std::string mode;  // "CIF", "OSL", "PCR" or "SHX"
+    Crystal_Cell_Type cell;
+    Space_Group_Type group;
+    Atom_List atoms;
+};
+
+// `mode` "CIF", "OSL", "PCR" or "SHX" in either case; anything else is taken as "OSL". `result` stays as it was on failure.
+Status Read_Structure_File(const std::string& file, Crystal_Structure& result, std::string_view mode);
+
+// The mode that the extension of a name tells: .cif, .osl, .pcr, .res .ins .inp .shx.
+std::string_view Structure_Mode(std::string_view file);
+
+Status Write_OSL(const std::string& file, const Crystal_Structure& structure, std::string_view title = {});
+
+}  // namespace vntl
