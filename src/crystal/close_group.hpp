@@ -14,10 +14,10 @@ namespace vntl {
 inline constexpr std::size_t most_operators = 384, most_rotations = 48;
 
 struct Closed_Group {
-    std::vector<Seitz> reduced = {Seitz{}};            // no inversion, no centring: the proper rotations of a centric group
-    std::vector<Translation12> lattice = {{0, 0, 0}};  // centring vectors
-    int centring = 1;                                  // 0 centric with -1 not at the origin, 1 acentric, 2 centric at the origin
-    Translation12 inversion_tr = {};                   // translation of -1: the centre is at half of it
+    std::vector<Seitz> reduced = std::vector<Seitz>(1);  // no inversion, no centring: the proper rotations of a centric group
+    std::vector<Translation12> lattice = std::vector<Translation12>(1);  // centring vectors
+    int centring = 1;                 // 0 centric with -1 not at the origin, 1 acentric, 2 centric at the origin
+    Translation12 inversion_tr = {};  // translation of -1: the centre is at half of it
 
     // The reduced set, then these times the inversion, then the same with each further centring vector.
     std::vector<Seitz> Operators() const;
