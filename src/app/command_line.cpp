@@ -3,6 +3,7 @@
 #include <CLI/CLI.hpp>
 #include <sstream>
 
+#include "app/crystal_listing.hpp"
 #include "base/os.hpp"
 #include "base/text.hpp"
 #include "patterns/read_pattern.hpp"
@@ -59,18 +60,26 @@ Command_Line Ending(int status, std::string text) {
     return line;
 }
 
+// A text for standard output, or a refusal for standard error.
+Command_Line Listing(const Status& status, std::string text) {
+    return status.failed ? Ending(1, "vantrelo: " + std::string(Trim(status.message)) + '\n') : Ending(0, std::move(text));
+}
+
 }  // namespace
 
 Command_Line Parse_Command_Line(int argc, const char* const* argv) {
     Command_Line line;
-    std::string size, format;
+    std::string size, format, group;
+    std::vector<std::string> reflections;
     CLI::App parser("Vantrelo draws and compares powder diffraction patterns.", "vantrelo");
     parser.footer(
         "Forms: vantrelo [FILE [WIDTH [HEIGHT]]]\n"
         "       vantrelo FILE FILE...\n"
         "       vantrelo --export OUT [--size 1200x800] [--format NAME] FILE...\n"
         "       vantrelo --script SCRIPT|- [FILE...]\n"
-        "       vantrelo --record SCRIPT [FILE...]");
+        "       vantrelo --record SCRIPT [FILE...]\n"
+        "       vantrelo --spacegroup SYMBOL\n"
+        "       vantrelo --reflections \"A B C ALPHA BETA GAMMA\" SYMBOL WAVELENGTH TTHMAX");
     const Configuration identity;
     parser.set_version_flag("--version", identity.program_name + ' ' + identity.program_version + ' ' + identity.program_date);
     parser.add_option("--export", line.export_file, "Draw the patterns to this file (.png .svg .pdf .ps) and end")->option_text("OUT");
@@ -78,6 +87,10 @@ Command_Line Parse_Command_Line(int argc, const char* const* argv) {
     parser.add_option("--format", format, "Format of the exported files, instead of the recognised one")->option_text("NAME");
     parser.add_option("--script", line.script, "Run a session script, \"-\" from standard input, and end")->option_text("SCRIPT");
     parser.add_option("--record", line.record, "Write what the user does as a session script")->option_text("SCRIPT");
+    parser.add_option("--spacegroup", group, "List a space group: number, Hermann-Mauguin or Hall symbol, and end")->option_text("SYMBOL");
+    parser.add_option("--reflections", reflections, "List h k l, multiplicity, d and 2theta of a cell and a space group, and end")
+        ->expected(4)
+        ->option_text("CELL SYMBOL WAVELENGTH TTHMAX");
     parser.add_option("files", line.files, "Patterns to open")->option_text("FILE...");
     try {
         parser.parse(argc, argv);
@@ -86,6 +99,9 @@ Command_Line Parse_Command_Line(int argc, const char* const* argv) {
         const bool failed = parser.exit(error, out, err) != 0;
         return failed ? Ending(2, "vantrelo: " + err.str()) : Ending(0, out.str());
     }
+    std::string listing;
+    if (parser.count("--spacegroup") > 0) return Listing(List_Group(group, listing), listing);
+    if (parser.count("--reflections") > 0) return Listing(List_Reflections(reflections, listing), listing);
     for (std::string& file : line.files) file = Without_Quotes(std::move(file));
     const bool exporting = parser.count("--export") > 0;
     const bool scripted = parser.count("--script") > 0, recording = parser.count("--record") > 0;

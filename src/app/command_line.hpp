@@ -5,6 +5,8 @@
 //   vantrelo --export OUT [--size 1200x800] [--format NAME] FILE...
 //   vantrelo --script SCRIPT|- [FILE...]
 //   vantrelo --record SCRIPT [FILE...]
+//   vantrelo --spacegroup SYMBOL
+//   vantrelo --reflections "A B C ALPHA BETA GAMMA" SYMBOL WAVELENGTH TTHMAX
 //   vantrelo --help | --version
 #pragma once
 
