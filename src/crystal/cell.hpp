@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <string_view>
 
 #include "base/status.hpp"
 
@@ -19,8 +20,10 @@ struct Crystal_Cell_Type {
     double CellVol = 1;                        // volume of the direct cell, angstrom^3
 };
 
-// An angle below 0.00001 is taken as 90. Fails with " Bad cell parameters " on lengths that are not positive and on angles that enclose no
-// volume; `result` then stays as it was.
+inline constexpr std::string_view bad_cell = " Bad cell parameters ";
+
+// An angle below 0.00001 is taken as 90. Fails with `bad_cell` on lengths that are not positive and on angles that enclose no volume;
+// `result` then stays as it was.
 Status Set_Crystal_Cell(const std::array<float, 3>& cell, const std::array<float, 3>& ang, Crystal_Cell_Type& result);
 
 }  // namespace vntl
