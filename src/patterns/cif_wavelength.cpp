@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "base/cif_words.hpp"
 #include "base/text.hpp"
 #include "base/text_file.hpp"
 
@@ -22,21 +23,6 @@ struct Radiation_Line {
     double wavelength = 0, weight = 0;
 };
 using Radiation = std::vector<Radiation_Line>;
-
-// Off the front of the line: a word, or a text in quotes; a comment ends the line. False when nothing is left.
-bool Take_Word(std::string_view& line, std::string_view& word) {
-    line = Trim_Left(line);
-    if (line.empty() || line.front() == '#') return false;
-    const char quote = line.front() == '\'' || line.front() == '"' ? line.front() : '\0';
-    std::size_t end = line.find_first_of(" \t");
-    if (quote != '\0')
-        for (end = line.find(quote, 1); end != std::string_view::npos && end + 1 < line.size(); end = line.find(quote, end + 1))
-            if (line[end + 1] == ' ' || line[end + 1] == '\t') break;
-    end = std::min(end, line.size());
-    word = line.substr(quote != '\0' ? 1 : 0, quote != '\0' ? end - 1 : end);
-    line.remove_prefix(std::min(line.size(), end + (quote != '\0' ? 1 : 0)));
-    return true;
-}
 
 bool Number_Of(std::string_view word, double& value) { return Parse_Real(word.substr(0, word.find('(')), value); }
 
@@ -66,7 +52,7 @@ void Read_Loop(Line_Cursor& lines, Radiation& radiation) {
         const bool head = trimmed.starts_with('_');
         if (head && row.empty() && radiation.empty()) {
             std::string_view rest = trimmed;
-            Take_Word(rest, word);
+            Take_Cif_Word(rest, word);
             if (Names(word, wavelength_tag)) place = heads.size();
             if (Names(word, weight_tag)) weight_place = heads.size();
             heads.emplace_back(word);
@@ -77,7 +63,7 @@ void Read_Loop(Line_Cursor& lines, Radiation& radiation) {
             lines = before;
             return;
         }
-        for (std::string_view rest = trimmed; Take_Word(rest, word);) {
+        for (std::string_view rest = trimmed; Take_Cif_Word(rest, word);) {
             row.emplace_back(word);
             if (row.size() < heads.size()) continue;
             Add_Line(row[place], weight_place < row.size() ? row[weight_place] : "", radiation);
@@ -90,10 +76,10 @@ void Read_Loop(Line_Cursor& lines, Radiation& radiation) {
 void Read_Value(Line_Cursor& lines, std::string_view behind, Radiation& radiation) {
     std::string_view word, line;
     Line_Cursor ahead = lines;
-    bool found = Take_Word(behind, word);
+    bool found = Take_Cif_Word(behind, word);
     while (!found && ahead.Next(line)) {
         if (Trim(line).starts_with('_')) return;
-        found = Take_Word(line, word);
+        found = Take_Cif_Word(line, word);
     }
     if (found) Add_Line(std::string(word), "", radiation);
 }
@@ -117,7 +103,7 @@ Radiation Find_Radiation(std::string_view text, const char* data) {
         std::string_view rest = trimmed;
         if (Is_Keyword(trimmed, "loop_"))
             Read_Loop(lines, found);
-        else if (Take_Word(rest, word) && Names(word, wavelength_tag))
+        else if (Take_Cif_Word(rest, word) && Names(word, wavelength_tag))
             Read_Value(lines, rest, found);
         if (found.empty()) continue;
         if (first.empty()) first = found;

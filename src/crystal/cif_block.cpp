@@ -1,0 +1,146 @@
+#include "crystal/cif_block.hpp"
+
+#include <algorithm>
+#include <string>
+#include <utility>
+
+#include "base/text.hpp"
+
+namespace vntl {
+
+namespace {
+
+struct Item_Name {
+    std::string_view name;  // in small letters, without points
+    Cif_Item item;
+};
+constexpr Item_Name names[] = {
+    {"_cell_length_a", Cif_Item::length_a},
+    {"_cell_length_b", Cif_Item::length_b},
+    {"_cell_length_c", Cif_Item::length_c},
+    {"_cell_angle_alpha", Cif_Item::angle_alpha},
+    {"_cell_angle_beta", Cif_Item::angle_beta},
+    {"_cell_angle_gamma", Cif_Item::angle_gamma},
+    {"_symmetry_space_group_name_h-m", Cif_Item::hm},
+    {"_space_group_name_h-m_alt", Cif_Item::hm_alt},
+    {"_space_group_name_h-m_full", Cif_Item::hm_full},
+    {"_symmetry_space_group_name_hall", Cif_Item::hall},
+    {"_space_group_name_hall", Cif_Item::hall_new},
+    {"_symmetry_equiv_pos_as_xyz", Cif_Item::xyz},
+    {"_space_group_symop_operation_xyz", Cif_Item::xyz_new},
+    {"_atom_site_label", Cif_Item::label},
+    {"_atom_site_type_symbol", Cif_Item::type_symbol},
+    {"_atom_site_fract_x", Cif_Item::fract_x},
+    {"_atom_site_fract_y", Cif_Item::fract_y},
+    {"_atom_site_fract_z", Cif_Item::fract_z},
+    {"_atom_site_occupancy", Cif_Item::occupancy},
+    {"_atom_site_u_iso_or_equiv", Cif_Item::u_iso},
+    {"_atom_site_b_iso_or_equiv", Cif_Item::b_iso},
+    {"_atom_site_aniso_label", Cif_Item::aniso_label},
+};
+
+struct Tensor_Name {
+    std::string_view name;  // without the two indices
+    Cif_Item first;
+};
+constexpr Tensor_Name tensors[] = {
+    {"_atom_site_aniso_u_", Cif_Item::u_11},
+    {"_atom_site_aniso_b_", Cif_Item::b_11},
+    {"_atom_site_aniso_beta_", Cif_Item::beta_11},
+};
+constexpr std::string_view tensor_indices[] = {"11", "22", "33", "12", "13", "23"};
+constexpr std::size_t longest_name = 40;
+
+// Cif_Item::count for an item that says nothing here.
+Cif_Item Item_Of(std::string_view word) {
+    if (word.size() > longest_name) return Cif_Item::count;
+    std::string name = Lower(word);
+    std::replace(name.begin(), name.end(), '.', '_');
+    for (const auto& [known, item] : names)
+        if (known == name) return item;
+    for (const auto& [known, first] : tensors) {
+        if (!name.starts_with(known)) continue;
+        const auto* const indices = std::find(std::begin(tensor_indices), std::end(tensor_indices), name.substr(known.size()));
+        if (indices != std::end(tensor_indices))
+            return static_cast<Cif_Item>(static_cast<int>(first) + static_cast<int>(indices - std::begin(tensor_indices)));
+    }
+    return Cif_Item::count;
+}
+
+bool Holds_Sites(const Cif_Table& table) {
+    return (table.Has(Cif_Item::label) || table.Has(Cif_Item::type_symbol)) &&
+           (table.Has(Cif_Item::fract_x) || table.Has(Cif_Item::fract_y) || table.Has(Cif_Item::fract_z));
+}
+bool Holds_Aniso(const Cif_Table& table) {
+    return (table.Has(Cif_Item::aniso_label) || table.Has(Cif_Item::label)) &&
+           (table.Has(Cif_Item::u_11) || table.Has(Cif_Item::b_11) || table.Has(Cif_Item::beta_11));
+}
+bool Holds_Operators(const Cif_Table& table) { return table.Has(Cif_Item::xyz) || table.Has(Cif_Item::xyz_new); }
+
+void Keep_Table(Cif_Table&& table, Cif_Block& block) {
+    if (Holds_Aniso(table) && block.aniso.width == 0) block.aniso = table;
+    if (Holds_Operators(table) && block.operators.width == 0) block.operators = table;
+    if (Holds_Sites(table) && block.sites.width == 0) block.sites = std::move(table);
+}
+
+void Keep_Single(Cif_Item item, std::string_view value, Cif_Block& block) {
+    std::string_view& place = block.singles[static_cast<std::size_t>(item)];
+    if (!Cif_Value_Known(place)) place = value;
+}
+
+// Behind "loop_"; a table that says nothing here is only walked over.
+void Read_Table(Cif_Words& words, Cif_Word& word, Cif_Block& block) {
+    Cif_Table table;
+    bool wanted = false;
+    for (word = words.Next(); word.kind == Cif_Kind::item; word = words.Next(), ++table.width) {
+        const Cif_Item item = Item_Of(word.text);
+        if (item == Cif_Item::count || table.Has(item)) continue;
+        table.column[static_cast<std::size_t>(item)] = static_cast<int>(table.width);
+        wanted = true;
+    }
+    for (; word.kind == Cif_Kind::value; word = words.Next())
+        if (wanted) table.values.push_back(word.text);
+    if (!wanted) return;
+    if (table.Rows() > 0)
+        for (std::size_t i = 0; i < cif_items; ++i)
+            if (table.column[i] >= 0) Keep_Single(static_cast<Cif_Item>(i), table.Value(0, static_cast<Cif_Item>(i)), block);
+    Keep_Table(std::move(table), block);
+}
+
+void Read_Single(Cif_Words& words, Cif_Word& word, Cif_Block& block) {
+    const Cif_Item item = Item_Of(word.text);
+    word = words.Next();
+    if (word.kind == Cif_Kind::value && item != Cif_Item::count) Keep_Single(item, word.text, block);
+}
+
+// A structure of one atom, or of one operator, needs no loop.
+Cif_Table Table_Of_Singles(const Cif_Block& block) {
+    Cif_Table table;
+    for (std::size_t i = 0; i < cif_items; ++i) {
+        if (block.singles[i].empty()) continue;
+        table.column[i] = static_cast<int>(table.values.size());
+        table.values.push_back(block.singles[i]);
+    }
+    table.width = table.values.size();
+    return table;
+}
+
+}  // namespace
+
+Cif_Block Read_Cif_Block(Cif_Words& words, Cif_Word& word) {
+    Cif_Block block;
+    block.global = word.kind == Cif_Kind::data && Equal_No_Case(word.text, "data_global");
+    if (word.kind == Cif_Kind::data) word = words.Next();
+    while (word.kind != Cif_Kind::data && word.kind != Cif_Kind::end) {
+        if (word.kind == Cif_Kind::loop)
+            Read_Table(words, word, block);
+        else if (word.kind == Cif_Kind::item)
+            Read_Single(words, word, block);
+        else
+            word = words.Next();
+    }
+    Keep_Table(Table_Of_Singles(block), block);
+    return block;
+}
+
+}  // namespace vntl

@@ -1,0 +1,168 @@
+#include "crystal/cif_symmetry.hpp"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+#include <optional>
+#include <set>
+#include <utility>
+
+#include "base/cif_words.hpp"
+#include "base/text.hpp"
+
+namespace vntl {
+
+namespace {
+
+constexpr std::string_view no_symmetry = " => No Space Group/No Symmetry information in this file ";
+constexpr std::size_t most_operators = 384;  // that a group may have
+
+struct Setting_Letter {
+    char letter;
+    std::string_view choice;
+};
+constexpr Setting_Letter setting_letters[] = {{'1', "1"}, {'S', "1"}, {'2', "2"}, {'Z', "2"}, {'H', "H"}, {'R', "R"}};
+
+std::string_view Choice_Of(char letter) {
+    for (const Setting_Letter& known : setting_letters)
+        if (known.letter == letter) return known.choice;
+    return {};
+}
+
+bool Is_Digit(char c) { return c >= '0' && c <= '9'; }
+
+// In capitals with single blanks; without quotes, low lines and brackets: "P2(1)/c" loses those of a screw axis, "P n m a (62)" all from
+// the bracket on.
+std::string Plain_Symbol(std::string_view text) {
+    constexpr std::size_t longest = 200;
+    std::string plain;
+    text = text.substr(0, longest);
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const char c = text[i];
+        const bool blank = c == ' ' || c == '\t' || c == '\n' || c == '\r';
+        if (c == '(' && (i + 2 >= text.size() || !Is_Digit(text[i + 1]) || text[i + 2] != ')')) break;
+        if (c == '\'' || c == '"' || c == '_' || c == '(' || c == ')' || (blank && plain.ends_with(' '))) continue;
+        plain += blank ? ' ' : c;
+    }
+    return Upper(Trim(plain));
+}
+
+// Symbols to try, one after the other.
+std::vector<std::string> Spellings(const std::string& symbol) {
+    std::vector<std::string> spellings;
+    const auto with_choice = [&](std::string_view base, std::string_view choice, bool base_too) {
+        base = Trim(base);
+        if (!choice.empty()) spellings.push_back(std::string(base) + ":" + std::string(choice));
+        if (base_too) spellings.emplace_back(base);
+    };
+    if (const std::size_t colon = symbol.find(':'); colon != std::string::npos) {
+        const std::string_view suffix = Trim(std::string_view(symbol).substr(colon + 1));
+        with_choice(std::string_view(symbol).substr(0, colon), suffix.size() == 1 ? Choice_Of(suffix.front()) : suffix, true);
+        return spellings;
+    }
+    constexpr std::size_t shortest = 2;
+    const std::string_view base = std::string_view(symbol).substr(0, symbol.size() - 1);
+    const std::string_view choice = Choice_Of(symbol.back());
+    if (Trim(base).size() < shortest || choice.empty()) return {symbol};
+    if (!Is_Digit(symbol.back())) {
+        with_choice(base, choice, true);
+    } else {  // more often a rotation axis than an origin
+        spellings.push_back(symbol);
+        if (base.ends_with(' ')) with_choice(base, choice, false);
+    }
+    return spellings;
+}
+
+std::set<Seitz> Set_Of_Operators(const Space_Group_Type& group) {
+    const std::vector<Seitz> operators = Exact_Operators(group);
+    return {operators.begin(), operators.end()};
+}
+
+bool Exact_Operator(const std::string& text, Seitz& exact) {
+    Sym_Oper_Type oper;
+    if (Read_Operator_String(text, 0, oper).failed) return false;
+    for (std::size_t i = 0; i < 3; ++i) {
+        for (std::size_t j = 0; j < 3; ++j) {
+            if (std::abs(oper.rot[i][j]) > 1) return false;
+            exact.rot[3 * i + j] = static_cast<std::int8_t>(oper.rot[i][j]);
+        }
+        const double part = oper.tr[i] - std::floor(static_cast<double>(oper.tr[i]));
+        if (!std::isfinite(part)) return false;
+        exact.tr[i] = static_cast<std::int8_t>(static_cast<int>(std::lround(part * twelfths)) % twelfths);
+    }
+    return true;
+}
+
+// The list of a file, each operator once.
+struct Operator_List {
+    std::vector<std::string> texts;
+    std::set<Seitz> exact;
+    bool sound = true;  // all can be read, and they are not too many for a group
+
+    explicit Operator_List(const std::vector<std::string>& listed) {
+        for (const std::string& text : listed) {
+            Seitz oper;
+            const bool read = Exact_Operator(text, oper);
+            sound = sound && read;
+            if (read && !exact.insert(oper).second) continue;
+            texts.push_back(text);
+            sound = sound && texts.size() <= most_operators;
+            if (!sound) return;
+        }
+    }
+};
+
+// The group of the list, where that holds against the group of the symbol: the list is complete, or what it generates has as many
+// operators as the symbol's group, so that only origin or axes can differ.
+std::optional<Space_Group_Type> Group_Against(const Operator_List& list, const Space_Group_Type& by_symbol) {
+    if (list.texts.empty() || !list.sound) return {};
+    const std::set<Seitz> of_symbol = Set_Of_Operators(by_symbol);
+    if (std::includes(of_symbol.begin(), of_symbol.end(), list.exact.begin(), list.exact.end())) return {};
+    Space_Group_Type made;
+    if (Set_SpaceGroup({}, made, list.texts, "GEN").failed) return {};
+    const std::set<Seitz> operators = Set_Of_Operators(made);
+    if (operators != list.exact && operators.size() != of_symbol.size()) return {};
+    return made;
+}
+
+}  // namespace
+
+Status Set_Group_By_Symbol(std::string_view symbol, Space_Group_Type& group) {
+    const std::string plain = Plain_Symbol(symbol);
+    if (plain.empty()) return Status::Fail(no_symmetry);
+    Status refusal = Status::Done();
+    for (const std::string& spelling : Spellings(plain)) {
+        Space_Group_Type made;
+        Status status = Set_SpaceGroup(spelling, made);
+        if (status.ok()) {
+            group = std::move(made);
+            return status;
+        }
+        if (refusal.ok() || spelling.find(':') == std::string::npos) refusal = std::move(status);
+    }
+    return refusal;
+}
+
+Status Set_Group_Of_Cif(const Cif_Symmetry& symmetry, Space_Group_Type& group) {
+    const bool has_symbol = Cif_Value_Known(symmetry.symbol), has_hall = Cif_Value_Known(symmetry.hall);
+    const Operator_List list(symmetry.operators);
+    if (!has_symbol && !has_hall && list.texts.empty()) return Status::Fail(no_symmetry);
+
+    Space_Group_Type by_symbol, by_hall;
+    const Status symbol = has_symbol ? Set_Group_By_Symbol(symmetry.symbol, by_symbol) : Status::Fail(no_symmetry);
+    const Status hall = has_hall ? Set_SpaceGroup(Upper(Trim(symmetry.hall)), by_hall, {}, "HAL") : Status::Fail(no_symmetry);
+    if (symbol.failed && hall.failed) {
+        if (list.texts.empty() || (has_symbol && !list.sound)) return has_symbol ? symbol : hall;
+        return Set_SpaceGroup({}, group, list.texts, "GEN");
+    }
+    Space_Group_Type& told = symbol.ok() ? by_symbol : by_hall;
+    if (std::optional<Space_Group_Type> made = Group_Against(list, told))
+        group = *std::move(made);
+    else if (list.texts.empty() && hall.ok() && Set_Of_Operators(by_hall) != Set_Of_Operators(told))
+        group = std::move(by_hall);
+    else
+        group = std::move(told);
+    return Status::Done();
+}
+
+}  // namespace vntl
