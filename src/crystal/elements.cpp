@@ -21,6 +21,7 @@ constexpr std::string_view elements =
     "Fr Ra Ac Th Pa U Np Pu Am Cm Bk Cf Es Fm Md No Lr Rf Db Sg Bh Hs Mt Ds Rg Cn Nh Fl Mc Lv Ts Og ";
 
 constexpr std::size_t longest = 2;
+constexpr std::string_view water = "Wat";  // as databases of minerals label its oxygen; no tungsten
 
 bool Is_Letter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
 bool Is_Capital(char c) { return c >= 'A' && c <= 'Z'; }
@@ -42,6 +43,7 @@ std::string Element_Of(std::string_view text) {
     text = Trim(text);
     const auto end = std::find_if_not(text.begin(), text.end(), Is_Letter);
     const std::string_view letters = text.substr(0, static_cast<std::size_t>(end - text.begin()));
+    if (Equal_No_Case(letters, water)) return "O";
     if (letters.size() <= longest && Is_Element(letters)) return With_Capital(letters);
     // A capital behind the first letter begins a name of its own, as in "OW" or "OHa", unless all letters are capitals.
     const bool two = letters.size() > longest && (!Is_Capital(letters[1]) || std::all_of(letters.begin(), letters.end(), Is_Capital));
