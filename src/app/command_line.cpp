@@ -60,8 +60,11 @@ Command_Line Ending(int status, std::string text) {
     return line;
 }
 
-// A text for standard output, or a refusal for standard error.
-Command_Line Listing(const Status& status, std::string text) {
+// What `list` puts into a text for standard output, or its refusal for standard error.
+template <class What>
+Command_Line Listing(Status (*list)(const What&, std::string&), const What& what) {
+    std::string text;
+    const Status status = list(what, text);
     return status.failed ? Ending(1, "vantrelo: " + std::string(Trim(status.message)) + '\n') : Ending(0, std::move(text));
 }
 
@@ -89,7 +92,7 @@ Command_Line Parse_Command_Line(int argc, const char* const* argv) {
     parser.add_option("--record", line.record, "Write what the user does as a session script")->option_text("SCRIPT");
     parser.add_option("--spacegroup", group, "List a space group: number, Hermann-Mauguin or Hall symbol, and end")->option_text("SYMBOL");
     parser.add_option("--reflections", reflections, "List h k l, multiplicity, d and 2theta of a cell and a space group, and end")
-        ->expected(4)
+        ->type_size(4)  // taken whatever they begin with: a Hall symbol may begin with a sign
         ->option_text("CELL SYMBOL WAVELENGTH TTHMAX");
     parser.add_option("files", line.files, "Patterns to open")->option_text("FILE...");
     try {
@@ -99,9 +102,8 @@ Command_Line Parse_Command_Line(int argc, const char* const* argv) {
         const bool failed = parser.exit(error, out, err) != 0;
         return failed ? Ending(2, "vantrelo: " + err.str()) : Ending(0, out.str());
     }
-    std::string listing;
-    if (parser.count("--spacegroup") > 0) return Listing(List_Group(group, listing), listing);
-    if (parser.count("--reflections") > 0) return Listing(List_Reflections(reflections, listing), listing);
+    if (parser.count("--spacegroup") > 0) return Listing(List_Group, group);
+    if (parser.count("--reflections") > 0) return Listing(List_Reflections, reflections);
     for (std::string& file : line.files) file = Without_Quotes(std::move(file));
     const bool exporting = parser.count("--export") > 0;
     const bool scripted = parser.count("--script") > 0, recording = parser.count("--record") > 0;
