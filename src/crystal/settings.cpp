@@ -57,6 +57,7 @@ public:
     // A word of digits alone is one direction, where others stand beside it: "P 31 2" is no "P 3 1 2".
     bool Spell(std::string_view word, bool alone) {
         const std::size_t first = next_;
+        if (word.empty()) return false;
         while (!word.empty()) {
             if (next_ == directions_.size() || !Take(word)) return false;
             ++next_;
