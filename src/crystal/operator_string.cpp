@@ -8,7 +8,7 @@ namespace vntl {
 
 namespace {
 
-constexpr int most_digits = 9, highest_entry = 9;  // what no operator in use comes near
+constexpr int most_digits = 15, highest_entry = 9;  // what no operator in use comes near; further decimals tell nothing
 
 // A term of a field: a sign, a number (if any), a letter (if any).
 struct Term {
@@ -70,8 +70,10 @@ private:
             return status;
         }
         if (c >= '0' && c <= '9') {
-            if (term_.digits == most_digits) return Wrong(text_);
-            term_.Digit(c - '0');
+            if (term_.digits < most_digits)
+                term_.Digit(c - '0');
+            else if (term_.decimal == 0)
+                return Wrong(text_);
             return Status::Done();
         }
         if (c == '/' && term_.Has_Number() && !term_.slash) {

@@ -221,9 +221,13 @@ TEST(Operator_String, reads_back_what_it_writes) {
             ASSERT_EQ(again.rot, oper.rot);
             for (std::size_t i = 0; i < 3; ++i) ASSERT_NEAR(again.tr[i], oper.tr[i], 1e-6);
         }
-    const std::vector<std::pair<std::string, std::string>> forms = {
-        {"X, 1/2+Y ,-z", "x,y+1/2,-z"}, {"-x+y,-X,z+2/3", "-x+y,-x,z+2/3"}, {"0.5+x,.25-y,z", "x+1/2,-y+1/4,z"},
-        {"1/2*x+1/2*x,y,z", ""},        {"2x-x,y,z+3", "x,y,z+3"},          {"x-1/4,y,z+0.1234", "x-1/4,y,z+0.1234"}};
+    const std::vector<std::pair<std::string, std::string>> forms = {{"X, 1/2+Y ,-z", "x,y+1/2,-z"},
+                                                                    {"-x+y,-X,z+2/3", "-x+y,-x,z+2/3"},
+                                                                    {"0.5+x,.25-y,z", "x+1/2,-y+1/4,z"},
+                                                                    {"1/2*x+1/2*x,y,z", ""},
+                                                                    {"2x-x,y,z+3", "x,y,z+3"},
+                                                                    {"x,y,z+0.33333333333333333333", "x,y,z+1/3"},
+                                                                    {"x-1/4,y,z+0.1234", "x-1/4,y,z+0.1234"}};
     for (const auto& [text, expected] : forms) {
         Sym_Oper_Type oper;
         EXPECT_EQ(Read_Operator_String(text, 0, oper).failed, expected.empty()) << text;
