@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "app/command_table.hpp"
+#include "commands/crystal/hkl_gen.hpp"
 #include "commands/file/exit.hpp"
 #include "commands/file/opened.hpp"
 #include "commands/plot/mouse.hpp"
@@ -39,10 +40,8 @@ bool Is_Deed(Message_Kind kind) {
            kind == Message_Kind::files_dropped;
 }
 
-// Handler of every message of the main window. Commands that a dialog in front holds back are void.
-void Ihand_WinRoot(Application& app, const Message& message) {
-    WindowSelect(main_window);
-    if (Is_Deed(message.kind)) Forget_Note(app.session);
+// Commands that a dialog in front holds back are void.
+void Do_Message(Application& app, const Message& message) {
     switch (message.kind) {
         case Message_Kind::command:
             if (Modal_Loop_Serves(message.record.value1)) Do_Command(app, message.record.value1);
@@ -71,6 +70,14 @@ void Ihand_WinRoot(Application& app, const Message& message) {
         default:
             break;
     }
+}
+
+// Handler of every message of the main window and of its modeless dialogs.
+void Ihand_WinRoot(Application& app, const Message& message) {
+    WindowSelect(main_window);
+    if (Is_Deed(message.kind)) Forget_Note(app.session);
+    Is_Of_Hkl_Gen(message.record.win) ? Serve_Hkl_Gen(app, message) : Do_Message(app, message);
+    Follow_Hkl_Gen(app.session);
     // A drag is one move from its begin to its end, and so are the steps of a turning wheel.
     if (!app.session.plot.drag.active) Remember_View(app.session, message.kind == Message_Kind::wheel);
     Show_Changes(app.session);
@@ -92,7 +99,8 @@ std::optional<Point> Page_Of(const Plot_State& plot, Point data) {
 }  // namespace
 
 void Register_Main_Window(Application& app) {
-    Register_Window(main_window, {.message = [&app](const Message& message) { Ihand_WinRoot(app, message); },
+    Register_Window(main_window, {.dialogs = Hkl_Gen_Dialogs(),
+                                  .message = [&app](const Message& message) { Ihand_WinRoot(app, message); },
                                   .picture = [&app](Device& device) { Draw_With_Marks(Scene_Of(app.session), device); },
                                   .page_at = [&app](Point data) { return Page_Of(app.session.plot, data); }});
 }

@@ -128,12 +128,13 @@ void Return_Taken(Profile_Store& store, Change_Record& record) {
     }
 }
 
-// Lists and x space as they were kept, and the view where the plot still has the same form of intensities.
+// Lists and x space as they were kept, and the view where the plot still has the same form of intensities. Reflections that are on the
+// screen belong to the cell that the user is trying, which is no change of rows or lists, and stay.
 void Set_Plot(Session& session, Kept_Plot kept) {
     Plot_State& plot = session.plot;
     session.lists.peaks = std::move(kept.peaks);
     session.lists.background = std::move(kept.background);
-    session.lists.hklgen = std::move(kept.hklgen);
+    if (plot.ClickMode != Click_Mode::reflections) session.lists.hklgen = std::move(kept.hklgen);
     session.lists.fit = std::move(kept.fit);
     plot.xlabel_text = std::move(kept.xlabel_text);
     plot.ylabel_text = std::move(kept.ylabel_text);

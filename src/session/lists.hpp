@@ -17,7 +17,9 @@ struct Peak_Mark {
 };
 struct Reflection_Mark {
     float x, y;
-    std::string label;
+    std::string label;  // the indices
+    int multiplicity = 0;
+    float d = 0;  // spacing, angstrom
     bool operator==(const Reflection_Mark&) const = default;
 };
 struct Calculation_Lists {

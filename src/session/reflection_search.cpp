@@ -8,14 +8,16 @@ namespace {
 
 constexpr float part_of_refined_view = 0.02f, part_of_generated_view = 0.01f;
 
-// Entries, from 1, whose position lies within `tolerance` of x, the first ones in list order.
-template <class Position>
-std::vector<int> Near(std::size_t count, float x, float tolerance, Position position) {
+// The first entries, from 1, that are hit.
+template <class Hit>
+std::vector<int> First_Hit(std::size_t count, Hit hit) {
     std::vector<int> found;
     for (std::size_t j = 0; j < count && static_cast<int>(found.size()) < most_reflections_shown; ++j)
-        if (x - tolerance < position(j) && position(j) < x + tolerance) found.push_back(static_cast<int>(j) + 1);
+        if (hit(j)) found.push_back(static_cast<int>(j) + 1);
     return found;
 }
+
+bool Near(float position, float x, float tolerance) { return x - tolerance < position && position < x + tolerance; }
 
 bool Keep(Reflection_Hits& hits, std::vector<int> found, bool generated) {
     if (found == hits.entries && (found.empty() || generated == hits.generated)) return false;
@@ -38,13 +40,15 @@ bool Search_PRF_Refl(const Profile_Store& store, Plot_State& plot, float x, floa
     const PRF_Info_Add_Type& info = store.Info(store.ProfilePRFactive);
     if (info.nphases < 1 || !In_View(plot, x) || !In_Bragg_Rows(plot, info.nphases, y)) return Keep(plot.hits, {}, false);
     const float tolerance = part_of_refined_view * (plot.x_view_max - plot.x_view_min);
-    return Keep(plot.hits, Near(info.refl_position.size(), x, tolerance, [&](std::size_t j) { return info.refl_position[j]; }), false);
+    const auto hit = [&](std::size_t j) { return Near(info.refl_position[j], x, tolerance); };
+    return Keep(plot.hits, First_Hit(info.refl_position.size(), hit), false);
 }
 
 bool Search_HKLGen_Refl(const std::vector<Reflection_Mark>& marks, Plot_State& plot, float x, float y) {
     if (!In_View(plot, x) || y < plot.y_view_min || y > plot.y_view_max) return Keep(plot.hits, {}, true);
     const float tolerance = part_of_generated_view * (plot.x_view_max - plot.x_view_min);
-    return Keep(plot.hits, Near(marks.size(), x, tolerance, [&](std::size_t j) { return marks[j].x; }), true);
+    const auto hit = [&](std::size_t j) { return Near(marks[j].x, x, tolerance) && y < marks[j].y; };
+    return Keep(plot.hits, First_Hit(marks.size(), hit), true);
 }
 
 }  // namespace vntl

@@ -12,7 +12,7 @@ namespace vntl {
 inline constexpr int most_reflections_shown = 28;
 
 // Looks for reflections at a place in data units and keeps them in `plot.hits`; true when what is shown has to change. A move that finds
-// what the last one found costs no drawing.
+// what the last one found costs no drawing. A generated reflection is hit below the top of its line.
 bool Search_PRF_Refl(const Profile_Store&, Plot_State&, float x, float y);
 bool Search_HKLGen_Refl(const std::vector<Reflection_Mark>&, Plot_State&, float x, float y);
 

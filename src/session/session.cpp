@@ -57,6 +57,9 @@ std::string Fault_Of_Plot(const Session& session) {
     if (!std::all_of(std::begin(numbers), std::end(numbers), [](float v) { return std::isfinite(v); })) return "view not finite";
     if (plot.x_view_min > plot.x_view_max || plot.y_view_min > plot.y_view_max) return "view turned round";
     if (plot.ClickMode != Click_Mode::none && plot.plot_type != Plot_Form::calculation) return "ClickMode outside a calculation";
+    if (session.hkl_gen.hkl_open && plot.ClickMode != Click_Mode::reflections) return "HKL Gen without its mode";
+    for (const int entry : plot.hits.entries)
+        if (plot.hits.generated && static_cast<std::size_t>(entry) > session.lists.hklgen.size()) return "reflections under the pointer";
     if ((plot.peak_insert && plot.peak_delete) || (plot.bgr_insert && plot.bgr_delete)) return "insertion and deletion together";
     if ((session.store.nperfiles() == 0) != (plot.xspace == X_Space::none)) return "xspace " + std::string(Told(plot.xspace));
     if (session.store.nperfiles() == 0 && plot.plot_type != Plot_Form::none) return "plot form of an empty store";

@@ -5,6 +5,7 @@
 #include "calc/search.hpp"
 #include "session/commands.hpp"
 #include "session/configuration.hpp"
+#include "session/hkl_gen.hpp"
 #include "session/lists.hpp"
 #include "session/plot_state.hpp"
 #include "session/preferences.hpp"
@@ -18,6 +19,7 @@ struct Session {
     Plot_State plot;
     Calculation_Lists lists;
     Search_Parameters search;
+    Hkl_Gen_State hkl_gen;
     Interface_State interface;
     Preferences prefs;
     Configuration config;

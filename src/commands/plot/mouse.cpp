@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "commands/crystal/hkl_gen.hpp"
 #include "commands/plot/mouse_clicks.hpp"
 #include "commands/plot/mouse_tools.hpp"
 #include "commands/plot/spectral_lines.hpp"
@@ -94,6 +95,7 @@ void Show_Reflections(Session& session, const WIN_MESSAGE& record, Data_Point at
     if (!changed) return;
     plot.hits.x = record.x;
     plot.hits.y = record.y;
+    if (generated) Collect_Pointed_Reflections(session);
     Plot_Repaint(session);
 }
 

@@ -178,7 +178,7 @@ private:
 class Trackbar_Field : public Dialog_Widget {
 public:
     explicit Trackbar_Field(const Dialog_Field& field) : Dialog_Widget(field), slider_(new QSlider(Qt::Horizontal)) {
-        slider_->setMinimumWidth(slider_->fontMetrics().averageCharWidth() * usual_string_width);
+        slider_->setMinimumWidth(slider_->fontMetrics().averageCharWidth() * (field.width > 0 ? field.width : usual_string_width));
         Range(field.lo, field.hi);
         QObject::connect(slider_, &QSlider::actionTriggered, slider_, [this] { changed(); });
     }

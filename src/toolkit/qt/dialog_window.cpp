@@ -7,6 +7,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
+#include <QScreen>
 #include <algorithm>
 
 #include "toolkit/qt/application.hpp"
@@ -89,7 +90,8 @@ void Dialog_Window::Lay_Out_Row(QGridLayout& grid, int row, const std::vector<Di
             line->addWidget(widget);
             continue;
         }
-        const bool labelled = Is_Entry(field.kind) && !field.label.empty();
+        const bool labelled = Is_Entry(field.kind) && !field.label.empty() && !field.unseen_label;
+        if (field.unseen_label) widget->setAccessibleName(Q(Bare_Label(field.label)));
         if (labelled) {
             auto* label = new QLabel(Q(field.label));
             label->setBuddy(Field(field.number)->Focus_Widget());
@@ -178,6 +180,7 @@ void Dialog_Window::Focus_Moved(QWidget* left, QWidget* entered) {
 void Dialog_Window::Show(int field, Show_Kind kind, std::span<const int> commands) {
     modal_ = kind != Show_Kind::modeless;
     commands_.assign(commands.begin(), commands.end());
+    if (!modal_) Stand_Aside();
     // A menu must stay open to the commands that are let through; the others are dropped as they come.
     setWindowModality(modal_ && commands_.empty() ? Qt::ApplicationModal : Qt::NonModal);
     awaited_ = false;
@@ -194,6 +197,34 @@ void Dialog_Window::Show(int field, Show_Kind kind, std::span<const int> command
         first->Focus_Widget()->setFocus();
     else if (focusWidget() == nullptr)
         focusNextPrevChild(true);
+}
+
+// What is used with the picture in sight stands beside the window where the screen has room, else in a corner of it, and covers no other
+// dialog.
+void Dialog_Window::Stand_Aside() {
+    const QWidget* owner = parentWidget();
+    if (owner == nullptr || !owner->isVisible()) return;
+    adjustSize();
+    const QRect window = owner->frameGeometry(), screen = owner->screen()->availableGeometry();
+    const QSize own = size() + window.size() - owner->size();  // with a frame as the window has
+    const int left = window.x() - own.width(), inside = window.x() + window.width() - own.width();
+    const int below = window.y() + window.height(), foot = below - own.height();
+    std::vector<QPoint> places = {{window.x() + window.width(), window.y()}, {left, window.y()}, {window.x(), below}};
+    std::vector<QRect> taken;
+    for (const auto& dialog : The_Toolkit().dialogs) {
+        if (dialog.get() == this || !dialog->isVisible()) continue;
+        taken.push_back(dialog->frameGeometry());
+        places.emplace_back(taken.back().x(), taken.back().y() + taken.back().height());
+    }
+    places.emplace_back(inside, window.y());
+    places.emplace_back(inside, foot);
+    const auto free = [&](QPoint place) {
+        const QRect room(place, own);
+        return screen.contains(room) &&
+               std::none_of(taken.begin(), taken.end(), [&](const QRect& other) { return other.intersects(room); });
+    };
+    const auto found = std::find_if(places.begin(), places.end(), free);
+    move(found == places.end() ? QPoint(inside, window.y()) : *found);
 }
 
 void Dialog_Window::Await_Activation() {

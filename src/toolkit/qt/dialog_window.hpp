@@ -44,6 +44,7 @@ private:
     void Lay_Out_Row(QGridLayout& grid, int row, const std::vector<Dialog_Field>& fields);
     QWidget* Build(const Dialog_Field& field);
     QWidget* Build_Page(const Dialog_Page& page);
+    void Stand_Aside();
     void Focus_Moved(QWidget* left, QWidget* entered);
     int Number_Of(const QWidget* widget) const;  // of the field that holds the widget, 0 none
 
