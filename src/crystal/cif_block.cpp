@@ -88,22 +88,41 @@ void Keep_Single(Cif_Item item, std::string_view value, Cif_Block& block) {
     if (!Cif_Value_Known(place)) place = value;
 }
 
-// Behind "loop_"; a table that says nothing here is only walked over.
+// The heads behind "loop_": whether each column of the file belongs to the table. All columns do where operators are listed: without
+// quotes they can be several words, and the rows have to be told apart again.
+std::vector<bool> Read_Heads(Cif_Words& words, Cif_Word& word, Cif_Table& table) {
+    std::vector<bool> wanted;
+    std::array<int, cif_items> places = table.column;
+    for (word = words.Next(); word.kind == Cif_Kind::item; word = words.Next()) {
+        const Cif_Item item = Item_Of(word.text);
+        wanted.push_back(item != Cif_Item::count && !table.Has(item));
+        if (!wanted.back()) continue;
+        places[static_cast<std::size_t>(item)] = static_cast<int>(wanted.size()) - 1;
+        table.column[static_cast<std::size_t>(item)] = static_cast<int>(table.width++);
+    }
+    if (!Holds_Operators(table)) return wanted;
+    table.column = places;
+    table.width = wanted.size();
+    wanted.assign(wanted.size(), true);
+    return wanted;
+}
+
+// A table that says nothing here is only walked over.
 void Read_Table(Cif_Words& words, Cif_Word& word, Cif_Block& block) {
     Cif_Table table;
-    bool wanted = false;
-    for (word = words.Next(); word.kind == Cif_Kind::item; word = words.Next(), ++table.width) {
-        const Cif_Item item = Item_Of(word.text);
-        if (item == Cif_Item::count || table.Has(item)) continue;
-        table.column[static_cast<std::size_t>(item)] = static_cast<int>(table.width);
-        wanted = true;
+    const std::vector<bool> wanted = Read_Heads(words, word, table);
+    std::size_t column = 0;
+    for (; word.kind == Cif_Kind::value; word = words.Next()) {
+        if (table.width == 0 || table.too_long) continue;
+        table.too_long = table.rows == Cif_Table::most_rows;
+        if (wanted[column] && !table.too_long) table.values.push_back(word.text);
+        if (++column < wanted.size()) continue;
+        column = 0;
+        ++table.rows;
     }
-    for (; word.kind == Cif_Kind::value; word = words.Next())
-        if (wanted) table.values.push_back(word.text);
-    if (!wanted) return;
-    if (table.Rows() > 0)
-        for (std::size_t i = 0; i < cif_items; ++i)
-            if (table.column[i] >= 0) Keep_Single(static_cast<Cif_Item>(i), table.Value(0, static_cast<Cif_Item>(i)), block);
+    table.whole = column == 0;
+    for (std::size_t i = 0; i < cif_items && table.rows > 0; ++i)
+        if (table.column[i] >= 0) Keep_Single(static_cast<Cif_Item>(i), table.Value(0, static_cast<Cif_Item>(i)), block);
     Keep_Table(std::move(table), block);
 }
 
@@ -122,6 +141,7 @@ Cif_Table Table_Of_Singles(const Cif_Block& block) {
         table.values.push_back(block.singles[i]);
     }
     table.width = table.values.size();
+    table.rows = 1;
     return table;
 }
 

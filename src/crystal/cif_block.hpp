@@ -42,15 +42,18 @@ enum class Cif_Item {
 };
 inline constexpr auto cif_items = static_cast<std::size_t>(Cif_Item::count);
 
+// The columns of a table that say something here; the others are only counted.
 struct Cif_Table {
+    static constexpr std::size_t most_rows = 1'000'000;
+
     std::array<int, cif_items> column;  // -1 where there is none
-    std::size_t width = 0;
-    std::vector<std::string_view> values;  // row by row
+    std::size_t width = 0, rows = 0;
+    std::vector<std::string_view> values;  // row by row; behind the last row those of one that is not whole
+    bool whole = true;                     // the last row has a word for each column
+    bool too_long = false;                 // there are rows behind the last one
 
     Cif_Table() { column.fill(-1); }
     bool Has(Cif_Item item) const { return column[static_cast<std::size_t>(item)] >= 0; }
-    std::size_t Rows() const { return width == 0 ? 0 : values.size() / width; }
-    bool Whole() const { return width == 0 || values.size() % width == 0; }
 
     // Blank where there is no such column.
     std::string_view Value(std::size_t row, Cif_Item item) const {

@@ -18,7 +18,7 @@ namespace vntl {
 
 namespace {
 
-constexpr std::size_t most_blocks = 10'000, most_atoms = 1'000'000;
+constexpr std::size_t most_blocks = 10'000;
 constexpr double largest_value = 1e6;  // of a coordinate, an occupancy or a displacement that can be meant
 
 constexpr std::string_view too_many_phases = " => Too many phases in this file ";
@@ -40,7 +40,7 @@ bool Has_Cell(const Cif_Block& block) {
         if (Cif_Value_Known(block.singles[i])) return true;
     return false;
 }
-bool Has_Atoms(const Cif_Block& block) { return block.sites.Rows() > 0; }
+bool Has_Atoms(const Cif_Block& block) { return block.sites.rows > 0; }
 
 // An angle that is not told is 90 degrees.
 Status Read_Cell(const Cif_Block& block, Crystal_Cell_Type& cell) {
@@ -137,10 +137,10 @@ bool Has_Place(const Cif_Table& sites, std::size_t row) {
 // An atom whose place is not known is no part of the structure.
 Status Read_Sites(const Cif_Table& sites, Atom_List& atoms) {
     const bool placed = sites.Has(Cif_Item::fract_x) && sites.Has(Cif_Item::fract_y) && sites.Has(Cif_Item::fract_z);
-    if (sites.Rows() > 0 && !placed) return Fail_About(bad_atoms, "a column of coordinates is missing");
-    if (!sites.Whole()) return Fail_Row(sites, sites.Rows());
-    if (sites.Rows() > most_atoms) return Fail_About(bad_atoms, "more than " + std::to_string(most_atoms));
-    for (std::size_t row = 0; row < sites.Rows(); ++row) {
+    if (sites.rows > 0 && !placed) return Fail_About(bad_atoms, "a column of coordinates is missing");
+    if (sites.too_long) return Fail_About(bad_atoms, "more than " + std::to_string(Cif_Table::most_rows));
+    if (!sites.whole) return Fail_Row(sites, sites.rows);
+    for (std::size_t row = 0; row < sites.rows; ++row) {
         if (!Has_Place(sites, row)) continue;
         if (Status status = Read_Atom(sites, row, atoms.emplace_back()); status.failed) return status;
     }
@@ -173,7 +173,7 @@ Status Read_Tensor(const Cif_Table& aniso, std::size_t row, const Crystal_Cell_T
 
 // Labels that occur more than once are taken in their order.
 Status Read_Anisotropic(const Cif_Table& aniso, const Crystal_Cell_Type& cell, Atom_List& atoms) {
-    if (!aniso.Whole()) return Fail_Row(aniso, aniso.Rows());
+    if (!aniso.whole) return Fail_Row(aniso, aniso.rows);
     const Cif_Item label = aniso.Has(Cif_Item::aniso_label) ? Cif_Item::aniso_label : Cif_Item::label;
     std::unordered_map<std::string_view, std::size_t> first;
     std::vector<std::size_t> next(atoms.size());  // atom of the same label, or the number of atoms
@@ -181,7 +181,7 @@ Status Read_Anisotropic(const Cif_Table& aniso, const Crystal_Cell_Type& cell, A
         const auto [place, fresh] = first.try_emplace(atoms[i].label, i);
         next[i] = fresh ? atoms.size() : std::exchange(place->second, i);
     }
-    for (std::size_t row = 0; row < aniso.Rows(); ++row) {
+    for (std::size_t row = 0; row < aniso.rows; ++row) {
         const auto place = first.find(Trim(aniso.Value(row, label)));
         if (place == first.end() || place->second == atoms.size()) continue;
         const std::size_t i = std::exchange(place->second, next[place->second]);

@@ -15,6 +15,7 @@ namespace vntl {
 namespace {
 
 constexpr std::string_view no_symmetry = " => No Space Group/No Symmetry information in this file ";
+constexpr std::size_t longest_symbol = 200;  // that is looked at
 constexpr std::size_t most_operators = 384;  // that a group may have
 
 struct Setting_Letter {
@@ -34,9 +35,8 @@ bool Is_Digit(char c) { return c >= '0' && c <= '9'; }
 // In capitals with single blanks; without quotes, low lines and brackets: "P2(1)/c" loses those of a screw axis, "P n m a (62)" all from
 // the bracket on.
 std::string Plain_Symbol(std::string_view text) {
-    constexpr std::size_t longest = 200;
     std::string plain;
-    text = text.substr(0, longest);
+    text = text.substr(0, longest_symbol);
     for (std::size_t i = 0; i < text.size(); ++i) {
         const char c = text[i];
         const bool blank = c == ' ' || c == '\t' || c == '\n' || c == '\r';
@@ -71,6 +71,13 @@ std::vector<std::string> Spellings(const std::string& symbol) {
         if (base.ends_with(' ')) with_choice(base, choice, false);
     }
     return spellings;
+}
+
+Status Set_Group_By_Hall(std::string_view text, Space_Group_Type& group) {
+    std::string hall(text.substr(0, longest_symbol));
+    std::replace_if(
+        hall.begin(), hall.end(), [](char c) { return c == '\t' || c == '\r' || c == '\n'; }, ' ');
+    return Set_SpaceGroup(Upper(Trim(hall)), group, {}, "HAL");
 }
 
 std::set<Seitz> Set_Of_Operators(const Space_Group_Type& group) {
@@ -144,25 +151,20 @@ Status Set_Group_By_Symbol(std::string_view symbol, Space_Group_Type& group) {
 }
 
 Status Set_Group_Of_Cif(const Cif_Symmetry& symmetry, Space_Group_Type& group) {
-    const bool has_symbol = Cif_Value_Known(symmetry.symbol), has_hall = Cif_Value_Known(symmetry.hall);
     const Operator_List list(symmetry.operators);
-    if (!has_symbol && !has_hall && list.texts.empty()) return Status::Fail(no_symmetry);
-
-    Space_Group_Type by_symbol, by_hall;
-    const Status symbol = has_symbol ? Set_Group_By_Symbol(symmetry.symbol, by_symbol) : Status::Fail(no_symmetry);
-    const Status hall = has_hall ? Set_SpaceGroup(Upper(Trim(symmetry.hall)), by_hall, {}, "HAL") : Status::Fail(no_symmetry);
-    if (symbol.failed && hall.failed) {
-        if (list.texts.empty() || (has_symbol && !list.sound)) return has_symbol ? symbol : hall;
-        return Set_SpaceGroup({}, group, list.texts, "GEN");
+    Space_Group_Type told, by_hall;
+    Status status = Cif_Value_Known(symmetry.symbol) ? Set_Group_By_Symbol(symmetry.symbol, told) : Status::Fail(no_symmetry);
+    if (status.failed || list.texts.empty()) {
+        const Status hall = Cif_Value_Known(symmetry.hall) ? Set_Group_By_Hall(symmetry.hall, by_hall) : Status::Fail(no_symmetry);
+        if (hall.ok() && (status.failed || Set_Of_Operators(by_hall) != Set_Of_Operators(told))) told = std::move(by_hall);
+        if (hall.ok() || status.message == no_symmetry) status = hall;
     }
-    Space_Group_Type& told = symbol.ok() ? by_symbol : by_hall;
-    if (std::optional<Space_Group_Type> made = Group_Against(list, told))
-        group = *std::move(made);
-    else if (list.texts.empty() && hall.ok() && Set_Of_Operators(by_hall) != Set_Of_Operators(told))
-        group = std::move(by_hall);
-    else
-        group = std::move(told);
-    return Status::Done();
+    if (status.failed && !list.texts.empty() && (list.sound || status.message == no_symmetry))
+        return Set_SpaceGroup({}, group, list.texts, "GEN");
+    if (status.failed) return status;
+    std::optional<Space_Group_Type> made = Group_Against(list, told);
+    group = made ? *std::move(made) : std::move(told);
+    return status;
 }
 
 }  // namespace vntl
