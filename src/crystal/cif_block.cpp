@@ -120,7 +120,7 @@ void Read_Table(Cif_Words& words, Cif_Word& word, Cif_Block& block) {
         column = 0;
         ++table.rows;
     }
-    table.whole = column == 0;
+    table.whole = column == 0 || table.too_long;
     for (std::size_t i = 0; i < cif_items && table.rows > 0; ++i)
         if (table.column[i] >= 0) Keep_Single(static_cast<Cif_Item>(i), table.Value(0, static_cast<Cif_Item>(i)), block);
     Keep_Table(std::move(table), block);

@@ -28,7 +28,10 @@ constexpr std::string_view no_phase = " No phase with a cell in this CIF file ";
 // A told text with what it is about, shortened to something that can be shown.
 Status Fail_About(std::string_view text, std::string_view what) {
     constexpr std::size_t shown = 60;
-    return Status::Fail(std::string(text) + ": " + Kept_Text(Trim(what), shown));
+    std::string kept = Kept_Text(Trim(what), shown);
+    std::replace_if(
+        kept.begin(), kept.end(), [](char c) { return c >= 0 && c < ' '; }, '?');
+    return Status::Fail(std::string(text) + ": " + kept);
 }
 
 constexpr std::string_view cell_names[] = {"_cell_length_a",    "_cell_length_b",   "_cell_length_c",
@@ -113,6 +116,11 @@ Status Fail_Row(const Cif_Table& table, std::size_t row) {
     return Fail_About(bad_atoms, words);
 }
 
+Status Check_Rows(const Cif_Table& table) {
+    if (table.too_long) return Fail_About(bad_atoms, "more than " + std::to_string(Cif_Table::most_rows));
+    return table.whole ? Status::Done() : Fail_Row(table, table.rows);
+}
+
 Status Read_Atom(const Cif_Table& sites, std::size_t row, Atom_Type& atom) {
     const std::string_view label = sites.Value(row, Cif_Item::label), type = sites.Value(row, Cif_Item::type_symbol);
     atom.label = Trim(sites.Has(Cif_Item::label) ? label : type);
@@ -138,8 +146,7 @@ bool Has_Place(const Cif_Table& sites, std::size_t row) {
 Status Read_Sites(const Cif_Table& sites, Atom_List& atoms) {
     const bool placed = sites.Has(Cif_Item::fract_x) && sites.Has(Cif_Item::fract_y) && sites.Has(Cif_Item::fract_z);
     if (sites.rows > 0 && !placed) return Fail_About(bad_atoms, "a column of coordinates is missing");
-    if (sites.too_long) return Fail_About(bad_atoms, "more than " + std::to_string(Cif_Table::most_rows));
-    if (!sites.whole) return Fail_Row(sites, sites.rows);
+    if (Status status = Check_Rows(sites); status.failed) return status;
     for (std::size_t row = 0; row < sites.rows; ++row) {
         if (!Has_Place(sites, row)) continue;
         if (Status status = Read_Atom(sites, row, atoms.emplace_back()); status.failed) return status;
@@ -173,7 +180,7 @@ Status Read_Tensor(const Cif_Table& aniso, std::size_t row, const Crystal_Cell_T
 
 // Labels that occur more than once are taken in their order.
 Status Read_Anisotropic(const Cif_Table& aniso, const Crystal_Cell_Type& cell, Atom_List& atoms) {
-    if (!aniso.whole) return Fail_Row(aniso, aniso.rows);
+    if (Status status = Check_Rows(aniso); status.failed) return status;
     const Cif_Item label = aniso.Has(Cif_Item::aniso_label) ? Cif_Item::aniso_label : Cif_Item::label;
     std::unordered_map<std::string_view, std::size_t> first;
     std::vector<std::size_t> next(atoms.size());  // atom of the same label, or the number of atoms
@@ -216,8 +223,8 @@ Status Read_CIF(std::string_view text, Crystal_Structure& structure) {
     std::optional<Cif_Block> phase;
     Status status = Find_Phase(words, phase);
     if (status.ok()) status = Read_Phase(*phase, structure);
-    if (status.failed && words.Unclosed_Text() > 0)
-        status.message += " (the text that begins in line " + std::to_string(words.Unclosed_Text()) + " has no end)";
+    if (const int line = words.Unclosed_Text(); line > 0 && (status.failed || structure.atoms.empty()))
+        return Status::Fail(" The text that begins in line " + std::to_string(line) + " of this CIF file has no end ");
     return status;
 }
 

@@ -295,11 +295,12 @@ TEST_F(Cif_Structure, FaultsAreTold) {
         {of_atoms + "Fe1 0 0 x\n", " Error reading atoms: Fe1 0 0 x"},
         {of_atoms + "Fe1 0 0 1e7\n", " Error reading atoms: Fe1 0 0 1e7"},
         {of_atoms + "Fe1 0 0 0\nFe2 0 0\n", " Error reading atoms: Fe2 0 0"},
-        {of_atoms + "Fe1 0 0 \0000\n", " Error reading atoms: Fe1 0 0"},
+        {of_atoms + "Fe1 0 0 " + std::string("\0", 1), " Error reading atoms: Fe1 0 0 ?"},
         {"data_a\n" + cell + p1 + "loop_\n_atom_site_label\n_atom_site_fract_x\nFe1 0\n",
          " Error reading atoms: a column of coordinates is missing"},
         {of_atoms + "Fe1 0 0 0\nloop_ _atom_site_aniso_label _atom_site_aniso_U_11\nFe1 x\n", " Error reading atoms: Fe1 x"},
-        {"data_a\n_note\n; begins\n" + cell, " No phase with a cell in this CIF file  (the text that begins in line 3 has no end)"},
+        {"data_a\n_note\n; begins\n" + cell, " The text that begins in line 3 of this CIF file has no end "},
+        {"data_a\n" + cell + p1 + "_note\n; begins\n" + iron, " The text that begins in line 7 of this CIF file has no end "},
     };
     for (const auto& [text, message] : table) {
         Crystal_Structure structure;
