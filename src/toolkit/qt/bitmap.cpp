@@ -63,12 +63,12 @@ public:
 
     void Polyline(std::span<const Point> points, const Pen& pen) override {
         if (pen.style == Line_Style::none || points.empty() || Refuses()) return;
-        QPainter painter(&image_);
-        Prepare(painter);
         if (pen.style == Line_Style::solid && Upright(points)) {
-            Crisp(painter, points, pen);
+            Crisp(points, pen);
             return;
         }
+        QPainter painter(&image_);
+        Prepare(painter);
         painter.setRenderHint(QPainter::Antialiasing);
         painter.setPen(Q_Pen(pen));
         QPolygonF polygon;
@@ -198,16 +198,23 @@ private:
 
     void Prepare(QPainter& painter) const { painter.setClipRect(QRect(QPoint(clip_.x1, clip_.y1), QPoint(clip_.x2 - 1, clip_.y2 - 1))); }
 
-    // Level and upright lines cover whole pixels.
-    void Crisp(QPainter& painter, std::span<const Point> points, const Pen& pen) const {
+    // Level and upright lines cover whole pixels: thousands of marks need no painter.
+    void Crisp(std::span<const Point> points, const Pen& pen) {
         const int width = std::max(1, qRound(pen.width * unit_));
         const auto edge = [&](double value) { return static_cast<int>(std::floor(value - 0.5 * (width - 1))); };
         for (std::size_t i = 1; i < points.size(); ++i) {
             const QPointF a = At(points[i - 1]), b = At(points[i]);
             const int x1 = edge(std::min(a.x(), b.x())), x2 = edge(std::max(a.x(), b.x())) + width;
             const int y1 = edge(std::min(a.y(), b.y())), y2 = edge(std::max(a.y(), b.y())) + width;
-            painter.fillRect(QRect(x1, y1, x2 - x1, y2 - y1), Q_Colour(pen.colour));
+            Fill_Pixels({x1, y1, x2, y2}, Pixel_Of(pen.colour));
         }
+    }
+
+    void Fill_Pixels(const Pixel_Rect& rect, std::uint32_t pixel) {
+        const Pixel_Buffer buffer = Buffer();
+        const int x1 = std::max(rect.x1, clip_.x1), x2 = std::min(rect.x2, clip_.x2);
+        for (int y = std::max(rect.y1, clip_.y1); x1 < x2 && y < std::min(rect.y2, clip_.y2); ++y)
+            std::fill_n(buffer.pixels + y * buffer.stride + x1, x2 - x1, pixel);
     }
 
     QPen Q_Pen(const Pen& pen) const {
