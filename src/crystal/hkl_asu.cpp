@@ -2,11 +2,11 @@
 
 #include <algorithm>
 
+#include "crystal/close_group.hpp"
+
 namespace vntl {
 
 namespace {
-
-constexpr std::size_t most_rotations = 48;
 
 // --- rotations that make the Laue groups, on coordinates ------------------------------------------------------------------------------
 
