@@ -175,8 +175,9 @@ std::uint64_t Key(const Flat& flat) {
         values = {Product(direction, flat.origin), 0, 0};
     }
     std::uint64_t key = static_cast<std::uint64_t>(flat.dimension);
-    for (const int d : direction) key = key << 6 | static_cast<std::uint64_t>((d + 32) & 63);
-    for (const int value : values) key = key << 13 | static_cast<std::uint64_t>(Fraction(value));
+    if (flat.dimension > 0)
+        for (const int d : direction) key = key << 12 | static_cast<std::uint64_t>(d & 0xfff);
+    for (int i = flat.dimension; i < 3; ++i) key = key << 13 | static_cast<std::uint64_t>(Fraction(values[i - flat.dimension]));
     return key;
 }
 

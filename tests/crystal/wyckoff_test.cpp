@@ -253,6 +253,34 @@ TEST(Wyckoff, each_point_lies_on_one_position) {
     }
 }
 
+// The same groups in cells that are sheared at random: rotations have entries far above 1 there.
+TEST(Wyckoff, sites_stay_in_any_cell) {
+    std::mt19937 random(163);
+    for (int trial = 0; trial < 200; ++trial) {
+        Space_Group_Type group = Group(Settings()[random() % Settings().size()].hall, "HAL");
+        SCOPED_TRACE(Name(group));
+        Seitz shear, back;
+        for (int i = 0; i < 3; ++i) {
+            const std::size_t at = std::array{1, 2, 3, 5, 6, 7}[random() % 6];
+            Seitz step, undone;
+            step.rot[at] = random() % 2 == 0 ? 1 : -1;
+            undone.rot[at] = static_cast<std::int8_t>(-step.rot[at]);
+            shear = step * shear;
+            back = back * undone;
+        }
+        std::vector<Seitz> operators;
+        std::vector<Translation12> lattice;
+        for (const Seitz& op : Exact_Operators(group)) {
+            operators.push_back(shear * op * back);
+            if (op.rot == no_rotation) lattice.push_back(operators.back().tr);
+        }
+        const std::multiset<std::string> sites = Sites(group);
+        group.wyckoff = Wyckoff_Positions(operators, lattice);
+        EXPECT_EQ(Sites(group), sites);
+        for (const Wyckoff_Orbit& w : group.wyckoff) EXPECT_EQ(w.orbit.size() * lattice.size(), static_cast<std::size_t>(w.multiplicity));
+    }
+}
+
 TEST(Asymmetric_Box, each_point_has_an_image_in_it) {
     std::mt19937 random(162);
     for (const Space_Group_Type& group : Groups()) {
