@@ -126,10 +126,24 @@ void Read_Table(Cif_Words& words, Cif_Word& word, Cif_Block& block) {
     Keep_Table(std::move(table), block);
 }
 
+bool Is_Symbol(Cif_Item item) { return item >= Cif_Item::hm && item <= Cif_Item::hall_new; }
+
+// Both words on one line with nothing but blanks between them.
+bool Follows(std::string_view before, std::string_view word) {
+    const std::string_view gap(before.data() + before.size(), static_cast<std::size_t>(word.data() - before.data()) - before.size());
+    return gap.find_first_not_of(" \t") == std::string_view::npos;
+}
+
+// Symbols are often left without the quotes that their blanks need.
 void Read_Single(Cif_Words& words, Cif_Word& word, Cif_Block& block) {
     const Cif_Item item = Item_Of(word.text);
     word = words.Next();
-    if (word.kind == Cif_Kind::value && item != Cif_Item::count) Keep_Single(item, word.text, block);
+    if (word.kind != Cif_Kind::value || item == Cif_Item::count) return;
+    std::string_view value = word.text;
+    word = words.Next();
+    for (; Is_Symbol(item) && word.kind == Cif_Kind::value && Follows(value, word.text); word = words.Next())
+        value = {value.data(), static_cast<std::size_t>(word.text.data() + word.text.size() - value.data())};
+    Keep_Single(item, value, block);
 }
 
 // A structure of one atom, or of one operator, needs no loop.

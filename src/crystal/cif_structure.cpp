@@ -50,11 +50,9 @@ Status Read_Cell(const Cif_Block& block, Crystal_Cell_Type& cell) {
     std::array<float, lengths> length = {}, angle = {};
     for (std::size_t i = 0; i < std::size(cell_names); ++i) {
         double value = 0;
-        if (i < lengths || Cif_Value_Known(block.singles[i])) {
-            const std::string_view text = Cif_Value_Known(block.singles[i]) ? block.singles[i] : std::string_view();
-            if (const Status status = Read_Line_Of_Numbers(text, {&value, 1}); status.failed)
-                return Fail_About(status.message, std::string(cell_names[i]) + " " + std::string(text.substr(0, 40)));
-        }
+        const std::string_view text = Cif_Value_Known(block.singles[i]) ? block.singles[i] : std::string_view();
+        const Status status = i < lengths || !text.empty() ? Read_Line_Of_Numbers(text, {&value, 1}) : Status::Done();
+        if (status.failed) return Fail_About(status.message, std::string(cell_names[i]) + " " + std::string(text.substr(0, 40)));
         (i < lengths ? length[i] : angle[i - lengths]) = static_cast<float>(value);
     }
     return Set_Crystal_Cell(length, angle, cell);

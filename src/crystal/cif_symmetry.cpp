@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdlib>
 #include <optional>
 #include <set>
 #include <utility>
@@ -90,7 +89,7 @@ bool Exact_Operator(const std::string& text, Seitz& exact) {
     if (Read_Operator_String(text, 0, oper).failed) return false;
     for (std::size_t i = 0; i < 3; ++i) {
         for (std::size_t j = 0; j < 3; ++j) {
-            if (std::abs(oper.rot[i][j]) > 1) return false;
+            if (oper.rot[i][j] < -1 || oper.rot[i][j] > 1) return false;
             exact.rot[3 * i + j] = static_cast<std::int8_t>(oper.rot[i][j]);
         }
         const double part = oper.tr[i] - std::floor(static_cast<double>(oper.tr[i]));

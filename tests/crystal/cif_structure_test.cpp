@@ -128,6 +128,8 @@ TEST_F(Cif_Structure, SymbolHallSymbolAndOperatorsMakeTheGroup) {
         {hm + "'P2(1)/c'", 4, 2},
         {hm + "'P 2_1/c (No. 14)'", 4, 2},
         {hm + "'P n m a\t'", 8, 4},
+        {hm + "F d -3 m :1 # without quotes\n 'no more'", 192, 8},
+        {hall + "F 4d 2 3 -1d\n", 192, 8},
         {hm + "\n;\nP n m a\n;", 8, 4},
         {hm + "'F d -3 m'\n" + hall + "'F 4d 2 3 -1d'", 192, 8},  // no list: the Hall symbol leaves no choice
         {hm + "''\n" + hall + "'F 4d 2 3 -1d'", 192, 8},
