@@ -31,14 +31,15 @@ std::string_view Choice_Of(char letter) {
 
 bool Is_Digit(char c) { return c >= '0' && c <= '9'; }
 
-// In capitals with single blanks; without quotes, low lines and brackets: "P2(1)/c" loses those of a screw axis, "P n m a (62)" all from
-// the bracket on.
+// In capitals with single blanks; without quotes, low lines and brackets: "P2(1)/c" loses those of a screw axis, "P n m a (62)" and
+// "P n m a #62" all behind the symbol.
 std::string Plain_Symbol(std::string_view text) {
     std::string plain;
     text = text.substr(0, longest_symbol);
     for (std::size_t i = 0; i < text.size(); ++i) {
         const char c = text[i];
         const bool blank = c == ' ' || c == '\t' || c == '\n' || c == '\r';
+        if (c == '#') break;
         if (c == '(' && (i + 2 >= text.size() || !Is_Digit(text[i + 1]) || text[i + 2] != ')')) break;
         if (c == '\'' || c == '"' || c == '_' || c == '(' || c == ')' || (blank && plain.ends_with(' '))) continue;
         plain += blank ? ' ' : c;

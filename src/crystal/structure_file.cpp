@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <map>
+#include <new>
 #include <numbers>
 #include <utility>
 #include <vector>
@@ -135,15 +136,20 @@ std::string_view Structure_Mode(std::string_view file) {
 }
 
 Status Read_Structure_File(const std::string& file, Crystal_Structure& result, std::string_view mode) {
-    Text_File bytes;
-    if (Status status = bytes.Open(file); status.failed) return status;
-    if (bytes.Text().find_first_not_of(" \t\r\n") == std::string_view::npos) return Status::Fail("The file " + file + " contains nothing");
-    const Structure_Kind& kind = Kind_Of(mode);
-    Crystal_Structure structure;
-    if (Status status = kind.read(Without_End_Mark(bytes.Text()), structure); status.failed) return status;
-    structure.mode = kind.mode;
-    Set_Multiplicities(structure);
-    result = std::move(structure);
+    try {
+        Text_File bytes;
+        if (Status status = bytes.Open(file); status.failed) return status;
+        const std::string_view text = Without_End_Mark(bytes.Text());
+        if (text.find_first_not_of(" \t\r\n") == std::string_view::npos) return Status::Fail("The file " + file + " contains nothing");
+        const Structure_Kind& kind = Kind_Of(mode);
+        Crystal_Structure structure;
+        if (Status status = kind.read(text, structure); status.failed) return status;
+        structure.mode = kind.mode;
+        Set_Multiplicities(structure);
+        result = std::move(structure);
+    } catch (const std::bad_alloc&) {
+        return Status::Fail("There is not enough memory for the structure in the file " + file);
+    }
     return Status::Done();
 }
 
