@@ -12,7 +12,7 @@ for set in "$@"; do
     case "$set" in
         run) ;;
         test) wanted+=("${test[@]}") ;;
-        bench) wanted+=(libbenchmark-dev minpack-dev) ;;
+        bench) wanted+=(libbenchmark-dev minpack-dev gemmi-dev) ;;
         fuzz) wanted+=(clang-14 libclang-rt-14-dev) ;;
         *) echo "packages.sh: unknown set $set" >&2; exit 2 ;;
     esac
