@@ -243,7 +243,8 @@ std::array<std::array<int, 2>, 3> Asymmetric_Box(std::span<const Seitz> operator
     Box_Search search(orbits);
     search.Run(1, n * n * n);
     const int cubes = n * n * n, multiplicity = static_cast<int>(operators.size());
-    if (chambers.Whole_Cubes() && cubes % multiplicity == 0 && search.Best().Volume() > cubes / multiplicity)
+    // Origins in odd twelfths need the finest grid, on which all low bounds would take seconds; no tabulated setting has one.
+    if (n < bound_unit && chambers.Whole_Cubes() && cubes % multiplicity == 0 && search.Best().Volume() > cubes / multiplicity)
         search.Run(n, cubes / multiplicity);
     std::array<std::array<int, 2>, 3> bounds;
     for (std::size_t i = 0; i < 3; ++i) {
