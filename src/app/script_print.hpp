@@ -13,7 +13,8 @@ struct Session;
 void Write_Json_Line(std::ostream& output, const Json& object);
 
 // Runs `print` with these words behind it: "rows", "data 1 1 10", "menu 40014", "picture full", ... A room gives the topics of what it
-// holds.
-Status Print_State(const Session&, std::ostream& output, Words words);
+// holds. Names of files are
+// relative to `directory`.
+Status Print_State(const Session&, const std::string& directory, std::ostream& output, Words words);
 
 }  // namespace vntl

@@ -177,6 +177,30 @@ TEST_F(Program, ALoadTellsWhatItLeftOut) {
     EXPECT_NE(boxes[3].find("\n\nERROR in file: bad29.xye\n"), std::string::npos);
 }
 
+TEST_F(Program, PrintsStructures) {
+    fs::create_directories(directory / "there");
+    std::ofstream(directory / "there/salt.osl") << "cell 5.64 5.64 5.64 90 90 90\nspgr F m -3 m\natom Na1 NA 0 0 0 1.5\n"
+                                                   "atom Cl1 CL .5 .5 .5 0 0.5\naniso beta 1 2 3 4 5 6\n";
+    fs::copy(directory / "there/salt.osl", directory / "salt.txt");
+    std::ofstream(directory / "p5.osl") << "cell 5 5 5 90 90 90\nspgr P 5\n";
+    const auto run = Script(
+        "print structure there/salt.osl\nprint structure salt.txt osl\nprint structure p5.osl\n"
+        "print structure lost.osl\nprint structure salt.txt PCR\nprint structure\n");
+    EXPECT_EQ(run.status, 1);
+    const Json told = Json::parse(
+        R"({"structure": {"mode": "OSL", "cell": [5.63999987, 5.63999987, 5.63999987, 90, 90, 90], "symbol": "F M -3 M",
+            "hall": "-F 4 2 3", "number": 225, "multiplicity": 192, "atoms": [
+            {"label": "Na1", "symbol": "Na", "x": 0, "y": 0, "z": 0, "biso": 1.5, "occupancy": 1, "multiplicity": 4,
+             "thermal": "isotr", "aniso": [0, 0, 0, 0, 0, 0]},
+            {"label": "Cl1", "symbol": "Cl", "x": 0.5, "y": 0.5, "z": 0.5, "biso": 0, "occupancy": 0.5, "multiplicity": 4,
+             "thermal": "aniso", "aniso": [1, 2, 3, 4, 5, 6]}]}})");
+    ASSERT_EQ(run.With("structure").size(), 2u) << run.output;
+    for (const Json& line : run.With("structure")) EXPECT_EQ(line, told);
+    for (const char* error : {"line 3:  Problems reading the Space Group symbol/number", "lost.osl",
+                              " No Phase information was found in this PCR file. Please, check it! ", "usage: print structure FILE [MODE]"})
+        EXPECT_NE(run.errors.find(error), std::string::npos) << error << '\n' << run.errors;
+}
+
 TEST_F(Program, BadStatementsAreNamedAndTheScriptGoesOn) {
     const auto run = Script(
         "frobnicate\nopen \"unclosed\ncommand 40014\ncommand 40017\ncommand 99999\nprint nothing\nprint data 1\npress 1\nanswer maybe\n"
