@@ -87,11 +87,6 @@ private:
     std::map<std::vector<std::size_t>, std::size_t> orders_;  // of the subgroups met so far
 };
 
-void Set_Multiplicities(Crystal_Structure& structure) {
-    Site_Counter counter(structure.cell, structure.group);
-    for (Atom_Type& atom : structure.atoms) atom.multiplicity = counter.Sites(atom);
-}
-
 }  // namespace
 
 Status Read_Line_Of_Numbers(std::string_view line, std::span<double> values) {
@@ -125,6 +120,11 @@ void Set_Anisotropic(Thermal_Form form, const std::array<double, 6>& values, con
         const double a = cell.rcell[axes[i][0]], b = cell.rcell[axes[i][1]];
         atom.beta[i] = static_cast<float>(form == Thermal_Form::beta ? values[i] : factor * a * b * values[i]);
     }
+}
+
+void Set_Multiplicities(Crystal_Structure& structure) {
+    Site_Counter counter(structure.cell, structure.group);
+    for (Atom_Type& atom : structure.atoms) atom.multiplicity = counter.Sites(atom);
 }
 
 std::string_view Structure_Mode(std::string_view file) {

@@ -37,4 +37,7 @@ inline constexpr double b_of_u = 78.95683;  // 8 pi^2
 // beta_ij = 2 pi^2 a*_i a*_j U_ij = a*_i a*_j B_ij / 4.
 void Set_Anisotropic(Thermal_Form form, const std::array<double, 6>& values, const Crystal_Cell_Type& cell, Atom_Type& atom);
 
+// Counts the sites of each atom in the cell. Images of an atom within 0.05 angstroms of each other are one.
+void Set_Multiplicities(Crystal_Structure& structure);
+
 }  // namespace vntl
