@@ -17,7 +17,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (structure.group.Multip < 1) std::abort();
     for (const vntl::Atom_Type& atom : structure.atoms)
         if (!std::isfinite(atom.x + atom.y + atom.z) || !std::isfinite(atom.biso) || !std::isfinite(atom.occupancy) ||
-            atom.multiplicity < 1 || structure.group.Multip % atom.multiplicity != 0)
+            !std::isfinite(atom.beta[0]) || atom.multiplicity < 1 || structure.group.Multip % atom.multiplicity != 0)
             std::abort();
     return 0;
 }

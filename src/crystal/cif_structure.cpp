@@ -25,13 +25,23 @@ constexpr std::string_view too_many_phases = " => Too many phases in this file "
 constexpr std::string_view bad_atoms = " Error reading atoms";
 constexpr std::string_view no_phase = " No phase with a cell in this CIF file ";
 
-// A told text with what it is about, shortened to something that can be shown.
+// A text of the file as one line that can be shown.
+std::string Shown(std::string_view text, std::size_t width) {
+    const auto is_control = [](char c) { return c >= 0 && c < ' '; };
+    std::string shown = Kept_Text(text, width);
+    std::replace_if(shown.begin(), shown.end(), is_control, ' ');
+    return std::string(Trim(shown));
+}
+
+// A told text with what it is about.
 Status Fail_About(std::string_view text, std::string_view what) {
-    constexpr std::size_t shown = 60;
-    std::string kept = Kept_Text(Trim(what), shown);
-    std::replace_if(
-        kept.begin(), kept.end(), [](char c) { return c >= 0 && c < ' '; }, '?');
-    return Status::Fail(std::string(text) + ": " + kept);
+    constexpr std::size_t width = 60;
+    return Status::Fail(std::string(text) + ": " + Shown(what, width));
+}
+
+std::string Label_Of(std::string_view text) {
+    constexpr std::size_t width = 80;
+    return Shown(text, width);
 }
 
 constexpr std::string_view cell_names[] = {"_cell_length_a",    "_cell_length_b",   "_cell_length_c",
@@ -121,7 +131,7 @@ Status Check_Rows(const Cif_Table& table) {
 
 Status Read_Atom(const Cif_Table& sites, std::size_t row, Atom_Type& atom) {
     const std::string_view label = sites.Value(row, Cif_Item::label), type = sites.Value(row, Cif_Item::type_symbol);
-    atom.label = Trim(sites.Has(Cif_Item::label) ? label : type);
+    atom.label = Label_Of(sites.Has(Cif_Item::label) ? label : type);
     if (Cif_Value_Known(type)) atom.symbol = Element_Of(type);
     if (atom.symbol.empty()) atom.symbol = Element_Of(label);
     double occupancy = 1, u = 0, b = 0;
@@ -171,7 +181,8 @@ Status Read_Tensor(const Cif_Table& aniso, std::size_t row, const Crystal_Cell_T
         }
         if (!known) continue;
         Set_Anisotropic(form, values, cell, atom);
-        return Status::Done();
+        const bool finite = std::all_of(atom.beta.begin(), atom.beta.end(), [](float beta) { return std::isfinite(beta); });
+        return finite ? Status::Done() : Fail_Row(aniso, row);
     }
     return Status::Done();
 }
@@ -187,7 +198,7 @@ Status Read_Anisotropic(const Cif_Table& aniso, const Crystal_Cell_Type& cell, A
         next[i] = fresh ? atoms.size() : std::exchange(place->second, i);
     }
     for (std::size_t row = 0; row < aniso.rows; ++row) {
-        const auto place = first.find(Trim(aniso.Value(row, label)));
+        const auto place = first.find(Label_Of(aniso.Value(row, label)));
         if (place == first.end() || place->second == atoms.size()) continue;
         const std::size_t i = std::exchange(place->second, next[place->second]);
         if (Status status = Read_Tensor(aniso, row, cell, atoms[i]); status.failed) return status;
