@@ -77,10 +77,12 @@ bool Holds_Aniso(const Cif_Table& table) {
 }
 bool Holds_Operators(const Cif_Table& table) { return table.Has(Cif_Item::xyz) || table.Has(Cif_Item::xyz_new); }
 
+// Templates leave tables of question marks.
 void Keep_Table(Cif_Table&& table, Cif_Block& block) {
-    if (Holds_Aniso(table) && block.aniso.width == 0) block.aniso = table;
-    if (Holds_Operators(table) && block.operators.width == 0) block.operators = table;
-    if (Holds_Sites(table) && block.sites.width == 0) block.sites = std::move(table);
+    if (std::none_of(table.values.begin(), table.values.end(), Cif_Value_Known)) return;
+    if (Holds_Aniso(table) && block.aniso.values.empty()) block.aniso = table;
+    if (Holds_Operators(table) && block.operators.values.empty()) block.operators = table;
+    if (Holds_Sites(table) && block.sites.values.empty()) block.sites = std::move(table);
 }
 
 void Keep_Single(Cif_Item item, std::string_view value, Cif_Block& block) {

@@ -65,7 +65,7 @@ struct Cif_Table {
 struct Cif_Block {
     bool global = false;                              // named "global"
     std::array<std::string_view, cif_items> singles;  // blank where there is none
-    Cif_Table sites, aniso, operators;                // the first of its kind; all of width 0 where there is none
+    Cif_Table sites, aniso, operators;                // the first of its kind that tells something; empty where there is none
 
     std::string_view Single(Cif_Item item) const { return singles[static_cast<std::size_t>(item)]; }
 };

@@ -150,6 +150,7 @@ TEST_F(Cif_Structure, SymbolHallSymbolAndOperatorsMakeTheGroup) {
          "x+2/3,y+1/3,z+1/3\n",
          3, 3},
         {"_space_group_symop_operation_xyz x,y,z", 1, 1},
+        {Loop("?\n") + "loop_\n_space_group_symop_operation_xyz\nx,y,z\n-x,-y,z\n", 2, 1},
     };
     for (const Symmetry& row : table) {
         SCOPED_TRACE(row.items);
