@@ -17,6 +17,7 @@ namespace vntl {
 struct Index_Range {
     int low = 1, high = 0;  // both included; empty where low > high
 
+    bool Is_Empty() const { return low > high; }
     bool Holds(int l) const { return low <= l && l <= high; }
 };
 inline constexpr int endless = std::numeric_limits<int>::max();
