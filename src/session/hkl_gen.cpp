@@ -130,6 +130,12 @@ Cell_Ties Ties_Of(const Space_Group_Type& group) {
     return ties;
 }
 
+float Hkl_Gen_State::At_Place(std::size_t parameter, int place) const {
+    constexpr double decimals = 1e6;
+    const double value = (static_cast<double>(place) / scale[parameter] + 1) * base[parameter];
+    return static_cast<float>(std::round(decimals * value) / decimals);
+}
+
 Status Choose_Hkl_Group(Hkl_Gen_State& state, std::string_view symbol, std::string& why) {
     Space_Group_Type group;
     if (const Status status =

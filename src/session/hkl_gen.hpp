@@ -49,9 +49,7 @@ struct Hkl_Gen_State {
     bool running = false;                                                                                      // the sliders are in use
     bool hkl_open = false;  // the dialog is on the screen
 
-    float At_Place(std::size_t parameter, int place) const {
-        return static_cast<float>((static_cast<double>(place) / scale[parameter] + 1) * base[parameter]);
-    }
+    float At_Place(std::size_t parameter, int place) const;  // to 6 decimals: what the multiplication adds behind them is noise
     bool Fine(std::size_t parameter) const { return scale[parameter] != coarse_scale; }
 };
 
