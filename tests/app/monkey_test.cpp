@@ -46,9 +46,9 @@ constexpr const char* dialogs =
 constexpr const char* dialog_fields =
     "1020|1021|1282|1330|1647|1226|1227|1530|1531|1666|1314|1316|1317|1327|1306|1307|1356|1357|1358|1359|1712|1713|1714|1715|1721|1722|"
     "1732|"
-    "1741";
+    "1741|1450|1451|1453|1460|1460|1461|1463|1465|1470|1473";
 constexpr const char* dialog_buttons =
-    "1|1|1|2|1332|1333|1528|1529|1532|1533|1534|1665|1328|1716|1717|1724|1725|1738|1739|1740|1752|1753|1754";
+    "1|1|1|2|1437|1438|1441|1442|1332|1333|1528|1529|1532|1533|1534|1665|1328|1716|1717|1724|1725|1738|1739|1740|1752|1753|1754";
 constexpr const char* grids = "1331 4|1331 4|1527 2|1527 2|1527 3|1527 4|1305 2|1318 2|1318 3|1711 3|1711 3|1723 3|1736 3|1742 1";
 constexpr const char* modes = "40096|40097|40093|40094|40147|40138|40139|40144|40145|40148|40095|40099|40110|40216|40217|40218|40219|40221";
 
@@ -93,8 +93,9 @@ public:
         if (choice == 80 || choice == 94) return undo_and_redo;
         if (choice < 81)
             return Below(2) == 0 ? One_Of(preferences) : One_Of("directory home|colour 1 2 3|colour 1 2 300|programs off|timer 1|timer -1");
+        if (choice == 81) return Reflections();
         if (choice < 84) return "resize " + std::to_string(1 + Below(Below(8) == 0 ? 1500 : 500)) + ' ' + std::to_string(1 + Below(700));
-        if (choice < 89) return One_Of("main|main|main|dialog 41|dialog 401|dialog 104|dialog 403|dialog 0|dialog -7");
+        if (choice < 89) return One_Of("main|main|main|dialog 156|dialog 128|dialog 41|dialog 401|dialog 104|dialog 403|dialog 0|dialog -7");
         // A window that is surely not the main one is opened before it is closed; behind a dialog, the dialog closes.
         if (choice < 91) return "command " + One_Of("40505|40018|40107") + "\nclose";
         if (choice < 97) return "print " + One_Of(what);
@@ -124,6 +125,12 @@ private:
     std::string Format_Answers() {
         const std::string banks = Below(2) == 0 ? "\nset 1702 1" : "", format = Below(3) == 0 ? "\nset " + One_Of(formats) + " 1" : "";
         return banks + format + "\npress " + One_Of("1|1|1|2");
+    }
+
+    // Marks of a cell, with the dialogs of the tool open.
+    std::string Reflections() {
+        return "press 2\nmain\ncommand 40154\nset 1436 1.54\nset 1439 5000\nset 1431 " + One_Of("1|15|194|227|\"R -3 c:R\"") +
+               "\npress 1\npress 1437\npress 1442\ndialog 156\nset 1460 " + std::to_string(Below(201) - 100);
     }
 
     // A dialog that is opened, filled, and mostly left again.
