@@ -13,8 +13,7 @@ struct Session;
 void Write_Json_Line(std::ostream& output, const Json& object);
 
 // Runs `print` with these words behind it: "rows", "data 1 1 10", "menu 40014", "picture full", ... A room gives the topics of what it
-// holds. Names of files are
-// relative to `directory`.
+// holds. Names of files are relative to `directory`.
 Status Print_State(const Session&, const std::string& directory, std::ostream& output, Words words);
 
 }  // namespace vntl

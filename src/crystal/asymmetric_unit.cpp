@@ -30,6 +30,9 @@ constexpr int steps = 5, fine = 27 * steps;
 // More than the rows of any group with entries up to 1 make; what has more is no group.
 constexpr std::size_t most_chambers = 96;
 
+// Sheared cells have many chambers; with few operators and a fine grid the search would be for long. The whole cell is right as well.
+constexpr std::size_t most_orbits = 16384;
+
 int Floor(int value, int divisor) { return (value < 0 ? value - divisor + 1 : value) / divisor; }
 
 int Product(const Vector& a, const Vector& b) { return a[0] * b[0] + a[1] * b[1] + a[2] * b[2]; }
@@ -107,6 +110,7 @@ public:
         int count = 0;
         for (std::size_t at = 0; at < orbit_of.size(); ++at) {
             if (orbit_of[at] >= 0) continue;
+            orbit_of[at] = count;
             const int cube = static_cast<int>(at / chambers_);
             const Vector corner = {cube / (n * n), cube / n % n, cube % n};
             const auto first = images.begin() + static_cast<std::ptrdiff_t>(at % chambers_ * n_operators);
@@ -238,7 +242,8 @@ std::array<std::array<int, 2>, 3> Asymmetric_Box(std::span<const Seitz> operator
     Chambers chambers(operators);
     const int n = Grid(operators, chambers.Whole_Cubes()), scale = bound_unit / n;
     const std::vector<Chamber_Image> images = Images(operators, n, chambers);
-    if (images.empty()) return {{{0, bound_unit}, {0, bound_unit}, {0, bound_unit}}};
+    if (images.empty() || chambers.Count() * static_cast<std::size_t>(n * n * n) > most_orbits * operators.size())
+        return {{{0, bound_unit}, {0, bound_unit}, {0, bound_unit}}};
     const Orbits orbits(n, operators.size(), images);
     Box_Search search(orbits);
     search.Run(1, n * n * n);

@@ -474,6 +474,7 @@ Motion In_Units(const Seitz& op) {
 }  // namespace
 
 std::vector<Wyckoff_Orbit> Wyckoff_Positions(std::span<const Seitz> operators, std::span<const Translation12> lattice) {
+    if (std::any_of(operators.begin(), operators.end(), [](const Seitz& op) { return Rotation_Order(op.rot) == 0; })) return {};
     const Primitive_Cell cell(lattice);
     const std::vector<Seitz> reduced = Without_Centring(operators);
     std::vector<Motion> motions, primitive_motions;
