@@ -95,7 +95,8 @@ public:
             return Below(2) == 0 ? One_Of(preferences) : One_Of("directory home|colour 1 2 3|colour 1 2 300|programs off|timer 1|timer -1");
         if (choice == 81) return Reflections();
         if (choice < 84) return "resize " + std::to_string(1 + Below(Below(8) == 0 ? 1500 : 500)) + ' ' + std::to_string(1 + Below(700));
-        if (choice < 89) return One_Of("main|main|main|dialog 156|dialog 128|dialog 41|dialog 401|dialog 104|dialog 403|dialog 0|dialog -7");
+        if (choice < 89)
+            return One_Of("main|main|main|dialog 156|dialog 128|dialog 41|dialog 401|dialog 104|dialog 403|dialog 0|dialog -7");
         // A window that is surely not the main one is opened before it is closed; behind a dialog, the dialog closes.
         if (choice < 91) return "command " + One_Of("40505|40018|40107") + "\nclose";
         if (choice < 97) return "print " + One_Of(what);
