@@ -1,7 +1,6 @@
 #include "crystal/cif_symmetry.hpp"
 
 #include <algorithm>
-#include <cmath>
 #include <optional>
 #include <set>
 #include <utility>
@@ -85,18 +84,13 @@ std::set<Seitz> Set_Of_Operators(const Space_Group_Type& group) {
     return {operators.begin(), operators.end()};
 }
 
-bool Exact_Operator(const std::string& text, Seitz& exact) {
+bool Read_Exact(const std::string& text, Seitz& exact) {
     Sym_Oper_Type oper;
     if (Read_Operator_String(text, 0, oper).failed) return false;
-    for (std::size_t i = 0; i < 3; ++i) {
-        for (std::size_t j = 0; j < 3; ++j) {
+    for (std::size_t i = 0; i < 3; ++i)
+        for (std::size_t j = 0; j < 3; ++j)
             if (oper.rot[i][j] < -1 || oper.rot[i][j] > 1) return false;
-            exact.rot[3 * i + j] = static_cast<std::int8_t>(oper.rot[i][j]);
-        }
-        const double part = oper.tr[i] - std::floor(static_cast<double>(oper.tr[i]));
-        if (!std::isfinite(part)) return false;
-        exact.tr[i] = static_cast<std::int8_t>(static_cast<int>(std::lround(part * twelfths)) % twelfths);
-    }
+    exact = Exact_Operator(oper);
     return true;
 }
 
@@ -109,7 +103,7 @@ struct Operator_List {
     explicit Operator_List(const std::vector<std::string>& listed) {
         for (const std::string& text : listed) {
             Seitz oper;
-            const bool read = Exact_Operator(text, oper);
+            const bool read = Read_Exact(text, oper);
             sound = sound && read;
             if (read && !exact.insert(oper).second) continue;
             texts.push_back(text);

@@ -18,7 +18,6 @@ constexpr std::string_view generated = "!  Automatically generated OSL file (Wri
 constexpr std::string_view cell_head = "!         a             b             c             alpha         beta          gamma";
 constexpr std::string_view atom_head =
     "!      Atom  Type     x/a           y/b           z/c           Biso          Occ                Occ    Mult";
-constexpr std::string_view fixed_operators = "Fixed symmetry operators (no info)";
 
 constexpr std::size_t number_width = 14, name_width = 4;
 constexpr std::size_t coordinate_digits = 5, value_digits = 4;  // fewest behind the point

@@ -40,16 +40,6 @@ Sym_Oper_Type Told(const Seitz& seitz) {
     return oper;
 }
 
-Seitz Exact(const Sym_Oper_Type& oper) {
-    Seitz seitz;
-    for (std::size_t i = 0; i < 9; ++i) seitz.rot[i] = static_cast<std::int8_t>(oper.rot[i / 3][i % 3]);
-    for (std::size_t i = 0; i < 3; ++i) {
-        const float part = oper.tr[i] - std::floor(oper.tr[i]);
-        seitz.tr[i] = static_cast<std::int8_t>(std::lround(part * twelfths) % twelfths);
-    }
-    return seitz;
-}
-
 // A rotation as nine numbers, row by row, or a rotation and a translation as three rows of four.
 std::optional<Status> Read_Matrix(std::string_view text, Sym_Oper_Type& oper) {
     std::string plain(text);
@@ -69,7 +59,7 @@ std::optional<Status> Read_Matrix(std::string_view text, Sym_Oper_Type& oper) {
         else
             oper.rot[i / columns][i % columns] = static_cast<int>(value);
     }
-    if (std::abs(Determinant(Exact(oper).rot)) != 1)
+    if (std::abs(Determinant(Exact_Operator(oper).rot)) != 1)
         return Status::Fail("The matrix corresponding to a generator has a determinant with absolute value different of 1.0");
     return Status::Done();
 }
@@ -248,7 +238,7 @@ Status From_Generators(std::span<const std::string> texts, Space_Group_Type& gro
     std::vector<Sym_Oper_Type> operators;
     if (Status status = Read_Generators(texts, operators); status.failed) return status;
     std::vector<Seitz> generators;
-    for (const Sym_Oper_Type& oper : operators) generators.push_back(Exact(oper));
+    for (const Sym_Oper_Type& oper : operators) generators.push_back(Exact_Operator(oper));
     Closed_Group closed;
     if (Status status = Close_Group(generators, closed); status.failed) return status;
     const Setting* setting = Find_Operators(closed);
@@ -265,7 +255,7 @@ Status From_Fixed(std::span<const std::string> texts, Space_Group_Type& group) {
     std::vector<Translation12> lattice = {{0, 0, 0}};
     std::vector<Rotation> rotations;
     for (const Sym_Oper_Type& oper : operators) {
-        const Seitz seitz = Exact(oper);
+        const Seitz seitz = Exact_Operator(oper);
         if (std::find(rotations.begin(), rotations.end(), seitz.rot) == rotations.end()) rotations.push_back(seitz.rot);
         if (seitz.rot == inversion) {
             group.centring = seitz.tr == Translation12{} ? 2 : 0;
@@ -276,7 +266,7 @@ Status From_Fixed(std::span<const std::string> texts, Space_Group_Type& group) {
     }
     group.operators = std::move(operators);
     group.NumOps = group.Multip = static_cast<int>(texts.size());
-    group.setting_type = "Fixed symmetry operators (no info)";
+    group.setting_type = fixed_operators;
     group.hexagonal_axes = Hexagonal_Axes(rotations);
     group.centre_text = centre_texts[static_cast<std::size_t>(group.centring)];
     Take_Lattice(lattice, group);
@@ -313,7 +303,7 @@ Status From_Generator_Line(const Told_Symbol& told, Space_Group_Type& group) {
         const std::size_t end = std::min(line.find(';', at), line.size());
         Sym_Oper_Type oper;
         if (Status status = Read_Operator_String(line.substr(at, end - at), 0, oper); status.failed) return status;
-        generators.push_back(Exact(oper));
+        generators.push_back(Exact_Operator(oper));
         at = end + 1;
     }
     Closed_Group closed;
@@ -373,10 +363,20 @@ Status Set_SpaceGroup(std::string_view symbol, Space_Group_Type& group, std::spa
     return status;
 }
 
+Seitz Exact_Operator(const Sym_Oper_Type& oper) {
+    Seitz seitz;
+    for (std::size_t i = 0; i < 9; ++i) seitz.rot[i] = static_cast<std::int8_t>(oper.rot[i / 3][i % 3]);
+    for (std::size_t i = 0; i < 3; ++i) {
+        const float part = oper.tr[i] - std::floor(oper.tr[i]);
+        seitz.tr[i] = static_cast<std::int8_t>(std::lround(part * twelfths) % twelfths);
+    }
+    return seitz;
+}
+
 std::vector<Seitz> Exact_Operators(const Space_Group_Type& group) {
     std::vector<Seitz> operators;
     operators.reserve(group.operators.size());
-    for (const Sym_Oper_Type& oper : group.operators) operators.push_back(Exact(oper));
+    for (const Sym_Oper_Type& oper : group.operators) operators.push_back(Exact_Operator(oper));
     return operators;
 }
 

@@ -62,7 +62,11 @@ struct Space_Group_Type {
 Status Set_SpaceGroup(std::string_view symbol, Space_Group_Type& group, std::span<const std::string> generators = {},
                       std::string_view mode = {}, bool force_hall = false);
 
-// Exact forms of the operators of a group, in its order. Translations go to the nearest twelfth.
+// How a group says that its operators were given as they stand.
+inline constexpr std::string_view fixed_operators = "Fixed symmetry operators (no info)";
+
+// Exact forms of an operator, and of those of a group, in its order. Translations go to the nearest twelfth.
+Seitz Exact_Operator(const Sym_Oper_Type& oper);
 std::vector<Seitz> Exact_Operators(const Space_Group_Type& group);
 
 // The listing, line by line; `full`: with all operators and Wyckoff positions.

@@ -153,6 +153,7 @@ TEST(Space_Group, refusals) {
         {"P 22", "", " Screw axis: 22 not allowed"},
         {"P --1", "", " The symbol: - has been repeated within the same symmetry direction"},
         {"Pxyz", "", " The symbol: X is not allowed"},
+        {"I\"\"8", "", "Axes rotation wrong"},
         {"Z 1", "", "Unconventional Lattice Symbol Z needs centring vectors"},
         {"Q 2", "HMS", "Wrong Lattice Symbol Q"},
         {"Q 2", "HAL", " IBRAVL is Equal Zero"},
