@@ -16,11 +16,11 @@ TEST_F(Crystal_Doors, command_line_lists_groups_and_reflections) {
         EXPECT_NE(group.output.find(line), std::string::npos) << line;
 
     // Rock salt by hand: h k l all even or all odd, a / sqrt(h2 + k2 + l2), lambda = 2 d sin(theta).
-    const Run_Result salt = Run({"--reflections", "5.64 5.64 5.64 90 90 90", "F m 3 m", "1.5406", "46"});
+    const Run_Result salt = Run({"--reflections", "5.625 5.625 5.625 90 90 90", "F m 3 m", "1.5406", "46"});
     EXPECT_EQ(salt.output,
-              "   1    1    1    8    3.256256   27.36720\n"
-              "   2    0    0    6    2.820000   31.70431\n"
-              "   2    2    0   12    1.994041   45.44906\n");
+              "   1    1    1    8    3.247595   27.44161\n"
+              "   2    0    0    6    2.812500   31.79109\n"
+              "   2    2    0   12    1.988738   45.57707\n");
 
     struct Refusal {
         std::vector<std::string> arguments;
