@@ -149,11 +149,14 @@ const std::vector<Row>& Rows() {
     return rows;
 }
 
-bool Names(const Symbol_Words& text, const Row& row, Spelling spelling) {
+// `short_too`: a monoclinic symbol may leave out the directions without symmetry.
+bool Names(const Symbol_Words& text, const Row& row, Spelling spelling, bool short_too) {
     if (text.lattice != row.words.lattice) return false;
-    if (spelling == Spelling::word_for_word) return text.directions == row.words.directions || text.directions == row.short_directions;
-    const bool full = spelling == Spelling::full;
-    return Spells(text, *row.setting, row.words.directions, full) || Spells(text, *row.setting, row.short_directions, full);
+    const auto spells = [&](const std::vector<std::string>& directions) {
+        return spelling == Spelling::word_for_word ? text.directions == directions
+                                                   : Spells(text, *row.setting, directions, spelling == Spelling::full);
+    };
+    return spells(row.words.directions) || (short_too && spells(row.short_directions));
 }
 
 // Of the settings of one symbol the one that is chosen; the usual one is the last of those that differ in origin or axes alone.
@@ -170,9 +173,11 @@ const Setting* Choose(const Row* first, std::string_view choice) {
     return chosen;
 }
 
+// A short monoclinic symbol has the unique axis b where there is such a setting: "C 2" is C 1 2 1, and no larger cell of P 1 1 2.
 const Setting* Find_Spelling(const Symbol_Words& text, std::string_view choice, Spelling spelling) {
-    for (const Row& row : Rows())
-        if (Names(text, row, spelling)) return Choose(&row, choice);
+    for (const bool any_axis : {false, true})
+        for (const Row& row : Rows())
+            if (Names(text, row, spelling, any_axis || Contains(row.setting->choice, "b"))) return Choose(&row, choice);
     return nullptr;
 }
 
