@@ -173,7 +173,7 @@ TEST(Space_Group, refusals) {
         {"", "GEN", " Error in generators", {"x+y,y,z"}},
         {"", "GEN", " Rotation Not Determined", {"x+y,x,z+x"}},
         {"", "GEN", " Dimension of Table exceeded (I)", {"-x,-y,z", "x-y,-y,-z", "x,y-z,-z"}},
-        {"", "GEN", " Dimension of Table exceeded (II): 1728", {"x+1/12,y+1/12,z", "x+1/12,y,z+1/12", "-y,x,z"}},
+        {"", "GEN", " Dimension of Table exceeded (II): 432", {"x+1/12,y+1/12,z", "x+1/12,y,z+1/12", "-y,x,z"}},
         {"", "GEN", "The matrix corresponding to a generator has non-integer values!", {"0.5 0 0 0 1 0 0 0 1"}},
         {"",
          "GEN",
