@@ -1,22 +1,16 @@
 // OSL files: any bytes give a structure or a message, and a structure that was read is written and read back the same.
 #include <unistd.h>
 
-#include <cstddef>
-#include <cstdint>
-#include <cstdlib>
 #include <filesystem>
 #include <string>
-#include <string_view>
 
-#include "crystal/structure_readers.hpp"
+#include "fuzz_structure.hpp"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace vntl;
     static const std::string file = std::filesystem::temp_directory_path() / ("fuzz_osl_" + std::to_string(getpid()) + ".osl");
     Crystal_Structure structure, again;
-    const Status status = Read_OSL({reinterpret_cast<const char*>(data), size}, structure);
-    if (status.failed == status.message.empty()) std::abort();
-    if (status.failed) return 0;
+    if (!Read_Structure(Read_OSL, data, size, structure)) return 0;
     if (Write_OSL(file, structure).failed || Read_Structure_File(file, again, "OSL").failed) std::abort();
     if (again.cell.cell != structure.cell.cell || again.group.Multip != structure.group.Multip ||
         again.atoms.size() != structure.atoms.size())

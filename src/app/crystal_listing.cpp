@@ -37,14 +37,6 @@ Status Read_Limit(const std::string& wavelength, const std::string& angle, doubl
     return Status::Done();
 }
 
-// sin(theta)/lambda with all its decimals, which the list, in single precision, has not.
-double S_Of(const Hkl& hkl, const Tensor3& gr) {
-    double square = 0;
-    for (std::size_t i = 0; i < 3; ++i)
-        for (std::size_t j = 0; j < 3; ++j) square += gr[i][j] * hkl[i] * hkl[j];
-    return 0.5 * std::sqrt(square);
-}
-
 }  // namespace
 
 Status List_Group(const std::string& symbol, std::string& text) {
@@ -67,9 +59,9 @@ Status List_Reflections(const std::vector<std::string>& words, std::string& text
     if (Status status = Hkl_Uni_Reflect(cell, group, true, 0, limit, "s", list); status.failed) return status;
     char line[120];
     for (const Reflection_Type& r : list.Ref) {
-        const double s = S_Of(r.H, cell.GR);
-        std::snprintf(line, sizeof line, "%4d %4d %4d %4d %11.6f %10.5f\n", r.H[0], r.H[1], r.H[2], r.Mult, 1 / (2 * s),
-                      2 * degrees * std::asin(std::min(1.0, lambda * s)));
+        const double d = Hkl_D(r.H, cell);
+        std::snprintf(line, sizeof line, "%4d %4d %4d %4d %11.6f %10.5f\n", r.H[0], r.H[1], r.H[2], r.Mult, d,
+                      2 * degrees * std::asin(std::min(1.0, lambda / (2 * d))));
         text += line;
     }
     return Status::Done();

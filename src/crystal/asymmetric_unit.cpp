@@ -14,12 +14,14 @@
 #include <tuple>
 #include <vector>
 
+#include "crystal/whole_vectors.hpp"
+
 namespace vntl {
 namespace {
 
 constexpr int bound_unit = 24;
 
-using Vector = std::array<int, 3>;
+using Vector = Whole_Vector;
 
 // --- chambers ----------------------------------------------------------------------------------------------------------------------------
 
@@ -35,11 +37,7 @@ constexpr std::size_t most_orbits = 16384;
 
 int Floor(int value, int divisor) { return (value < 0 ? value - divisor + 1 : value) / divisor; }
 
-int Product(const Vector& a, const Vector& b) { return a[0] * b[0] + a[1] * b[1] + a[2] * b[2]; }
-
 Vector Row(const Rotation& r, std::size_t i) { return {r[3 * i], r[3 * i + 1], r[3 * i + 2]}; }
-
-Vector Rotated(const Rotation& r, const Vector& v) { return {Product(Row(r, 0), v), Product(Row(r, 1), v), Product(Row(r, 2), v)}; }
 
 bool Along_Axis(const Vector& row) { return std::abs(row[0]) + std::abs(row[1]) + std::abs(row[2]) == 1; }
 
@@ -88,7 +86,7 @@ std::vector<Chamber_Image> Images(std::span<const Seitz> operators, int n, Chamb
     for (std::size_t c = 0; c < chambers.Count(); ++c) {
         if (chambers.Count() > most_chambers) return {};
         for (const Seitz& op : operators) {
-            Vector point = Rotated(op.rot, chambers.Point(c)), shift;
+            Vector point = op.rot * chambers.Point(c), shift;
             for (std::size_t i = 0; i < 3; ++i) {
                 shift[i] = Floor(point[i], fine);
                 point[i] -= shift[i] * fine;
@@ -115,7 +113,7 @@ public:
             const Vector corner = {cube / (n * n), cube / n % n, cube % n};
             const auto first = images.begin() + static_cast<std::ptrdiff_t>(at % chambers_ * n_operators);
             for (auto image = first; image != first + static_cast<std::ptrdiff_t>(n_operators); ++image) {
-                const Vector to = Rotated(image->rot, corner);
+                const Vector to = image->rot * corner;
                 const int x = Wrap(to[0] + image->shift[0]), y = Wrap(to[1] + image->shift[1]), z = Wrap(to[2] + image->shift[2]);
                 orbit_of[Cube(x, y, z) * chambers_ + image->chamber] = count;
             }

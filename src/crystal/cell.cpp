@@ -41,18 +41,17 @@ Tensor3 Inverse(const Tensor3& t, double determinant) {
     return inverse;
 }
 
-// The lengths of a metric tensor and its angles.
-bool Lengths_And_Angles(const Tensor3& metric, std::array<float, 3>& lengths, std::array<float, 3>& angles) {
+}  // namespace
+
+bool Lengths_And_Angles(const Tensor3& metric, std::array<double, 3>& lengths, std::array<double, 3>& angles) {
     for (std::size_t i = 0; i < 3; ++i) {
         const std::size_t j = (i + 1) % 3, k = (i + 2) % 3;
-        lengths[i] = static_cast<float>(std::sqrt(metric[i][i]));
-        angles[i] = static_cast<float>(std::acos(metric[j][k] / std::sqrt(metric[j][j] * metric[k][k])) / degree);
+        lengths[i] = std::sqrt(metric[i][i]);
+        angles[i] = std::acos(metric[j][k] / std::sqrt(metric[j][j] * metric[k][k])) / degree;
         if (!(lengths[i] > 0) || !std::isfinite(lengths[i]) || !std::isfinite(angles[i])) return false;
     }
     return true;
 }
-
-}  // namespace
 
 Status Set_Crystal_Cell(const std::array<float, 3>& cell, const std::array<float, 3>& ang, Crystal_Cell_Type& result) {
     constexpr float no_angle = 0.00001f;
@@ -71,7 +70,12 @@ Status Set_Crystal_Cell(const std::array<float, 3>& cell, const std::array<float
     const double volume_squared = Determinant(made.GD);
     made.CellVol = std::sqrt(volume_squared);
     made.GR = Inverse(made.GD, volume_squared);
-    if (!(made.CellVol > 0) || !Lengths_And_Angles(made.GR, made.rcell, made.rang)) return Status::Fail(bad_cell);
+    std::array<double, 3> lengths{}, angles{};
+    if (!(made.CellVol > 0) || !Lengths_And_Angles(made.GR, lengths, angles)) return Status::Fail(bad_cell);
+    for (std::size_t i = 0; i < 3; ++i) {
+        made.rcell[i] = static_cast<float>(lengths[i]);
+        if (!(made.rcell[i] > 0) || !std::isfinite(made.rcell[i])) return Status::Fail(bad_cell);
+    }
     result = made;
     return Status::Done();
 }

@@ -12,6 +12,7 @@
 #include "base/text_file.hpp"
 #include "crystal/cif_block.hpp"
 #include "crystal/cif_symmetry.hpp"
+#include "crystal/structure_lines.hpp"
 #include "crystal/structure_readers.hpp"
 
 namespace vntl {
@@ -19,7 +20,6 @@ namespace vntl {
 namespace {
 
 constexpr std::size_t most_blocks = 10'000;
-constexpr double largest_value = 1e6;  // of a coordinate, an occupancy or a displacement that can be meant
 
 constexpr std::string_view too_many_phases = " => Too many phases in this file ";
 constexpr std::string_view bad_atoms = " Error reading atoms";
@@ -109,10 +109,7 @@ Status Read_Group(const Cif_Block& block, Space_Group_Type& group) {
 // False when the text is no number that an atom can have. An unknown value leaves `value`.
 bool Read_Value(std::string_view text, double& value) {
     if (!Cif_Value_Known(text)) return true;
-    double read = 0;
-    if (Read_Line_Of_Numbers(text, {&read, 1}).failed || std::fabs(read) > largest_value) return false;
-    value = read;
-    return true;
+    return Read_Number(text, value).ok();
 }
 
 // A row of the table as a text for the user.
@@ -180,9 +177,7 @@ Status Read_Tensor(const Cif_Table& aniso, std::size_t row, const Crystal_Cell_T
             known = known || Cif_Value_Known(text);
         }
         if (!known) continue;
-        Set_Anisotropic(form, values, cell, atom);
-        const bool finite = std::all_of(atom.beta.begin(), atom.beta.end(), [](float beta) { return std::isfinite(beta); });
-        return finite ? Status::Done() : Fail_Row(aniso, row);
+        return Set_Anisotropic(form, values, cell, atom).ok() ? Status::Done() : Fail_Row(aniso, row);
     }
     return Status::Done();
 }

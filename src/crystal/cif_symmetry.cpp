@@ -7,6 +7,7 @@
 
 #include "base/cif_words.hpp"
 #include "base/text.hpp"
+#include "crystal/settings.hpp"
 
 namespace vntl {
 
@@ -15,18 +16,6 @@ namespace {
 constexpr std::string_view no_symmetry = " => No Space Group/No Symmetry information in this file ";
 constexpr std::size_t longest_symbol = 200;  // that is looked at
 constexpr std::size_t most_operators = 384;  // that a group may have
-
-struct Setting_Letter {
-    char letter;
-    std::string_view choice;
-};
-constexpr Setting_Letter setting_letters[] = {{'1', "1"}, {'S', "1"}, {'2', "2"}, {'Z', "2"}, {'H', "H"}, {'R', "R"}};
-
-std::string_view Choice_Of(char letter) {
-    for (const Setting_Letter& known : setting_letters)
-        if (known.letter == letter) return known.choice;
-    return {};
-}
 
 bool Is_Digit(char c) { return c >= '0' && c <= '9'; }
 
@@ -79,11 +68,6 @@ Status Set_Group_By_Hall(std::string_view text, Space_Group_Type& group) {
     return Set_SpaceGroup(Upper(Trim(hall)), group, {}, "HAL");
 }
 
-std::set<Seitz> Set_Of_Operators(const Space_Group_Type& group) {
-    const std::vector<Seitz> operators = Exact_Operators(group);
-    return {operators.begin(), operators.end()};
-}
-
 bool Read_Exact(const std::string& text, Seitz& exact) {
     Sym_Oper_Type oper;
     if (Read_Operator_String(text, 0, oper).failed) return false;
@@ -117,12 +101,13 @@ struct Operator_List {
 // operators as the symbol's group, so that only origin or axes can differ.
 std::optional<Space_Group_Type> Group_Against(const Operator_List& list, const Space_Group_Type& by_symbol) {
     if (list.texts.empty() || !list.sound) return {};
-    const std::set<Seitz> of_symbol = Set_Of_Operators(by_symbol);
+    const std::vector<Seitz> of_symbol = Operator_Set(by_symbol);
     if (std::includes(of_symbol.begin(), of_symbol.end(), list.exact.begin(), list.exact.end())) return {};
     Space_Group_Type made;
     if (Set_SpaceGroup({}, made, list.texts, "GEN").failed) return {};
-    const std::set<Seitz> operators = Set_Of_Operators(made);
-    if (operators != list.exact && operators.size() != of_symbol.size()) return {};
+    const std::vector<Seitz> operators = Operator_Set(made);
+    const bool complete = std::equal(operators.begin(), operators.end(), list.exact.begin(), list.exact.end());
+    if (!complete && operators.size() != of_symbol.size()) return {};
     return made;
 }
 
@@ -150,7 +135,7 @@ Status Set_Group_Of_Cif(const Cif_Symmetry& symmetry, Space_Group_Type& group) {
     Status status = Cif_Value_Known(symmetry.symbol) ? Set_Group_By_Symbol(symmetry.symbol, told) : Status::Fail(no_symmetry);
     if (status.failed || list.texts.empty()) {
         const Status hall = Cif_Value_Known(symmetry.hall) ? Set_Group_By_Hall(symmetry.hall, by_hall) : Status::Fail(no_symmetry);
-        if (hall.ok() && (status.failed || Set_Of_Operators(by_hall) != Set_Of_Operators(told))) told = std::move(by_hall);
+        if (hall.ok() && (status.failed || Operator_Set(by_hall) != Operator_Set(told))) told = std::move(by_hall);
         if (hall.ok() || status.message == no_symmetry) status = hall;
     }
     if (status.failed && !list.texts.empty() && (list.sound || status.message == no_symmetry))

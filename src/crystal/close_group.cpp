@@ -208,6 +208,15 @@ std::vector<Seitz> Closed_Group::Operators() const {
     return all;
 }
 
+std::vector<Rotation> Closed_Group::Rotations() const {
+    std::vector<Rotation> rotations;
+    for (const Seitz& s : reduced) {
+        rotations.push_back(s.rot);
+        if (centring != 1) rotations.push_back(-s.rot);
+    }
+    return rotations;
+}
+
 Status Close_Group(std::span<const Seitz> generators, Closed_Group& group) {
     Closing closing;
     if (const Status status = closing.Run(generators); status.failed) return status;

@@ -21,6 +21,7 @@ struct Closed_Group {
 
     // The reduced set, then these times the inversion, then the same with each further centring vector.
     std::vector<Seitz> Operators() const;
+    std::vector<Rotation> Rotations() const;  // of the point group, each once
     std::size_t Multip() const { return reduced.size() * lattice.size() * (centring == 1 ? 1 : 2); }
 };
 

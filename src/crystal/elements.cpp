@@ -32,12 +32,13 @@ std::string With_Capital(std::string_view letters) {
     return symbol;
 }
 
-}  // namespace
-
+// In either case; "D" for deuterium counts.
 bool Is_Element(std::string_view symbol) {
     if (symbol.empty() || symbol.size() > longest || !std::all_of(symbol.begin(), symbol.end(), Is_Letter)) return false;
     return elements.find(" " + With_Capital(symbol) + " ") != std::string_view::npos;
 }
+
+}  // namespace
 
 std::string Element_Of(std::string_view text) {
     text = Trim(text);

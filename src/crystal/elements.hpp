@@ -6,9 +6,6 @@
 
 namespace vntl {
 
-// In either case; "D" for deuterium counts.
-bool Is_Element(std::string_view symbol);
-
 // The element of a type text ("Fe3+", "O-2", "NI") or of a label ("FeA", "O1A"), written as "Fe": the letters up to the first digit or
 // sign; where they are no element ("FeA", "OW"), the one that they begin with; where they begin with none ("M1"), the letters themselves.
 std::string Element_Of(std::string_view text);

@@ -6,23 +6,15 @@
 #include <numeric>
 #include <optional>
 
+#include "crystal/whole_vectors.hpp"
+
 namespace vntl {
 
 namespace {
 
-using Vector = std::array<int, 3>;
-
-Vector Cross(const Vector& a, const Vector& b) { return {a[1] * b[2] - a[2] * b[1], a[2] * b[0] - a[0] * b[2], a[0] * b[1] - a[1] * b[0]}; }
+using Vector = Whole_Vector;
 
 bool Is_Zero(const Vector& v) { return v == Vector{}; }
-
-// The shortest vector of whole numbers along v or against it, its first number that is not 0 above 0.
-Vector Primitive(Vector v) {
-    int divisor = std::gcd(std::gcd(v[0], v[1]), v[2]);
-    if (v < Vector{}) divisor = -divisor;
-    for (int& x : v) x /= divisor;
-    return v;
-}
 
 struct Invariant_Space {
     bool is_line;
@@ -36,7 +28,7 @@ std::optional<Invariant_Space> Invariant_Of(const Rotation& r) {
         const Vector line = Cross(columns[i], columns[(i + 1) % 3]);
         if (Is_Zero(line)) continue;
         const Vector& third = columns[(i + 2) % 3];
-        if (line[0] * third[0] + line[1] * third[1] + line[2] * third[2] != 0) return {};
+        if (Product(line, third) != 0) return {};
         return Invariant_Space{true, Primitive(line)};
     }
     for (const Vector& column : columns)

@@ -24,7 +24,8 @@ public:
           linear_(2 * (gr[0][2] * h + gr[1][2] * k)),
           square_(gr[2][2]) {}
 
-    float S(double l) const { return static_cast<float>(0.5 * std::sqrt(std::max(constant_ + square_ * (l * l) + linear_ * l, 0.0))); }
+    double Square(double l) const { return std::max(constant_ + square_ * (l * l) + linear_ * l, 0.0); }
+    float S(double l) const { return static_cast<float>(0.5 * std::sqrt(Square(l))); }
 
 private:
     double constant_, linear_, square_;

@@ -6,6 +6,7 @@
 
 #include "base/scan.hpp"
 #include "base/text.hpp"
+#include "crystal/whole_vectors.hpp"
 
 namespace vntl {
 
@@ -59,27 +60,16 @@ Hkl Intrinsic(const Rotation& rot, const Hkl& tr, int n) {
     Hkl sum = {}, turned = tr;
     for (int k = 0; k < n; ++k) {
         for (std::size_t i = 0; i < 3; ++i) sum[i] += turned[i];
-        Hkl next = {};
-        for (std::size_t i = 0; i < 3; ++i)
-            for (std::size_t j = 0; j < 3; ++j) next[i] += rot[i * 3 + j] * turned[j];
-        turned = next;
+        turned = rot * turned;
     }
     return sum;
-}
-
-Hkl Times(const Rotation& rot, const Hkl& v) {
-    Hkl result = {};
-    for (std::size_t i = 0; i < 3; ++i)
-        for (std::size_t j = 0; j < 3; ++j) result[i] += rot[i * 3 + j] * v[j];
-    return result;
 }
 
 // 1 for a rotation that turns by 360/n degrees about `axis`, -1 for its inverse.
 int Sense(const Rotation& rot, const Hkl& axis) {
     for (const Hkl& e : {Hkl{1, 0, 0}, Hkl{0, 1, 0}, Hkl{0, 0, 1}}) {
-        const Hkl image = Times(rot, e);
-        const int turn = axis[0] * (e[1] * image[2] - e[2] * image[1]) + axis[1] * (e[2] * image[0] - e[0] * image[2]) +
-                         axis[2] * (e[0] * image[1] - e[1] * image[0]);
+        const Hkl image = rot * e;
+        const int turn = Product(axis, Cross(e, image));
         if (turn != 0) return turn > 0 ? 1 : -1;
     }
     return 1;
@@ -153,7 +143,7 @@ bool Has_Axis(const Closed_Group& group, const Hkl& axis, int order, int screw) 
     if (order == -1) return group.centring != 1;
     for (const Seitz& seitz : group.Operators()) {
         if (Rotation_Order(seitz.rot) != order) continue;
-        const Hkl image = Times(order < 0 ? -seitz.rot : seitz.rot, axis);
+        const Hkl image = (order < 0 ? -seitz.rot : seitz.rot) * axis;
         if (image != axis) continue;
         if (order < 0) return true;
         const int step = twelfths * screw * Sense(seitz.rot, axis), period = twelfths * order;  // times the order, as what lies along is
@@ -170,7 +160,7 @@ bool Has_Axis(const Closed_Group& group, const Hkl& axis, int order, int screw) 
 
 bool Has_Plane(const Closed_Group& group, const Hkl& axis, char plane) {
     for (const Seitz& seitz : group.Operators()) {
-        if (Rotation_Order(seitz.rot) != -2 || Times(-seitz.rot, axis) != axis) continue;
+        if (Rotation_Order(seitz.rot) != -2 || -seitz.rot * axis != axis) continue;
         if (plane == 'E') return Has_Plane(group, axis, 'A') + Has_Plane(group, axis, 'B') + Has_Plane(group, axis, 'C') >= 2;
         if (Any_Translation(group, seitz, [&](const Hkl& tr) { return Glides(Intrinsic(seitz.rot, tr, 2), axis, plane); })) return true;
     }

@@ -125,8 +125,7 @@ bool Read_Tensor(Line_Words words, std::optional<Thermal_Form> form, const Cryst
             return false;
     }
     if (!form || n < values.size()) return false;
-    Set_Anisotropic(*form, values, cell, atom);
-    return true;
+    return Set_Anisotropic(*form, values, cell, atom).ok();
 }
 
 Status Read_Atoms(const std::vector<Structure_Line>& lines, const Crystal_Cell_Type& cell, Atom_List& atoms) {

@@ -67,15 +67,9 @@ std::string Padded(std::string text) {
 
 // --- the group ---------------------------------------------------------------------------------------------------------------------
 
-std::vector<Seitz> Sorted_Operators(const Space_Group_Type& group) {
-    std::vector<Seitz> operators = Exact_Operators(group);
-    std::sort(operators.begin(), operators.end());
-    return operators;
-}
-
 bool Gives(std::string_view symbol, const Space_Group_Type& group) {
     Space_Group_Type read;
-    return !Trim(symbol).empty() && !Set_SpaceGroup(symbol, read).failed && Sorted_Operators(read) == Sorted_Operators(group);
+    return !Trim(symbol).empty() && !Set_SpaceGroup(symbol, read).failed && Operator_Set(read) == Operator_Set(group);
 }
 
 // The operators of the reduced set, the inversion, and the centring vectors.

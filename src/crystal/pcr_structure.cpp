@@ -197,10 +197,9 @@ Status Read_Atom(const Pcr_Atom& told, const Crystal_Cell_Type& cell, Atom_Type&
     atom.occupancy = static_cast<float>(values[4]);
     if (told.tensor.number == 0) return Status::Done();
     std::array<double, 6> beta = {};
-    const Status status = Read_Numbers(Words_Of(Without_Comment(told.tensor.text)), 0, beta);
-    if (status.failed) return Refused(status.message, told.tensor);
-    Set_Anisotropic(Thermal_Form::beta, beta, cell, atom);
-    return Status::Done();
+    Status status = Read_Numbers(Words_Of(Without_Comment(told.tensor.text)), 0, beta);
+    if (status.ok()) status = Set_Anisotropic(Thermal_Form::beta, beta, cell, atom);
+    return status.failed ? Refused(status.message, told.tensor) : status;
 }
 
 Status Read_Atoms(const Pcr_Phase& phase, const Crystal_Cell_Type& cell, Atom_List& atoms) {

@@ -2,7 +2,8 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <numeric>
+
+#include "crystal/whole_vectors.hpp"
 
 namespace vntl {
 
@@ -120,11 +121,7 @@ Hkl Twofold_Axis(const Rotation& rot) {
     for (std::size_t j = 0; j < 3; ++j) {
         Hkl axis = {r[j], r[j + 3], r[j + 6]};
         axis[j] += 1;
-        const int divisor = std::gcd(std::gcd(axis[0], axis[1]), axis[2]);
-        if (divisor == 0) continue;
-        const int first = axis[0] != 0 ? axis[0] : axis[1] != 0 ? axis[1] : axis[2], sign = first < 0 ? -1 : 1;
-        for (int& entry : axis) entry /= sign * divisor;
-        return axis;
+        if (axis != Hkl{}) return Primitive(axis);
     }
     return {};
 }

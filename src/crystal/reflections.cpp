@@ -201,6 +201,8 @@ int Get_MaxNumRef(float s_max, double volume, float s_min, int mult) {
 
 float Hkl_S(const Hkl& hkl, const Crystal_Cell_Type& cell) { return L_Quadratic(cell.GR, hkl[0], hkl[1]).S(hkl[2]); }
 
+double Hkl_D(const Hkl& hkl, const Crystal_Cell_Type& cell) { return 1 / std::sqrt(L_Quadratic(cell.GR, hkl[0], hkl[1]).Square(hkl[2])); }
+
 bool Hkl_Absent(const Hkl& hkl, const Space_Group_Type& group) {
     return std::ranges::any_of(Exact_Operators(group), [&](const Seitz& op) {
         const std::int64_t phase = std::int64_t{hkl[0]} * op.tr[0] + std::int64_t{hkl[1]} * op.tr[1] + std::int64_t{hkl[2]} * op.tr[2];

@@ -29,6 +29,9 @@ int Get_MaxNumRef(float s_max, double volume, float s_min = 0, int mult = 0);
 // 0.5 sqrt(h GR h).
 float Hkl_S(const Hkl& hkl, const Crystal_Cell_Type& cell);
 
+// The spacing d in angstroms, with all its decimals.
+double Hkl_D(const Hkl& hkl, const Crystal_Cell_Type& cell);
+
 // A systematic absence: some operator takes hkl to itself with a phase that is no whole number.
 bool Hkl_Absent(const Hkl& hkl, const Space_Group_Type& group);
 

@@ -1,19 +1,17 @@
 #include "crystal/seitz.hpp"
 
+#include "crystal/whole_vectors.hpp"
+
 namespace vntl {
 
 namespace {
 
 constexpr int Modulo12(int value) { return ((value % twelfths) + twelfths) % twelfths; }
 
-Translation12 Reduced(const std::array<int, 3>& tr) {
+Translation12 Reduced(const Whole_Vector& tr) {
     Translation12 result;
     for (std::size_t i = 0; i < 3; ++i) result[i] = static_cast<std::int8_t>(Modulo12(tr[i]));
     return result;
-}
-
-std::array<int, 3> Rotated(const Rotation& r, const Translation12& t) {
-    return {r[0] * t[0] + r[1] * t[1] + r[2] * t[2], r[3] * t[0] + r[4] * t[1] + r[5] * t[2], r[6] * t[0] + r[7] * t[1] + r[8] * t[2]};
 }
 
 }  // namespace
@@ -32,7 +30,7 @@ Rotation operator-(const Rotation& a) {
 }
 
 Seitz operator*(const Seitz& a, const Seitz& b) {
-    std::array<int, 3> tr = Rotated(a.rot, b.tr);
+    Whole_Vector tr = a.rot * Whole_Vector{b.tr[0], b.tr[1], b.tr[2]};
     for (std::size_t i = 0; i < 3; ++i) tr[i] += a.tr[i];
     return {a.rot * b.rot, Reduced(tr)};
 }
@@ -45,7 +43,7 @@ Seitz Inverse(const Seitz& a) {
     };
     const Rotation inverse = {cofactor(4, 8, 5, 7), cofactor(2, 7, 1, 8), cofactor(1, 5, 2, 4), cofactor(5, 6, 3, 8), cofactor(0, 8, 2, 6),
                               cofactor(2, 3, 0, 5), cofactor(3, 7, 4, 6), cofactor(1, 6, 0, 7), cofactor(0, 4, 1, 3)};
-    std::array<int, 3> tr = Rotated(inverse, a.tr);
+    Whole_Vector tr = inverse * Whole_Vector{a.tr[0], a.tr[1], a.tr[2]};
     for (int& t : tr) t = -t;
     return {inverse, Reduced(tr)};
 }

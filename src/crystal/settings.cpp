@@ -100,9 +100,7 @@ private:
 bool Axes_Hold(const Setting& setting, const std::vector<Told_Axis>& axes) {
     if (axes.empty()) return true;
     const Closed_Group group = Group_Of(setting);
-    std::vector<Rotation> rotations;
-    for (const Seitz& s : Closed_Group{group.reduced, {{0, 0, 0}}, group.centring, group.inversion_tr}.Operators())
-        rotations.push_back(s.rot);
+    const std::vector<Rotation> rotations = group.Rotations();
     Point_Class classes;
     if (Laue_And_Point_Group(rotations, classes).failed) return false;
     return std::all_of(axes.begin(), axes.end(), [&](const Told_Axis& told) {
@@ -215,6 +213,13 @@ const Setting* Find_Number(int number, std::string_view choice) {
     for (const Setting& setting : all)
         if (setting.number == number && Equal_No_Case(setting.choice, choice)) return &setting;
     return nullptr;
+}
+
+std::string_view Choice_Of(char letter) {
+    constexpr std::pair<char, std::string_view> letters[] = {{'1', "1"}, {'S', "1"}, {'2', "2"}, {'Z', "2"}, {'H', "H"}, {'R', "R"}};
+    for (const auto& [known, choice] : letters)
+        if (known == letter) return choice;
+    return {};
 }
 
 const Setting* Find_Symbol(std::string_view symbol, std::string_view choice) {

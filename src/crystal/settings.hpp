@@ -27,6 +27,9 @@ Closed_Group Group_Of(const Setting& setting);
 // The setting of a number, with its choice ("" for the usual one: second origin, hexagonal axes); null when there is none.
 const Setting* Find_Number(int number, std::string_view choice);
 
+// The choice that a letter behind a symbol means: 1 and S the first origin, 2 and Z the second, H and R axes; empty for any other.
+std::string_view Choice_Of(char letter);
+
 // The setting of a Hermann-Mauguin symbol in any form of the tables, old or new, short or full ("P n m a", "Pnma", "P 21/n 21/m 21/a",
 // "F m 3 m", "C m c e"), in capitals. Null when there is none.
 const Setting* Find_Symbol(std::string_view symbol, std::string_view choice);

@@ -192,7 +192,7 @@ private:
         double u = values[0];
         if (given >= tensor) {
             const std::array<double, tensor> all = {values[0], values[1], values[2], values[5], values[4], values[3]};
-            Set_Anisotropic(Thermal_Form::u_ij, all, cell_, atom);
+            if (Status status = Set_Anisotropic(Thermal_Form::u_ij, all, cell_, atom); status.failed) return status;
             u = Equivalent_U(all, cell_);
         } else if (given > with_height) {
             return Status::Fail(blank_line);

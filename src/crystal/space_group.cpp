@@ -107,17 +107,8 @@ std::string Lattice_Symbol(const Space_Group_Type& group) {
     return {family, rhombohedral ? 'R' : group.lattice_letter.front()};
 }
 
-std::vector<Rotation> Rotations(const Closed_Group& closed) {
-    std::vector<Rotation> rotations;
-    for (const Seitz& s : closed.reduced) {
-        rotations.push_back(s.rot);
-        if (closed.centring != 1) rotations.push_back(-s.rot);
-    }
-    return rotations;
-}
-
 Status Take_Operators(const Closed_Group& closed, Space_Group_Type& group) {
-    const std::vector<Rotation> rotations = Rotations(closed);
+    const std::vector<Rotation> rotations = closed.Rotations();
     Point_Class classes;
     if (Status status = Laue_And_Point_Group(rotations, classes); status.failed) return status;
     group.laue_class = classes.laue_class;
@@ -131,7 +122,6 @@ Status Take_Operators(const Closed_Group& closed, Space_Group_Type& group) {
     group.lattice_symbol = Lattice_Symbol(group);
     group.NumOps = static_cast<int>(closed.reduced.size());
     group.Multip = static_cast<int>(closed.Multip());
-    group.n_generators = static_cast<int>(Minimum_Generators(closed).size());
     const std::vector<Seitz> operators = closed.Operators();
     for (const Seitz& seitz : operators) {
         group.operators.push_back(Told(seitz));
@@ -154,11 +144,11 @@ void Take_Setting(const Setting& setting, Space_Group_Type& group) {
 }
 
 // The lattice and the generators, for a group without a tabulated Hall symbol; the inversion when it lies off the origin.
-std::string General_Hall(const Closed_Group& closed, bool tabulated) {
+std::string General_Hall(const Closed_Group& closed, std::span<const Seitz> generators, bool tabulated) {
     std::string text;
     if (!tabulated) {
         text = std::string(closed.centring == 2 ? "-" : "") + Lattice_From_Vectors(closed.lattice);
-        for (const Seitz& s : Minimum_Generators(closed)) text += "  Gen:" + Operator_String(Told(s));
+        for (const Seitz& s : generators) text += "  Gen:" + Operator_String(Told(s));
     }
     if (closed.centring == 0) text += "  Gen(-1):" + Operator_String(Told({inversion, closed.inversion_tr}));
     return std::string(Cut(text, widest_general_hall));
@@ -166,14 +156,16 @@ std::string General_Hall(const Closed_Group& closed, bool tabulated) {
 
 Status Finish(const Closed_Group& closed, const Setting* setting, Space_Group_Type& group) {
     if (const Status status = Take_Operators(closed, group); status.failed) return status;
-    group.general_hall = General_Hall(closed, setting != nullptr);
+    const std::vector<Seitz> generators = Minimum_Generators(closed);
+    group.n_generators = static_cast<int>(generators.size());
+    group.general_hall = General_Hall(closed, generators, setting != nullptr);
     if (setting != nullptr) Take_Setting(*setting, group);
     return Status::Done();
 }
 
 // --- the routes --------------------------------------------------------------------------------------------------------------------
 
-// A text "symbol:choice"; a choice may stand behind a blank too: "F D -3 M S", "R 3 C H". S and Z are the first and the second origin.
+// A text "symbol:choice"; a letter may stand behind a blank too: "F D -3 M S", "R 3 C H".
 struct Told_Symbol {
     std::string text, choice;
 
@@ -184,8 +176,7 @@ struct Told_Symbol {
             Cut_Off(colon);
         else if (text.size() > 2 && text[text.size() - 2] == ' ' && Contains("SZHR", text.substr(text.size() - 1)))
             Cut_Off(text.size() - 2);
-        if (choice == "S") choice = "1";
-        if (choice == "Z") choice = "2";
+        if (choice.size() == 1 && !Choice_Of(choice.front()).empty()) choice = Choice_Of(choice.front());
     }
 
 private:
@@ -233,14 +224,18 @@ Status Read_Generators(std::span<const std::string> texts, std::vector<Sym_Oper_
     return Status::Done();
 }
 
-Status From_Generators(std::span<const std::string> texts, Space_Group_Type& group) {
-    if (texts.empty()) return Status::Fail(" Generators should be provided in GEN calling Set_SpaceGroup");
+Status Close_Texts(std::span<const std::string> texts, Closed_Group& closed) {
     std::vector<Sym_Oper_Type> operators;
     if (Status status = Read_Generators(texts, operators); status.failed) return status;
     std::vector<Seitz> generators;
     for (const Sym_Oper_Type& oper : operators) generators.push_back(Exact_Operator(oper));
+    return Close_Group(generators, closed);
+}
+
+Status From_Generators(std::span<const std::string> texts, Space_Group_Type& group) {
+    if (texts.empty()) return Status::Fail(" Generators should be provided in GEN calling Set_SpaceGroup");
     Closed_Group closed;
-    if (Status status = Close_Group(generators, closed); status.failed) return status;
+    if (Status status = Close_Texts(texts, closed); status.failed) return status;
     const Setting* setting = Find_Operators(closed);
     group.setting_type = setting != nullptr ? "Tabulated Setting" : "Non-standard Setting";
     return Finish(closed, setting, group);
@@ -274,18 +269,18 @@ Status From_Fixed(std::span<const std::string> texts, Space_Group_Type& group) {
 }
 
 // The generators of a setting, as the tables print them: centring, rotations, inversion.
-std::string Generator_Line(const Setting& setting) {
+std::vector<std::string> Table_Generators(const Setting& setting) {
     const Closed_Group closed = Group_Of(setting);
     std::vector<Seitz> generators = closed.Multip() == 1 ? closed.reduced : std::vector<Seitz>{};
     for (std::size_t i = 1; i < closed.lattice.size(); ++i) generators.push_back({no_rotation, closed.lattice[i]});
     for (const Seitz& s : Minimum_Generators(closed)) generators.push_back(s);
     if (closed.centring != 1) generators.push_back({inversion, closed.inversion_tr});
-    std::string line = std::string(setting.hm) + " : ";
-    for (std::size_t i = 0; i < generators.size(); ++i) line += (i > 0 ? "; " : "") + Operator_String(Told(generators[i]));
-    return line;
+    std::vector<std::string> texts;
+    for (const Seitz& s : generators) texts.push_back(Operator_String(Told(s)));
+    return texts;
 }
 
-Status From_Generator_Line(const Told_Symbol& told, Space_Group_Type& group) {
+Status From_Table_Generators(const Told_Symbol& told, Space_Group_Type& group) {
     const Setting* setting = nullptr;
     if (Is_Number(told.text)) {
         if (Status status = Find_By_Number(told, " The number of the space group should be in the interval [1,230]", setting);
@@ -297,27 +292,16 @@ Status From_Generator_Line(const Told_Symbol& told, Space_Group_Type& group) {
     if (setting == nullptr)
         return Status::Fail(" Problems in SpaceGroup: " + std::string(Cut(told.text, longest_symbol)) +
                             " => the HM symbol or the number is incorrect ");
-    const std::string line = Generator_Line(*setting);
-    std::vector<Seitz> generators;
-    for (std::size_t at = line.find(" : ") + 3; at < line.size();) {
-        const std::size_t end = std::min(line.find(';', at), line.size());
-        Sym_Oper_Type oper;
-        if (Status status = Read_Operator_String(line.substr(at, end - at), 0, oper); status.failed) return status;
-        generators.push_back(Exact_Operator(oper));
-        at = end + 1;
-    }
     Closed_Group closed;
-    if (Status status = Close_Group(generators, closed); status.failed) return status;
+    if (Status status = Close_Texts(Table_Generators(*setting), closed); status.failed) return status;
     group.setting_type = "Generated from explicit IT generators";
     return Finish(closed, setting, group);
 }
 
-Status From_HM_Mode(const Told_Symbol& told, bool force_hall, Space_Group_Type& group) {
-    const Setting* setting = Find_Symbol(told.text, told.choice);
-    if (setting == nullptr) return Unknown_Symbol(told);
+Status From_Symbol(const Setting& setting, const Told_Symbol& told, bool force_hall, Space_Group_Type& group) {
     const bool by_symbol = told.choice.empty() && !force_hall;
     group.setting_type = by_symbol ? "IT (Generated from Hermann-Mauguin symbol)" : "Generated from Hall symbol";
-    return Finish(Group_Of(*setting), setting, group);
+    return Finish(Group_Of(setting), &setting, group);
 }
 
 // The symbol decides: a number, a Hermann-Mauguin symbol, a Hall symbol; with none of these, the generators.
@@ -327,7 +311,7 @@ Status From_Any(const Told_Symbol& told, std::span<const std::string> generators
         if (Status status = Find_By_Number(told, " Number of Space Group out of limits", setting); status.failed) return status;
         return From_Hall(setting->hall, setting, group);
     }
-    if (Find_Symbol(told.text, told.choice) != nullptr) return From_HM_Mode(told, force_hall, group);
+    if (const Setting* setting = Find_Symbol(told.text, told.choice)) return From_Symbol(*setting, told, force_hall, group);
     if (const Setting* setting = Find_Hall(told.text)) return From_Hall(setting->hall, setting, group);
     if (!generators.empty()) return From_Generators(generators, group);
     if (told.choice.empty() && told.text.size() <= longest_symbol) {
@@ -344,8 +328,11 @@ Status Make_Group(std::string_view symbol, std::span<const std::string> generato
     const Told_Symbol told(symbol);
     if (told.text.empty() && (mode != "" || generators.empty())) return Status::Fail(no_such_group);
     if (mode == "") return From_Any(told, generators, force_hall, group);
-    if (mode == "HMS") return From_HM_Mode(told, force_hall, group);
-    if (mode == "ITC") return From_Generator_Line(told, group);
+    if (mode == "HMS") {
+        const Setting* setting = Find_Symbol(told.text, told.choice);
+        return setting != nullptr ? From_Symbol(*setting, told, force_hall, group) : Unknown_Symbol(told);
+    }
+    if (mode == "ITC") return From_Table_Generators(told, group);
     if (mode != "HAL") return Status::Fail(" Problems in SpaceGroup");
     const std::string text = Upper(Trim(Cut(symbol, longest_symbol)));
     const Setting* setting = Find_Hall(text);
@@ -371,6 +358,12 @@ Seitz Exact_Operator(const Sym_Oper_Type& oper) {
         seitz.tr[i] = static_cast<std::int8_t>(std::lround(part * twelfths) % twelfths);
     }
     return seitz;
+}
+
+std::vector<Seitz> Operator_Set(const Space_Group_Type& group) {
+    std::vector<Seitz> operators = Exact_Operators(group);
+    std::sort(operators.begin(), operators.end());
+    return operators;
 }
 
 std::vector<Seitz> Exact_Operators(const Space_Group_Type& group) {

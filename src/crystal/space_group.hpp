@@ -69,6 +69,9 @@ inline constexpr std::string_view fixed_operators = "Fixed symmetry operators (n
 Seitz Exact_Operator(const Sym_Oper_Type& oper);
 std::vector<Seitz> Exact_Operators(const Space_Group_Type& group);
 
+// The same, sorted: equal for groups with the same operators.
+std::vector<Seitz> Operator_Set(const Space_Group_Type& group);
+
 // The listing, line by line; `full`: with all operators and Wyckoff positions.
 std::vector<std::string> List_Space_Group(const Space_Group_Type& group, bool full);
 

@@ -111,7 +111,7 @@ Status Read_Line_Of_Numbers(std::string_view line, std::span<double> values) {
     return Status::Done();
 }
 
-void Set_Anisotropic(Thermal_Form form, const std::array<double, 6>& values, const Crystal_Cell_Type& cell, Atom_Type& atom) {
+Status Set_Anisotropic(Thermal_Form form, const std::array<double, 6>& values, const Crystal_Cell_Type& cell, Atom_Type& atom) {
     constexpr std::array<std::array<std::size_t, 2>, 6> axes = {{{0, 0}, {1, 1}, {2, 2}, {0, 1}, {0, 2}, {1, 2}}};
     constexpr double pi = std::numbers::pi;
     const double factor = form == Thermal_Form::u_ij ? 2 * pi * pi : 0.25;
@@ -119,7 +119,9 @@ void Set_Anisotropic(Thermal_Form form, const std::array<double, 6>& values, con
     for (std::size_t i = 0; i < axes.size(); ++i) {
         const double a = cell.rcell[axes[i][0]], b = cell.rcell[axes[i][1]];
         atom.beta[i] = static_cast<float>(form == Thermal_Form::beta ? values[i] : factor * a * b * values[i]);
+        if (!std::isfinite(atom.beta[i])) return Status::Fail(bad_format);
     }
+    return Status::Done();
 }
 
 void Set_Multiplicities(Crystal_Structure& structure) {

@@ -20,11 +20,12 @@
 #include <utility>
 
 #include "crystal/point_group.hpp"
+#include "crystal/whole_vectors.hpp"
 
 namespace vntl {
 namespace {
 
-using Vector = std::array<int, 3>;
+using Vector = Whole_Vector;
 using Matrix = std::array<Vector, 3>;  // row by row
 
 constexpr int unit = twelfths * twelfths * 48;
@@ -54,19 +55,6 @@ Vector operator*(const Matrix& m, const Vector& v) {
 }
 
 Vector Plus(const Vector& a, const Vector& b, int times = 1) { return {a[0] + times * b[0], a[1] + times * b[1], a[2] + times * b[2]}; }
-
-int Product(const Vector& a, const Vector& b) { return a[0] * b[0] + a[1] * b[1] + a[2] * b[2]; }
-
-Vector Cross(const Vector& a, const Vector& b) { return {a[1] * b[2] - a[2] * b[1], a[2] * b[0] - a[0] * b[2], a[0] * b[1] - a[1] * b[0]}; }
-
-// Without a common divisor, the first component that is not 0 positive.
-Vector Primitive(const Vector& v) {
-    int divisor = std::gcd(std::gcd(v[0], v[1]), v[2]);
-    if (divisor == 0) return v;
-    const int first = v[0] != 0 ? v[0] : v[1] != 0 ? v[1] : v[2];
-    if (first < 0) divisor = -divisor;
-    return {v[0] / divisor, v[1] / divisor, v[2] / divisor};
-}
 
 Flat Image(const Motion& g, const Flat& flat) {
     Flat image = {flat.dimension, Plus(g.rot * flat.origin, g.tr), {}};

@@ -19,42 +19,6 @@ constexpr double degree = std::numbers::pi / 180, four_pi = 4 * std::numbers::pi
 constexpr float no_dtt2 = 1e-20f;
 constexpr float least_lower_limit = 0.0001f, lower_limit_instead = 0.0002f, least_product = 0.0001f;
 
-constexpr std::string_view crystal_systems[] = {"Triclinic", "Monoclinic", "Orthorhombic", "Tetragonal", "Trigonal", "Hexagonal", "Cubic"};
-
-// --- what a symmetry leaves of a cell --------------------------------------------------------------------------------------------
-
-using Cell = std::array<double, cell_parameters>;
-
-Tensor3 Metric(const Cell& cell) {
-    Tensor3 metric{};
-    for (std::size_t i = 0; i < 3; ++i)
-        for (std::size_t j = 0; j < 3; ++j)
-            metric[i][j] = cell[i] * cell[j] * (i == j ? 1 : std::cos(degree * cell[cell_alpha + 3 - i - j]));
-    return metric;
-}
-
-Cell Cell_Of(const Tensor3& metric) {
-    Cell cell{};
-    for (std::size_t i = 0; i < 3; ++i) cell[i] = std::sqrt(metric[i][i]);
-    for (std::size_t i = 0; i < 3; ++i) {
-        const std::size_t j = (i + 1) % 3, k = (i + 2) % 3;
-        cell[cell_alpha + i] = std::acos(metric[j][k] / (cell[j] * cell[k])) / degree;
-    }
-    return cell;
-}
-
-// The mean of the cells that the operators make of a cell: each of them keeps it.
-Cell Mean_Over_Group(const Space_Group_Type& group, const Cell& cell) {
-    const Tensor3 metric = Metric(cell);
-    Tensor3 sum{};
-    for (const Sym_Oper_Type& oper : group.operators)
-        for (std::size_t i = 0; i < 3; ++i)
-            for (std::size_t j = 0; j < 3; ++j)
-                for (std::size_t k = 0; k < 3; ++k)
-                    for (std::size_t l = 0; l < 3; ++l) sum[i][j] += oper.rot[k][i] * metric[k][l] * oper.rot[l][j];
-    return Cell_Of(sum);
-}
-
 // --- scales of x -------------------------------------------------------------------------------------------------------------------
 
 // The spacing at a time of flight, nothing positive where none reaches it. A time beyond the largest that dtt2 < 0 allows has the
@@ -104,32 +68,6 @@ std::vector<Reflection_Mark> Marks_Of(const Reflection_List_Type& list, X_Space 
 
 }  // namespace
 
-Cell_Values Cell_Ties::Tied(Cell_Values cell) const {
-    for (std::size_t i = 0; i < cell_parameters; ++i) {
-        const Cell_Tie& tie = (*this)[i];
-        cell[i] = tie.fixed != 0 ? tie.fixed : cell[tie.leader];
-    }
-    return cell;
-}
-
-Cell_Ties Ties_Of(const Space_Group_Type& group) {
-    // Two cells without any symmetry: what comes out of both as the same angle, or as equal, the group demands.
-    constexpr Cell odd = {5.1, 6.3, 7.9, 83, 97, 101}, other = {8.7, 4.3, 6.1, 104, 76, 88};
-    constexpr double same = 1e-6, decimals = 1e4;
-    const Cell first = Mean_Over_Group(group, odd), second = Mean_Over_Group(group, other);
-    const auto equal = [](double a, double b) { return std::fabs(a - b) < same; };
-    Cell_Ties ties;
-    for (std::size_t i = 0; i < cell_parameters; ++i) {
-        Cell_Tie& tie = ties[i];
-        const std::size_t kind = i < cell_alpha ? cell_a : cell_alpha;
-        tie.leader = i;
-        if (kind == cell_alpha && equal(first[i], second[i])) tie.fixed = static_cast<float>(std::round(decimals * first[i]) / decimals);
-        for (std::size_t j = i; tie.fixed == 0 && j-- > kind;)
-            if (equal(first[i], first[j]) && equal(second[i], second[j])) tie.leader = j;
-    }
-    return ties;
-}
-
 float Hkl_Gen_State::At_Place(std::size_t parameter, int place) const {
     constexpr double decimals = 1e6;
     const double value = (static_cast<double>(place) / scale[parameter] + 1) * base[parameter];
@@ -138,9 +76,8 @@ float Hkl_Gen_State::At_Place(std::size_t parameter, int place) const {
 
 Status Choose_Hkl_Group(Hkl_Gen_State& state, std::string_view symbol, std::string& why) {
     Space_Group_Type group;
-    if (const Status status =
-            Characters(symbol) > hkl_symbol_width ? Status::Fail("The symbol is too long") : Set_SpaceGroup(symbol, group);
-        status.failed || std::ranges::count(crystal_systems, group.crystal_system) == 0) {
+    const Status status = Characters(symbol) > hkl_symbol_width ? Status::Fail("The symbol is too long") : Set_SpaceGroup(symbol, group);
+    if (status.failed) {
         why = Trim(status.message);
         return Status::Fail("Bad SPGR, unknow CrystalSys");
     }

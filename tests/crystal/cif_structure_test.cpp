@@ -12,23 +12,16 @@
 #include <vector>
 
 #include "crystal/elements.hpp"
-#include "crystal/structure_file.hpp"
+#include "crystal/testing.hpp"
 
 namespace vntl {
 namespace {
 
-std::string Real_Path(const std::string& name) {
-    const char* set = std::getenv("VANTRELO_DATA");
-    return (set != nullptr ? std::string(set) : SOURCE_TREE "/../shared/data") + '/' + name;
-}
+using test::Real_Path;
 
-struct Cif_Structure : testing::Test {
-    const std::filesystem::path path = std::filesystem::temp_directory_path() / ("cif_" + std::to_string(::getpid()) + ".cif");
-    ~Cif_Structure() override { std::filesystem::remove(path); }
-
+struct Cif_Structure : test::Structure_Texts {
     Status Read(const std::string& text, Crystal_Structure& structure, std::string_view mode = "CIF") const {
-        std::ofstream(path, std::ios::binary) << text;
-        return Read_Structure_File(path.string(), structure, mode);
+        return Structure_Texts::Read(text, structure, mode);
     }
     Crystal_Structure Good(const std::string& text) const {
         Crystal_Structure structure;

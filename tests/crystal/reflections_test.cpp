@@ -360,6 +360,8 @@ TEST(Cells, Metric_Tensors_Are_Those_Of_Basis_Vectors) {
                                                    {1e6f, 1e-3f, 1, 90, 90, 90}}) {
         const Crystal_Cell_Type cell = Cell(parameters);
         const std::array<Vector, 3> basis = Reciprocal_Basis(cell);
+        std::array<double, 3> lengths = {}, angles = {};
+        EXPECT_TRUE(Lengths_And_Angles(cell.GR, lengths, angles));
         for (std::size_t i = 0; i < 3; ++i) {
             Hkl axis = {};
             axis[i] = 1;
@@ -374,7 +376,7 @@ TEST(Cells, Metric_Tensors_Are_Those_Of_Basis_Vectors) {
                 EXPECT_NEAR(cell.GR[i][j] / scale, scalar / scale, 1e-12);
                 EXPECT_NEAR(product * std::sqrt(cell.GD[j][j] / cell.GD[i][i]), i == j ? 1 : 0, 1e-9);
                 if (i == j) continue;
-                EXPECT_NEAR(std::cos(cell.rang[3 - i - j] * std::numbers::pi / 180), scalar / scale, 1e-6);
+                EXPECT_NEAR(std::cos(angles[3 - i - j] * std::numbers::pi / 180), scalar / scale, 1e-6);
             }
         }
         EXPECT_NEAR(cell.CellVol * basis[0][0] * basis[1][1] * basis[2][2], 1, 1e-12);

@@ -10,7 +10,6 @@ namespace vntl {
 namespace {
 
 using test::Group;
-using test::Operator_Set;
 
 // The table of an independent library: number, symbol, extension, Hall symbol, system, point group, Laue class, operators, centring,
 // centre.

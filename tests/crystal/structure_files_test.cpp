@@ -6,23 +6,14 @@
 #include <sstream>
 
 #include "base/text.hpp"
-#include "crystal/structure_file.hpp"
 #include "crystal/testing.hpp"
 
 namespace vntl {
 namespace {
 
-using test::Operator_Set;
 using test::Real_Path;
 
-struct Structure_Files : testing::Test {
-    const std::filesystem::path path = std::filesystem::temp_directory_path() / ("structure_" + std::to_string(::getpid()) + ".txt");
-    ~Structure_Files() override { std::filesystem::remove(path); }
-
-    Status Read(const std::string& text, std::string_view mode, Crystal_Structure& structure) const {
-        std::ofstream(path, std::ios::binary) << text;
-        return Read_Structure_File(path.string(), structure, mode);
-    }
+struct Structure_Files : test::Structure_Texts {
     std::string Written(const Crystal_Structure& structure, std::string_view title = {}) const {
         EXPECT_TRUE(Write_OSL(path.string(), structure, title).ok());
         std::ostringstream text;
@@ -130,7 +121,7 @@ TEST_F(Structure_Files, Formats) {
     };
     for (const Case& c : cases) {
         Crystal_Structure structure;
-        const Status status = Read(c.text, c.mode, structure);
+        const Status status = Read(c.text, structure, c.mode);
         EXPECT_EQ(status.failed ? status.message : Told(structure), c.told) << c.text;
     }
 }
@@ -184,7 +175,7 @@ TEST_F(Structure_Files, Faults) {
     for (const Case& c : cases) {
         Crystal_Structure structure;
         structure.mode = "as it was";
-        const Status status = Read(c.text, c.mode, structure);
+        const Status status = Read(c.text, structure, c.mode);
         EXPECT_TRUE(status.failed) << c.text;
         EXPECT_TRUE(Contains(status.message, c.told)) << c.text << '\n' << status.message << '\n' << c.told;
         EXPECT_EQ(structure.mode, "as it was");
@@ -238,7 +229,7 @@ TEST_F(Structure_Files, WrittenStructuresAreReadBack) {
     for (const std::string group :
          {"spgr P 1", "spgr 227:1", "spgr R -3 m:R", "spgr P 21/n", "spgr A 1 2/a 1", "spgr -P 2ab 2n (3 0 1)",
           "gen -x,-y,-z+1/3\ngen x+1/2,y,z+1/6", "gen x+1/3,y+1/3,z+1/3\ngen -x,y,-z", "fix x,y,z\nfix -x,y,0.1+z"}) {
-        const Status status = Read(cells + group + '\n' + atoms, "OSL", structures.emplace_back());
+        const Status status = Read(cells + group + '\n' + atoms, structures.emplace_back(), "OSL");
         ASSERT_TRUE(status.ok()) << group << ": " << status.message;
     }
     for (const char* name : {"kaolinite.cif", "pbso4.cif", "lamno3_pbnm.cif", "caf2.cif", "cod_1011031.cif", "cod_2013551.cif",
@@ -259,7 +250,7 @@ TEST_F(Structure_Files, WrittenStructuresAreReadBack) {
 
 TEST_F(Structure_Files, WrittenLines) {
     Crystal_Structure s;
-    ASSERT_TRUE(Read("cell 5.5 6 7 90 90 90\nspgr P n m a\natom Fe1 Fe 1/8 -.25 0 .5 .25\naniso beta 1 2 3 0 0 0\n", "OSL", s).ok());
+    ASSERT_TRUE(Read("cell 5.5 6 7 90 90 90\nspgr P n m a\natom Fe1 Fe 1/8 -.25 0 .5 .25\naniso beta 1 2 3 0 0 0\n", s, "OSL").ok());
     s.atoms.front().label = "Fe ! 1";
     EXPECT_EQ(Written(s, "iron"),
               "TITLE iron\n!  Automatically generated OSL file (Write_OSL)\n"
@@ -292,7 +283,7 @@ TEST_F(Structure_Files, HugeFilesEndSoon) {
                                      {"SHX", shelx_head + many("SYMM x,y,z\n")}}) {
         const auto start = std::chrono::steady_clock::now();
         Crystal_Structure structure;
-        const Status status = Read(text, mode, structure);
+        const Status status = Read(text, structure, mode);
         EXPECT_LT(status.message.size(), 300u);
         EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(20)) << mode << text.substr(0, 300);
     }

@@ -3,21 +3,17 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <cstdlib>
+#include <filesystem>
 #include <fstream>
 #include <sstream>
 #include <string>
 #include <vector>
 
 #include "crystal/space_group.hpp"
+#include "crystal/structure_file.hpp"
+#include "real_path.hpp"
 
 namespace vntl::test {
-
-inline std::string Real_Path(const std::string& name) {
-    const char* set = std::getenv("VANTRELO_DATA");
-    return (set != nullptr ? std::string(set) : SOURCE_TREE "/../shared/data") + '/' + name;
-}
 
 // The rows of a file of tab-separated words, without its head; none where the file is not to be had.
 inline std::vector<std::vector<std::string>> Real_Table(const std::string& name) {
@@ -39,10 +35,15 @@ inline Space_Group_Type Group(std::string_view symbol, std::string_view mode = {
     return group;
 }
 
-inline std::vector<Seitz> Operator_Set(const Space_Group_Type& group) {
-    std::vector<Seitz> operators = Exact_Operators(group);
-    std::sort(operators.begin(), operators.end());
-    return operators;
-}
+// Texts of structure files are read from a file that goes with the test.
+struct Structure_Texts : testing::Test {
+    const std::filesystem::path path = std::filesystem::temp_directory_path() / ("structure_" + std::to_string(::getpid()) + ".txt");
+    ~Structure_Texts() override { std::filesystem::remove(path); }
+
+    Status Read(const std::string& text, Crystal_Structure& structure, std::string_view mode) const {
+        std::ofstream(path, std::ios::binary) << text;
+        return Read_Structure_File(path.string(), structure, mode);
+    }
+};
 
 }  // namespace vntl::test

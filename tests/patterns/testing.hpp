@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <cstdlib>
 #include <fstream>
 #include <functional>
 #include <string>
@@ -16,6 +15,7 @@
 #include "base/text.hpp"
 #include "patterns/pattern.hpp"
 #include "patterns/sample_files.hpp"
+#include "real_path.hpp"
 
 namespace vntl::test {
 
@@ -25,10 +25,6 @@ inline std::string Text_Of(const std::string& file) {
 }
 
 // A real file, empty where those files are not to be had; the test is then skipped.
-inline std::string Real_Path(const std::string& name) {
-    const char* set = std::getenv("VANTRELO_DATA");
-    return (set != nullptr ? std::string(set) : SOURCE_TREE "/../shared/data") + '/' + name;
-}
 inline std::string Real_File(const std::string& name) { return Text_Of(Real_Path(name)); }
 
 using Reader = std::function<Status(std::string_view, Diffraction_Pattern_Type&)>;
