@@ -109,13 +109,4 @@ Colour Box_Behind(Colour letters) {
     return brightness > 200 ? WRGB(40, 40, 40) : WRGB(255, 255, 255);
 }
 
-std::vector<int> Cells_Under(int first, int end, double from, double to, int count) {
-    std::vector<int> cells;
-    for (int at = first; at < end; ++at) {
-        const double share = (at + 0.5 - from) / (to - from) * count;
-        cells.push_back(share >= 0 && share < count ? static_cast<int>(share) : -1);
-    }
-    return cells;
-}
-
 }  // namespace vntl

@@ -61,8 +61,8 @@ struct Marker_Style {
     bool filled = true;
 };
 
-// Cells of equal size that fill a rectangle side by side: the lowest row first, each from left to right. Where cells are smaller than
-// pixels, a pixel shows the one under its centre.
+// Cells of equal size that fill a rectangle side by side: the lowest row first, each from left to right. Where they are smaller than what a
+// device can show, their colours are averaged.
 struct Cell_Image {
     Rect rect;
     int columns = 0, rows = 0;
@@ -73,9 +73,6 @@ struct Cell_Image {
                std::isfinite(rect.y2 - rect.y1) && colours.size() >= static_cast<std::size_t>(columns) * static_cast<std::size_t>(rows);
     }
 };
-
-// The cell, from 0, of each of the places first + 0.5, first + 1.5, ... before `end`, among `count` cells from `from` to `to`; -1 outside.
-std::vector<int> Cells_Under(int first, int end, double from, double to, int count);
 
 enum class Justify { left = 0, centre = 1, right = 2 };
 

@@ -9,6 +9,7 @@
 
 #include "base/write_file.hpp"
 #include "toolkit/bitmap.hpp"
+#include "toolkit/cell_raster.hpp"
 #include "toolkit/font_table.hpp"
 
 namespace vntl {
@@ -18,6 +19,8 @@ namespace {
 constexpr double farthest = 1e5;      // points from the page beyond which nothing can show
 constexpr double nearest = 1.0 / 20;  // of a point: what lies closer is one place of a curve
 constexpr double points_a_line_unit = 0.72;
+constexpr double image_pixel = 0.5;      // line units: about the size of a pixel of an image of cells
+constexpr double largest_image = 16000;  // pixels of a side
 constexpr int circle_glyph = 221;
 
 cairo_status_t Append(void* text, const unsigned char* data, unsigned length) {
@@ -35,6 +38,26 @@ cairo_surface_t* Surface(Vector_Format format, std::string& text, double width, 
             return cairo_pdf_surface_create_for_stream(Append, &text, width, height);
     }
     return nullptr;
+}
+
+// One axis of an image of cells: the part of it that shows.
+struct Image_Axis {
+    double from = 0, pixel = 0;  // points
+    int pixels = 0;              // 0 where nothing shows
+    double Pixel(double at) const { return (at - from) / pixel; }
+};
+
+// Cells that lie between two places. Where all show, a cell takes a whole number of pixels, so that its edges are where they should be, and
+// several of them where it is large: a viewer that smooths an image then blurs no more than the edge. Cells finer than a pixel share one.
+// The image ends where the clip does, by itself: an overhang of less than half a point would escape Cairo's clip.
+Image_Axis Axis_Of_Image(double low, double high, int cells, double shown_from, double shown_to, double unit) {
+    const double cell = (high - low) / cells;
+    const double from = std::max(low, shown_from), to = std::min(high, shown_to);
+    if (!(from < to)) return {};
+    const double about = std::max(image_pixel * unit, (to - from) / largest_image);
+    const double wanted = cell >= about ? cell / std::round(cell / about) : about;
+    const double pixels = std::max(1.0, std::round((to - from) / wanted));
+    return {from, (to - from) / pixels, static_cast<int>(pixels)};
 }
 
 class Cairo_Device : public Vector_Device {
@@ -156,29 +179,31 @@ public:
             Stroke(pen);
     }
 
-    // An image whose pixels are parts of cells, so small that no viewer that smooths them blurs a cell's edge by more than that.
+    // An image, whose cells no viewer draws with seams between them, of the part that shows.
     void Cells(const Cell_Image& image) override {
         if (!image.Shows()) return;
-        constexpr int most = 4096;  // pixels along a side, where the cells are not more
-        const auto parts = [](double length, int cells) {
-            const double wanted = std::min(std::ceil(4 * length / cells), static_cast<double>(most));
-            return std::clamp(static_cast<int>(wanted), 1, std::max(1, most / cells));
-        };
-        const double wide = image.rect.x2 - image.rect.x1, high = image.rect.y2 - image.rect.y1;
-        const int width = image.columns * parts(wide, image.columns), height = image.rows * parts(high, image.rows);
-        cairo_surface_t* const pixels = cairo_image_surface_create(CAIRO_FORMAT_RGB24, width, height);
-        if (cairo_surface_status(pixels) == CAIRO_STATUS_SUCCESS) {
-            Paint_Cells(image, pixels, width, height);
-            cairo_save(cairo_);
-            cairo_translate(cairo_, X(image.rect.x1), Y(image.rect.y2));
-            cairo_scale(cairo_, wide / width, high / height);
-            cairo_set_source_surface(cairo_, pixels, 0, 0);
-            cairo_pattern_set_filter(cairo_get_source(cairo_), CAIRO_FILTER_NEAREST);
-            cairo_rectangle(cairo_, 0, 0, width, height);
-            cairo_fill(cairo_);
-            cairo_restore(cairo_);
+        const Rect place{image.rect.x1, height_ - image.rect.y2, image.rect.x2, height_ - image.rect.y1};
+        const double top = height_ - std::min(clip_.y2, height_), bottom = height_ - std::max(clip_.y1, 0.0);
+        const Image_Axis across =
+            Axis_Of_Image(place.x1, place.x2, image.columns, std::max(clip_.x1, 0.0), std::min(clip_.x2, width_), unit_);
+        const Image_Axis down = Axis_Of_Image(place.y1, place.y2, image.rows, top, bottom, unit_);
+        if (across.pixels == 0 || down.pixels == 0) return;
+        cairo_surface_t* const surface = cairo_image_surface_create(CAIRO_FORMAT_RGB24, across.pixels, down.pixels);
+        if (cairo_surface_status(surface) == CAIRO_STATUS_SUCCESS) {
+            const Pixel_Buffer pixels{reinterpret_cast<std::uint32_t*>(cairo_image_surface_get_data(surface)), across.pixels, down.pixels,
+                                      cairo_image_surface_get_stride(surface) / 4};
+            Paint_Cells(pixels, {0, 0, across.pixels, down.pixels},
+                        {across.Pixel(place.x1), down.Pixel(place.y1), across.Pixel(place.x2), down.Pixel(place.y2)}, image);
+            cairo_surface_mark_dirty(surface);
         }
-        cairo_surface_destroy(pixels);
+        cairo_save(cairo_);
+        cairo_translate(cairo_, across.from, down.from);
+        cairo_scale(cairo_, across.pixel, down.pixel);
+        cairo_set_source_surface(cairo_, surface, 0, 0);  // that one could not be made is told by Close
+        cairo_pattern_set_filter(cairo_get_source(cairo_), CAIRO_FILTER_NEAREST);
+        cairo_paint(cairo_);
+        cairo_restore(cairo_);
+        cairo_surface_destroy(surface);
     }
 
     void Text(Point at, std::string_view text, const Text_Style& style) override {
@@ -229,22 +254,6 @@ private:
         cairo_destroy(cairo_);
         cairo_surface_destroy(surface_);
         cairo_ = nullptr;
-    }
-
-    static void Paint_Cells(const Cell_Image& image, cairo_surface_t* surface, int width, int height) {
-        cairo_surface_flush(surface);
-        unsigned char* const bytes = cairo_image_surface_get_data(surface);
-        const std::ptrdiff_t stride = cairo_image_surface_get_stride(surface);
-        for (int y = 0; y < height; ++y) {
-            auto* const pixels = reinterpret_cast<std::uint32_t*>(bytes + y * stride);
-            const auto row = static_cast<std::size_t>(image.rows - 1 - y / (height / image.rows));
-            for (int x = 0; x < width; ++x) {
-                const Colour c =
-                    image.colours[row * static_cast<std::size_t>(image.columns) + static_cast<std::size_t>(x / (width / image.columns))];
-                pixels[x] = Red(c) << 16 | Green(c) << 8 | Blue(c);
-            }
-        }
-        cairo_surface_mark_dirty(surface);
     }
 
     static bool Near(Point a, Point b) { return std::fabs(a.x - b.x) < nearest && std::fabs(a.y - b.y) < nearest; }

@@ -174,34 +174,5 @@ TEST(Raster, HostileNumbersEnd) {
     SUCCEED();
 }
 
-// Cells of 7 x 3 pixels at an odd place, cut by a clip on all four sides, and cells smaller than a pixel.
-TEST(Raster, CellsTileTheirRectangle) {
-    constexpr int columns = 9, rows = 5;
-    std::vector<Colour> colours;
-    for (int i = 0; i < columns * rows; ++i) colours.push_back(WRGB(static_cast<unsigned>(i), 100, 200));
-    Bitmap bitmap(width, height);
-    const Rect rect{11, 20, 11 + 7 * columns, 20 + 3 * rows}, clip{13, 22, 60, 33};
-    bitmap.Drawing().Set_Clip(clip);
-    bitmap.Drawing().Cells({rect, columns, rows, colours});
-    for (int y = 0; y < height; ++y)
-        for (int x = 0; x < width; ++x) {
-            const double up = height - 0.5 - y, right = x + 0.5;
-            const bool inside = right > clip.x1 && right < clip.x2 && up > clip.y1 && up < clip.y2;
-            const int cell = static_cast<int>((right - rect.x1) / 7) + columns * static_cast<int>((up - rect.y1) / 3);
-            ASSERT_EQ(bitmap.Pixel(x, y), inside ? colours[static_cast<std::size_t>(cell)] : WRGB(255, 255, 255)) << x << ' ' << y;
-        }
-
-    std::vector<Colour> many(2000 * 1000);
-    for (std::size_t i = 0; i < many.size(); ++i) many[i] = static_cast<Colour>(i % 2000 * 256 / 2000);  // red from left to right
-    Bitmap small(100, 50);
-    small.Drawing().Cells({{0, 0, 100, 50}, 2000, 1000, many});
-    for (const int x : {0, 37, 99}) EXPECT_EQ(Red(small.Pixel(x, 20)), static_cast<unsigned>((20 * x + 10) * 256 / 2000)) << x;
-
-    // Side by side two bands give the same.
-    Bitmap halves(100, 50);
-    for (const auto& band : halves.Drawing().Bands()) band->Cells({{0, 0, 100, 50}, 2000, 1000, many});
-    for (int x = 0; x < 100; ++x) ASSERT_EQ(halves.Pixel(x, 7), small.Pixel(x, 7));
-}
-
 }  // namespace
 }  // namespace vntl

@@ -266,5 +266,42 @@ TEST(Vector, CellsStandWhereTheyStandOnPixels) {
     }
 }
 
+// The image holds what shows, as fine as print: neither the number of cells nor the size of their rectangle counts.
+TEST(Vector, ManyCellsAndFarCellsMakeASmallFile) {
+    const Rect clip{10, 25, 65, 60};
+    std::vector<Colour> colours(1500 * 2000);
+    for (std::size_t i = 0; i < colours.size(); ++i) colours[i] = static_cast<Colour>(i * 2654435761u & 0xffffff);
+    const struct {
+        Rect rect;
+        int columns, rows;
+    } cases[] = {{{-1e12, -1e12, 1e12, 1e12}, 1500, 2000}, {{-1e300, 20, 1e300, 70}, 4, 5}, {{0, 0, 100, 80}, 1500, 2000}};
+    for (const auto& c : cases) {
+        const auto cells = std::span(colours).first(static_cast<std::size_t>(c.columns * c.rows));
+        for (const Vector_Format format : {Vector_Format::svg, Vector_Format::pdf, Vector_Format::postscript}) {
+            const std::string file = testing::TempDir() + "many_" + std::to_string(::getpid());
+            const auto device = Open_Vector_Device(format, file, 100, 80);
+            device->Set_Clip(clip);
+            device->Cells({c.rect, c.columns, c.rows, cells});
+            EXPECT_TRUE(device->Close().ok());
+            std::ifstream stream(file, std::ios::binary | std::ios::ate);
+            EXPECT_LT(stream.tellg(), 100'000) << c.rect.x2;
+            std::remove(file.c_str());
+        }
+    }
+    // A window into a few large cells, whose edges lie at x = 40 and y = 50.
+    const auto draw = [&](Device& device) {
+        device.Set_Clip(clip);
+        device.Cells({{-4960, -4950, 5040, 5050}, 2, 2, std::span(colours).subspan(1, 4)});
+    };
+    const std::string pixels = Pixels_Of_Pdf(draw);
+    Bitmap bitmap(100, 80);
+    draw(bitmap.Drawing());
+    for (int y = 2; y < 80; y += 5)
+        for (int x = 2; x < 100; x += 5)
+            for (const auto channel : {Red, Green, Blue})
+                ASSERT_NEAR(static_cast<int>(channel(Pixel_At(pixels, x, y))), static_cast<int>(channel(bitmap.Pixel(x, y))), 2)
+                    << x << ' ' << y;
+}
+
 }  // namespace
 }  // namespace vntl

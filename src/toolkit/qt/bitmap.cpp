@@ -12,6 +12,7 @@
 
 #include "base/text.hpp"
 #include "base/write_file.hpp"
+#include "toolkit/cell_raster.hpp"
 #include "toolkit/curve_raster.hpp"
 #include "toolkit/font_table.hpp"
 #include "toolkit/qt/bitmap_qt.hpp"
@@ -138,18 +139,8 @@ public:
 
     void Cells(const Cell_Image& image) override {
         if (!image.Shows() || Refuses()) return;
-        const std::vector<int> columns = Cells_Under(clip_.x1, clip_.x2, image.rect.x1, image.rect.x2, image.columns);
-        // Rows of pixels go downward, those of cells upward.
-        const std::vector<int> rows = Cells_Under(clip_.y1, clip_.y2, Height() - image.rect.y2, Height() - image.rect.y1, image.rows);
-        const Pixel_Buffer buffer = Buffer();
-        for (std::size_t j = 0; j < rows.size(); ++j) {
-            if (rows[j] < 0) continue;
-            const Colour* cells =
-                image.colours.data() + static_cast<std::size_t>(image.rows - 1 - rows[j]) * static_cast<std::size_t>(image.columns);
-            std::uint32_t* pixels = buffer.pixels + (clip_.y1 + static_cast<std::ptrdiff_t>(j)) * buffer.stride + clip_.x1;
-            for (std::size_t i = 0; i < columns.size(); ++i)
-                if (columns[i] >= 0) pixels[i] = Pixel_Of(cells[columns[i]]);
-        }
+        const Rect& r = image.rect;
+        Paint_Cells(Buffer(), clip_, {r.x1, Height() - r.y2, r.x2, Height() - r.y1}, image);
     }
 
     void Text(Point at, std::string_view text, const Text_Style& style) override {
@@ -194,8 +185,6 @@ private:
         return true;
     }
 
-    static std::uint32_t Pixel_Of(Colour c) { return 0xff000000u | Red(c) << 16 | Green(c) << 8 | Blue(c); }
-
     void Prepare(QPainter& painter) const { painter.setClipRect(QRect(QPoint(clip_.x1, clip_.y1), QPoint(clip_.x2 - 1, clip_.y2 - 1))); }
 
     // Level and upright lines cover whole pixels: thousands of marks need no painter.
@@ -206,7 +195,7 @@ private:
             const QPointF a = At(points[i - 1]), b = At(points[i]);
             const int x1 = edge(std::min(a.x(), b.x())), x2 = edge(std::max(a.x(), b.x())) + width;
             const int y1 = edge(std::min(a.y(), b.y())), y2 = edge(std::max(a.y(), b.y())) + width;
-            Fill_Pixels({x1, y1, x2, y2}, Pixel_Of(pen.colour));
+            Fill_Pixels({x1, y1, x2, y2}, Argb(pen.colour));
         }
     }
 
