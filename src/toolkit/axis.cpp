@@ -12,6 +12,8 @@
 namespace vntl {
 namespace {
 
+constexpr std::array<int, 10> number_steps = {1, 2, 5, 10, 20, 50, 100, 200, 500, 1000};
+
 struct Decade {
     float mantissa;
     int exponent;
@@ -86,6 +88,14 @@ Axis_Ticks Ticks_Of_Axis(float lo, float hi, bool third) {
     for (std::size_t j = 0; j < count; ++j) ticks.values.push_back(first + static_cast<float>(j) * ticks.step);
     return ticks;
 }
+
+int Numbered_Every(double spacing, double needed) {
+    for (const int step : number_steps)
+        if (step * spacing >= needed) return step;
+    return number_steps.back();
+}
+
+bool Has_Number(float value, float step, int every) { return every == 1 || std::lround(static_cast<double>(value) / step) % every == 0; }
 
 std::string Tick_Text(float value, int exponent, int decimals) {
     if (!std::isfinite(value)) return {};

@@ -8,7 +8,6 @@
 
 #include "base/page.hpp"
 #include "base/text.hpp"
-#include "toolkit/axis.hpp"
 #include "toolkit/font_table.hpp"
 #include "toolkit/presentation.hpp"
 
@@ -16,8 +15,6 @@ namespace vntl {
 
 namespace {
 
-constexpr double ticks_a_zone = 80;             // a tick of size 1 is the zone's width through this
-constexpr double number_gap = 5;                // page units between a tick and its number
 constexpr double title_share = 0.38;            // base line of the title, share of the upper margin above the box
 constexpr double sub_title_share = 0.85;        // room of the sub-title's letters, share of what is left between title and box
 constexpr double xlabel_share = 0.60;           // of the x label, share of the lower margin under the box
@@ -27,18 +24,6 @@ constexpr double widest_right_label = 0.80;     // share of the right margin
 constexpr double numbers_share = 0.66;          // room of the y numbers, share of the left margin
 constexpr double widest_title = 0.96;           // share of the area's width, or height
 constexpr double key_symbol = 28, key_gap = 8;  // page units
-
-// Every 1st, 2nd, 5th, 10th ... tick gets its number, so that they stay apart.
-constexpr std::array<int, 10> number_steps = {1, 2, 5, 10, 20, 50, 100, 200, 500, 1000};
-
-int Numbered_Every(double spacing, double needed) {
-    for (const int step : number_steps)
-        if (step * spacing >= needed) return step;
-    return number_steps.back();
-}
-
-// Whether a tick carries a number when only each `every`-th does: multiples of that many steps do.
-bool Has_Number(float value, float step, int every) { return every == 1 || std::lround(static_cast<double>(value) / step) % every == 0; }
 
 // The style made small enough for the text to be no longer than `room`.
 Text_Style Fitted(const Device& device, std::string_view text, Text_Style style, double room) {

@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "toolkit/axis.hpp"
 #include "toolkit/graphics.hpp"
 
 namespace vntl {
@@ -76,7 +77,7 @@ private:
     int plot_type_ = 6;
     int next_set_ = 1;
     bool clip_sets_ = true;  // at the plot box
-    double x_tick_length_ = 0.8, y_tick_length_ = 0.8;
+    double x_tick_length_ = tick_length, y_tick_length_ = tick_length;
     bool x_ticks_inward_ = false, y_ticks_inward_ = false;
     int decimals_ = -1;
     double title_em_ = 0;  // of the title drawn last, device units

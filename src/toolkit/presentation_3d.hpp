@@ -1,56 +1,69 @@
-// Presentation graphics with a third axis: a box of data seen in perspective, from a side and from above.
+// Presentation graphics in space: units with a third axis, the view of them, and the scales.
 //
-// At rotation 0 the first axis leads away from the eye, the second to the right, the third upward. The box turns about the upright line
-// through its middle, and the eye rises; at every turn it fits into the plot box.
+// The limits of the three axes span a cube (see projection.hpp), which is seen in perspective and fills the plot box.
+// The page is wider than high, and so the cube is stretched: as the axes have units of their own, that is the picture of a box of another
+// height.
 #pragma once
 
+#include <array>
+#include <string>
 #include <string_view>
+#include <vector>
 
 #include "toolkit/graphics.hpp"
+#include "toolkit/projection.hpp"
 
 namespace vntl {
-
-// A place of the picture, in half widths of the room that the turning box needs, and how far it lies behind the middle of the box, in its
-// sides.
-struct Projected {
-    double x, y, depth;
-};
-
-class Projection {
-public:
-    // Degrees. A rotation of a full turn or more counts as 0; an elevation is held to 0 to 45.
-    Projection(double rotation, double elevation);
-    Projected operator()(double u, double v, double w) const;  // places along the three axes, 0 to 1 in the box
-
-private:
-    double cos_rotation_, sin_rotation_, cos_elevation_, sin_elevation_;
-};
 
 class Presentation_3D {
 public:
     explicit Presentation_3D(Graphics& graphics) : graphics_(&graphics) {}
 
-    void IPgArea(float x1, float y1, float x2, float y2);                          // room of the box, fractions of the area
-    void IPgUnitsXYZ(float x1, float x2, float y1, float y2, float z1, float z2);  // ends of the three axes
-    void IPgRotation(float degrees);
-    void IPgElevation(float degrees);
+    void IPgArea(float x1, float y1, float x2, float y2);                          // plot box, fractions of the area
+    void IPgUnitsXYZ(float x1, float x2, float y1, float y2, float z1, float z2);  // ends of the axes, which may be reversed
+    void IPgRotation(float degrees);   // -360 to 360, both of which, and what lies beyond, are 0
+    void IPgElevation(float degrees);  // 0 to 45, to which other values are limited
 
-    Point To_Device(float x, float y, float z) const;
-    double Depth(float x, float y, float z) const;  // grows away from the eye: what lies deeper is drawn first
+    Point To_Device(double x, double y, double z) const;  // in device units; no finite place on an axis without extent
+    double Depth(double x, double y, double z) const;     // of two points at one place the one of less depth hides the other
 
-    // The edges of the box, those at the back first, in the current colour and line width.
+    // The edges of the cube, those at the back first, in the current colour and line width.
     void IPgFrame() const;
-    // The third axis along the upright edge at the left: "T" ticks, "N" numbers.
-    void IPgZScale(std::string_view flags) const;
+
+    // Scales along edges of the cube: those of x and y at the foot of the nearer sides, that of z at the left, or at the right where one
+    // of the others runs to the left into the depth. Flags as in the plane: "T" ticks, which point away from the cube, "N" numbers.
+    void IPgXScale(std::string_view flags) const { Draw_Scale(0, flags); }
+    void IPgYScale(std::string_view flags) const { Draw_Scale(1, flags); }
+    void IPgZScale(std::string_view flags) const { Draw_Scale(2, flags); }
 
 private:
-    Projected At(float x, float y, float z) const;
-    Point On_Device(const Projected& place) const;
+    struct Edge {                                                           // along which a scale runs
+        Space_Point from = {0, 0, 0}, to = {0, 0, 0}, outward = {0, 0, 0};  // in the cube
+        double side = 0;                                                    // of an upright one: -1 at the left of the page, 1 at the right
+    };
+    struct Tick {
+        Point at, end;  // device units
+        Rect room;      // of the number
+        std::string number;
+    };
+
+    Rect Box() const;  // plot box in device units
+    Projection View() const;
+    Space_Point In_Cube(const Space_Point& units) const;
+    Point On_Page(const Space_Point& in_cube) const;
+    Point In_Page_Units(Point from, Point to) const;  // the way between two places on the device
+    Edge Floor_Edge(std::size_t axis) const;
+    Edge Upright_Edge() const;
+    Point Tick_Direction(const Edge& edge, const Space_Point& at) const;
+    Tick Tick_At(const Edge& edge, const Space_Point& in_cube, std::string number, const Text_Style& style) const;
+    bool At_Foot_Of_Z(const Rect& number, const Text_Style& style) const;
+    std::vector<Tick> Ticks(std::size_t axis, const Edge& edge, const Text_Style& style) const;
+    void Draw_Scale(std::size_t axis, std::string_view flags) const;
 
     Graphics* graphics_;
-    double bx1_ = 0, by1_ = 0, bx2_ = 1, by2_ = 1;
-    float x1_ = 0, x2_ = 1, y1_ = 0, y2_ = 1, z1_ = 0, z2_ = 1;
-    float rotation_ = 0, elevation_ = 0;
+    double bx1_ = 0, by1_ = 0, bx2_ = 1, by2_ = 1;       // plot box, fractions of the area
+    Space_Point lower_ = {0, 0, 0}, upper_ = {1, 1, 1};  // limits of the axes
+    double rotation_ = 0, elevation_ = 0;                // degrees
 };
 
 }  // namespace vntl

@@ -8,7 +8,6 @@
 
 #include "toolkit/font_table.hpp"
 #include "toolkit/presentation.hpp"
-#include "toolkit/presentation_3d.hpp"
 #include "toolkit/recording.hpp"
 
 namespace vntl {
@@ -332,67 +331,6 @@ TEST(Cells, StandWhereTheUnitsSay) {
     g.IGrCells(0, 0, 0, 1, 3, 2, six);
     g.IGrCells(0, 0, std::numeric_limits<float>::infinity(), 1, 3, 2, six);
     EXPECT_TRUE(Drawn<Recorded_Cells>(device).empty());
-}
-
-// --- three dimensions ----------------------------------------------------------------------------------------------------------------
-
-TEST(Projection, FollowsTheClosedForms) {
-    const Projection front(0, 0);
-    // From the front the box is a square; what lies nearer is larger by the ratio of the distances from the eye, 4.5 to 3.5 sides.
-    const Projected near_corner = front(0, 1, 1), far_corner = front(1, 1, 1);
-    EXPECT_NEAR(near_corner.x, near_corner.y, 1e-12);
-    EXPECT_NEAR(near_corner.x / far_corner.x, 4.5 / 3.5, 1e-12);
-    EXPECT_NEAR(near_corner.depth, -0.5, 1e-12);
-    EXPECT_NEAR(front(0.5, 0.5, 0.5).x, 0, 1e-12);
-
-    // A quarter turn brings the second axis where the first one was.
-    const Projected turned = Projection(90, 0)(0.5, 1, 0.5);
-    EXPECT_NEAR(turned.x, 0, 1e-12);
-    EXPECT_NEAR(turned.depth, 0.5, 1e-12);
-
-    // From above, at 45 degrees, the far edge of the floor and the near edge of the lid meet in height but for the perspective.
-    const Projected floor = Projection(0, 45)(1, 0.5, 0), lid = Projection(0, 45)(0, 0.5, 1);
-    EXPECT_NEAR(floor.y, 0, 1e-12);
-    EXPECT_NEAR(lid.y, 0, 1e-12);
-    EXPECT_GT(floor.depth, lid.depth);
-    EXPECT_EQ(Projection(400, 90)(0.2, 0.3, 0.4).x, Projection(0, 45)(0.2, 0.3, 0.4).x);  // a full turn and more, and too steep
-}
-
-TEST(Projection, EveryTurnFitsAndLinesStayStraight) {
-    for (int rotation = -350; rotation <= 350; rotation += 25)
-        for (int elevation = 0; elevation <= 45; elevation += 15) {
-            const Projection project(rotation, elevation);
-            for (unsigned corner = 0; corner < 8; ++corner) {
-                const Projected at = project(corner & 1, corner >> 1 & 1, corner >> 2 & 1);
-                EXPECT_LE(std::hypot(at.x, at.y), 1.0 + 1e-12);
-            }
-            const Projected a = project(0, 0.2, 0.9), b = project(1, 0.7, 0.1), middle = project(0.5, 0.45, 0.5);
-            EXPECT_NEAR((middle.x - a.x) * (b.y - a.y), (middle.y - a.y) * (b.x - a.x), 1e-12);
-        }
-}
-
-TEST(Presentation_3d, FrameAndThirdAxis) {
-    Recording_Device device;
-    Graphics g(device);
-    Presentation_3D p(g);
-    p.IPgArea(0.1f, 0.1f, 0.9f, 0.9f);
-    p.IPgUnitsXYZ(0, 9, 20, 140, 100, 500);
-    p.IPgRotation(30);
-    p.IPgElevation(22);
-    EXPECT_NEAR(p.To_Device(4.5f, 80, 300).x, 600, 1e-3);
-    EXPECT_NEAR(p.To_Device(4.5f, 80, 300).y, 400, 1e-3);
-    EXPECT_GT(p.Depth(9, 80, 300), p.Depth(0, 80, 300));
-    p.IPgFrame();
-    EXPECT_EQ(Drawn<Recorded_Line>(device).size(), 12u);
-    p.IPgZScale("TN");
-    const auto lines = Drawn<Recorded_Line>(device);
-    const auto texts = Drawn<Recorded_Text>(device);
-    ASSERT_EQ(lines.size(), 13 + texts.size());
-    double leftmost = 1200;
-    for (std::size_t i = 0; i < 12; ++i) leftmost = std::min({leftmost, lines[i].points[0].x, lines[i].points[1].x});
-    EXPECT_NEAR(std::min(lines[12].points[0].x, lines[12].points[1].x), leftmost, 1e-9);  // no edge stands further to the left
-    EXPECT_EQ(texts.front().text, "100");
-    for (const Recorded_Text& text : texts) EXPECT_LT(text.at.x, lines[12].points[0].x);
 }
 
 }  // namespace
