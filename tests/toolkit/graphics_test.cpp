@@ -296,6 +296,20 @@ TEST(Texts, LabelRightOfTheBox) {
                 EXPECT_LT(text.at.x + right, width + 1e-3) << position;
                 EXPECT_GE(text.at.y, 0);
                 EXPECT_LE(text.at.y, height);
+                if (angle == 0) continue;
+                // The end that points upward stands at the top, the other one at the foot, or the middle in the middle.
+                const double after = text.style.justify == Justify::left ? 1 : text.style.justify == Justify::right ? 0 : 0.5;
+                const double share = angle > 0 ? after : 1 - after;  // of the length, above the place
+                const double from = text.at.y - (1 - share) * length, to = from + length;
+                if (position[0] == 'T') {
+                    EXPECT_NEAR(to, std::max(0.85 * height, length), 1e-3) << position;
+                }
+                if (position[0] == 'B') {
+                    EXPECT_NEAR(from, std::min(0.15 * height, height - length), 1e-3) << position;
+                }
+                if (position[0] == 'C') {
+                    EXPECT_NEAR(0.5 * (from + to), 0.5 * height, 1e-3) << position;
+                }
             }
         }
     }
@@ -331,6 +345,42 @@ TEST(Cells, StandWhereTheUnitsSay) {
     g.IGrCells(0, 0, 0, 1, 3, 2, six);
     g.IGrCells(0, 0, std::numeric_limits<float>::infinity(), 1, 3, 2, six);
     EXPECT_TRUE(Drawn<Recorded_Cells>(device).empty());
+}
+
+TEST(Graphics, EllipsesKeepTheirRatioToThePage) {
+    const struct { double width, height, rx, ry; } cases[] = {{1200, 800, 60, 45}, {600, 800, 30, 45}, {1200, 200, 60, 11.25}};
+    for (const auto& c : cases) {
+        Recording_Device device(c.width, c.height);
+        Graphics g(device);
+        g.IGrEllipse(600, 400, 60, 0.75f);
+        EXPECT_EQ(Drawn<Recorded_Ellipse>(device)[0].rx, c.rx);
+        EXPECT_EQ(Drawn<Recorded_Ellipse>(device)[0].ry, c.ry);
+    }
+}
+
+TEST(Recording, ReplayStretchesEachDirectionByItself) {
+    const float x = 300, y = 600;
+    Recording_Device drawn(1200, 800), replayed(600, 1600);
+    drawn.Markers({std::span(&x, 1), std::span(&y, 1)}, {222, 10, 20, 0, true});
+    drawn.Ellipse({300, 600}, 30, 40, true, {});
+    drawn.Text({300, 600}, "a", {101, 0, 8, 16});
+    drawn.Set_Clip({100, 200, 300, 600});
+    drawn.Replay(replayed);
+    const auto at = [](Point p) { return std::pair{p.x, p.y}; };
+    const std::pair there{150.0, 1200.0};
+    const auto markers = Drawn<Recorded_Markers>(replayed);
+    const auto ellipses = Drawn<Recorded_Ellipse>(replayed);
+    const auto texts = Drawn<Recorded_Text>(replayed);
+    ASSERT_TRUE(markers.size() == 1 && ellipses.size() == 1 && texts.size() == 1);
+    EXPECT_EQ(at(markers[0].points[0]), there);
+    EXPECT_EQ(std::pair(markers[0].style.width, markers[0].style.height), std::pair(5.0, 40.0));
+    EXPECT_EQ(at(ellipses[0].centre), there);
+    EXPECT_EQ(std::pair(ellipses[0].rx, ellipses[0].ry), std::pair(15.0, 80.0));
+    EXPECT_EQ(at(texts[0].at), there);
+    EXPECT_EQ(std::pair(texts[0].style.width, texts[0].style.height), std::pair(4.0, 32.0));
+    const Rect clip = Drawn<Recorded_Clip>(replayed).back().rect;
+    EXPECT_EQ(std::pair(clip.x1, clip.y1), std::pair(50.0, 400.0));
+    EXPECT_EQ(std::pair(clip.x2, clip.y2), std::pair(150.0, 1200.0));
 }
 
 }  // namespace

@@ -174,5 +174,15 @@ TEST(Raster, HostileNumbersEnd) {
     SUCCEED();
 }
 
+TEST(Raster, FramesGrowWithTheirPage) {
+    const std::vector<Point> frame = {{100, 100}, {500, 100}, {500, 300}, {100, 300}, {100, 100}};
+    for (const int size : {1, 2, 3}) {
+        Bitmap bitmap(1200 * size, 800 * size);
+        bitmap.Drawing().Polyline(frame, {red, 2, Line_Style::solid});
+        const double line = 2 * size;
+        EXPECT_EQ(Ink(bitmap), 2 * (400 + 200) * line) << size;  // the outer corners and the inner ones make up for one another
+    }
+}
+
 }  // namespace
 }  // namespace vntl

@@ -9,6 +9,9 @@
 #include <cstdlib>
 #include <fstream>
 #include <functional>
+#include <sstream>
+#include <string>
+#include <vector>
 
 #include "toolkit/bitmap.hpp"
 #include "toolkit/dialog.hpp"
@@ -225,6 +228,7 @@ TEST(Vector, NothingIsDrawnOutsideTheClip) {
     const std::vector<Point> page = {{0, 0}, {100, 0}, {100, 80}, {0, 80}};
     const std::string pixels = Pixels_Of_Pdf([&](Device& device) {
         device.Set_Clip(clip);
+        device.Clear(WRGB(255, 255, 255));  // of the whole page; the clip stays
         device.Fill(page, WRGB(255, 0, 0));
     });
     ASSERT_EQ(pixels.size(), 3u * 100 * 80);
@@ -301,6 +305,56 @@ TEST(Vector, ManyCellsAndFarCellsMakeASmallFile) {
             for (const auto channel : {Red, Green, Blue})
                 ASSERT_NEAR(static_cast<int>(channel(Pixel_At(pixels, x, y))), static_cast<int>(channel(bitmap.Pixel(x, y))), 2)
                     << x << ' ' << y;
+}
+
+// Places of the only path of a picture without fill, y upward.
+std::vector<Point> Path_Of_Svg(const std::function<void(Device&)>& draw) {
+    const std::string file = testing::TempDir() + "path_" + std::to_string(::getpid());
+    const auto device = Open_Vector_Device(Vector_Format::svg, file, 100, 80);
+    draw(*device);
+    EXPECT_TRUE(device->Close().ok());
+    std::ifstream stream(file);
+    const std::string text((std::istreambuf_iterator<char>(stream)), {});
+    std::remove(file.c_str());
+    std::istringstream words(text.substr(text.find(" d=\"", text.find("fill:none")) + 4));
+    std::vector<Point> places;
+    Point at{};
+    for (std::string word; words >> word && (word == "M" || word == "L") && words >> at.x >> at.y;) places.push_back({at.x, 80 - at.y});
+    return places;
+}
+
+// A curve and a set of markers leave out what lies outside the clip, and nothing that shows.
+TEST(Vector, CurvesAndMarkersKeepWhatShows) {
+    const Rect clip{10, 25, 65, 60};
+    std::vector<float> x, y, grid_x, grid_y;
+    for (int i = 0; i <= 100; ++i) {
+        x.push_back(static_cast<float>(i));
+        y.push_back(static_cast<float>(i * i % 11 * 8));
+    }
+    for (int i = 0; i <= 20; ++i) {
+        for (int j = 0; j <= 16; ++j) {
+            grid_x.push_back(5.0f * static_cast<float>(i));
+            grid_y.push_back(5.0f * static_cast<float>(j));
+        }
+    }
+    const std::vector<Point> curve = Path_Of_Svg([&](Device& device) {
+        device.Set_Clip(clip);
+        device.Curve({x, y}, {});
+    });
+    std::vector<float> seen;
+    for (const Point& p : curve) {
+        if (p.x < clip.x1 || p.x > clip.x2) continue;
+        seen.push_back(static_cast<float>(p.x));
+        EXPECT_NEAR(p.y, y[static_cast<std::size_t>(std::lround(p.x))], 1e-3);
+    }
+    EXPECT_EQ(seen, std::vector<float>(x.begin() + 10, x.begin() + 66));
+    EXPECT_LE(curve.size(), 56u + 6);  // and the ends of the lines to what lies outside
+
+    const std::vector<Point> dots = Path_Of_Svg([&](Device& device) {
+        device.Set_Clip(clip);
+        device.Markers({grid_x, grid_y}, {221, 3, 3, 0, true});
+    });
+    EXPECT_EQ(dots.size(), 2u * 12 * 8);  // 10, 15 .. 65 by 25, 30 .. 60: a dot is a line with both its ends in a place
 }
 
 }  // namespace
