@@ -103,8 +103,14 @@ void Presentation::IPgUnitsFromGrUnits(float gx, float gy, float& x, float& y) c
 
 // --- data sets ---------------------------------------------------------------------------------------------------------------
 
-void Presentation::IPgNewPlot(int type, int sets, int) {
+void Presentation::IPgUnitsXYZ(float x1, float x2, float y1, float y2, float z1, float z2) {
+    IPgUnits(x1, y1, x2, y2);
+    z1_ = z1, z2_ = z2;
+}
+
+void Presentation::IPgNewPlot(int type, int sets, int, int, unsigned option) {
     plot_type_ = type;
+    option_ = option;
     next_set_ = 1;
     styles_.assign(static_cast<std::size_t>(std::clamp(sets, 1, max_sets)), {});
 }

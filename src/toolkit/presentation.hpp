@@ -9,6 +9,7 @@
 
 #include "toolkit/axis.hpp"
 #include "toolkit/graphics.hpp"
+#include "toolkit/grid_data.hpp"
 
 namespace vntl {
 
@@ -35,13 +36,27 @@ public:
     void IPgUnitsFromGrUnits(float gx, float gy, float& x, float& y) const;
     void IPgUnitsToGrUnits(float x, float y, float& gx, float& gy) const;
 
-    void IPgNewPlot(int type, int sets, int points);  // 6 lines, 7 markers
-    void IPgStyle(int set, const Set_Style&);         // set: 1 to 500
-    void IPgMarker(int set, int marker);              // changes the glyph of a set's markers and leaves the rest of its style
-    void IPgClipRectangle(int mode);                  // data sets are clipped at 1 the plot box, as at first, 0 the area
+    // Kind 6 lines, 7 markers, 8 a grid of `points` columns and `rows` rows with its option word.
+    void IPgNewPlot(int type, int sets, int points, int rows = 1, unsigned option = 0);
+    void IPgStyle(int set, const Set_Style&);  // set: 1 to 500
+    void IPgMarker(int set, int marker);       // changes the glyph of a set's markers and leaves the rest of its style
+    void IPgClipRectangle(int mode);           // data sets are clipped at 1 the plot box, as at first, 0 the area
     // Next set of the plot: markers or a line, by its type.
     void IPgXYPairs(std::span<const float> x, std::span<const float> y, const Series_Blocks* blocks = nullptr);
     void IPgXYLine(std::span<const float> x, std::span<const float> y);  // next set of the plot as a line, whatever the type
+    // Maps of a grid whose columns and rows lie at its x and y themselves, in the units of the plot box (x and y are at the ends of them).
+    // z1 and z2: the range of its values. Bilinear between the four values of a cell; a cell with a gap stays blank.
+    void IPgUnitsXYZ(float x1, float x2, float y1, float y2, float z1, float z2);
+    // Lines at z1 + k (z2 - z1) / (n + 1), k = 1 .. n, n the sets of the plot: coloured evenly from the colour of set 1 to that of set 2.
+    // Width 1, or 2 with bit 2048 of the option word. A flat grid has none.
+    void IPgContour2(const Grid_Data& grid);
+    // Colours between that of set 1, at z1, and that of set 2, at z2: one a cell (that of its mean), or with bit 2048 of the option word
+    // changing inside the cells. A flat grid has the colour of set 1.
+    void IPgConGrad2(const Grid_Data& grid);
+    // Bands in the colours of the sets. The band of a value is the first level above it, or the last. A cell whose corners are in one band
+    // is filled; another is cut into two triangles (granularity 1) or into granularity x granularity parts, each in the band of its mean.
+    void IPgConFill2(const Grid_Data& grid, std::span<const float> levels, int granularity);
+
     void IPgErrorBars(std::span<const float> x, std::span<const float> y, std::span<const float> half_length);
 
     void IPgXScale(std::string_view flags, float y_at);  // axis along x at y = y_at; "T" ticks, "N" numbers
@@ -74,7 +89,9 @@ private:
     Graphics* graphics_;
     double bx1_ = 0, by1_ = 0, bx2_ = 1, by2_ = 1;  // plot box, fractions of the area
     double px1_ = 0, py1_ = 0, px2_ = 1, py2_ = 1;  // plot units
+    float z1_ = 0, z2_ = 1;                         // of the values of a map
     int plot_type_ = 6;
+    unsigned option_ = 0;
     int next_set_ = 1;
     bool clip_sets_ = true;  // at the plot box
     double x_tick_length_ = tick_length, y_tick_length_ = tick_length;

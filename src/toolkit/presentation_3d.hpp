@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "toolkit/graphics.hpp"
+#include "toolkit/grid_data.hpp"
 #include "toolkit/projection.hpp"
 
 namespace vntl {
@@ -29,6 +30,29 @@ public:
 
     // The edges of the cube, those at the back first, in the current colour and line width.
     void IPgFrame() const;
+    // Floor and the two walls at the back, filled, before what stands in the cube.
+    void IPgWalls(Colour floor, Colour left, Colour right) const;
+
+    // A line in space in the current colour and line width, clipped at the ends of the axes. A gap where a number is not finite.
+    void IPgXYZLine(std::span<const float> x, std::span<const float> y, std::span<const float> z) const;
+
+    // A surface over the grid: its y along the first axis, into the depth, its x along the second, its z upward. Hidden parts by painter's
+    // order. By the option word: 2065 bands of 10 levels between the two colours, shaded by the slope; 513 the colour of least z, with the
+    // lattice; 33 a colour a cell by its height; 17 bands of 10 levels with the lattice. A cell with a gap is left out.
+    struct Surface_Style {
+        unsigned option = 0;
+        Colour lattice = 0;          // lines between the cells
+        Colour least = 0, most = 0;  // of the ends of the third axis
+    };
+    void IPgSurf3Data(const Grid_Data& grid, const Surface_Style& style) const;
+
+    // Titles. Position of an axis' title along it, 0 to 1, kept until the next call for that axis (1 to 3); 0.5 at first. Letters: "C"
+    // beside the scale, "V" upright, "T" at the top of the axis.
+    void IPgLabelPos(int axis, float along);
+    void IPgXLabel(std::string_view text, std::string_view letters) const;
+    void IPgYLabel(std::string_view text, std::string_view letters) const;
+    void IPgZLabel(std::string_view text, std::string_view letters) const;
+    void IPgTitle(std::string_view text) const;  // above the cube, in the middle
 
     // Scales along edges of the cube: those of x and y at the foot of the nearer sides, that of z at the left, or at the right where one
     // of the others runs to the left into the depth. Flags as in the plane: "T" ticks, which point away from the cube, "N" numbers.
