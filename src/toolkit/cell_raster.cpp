@@ -43,11 +43,19 @@ Axis_Shares Share_Out(double from, double to, int cells, int clip_from, int clip
 }
 
 struct Sum {
-    std::uint64_t red = 0, green = 0, blue = 0;
+    std::uint64_t red = 0, green = 0, blue = 0, count = 0;
+
+    void Take(Colour colour) {
+        if (colour == no_colour) return;
+        red += Red(colour);
+        green += Green(colour);
+        blue += Blue(colour);
+        ++count;
+    }
 };
 
-std::uint32_t Mean(const Sum& sum, std::uint64_t count) {
-    const auto mean = [&](std::uint64_t channel) { return static_cast<unsigned>((channel + count / 2) / count); };
+std::uint32_t Mean(const Sum& sum) {
+    const auto mean = [&](std::uint64_t channel) { return static_cast<unsigned>((channel + sum.count / 2) / sum.count); };
     return Argb(WRGB(mean(sum.red), mean(sum.green), mean(sum.blue)));
 }
 
@@ -60,10 +68,11 @@ void Paint_Cells(const Pixel_Buffer& target, const Pixel_Rect& clip, const Rect&
     const std::size_t width = across.shares.size();
     if (width == 0) return;
     std::vector<Sum> sums(width);
+    bool whole = false;  // the line before, so that it may be copied
     for (std::size_t y = 0; y < down.shares.size(); ++y) {
         std::uint32_t* const line = target.pixels + (down.pixel + static_cast<std::ptrdiff_t>(y)) * target.stride + across.pixel;
         const Share rows = down.shares[y];
-        if (y > 0 && rows == down.shares[y - 1]) {
+        if (whole && rows == down.shares[y - 1]) {
             std::memcpy(line, line - target.stride, width * sizeof *line);
             continue;
         }
@@ -72,16 +81,16 @@ void Paint_Cells(const Pixel_Buffer& target, const Pixel_Rect& clip, const Rect&
             const auto from_below = static_cast<std::size_t>(image.rows - 1 - row);
             const Colour* const colours = image.colours.data() + from_below * static_cast<std::size_t>(image.columns);
             for (std::size_t x = 0; x < width; ++x) {
-                for (int column = across.shares[x].first; column < across.shares[x].end; ++column) {
-                    const Colour colour = colours[column];
-                    sums[x].red += Red(colour);
-                    sums[x].green += Green(colour);
-                    sums[x].blue += Blue(colour);
-                }
+                for (int column = across.shares[x].first; column < across.shares[x].end; ++column) sums[x].Take(colours[column]);
             }
         }
-        for (std::size_t x = 0; x < width; ++x)
-            line[x] = Mean(sums[x], static_cast<std::uint64_t>(across.shares[x].end - across.shares[x].first) * (rows.end - rows.first));
+        whole = true;
+        for (std::size_t x = 0; x < width; ++x) {
+            if (sums[x].count > 0)
+                line[x] = Mean(sums[x]);
+            else
+                whole = false;
+        }
     }
 }
 

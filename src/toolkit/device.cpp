@@ -47,6 +47,16 @@ std::vector<Point> Circle() {
 
 double Line_Unit(double width, double height) { return std::max(1.0, std::min(width / page_width, height / page_height)); }
 
+Finest_Cells Device::Finest(const Rect& rect) const {
+    if (!(std::isfinite(rect.x2 - rect.x1) && std::isfinite(rect.y2 - rect.y1))) return {};
+    // Counted from the upper left corner, as pixels are, so that an edge in the middle of one falls to the same side.
+    const auto whole = [](double value, double most) { return std::round(std::clamp(value, 0.0, most)); };
+    const double left = whole(rect.x1, Width()), right = whole(rect.x2, Width());
+    const double top = whole(Height() - rect.y2, Height()), bottom = whole(Height() - rect.y1, Height());
+    if (!(left < right && top < bottom)) return {};
+    return {{left, Height() - bottom, right, Height() - top}, static_cast<int>(right - left), static_cast<int>(bottom - top)};
+}
+
 double Em_Of_Cell(double width, double height) { return std::max(0.0, std::min(height, width / letter_aspect)); }
 
 std::span<const double> Dash_Pattern(Line_Style style) {

@@ -62,7 +62,9 @@ struct Marker_Style {
 };
 
 // Cells of equal size that fill a rectangle side by side: the lowest row first, each from left to right. Where they are smaller than what a
-// device can show, their colours are averaged.
+// device can show, their colours are averaged. A cell of no colour shows what lies below.
+inline constexpr Colour no_colour = 0xff000000u;
+
 struct Cell_Image {
     Rect rect;
     int columns = 0, rows = 0;
@@ -72,6 +74,12 @@ struct Cell_Image {
         return columns > 0 && rows > 0 && rect.x1 < rect.x2 && rect.y1 < rect.y2 && std::isfinite(rect.x2 - rect.x1) &&
                std::isfinite(rect.y2 - rect.y1) && colours.size() >= static_cast<std::size_t>(columns) * static_cast<std::size_t>(rows);
     }
+};
+
+// The cells that a device shows one by one in a rectangle.
+struct Finest_Cells {
+    Rect rect{};  // that they fill
+    int columns = 0, rows = 0;
 };
 
 enum class Justify { left = 0, centre = 1, right = 2 };
@@ -100,6 +108,9 @@ public:
     virtual void Fill(std::span<const Point> polygon, Colour) = 0;
     virtual void Ellipse(Point centre, double rx, double ry, bool filled, const Pen&) = 0;
     virtual void Cells(const Cell_Image&) = 0;
+    // Of what shows of the rectangle, clip aside: for a picture computed cell by cell. As at first, whole device units, those whose centres
+    // lie in it.
+    virtual Finest_Cells Finest(const Rect& rect) const;
     // `at` is the point on the base line that `justify` names; the text is UTF-8.
     virtual void Text(Point at, std::string_view text, const Text_Style&) = 0;
     virtual double Text_Width(std::string_view text, const Text_Style&) const = 0;

@@ -60,6 +60,11 @@ Image_Axis Axis_Of_Image(double low, double high, int cells, double shown_from, 
     return {from, (to - from) / pixels, static_cast<int>(pixels)};
 }
 
+// Cells of about a pixel of an image, each of which gets one.
+int Fine_Cells(double length, double unit) {
+    return std::max(1, static_cast<int>(length / std::max(image_pixel * unit, length / largest_image)));
+}
+
 class Cairo_Device : public Vector_Device {
 public:
     Cairo_Device(Vector_Format format, std::string file, double width, double height)
@@ -188,7 +193,9 @@ public:
             Axis_Of_Image(place.x1, place.x2, image.columns, std::max(clip_.x1, 0.0), std::min(clip_.x2, width_), unit_);
         const Image_Axis down = Axis_Of_Image(place.y1, place.y2, image.rows, top, bottom, unit_);
         if (across.pixels == 0 || down.pixels == 0) return;
-        cairo_surface_t* const surface = cairo_image_surface_create(CAIRO_FORMAT_RGB24, across.pixels, down.pixels);
+        const bool whole = std::find(image.colours.begin(), image.colours.end(), no_colour) == image.colours.end();
+        const cairo_format_t format = whole ? CAIRO_FORMAT_RGB24 : CAIRO_FORMAT_ARGB32;  // which begins clear
+        cairo_surface_t* const surface = cairo_image_surface_create(format, across.pixels, down.pixels);
         if (cairo_surface_status(surface) == CAIRO_STATUS_SUCCESS) {
             const Pixel_Buffer pixels{reinterpret_cast<std::uint32_t*>(cairo_image_surface_get_data(surface)), across.pixels, down.pixels,
                                       cairo_image_surface_get_stride(surface) / 4};
@@ -204,6 +211,12 @@ public:
         cairo_paint(cairo_);
         cairo_restore(cairo_);
         cairo_surface_destroy(surface);
+    }
+
+    Finest_Cells Finest(const Rect& rect) const override {
+        const Rect seen{std::max(rect.x1, 0.0), std::max(rect.y1, 0.0), std::min(rect.x2, width_), std::min(rect.y2, height_)};
+        if (!(seen.x1 < seen.x2 && seen.y1 < seen.y2)) return {};
+        return {seen, Fine_Cells(seen.x2 - seen.x1, unit_), Fine_Cells(seen.y2 - seen.y1, unit_)};
     }
 
     void Text(Point at, std::string_view text, const Text_Style& style) override {
