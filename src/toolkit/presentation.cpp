@@ -88,6 +88,9 @@ Point Presentation::Plot_To_Device(double x, double y) const {
     return {box.x1 + (x - px1_) / (px2_ - px1_) * (box.x2 - box.x1), box.y1 + (y - py1_) / (py2_ - py1_) * (box.y2 - box.y1)};
 }
 
+double Presentation::X_Scale() const { return (Box().x2 - Box().x1) / (px2_ - px1_); }
+double Presentation::Y_Scale() const { return (Box().y2 - Box().y1) / (py2_ - py1_); }
+
 void Presentation::IPgUnitsToGrUnits(float x, float y, float& gx, float& gy) const {
     const Point at = graphics_->From_Device(Plot_To_Device(x, y));
     gx = static_cast<float>(at.x);
@@ -144,8 +147,8 @@ void Presentation::Draw_Set(std::span<const float> x, std::span<const float> y, 
     ++next_set_;
     const Rect box = Box();
     Series series{x.first(n), y.first(n)};
-    series.x_scale = (box.x2 - box.x1) / (px2_ - px1_);
-    series.y_scale = (box.y2 - box.y1) / (py2_ - py1_);
+    series.x_scale = X_Scale();
+    series.y_scale = Y_Scale();
     series.x0 = box.x1 - series.x_scale * px1_;
     series.y0 = box.y1 - series.y_scale * py1_;
     series.blocks = blocks;

@@ -79,7 +79,9 @@ private:
     const Rect& Area() const { return graphics_->Area(); }
     Device& Target() const { return graphics_->device(); }
     Point Plot_To_Device(double x, double y) const;
-    Rect Box() const;  // plot box in device units
+    Rect Box() const;        // plot box in device units
+    double X_Scale() const;  // device units a plot unit
+    double Y_Scale() const;
     Set_Style& Style_Of_Set(int set);
     void Draw_Set(std::span<const float> x, std::span<const float> y, bool markers, const Series_Blocks* blocks = nullptr);
     void Clip_Sets();
