@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
-#include <numbers>
 #include <utility>
 
 #include "base/page.hpp"
@@ -18,7 +17,6 @@ namespace {
 constexpr double eye_distance = 4;  // edges of the cube: near enough for depth to be seen, far enough for the back to be read
 constexpr double steepest = 45;     // degrees of elevation
 constexpr double same_place = 1e-9;
-constexpr double degree = std::numbers::pi / 180;
 
 // How far apart two texts of that size must be along a line for neither to touch the other.
 double Room_Along(Point from, Point to, double width, double height) {
@@ -58,13 +56,7 @@ Space_Point Presentation_3D::In_Cube(const Space_Point& units) const {
     return point;
 }
 
-Point Presentation_3D::On_Page(const Space_Point& in_cube) const {
-    const Projection view = View();
-    const Seen_Point seen = view.See(in_cube);
-    const Rect extent = view.Extent(), box = Box();
-    return {box.x1 + (seen.right - extent.x1) / (extent.x2 - extent.x1) * (box.x2 - box.x1),
-            box.y1 + (seen.up - extent.y1) / (extent.y2 - extent.y1) * (box.y2 - box.y1)};
-}
+Point Presentation_3D::On_Page(const Space_Point& in_cube) const { return Fitted_View(View(), Box()).See(in_cube); }
 
 Point Presentation_3D::To_Device(double x, double y, double z) const { return On_Page(In_Cube({x, y, z})); }
 double Presentation_3D::Depth(double x, double y, double z) const { return View().See(In_Cube({x, y, z})).depth; }
@@ -113,12 +105,10 @@ Presentation_3D::Edge Presentation_3D::Floor_Edge(std::size_t axis) const {
 // The upright edge at the left of the cube, or, where one of the other scales rises steeply from its foot, that at the right.
 Presentation_3D::Edge Presentation_3D::Upright_Edge() const {
     const Projection view = View();
-    // Edges are compared at the height of the eye: seen from there, what stands farther to the left is so for every one of their points.
-    const double eye_height = 0.5 + eye_distance * std::sin(elevation_ * degree);
     const auto outermost = [&](double side) {
         constexpr std::array<Space_Point, 4> feet = {{{0, 0, 0}, {0, 1, 0}, {1, 0, 0}, {1, 1, 0}}};
         return *std::max_element(feet.begin(), feet.end(), [&](const Space_Point& a, const Space_Point& b) {
-            const Seen_Point one = view.See({a[0], a[1], eye_height}), other = view.See({b[0], b[1], eye_height});
+            const Seen_Point one = view.See(a), other = view.See(b);
             return std::fabs(one.right - other.right) < same_place ? one.depth > other.depth : side * one.right < side * other.right;
         });
     };

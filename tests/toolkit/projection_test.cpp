@@ -45,9 +45,9 @@ TEST(Projection, ClosedForms) {
         {90, 90, orthographic, {0.5, 1, 0.5}, 0, half, 0},     // and the right side away
         {45, 0, orthographic, {0, 1, 0}, root2, -half, 0},     //
         {0, 30, orthographic, {1, 0.5, 0.5}, 0, 0.25, 0.5 * std::sqrt(3.0) / 2},
-        {0, 0, 2, {0, 1, 1}, half / 0.75, half / 0.75, -half},    // the near face at 1.5 of 2
-        {0, 0, 2, {1, 1, 1}, half / 1.25, half / 1.25, half},     // the far face at 2.5
-        {0, 90, 2, {0, 1, 1}, half / 0.75, -half / 0.75, -half},  // the top, from above
+        {0, 0, 2, {0, 1, 1}, half / 0.75, half / 0.75, -half},  // the near face at 1.5 of 2
+        {0, 0, 2, {1, 1, 1}, half / 1.25, half / 1.25, half},   // the far face at 2.5
+        {0, 60, 2, {1, 1, 0}, half / 1.125, (-0.25 + 0.25 * std::sqrt(3.0)) / 1.125, 0.25 + 0.25 * std::sqrt(3.0)},
         {123, 32, 3, {0.5, 0.5, 0.5}, 0, 0, 0},
     };
     for (const auto& c : cases) {
@@ -101,6 +101,24 @@ TEST(Projection, TheExtentHoldsEveryRotationAndNoMore) {
                 EXPECT_NEAR(bound, found, 1e-4) << distance << ' ' << elevation;
             }
         }
+    }
+}
+
+// A place at a share of the way from the eye to a point is seen where the point is, and hides it; and uprights stay upright.
+TEST(Projection, RaysLeadToTheEye) {
+    std::mt19937 random(4);
+    std::uniform_real_distribution<double> turn(-360, 360), rise(0, 60), share(0, 1);
+    for (int i = 0; i < 200; ++i) {
+        const Projection view(turn(random), rise(random), 1 + 9 * share(random));
+        const Space_Point eye = view.Eye(), point = {share(random), share(random), share(random)};
+        const double way = 0.2 + 0.7 * share(random);
+        Space_Point nearer;
+        for (std::size_t k = 0; k < 3; ++k) nearer[k] = eye[k] + way * (point[k] - eye[k]);
+        const Seen_Point far = view.See(point), near = view.See(nearer);
+        EXPECT_NEAR(far.right, near.right, 1e-9);
+        EXPECT_NEAR(far.up, near.up, 1e-9);
+        EXPECT_LT(near.depth, far.depth);
+        EXPECT_EQ(view.See({point[0], point[1], 0}).right, far.right);
     }
 }
 
