@@ -5,6 +5,7 @@
 // look at every size.
 #pragma once
 
+#include <array>
 #include <cmath>
 #include <cstdint>
 #include <memory>
@@ -82,6 +83,21 @@ struct Finest_Cells {
     int columns = 0, rows = 0;
 };
 
+// A piece of a surface, or a line on it, by the numbers of its corners in a list of places. Four corners are two triangles, which share the
+// first and the third; two are a line.
+struct Facet {
+    std::array<std::uint32_t, 4> corners;
+    std::uint32_t count = 0;  // 2 to 4
+    Colour colour = 0;
+};
+
+// Facets that are laid one over the other, the first one lowest. Between two with a side in common nothing shows through.
+struct Facet_List {
+    std::span<const Point> places;  // all finite
+    std::span<const Facet> facets;
+    double line_width = 1;
+};
+
 enum class Justify { left = 0, centre = 1, right = 2 };
 
 struct Text_Style {
@@ -111,6 +127,7 @@ public:
     // Of what shows of the rectangle, clip aside: for a picture computed cell by cell. As at first, whole device units, those whose centres
     // lie in it.
     virtual Finest_Cells Finest(const Rect& rect) const;
+    virtual void Facets(const Facet_List&) = 0;
     // `at` is the point on the base line that `justify` names; the text is UTF-8.
     virtual void Text(Point at, std::string_view text, const Text_Style&) = 0;
     virtual double Text_Width(std::string_view text, const Text_Style&) const = 0;

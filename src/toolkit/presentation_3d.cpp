@@ -28,9 +28,13 @@ double Room_Along(Point from, Point to, double width, double height) {
 
 // --- units and view ----------------------------------------------------------------------------------------------------------
 
-void Presentation_3D::IPgArea(float x1, float y1, float x2, float y2) { bx1_ = x1, by1_ = y1, bx2_ = x2, by2_ = y2; }
+void Presentation_3D::IPgArea(float x1, float y1, float x2, float y2) {
+    bx1_ = x1, by1_ = y1, bx2_ = x2, by2_ = y2;
+    Forget_Texts();
+}
 
 void Presentation_3D::IPgUnitsXYZ(float x1, float x2, float y1, float y2, float z1, float z2) {
+    Forget_Texts();
     lower_ = {x1, y1, z1};
     upper_ = {x2, y2, z2};
 }
@@ -38,9 +42,13 @@ void Presentation_3D::IPgUnitsXYZ(float x1, float x2, float y1, float y2, float 
 void Presentation_3D::IPgRotation(float degrees) {
     const bool whole_turn = !(std::fabs(degrees) < 360);
     rotation_ = whole_turn ? 0 : degrees < 0 ? degrees + 360 : degrees;
+    Forget_Texts();
 }
 
-void Presentation_3D::IPgElevation(float degrees) { elevation_ = std::clamp(static_cast<double>(degrees), 0.0, steepest); }
+void Presentation_3D::IPgElevation(float degrees) {
+    elevation_ = std::clamp(static_cast<double>(degrees), 0.0, steepest);
+    Forget_Texts();
+}
 
 Rect Presentation_3D::Box() const {
     const Rect& area = graphics_->Area();
@@ -61,8 +69,10 @@ Point Presentation_3D::On_Page(const Space_Point& in_cube) const { return Fitted
 Point Presentation_3D::To_Device(double x, double y, double z) const { return On_Page(In_Cube({x, y, z})); }
 double Presentation_3D::Depth(double x, double y, double z) const { return View().See(In_Cube({x, y, z})).depth; }
 
-void Presentation_3D::IPgFrame() const {
+void Presentation_3D::IPgFrame(Edges which) const {
     const Projection view = View();
+    const Space_Point eye = view.Eye();
+    const auto faces_eye = [&](std::size_t axis, double end) { return end == 0 ? eye[axis] < 0 : eye[axis] > 1; };
     struct Side {
         Space_Point from, to;
         double depth;
@@ -72,6 +82,9 @@ void Presentation_3D::IPgFrame() const {
         const Space_Point from = {static_cast<double>(corner & 1), static_cast<double>(corner >> 1 & 1), static_cast<double>(corner >> 2)};
         for (std::size_t axis = 0; axis < 3; ++axis) {
             if (from[axis] != 0) continue;
+            const std::size_t one = (axis + 1) % 3, other = (axis + 2) % 3;
+            const bool before_all = faces_eye(one, from[one]) && faces_eye(other, from[other]);
+            if (which != Edges::all && before_all != (which == Edges::front)) continue;
             Space_Point to = from;
             to[axis] = 1;
             sides.push_back({from, to, view.See(from).depth + view.See(to).depth});
@@ -187,16 +200,21 @@ std::vector<Presentation_3D::Tick> Presentation_3D::Ticks(std::size_t axis, cons
     return placed;
 }
 
-void Presentation_3D::Draw_Scale(std::size_t axis, std::string_view flags) const {
+void Presentation_3D::Draw_Scale(std::size_t axis, std::string_view flags) {
     const Graphics& g = *graphics_;
     const Pen pen{g.Current_Colour(), 1, Line_Style::solid};
     Text_Style style = g.Current_Text();
     style.justify = Justify::left;
     const Edge edge = axis == 2 ? Upright_Edge() : Floor_Edge(axis);
     g.device().Polyline(std::array<Point, 2>{{On_Page(edge.from), On_Page(edge.to)}}, pen);
+    scales_[axis].clear();
     for (const Tick& tick : Ticks(axis, edge, style)) {
+        scales_[axis].push_back({std::min(tick.at.x, tick.end.x), std::min(tick.at.y, tick.end.y), std::max(tick.at.x, tick.end.x),
+                                 std::max(tick.at.y, tick.end.y)});
         if (Contains(flags, "T")) g.device().Polyline(std::array<Point, 2>{{tick.at, tick.end}}, pen);
-        if (Contains(flags, "N") && !tick.number.empty()) g.device().Text({tick.room.x1, tick.room.y1}, tick.number, style);
+        if (!Contains(flags, "N") || tick.number.empty()) continue;
+        g.device().Text({tick.room.x1, tick.room.y1}, tick.number, style);
+        scales_[axis].push_back(tick.room);
     }
 }
 

@@ -26,6 +26,7 @@ public:
         const Rect& r = item.rect;
         device_.Cells({{sx_ * r.x1, sy_ * r.y1, sx_ * r.x2, sy_ * r.y2}, item.columns, item.rows, item.colours});
     }
+    void operator()(const Recorded_Facets& item) { device_.Facets({Stretched(item.places), item.facets, item.line_width}); }
     void operator()(const Recorded_Text& item) {
         Text_Style style = item.style;
         style.width *= sx_;
@@ -70,6 +71,7 @@ public:
         Take({item.centre.x - rx, item.centre.y - ry, item.centre.x + rx, item.centre.y + ry});
     }
     void operator()(const Recorded_Cells& item) { Take(item.rect); }
+    void operator()(const Recorded_Facets& item) { Take(item.places, item.line_width); }
     void operator()(const Recorded_Text& item) {
         // Whatever its angle and side, a text stays within its length and a line's height.
         const double reach = device_.Text_Width(item.text, item.style) + 2 * item.style.height;
@@ -151,6 +153,12 @@ void Recording_Device::Ellipse(Point centre, double rx, double ry, bool filled, 
 void Recording_Device::Cells(const Cell_Image& image) {
     if (image.Shows())
         items_.emplace_back(Recorded_Cells{image.rect, image.columns, image.rows, {image.colours.begin(), image.colours.end()}});
+}
+
+void Recording_Device::Facets(const Facet_List& list) {
+    if (!list.facets.empty())
+        items_.emplace_back(
+            Recorded_Facets{{list.places.begin(), list.places.end()}, {list.facets.begin(), list.facets.end()}, list.line_width});
 }
 
 void Recording_Device::Text(Point at, std::string_view text, const Text_Style& style) {

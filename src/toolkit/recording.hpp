@@ -38,6 +38,11 @@ struct Recorded_Cells {
     int columns, rows;
     std::vector<Colour> colours;  // the lowest row first
 };
+struct Recorded_Facets {
+    std::vector<Point> places;
+    std::vector<Facet> facets;
+    double line_width;
+};
 struct Recorded_Clip {
     Rect rect;
 };
@@ -45,7 +50,7 @@ struct Recorded_Clear {
     Colour colour;
 };
 using Recorded = std::variant<Recorded_Clear, Recorded_Clip, Recorded_Line, Recorded_Markers, Recorded_Fill, Recorded_Ellipse,
-                              Recorded_Text, Recorded_Cells>;
+                              Recorded_Text, Recorded_Cells, Recorded_Facets>;
 
 class Recording_Device : public Device {
 public:
@@ -61,6 +66,7 @@ public:
     void Fill(std::span<const Point>, Colour) override;
     void Ellipse(Point, double rx, double ry, bool filled, const Pen&) override;
     void Cells(const Cell_Image&) override;
+    void Facets(const Facet_List&) override;
     void Text(Point, std::string_view, const Text_Style&) override;
     double Text_Width(std::string_view, const Text_Style&) const override;  // a fixed 0.6 em a character
 

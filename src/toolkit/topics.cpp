@@ -1,6 +1,7 @@
 // The dialog and the picture in front, as scripts print them.
 #include "toolkit/topics.hpp"
 
+#include <map>
 #include <variant>
 
 #include "base/page.hpp"
@@ -44,8 +45,26 @@ std::vector<Point> Outline(const Recorded_Ellipse& e) {
     return points;
 }
 
+// How many there are of each colour, and with `full` their corners.
+Json Facet_Entry(const Recorded_Facets& surface, bool full) {
+    std::map<Colour, int> colours;
+    Json entry, counts = Json::array(), polygons = Json::array();
+    for (const Facet& facet : surface.facets) {
+        ++colours[facet.colour];
+        if (!full) continue;
+        std::vector<Point> corners;
+        for (std::size_t k = 0; k < facet.count; ++k) corners.push_back(surface.places[facet.corners[k]]);
+        polygons.push_back({{"colour", facet.colour}, {"points", Points(corners)}});
+    }
+    for (const auto& [colour, count] : colours) counts.push_back({{"colour", colour}, {"n", count}});
+    entry = {{"n", surface.facets.size()}, {"colours", counts}};
+    if (full) entry["polygons"] = polygons;
+    return entry;
+}
+
 Json Picture(const Recording_Device& record, bool full) {
-    Json texts = Json::array(), lines = Json::array(), markers = Json::array(), fills = Json::array(), cells = Json::array();
+    Json texts = Json::array(), lines = Json::array(), markers = Json::array(), fills = Json::array(), cells = Json::array(),
+         surfaces = Json::array();
     const auto add = [&](Json& list, Json entry, const std::vector<Point>& points) {
         entry["n"] = points.size();
         if (full) entry["points"] = Points(points);
@@ -68,6 +87,8 @@ Json Picture(const Recording_Device& record, bool full) {
                 {{"columns", image->columns},
                  {"rows", image->rows},
                  {"rect", {Json_Real(image->rect.x1), Json_Real(image->rect.y1), Json_Real(image->rect.x2), Json_Real(image->rect.y2)}}});
+        else if (const auto* surface = std::get_if<Recorded_Facets>(&item))
+            surfaces.push_back(Facet_Entry(*surface, full));
         else if (const auto* text = std::get_if<Recorded_Text>(&item))
             texts.push_back({{"text", Json_Text(text->text)},
                              {"x", Json_Real(text->at.x)},
@@ -78,6 +99,7 @@ Json Picture(const Recording_Device& record, bool full) {
     Json picture{{"width", page_width}, {"height", page_height}, {"texts", texts},
                  {"lines", lines},      {"markers", markers},    {"fills", fills}};
     if (!cells.empty()) picture["cells"] = cells;  // of maps alone
+    if (!surfaces.empty()) picture["surfaces"] = surfaces;
     return picture;
 }
 

@@ -19,7 +19,8 @@ namespace {
 constexpr double farthest = 1e5;      // points from the page beyond which nothing can show
 constexpr double nearest = 1.0 / 20;  // of a point: what lies closer is one place of a curve
 constexpr double points_a_line_unit = 0.72;
-constexpr double image_pixel = 0.5;      // line units: about the size of a pixel of an image of cells
+constexpr double seam = 0.3;         // points: width of the line about a facet that closes the seams which viewers show between neighbours
+constexpr double image_pixel = 0.5;  // line units: about the size of a pixel of an image of cells
 constexpr double largest_image = 16000;  // pixels of a side
 constexpr int circle_glyph = 221;
 
@@ -219,6 +220,29 @@ public:
         return {seen, Fine_Cells(seen.x2 - seen.x1, unit_), Fine_Cells(seen.y2 - seen.y1, unit_)};
     }
 
+    // One path for facets of one colour that follow each other, all turned the same way round, so that they fill as one.
+    void Facets(const Facet_List& list) override {
+        const auto together = [](const Facet& a, const Facet& b) { return a.colour == b.colour && (a.count == 2) == (b.count == 2); };
+        cairo_new_path(cairo_);
+        for (std::size_t i = 0; i < list.facets.size(); ++i) {
+            const Facet& facet = list.facets[i];
+            const auto& c = facet.corners;
+            const double before = Turn(list, c[0], c[1], c[2]), after = facet.count == 4 ? Turn(list, c[0], c[2], c[3]) : before;
+            if (facet.count < 4 || (before > 0) == (after > 0)) {
+                Add_Corners(list, std::span(c).first(facet.count), before < 0);
+            } else {
+                Add_Corners(list, std::array{c[0], c[1], c[2]}, before < 0);
+                Add_Corners(list, std::array{c[0], c[2], c[3]}, after < 0);
+            }
+            if (i + 1 < list.facets.size() && together(facet, list.facets[i + 1])) continue;
+            Use(facet.colour);
+            if (facet.count > 2) cairo_fill_preserve(cairo_);
+            cairo_set_dash(cairo_, nullptr, 0, 0);
+            cairo_set_line_width(cairo_, facet.count > 2 ? seam : list.line_width * unit_);
+            cairo_stroke(cairo_);
+        }
+    }
+
     void Text(Point at, std::string_view text, const Text_Style& style) override {
         const double em = Choose_Font(style);
         if (em <= 0) return;
@@ -279,6 +303,21 @@ private:
         cairo_new_path(cairo_);
         cairo_rectangle(cairo_, clip_.x1, height_ - clip_.y2, clip_.x2 - clip_.x1, clip_.y2 - clip_.y1);
         cairo_clip(cairo_);
+    }
+
+    // Twice the area of a triangle, above 0 for corners that go round one way.
+    static double Turn(const Facet_List& list, std::uint32_t a, std::uint32_t b, std::uint32_t c) {
+        const Point &p = list.places[a], &q = list.places[b], &r = list.places[c];
+        return (q.x - p.x) * (r.y - p.y) - (q.y - p.y) * (r.x - p.x);
+    }
+
+    void Add_Corners(const Facet_List& list, std::span<const std::uint32_t> corners, bool backwards) {
+        cairo_new_sub_path(cairo_);
+        for (std::size_t k = 0; k < corners.size(); ++k) {
+            const Point& at = list.places[corners[backwards ? corners.size() - 1 - k : k]];
+            cairo_line_to(cairo_, X(at.x), Y(at.y));
+        }
+        if (corners.size() > 2) cairo_close_path(cairo_);
     }
 
     void Add_Glyph(const Glyph_Outline& glyph, Point at, const Marker_Style& style) {

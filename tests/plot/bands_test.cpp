@@ -16,6 +16,7 @@ public:
     void Curve(const Series& series, const Pen& pen) override { target_.Curve(series, pen); }
     void Markers(const Series& series, const Marker_Style& style) override { target_.Markers(series, style); }
     void Cells(const Cell_Image& image) override { target_.Cells(image); }
+    void Facets(const Facet_List& list) override { target_.Facets(list); }
     void Fill(std::span<const Point> polygon, Colour colour) override { target_.Fill(polygon, colour); }
     void Ellipse(Point at, double rx, double ry, bool filled, const Pen& pen) override { target_.Ellipse(at, rx, ry, filled, pen); }
     void Text(Point at, std::string_view text, const Text_Style& style) override { target_.Text(at, text, style); }

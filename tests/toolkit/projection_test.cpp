@@ -174,7 +174,7 @@ TEST(Presentation_3D, ScalesSeenFromTheFront) {
     EXPECT_TRUE(holds(frame.front(), corner(0, 10, 0)) || holds(frame.front(), corner(0, 120, 0)));
     EXPECT_TRUE(holds(frame.back(), corner(29, 10, 1.2f)) || holds(frame.back(), corner(29, 120, 1.2f)));
 
-    const auto scale = [&](void (Presentation_3D::*draw)(std::string_view) const) {
+    const auto scale = [&](void (Presentation_3D::*draw)(std::string_view)) {
         const std::size_t lines = Drawn<Recorded_Line>(front.device).size(), texts = Drawn<Recorded_Text>(front.device).size();
         (front.space.*draw)("NT");
         const auto all_lines = Drawn<Recorded_Line>(front.device);
@@ -183,7 +183,7 @@ TEST(Presentation_3D, ScalesSeenFromTheFront) {
                          std::vector(all_texts.begin() + static_cast<std::ptrdiff_t>(texts), all_texts.end())};
     };
     const struct {
-        void (Presentation_3D::*draw)(std::string_view) const;
+        void (Presentation_3D::*draw)(std::string_view);
         Point from, to;
         std::size_t ticks;
         const char *first, *last;

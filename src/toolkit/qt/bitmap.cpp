@@ -14,6 +14,7 @@
 #include "base/write_file.hpp"
 #include "toolkit/cell_raster.hpp"
 #include "toolkit/curve_raster.hpp"
+#include "toolkit/facet_raster.hpp"
 #include "toolkit/font_table.hpp"
 #include "toolkit/qt/bitmap_qt.hpp"
 
@@ -141,6 +142,10 @@ public:
         if (!image.Shows() || Refuses()) return;
         const Rect& r = image.rect;
         Paint_Cells(Buffer(), clip_, {r.x1, Height() - r.y2, r.x2, Height() - r.y1}, image);
+    }
+
+    void Facets(const Facet_List& list) override {
+        if (!Refuses()) Paint_Facets(Buffer(), clip_, list, unit_);
     }
 
     void Text(Point at, std::string_view text, const Text_Style& style) override {

@@ -1,0 +1,151 @@
+#include "toolkit/facet_raster.hpp"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+#include <vector>
+
+namespace vntl {
+
+namespace {
+
+constexpr int fine = 2;                          // samples along a side of a pixel
+constexpr std::size_t most_samples = 4'000'000;  // in hand at a time
+constexpr double farthest = 1e7;                 // samples: beyond it nothing can show
+
+// Samples of a part of the picture, on which facets are laid. Places are in samples from the upper left corner of the picture.
+class Canvas {
+public:
+    Canvas(const Pixel_Buffer& target, const Pixel_Rect& part)
+        : target_(target), part_(part), bounds_{fine * part.x1, fine * part.y1, fine * part.x2, fine * part.y2} {
+        samples_.resize(static_cast<std::size_t>(bounds_.x2 - bounds_.x1) * static_cast<std::size_t>(bounds_.y2 - bounds_.y1));
+        for (int y = bounds_.y1; y < bounds_.y2; ++y) {
+            const std::uint32_t* const pixels = target_.pixels + y / fine * target_.stride;
+            std::uint32_t* const row = Row(y);
+            for (int x = bounds_.x1; x < bounds_.x2; ++x) row[x - bounds_.x1] = pixels[x / fine];
+        }
+    }
+
+    void Triangle(Point a, Point b, Point c, std::uint32_t argb) {
+        if (b.y < a.y) std::swap(a, b);
+        if (c.y < b.y) std::swap(b, c);
+        if (b.y < a.y) std::swap(a, b);
+        const Side side(a, c);
+        const int top = First_Beyond(a.y, bounds_.y1, bounds_.y2), middle = First_Beyond(b.y, bounds_.y1, bounds_.y2),
+                  bottom = First_Beyond(c.y, bounds_.y1, bounds_.y2);
+        if (top < middle) Rows(top, middle, side, Side(a, b), argb);
+        if (middle < bottom) Rows(middle, bottom, side, Side(b, c), argb);
+    }
+
+    // With ends that go on by half the width, so that lines which meet leave no notch.
+    void Line(Point a, Point b, double width, std::uint32_t argb) {
+        const double length = std::hypot(b.x - a.x, b.y - a.y), half = 0.5 * width;
+        const Point along = length > 0 ? Point{(b.x - a.x) / length * half, (b.y - a.y) / length * half} : Point{half, 0};
+        const Point p{a.x - along.x - along.y, a.y - along.y + along.x}, q{a.x - along.x + along.y, a.y - along.y - along.x};
+        const Point r{b.x + along.x + along.y, b.y + along.y - along.x}, s{b.x + along.x - along.y, b.y + along.y + along.x};
+        Triangle(p, q, r, argb);
+        Triangle(p, r, s, argb);
+    }
+
+    void Put_Back() {
+        static_assert(fine == 2);
+        for (int y = part_.y1; y < part_.y2; ++y) {
+            const std::uint32_t *upper = Row(fine * y), *lower = Row(fine * y + 1);
+            std::uint32_t* const pixels = target_.pixels + y * target_.stride + part_.x1;
+            for (int x = 0; x < part_.x2 - part_.x1; ++x)
+                pixels[x] = Mean(upper[fine * x], upper[fine * x + 1], lower[fine * x], lower[fine * x + 1]);
+        }
+    }
+
+private:
+    // A side of a triangle, from the upper end to the lower one: neighbours find the same places on it.
+    struct Side {
+        Point from;
+        double slope;
+        Side(Point upper, Point lower) : from(upper), slope((lower.x - upper.x) / (lower.y - upper.y)) {}
+        double At(double y) const { return from.x + (y - from.y) * slope; }
+    };
+
+    // The first sample whose middle lies beyond a place, from `least`, which is not below 0, to `most`.
+    static int First_Beyond(double at, int least, int most) {
+        return static_cast<int>(std::min(std::max(at + 0.5, static_cast<double>(least)), static_cast<double>(most)));
+    }
+
+    void Rows(int from, int to, const Side& one, const Side& other, std::uint32_t argb) {
+        for (int y = from; y < to; ++y) {
+            const int p = First_Beyond(one.At(y + 0.5), bounds_.x1, bounds_.x2),
+                      q = First_Beyond(other.At(y + 0.5), bounds_.x1, bounds_.x2);
+            std::uint32_t* const row = Row(y) - bounds_.x1;
+            for (int x = std::min(p, q), end = std::max(p, q); x < end; ++x) row[x] = argb;
+        }
+    }
+
+    static std::uint32_t Mean(std::uint32_t a, std::uint32_t b, std::uint32_t c, std::uint32_t d) {
+        constexpr std::uint32_t even = 0x00ff00ffu, halves = 0x00020002u;
+        const std::uint32_t low = (a & even) + (b & even) + (c & even) + (d & even) + halves;
+        const std::uint32_t high = (a >> 8 & even) + (b >> 8 & even) + (c >> 8 & even) + (d >> 8 & even) + halves;
+        return (low >> 2 & even) | (high >> 2 & even) << 8;
+    }
+
+    std::uint32_t* Row(int y) { return samples_.data() + static_cast<std::ptrdiff_t>(y - bounds_.y1) * (bounds_.x2 - bounds_.x1); }
+
+    Pixel_Buffer target_;
+    Pixel_Rect part_, bounds_;  // in pixels and in samples
+    std::vector<std::uint32_t> samples_;
+};
+
+// The places in samples from the upper left corner of the buffer.
+std::vector<Point> In_Samples(const Pixel_Buffer& target, std::span<const Point> places) {
+    std::vector<Point> samples;
+    samples.reserve(places.size());
+    const auto near = [](double at) { return std::min(std::max(at, -farthest), farthest); };
+    for (const Point& at : places) samples.push_back({near(fine * at.x), near(fine * (target.height - at.y))});
+    return samples;
+}
+
+// Of the clip what the facets can reach.
+Pixel_Rect Reached(const Pixel_Rect& clip, std::span<const Point> samples, double line_width) {
+    Point least = samples.front(), most = least;
+    for (const Point& at : samples) {
+        least = {std::min(least.x, at.x), std::min(least.y, at.y)};
+        most = {std::max(most.x, at.x), std::max(most.y, at.y)};
+    }
+    const auto pixel = [&](double at, double beyond, int low, int high) {
+        return static_cast<int>(std::clamp(std::floor((at + beyond) / fine), static_cast<double>(low), static_cast<double>(high)));
+    };
+    const double reach = line_width + 1;
+    return {pixel(least.x, -reach, clip.x1, clip.x2), pixel(least.y, -reach, clip.y1, clip.y2),
+            pixel(most.x, reach + fine, clip.x1, clip.x2), pixel(most.y, reach + fine, clip.y1, clip.y2)};
+}
+
+void Paint_Part(const Pixel_Buffer& target, const Pixel_Rect& part, const Facet_List& list, std::span<const Point> samples,
+                double line_width) {
+    Canvas canvas(target, part);
+    for (const Facet& facet : list.facets) {
+        const auto& c = facet.corners;
+        const std::uint32_t argb = Argb(facet.colour);
+        if (facet.count == 2) {
+            canvas.Line(samples[c[0]], samples[c[1]], line_width, argb);
+            continue;
+        }
+        canvas.Triangle(samples[c[0]], samples[c[1]], samples[c[2]], argb);
+        if (facet.count == 4) canvas.Triangle(samples[c[0]], samples[c[2]], samples[c[3]], argb);
+    }
+    canvas.Put_Back();
+}
+
+}  // namespace
+
+void Paint_Facets(const Pixel_Buffer& target, const Pixel_Rect& clip, const Facet_List& list, double line_unit) {
+    if (list.places.empty()) return;
+    const std::vector<Point> samples = In_Samples(target, list.places);
+    const double line_width = fine * std::max(1.0, list.line_width * line_unit);
+    const Pixel_Rect all = Reached(clip, samples, line_width);
+    if (all.x1 >= all.x2 || all.y1 >= all.y2) return;
+    const std::size_t samples_a_row = static_cast<std::size_t>(all.x2 - all.x1) * fine * fine;
+    const int rows = static_cast<int>(std::max<std::size_t>(1, most_samples / samples_a_row));
+    for (int y = all.y1; y < all.y2; y += rows)
+        Paint_Part(target, {all.x1, y, all.x2, std::min(y + rows, all.y2)}, list, samples, line_width);
+}
+
+}  // namespace vntl

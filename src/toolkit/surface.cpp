@@ -1,0 +1,161 @@
+// What stands in the cube: walls, lines and surfaces.
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <limits>
+#include <vector>
+
+#include "toolkit/presentation_3d.hpp"
+#include "toolkit/surface_facets.hpp"
+
+namespace vntl {
+
+namespace {
+
+constexpr double cell_size = 1.75;        // device units: a finer mesh shows no more
+constexpr std::size_t fewest_lines = 64;  // of a mesh along an axis that is seen end on
+constexpr double lattice_width = 1;       // line units
+constexpr double rounding = 1e-9;         // of the cube
+constexpr double end_on = 1e-3;           // device units: by so little rounding may turn back a line that is seen along itself
+constexpr float gap = std::numeric_limits<float>::quiet_NaN();
+
+Surface_Look Look_Of(const Presentation_3D::Surface_Style& style) {
+    const auto has = [&](unsigned option) { return (style.option & option) != 0; };
+    Surface_Look look{};
+    look.banded = has(option_contoured);
+    look.graduated = has(option_graduated);
+    look.shaded = look.banded && has(option_smooth);
+    look.lattice = has(option_uniform) || (look.banded && !look.shaded);
+    look.least = style.least, look.most = style.most, look.lattice_colour = style.lattice;
+    return look;
+}
+
+// The part of the way from a to b in the cube, as shares of it. False where there is none.
+bool Part_In_Cube(const Space_Point& a, const Space_Point& b, double& from, double& to) {
+    from = 0, to = 1;
+    for (std::size_t axis = 0; axis < 3; ++axis) {
+        const double step = b[axis] - a[axis];
+        const double enters = ((step > 0 ? 0.0 : 1.0) - a[axis]) / step, leaves = ((step > 0 ? 1.0 : 0.0) - a[axis]) / step;
+        if (step == 0 && (a[axis] < 0 || a[axis] > 1)) return false;
+        if (step == 0) continue;
+        from = std::max(from, enters);
+        to = std::min(to, leaves);
+    }
+    return from < to;
+}
+
+Space_Point Along(const Space_Point& a, const Space_Point& b, double share) {
+    return {a[0] + share * (b[0] - a[0]), a[1] + share * (b[1] - a[1]), a[2] + share * (b[2] - a[2])};
+}
+
+// A line in space on the page, as arrays for a curve.
+class Line_On_Page {
+public:
+    explicit Line_On_Page(const Fitted_View& page) : page_(page) {}
+
+    // The next point; the line from the last one is cut off at the sides of the cube.
+    void Next(const Space_Point& point) {
+        const bool finite = std::isfinite(point[0] + point[1] + point[2]), inside = finite && In_Cube(point);
+        if (!finite)
+            Gap();
+        else if (inside && (inside_ || !after_point_))
+            Add(point);
+        else if (after_point_)
+            Cut(point);
+        last_ = point;
+        after_point_ = finite;
+        inside_ = inside;
+    }
+
+    // From left to right, where the line goes one way across the page.
+    Series On_Page() {
+        if (!x_.empty() && x_.front() > x_.back()) {
+            std::reverse(x_.begin(), x_.end());
+            std::reverse(y_.begin(), y_.end());
+        }
+        for (std::size_t i = 1; i < x_.size(); ++i)
+            if (x_[i] < x_[i - 1] && x_[i] > x_[i - 1] - static_cast<float>(end_on)) x_[i] = x_[i - 1];
+        return {x_, y_};
+    }
+
+private:
+    static bool In_Cube(const Space_Point& point) {
+        return std::all_of(point.begin(), point.end(), [](double at) { return at >= -rounding && at <= 1 + rounding; });
+    }
+    void Add(const Space_Point& in_cube) {
+        const Point at = page_.See(in_cube);
+        x_.push_back(static_cast<float>(at.x));
+        y_.push_back(static_cast<float>(at.y));
+    }
+    void Gap() {
+        if (x_.empty()) return;
+        x_.push_back(x_.back());
+        y_.push_back(gap);
+    }
+    void Cut(const Space_Point& point) {
+        double from, to;
+        const bool shows = Part_In_Cube(last_, point, from, to);
+        if (!inside_) Gap();
+        if (!inside_ && shows) Add(Along(last_, point, from));
+        if (shows) Add(Along(last_, point, to));
+    }
+
+    const Fitted_View& page_;
+    std::vector<float> x_, y_;
+    Space_Point last_ = {0, 0, 0};
+    bool after_point_ = false, inside_ = false;
+};
+
+}  // namespace
+
+void Presentation_3D::IPgWalls(Colour floor, Colour left, Colour right) const {
+    const Fitted_View page(View(), Box());
+    const Space_Point eye = View().Eye();
+    const auto fill = [&](std::size_t axis, double end, Colour colour) {
+        const std::size_t one = (axis + 1) % 3, other = (axis + 2) % 3;
+        std::array<Point, 4> corners;
+        for (std::size_t k = 0; k < 4; ++k) {
+            Space_Point corner;
+            corner[axis] = end;
+            corner[one] = k == 1 || k == 2 ? 1 : 0;
+            corner[other] = k >= 2 ? 1 : 0;
+            corners[k] = page.See(corner);
+        }
+        graphics_->device().Fill(corners, colour);
+    };
+    fill(2, 0, floor);
+    for (const auto& [axis, colour] : {std::pair<std::size_t, Colour>{0, left}, {1, right}}) {
+        if (eye[axis] > 0) fill(axis, 0, colour);
+        if (eye[axis] < 1) fill(axis, 1, colour);
+    }
+}
+
+void Presentation_3D::IPgXYZLine(std::span<const float> x, std::span<const float> y, std::span<const float> z) const {
+    const Fitted_View page(View(), Box());
+    Line_On_Page line(page);
+    for (std::size_t i = 0; i < std::min({x.size(), y.size(), z.size()}); ++i) line.Next(In_Cube({x[i], y[i], z[i]}));
+    const Series series = line.On_Page();
+    if (!series.x.empty()) graphics_->device().Curve(series, {graphics_->Current_Colour(), graphics_->Line_Width(), Line_Style::solid});
+}
+
+void Presentation_3D::IPgSurf3Data(const Grid_Data& grid, const Surface_Style& style) const {
+    const Fitted_View page(View(), Box());
+    // As many lines along an axis as there are cells beside each other where it is seen longest.
+    const auto lines = [&](std::size_t axis) {
+        double longest = 0;
+        for (const double side : {0.0, 1.0}) {
+            Space_Point from = {side, side, 0};
+            from[axis] = 0;
+            Space_Point to = from;
+            to[axis] = 1;
+            const Point a = page.See(from), b = page.See(to);
+            longest = std::max(longest, std::hypot(b.x - a.x, b.y - a.y));
+        }
+        return std::max(fewest_lines, static_cast<std::size_t>(longest / cell_size));
+    };
+    const Surface_Mesh mesh(grid, {lower_, upper_, lines(1), lines(0)});
+    const Surface_Facets surface = Facets_Of(mesh, Look_Of(style), View(), page);
+    if (!surface.facets.empty()) graphics_->device().Facets({surface.places, surface.facets, lattice_width});
+}
+
+}  // namespace vntl

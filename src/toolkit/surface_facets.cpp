@@ -1,0 +1,207 @@
+#include "toolkit/surface_facets.hpp"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+namespace vntl {
+
+namespace {
+
+constexpr std::size_t most_lattice_lines = 60;  // along an axis: more would hide the surface
+constexpr int shades = 64;
+constexpr double relief = 0.25;  // by which slopes are multiplied for their shade: the flanks of reflections are all but upright
+constexpr double darkest = 0.4, brightness_range = 0.75;
+constexpr Space_Point light = {-0.64, -0.48, 0.6};  // across, away, upward as seen; of length 1
+
+// From one colour to the other.
+Colour Between(Colour from, Colour to, double share) {
+    const auto channel = [&](unsigned a, unsigned b) {
+        return static_cast<unsigned>(std::lround(a + share * (static_cast<double>(b) - a)));
+    };
+    return WRGB(channel(Red(from), Red(to)), channel(Green(from), Green(to)), channel(Blue(from), Blue(to)));
+}
+
+// Darker below a brightness of 1, nearer to white above.
+Colour Shaded(Colour colour, double brightness) {
+    return brightness < 1 ? Between(0, colour, brightness) : Between(colour, WRGB(255, 255, 255), std::min(1.0, brightness - 1));
+}
+
+// The cells between the lines of one axis, and where among them the eye stands: from -1, before the first one, to their number, beyond the
+// last.
+class Cells_Of_Axis {
+public:
+    Cells_Of_Axis(const std::vector<Mesh_Line>& lines, double eye)
+        : cells_(static_cast<std::ptrdiff_t>(lines.size()) - 1),
+          eye_cell_(std::upper_bound(lines.begin(), lines.end(), eye, [](double at, const Mesh_Line& line) { return at < line.at; }) -
+                    lines.begin() - 1) {
+        eye_cell_ = std::min(eye_cell_, cells_);
+    }
+
+    std::vector<std::size_t> Far_To_Near() const {
+        std::vector<std::size_t> order;
+        for (std::ptrdiff_t cell = cells_ - 1; cell > eye_cell_; --cell) order.push_back(static_cast<std::size_t>(cell));
+        for (std::ptrdiff_t cell = 0; cell < eye_cell_; ++cell) order.push_back(static_cast<std::size_t>(cell));
+        if (eye_cell_ >= 0 && eye_cell_ < cells_) order.push_back(static_cast<std::size_t>(eye_cell_));
+        return order;
+    }
+    bool Next_Is_Farther(std::size_t cell) const { return static_cast<std::ptrdiff_t>(cell) >= eye_cell_; }
+    bool Last_Is_Farther(std::size_t cell) const { return static_cast<std::ptrdiff_t>(cell) <= eye_cell_; }
+
+private:
+    std::ptrdiff_t cells_, eye_cell_;
+};
+
+// Which lines of the mesh carry a line of the lattice.
+std::size_t Lattice_Step(std::size_t lines) { return (lines + most_lattice_lines - 1) / most_lattice_lines; }
+
+class Surface_Cutter {
+public:
+    Surface_Cutter(const Surface_Mesh& mesh, const Surface_Look& look, const Projection& view, const Fitted_View& page)
+        : mesh_(mesh),
+          look_(look),
+          page_(page),
+          eye_(view.Eye()),
+          across_(mesh.Across(), eye_[1]),
+          away_(mesh.Away(), eye_[0]),
+          step_across_(Lattice_Step(mesh.Across().size())),
+          step_away_(Lattice_Step(mesh.Away().size())) {
+        // The light as the cube, which has been turned, has it.
+        const Point side = Turned(view);
+        light_ = {-light[0] * side.y + light[1] * side.x, light[0] * side.x + light[1] * side.y, light[2]};
+        for (int band = 0; band < surface_levels; ++band)
+            bands_[static_cast<std::size_t>(band)] = Between(look.least, look.most, static_cast<double>(band) / (surface_levels - 1));
+    }
+
+    Surface_Facets Cut() {
+        for (std::size_t j = 0; j < mesh_.Away().size(); ++j)
+            for (std::size_t i = 0; i < mesh_.Across().size(); ++i)
+                cut_.places.push_back(std::isfinite(mesh_.Height(i, j)) ? page_.See(mesh_.At(i, j)) : Point{0, 0});
+        cut_.facets.reserve(cut_.places.size());
+        const std::vector<std::size_t> columns = across_.Far_To_Near();
+        for (const std::size_t j : away_.Far_To_Near()) {
+            for (const std::size_t i : columns) {
+                if (!mesh_.Has_Cell(i, j)) continue;
+                Cell(i, j);
+                if (look_.lattice) Lattice(i, j);
+            }
+        }
+        return std::move(cut_);
+    }
+
+private:
+    struct Corner {
+        Space_Point at;
+        std::uint32_t place;
+    };
+    using Triangle = std::array<Corner, 3>;
+
+    // The sine and the cosine of the rotation, from where the eye has gone.
+    static Point Turned(const Projection& view) {
+        const Space_Point eye = view.Eye();
+        const double x = 0.5 - eye[0], y = 0.5 - eye[1], distance = std::hypot(x, y);
+        return {x / distance, y / distance};
+    }
+
+    static int Band(double height) { return std::min(static_cast<int>(height * surface_levels), surface_levels - 1); }
+
+    Corner Corner_At(std::size_t i, std::size_t j) const { return {mesh_.At(i, j), static_cast<std::uint32_t>(mesh_.Number(i, j))}; }
+
+    void Cell(std::size_t i, std::size_t j) {
+        const std::array<Corner, 4> c = {Corner_At(i, j), Corner_At(i + 1, j), Corner_At(i + 1, j + 1), Corner_At(i, j + 1)};
+        const auto height = [&](std::size_t k) { return c[k].at[2]; };
+        const std::size_t start = std::fabs(height(0) - height(2)) <= std::fabs(height(1) - height(3)) ? 0 : 1;  // of the diagonal
+        const Corner &p = c[start], &q = c[start + 1], &r = c[start + 2], &s = c[(start + 3) % 4];
+        const double brightness = look_.shaded ? Brightness(c) : 1;
+        const auto [lowest, highest] = std::minmax({height(0), height(1), height(2), height(3)});
+        if (!look_.banded || Band(lowest) == Band(highest)) {
+            const double mean = 0.25 * (height(0) + height(1) + height(2) + height(3));
+            const Colour colour = look_.banded      ? bands_[static_cast<std::size_t>(Band(lowest))]
+                                  : look_.graduated ? Between(look_.least, look_.most, mean)
+                                                    : look_.least;
+            Add({p.place, q.place, r.place, s.place}, 4, Lit(colour, brightness));
+            return;
+        }
+        const bool eye_beside_q = Side(p, r, eye_) * Side(p, r, q.at) > 0;
+        Bands({p, r, eye_beside_q ? s : q}, brightness);
+        Bands({p, r, eye_beside_q ? q : s}, brightness);
+    }
+
+    static double Side(const Corner& from, const Corner& to, const Space_Point& point) {
+        return (to.at[0] - from.at[0]) * (point[1] - from.at[1]) - (to.at[1] - from.at[1]) * (point[0] - from.at[0]);
+    }
+
+    // The whole in the colour of its lowest band, and on it what lies above one level after the other.
+    void Bands(Triangle t, double brightness) {
+        std::sort(t.begin(), t.end(), [](const Corner& a, const Corner& b) { return a.at[2] < b.at[2]; });
+        const int lowest = Band(t[0].at[2]), highest = Band(t[2].at[2]);
+        Add({t[0].place, t[1].place, t[2].place}, 3, Lit(bands_[static_cast<std::size_t>(lowest)], brightness));
+        for (int band = lowest + 1; band <= highest; ++band) {
+            const double level = static_cast<double>(band) / surface_levels;
+            const Colour colour = Lit(bands_[static_cast<std::size_t>(band)], brightness);
+            const std::uint32_t longest = Cut_At(level, t[0], t[2]);
+            if (level > t[1].at[2])
+                Add({longest, Cut_At(level, t[1], t[2]), t[2].place}, 3, colour);
+            else
+                Add({longest, Cut_At(level, t[0], t[1]), t[1].place, t[2].place}, 4, colour);
+        }
+    }
+
+    // Where a side, from its lower end to its higher one, reaches a level.
+    std::uint32_t Cut_At(double level, const Corner& low, const Corner& high) {
+        const double rise = high.at[2] - low.at[2], share = rise > 0 ? (level - low.at[2]) / rise : 1;
+        Space_Point at;
+        for (std::size_t k = 0; k < 3; ++k) at[k] = low.at[k] + share * (high.at[k] - low.at[k]);
+        cut_.places.push_back(page_.See(at));
+        return static_cast<std::uint32_t>(cut_.places.size() - 1);
+    }
+
+    double Brightness(const std::array<Corner, 4>& c) const {
+        const double across = c[1].at[1] - c[0].at[1], away = c[3].at[0] - c[0].at[0];
+        const double slope_across = 0.5 * relief * (c[1].at[2] + c[2].at[2] - c[0].at[2] - c[3].at[2]) / std::max(across, 1e-9);
+        const double slope_away = 0.5 * relief * (c[2].at[2] + c[3].at[2] - c[0].at[2] - c[1].at[2]) / std::max(away, 1e-9);
+        const double length = std::sqrt(1 + slope_across * slope_across + slope_away * slope_away);
+        const double toward_light = (light_[2] - slope_across * light_[1] - slope_away * light_[0]) / length;
+        return darkest + brightness_range * std::round(0.5 * (1 + toward_light) * shades) / shades;
+    }
+    Colour Lit(Colour colour, double brightness) const { return look_.shaded ? Shaded(colour, brightness) : colour; }
+
+    // A side that two cells share is drawn with the nearer one: by then nothing is to come that lies behind it.
+    void Lattice(std::size_t i, std::size_t j) {
+        const auto on_lattice = [](std::size_t line, std::size_t step, std::size_t lines) { return line % step == 0 || line + 1 == lines; };
+        const std::size_t columns = mesh_.Across().size(), rows = mesh_.Away().size();
+        const bool before_i = across_.Last_Is_Farther(i) || i == 0 || !mesh_.Has_Cell(i - 1, j);
+        const bool behind_i = across_.Next_Is_Farther(i) || !mesh_.Has_Cell(i + 1, j);
+        const bool before_j = away_.Last_Is_Farther(j) || j == 0 || !mesh_.Has_Cell(i, j - 1);
+        const bool behind_j = away_.Next_Is_Farther(j) || !mesh_.Has_Cell(i, j + 1);
+        if (before_i && on_lattice(i, step_across_, columns)) Line(mesh_.Number(i, j), mesh_.Number(i, j + 1));
+        if (behind_i && on_lattice(i + 1, step_across_, columns)) Line(mesh_.Number(i + 1, j), mesh_.Number(i + 1, j + 1));
+        if (before_j && on_lattice(j, step_away_, rows)) Line(mesh_.Number(i, j), mesh_.Number(i + 1, j));
+        if (behind_j && on_lattice(j + 1, step_away_, rows)) Line(mesh_.Number(i, j + 1), mesh_.Number(i + 1, j + 1));
+    }
+
+    void Line(std::size_t from, std::size_t to) {
+        Add({static_cast<std::uint32_t>(from), static_cast<std::uint32_t>(to)}, 2, look_.lattice_colour);
+    }
+    void Add(const std::array<std::uint32_t, 4>& corners, std::uint32_t count, Colour colour) {
+        cut_.facets.push_back({corners, count, colour});
+    }
+
+    const Surface_Mesh& mesh_;
+    const Surface_Look& look_;
+    const Fitted_View& page_;
+    Space_Point eye_, light_;  // the light in the order of the cube's axes
+    Cells_Of_Axis across_, away_;
+    std::size_t step_across_, step_away_;
+    std::array<Colour, surface_levels> bands_;
+    Surface_Facets cut_;
+};
+
+}  // namespace
+
+Surface_Facets Facets_Of(const Surface_Mesh& mesh, const Surface_Look& look, const Projection& view, const Fitted_View& page) {
+    if (!mesh.Shows()) return {};
+    return Surface_Cutter(mesh, look, view, page).Cut();
+}
+
+}  // namespace vntl
