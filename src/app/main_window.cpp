@@ -126,6 +126,7 @@ void Carry_To_Window(Application& app) {
     WMessageEnable(main_window, Message_Kind::mouse_down, state.want_mouse_down);
     WMessageEnable(main_window, Message_Kind::mouse_up, state.want_mouse_up);
     WMessageEnable(main_window, Message_Kind::mouse_move, state.want_mouse_move);
+    Count_Moves(main_window, state.count_moves);
 }
 
 void Message_Loop(Application& app) {

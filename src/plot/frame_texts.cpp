@@ -98,14 +98,34 @@ void Select_Shrunk(Graphics& g, Text_Prefs prefs, std::string_view text, float r
 
 }  // namespace
 
+void Page_Units(Graphics& g) {
+    g.IGrArea(0, 0, 1, 1);
+    g.IGrUnits(0, 0, page_width, page_height);
+}
+
+void Draw_Page(const Plot_State& plot, Presentation& p, Colour background, Colour foreground) {
+    Graphics& g = p.graphics();
+    const Plot_Zone& zone = plot.zone;
+    Page_Units(g);
+    p.IPgArea(zone.x1, zone.y1, zone.x2, zone.y2);
+    g.IGrPaletteBack(background);
+    g.IGrClear();
+    g.IGrFillPattern(fill_solid);
+    g.IGrColourN(foreground);
+    g.IGrRectangle(zone.x1 * page_width, zone.y1 * page_height, zone.x2 * page_width, zone.y2 * page_height);
+}
+
 void Draw_Title(const Scene& scene, Presentation& p, int n) {
+    if (n >= 1) Draw_Title_Text(scene, p, Title_Text(scene, n));
+}
+
+void Draw_Title_Text(const Scene& scene, Presentation& p, std::string_view title) {
     Graphics& g = p.graphics();
     const Text_Prefs& prefs = scene.prefs.graph2d.title;
     g.IGrLineWidth(1);
-    if (prefs.pos == no_text || n < 1) return;
+    if (prefs.pos == no_text) return;
     const char position = Entry(along_x, prefs.pos);
     const float room = Room_Along_X(scene.plot.zone, position);
-    const std::string_view title = Title_Text(scene, n);
     Select_Shrunk(g, prefs, title, room);
     p.IPgTitle(Fit_Text(g, title, room), position);
 }
@@ -118,6 +138,14 @@ void Draw_Scales(const Scene& scene, Presentation& p, const View& window) {
     if (scene.store.prf_loaded && scene.prefs.prf.hide_negative) Hide_Negative_Numbers(scene.plot, prefs, p, window);
     Select_Text(g, prefs.xscale);
     p.IPgXScale("TN", window.y1);
+}
+
+void Draw_Plain_Scales(const Graph2D_Prefs& prefs, Presentation& p, const View& units) {
+    Graphics& g = p.graphics();
+    Select_Text(g, prefs.yscale);
+    p.IPgYScale("TN", units.x1);
+    Select_Text(g, prefs.xscale);
+    p.IPgXScale("TN", units.y1);
 }
 
 std::string Y_Title(const Scene& scene) {

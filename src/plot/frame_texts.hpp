@@ -1,4 +1,4 @@
-// What stands around the curves of a 2D graph: title, scales, axis labels, target, frame and legend. Page units are in force.
+// What stands around the curves of a graph or a map: page, title, scales, axis labels, target, frame and legend. Page units are in force.
 #pragma once
 
 #include "plot/plot.hpp"
@@ -6,8 +6,13 @@
 
 namespace vntl {
 
+void Page_Units(Graphics&);                                                              // the whole page, 1200 x 800
+void Draw_Page(const Plot_State&, Presentation&, Colour background, Colour foreground);  // cleared, and the plot box filled
+
 void Draw_Title(const Scene&, Presentation&, int n);
+void Draw_Title_Text(const Scene&, Presentation&, std::string_view title);
 void Draw_Scales(const Scene&, Presentation&, const View& window);  // with the numbers under zero of a refined profile hidden
+void Draw_Plain_Scales(const Graph2D_Prefs&, Presentation&, const View& units);
 void Draw_Axis_Labels(const Scene&, Presentation&, std::string_view y_title, bool log);
 void Draw_Target(const Plot_State&, Graphics&);
 void Draw_Frame(Presentation&);

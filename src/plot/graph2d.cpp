@@ -27,24 +27,6 @@ constexpr int marker_font = 101;
 
 using Values = std::span<const float>;
 
-void Page_Units(Graphics& g) {
-    g.IGrArea(0, 0, 1, 1);
-    g.IGrUnits(0, 0, page_width, page_height);
-}
-
-void Draw_Page(const Scene& scene, Presentation& p) {
-    Graphics& g = p.graphics();
-    const Plot_State& plot = scene.plot;
-    const Graph2D_Prefs& prefs = scene.prefs.graph2d;
-    Page_Units(g);
-    p.IPgArea(plot.zone.x1, plot.zone.y1, plot.zone.x2, plot.zone.y2);
-    g.IGrPaletteBack(prefs.frame_background);
-    g.IGrClear();
-    g.IGrFillPattern(fill_solid);
-    g.IGrColourN(prefs.frame_foreground);
-    g.IGrRectangle(plot.zone.x1 * page_width, plot.zone.y1 * page_height, plot.zone.x2 * page_width, plot.zone.y2 * page_height);
-}
-
 void Draw_Markers(Presentation& p, Values x, Values y, const Curve_Style& style, const Series_Blocks* blocks = nullptr) {
     p.IPgNewPlot(marker_plot, 1, static_cast<int>(x.size()));
     p.IPgStyle(1, style.Of_Markers());
@@ -231,7 +213,7 @@ Drawn plot_graph2d(const Scene& scene, Graphics& g, int n, const View& window, b
     const Profile_Store& store = scene.store;
     n = std::clamp(n, 0, store.nperfiles());
     Presentation p(g);
-    Draw_Page(scene, p);
+    Draw_Page(scene.plot, p, scene.prefs.graph2d.frame_background, scene.prefs.graph2d.frame_foreground);
     if (window.Drawable()) {
         p.IPgUnits(window.x1, window.y1, window.x2, window.y2);
         Draw_Rows(scene, p, n, window, log);
@@ -246,7 +228,7 @@ Drawn plot_graph2d(const Scene& scene, Graphics& g, int n, const View& window, b
     if (scene.plot.show_target) Draw_Target(scene.plot, g);
     Draw_Frame(p);
     Draw_Legend(scene, p, n);
-    return {window, std::move(y_title)};
+    return {window, window, std::move(y_title)};
 }
 
 }  // namespace vntl

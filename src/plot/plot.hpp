@@ -22,9 +22,9 @@ struct Scene {
 };
 inline Scene Scene_Of(const Session& s) { return {s.store, s.plot, s.lists, s.prefs, s.config}; }
 
-// What drawing has found: the window that was drawn, and the title of its y axis, which row 1 may give.
+// What drawing has found: the window that was drawn, the units of the plot box, and the title of the y axis, which row 1 may give.
 struct Drawn {
-    View window;
+    View window, units;
     std::string y_title;
 };
 
@@ -33,6 +33,16 @@ Drawn Draw_Picture(const Scene&, Device&);
 
 // One 2D graph of the first `n` rows in a window; `log`: in logarithmic form.
 Drawn plot_graph2d(const Scene&, Graphics&, int n, const View& window, bool log = false);
+
+// A map of the grid, rows `first` to `last` between x1 and x2, in the way of the preferences.
+Drawn Plot_Contour(const Scene&, Graphics&, float x1, float x2, int first, int last);
+
+// The first `n` rows one behind another, in a window of x and intensity; degrees.
+Drawn Plot_3D_Lines(const Scene&, Graphics&, int n, const View& window, float rotation, float elevation);
+
+// The grid as a surface.
+Drawn Plot_3D_Surface(const Scene&, Graphics&, float rotation, float elevation);
+
 void Plot_Welcome(const Window_Prefs&, const Configuration&, Graphics&);
 
 // The marks of the form "calculation", drawn over the picture.

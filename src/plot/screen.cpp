@@ -1,6 +1,8 @@
 // Pictures on their windows: a bitmap that is drawn once for each change of data or view, and an overlay of marks that changes without
 // touching it.
+#include <array>
 #include <chrono>
+#include <iterator>
 #include <utility>
 
 #include "plot/frame_texts.hpp"
@@ -43,30 +45,37 @@ void Draw_Hits(const Scene& scene, Graphics& g) {
 
 Drawn Draw_Welcome(const Scene& scene, Graphics& g) {
     Plot_Welcome(scene.prefs.window, scene.config, g);
-    return {scene.plot.drawn, scene.plot.ylabel_text};
+    return {scene.plot.drawn, scene.plot.units, scene.plot.ylabel_text};
 }
 Drawn Draw_Graph(const Scene& scene, Graphics& g) { return plot_graph2d(scene, g, scene.store.nperfiles(), scene.plot.Shown_View()); }
 Drawn Draw_Log_Graph(const Scene& scene, Graphics& g) {
     return plot_graph2d(scene, g, scene.store.nperfiles(), scene.plot.Shown_View(), true);
 }
 
-struct Form_Picture {
-    Plot_Form form;
-    Drawn (*draw)(const Scene&, Graphics&);
-};
-constexpr Form_Picture form_pictures[] = {
-    {Plot_Form::none, Draw_Welcome},        {Plot_Form::single, Draw_Graph},      {Plot_Form::multi, Draw_Graph},
-    {Plot_Form::multi_log, Draw_Log_Graph}, {Plot_Form::calculation, Draw_Graph},
-};
+Drawn Draw_Map(const Scene& scene, Graphics& g) {
+    const Plot_State& plot = scene.plot;
+    return Plot_Contour(scene, g, plot.x_view_min, plot.x_view_max, plot.first_pattern, plot.last_pattern);
+}
+Drawn Draw_Lines_In_Space(const Scene& scene, Graphics& g) {
+    const Plot_State& plot = scene.plot;
+    const View window{plot.x_view_min, plot.x_view_max, plot.y_all_min, plot.y_all_max};
+    return Plot_3D_Lines(scene, g, scene.store.nperfiles(), window, plot.view_rotation, plot.view_elevation);
+}
+Drawn Draw_Surface(const Scene& scene, Graphics& g) {
+    return Plot_3D_Surface(scene, g, scene.plot.view_rotation, scene.plot.view_elevation);
+}
+
+// In the order of the forms.
+constexpr std::array<Drawn (*)(const Scene&, Graphics&), 9> form_pictures = {
+    Draw_Welcome, Draw_Graph, Draw_Graph, Draw_Log_Graph, Draw_Graph, Draw_Map, Draw_Map, Draw_Lines_In_Space, Draw_Surface};
+static_assert(form_pictures.size() == std::size(plot_forms));
 
 }  // namespace
 
 Drawn Draw_Picture(const Scene& scene, Device& device) {
     Graphics g(device);
     const Plot_Form form = Shows_Welcome(scene) ? Plot_Form::none : scene.plot.plot_type;
-    for (const Form_Picture& picture : form_pictures)
-        if (picture.form == form) return picture.draw(scene, g);
-    return Draw_Graph(scene, g);  // a form without a picture of its own
+    return form_pictures[static_cast<std::size_t>(form)](scene, g);
 }
 
 void Draw_With_Marks(const Scene& scene, Device& device) {
@@ -107,6 +116,7 @@ void Plot_Redraw(Session& session) {
     plot.draw_ms = std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
     plot.drawn_points = Shown_Points(Scene_Of(session));
     plot.drawn = drawn.window;
+    plot.units = drawn.units;
     plot.ylabel_text = std::move(drawn.y_title);
     Show_Marks(main_window, Scene_Of(session));
 }

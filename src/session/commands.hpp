@@ -37,6 +37,7 @@ struct Interface_State {
     std::map<int, std::string> labels;                            // of commands whose label is not that of the menu
     std::array<int, 2> toolbars{30101, 0};                        // table on the first and on the second bar, 0 none
     bool want_mouse_down = false, want_mouse_up = false, want_mouse_move = false;
+    bool count_moves = false;  // each move of the mouse means something by itself
     Cursor_Shape cursor = Cursor_Shape::arrow;
     std::array<std::string, status_parts> status{{"", "", "", "", "none"}};  // the last part shows the plot form
     bool passing = false;   // part 1 tells of what just happened, until the next command or move of the mouse

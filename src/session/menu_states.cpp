@@ -150,6 +150,8 @@ void Offer_Calculation(Session& session, Click_Mode mode) {
 void Set_Form(Session& session, Plot_Form form) {
     Interface_State& menu = session.interface;
     Leave_Mode(session);
+    if (session.plot.In_Space())  // how it was turned
+        for (const int part : {3, 4}) menu.Status_Text(part, "");
     const Menu_Column column = Column_Of(session, form);
     Apply_Column(menu, column);
     Bar_For_Refinement(session);
@@ -162,6 +164,7 @@ void Set_Form(Session& session, Plot_Form form) {
     menu.want_mouse_move = menu.want_mouse_down = form != Plot_Form::none;
     ++menu.revision;
     Set_Plot_Type(session, form);
+    menu.count_moves = session.plot.In_Space();
 }
 
 // A form other than "calculation" has no calculation running.

@@ -9,6 +9,7 @@
 
 #include "base/page.hpp"
 #include "session/plot_form.hpp"
+#include "session/plot_grid.hpp"
 #include "session/x_space.hpp"
 
 namespace vntl {
@@ -69,10 +70,14 @@ struct View {
 // The plot in the user's hand.
 struct Drag {
     bool active = false;
-    bool follows = false;  // the hand has moved by more than a click does
-    double x = 0, y = 0;   // where the hand was last, page units
-    View from = {};        // the view when the drag began
+    bool follows = false;               // the hand has moved by more than a click does
+    double x = 0, y = 0;                // where the hand was last, page units
+    View from = {};                     // the view when the drag began
+    float rotation = 0, elevation = 0;  // and how the graph was turned
 };
+
+// What a view is a window of: intensities, their logarithms, or rows.
+enum class View_Kind { counts, logarithms, rows };
 
 // The views that the user has been at, for the ways back and forward.
 struct View_History {
@@ -80,7 +85,7 @@ struct View_History {
     std::size_t present = 0;         // index of the view on the screen
     bool merging = false;            // the last view came by a step of many, which count as one
     X_Space xspace = X_Space::none;  // what the views are views of
-    bool log = false;
+    View_Kind kind = View_Kind::counts;
 };
 
 struct Plot_State {
@@ -99,7 +104,12 @@ struct Plot_State {
 
     float x_all_min = 0, x_all_max = 0, y_all_min = 0, y_all_max = 0;      // range over all rows
     float x_view_min = 0, x_view_max = 0, y_view_min = 0, y_view_max = 0;  // visible window; y in ln units in "multi_log"
-    View drawn;                                                            // the window drawn last
+    View drawn;  // the window drawn last; of a map, y1 and y2 are its first and last row
+    View units;  // at the ends of the plot box: those of the window, or of the grid of a map; of a graph in space none
+
+    int first_pattern = 0, last_pattern = 0;      // rows that maps show
+    float view_rotation = 0, view_elevation = 0;  // of graphs in space, degrees
+    PlotGrid grid;                                // of maps and surfaces
 
     float y_prf_bottom = 0;  // lowest y of a plot with a refined profile
     float diff_base = 0;     // y on which its difference curve stands
@@ -115,18 +125,18 @@ struct Plot_State {
     double read_ms = 0, draw_ms = 0;  // what the last load and the last picture took
     long long drawn_points = 0;       // points of the rows of that picture
 
-    // Between page units and the data units of the window drawn last.
+    // Between page units and the data units of the picture drawn last.
     struct Place {
         double x, y;
     };
     Place Data_At(Place page) const {
         const double fx = (page.x / page_width - zone.x1) / (static_cast<double>(zone.x2) - zone.x1);
         const double fy = (page.y / page_height - zone.y1) / (static_cast<double>(zone.y2) - zone.y1);
-        return {drawn.x1 + fx * (static_cast<double>(drawn.x2) - drawn.x1), drawn.y1 + fy * (static_cast<double>(drawn.y2) - drawn.y1)};
+        return {units.x1 + fx * (static_cast<double>(units.x2) - units.x1), units.y1 + fy * (static_cast<double>(units.y2) - units.y1)};
     }
     Place Page_At(Place data) const {
-        const double fx = (data.x - drawn.x1) / (static_cast<double>(drawn.x2) - drawn.x1);
-        const double fy = (data.y - drawn.y1) / (static_cast<double>(drawn.y2) - drawn.y1);
+        const double fx = (data.x - units.x1) / (static_cast<double>(units.x2) - units.x1);
+        const double fy = (data.y - units.y1) / (static_cast<double>(units.y2) - units.y1);
         return {page_width * (zone.x1 + fx * (static_cast<double>(zone.x2) - zone.x1)),
                 page_height * (zone.y1 + fy * (static_cast<double>(zone.y2) - zone.y1))};
     }
@@ -137,8 +147,14 @@ struct Plot_State {
         return MoveMode == Move_Mode::scale_x ? Page_At({pivot, 0}).x : Page_At({0, pivot}).y;
     }
 
+    bool Is_Map() const { return plot_type == Plot_Form::contour || plot_type == Plot_Form::contour_log; }
+    bool In_Space() const { return plot_type == Plot_Form::graph3d || plot_type == Plot_Form::surface; }
+
     View Whole_Range() const { return {x_all_min, x_all_max, y_all_min, y_all_max}; }
     View Shown_View() const { return {x_view_min, x_view_max, y_view_min, y_view_max}; }
+    View_Kind Kind_Of_View() const { return Is_Map() ? View_Kind::rows : Is_Log() ? View_Kind::logarithms : View_Kind::counts; }
+    // What a map shows: x, and the rows as y.
+    View Map_View() const { return {x_view_min, x_view_max, static_cast<float>(first_pattern), static_cast<float>(last_pattern)}; }
 
     // False, and nothing changes, for a view that single precision cannot hold with its width and height.
     bool Show(const View& view) {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 
 #include "base/text.hpp"
 
@@ -141,6 +142,86 @@ void Add_Prf(std::vector<Preference>& table) {
     table.insert(table.end(), rows.begin(), rows.end());
 }
 
+void Add_Contour(std::vector<Preference>& table) {
+    constexpr auto contour = &Preferences::contour;
+    using C = Contour_Prefs;
+    constexpr int title_width = 180, largest_count = 1000;
+    const std::vector<Preference> rows = {
+        {"contour_title",
+         At<contour, &C::contour_title>,
+         std::string("Plot 2D contour multi file"),
+         0,
+         title_width,
+         {45, 1},
+         {},
+         "a",
+         Page::contour},
+        {"contour_background", At<contour, &C::contour_background>, WRGB(214, 214, 214), 0, 0, {46, 1}, {}, "i10", Page::contour},
+        {"contour_foreground", At<contour, &C::contour_foreground>, WRGB(255, 255, 202), 0, 0, {46, 2}, {}, "i10", Page::contour},
+        {"contour_min_colour", At<contour, &C::contour_min_colour>, WRGB(50, 50, 235), 0, 0, {46, 3}, {}, "i10", Page::contour},
+        {"contour_max_colour", At<contour, &C::contour_max_colour>, WRGB(235, 50, 50), 0, 0, {46, 4}, {}, "i10", Page::contour},
+        {"contour_type", At<contour, &C::contour_type>, 1, 1, 5, {47, 1}, {}, "i10", Page::contour},
+        {"contour_levels", At<contour, &C::contour_levels>, 20, 0, largest_count, {47, 2}, {}, "i10", Page::contour},
+        {"contour_granularity", At<contour, &C::contour_granularity>, 30, 0, largest_count, {47, 3}, {}, "i10", Page::contour},
+    };
+    table.insert(table.end(), rows.begin(), rows.end());
+    // From the least band upward.
+    constexpr std::array<Colour, contour_colours> palette = {0xBF0000, 0xFB0000, 0xFF1717, 0xFF3E3E, 0xB8831F, 0xD6B04E, 0xFF8080,
+                                                             0xDEDE03, 0xD5FE67, 0xA9F50A, 0x80F50A, 0x21F810, 0x12DE87, 0x35F7C7,
+                                                             0x00EAEA, 0x00FFFF, 0x3E3EFF, 0x3C3CFF, 0x0000FF, 0x0000DF};
+    for (int band = 0; band < contour_colours; ++band) {
+        const auto index = static_cast<std::size_t>(band);
+        const auto target = [index](Preferences& prefs) -> Preference_Target { return &prefs.contour.contour_palette[index]; };
+        table.push_back(
+            {"contour_palette/" + std::to_string(band + 1), target, palette[index], 0, 0, {48, band + 1}, {}, "i10", Page::contour});
+    }
+    table.push_back({"saturation_on", At<&Preferences::saturation, &Saturation::saturation_on>, false, 0, 1, {}, {}, {}, Page::contour});
+    table.push_back(
+        {"saturation_value", At<&Preferences::saturation, &Saturation::saturation_value>, 1e6f, 0, 0, {}, {}, {}, Page::contour});
+}
+
+void Add_Graphs_3D(std::vector<Preference>& table) {
+    constexpr auto graph = &Preferences::graph3d;
+    constexpr auto surface = &Preferences::surface;
+    using S = Surface_Prefs;
+    constexpr int title_width = 150;
+    const std::vector<Preference> rows = {
+        {"graph3d_title",
+         At<graph, &Graph3D_Prefs::graph3d_title>,
+         std::string("Plot 3D multi file"),
+         0,
+         title_width,
+         {50, 1},
+         {},
+         "a",
+         Page::graph_3d},
+        {"graph3d_background",
+         At<graph, &Graph3D_Prefs::graph3d_background>,
+         WRGB(220, 200, 253),
+         0,
+         0,
+         {51, 1},
+         {},
+         "i10",
+         Page::graph_3d},
+        {"surface_title",
+         At<surface, &S::surface_title>,
+         std::string("Plot 3D surface multi file"),
+         0,
+         title_width,
+         {53, 1},
+         {},
+         "a",
+         Page::surface_3d},
+        {"surface_background", At<surface, &S::surface_background>, WRGB(193, 193, 132), 0, 0, {54, 1}, {}, "i10", Page::surface_3d},
+        {"surface_lattice", At<surface, &S::surface_lattice>, WRGB(198, 255, 198), 0, 0, {54, 2}, {}, "i10", Page::surface_3d},
+        {"surface_min_colour", At<surface, &S::surface_min_colour>, WRGB(128, 0, 0), 0, 0, {54, 3}, {}, "i10", Page::surface_3d},
+        {"surface_max_colour", At<surface, &S::surface_max_colour>, WRGB(255, 255, 0), 0, 0, {54, 4}, {}, "i10", Page::surface_3d},
+        {"surface_type", At<surface, &S::surface_type>, 1, 1, 4, {55, 1}, {}, "i10", Page::surface_3d},
+    };
+    table.insert(table.end(), rows.begin(), rows.end());
+}
+
 // --- values as texts -----------------------------------------------------------------------------------------------------------------
 
 std::optional<Colour> Colour_Of(std::string_view text) {
@@ -184,6 +265,12 @@ struct Setter {
         *value = number;
         return Status::Done();
     }
+    Status operator()(float* value) const {
+        double number = 0;
+        if (!Parse_Real(text, number) || !std::isfinite(static_cast<float>(number))) return Refused(preference, text, "a number");
+        *value = static_cast<float>(number);
+        return Status::Done();
+    }
     Status operator()(bool* value) const {
         const std::optional<bool> logical = Logical_Of(text);
         if (!logical) return Refused(preference, text, "0 or 1");
@@ -215,7 +302,7 @@ void To_Default(const Preference& preference, Preferences& prefs) {
 const std::vector<Preference>& Preference_Table() {
     static const std::vector<Preference> table = [] {
         std::vector<Preference> rows;
-        for (const auto add : {Add_Window, Add_Styles, Add_Graph_2D, Add_Prf}) add(rows);
+        for (const auto add : {Add_Window, Add_Styles, Add_Graph_2D, Add_Prf, Add_Contour, Add_Graphs_3D}) add(rows);
         return rows;
     }();
     return table;

@@ -23,10 +23,10 @@ struct Settings_Place {
 };
 
 // The page of the dialog on which a preference is set.
-enum class Preference_Page { none, graph_2d, profiles_data, profile_prf };
+enum class Preference_Page { none, graph_2d, profiles_data, profile_prf, graph_3d, contour, surface_3d };
 
-using Preference_Value = std::variant<int, bool, Colour, std::string>;
-using Preference_Target = std::variant<int*, bool*, Colour*, std::string*>;
+using Preference_Value = std::variant<int, bool, float, Colour, std::string>;
+using Preference_Target = std::variant<int*, bool*, float*, Colour*, std::string*>;
 
 struct Preference {
     std::string name;  // as `print prefs` gives it; of a slot of the styles "profile_styles/3/line_colour"
@@ -44,8 +44,8 @@ const Preference* Find_Preference(std::string_view name);
 
 Preference_Value Value_Of(const Preference& preference, const Preferences& prefs);
 
-// Sets one by a text: a whole number of its range, 0 or 1, false or true, a colour as its one number or as "red,green,blue", a text of one
-// line that fits (bytes that are not valid UTF-8 as Latin-1). Fails, and changes nothing, on another text.
+// Sets one by a text: a whole number of its range, a finite number, 0 or 1, false or true, a colour as its one number or as
+// "red,green,blue", a text of one line that fits (bytes that are not valid UTF-8 as Latin-1). Fails, and changes nothing, on another text.
 Status Set_Preference(Preferences& prefs, std::string_view name, std::string_view text);
 
 }  // namespace vntl

@@ -1,5 +1,5 @@
-// What the user may set: styles of curves, the look of the 2D graph and of Rietveld overlays, the main window. Names, ranges, defaults and
-// places in the settings file stand in the table of session/preference_table.
+// What the user may set: styles of curves, the look of the 2D graph, of Rietveld overlays, of maps and of graphs in space, the main window.
+// Names, ranges, defaults and places in the settings file stand in the table of session/preference_table.
 #pragma once
 
 #include <array>
@@ -54,6 +54,35 @@ struct PRF_Prefs {
     bool hide_negative = false;
 };
 
+inline constexpr int contour_colours = 20;
+
+struct Contour_Prefs {
+    std::string contour_title;
+    Colour contour_background = 0, contour_foreground = 0;
+    Colour contour_min_colour = 0, contour_max_colour = 0;
+    int contour_type = 0;                             // 1, 2 lines, 3, 4 colours between two, 5 bands of the palette
+    int contour_levels = 0, contour_granularity = 0;  // of the bands; their routine brings both into its range
+    std::array<Colour, contour_colours> contour_palette = {};
+};
+
+struct Graph3D_Prefs {
+    std::string graph3d_title;
+    Colour graph3d_background = 0;
+};
+
+struct Surface_Prefs {
+    std::string surface_title;
+    Colour surface_background = 0, surface_lattice = 0, surface_min_colour = 0, surface_max_colour = 0;
+    int surface_type = 0;  // 1 graduated contouring, 2 one colour, 3 graduated colour, 4 variable
+};
+
+// Of maps and surfaces: higher intensities are cut off at the value, in the units of the picture. It goes with the run of the program and
+// not with the settings file.
+struct Saturation {
+    bool saturation_on = false;
+    float saturation_value = 0;
+};
+
 inline constexpr int largest_window_side = 16384;  // pixels
 
 struct Window_Prefs {
@@ -72,6 +101,10 @@ struct Preferences {
     std::array<ProfileStyle, profile_style_slots> profile_styles;
     Graph2D_Prefs graph2d;
     PRF_Prefs prf;
+    Contour_Prefs contour;
+    Graph3D_Prefs graph3d;
+    Surface_Prefs surface;
+    Saturation saturation;
 
     const ProfileStyle& Style_Of_Row(int row) const { return profile_styles[(row - 1) % profile_style_slots]; }
 };

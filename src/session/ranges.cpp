@@ -139,6 +139,8 @@ void Plot_Ranges(Session& session) {
     const bool log = plot.log_scale, log_of_one = plot.log_of_one;  // of the form that was there
     Set_Range_X(store, session.prefs.prf, plot);
     Set_Range_Y(store, plot);
+    plot.first_pattern = 1;
+    plot.last_pattern = store.nperfiles();
     session.interface.Enable(command::open_prf, true);
     Find_Refined_Row(store, plot);
     Set_Origin_Commands(session);

@@ -60,6 +60,10 @@ std::string Fault_Of_Plot(const Session& session) {
     if (session.hkl_gen.hkl_open && plot.ClickMode != Click_Mode::reflections) return "HKL Gen without its mode";
     for (const int entry : plot.hits.entries)
         if (plot.hits.generated && static_cast<std::size_t>(entry) > session.lists.hklgen.size()) return "reflections under the pointer";
+    const bool needs_grid = plot.Is_Map() || plot.plot_type == Plot_Form::surface;
+    if (needs_grid && plot.grid.grid_z.size() != plot.grid.grid_x.size() * plot.grid.grid_y.size()) return "size of the grid";
+    if (needs_grid && plot.grid.grid_z.empty()) return "a map without a grid";
+    if (plot.Is_Map() && !(1 <= plot.first_pattern && plot.last_pattern <= session.store.nperfiles())) return "rows of the map";
     if ((plot.peak_insert && plot.peak_delete) || (plot.bgr_insert && plot.bgr_delete)) return "insertion and deletion together";
     if ((session.store.nperfiles() == 0) != (plot.xspace == X_Space::none)) return "xspace " + std::string(Told(plot.xspace));
     if (session.store.nperfiles() == 0 && plot.plot_type != Plot_Form::none) return "plot form of an empty store";

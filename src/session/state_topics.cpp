@@ -1,4 +1,7 @@
 // Plot, lists, preferences and paths, as scripts print them.
+#include <algorithm>
+#include <iterator>
+
 #include "session/fit.hpp"
 #include "session/preference_table.hpp"
 #include "session/session.hpp"
@@ -26,6 +29,12 @@ Json State(const Session& session) {
         {"x_all_min", plot.x_all_min},   {"x_all_max", plot.x_all_max},   {"y_all_min", plot.y_all_min},   {"y_all_max", plot.y_all_max},
         {"drawn_x1", plot.drawn.x1},     {"drawn_x2", plot.drawn.x2},     {"drawn_y1", plot.drawn.y1},     {"drawn_y2", plot.drawn.y2}};
     for (const auto& [name, value] : reals) state[name] = Json_Real(value);
+    state["view_rotation"] = Json_Real(plot.view_rotation);
+    state["view_elevation"] = Json_Real(plot.view_elevation);
+    state["first_pattern"] = plot.first_pattern;
+    state["last_pattern"] = plot.last_pattern;
+    state["saturation_on"] = session.prefs.saturation.saturation_on;
+    state["saturation_value"] = Json_Real(session.prefs.saturation.saturation_value);
     state["xlabel_text"] = Json_Text(plot.xlabel_text);
     state["ylabel_text"] = Json_Text(plot.ylabel_text);
     state["status"] = Json::array();
@@ -60,27 +69,34 @@ Json Recent(const Recent_Files& recent) {
     return {{"recent", list}};
 }
 
-// By their names; the slots of the styles as a list.
+Json Json_Of(const Preference_Value& value) {
+    return std::visit(
+        [](const auto& v) {
+            using Value = std::decay_t<decltype(v)>;
+            if constexpr (std::is_same_v<Value, std::string>)
+                return Json(Json_Text(v));
+            else if constexpr (std::is_same_v<Value, float>)
+                return Json_Real(v);
+            else
+                return Json(v);
+        },
+        value);
+}
+
+// By their names; the slots of the styles and the colours of the palette as lists.
 Json Preferences_Json(const Preferences& prefs) {
     Json all;
     for (const Preference& preference : Preference_Table()) {
-        const Json value = std::visit(
-            [](const auto& v) {
-                if constexpr (std::is_same_v<std::decay_t<decltype(v)>, std::string>)
-                    return Json(Json_Text(v));
-                else
-                    return Json(v);
-            },
-            Value_Of(preference, prefs));
         Json* place = &all;
         std::string_view rest = preference.name;
-        for (std::size_t slash = rest.find('/'); slash != std::string_view::npos; slash = rest.find('/')) {
+        while (!rest.empty()) {
+            const std::size_t slash = std::min(rest.find('/'), rest.size());
             const std::string step(rest.substr(0, slash));
             int slot = 0;
             place = Parse_Integer(step, slot) ? &(*place)[static_cast<std::size_t>(slot - 1)] : &(*place)[step];
-            rest.remove_prefix(slash + 1);
+            rest.remove_prefix(std::min(slash + 1, rest.size()));
         }
-        (*place)[std::string(rest)] = value;
+        *place = Json_Of(Value_Of(preference, prefs));
     }
     return all;
 }
@@ -90,6 +106,34 @@ Json Paths(const Configuration& config) {
             {"launch_dir", config.launch_dir}, {"quendrix_dir", config.quendrix_dir}, {"config_dir", config.config_dir},
             {"last_dir", config.last_dir},     {"pcr_file", config.pcr_file},         {"set_file", config.set_file},
             {"mru_file", config.mru_file}};
+}
+
+Json Grid(const PlotGrid& grid, bool full) {
+    const auto list = [](auto from, auto to) {
+        Json values = Json::array();
+        std::transform(from, to, std::back_inserter(values), [](float v) { return Json_Real(v); });
+        return values;
+    };
+    const std::ptrdiff_t nx = std::ssize(grid.grid_x), ny = std::ssize(grid.grid_y);
+    Json all{{"nx", nx},
+             {"ny", ny},
+             {"y_label", grid.grid_y_label},
+             {"x", list(grid.grid_x.begin(), grid.grid_x.end())},
+             {"y", list(grid.grid_y.begin(), grid.grid_y.end())},
+             {"z_min", Json_Real(grid.z_min)},
+             {"z_max", Json_Real(grid.z_max)}};
+    if (full) {
+        all["z"] = Json::array();
+        for (std::ptrdiff_t k = 0; k < ny; ++k) all["z"].push_back(list(grid.grid_z.begin() + k * nx, grid.grid_z.begin() + (k + 1) * nx));
+    }
+    return {{"grid", all}};
+}
+
+Status Print_Grid(const PlotGrid& grid, Words words, const Put_Line& put) {
+    const bool full = words.size() == 1 && words[0] == "full";
+    if (!words.empty() && !full) return Status::Fail("usage: print grid [full]");
+    put(Grid(grid, full));
+    return Status::Done();
 }
 
 Json Changes(const Change_History& changes) { return {{"changes", {{"undo", changes.Text_To_Undo()}, {"redo", changes.Text_To_Redo()}}}}; }
@@ -102,6 +146,7 @@ Json Timing(const Plot_State& plot) {
 
 std::vector<Topic> State_Topics(const Session& s) {
     return {Plain_Topic("state", [&s] { return State(s); }),
+            {"grid", [&s](Words words, const Put_Line& put) { return Print_Grid(s.plot.grid, words, put); }},
             Plain_Topic("cursor",
                         [&s] {
                             return Json{{"cursor", Told(s.interface.cursor)}};

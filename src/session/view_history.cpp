@@ -6,6 +6,7 @@
 #include <span>
 #include <utility>
 
+#include "session/grid_view.hpp"
 #include "session/session.hpp"
 #include "session/xspace_vocabulary.hpp"
 
@@ -57,7 +58,8 @@ bool Go_To(Session& session, std::size_t index) {
     if (index >= plot.history.views.size()) return false;
     plot.history.present = index;
     plot.history.merging = false;
-    return plot.Show(plot.history.views[index]);
+    const View& view = plot.history.views[index];
+    return plot.Is_Map() ? Show_Rows_In_Grid(session, view).ok() : plot.Show(view);
 }
 
 }  // namespace
@@ -65,16 +67,16 @@ bool Go_To(Session& session, std::size_t index) {
 void Remember_View(Session& session, bool step) {
     Plot_State& plot = session.plot;
     View_History& history = plot.history;
-    if (!plot.Is_2D() || session.store.nperfiles() == 0) {
+    if (!(plot.Is_2D() || plot.Is_Map()) || session.store.nperfiles() == 0) {
         history = {};
     } else {
-        const View view = plot.Shown_View();
+        const View view = plot.Is_Map() ? plot.Map_View() : plot.Shown_View();
         const bool moved_on = history.xspace != plot.xspace;
-        if (history.log != plot.Is_Log()) history = {};
+        if (history.kind != plot.Kind_Of_View()) history = {};
         if (moved_on) Follow_Xspace(session, history);
         if (history.views.empty()) history.views = {view};
         history.xspace = plot.xspace;
-        history.log = plot.Is_Log();
+        history.kind = plot.Kind_Of_View();
         if (moved_on && Look_Alike(view, history.views[history.present])) history.views[history.present] = view;
         if (view != history.views[history.present]) {
             history.views.resize(history.present + 1);

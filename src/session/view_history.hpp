@@ -1,4 +1,4 @@
-// The way back and forward through the views of a 2D plot.
+// The way back and forward through the views of a 2D plot, or of a map.
 #pragma once
 
 namespace vntl {

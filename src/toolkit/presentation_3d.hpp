@@ -19,6 +19,7 @@ namespace vntl {
 class Presentation_3D {
 public:
     explicit Presentation_3D(Graphics& graphics) : graphics_(&graphics) {}
+    Graphics& graphics() const { return *graphics_; }
 
     void IPgArea(float x1, float y1, float x2, float y2);                          // plot box, fractions of the area
     void IPgUnitsXYZ(float x1, float x2, float y1, float y2, float z1, float z2);  // ends of the axes, which may be reversed

@@ -129,7 +129,7 @@ TEST(Mouse_Spacing, StandsInTheLineOfHintsButNeverInTheirPlace) {
     session.store.Append(std::move(pattern), {});
     Set_Xspace(session, "2theta");
     session.plot.plot_type = Plot_Form::single;
-    session.plot.drawn.x1 = 10, session.plot.drawn.x2 = 90, session.plot.drawn.y2 = 100;
+    session.plot.drawn = session.plot.units = {10, 90, 0, 100};
     Ask_User ask(session.config);
     const auto hint_at = [&](double x) {
         const Plot_State::Place at = session.plot.Page_At({x, 50});

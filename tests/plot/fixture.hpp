@@ -47,6 +47,7 @@ protected:
         Graphics g(page);
         const Drawn drawn = plot_graph2d(Scene_Of(session), g, session.store.nperfiles(), {x1, x2, y1, y2}, mode == "log");
         session.plot.drawn = drawn.window;
+        session.plot.units = drawn.units;
         session.plot.ylabel_text = drawn.y_title;
     }
     void Draw_The_Marks() {

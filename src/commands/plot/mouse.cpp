@@ -7,6 +7,7 @@
 #include "commands/plot/mouse_clicks.hpp"
 #include "commands/plot/mouse_tools.hpp"
 #include "commands/plot/spectral_lines.hpp"
+#include "commands/plot/view.hpp"
 #include "plot/plot.hpp"
 #include "session/reflection_search.hpp"
 
@@ -14,10 +15,8 @@ namespace vntl {
 
 namespace {
 
-constexpr float narrowest_view = 0.002f;  // data units that the wheel goes down to
-constexpr float narrowest_zoom = 1e-6f;   // of x itself: less than that holds no two numbers of single precision
-constexpr float margin = 0.05f;           // of the range, kept above and below on the way back
-constexpr double wheel_step = 0.8;        // of the width that a step of the wheel leaves
+constexpr float narrowest_zoom = 1e-6f;  // of x itself: less than that holds no two numbers of single precision
+constexpr float margin = 0.05f;          // of the range, kept above and below on the way back
 
 void Finish_Rectangle(Session& session, Ask& ask) {
     Plot_State& plot = session.plot;
@@ -48,11 +47,8 @@ void Go_Back(Session& session) {
 
 void Turn_Wheel(Session& session, Data_Point at, bool closer) {
     Plot_State& plot = session.plot;
-    if (!Inside(plot, at)) return;
-    const double factor = closer ? wheel_step : 1 / wheel_step;
-    const auto lo = static_cast<float>(at.x + (static_cast<double>(plot.x_view_min) - at.x) * factor);
-    const auto hi = static_cast<float>(at.x + (static_cast<double>(plot.x_view_max) - at.x) * factor);
-    if ((closer && !(hi - lo > narrowest_view)) || !plot.Show({lo, hi, plot.y_view_min, plot.y_view_max})) return;
+    View view = plot.Shown_View();
+    if (!Inside(plot, at) || !Zoom_X(at.x, closer, view) || !plot.Show(view)) return;
     Plot_Redraw(session);
 }
 
@@ -131,7 +127,10 @@ void Release_Left(Session& session, Ask& ask, const WIN_MESSAGE& record, Data_Po
 void Cancel_Mouse(Session& session) {
     Plot_State& plot = session.plot;
     const bool dragged = plot.drag.active;
-    if (dragged) plot.Show(plot.drag.from);
+    if (dragged && plot.In_Space())
+        Turn_To(session, plot.drag.rotation, plot.drag.elevation);
+    else if (dragged)
+        plot.Show(plot.drag.from);
     if (plot.spectral.shown) Show_Spectral_Lines(session, false, plot.spectral.at);
     Lapse_Rubber(session);
     if (In_Mode(session)) End_Mode_Of_Mouse(session);
@@ -217,6 +216,8 @@ void Do_Mouse(Session& session, Ask& ask, const Message& message) {
     const Plot_State& plot = session.plot;
     // A calculation has the mouse for itself.
     const Move_Mode mode = plot.plot_type == Plot_Form::calculation ? Move_Mode::none : plot.MoveMode;
+    if (plot.Is_Map()) return MouseMovement_graph2dcontour(session, ask, message);
+    if (plot.In_Space()) return MouseMovement_graph3d(session, ask, message);
     if (!plot.Is_2D()) return;
     for (const Mode_Routine& row : of_graph)
         if (row.mode == mode) return row.routine(session, ask, message);

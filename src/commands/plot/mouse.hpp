@@ -26,6 +26,15 @@ void Do_Mouse(Session&, Ask&, const Message& message);
 // Over the ticks of a refined profile a box names the reflections, where that is asked for.
 void MouseMovement_Main(Session&, Ask&, const Message& message);
 
+// A map: a rectangle drawn with the left button becomes the window of x and rows, the right button leads back to all of it, the wheel
+// narrows or widens x about the pointer.
+void MouseMovement_graph2dcontour(Session&, Ask&, const Message& message);
+
+// A graph in space turns and rises by a degree a move while the left button is down, whatever the distance. The wheel narrows or widens x
+// about the middle, the right button leads back to the whole range.
+void MouseMovement_graph3d(Session&, Ask&, const Message& message);
+void Turn_To(Session&, float rotation, float elevation);  // degrees, held to -180 .. 180 and 0 .. 45; the status bar tells them
+
 // The plot follows the left button at half its speed. The wheel works as above.
 void MouseMovement_DragPlot(Session&, Ask&, const Message& message);
 void Start_Drag_Mode(Session&);

@@ -17,6 +17,7 @@ namespace {
 
 constexpr std::string_view spacing_mark = " d= ";
 constexpr std::size_t most_names = 20;
+constexpr float least_temperature = 0.0001f;
 constexpr std::size_t longest_name = 28;  // characters of a file's name that the status bar has room for
 constexpr int width_info = 1, height_info = 2;
 
@@ -75,6 +76,14 @@ std::string Pointed_Text(const Session& session, Data_Point at) {
     return first == 0 ? "" : " N= " + std::to_string(Point_At(store.Pattern(first), at.x));
 }
 
+// What a map shows as a colour, and the temperature where there is one.
+std::string Mapped_Text(const Diffraction_Pattern_Type& pattern, float x) {
+    const std::size_t point = Point_At(pattern, x);
+    std::string text = point == 0 ? "" : " I= " + Number("%.1f", pattern.y[point - 1]);
+    if (pattern.TSample > least_temperature) text += " T= " + Number("%.2f", pattern.TSample) + " K";
+    return text;
+}
+
 }  // namespace
 
 Data_Point In_Data(const Plot_State& plot, double page_x, double page_y) {
@@ -88,7 +97,7 @@ Data_Point In_Intensity(const Plot_State& plot, double page_x, double page_y) {
 }
 
 bool Inside(const Plot_State& plot, Data_Point at) {
-    return at.x >= plot.drawn.x1 && at.x <= plot.drawn.x2 && at.y >= plot.drawn.y1 && at.y <= plot.drawn.y2;
+    return at.x >= plot.units.x1 && at.x <= plot.units.x2 && at.y >= plot.units.y1 && at.y <= plot.units.y2;
 }
 
 Plot_State::Place Held_In_Box(const Plot_State& plot, Plot_State::Place page) {
@@ -103,9 +112,15 @@ void Show_Read_Outs(Session& session, Data_Point at) {
         for (const int part : {2, 3, 4}) bar.Status_Text(part, "");
         return;
     }
-    bar.Status_Text(2, Pointed_Text(session, at));
     bar.Status_Text(3, " X= " + Number("%.4f", at.x));
-    bar.Status_Text(4, " Y= " + Intensity(session.plot.drawn, at.y));
+    if (session.plot.Is_Map()) {
+        const int row = Nearest_Pattern(session.plot.grid, session.plot.first_pattern, at.y);
+        bar.Status_Text(2, Mapped_Text(session.store.Pattern(row), at.x));
+        bar.Status_Text(4, " Pattern: " + std::to_string(row));
+    } else {
+        bar.Status_Text(2, Pointed_Text(session, at));
+        bar.Status_Text(4, " Y= " + Intensity(session.plot.drawn, at.y));
+    }
 }
 
 void Want_Button_Up(Session& session, bool on) {
@@ -152,7 +167,7 @@ bool Within_A_Click(double pixels) { return std::fabs(pixels) <= most_pixels_of_
 bool Is_Click(const Rubber_Shape& rubber) { return Within_A_Click(Pixels_Across(rubber.x1 - rubber.x0)); }
 
 bool Has_Meaning(const Session& session, const WIN_MESSAGE& record) {
-    return session.plot.Is_2D() && session.store.nperfiles() > 0 && std::isfinite(record.x) && std::isfinite(record.y);
+    return session.plot.plot_type != Plot_Form::none && session.store.nperfiles() > 0 && std::isfinite(record.x) && std::isfinite(record.y);
 }
 
 std::string Row_Names(const Session& session, const std::vector<int>& rows) {

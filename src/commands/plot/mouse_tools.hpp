@@ -42,7 +42,7 @@ double Pixels_Up(double page_units);      // and along y
 bool Within_A_Click(double pixels);
 bool Is_Click(const Rubber_Shape& rubber);  // no farther across
 
-// False for a message that means nothing: no rows, another plot form, no place.
+// False for a message that means nothing: no rows, no plot, no place.
 bool Has_Meaning(const Session&, const WIN_MESSAGE& record);
 
 // Names of rows for a box, one a line; of many rows the first ones.

@@ -6,6 +6,7 @@
 #include "commands/plot/spectral_lines.hpp"
 #include "commands/plot/view.hpp"
 #include "plot/plot.hpp"
+#include "session/grid_view.hpp"
 #include "session/ranges.hpp"
 #include "session/view_history.hpp"
 
@@ -35,6 +36,37 @@ void Toggle_Logarithms(Application& app) {
         View_In_Logarithms(session.store, session.plot);
         one ? Set_Menu_Log_Of_One(session) : Set_Menu_Graph(session, true);
     }
+    Plot_Redraw(session);
+}
+
+// The form stays as it is where the rows make no grid.
+bool Has_Grid(Application& app, const Status& status) {
+    if (status.failed) app.ask.Error("ERROR: " + status.message);
+    return status.ok();
+}
+
+template <bool log>
+void Contour(Application& app) {
+    Session& session = app.session;
+    const Intensities form = log ? Intensities::logarithms : Intensities::counts;
+    if (!Has_Grid(app, Show_Rows_In_Grid(session, session.plot.Map_View(), form))) return;
+    log ? Set_Menu_Contour_Log(session) : Set_Menu_Contour(session);
+    Plot_Redraw(session);
+}
+
+constexpr float first_rotation = 0, first_elevation = 22;
+
+void Graph_3D(Application& app) {
+    Set_Menu_3D(app.session);
+    Turn_To(app.session, first_rotation, first_elevation);
+    Plot_Redraw(app.session);
+}
+
+void Surface_3D(Application& app) {
+    Session& session = app.session;
+    if (!Has_Grid(app, Show_Surface_Grid(session, session.plot.x_view_min, session.plot.x_view_max))) return;
+    Set_Menu_3D_Surface(session);
+    Turn_To(session, first_rotation, first_elevation);
     Plot_Redraw(session);
 }
 
@@ -83,10 +115,10 @@ constexpr Command commands[] = {
     {command::graph_2d_log, "Graph 2D (Log-Scale)", "graph_2d_log", Graph_2D<true>, "", "Show the profiles on a logarithmic scale"},
     {command::logarithms, "Logarithmic intensities", "", Toggle_Logarithms, "Ctrl+L",
      "Show logarithms of the same window, and counts again", true},
-    {command::contour, "Graph 2D Contour", "contour", nullptr, "", "Show the profiles as a map"},
-    {command::contour_log, "Graph 2D Contour (Log-Scale)", "contour_log", nullptr, "", "Show the profiles as a map of logarithms"},
-    {command::graph_3d, "Graph 3D", "graph_3d", nullptr, "", "Show the profiles one behind another"},
-    {command::surface_3d, "Graph 3D Surface", "surface_3d", nullptr, "", "Show the profiles as a surface"},
+    {command::contour, "Graph 2D Contour", "contour", Contour<false>, "", "Show the profiles as a map"},
+    {command::contour_log, "Graph 2D Contour (Log-Scale)", "contour_log", Contour<true>, "", "Show the profiles as a map of logarithms"},
+    {command::graph_3d, "Graph 3D", "graph_3d", Graph_3D, "", "Show the profiles one behind another"},
+    {command::surface_3d, "Graph 3D Surface", "surface_3d", Surface_3D, "", "Show the profiles as a surface"},
     {command::model_3d, "OpenGL 3D model", "model_3d", nullptr, "", "Show the profiles as a model that turns"},
     {command::focus, "Focus", "focus", Focus, "Ctrl+F", "Fit the y window to the visible points"},
     {command::focus_profile, "Focus Profile", "", nullptr, "", "Fit the window to one profile"},

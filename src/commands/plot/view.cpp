@@ -1,6 +1,26 @@
 #include "commands/plot/view.hpp"
 
+#include <algorithm>
+
 namespace vntl {
+
+bool Zoom_X(double about, bool closer, View& view) {
+    constexpr float narrowest = 0.002f;  // data units
+    constexpr double step = 0.8;         // of the width that is left
+    const double factor = closer ? step : 1 / step;
+    const auto lo = static_cast<float>(about + (static_cast<double>(view.x1) - about) * factor);
+    const auto hi = static_cast<float>(about + (static_cast<double>(view.x2) - about) * factor);
+    if (closer && !(hi - lo > narrowest)) return false;
+    view.x1 = lo, view.x2 = hi;
+    return true;
+}
+
+bool Zoom_X_Within_Rows(const Plot_State& plot, double about, bool closer, View& view) {
+    if (!Zoom_X(about, closer, view)) return false;
+    view.x1 = std::max(view.x1, plot.x_all_min);
+    view.x2 = std::min(view.x2, plot.x_all_max);
+    return view.x1 < view.x2;
+}
 
 void Move_View(Plot_State& plot, View_Move move) {
     View view = plot.Shown_View();

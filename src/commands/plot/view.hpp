@@ -11,4 +11,9 @@ enum class View_Move { left, right, all_left, all_right, up, down, contract, exp
 // width kept; contract and expand widen and narrow the x window by a twentieth of its width on each side.
 void Move_View(Plot_State&, View_Move);
 
+// A step of the wheel: x by a fifth narrower about a place, or wider again. False where it would be too narrow.
+bool Zoom_X(double about, bool closer, View& view);
+// The same inside the range of all rows.
+bool Zoom_X_Within_Rows(const Plot_State&, double about, bool closer, View& view);
+
 }  // namespace vntl

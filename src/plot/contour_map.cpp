@@ -1,0 +1,128 @@
+// A series of patterns as a map: contour lines, colours between two, or bands of a palette over x and pattern.
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "base/text.hpp"
+#include "plot/frame_texts.hpp"
+#include "plot/plot.hpp"
+#include "plot/text_style.hpp"
+#include "toolkit/presentation.hpp"
+
+namespace vntl {
+
+namespace {
+
+constexpr int grid_plot = 8;
+constexpr int line_sets = 10;
+constexpr float key_foot = 6, key_height = 9, key_gap = 4;  // page units above the plot box: the colours, and their labels above them
+
+Grid_Data Data_Of(const PlotGrid& grid) { return {grid.grid_x, grid.grid_y, grid.grid_z}; }
+
+View Units_Of(const PlotGrid& grid) {
+    const auto [left, right] = std::minmax_element(grid.grid_x.begin(), grid.grid_x.end());
+    const auto [low, high] = std::minmax_element(grid.grid_y.begin(), grid.grid_y.end());
+    return {*left, *right, *low, *high};
+}
+
+unsigned Option_Of(int contour_type) {
+    return contour_type == 2 || contour_type == 4 ? option_contoured | option_smooth : option_contoured;
+}
+
+void New_Plot(const PlotGrid& grid, Presentation& p, int sets, unsigned option) {
+    p.IPgNewPlot(grid_plot, sets, static_cast<int>(grid.grid_x.size()), static_cast<int>(grid.grid_y.size()), option);
+}
+
+void Set_Colours_Of_Range(const Contour_Prefs& prefs, Presentation& p) {
+    p.IPgStyle(1, {.line_colour = prefs.contour_min_colour});
+    p.IPgStyle(2, {.line_colour = prefs.contour_max_colour});
+}
+
+// 4, 8, 12, 16 or 20.
+int Bands_Of(const Contour_Prefs& prefs) { return std::clamp(prefs.contour_levels, 4, contour_colours) / 4 * 4; }
+
+std::string Band_Label(int band, int bands) {
+    const std::string number = std::to_string(band);
+    return band == 1 ? number + " Min" : band == bands ? number + " Max" : number;
+}
+
+// The colours side by side over the whole plot box, each under its label.
+void Draw_Key(const Scene& scene, Graphics& g, int bands) {
+    const Plot_Zone& zone = scene.plot.zone;
+    const Graph2D_Prefs& prefs = scene.prefs.graph2d;
+    const float left = zone.x1 * page_width, step = (zone.x2 - zone.x1) * page_width / static_cast<float>(bands);
+    const float foot = zone.y2 * page_height + key_foot;
+    float width = 0.8f * Char_Width(prefs.yscale.size), height = 0.8f * Char_Height(prefs.yscale.size);
+    const auto select = [&] { g.WGrTextFont(Font_Number(prefs.yscale.font), Style_Bits(prefs.yscale.style), width, height); };
+    select();
+    const float widest = std::max(g.Text_Width(Band_Label(1, bands)), g.Text_Width(Band_Label(bands, bands)));
+    if (const float room = 0.94f * step; widest > room) width *= room / widest, height *= room / widest, select();
+    g.IGrCharJustify(1);
+    g.IGrFillPattern(fill_solid);
+    for (int band = 1; band <= bands; ++band) {
+        const float x = left + step * static_cast<float>(band - 1);
+        g.IGrColourN(scene.prefs.contour.contour_palette[static_cast<std::size_t>(band - 1)]);
+        g.IGrRectangle(x, foot, x + step, foot + key_height);
+        g.IGrColourN(prefs.yscale.colour);
+        g.IGrCharOut(x + 0.5f * step, foot + key_height + key_gap, Band_Label(band, bands));
+    }
+    g.IGrCharJustify(0);
+}
+
+void Draw_Bands(const Scene& scene, Presentation& p) {
+    const Contour_Prefs& prefs = scene.prefs.contour;
+    const PlotGrid& grid = scene.plot.grid;
+    const int bands = Bands_Of(prefs);
+    New_Plot(grid, p, bands, option_contoured);
+    std::vector<float> levels;
+    for (int band = 1; band <= bands; ++band) {
+        p.IPgStyle(band, {.fill = fill_solid, .line_colour = prefs.contour_palette[static_cast<std::size_t>(band - 1)]});
+        levels.push_back(static_cast<float>(band) * (grid.z_max - grid.z_min) / static_cast<float>(bands) + grid.z_min);
+    }
+    p.IPgConFill2(Data_Of(grid), levels, std::clamp(prefs.contour_granularity, 3, 50));
+    Draw_Key(scene, p.graphics(), bands);
+}
+
+void Draw_Map(const Scene& scene, Presentation& p) {
+    const Contour_Prefs& prefs = scene.prefs.contour;
+    const PlotGrid& grid = scene.plot.grid;
+    switch (prefs.contour_type) {
+        case 1:
+        case 2:
+            New_Plot(grid, p, line_sets, Option_Of(prefs.contour_type));
+            Set_Colours_Of_Range(prefs, p);
+            p.IPgContour2(Data_Of(grid));
+            break;
+        case 3:
+        case 4:
+            New_Plot(grid, p, 2, Option_Of(prefs.contour_type));
+            Set_Colours_Of_Range(prefs, p);
+            p.IPgConGrad2(Data_Of(grid));
+            break;
+        default:
+            Draw_Bands(scene, p);
+    }
+}
+
+}  // namespace
+
+Drawn Plot_Contour(const Scene& scene, Graphics& g, float x1, float x2, int first, int last) {
+    const Contour_Prefs& prefs = scene.prefs.contour;
+    const PlotGrid& grid = scene.plot.grid;
+    const View window{x1, x2, static_cast<float>(first), static_cast<float>(last)};
+    Presentation p(g);
+    Draw_Page(scene.plot, p, prefs.contour_background, prefs.contour_foreground);
+    if (grid.grid_z.empty()) return {window, {}, scene.plot.ylabel_text};
+    const View units = Units_Of(grid);
+    p.IPgUnitsXYZ(units.x1, units.x2, units.y1, units.y2, grid.z_min, grid.z_max);
+    Draw_Map(scene, p);
+    const bool log = scene.plot.plot_type == Plot_Form::contour_log;
+    Draw_Title_Text(scene, p, std::string(Trim(prefs.contour_title)) + (log ? " (Log-Scale)" : ""));
+    Draw_Axis_Labels(scene, p, grid.Of_Temperatures() ? "Temperature" : "Pattern", false);
+    Draw_Plain_Scales(scene.prefs.graph2d, p, units);
+    Page_Units(g);
+    Draw_Frame(p);
+    return {window, units, scene.plot.ylabel_text};
+}
+
+}  // namespace vntl

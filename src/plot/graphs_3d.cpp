@@ -1,0 +1,116 @@
+// A series of patterns in space: lines one behind another, or a surface.
+#include <algorithm>
+#include <array>
+#include <vector>
+
+#include "base/text.hpp"
+#include "plot/frame_texts.hpp"
+#include "plot/plot.hpp"
+#include "toolkit/presentation_3d.hpp"
+
+namespace vntl {
+
+namespace {
+
+constexpr std::string_view intensity_title = "Intensity (arb. units)";
+constexpr int text_font = 101, title_font = 103;
+
+// The page, and a box of data as the view turns it.
+Presentation_3D Page_In_Space(const Scene& scene, Graphics& g, Colour background, float rotation, float elevation) {
+    const Plot_Zone& zone = scene.plot.zone;
+    Page_Units(g);
+    g.IGrPaletteBack(background);
+    g.IGrClear();
+    g.IGrLineWidth(1);
+    Presentation_3D p(g);
+    p.IPgArea(zone.x1, zone.y1, zone.x2, zone.y2);
+    p.IPgRotation(rotation);
+    p.IPgElevation(elevation);
+    return p;
+}
+
+unsigned Option_Of(int surface_type) {
+    switch (surface_type) {
+        case 1:
+            return option_smooth | option_contoured | option_filled;
+        case 2:
+            return option_uniform | option_filled;
+        case 3:
+            return option_graduated | option_filled;
+        default:
+            return option_contoured | option_filled;
+    }
+}
+
+// The rows, the farthest first.
+void Draw_Lines(const Scene& scene, Presentation_3D& p, int n, const View& window) {
+    Graphics& g = p.graphics();
+    const float middle = 0.5f * (window.x1 + window.x2), foot = window.y1;
+    const bool first_is_nearest = p.Depth(0, middle, foot) < p.Depth(n - 1, middle, foot);
+    std::vector<float> place;
+    for (int i = 1; i <= n; ++i) {
+        const int row = first_is_nearest ? n + 1 - i : i;
+        const Diffraction_Pattern_Type& pattern = scene.store.Pattern(row);
+        place.assign(pattern.x.size(), static_cast<float>(row - 1));
+        g.IGrColourN(scene.prefs.Style_Of_Row(row).line_colour);
+        p.IPgXYZLine(place, pattern.x, pattern.y);
+    }
+}
+
+}  // namespace
+
+Drawn Plot_3D_Lines(const Scene& scene, Graphics& g, int n, const View& window, float rotation, float elevation) {
+    n = std::clamp(n, 0, scene.store.nperfiles());
+    Presentation_3D p = Page_In_Space(scene, g, scene.prefs.graph3d.graph3d_background, rotation, elevation);
+    p.IPgUnitsXYZ(0, static_cast<float>(std::max(n - 1, 1)), window.x1, window.x2, window.y1, window.y2);
+    g.IGrColour("Black");
+    g.WGrTextFont(text_font, 0, 0.013333f, 0.04f);
+    p.IPgTitle(Trim(scene.prefs.graph3d.graph3d_title));
+    p.IPgFrame();
+    g.WGrTextFont(text_font, 0, 0.012f, 0.024f);
+    p.IPgYScale("NT");
+    p.IPgZScale("NT");
+    g.WGrTextFont(text_font, 0, 0.015f, 0.03f);
+    p.IPgLabelPos(1, 0.6f);
+    p.IPgXLabel("Patterns", "C");
+    p.IPgLabelPos(2, 0.6f);
+    p.IPgYLabel(Trim(scene.plot.xlabel_text), "C");
+    p.IPgLabelPos(3, 0.8f);
+    p.IPgZLabel(intensity_title, "CV");
+    Draw_Lines(scene, p, n, window);
+    return {window, {}, scene.plot.ylabel_text};
+}
+
+Drawn Plot_3D_Surface(const Scene& scene, Graphics& g, float rotation, float elevation) {
+    constexpr Colour floor_grey = WRGB(128, 128, 128), left_grey = WRGB(160, 160, 160), right_grey = WRGB(192, 192, 192);
+    const Surface_Prefs& prefs = scene.prefs.surface;
+    const PlotGrid& grid = scene.plot.grid;
+    Presentation_3D p = Page_In_Space(scene, g, prefs.surface_background, rotation, elevation);
+    const View window{scene.plot.x_view_min, scene.plot.x_view_max, grid.z_min, grid.z_max};
+    if (grid.grid_z.empty()) return {window, {}, scene.plot.ylabel_text};
+    const auto [left, right] = std::minmax_element(grid.grid_x.begin(), grid.grid_x.end());
+    const auto [first, last] = std::minmax_element(grid.grid_y.begin(), grid.grid_y.end());
+    p.IPgUnitsXYZ(*first, *last, *left, *right, grid.z_min, grid.z_max);
+    p.IPgWalls(floor_grey, left_grey, right_grey);
+    g.IGrColour("Black");
+    p.IPgFrame();
+    p.IPgSurf3Data({grid.grid_x, grid.grid_y, grid.grid_z}, {.option = Option_Of(prefs.surface_type),
+                                                             .lattice = prefs.surface_lattice,
+                                                             .least = prefs.surface_min_colour,
+                                                             .most = prefs.surface_max_colour});
+    g.IGrColour("Blue");
+    g.WGrTextFont(title_font, 0, 0.02f, 0.04f);
+    p.IPgTitle(Trim(prefs.surface_title));
+    g.WGrTextFont(text_font, 0, 0.015f, 0.03f);
+    p.IPgXScale("TN");
+    p.IPgYScale("TN");
+    p.IPgZScale("TN");
+    g.IGrColour("Black");
+    g.WGrTextFont(text_font, 0, 0.02f, 0.04f);
+    p.IPgXLabel(grid.grid_y_label, "C");
+    p.IPgYLabel(Trim(scene.plot.xlabel_text), "C");
+    p.IPgZLabel(intensity_title, "T");
+    return {window, {}, scene.plot.ylabel_text};
+}
+
+}  // namespace vntl
