@@ -29,6 +29,7 @@ std::string Text_Of(const Preference_Value& value) {
 std::string Other_Value(const Preference& p) {
     if (const bool* flag = std::get_if<bool>(&p.standard)) return *flag ? "0" : "1";
     if (const int* number = std::get_if<int>(&p.standard)) return std::to_string(*number == p.lo ? p.hi : p.lo);
+    if (std::holds_alternative<float>(p.standard)) return "-2.5e3";
     return std::holds_alternative<Colour>(p.standard) ? "1,2,3" : "another text";
 }
 
@@ -80,7 +81,18 @@ TEST(Preference_Table, LinesOfTheSettingsFile) {
         {41, "i10 i10 i10 i10 i10", "ydif_colour ydif_style ydif_pitch ydif_marker ydif_marker_size"},
         {42, "i10 i10 l3", "refl_colour refl_pitch refl_live"},
         {43, "i10 l3 l3 l3 l3", "excl_colour excl_show excl_ignore_sides excl_match hide_negative"},
+        {45, "a", "contour_title"},
+        {46, "i10 i10 i10 i10", "contour_background contour_foreground contour_min_colour contour_max_colour"},
+        {47, "i10 i10 i10", "contour_type contour_levels contour_granularity"},
+        {50, "a", "graph3d_title"},
+        {51, "i10", "graph3d_background"},
+        {53, "a", "surface_title"},
+        {54, "i10 i10 i10 i10", "surface_background surface_lattice surface_min_colour surface_max_colour"},
+        {55, "i10", "surface_type"},
     };
+    Line palette{48, "", ""};
+    for (int band = 1; band <= 20; ++band) palette.edits += "i10 ", palette.names += "contour_palette/" + std::to_string(band) + ' ';
+    told.push_back(palette);
     for (int slot = 1; slot <= 12; ++slot)
         told.push_back({16 + slot, "i10 i10 i10 i10 i10 i10 l3",
                         Replace_All("@line_colour @line_style @line_pitch @marker_colour @marker_type @marker_size @match_colours", "@",
@@ -103,7 +115,7 @@ TEST(Preference_Table, LinesOfTheSettingsFile) {
         }
     }
     EXPECT_EQ(found, expected);
-    EXPECT_EQ(nowhere, (std::set<std::string>{"legend_colour", "xscale_pos", "yscale_pos"}));
+    EXPECT_EQ(nowhere, (std::set<std::string>{"legend_colour", "saturation_on", "saturation_value", "xscale_pos", "yscale_pos"}));
 }
 
 TEST(Preference_Table, DefaultsAreTheToldOnes) {
@@ -140,7 +152,27 @@ TEST(Preference_Table, DefaultsAreTheToldOnes) {
         {WRGB(0, 128, 0), "refl_colour"},
         {WRGB(192, 192, 192), "excl_colour"},
         {true, "keep_settings profile_styles/*/match_colours excl_show excl_match hide_negative"},
-        {false, "refl_live excl_ignore_sides"},
+        {false, "refl_live excl_ignore_sides saturation_on"},
+        {1e6f, "saturation_value"},
+        {std::string("Plot 2D contour multi file"), "contour_title"},
+        {WRGB(214, 214, 214), "contour_background"},
+        {WRGB(255, 255, 202), "contour_foreground"},
+        {WRGB(50, 50, 235), "contour_min_colour"},
+        {WRGB(235, 50, 50), "contour_max_colour"},
+        {1, "contour_type surface_type"},
+        {20, "contour_levels"},
+        {30, "contour_granularity"},
+        {WRGB(0, 0, 0xBF), "contour_palette/1"},  // from blue
+        {WRGB(0x1F, 0x83, 0xB8), "contour_palette/5"},
+        {WRGB(0x03, 0xDE, 0xDE), "contour_palette/8"},
+        {WRGB(0xDF, 0, 0), "contour_palette/20"},  // to red
+        {std::string("Plot 3D multi file"), "graph3d_title"},
+        {WRGB(220, 200, 253), "graph3d_background"},
+        {std::string("Plot 3D surface multi file"), "surface_title"},
+        {WRGB(193, 193, 132), "surface_background"},
+        {WRGB(198, 255, 198), "surface_lattice"},
+        {WRGB(128, 0, 0), "surface_min_colour"},
+        {WRGB(255, 255, 0), "surface_max_colour"},
     };
     const Preferences prefs;
     for (const auto& [value, names] : told)
@@ -175,6 +207,9 @@ TEST(Preference_Table, WholeNumbersHaveTheirRanges) {
         {1, 4, "title_pos xlabel_pos legend_pos title_font xlabel_font ylabel_font legend_font xscale_font yscale_font"},
         {1, 10, "ylabel_pos"},
         {1, 9, "title_style xlabel_style ylabel_style legend_style xscale_style yscale_style"},
+        {1, 5, "contour_type"},
+        {1, 4, "surface_type"},
+        {0, 1000, "contour_levels contour_granularity"},  // the map brings them into its ranges
         {1, 1000, "title_size legend_size xscale_size profile_styles/*/marker_size ycalc_marker_size ydif_marker_size"},
     };
     for (const auto& [lo, hi, names] : rows)
@@ -220,6 +255,9 @@ TEST(Preference_Table, OtherTextsAreRefusedAndChangeNothing) {
         {"title_font", "99999999999"},
         {"legend_pos", ""},
         {"refl_live", "yes"},
+        {"saturation_value", "nan"},
+        {"saturation_value", "1e39"},
+        {"saturation_value", "much"},
         {"colour_a", "-1"},
         {"colour_a", "16777216"},
         {"colour_a", "1,2"},
