@@ -17,6 +17,8 @@ constexpr Gesture gestures[] = {
     {"Left button, drag", "Draws a rectangle; releasing it makes it the view"},
     {"Right button", "Back to the whole range"},
     {"Wheel", "A narrower or wider range of x about the pointer"},
+    {"Over a map", "Reads x, the nearest pattern and its intensity; a rectangle takes x and patterns"},
+    {"A graph in space, left button, drag", "Turns and tilts it by a degree a move"},
     {"Escape", "Lets a rectangle or a drag lapse, ends a mode of the mouse, an insertion or a deletion"},
     {"Alt+Left, Alt+Right", "Back and forward through the views; mice with such buttons do the same"},
     {"Ctrl+Left, Ctrl+Right", "Moves the view by a tenth of its width"},
