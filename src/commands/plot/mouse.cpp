@@ -71,12 +71,6 @@ void Follow_Hand(Session& session, const WIN_MESSAGE& record) {
     Plot_Redraw(session);
 }
 
-void End_Drag(Session& session) {
-    if (!session.plot.drag.active) return;
-    session.plot.drag = {};
-    Want_Button_Up(session, false);
-}
-
 // The box with the reflections under the pointer: of the generated list, or of a refined profile when the user wants it.
 void Show_Reflections(Session& session, const WIN_MESSAGE& record, Data_Point at) {
     Plot_State& plot = session.plot;
@@ -131,6 +125,7 @@ void Cancel_Mouse(Session& session) {
         Turn_To(session, plot.drag.rotation, plot.drag.elevation);
     else if (dragged)
         plot.Show(plot.drag.from);
+    End_Drag(session);
     if (plot.spectral.shown) Show_Spectral_Lines(session, false, plot.spectral.at);
     Lapse_Rubber(session);
     if (In_Mode(session)) End_Mode_Of_Mouse(session);

@@ -147,6 +147,12 @@ void Lapse_Rubber(Session& session) {
     Plot_Repaint(session);
 }
 
+void End_Drag(Session& session) {
+    if (!session.plot.drag.active) return;
+    session.plot.drag = {};
+    Want_Button_Up(session, false);
+}
+
 void End_Mode_Of_Mouse(Session& session) {
     Leave_Mode(session);
     Plot_Repaint(session);

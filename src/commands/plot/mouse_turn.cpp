@@ -76,9 +76,7 @@ void MouseMovement_graph3d(Session& session, Ask&, const Message& message) {
             if (plot.drag.active) Follow_Hand(session, record);
             break;
         case Message_Kind::mouse_up:
-            if (record.value1 != left_button) break;
-            plot.drag = {};
-            Want_Button_Up(session, false);
+            if (record.value1 == left_button) End_Drag(session);
             break;
         case Message_Kind::wheel:
             if (!plot.drag.active) Turn_Wheel(session, record.value1 > 0);
