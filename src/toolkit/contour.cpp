@@ -84,7 +84,8 @@ void Draw_Map(Device& device, const Rect& box, const Placed_Grid& placed, const 
         for (int thread = 0; thread < threads; ++thread)
             running.emplace_back(compute, cells.rows * thread / threads, cells.rows * (thread + 1) / threads);
     }
-    device.Cells({r, cells.columns, cells.rows, colours});
+    const bool shows = std::any_of(colours.begin(), colours.end(), [](Colour colour) { return colour != no_colour; });
+    if (shows) device.Cells({r, cells.columns, cells.rows, colours});
 }
 
 }  // namespace
