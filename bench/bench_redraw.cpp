@@ -7,7 +7,6 @@
 
 #include <QImage>
 #include <QPainter>
-#include <chrono>
 #include <cmath>
 #include <cstdlib>
 #include <functional>
@@ -15,12 +14,14 @@
 #include <random>
 
 #include "base/page.hpp"
+#include "bench/timing.hpp"
 #include "commands/ask_user.hpp"
 #include "commands/plot/mouse.hpp"
 #include "plot/plot.hpp"
 #include "session/ranges.hpp"
 #include "toolkit/bitmap.hpp"
 #include "toolkit/messages.hpp"
+#include "toolkit/presentation_3d.hpp"
 #include "toolkit/window.hpp"
 
 namespace {
@@ -62,18 +63,10 @@ void Fill_Store(Session& session, int rows, int points, int peaks) {
     Plot_Ranges(session);
 }
 
-double Milliseconds(const std::function<void()>& work) {
-    double best = 1e30;
-    for (int i = 0; i < 3; ++i) {
-        const auto start = std::chrono::steady_clock::now();
-        work();
-        best = std::min(best, std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count());
-    }
-    return best;
-}
+double Best_Of_Three(const std::function<void()>& work) { return std::min({Milliseconds(work), Milliseconds(work), Milliseconds(work)}); }
 
 double Read_Arrays(const Session& session) {
-    return Milliseconds([&] {
+    return Best_Of_Three([&] {
         float sum = 0;
         for (int row = 1; row <= session.store.nperfiles(); ++row) {
             const Diffraction_Pattern_Type& p = session.store.Pattern(row);
@@ -89,7 +82,7 @@ double Paint_Polylines(const Session& session) {
     const double sx = 0.7 * window_width / (plot.x_view_max - plot.x_view_min),
                  sy = 0.7 * window_height / (plot.y_view_max - plot.y_view_min);
     QImage image(window_width, window_height, QImage::Format_RGB32);
-    return Milliseconds([&] {
+    return Best_Of_Three([&] {
         QPainter painter(&image);
         for (int row = 1; row <= session.store.nperfiles(); ++row) {
             const Diffraction_Pattern_Type& p = session.store.Pattern(row);
@@ -118,6 +111,61 @@ void Redraw(benchmark::State& state) {
     state.counters["memory"] = best / memory;
 }
 BENCHMARK(Redraw)->Args({100, 20000, 40})->Args({2000, 5000, 20})->Iterations(20)->Unit(benchmark::kMillisecond);
+
+// A step of a series of patterns that turns in space, as lines (look 0) or as a surface with that option word, in the window of the 2D
+// redraw of the same rows. "redraw" is the ratio of the two, 2 at most if a series is to turn as a user drags it.
+void Rotation_Step(benchmark::State& state) {
+    Session session;
+    Fill_Store(session, static_cast<int>(state.range(0)), static_cast<int>(state.range(1)), 20);
+    WindowSelect(main_window);
+    WindowResize(window_width, window_height);
+    double redraw = 1e30;
+    for (int i = 0; i < 10; ++i) {
+        Plot_Redraw(session);
+        redraw = std::min(redraw, session.plot.draw_ms);
+    }
+    const std::vector<float>& x = session.store.Pattern(1).x;
+    std::vector<float> rows, z;
+    for (int row = 1; row <= session.store.nperfiles(); ++row) {
+        rows.push_back(static_cast<float>(row));
+        z.insert(z.end(), session.store.Pattern(row).y.begin(), session.store.Pattern(row).y.end());
+    }
+    const auto [least, most] = std::minmax_element(z.begin(), z.end());
+    Bitmap bitmap(window_width, window_height);
+    float rotation = 0;
+    double all = 0;
+    for (auto _ : state) {
+        rotation = rotation > 180 ? rotation - 323 : rotation + 37;
+        all += Best_Of_Three([&] {
+            Graphics g(bitmap.Drawing());
+            g.IGrClear();
+            Presentation_3D space(g);
+            space.IPgArea(0.15f, 0.15f, 0.85f, 0.85f);
+            space.IPgUnitsXYZ(rows.front(), rows.back(), x.front(), x.back(), *least, *most);
+            space.IPgRotation(rotation);
+            space.IPgElevation(22);
+            space.IPgFrame();
+            if (state.range(2) != 0) {
+                space.IPgSurf3Data({x, rows, z}, {static_cast<unsigned>(state.range(2)), WRGB(198, 255, 198), WRGB(128, 0, 0), 0x00ffff});
+            } else {
+                for (std::size_t row = 0; row < rows.size(); ++row)
+                    space.IPgXYZLine(std::vector<float>(x.size(), rows[row]), x, std::span(z).subspan(row * x.size(), x.size()));
+            }
+            space.IPgXScale("TN");
+            space.IPgYScale("TN");
+            space.IPgZScale("TN");
+        });
+    }
+    const double step = all / static_cast<double>(state.iterations());
+    state.counters["step_ms"] = step;
+    state.counters["redraw"] = step / redraw;
+}
+BENCHMARK(Rotation_Step)
+    ->ArgNames({"rows", "points", "look"})
+    ->ArgsProduct({{100}, {2000}, {0, 2065, 513, 33, 17}})
+    ->ArgsProduct({{2000}, {5000}, {0, 2065}})
+    ->Iterations(20)
+    ->Unit(benchmark::kMillisecond);
 
 // One move of the mouse over all rows, somewhere else each time, so that the nearest row has to be found in arrays long out of the cache.
 // With live reflections it goes along the ticks of 100,000, so that each move finds others.
