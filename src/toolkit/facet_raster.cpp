@@ -13,34 +13,34 @@ constexpr int fine = 2;                          // samples along a side of a pi
 constexpr std::size_t most_samples = 4'000'000;  // in hand at a time
 constexpr double farthest = 1e7;                 // samples: beyond it nothing can show
 
-// Samples of a part of the picture, on which facets are laid. Places are in samples from the upper left corner of the picture.
+// Samples of a part of the picture, column by column, on which facets are laid: on a surface of reflections most are narrow and high.
+// Places are in samples from the upper left corner of the picture.
 class Canvas {
 public:
     Canvas(const Pixel_Buffer& target, const Pixel_Rect& part)
         : target_(target), part_(part), bounds_{fine * part.x1, fine * part.y1, fine * part.x2, fine * part.y2} {
         samples_.resize(static_cast<std::size_t>(bounds_.x2 - bounds_.x1) * static_cast<std::size_t>(bounds_.y2 - bounds_.y1));
-        for (int y = bounds_.y1; y < bounds_.y2; ++y) {
-            const std::uint32_t* const pixels = target_.pixels + y / fine * target_.stride;
-            std::uint32_t* const row = Row(y);
-            for (int x = bounds_.x1; x < bounds_.x2; ++x) row[x - bounds_.x1] = pixels[x / fine];
-        }
+        Each_Pixel([](std::uint32_t pixel, std::uint32_t* left, std::uint32_t* right) {
+            left[0] = left[1] = right[0] = right[1] = pixel;
+            return pixel;
+        });
     }
 
     void Triangle(Point a, Point b, Point c, std::uint32_t argb) {
-        if (b.y < a.y) std::swap(a, b);
-        if (c.y < b.y) std::swap(b, c);
-        if (b.y < a.y) std::swap(a, b);
+        if (b.x < a.x) std::swap(a, b);
+        if (c.x < b.x) std::swap(b, c);
+        if (b.x < a.x) std::swap(a, b);
         const Side side(a, c);
-        const int top = First_Beyond(a.y, bounds_.y1, bounds_.y2), middle = First_Beyond(b.y, bounds_.y1, bounds_.y2),
-                  bottom = First_Beyond(c.y, bounds_.y1, bounds_.y2);
-        if (top < middle) Rows(top, middle, side, Side(a, b), argb);
-        if (middle < bottom) Rows(middle, bottom, side, Side(b, c), argb);
+        const int left = First_Beyond(a.x, bounds_.x1, bounds_.x2), middle = First_Beyond(b.x, bounds_.x1, bounds_.x2),
+                  right = First_Beyond(c.x, bounds_.x1, bounds_.x2);
+        if (left < middle) Columns(left, middle, side, Side(a, b), argb);
+        if (middle < right) Columns(middle, right, side, Side(b, c), argb);
     }
 
     // With ends that go on by half the width, so that lines which meet leave no notch.
     void Line(Point a, Point b, double width, std::uint32_t argb) {
-        const double length = std::hypot(b.x - a.x, b.y - a.y), half = 0.5 * width;
-        const Point along = length > 0 ? Point{(b.x - a.x) / length * half, (b.y - a.y) / length * half} : Point{half, 0};
+        const double dx = b.x - a.x, dy = b.y - a.y, length = std::sqrt(dx * dx + dy * dy), half = 0.5 * width;
+        const Point along = length > 0 ? Point{dx / length * half, dy / length * half} : Point{half, 0};
         const Point p{a.x - along.x - along.y, a.y - along.y + along.x}, q{a.x - along.x + along.y, a.y - along.y - along.x};
         const Point r{b.x + along.x + along.y, b.y + along.y - along.x}, s{b.x + along.x - along.y, b.y + along.y + along.x};
         Triangle(p, q, r, argb);
@@ -48,22 +48,18 @@ public:
     }
 
     void Put_Back() {
-        static_assert(fine == 2);
-        for (int y = part_.y1; y < part_.y2; ++y) {
-            const std::uint32_t *upper = Row(fine * y), *lower = Row(fine * y + 1);
-            std::uint32_t* const pixels = target_.pixels + y * target_.stride + part_.x1;
-            for (int x = 0; x < part_.x2 - part_.x1; ++x)
-                pixels[x] = Mean(upper[fine * x], upper[fine * x + 1], lower[fine * x], lower[fine * x + 1]);
-        }
+        Each_Pixel([](std::uint32_t, const std::uint32_t* left, const std::uint32_t* right) {
+            return Mean(left[0], left[1], right[0], right[1]);
+        });
     }
 
 private:
-    // A side of a triangle, from the upper end to the lower one: neighbours find the same places on it.
+    // A side of a triangle, from the left end to the right one: neighbours find the same places on it.
     struct Side {
         Point from;
         double slope;
-        Side(Point upper, Point lower) : from(upper), slope((lower.x - upper.x) / (lower.y - upper.y)) {}
-        double At(double y) const { return from.x + (y - from.y) * slope; }
+        Side(Point left, Point right) : from(left), slope((right.y - left.y) / (right.x - left.x)) {}
+        double At(double x) const { return from.y + (x - from.x) * slope; }
     };
 
     // The first sample whose middle lies beyond a place, from `least`, which is not below 0, to `most`.
@@ -71,12 +67,12 @@ private:
         return static_cast<int>(std::min(std::max(at + 0.5, static_cast<double>(least)), static_cast<double>(most)));
     }
 
-    void Rows(int from, int to, const Side& one, const Side& other, std::uint32_t argb) {
-        for (int y = from; y < to; ++y) {
-            const int p = First_Beyond(one.At(y + 0.5), bounds_.x1, bounds_.x2),
-                      q = First_Beyond(other.At(y + 0.5), bounds_.x1, bounds_.x2);
-            std::uint32_t* const row = Row(y) - bounds_.x1;
-            for (int x = std::min(p, q), end = std::max(p, q); x < end; ++x) row[x] = argb;
+    void Columns(int from, int to, const Side& one, const Side& other, std::uint32_t argb) {
+        for (int x = from; x < to; ++x) {
+            const int p = First_Beyond(one.At(x + 0.5), bounds_.y1, bounds_.y2);
+            const int q = First_Beyond(other.At(x + 0.5), bounds_.y1, bounds_.y2);
+            std::uint32_t* const column = Column(x) - bounds_.y1;
+            std::fill(column + std::min(p, q), column + std::max(p, q), argb);
         }
     }
 
@@ -87,7 +83,24 @@ private:
         return (low >> 2 & even) | (high >> 2 & even) << 8;
     }
 
-    std::uint32_t* Row(int y) { return samples_.data() + static_cast<std::ptrdiff_t>(y - bounds_.y1) * (bounds_.x2 - bounds_.x1); }
+    // Gives each pixel what `work` makes of it and of the samples in its left and its right half; a few columns at a time, for pixels lie
+    // row by row.
+    template <class Work>
+    void Each_Pixel(const Work& work) {
+        static_assert(fine == 2);
+        constexpr int block = 16;
+        const int height = bounds_.y2 - bounds_.y1;
+        for (int from = part_.x1; from < part_.x2; from += block) {
+            for (int y = part_.y1; y < part_.y2; ++y) {
+                std::uint32_t* const pixels = target_.pixels + y * target_.stride;
+                std::uint32_t* samples = Column(fine * from) + fine * (y - part_.y1);
+                for (int x = from; x < std::min(from + block, part_.x2); ++x, samples += fine * height)
+                    pixels[x] = work(pixels[x], samples, samples + height);
+            }
+        }
+    }
+
+    std::uint32_t* Column(int x) { return samples_.data() + static_cast<std::ptrdiff_t>(x - bounds_.x1) * (bounds_.y2 - bounds_.y1); }
 
     Pixel_Buffer target_;
     Pixel_Rect part_, bounds_;  // in pixels and in samples
