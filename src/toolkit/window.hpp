@@ -80,8 +80,9 @@ Box_Answer Box_Default(const Message_Box& box);  // of the button that has the f
 Box_Answer WMessageBox(const Message_Box& box);
 
 // Common file dialog, in `directory` or, when that is blank, the current one. Filter: label and pattern pairs, each followed by a
-// vertical bar. Full paths; none on cancel.
-enum class Select_Kind { open, open_multiple, save };
+// vertical bar. Full paths; none on cancel. `save` asks itself before the name of a file that is there is taken, `save_unasked` leaves that
+// to the caller.
+enum class Select_Kind { open, open_multiple, save, save_unasked };
 std::vector<std::string> WSelectFile(std::string_view filter, Select_Kind kind, const std::string& name, std::string_view title,
                                      const std::string& directory = {});
 std::optional<std::string> WSelectDir(const std::string& directory, std::string_view title);  // nothing on cancel

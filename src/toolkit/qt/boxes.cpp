@@ -77,9 +77,10 @@ std::vector<std::string> Chosen_Files(std::string_view filter, Select_Kind kind,
     QFileDialog dialog(The_Toolkit().Owner(), Q(title), directory.empty() ? QDir::currentPath() : Q(directory));
     dialog.setOption(QFileDialog::HideNameFilterDetails);
     dialog.setNameFilters(Name_Filters(filter));
-    dialog.setAcceptMode(kind == Select_Kind::save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
-    dialog.setFileMode(kind == Select_Kind::save ? QFileDialog::AnyFile
-                                                 : (kind == Select_Kind::open ? QFileDialog::ExistingFile : QFileDialog::ExistingFiles));
+    const bool save = kind == Select_Kind::save || kind == Select_Kind::save_unasked;
+    dialog.setOption(QFileDialog::DontConfirmOverwrite, kind == Select_Kind::save_unasked);
+    dialog.setAcceptMode(save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+    dialog.setFileMode(save ? QFileDialog::AnyFile : kind == Select_Kind::open ? QFileDialog::ExistingFile : QFileDialog::ExistingFiles);
     if (!name.empty()) dialog.selectFile(Q(name));
     std::vector<std::string> files;
     if (dialog.exec() == QDialog::Accepted)

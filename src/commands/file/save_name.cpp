@@ -1,0 +1,33 @@
+#include "commands/file/save_name.hpp"
+
+#include "base/os.hpp"
+#include "base/write_file.hpp"
+#include "commands/select_files.hpp"
+
+namespace vntl {
+
+namespace {
+
+// The button that keeps the file has the focus: a line end too many must not cost a measurement.
+bool May_Overwrite(Ask& ask, std::string_view title) {
+    return ask.Box({Box_Buttons::yes_no, Box_Icon::question, 2, "The file exist,\nDo you want overwrite it?", std::string(title)}) ==
+           Box_Answer::yes;
+}
+
+}  // namespace
+
+std::string Name_To_Save(Configuration& config, Ask& ask, const Save_Form& form, const std::string& proposed) {
+    const auto chosen = Select_Files(config, Select_Kind::save_unasked, form.filter, form.selector_title, proposed);
+    if (chosen.empty()) return {};
+    std::string file = chosen.front();
+    if (Extension_Of(file).empty()) file += form.extension;
+    return IOsFileExists(file) && !May_Overwrite(ask, form.overwrite_title) ? std::string() : file;
+}
+
+Status Save_Text(const Save_Form& form, const std::string& file, std::string_view text) {
+    if (!Can_Be_Written(file)) return Status::Fail_File(form.failure);
+    if (Replace_File(file, text)) return Status::Done();
+    return Status::Fail_File(std::string(form.failure) + "\nIs the disk full? Nothing of it was written: " + file);
+}
+
+}  // namespace vntl
