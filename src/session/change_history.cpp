@@ -28,8 +28,8 @@ std::size_t Bytes_Of(const std::vector<Kept_Row>& rows) {
 }  // namespace
 
 std::size_t Change_Record::Bytes() const {
-    return Bytes_Of(rows) + Bytes_Of(taken) + Bytes_Of(plot.peaks) + Bytes_Of(plot.background) + Bytes_Of(plot.hklgen) +
-           Bytes_Of(plot.fit.peaks);
+    return Bytes_Of(rows) + Bytes_Of(held) + Bytes_Of(came) + Bytes_Of(went) + Bytes_Of(order) + Bytes_Of(plot.peaks) +
+           Bytes_Of(plot.background) + Bytes_Of(plot.hklgen) + Bytes_Of(plot.fit.peaks);
 }
 
 void Change_History::Add(Change_Record record) {

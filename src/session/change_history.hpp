@@ -2,6 +2,7 @@
 #pragma once
 
 #include <deque>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -24,6 +25,18 @@ struct Kept_Row {
     bool shown = true, show_ycalc = false, show_bgr = false;
 };
 
+// What the user chose to see of the refined profile, and what is known of the rows as a whole.
+struct Row_Choices {
+    bool show_ycalc = true, show_difference = true, show_reflections = true, show_background = false;
+    bool profiles_uniform = false;  // the rows came from one multiple selection in an empty store
+};
+
+// How far each row was set apart from the one before it, by the dialog that spreads them.
+struct Row_Shift {
+    float x = 0, y = 0;
+    bool operator==(const Row_Shift&) const = default;
+};
+
 // Lists, x space and view beside the rows.
 struct Kept_Plot {
     std::vector<Peak_Mark> peaks;
@@ -34,22 +47,27 @@ struct Kept_Plot {
     std::string xlabel_text, ylabel_text;
     View view, all;
     float y_prf_bottom = 0, diff_base = 0, diff_band = 0;
-    bool log = false;  // the view is one of logarithms
+    bool log = false;         // the view is one of logarithms
+    bool log_of_one = false;  // the plot form was that of logarithms of the only row
+    Row_Shift shift;
 };
 
 struct Change_Record {
-    std::string text;             // "shift of 3 profiles", as the menu shows it behind "Undo"
-    bool with_previous = false;   // a part of the change before it: they go back together
-    unsigned parts = 0;           // arrays that are kept
-    bool turned = false;          // the order of the points was turned round, in the arrays that are not kept too
-    int added = 0;                // rows that came at the end
-    std::vector<Kept_Row> rows;   // as they were before the change; after it was taken back, as they were behind it
-    std::vector<Kept_Row> taken;  // rows that came, while the change is taken back
+    std::string text;                    // "shift of 3 profiles", as the menu shows it behind "Undo"
+    bool with_previous = false;          // a part of the change before it: they go back together
+    unsigned parts = 0;                  // arrays that are kept
+    bool turned = false;                 // the order of the points was turned round, in the arrays that are not kept too
+    std::vector<int> came, went;         // rows that came at the end, by their numbers after the change; that went, by those before it
+    std::vector<int> order;              // where rows changed places: how they change them when the record takes its next way
+    std::vector<Kept_Row> rows;          // as they were before the change; after it was taken back, as they were behind it
+    std::vector<Kept_Row> held;          // rows that are not in the store: those that went; those that came, while the change is taken back
+    std::optional<Row_Choices> choices;  // of a store that has lost its last row
     Kept_Plot plot;
 
-    bool Touches_Rows() const { return added > 0 || !rows.empty(); }
-    bool Touches_Axes() const { return added > 0 || (!rows.empty() && parts != part_curves); }  // ranges and forms follow from it
-    std::size_t Bytes() const;                                                                  // about what it holds
+    bool Touches_Order() const { return !came.empty() || !went.empty() || !order.empty(); }
+    bool Touches_Rows() const { return Touches_Order() || !rows.empty(); }
+    bool Touches_Axes() const { return Touches_Order() || (!rows.empty() && parts != part_curves); }  // ranges and forms follow from it
+    std::size_t Bytes() const;                                                                        // about what it holds
 };
 
 class Change_History {

@@ -76,8 +76,9 @@ std::vector<Kept_Row> Keep_Rows(const Profile_Store& store, const std::vector<in
 Kept_Plot Keep_Plot(const Session& session) {
     const Plot_State& plot = session.plot;
     const Calculation_Lists& lists = session.lists;
-    return {lists.peaks,       lists.background,   lists.hklgen,      lists.fit,      plot.xspace,    plot.xlabel_text, plot.ylabel_text,
-            plot.Shown_View(), plot.Whole_Range(), plot.y_prf_bottom, plot.diff_base, plot.diff_band, plot.Is_Log()};
+    return {lists.peaks,      lists.background, lists.hklgen,      lists.fit,          plot.xspace,
+            plot.xlabel_text, plot.ylabel_text, plot.Shown_View(), plot.Whole_Range(), plot.y_prf_bottom,
+            plot.diff_base,   plot.diff_band,   plot.Is_Log(),     plot.log_of_one,    session.shift};
 }
 
 // --- going back, or forward again --------------------------------------------------------------------------------------------------
@@ -107,25 +108,36 @@ void Swap_Row(Profile_Store& store, const Change_Record& record, Kept_Row& kept)
     swap_flag(store.show_bgr_of, kept.show_bgr);
 }
 
-void Take_Added(Profile_Store& store, Change_Record& record) {
-    for (int i = 0; i < record.added; ++i) {
-        const int row = store.nperfiles();
-        const auto flag = static_cast<std::size_t>(row - 1);
-        record.taken.push_back({row, std::move(store.Pattern(row)), std::move(store.Info(row)), store.profile_shown[flag],
-                                store.show_ycalc_of[flag], store.show_bgr_of[flag]});
-        store.Drop_Last();
-    }
+std::vector<int> Inverse_Of(const std::vector<int>& order) {
+    std::vector<int> inverse(order.size());
+    for (std::size_t place = 0; place < order.size(); ++place)
+        inverse[static_cast<std::size_t>(order[place] - 1)] = static_cast<int>(place) + 1;
+    return inverse;
 }
 
-void Return_Taken(Profile_Store& store, Change_Record& record) {
-    for (; !record.taken.empty(); record.taken.pop_back()) {
-        Kept_Row& kept = record.taken.back();
-        store.Append(std::move(kept.pattern), std::move(kept.info));
-        const auto flag = static_cast<std::size_t>(store.nperfiles() - 1);
-        store.profile_shown[flag] = kept.shown;
-        store.show_ycalc_of[flag] = kept.show_ycalc;
-        store.show_bgr_of[flag] = kept.show_bgr;
+// With its last row the session loses all that belongs to rows, as by a new start, but not the way back.
+void Empty(Session& session, Change_Record& record) {
+    Profile_Store& store = session.store;
+    record.choices = static_cast<const Row_Choices&>(store);
+    Change_History history = std::move(store.changes);
+    Reset_Profiles(session);
+    store.changes = std::move(history);
+}
+
+// Rows come, go and change places; what is in the store and what the record holds of them change places too.
+void Move_Rows(Session& session, Change_Record& record, bool back) {
+    Profile_Store& store = session.store;
+    for (Kept_Row& kept : record.rows) Swap_Row(store, record, kept);
+    std::vector<Kept_Row> out = store.Take_Out(back ? record.came : record.went);
+    store.Put_In(std::exchange(record.held, std::move(out)));
+    if (!record.order.empty()) {
+        store.Reorder(record.order);
+        record.order = Inverse_Of(record.order);
     }
+    if (store.nperfiles() == 0)
+        Empty(session, record);
+    else if (record.choices)
+        static_cast<Row_Choices&>(store) = *std::exchange(record.choices, std::nullopt);
 }
 
 // Lists and x space as they were kept, and the view where the plot still has the same form of intensities. Reflections that are on the
@@ -136,6 +148,7 @@ void Set_Plot(Session& session, Kept_Plot kept) {
     session.lists.background = std::move(kept.background);
     if (plot.ClickMode != Click_Mode::reflections) session.lists.hklgen = std::move(kept.hklgen);
     session.lists.fit = std::move(kept.fit);
+    session.shift = kept.shift;
     plot.xlabel_text = std::move(kept.xlabel_text);
     plot.ylabel_text = std::move(kept.ylabel_text);
     if (plot.Is_Log() != kept.log) return;
@@ -146,14 +159,24 @@ void Set_Plot(Session& session, Kept_Plot kept) {
     plot.diff_band = kept.diff_band;
 }
 
+void Return_To_Space(Session& session, const Change_Record& record) {
+    if (record.plot.xspace != session.plot.xspace) Set_Xspace(session, Told(record.plot.xspace));
+}
+
+// One pattern and several have forms of their own: a change that led from one to the other leads back to the form that was there.
+void Keep_Form(Plot_State& plot, const Kept_Plot& kept, int rows_before, int rows) {
+    if (std::min(rows_before, 2) == std::min(rows, 2)) return;
+    plot.log_scale = kept.log;
+    plot.log_of_one = kept.log_of_one;
+}
+
 // The record and the session change places. Form and menus follow from the rows before lists and view are put back.
 void Swap(Session& session, Change_Record& record, bool back) {
-    Profile_Store& store = session.store;
+    const int rows_before = session.store.nperfiles();
     Kept_Plot present = Keep_Plot(session);
-    if (!back) Return_Taken(store, record);
-    for (Kept_Row& kept : record.rows) Swap_Row(store, record, kept);
-    if (back) Take_Added(store, record);
-    if (record.plot.xspace != present.xspace) Set_Xspace(session, Told(record.plot.xspace));
+    Move_Rows(session, record, back);
+    Return_To_Space(session, record);
+    Keep_Form(session.plot, record.plot, rows_before, session.store.nperfiles());
     if (record.Touches_Axes()) Plot_Ranges(session);
     Set_Plot(session, std::exchange(record.plot, std::move(present)));
     Set_Fit_Overlay(session);
@@ -181,17 +204,34 @@ Row_Change::Row_Change(Session& session, std::string text, const std::vector<int
 
 Row_Change::~Row_Change() {
     if (!open_) return;
-    while (session_.store.nperfiles() > rows_before_) session_.store.Drop_Last();
-    for (Kept_Row& kept : record_.rows) Swap_Row(session_.store, record_, kept);
+    Tell_Rows_That_Came();
+    Move_Rows(session_, record_, true);
+    Return_To_Space(session_, record_);
     Set_Plot(session_, std::move(record_.plot));
+}
+
+void Row_Change::Remove(const std::vector<int>& rows) {
+    record_.went = rows;
+    record_.held = session_.store.Take_Out(rows);
+    if (session_.store.nperfiles() == 0) Empty(session_, record_);
+}
+
+void Row_Change::Reorder(const std::vector<int>& order) {
+    session_.store.Reorder(order);
+    record_.order = Inverse_Of(order);
+}
+
+void Row_Change::Tell_Rows_That_Came() {
+    const int stayed = rows_before_ - static_cast<int>(record_.went.size());
+    for (int row = stayed + 1; row <= session_.store.nperfiles(); ++row) record_.came.push_back(row);
 }
 
 bool Row_Change::Keep(bool with_previous) {
     open_ = false;
     Change_History& history = session_.store.changes;
-    record_.added = session_.store.nperfiles() - rows_before_;
+    Tell_Rows_That_Came();
     record_.with_previous = with_previous;
-    if (too_large_) {
+    if (too_large_ || record_.Bytes() > Change_History::most_bytes) {
         session_.interface.Status_Text(1, "The " + record_.text + " is too large to be undone");
         history.Forget();
         return false;
@@ -245,8 +285,9 @@ void Show_Changes(Session& session) {
     Interface_State& menu = session.interface;
     menu.Label(command::undo, Label("Undo", done));
     menu.Label(command::redo, Label("Redo", undone));
-    menu.Enable(command::undo, session.plot.Is_2D() && !done.empty());
-    menu.Enable(command::redo, session.plot.Is_2D() && !undone.empty());
+    const bool can = session.plot.Is_2D() || session.store.nperfiles() == 0;  // the last row may have been deleted
+    menu.Enable(command::undo, can && !done.empty());
+    menu.Enable(command::redo, can && !undone.empty());
 }
 
 }  // namespace vntl

@@ -24,6 +24,11 @@ public:
     Row_Change(const Row_Change&) = delete;
     Row_Change& operator=(const Row_Change&) = delete;
 
+    // Rows leave the store; with the last of them the session is emptied, as by a new start. Row order[i] comes to place i + 1. The change
+    // does one or the other, and keeps no points of other rows beside.
+    void Remove(const std::vector<int>& rows);
+    void Reorder(const std::vector<int>& order);
+
     // Tells that the points of all rows stand in the opposite order now.
     void Turned() { record_.turned = true; }
 
@@ -34,6 +39,8 @@ public:
     Status Keep(const Status& status);  // where that has not failed; else all goes back
 
 private:
+    void Tell_Rows_That_Came();
+
     Session& session_;
     Change_Record record_;
     int rows_before_;

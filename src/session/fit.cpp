@@ -311,9 +311,7 @@ void Keep_Fit(Session& session, const Fit_Problem& problem, const Fit_Result& re
 
 void Keep_First_Row(Profile_Store& store) {
     if (store.nperfiles() < 2) return;
-    std::vector<bool> marked(static_cast<std::size_t>(store.nperfiles()), true);
-    marked.front() = false;
-    store.Remove(marked);
+    while (store.nperfiles() > 1) store.Drop_Last();
     store.changes.Forget();
 }
 

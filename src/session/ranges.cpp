@@ -80,17 +80,6 @@ void Find_Refined_Row(Profile_Store& store, Plot_State& plot) {
     if (store.prf_loaded) plot.y_view_min = plot.y_prf_bottom;
 }
 
-// Conversion back to the scattering variable of the files is possible only while all rows share it.
-void Set_Origin_Commands(Session& session) {
-    Profile_Store& store = session.store;
-    const std::string_view first = Trim(store.Pattern(1).scat_var);
-    store.mixed_scat_var = false;
-    for (int row = 2; row <= store.nperfiles(); ++row)
-        if (!Contains(store.Pattern(row).scat_var, first)) store.mixed_scat_var = true;
-    session.interface.Enable(command::to_two_theta, !store.mixed_scat_var && Contains(first, "2theta"));
-    session.interface.Enable(command::to_tof, !store.mixed_scat_var && Contains(first, "TOF"));
-}
-
 void Set_Single_Form(Session& session) {
     Set_Calculation_Mode(session, Click_Mode::none);
     Set_Menu_Single(session, true);
@@ -119,6 +108,17 @@ void View_In_Log(const Profile_Store& store, Plot_State& plot, float foot, float
 }
 
 }  // namespace
+
+// Conversion back to the scattering variable of the files is possible only while all rows share it.
+void Set_Origin_Commands(Session& session) {
+    Profile_Store& store = session.store;
+    const std::string_view first = Trim(store.Pattern(1).scat_var);
+    store.mixed_scat_var = false;
+    for (int row = 2; row <= store.nperfiles(); ++row)
+        if (!Contains(store.Pattern(row).scat_var, first)) store.mixed_scat_var = true;
+    session.interface.Enable(command::to_two_theta, !store.mixed_scat_var && Contains(first, "2theta"));
+    session.interface.Enable(command::to_tof, !store.mixed_scat_var && Contains(first, "TOF"));
+}
 
 void Set_Range_X(const Profile_Store& store, const PRF_Prefs& prefs, Plot_State& plot) {
     if (store.nperfiles() == 0) return;

@@ -13,6 +13,9 @@ struct Session;
 // scratch returns to the 2D graph; without rows the form is "none".
 void Plot_Ranges(Session&);
 
+// The ways back to the scattering variable of the files: as row 1 and its neighbours allow.
+void Set_Origin_Commands(Session&);
+
 // Into a logarithmic form: the y window of the same intensities, from 1 on, where the form begins, with room for the overlay of a refined
 // profile below; x stays.
 void View_In_Logarithms(const Profile_Store&, Plot_State&);

@@ -34,8 +34,6 @@ std::string Fault_Of_Row(const Profile_Store& store, int row) {
     if (!(Length_Is_Or_None(info.refl_position, info.nreflections) && Length_Is_Or_None(info.refl_code, info.nreflections) &&
           Length_Is_Or_None(info.refl_phase, info.nreflections) && Length_Is_Or_None(info.refl_label, info.nreflections)))
         return "length of the reflections";
-    const auto flag = static_cast<std::size_t>(row - 1);
-    if (store.show_ycalc_of[flag] && p.ycalc.empty()) return "show_ycalc_of without ycalc";
     return {};
 }
 

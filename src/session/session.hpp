@@ -24,6 +24,7 @@ struct Session {
     Preferences prefs;
     Configuration config;
     Recent_Files recent;
+    Row_Shift shift;      // given last in "Shift profiles"; a new start leaves it
     int format_code = 1;  // data-file format chosen last, 1 to 15
 };
 

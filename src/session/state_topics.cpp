@@ -27,7 +27,8 @@ Json State(const Session& session) {
     const std::pair<const char*, float> reals[] = {
         {"x_view_min", plot.x_view_min}, {"x_view_max", plot.x_view_max}, {"y_view_min", plot.y_view_min}, {"y_view_max", plot.y_view_max},
         {"x_all_min", plot.x_all_min},   {"x_all_max", plot.x_all_max},   {"y_all_min", plot.y_all_min},   {"y_all_max", plot.y_all_max},
-        {"drawn_x1", plot.drawn.x1},     {"drawn_x2", plot.drawn.x2},     {"drawn_y1", plot.drawn.y1},     {"drawn_y2", plot.drawn.y2}};
+        {"shift_x", session.shift.x},    {"shift_y", session.shift.y},    {"drawn_x1", plot.drawn.x1},     {"drawn_x2", plot.drawn.x2},
+        {"drawn_y1", plot.drawn.y1},     {"drawn_y2", plot.drawn.y2}};
     for (const auto& [name, value] : reals) state[name] = Json_Real(value);
     state["view_rotation"] = Json_Real(plot.view_rotation);
     state["view_elevation"] = Json_Real(plot.view_elevation);

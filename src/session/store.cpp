@@ -103,38 +103,83 @@ int Profile_Store::Append_Copy(int row) {
 }
 
 void Profile_Store::Drop_Last() {
-    if (patterns_.empty()) return;
-    std::vector<bool> marked(patterns_.size(), false);
-    marked.back() = true;
-    Remove(marked);
+    if (!patterns_.empty()) Take_Out({nperfiles()});
 }
 
-// The flags of a row go with it, and the places left free behind the last row return to their initial state.
-void Profile_Store::Remove(const std::vector<bool>& marked) {
-    const std::size_t rows = patterns_.size();
-    const auto is_marked = [&](std::size_t i) { return i < marked.size() && marked[i]; };
+// The places left free behind the last row return to their initial state.
+std::vector<Kept_Row> Profile_Store::Take_Out(const std::vector<int>& rows) {
+    const std::size_t before = patterns_.size();
+    std::vector<bool> goes(before, false);
+    for (const int row : rows) goes[Index_Of(row, before)] = true;
+    std::vector<Kept_Row> out;
+    out.reserve(rows.size());
     int active = 0;
     std::size_t kept = 0;
-    for (std::size_t i = 0; i < rows; ++i) {
-        if (is_marked(i)) continue;
-        if (i != kept) {
-            patterns_[kept] = std::move(patterns_[i]);
-            infos_[kept] = std::move(infos_[i]);
-            profile_shown[kept] = profile_shown[i];
-            show_ycalc_of[kept] = show_ycalc_of[i];
-            show_bgr_of[kept] = show_bgr_of[i];
+    for (std::size_t i = 0; i < before; ++i) {
+        const int row = static_cast<int>(i) + 1;
+        if (goes[i]) {
+            out.push_back({row, std::move(patterns_[i]), std::move(infos_[i]), profile_shown[i], show_ycalc_of[i], show_bgr_of[i]});
+        } else {
+            Move_Row(i, kept++);
+            if (row == ProfilePRFactive) active = static_cast<int>(kept);
         }
-        ++kept;
-        if (static_cast<int>(i) + 1 == ProfilePRFactive) active = static_cast<int>(kept);
     }
     if (active == 0) prf_loaded = false;
     ProfilePRFactive = active;
     patterns_.resize(kept);
     infos_.resize(kept);
-    for (std::size_t i = kept; i < rows; ++i) {
+    for (std::size_t i = kept; i < before; ++i) {
         profile_shown[i] = true;
         show_ycalc_of[i] = show_bgr_of[i] = false;
     }
+    return out;
+}
+
+void Profile_Store::Move_Row(std::size_t from, std::size_t to) {
+    if (from == to) return;
+    patterns_[to] = std::move(patterns_[from]);
+    infos_[to] = std::move(infos_[from]);
+    profile_shown[to] = profile_shown[from];
+    show_ycalc_of[to] = show_ycalc_of[from];
+    show_bgr_of[to] = show_bgr_of[from];
+}
+
+// From the last place to the first, so that every row moves once.
+void Profile_Store::Put_In(std::vector<Kept_Row> rows) {
+    const int active = ProfilePRFactive;
+    std::size_t from = patterns_.size();
+    patterns_.resize(from + rows.size());
+    infos_.resize(from + rows.size());
+    for (std::size_t to = patterns_.size(); to-- > 0 && !rows.empty();) {
+        if (Kept_Row& kept = rows.back(); kept.row == static_cast<int>(to) + 1) {
+            if (active == 0 && Is_Refined(kept.info.kind)) ProfilePRFactive = kept.row, prf_loaded = true;
+            patterns_[to] = std::move(kept.pattern);
+            infos_[to] = std::move(kept.info);
+            profile_shown[to] = kept.shown;
+            show_ycalc_of[to] = kept.show_ycalc;
+            show_bgr_of[to] = kept.show_bgr;
+            rows.pop_back();
+        } else {
+            Move_Row(--from, to);
+            if (static_cast<int>(from) + 1 == active) ProfilePRFactive = static_cast<int>(to) + 1;
+        }
+    }
+}
+
+void Profile_Store::Reorder(const std::vector<int>& order) {
+    std::vector<Diffraction_Pattern_Type> patterns;
+    std::vector<PRF_Info_Add_Type> infos;
+    patterns.reserve(order.size());
+    infos.reserve(order.size());
+    int active = 0;
+    for (const int row : order) {
+        patterns.push_back(std::move(Pattern(row)));
+        infos.push_back(std::move(Info(row)));
+        if (row == ProfilePRFactive) active = static_cast<int>(patterns.size());
+    }
+    patterns_ = std::move(patterns);
+    infos_ = std::move(infos);
+    ProfilePRFactive = active;
 }
 
 void Profile_Store::Clear() { *this = Profile_Store(); }

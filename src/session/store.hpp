@@ -18,7 +18,7 @@ inline constexpr int max_profiles = 2000;
 inline constexpr std::string_view table_full_text = "The maximum number of profiles has been attained!";
 inline constexpr int profiles_with_optional_arrays = 20;  // rows beyond keep x, y and nd alone
 
-class Profile_Store {
+class Profile_Store : public Row_Choices {
 public:
     int nperfiles() const { return static_cast<int>(patterns_.size()); }
     bool full() const { return nperfiles() >= max_profiles; }
@@ -37,8 +37,12 @@ public:
     int Append_Copy(int row);  // of both records; shift and factor of the new row start anew. Its number. The caller has asked full().
     void Drop_Last();
 
-    // Removes the rows marked true (marked[0] is row 1); the order of the others stays. When all are marked the caller resets instead.
-    void Remove(const std::vector<bool>& marked);
+    // Rows leave the store with their flags, and come back to the places that their numbers tell (rising). The order of the others stays.
+    std::vector<Kept_Row> Take_Out(const std::vector<int>& rows);
+    void Put_In(std::vector<Kept_Row> rows);
+
+    // Row order[i] comes to place i + 1. Flags stay with the places. No point is copied.
+    void Reorder(const std::vector<int>& order);
 
     void Clear();  // no rows, and every flag at its initial state
 
@@ -52,13 +56,13 @@ public:
     std::bitset<max_profiles> profile_shown = std::bitset<max_profiles>().set();
     std::bitset<max_profiles> show_ycalc_of;
     std::bitset<max_profiles> show_bgr_of;
-    bool show_ycalc = true, show_difference = true, show_reflections = true, show_background = false;
-    bool profiles_uniform = false;  // the rows came from one multiple selection in an empty store
-    bool mixed_scat_var = false;    // rows of different scattering variable are in the store
+    bool mixed_scat_var = false;  // rows of different scattering variable are in the store
 
     Change_History changes;  // what was done to the rows; see session/changes.hpp
 
 private:
+    void Move_Row(std::size_t from, std::size_t to);  // with its flags, to a place that is free
+
     std::vector<Diffraction_Pattern_Type> patterns_;
     std::vector<PRF_Info_Add_Type> infos_;
 };

@@ -1,6 +1,7 @@
 // Every change of rows and lists goes back bit for bit, and comes again.
 #include <functional>
 
+#include "session/arrange_rows.hpp"
 #include "session/changes.hpp"
 #include "session/load.hpp"
 #include "session/move_rows.hpp"
@@ -32,7 +33,10 @@ std::string Bytes_Of(const Session& s) {
         Put(bytes, std::vector(info.excl_min.begin(), info.excl_min.begin() + info.nexcl));
         Put(bytes, std::vector(info.excl_max.begin(), info.excl_max.begin() + info.nexcl));
         bytes += s.store.shown(row) ? 's' : 'h';
+        bytes += s.store.show_ycalc_of[static_cast<std::size_t>(row - 1)] ? 'c' : '-';
     }
+    Put(bytes, std::vector<int>{s.store.profiles_uniform, s.store.show_reflections, s.store.ProfilePRFactive, s.store.prf_loaded});
+    Put(bytes, std::vector{s.shift.x, s.shift.y});
     const View view = s.plot.Shown_View(), all = s.plot.Whole_Range();
     for (const View& v : {view, all}) Put(bytes, std::vector{v.x1, v.x2, v.y1, v.y2});
     for (const Peak_Mark& peak : s.lists.peaks) Put(bytes, std::vector{peak.x, peak.y, peak.bgr});
@@ -50,6 +54,7 @@ void Fill(Session& s, int rows) {
             p.nd[i] = p.istat[i] = static_cast<std::int32_t>(i);
         }
         p.conv = {1.54f, 1.544f, 0.5f, 1.39f, 0};
+        p.monitor = 900 + 100 * static_cast<float>(row);
         Set_Y_Limits(p);
         PRF_Info_Add_Type info;
         info.file_name = "row" + std::to_string(row);
@@ -57,6 +62,7 @@ void Fill(Session& s, int rows) {
         Add_Excluded_Region(info, 12, 13);
         s.store.Append(std::move(p), std::move(info));
     }
+    s.store.profiles_uniform = rows > 1;
     Set_Xspace(s, "2theta");
     Plot_Ranges(s);
     s.plot.Show({11, 19, 5, 300});
@@ -93,6 +99,25 @@ const std::vector<Change_Case>& Changes() {
              change.Keep();
          },
          "two rows"},
+        {"deletion", 5,
+         [](Session& s, Ask&) {
+             Delete_Rows(s, {1, 2, 4});
+         },
+         "deletion of 3 profiles"},
+        {"deletion of all but one", 2, [](Session& s, Ask&) { Delete_Rows(s, {2}); }, "deletion of row2"},
+        {"deletion of all", 3, [](Session& s, Ask&) { Delete_Rows(s, All_Rows(s)); }, "deletion of 3 profiles"},
+        {"copy", 1, [](Session& s, Ask&) { EXPECT_TRUE(Copy_First_Row(s).ok()); }, "copy of row1"},
+        {"sorting", 4,
+         [](Session& s, Ask&) {
+             Sort_Rows(s, {3, 1, 4, 2});
+         },
+         "sorting of 4 profiles"},
+        {"shift", 3,
+         [](Session& s, Ask&) {
+             EXPECT_TRUE(Shift_Rows(s, {0.1f, -7}).ok());
+         },
+         "shift of 3 profiles"},
+        {"normalization", 3, [](Session& s, Ask&) { EXPECT_TRUE(Normalize_Rows(s, 777).ok()); }, "normalization of 3 profiles"},
         {"lists", 1,
          [](Session& s, Ask&) {
              Row_Change change(s, "found peaks");
@@ -113,6 +138,8 @@ TEST(Changes, GoBackAndComeAgainBitForBit) {
         Fill(s, c.rows);
         s.lists.peaks = {{12, 3, 1}};
         s.lists.background = {{11, 2}, {17, 4}};
+        s.store.profile_shown[1] = s.store.show_reflections = false;
+        s.store.show_ycalc_of[0] = true;
         const std::string before = Bytes_Of(s);
         c.change(s, ask);
         Plot_Ranges(s);
@@ -132,6 +159,38 @@ TEST(Changes, GoBackAndComeAgainBitForBit) {
             Show_Changes(s);
             EXPECT_EQ(s.interface.labels[command::undo], std::string("Undo ") + c.label);
             EXPECT_TRUE(s.interface.Enabled(command::undo) && !s.interface.Enabled(command::redo));
+        }
+    }
+}
+
+// One pattern and several have logarithmic forms of their own; those that are left by a change come back with it.
+TEST(Changes, TheFormComesBackWithTheRows) {
+    const auto delete_two = [](Session& s) { Delete_Rows(s, {2, 3}); };
+    const auto delete_all = [](Session& s) { Delete_Rows(s, All_Rows(s)); };
+    const auto copy = [](Session& s) { EXPECT_TRUE(Copy_First_Row(s).ok()); };
+    struct Case {
+        int rows;
+        std::function<void(Session&)> change;
+        Plot_Form after;
+    };
+    for (const Case& c : {Case{3, delete_two, Plot_Form::single}, Case{3, delete_all, Plot_Form::none},
+                          Case{1, delete_all, Plot_Form::none}, Case{1, copy, Plot_Form::multi_log}}) {
+        Session s;
+        Fill(s, c.rows);
+        c.rows == 1 ? Set_Menu_Log_Of_One(s) : Set_Menu_Graph(s, true);
+        Plot_Ranges(s);
+        s.plot.Show({11, 19, 1, 3});
+        const std::string before = Bytes_Of(s);
+        c.change(s);
+        Plot_Ranges(s);
+        for (int round = 0; round < 2; ++round) {
+            EXPECT_EQ(s.plot.plot_type, c.after);
+            Show_Changes(s);
+            EXPECT_TRUE(s.interface.Enabled(command::undo));
+            ASSERT_TRUE(Undo_Change(s));
+            EXPECT_EQ(Bytes_Of(s), before);
+            EXPECT_EQ(s.plot.log_of_one, c.rows == 1);
+            ASSERT_TRUE(Redo_Change(s));
         }
     }
 }
@@ -225,6 +284,19 @@ TEST(Changes, AStepOfTwoMayLoseItsFirst) {
     EXPECT_FALSE(Undo_Change(s));
 }
 
+// Rows that go and rows that change places are moved, with the memory of their points.
+TEST(Changes, DeletionAndSortingCopyNoPoint) {
+    Session s;
+    Fill(s, 4);
+    const auto memory = [&s](int row) { return std::pair(s.store.Pattern(row).x.data(), s.store.Pattern(row).ycalc.data()); };
+    const std::vector first{memory(1), memory(2), memory(3), memory(4)};
+    Sort_Rows(s, {4, 2, 1, 3});
+    EXPECT_EQ((std::vector{memory(1), memory(2), memory(3), memory(4)}), (std::vector{first[3], first[1], first[0], first[2]}));
+    Delete_Rows(s, {1, 3});
+    ASSERT_TRUE(Undo_Change(s) && Undo_Change(s));
+    EXPECT_EQ((std::vector{memory(1), memory(2), memory(3), memory(4)}), first);
+}
+
 // A change that holds more than the history may is made all the same, and what came before it cannot go back over it.
 TEST(Changes, OneTooLargeEndsTheHistory) {
     Session s;
@@ -235,6 +307,10 @@ TEST(Changes, OneTooLargeEndsTheHistory) {
     p.x.resize(static_cast<std::size_t>(p.npts), 100);
     ASSERT_TRUE(Scale_X_Of_Rows(s, {1}, 2, 0).ok());
     EXPECT_EQ(s.interface.status[0], "The scaling of x of row1 is too large to be undone");
+    EXPECT_FALSE(Undo_Change(s));
+    Delete_Rows(s, {1});
+    EXPECT_EQ(s.interface.status[0], "The deletion of row1 is too large to be undone");
+    EXPECT_EQ(s.store.nperfiles(), 0);
     EXPECT_FALSE(Undo_Change(s));
 }
 

@@ -156,7 +156,7 @@ TEST(Load, RowsBeyondTheTwentiethKeepXYAndNdAlone) {
     EXPECT_TRUE(s.store.profiles_uniform);
 
     // Row 23 goes, row 22 stays purged, and a new row 21 after more removals is purged again.
-    s.store.Remove({true, true, true});
+    s.store.Take_Out({1, 2, 3});
     Load_Row(s, ask, "/p", "CIF", Gives(Tiny_Pattern(12, 1.0f)));
     Finish_Load(s, 20);
     EXPECT_EQ(s.store.nperfiles(), 21);

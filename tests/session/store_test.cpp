@@ -34,7 +34,7 @@ TEST(Store, RemovalKeepsTheOrderAndTheFlagsOfTheRowsThatStay) {
     store.show_ycalc_of[1] = store.show_ycalc_of[4] = true;
     store.ProfilePRFactive = 5;
     store.prf_loaded = true;
-    store.Remove({false, true, false, true, false});
+    std::vector<Kept_Row> gone = store.Take_Out({2, 4});
     EXPECT_EQ(Order(store), "135");
     EXPECT_FALSE(store.shown(2));
     EXPECT_TRUE(store.shown(3));
@@ -42,6 +42,13 @@ TEST(Store, RemovalKeepsTheOrderAndTheFlagsOfTheRowsThatStay) {
     EXPECT_TRUE(store.show_ycalc_of[2]);
     EXPECT_EQ(store.show_ycalc_of.count(), 1u);  // the freed places are as at the start
     EXPECT_EQ(store.ProfilePRFactive, 3);
+    store.Put_In(std::move(gone));
+    EXPECT_EQ(Order(store), "12345");
+    EXPECT_EQ(store.ProfilePRFactive, 5);
+    EXPECT_FALSE(store.shown(3));
+    EXPECT_TRUE(store.show_ycalc_of[1] && store.show_ycalc_of[4]);
+    EXPECT_EQ(store.profile_shown.count(), static_cast<std::size_t>(max_profiles - 1));
+    store.Take_Out({2, 4});
     store.Drop_Last();
     EXPECT_EQ(Order(store), "13");
     EXPECT_EQ(store.ProfilePRFactive, 0);
