@@ -129,6 +129,126 @@ TEST_F(Profile_Dialogs, ExcludedRegionsAreGivenListedAndDeleted) {
     EXPECT_EQ(lists.at(3)["excluded"].size() + lists.at(4)["excluded"].size(), 0u);
 }
 
+Texts Names(const std::vector<Json>& rows, std::size_t first, std::size_t count) {
+    Texts names;
+    for (std::size_t i = first; i < first + count && i < rows.size(); ++i) names.push_back(rows[i]["file_name"]);
+    return names;
+}
+
+TEST_F(Profile_Dialogs, DeletionAsksAndTakesTheMarkedRows) {
+    const std::string two = "cell 1781 Delete 1 1\ncell 1781 Delete 3 1\n";
+    const auto run = Script(
+        "drop a.xye b.xye refined.prf\nmouse wheelup 600 400\nprint state\ncommand 40037\nprint dialog\npress OK\n"
+        "command 40037\n" +
+        two +
+        "answer no\npress OK\nprint dialog\npress Cancel\nprint state\n"
+        "command 40037\n" +
+        two +
+        "answer yes\npress OK\nprint rows\nprint state\n"
+        "command 40037\npress \"Select all\"\npress \"Deselect all\"\nprint dialog\npress \"Select all\"\n"
+        "answer yes\npress OK\nprint state\nprint menu 40506\ncommand 40506\nprint rows\nprint state\n"
+        "command 40506\nprint rows\ncommand 40507\ncommand 40507\nprint state\ncommand 40019\nprint menu 40506\n");
+    EXPECT_EQ(run.errors, "");
+    const std::string ask = "The following profiles will be delete:\n\n", sure = "\nAre you sure?", some = "a.xye\nrefined.prf\n";
+    EXPECT_EQ(Told(run), (Texts{ask + some + sure, ask + some + sure, ask + "b.xye\n" + sure}));
+    EXPECT_EQ(run.With("box").back()["box"], "Warning");
+    const auto dialogs = run.With("dialog"), states = run.With("plot_type"), rows = run.With("shown"), menus = run.With("built");
+    EXPECT_EQ(Field(dialogs.at(0), 1781)["value"][2], Json({"refined.prf", "0", "PRF", "2theta", rows.at(4)["title"]}));
+    EXPECT_EQ(Field(dialogs.at(1), 1781)["value"][0][1], "1");  // on "No" the marks stay
+    EXPECT_EQ(Field(dialogs.at(2), 1781)["value"][0][1], "0");
+    EXPECT_EQ(states.at(1), states.at(0));  // the view too
+    EXPECT_EQ(Names(rows, 0, 1), (Texts{"b.xye"}));
+    EXPECT_EQ(states.at(2)["plot_type"], "single");
+    EXPECT_FALSE(states[2]["prf_loaded"]);
+    EXPECT_EQ(states.at(3)["plot_type"], "none");
+    EXPECT_EQ(menus.at(0)["label"], "Undo deletion of b.xye");
+    EXPECT_EQ(states.at(4)["plot_type"], "single");
+    EXPECT_EQ(Names(rows, 1, 4), (Texts{"b.xye", "a.xye", "b.xye", "refined.prf"}));
+    EXPECT_EQ(states.at(5)["plot_type"], "none");
+    EXPECT_FALSE(menus.at(1)["enabled"]);  // a new start ends the way back
+    std::string many = "drop";
+    for (int i = 0; i < 100; ++i) many += " a.xye";
+    const auto long_list = Told(Script(many + "\nanswer no\ncommand 40037\npress \"Select all\"\npress OK\npress Cancel\n"));
+    ASSERT_EQ(long_list.size(), 1u);
+    EXPECT_EQ(long_list[0].size(), ask.size() + 500 + sure.size());
+}
+
+TEST_F(Profile_Dialogs, SortingGoesByTheChosenKey) {
+    for (const char* name : {"run10", "Run9", "run1"}) {
+        std::ofstream file(directory / (std::string(name) + ".dat"));
+        file << "title " << 20 - std::string(name).size() << "\n2.42 A\n0'\n3 " << (name[3] == '9' ? 5 : 300) << " 2 0 1e5 1e5\n"
+             << "10 1 12\n"
+             << name[3] << " 2 3\n";
+    }
+    const auto run = Script(
+        "open run1.dat run10.dat Run9.dat\nset 1005 1\npress OK\ncommand 40025\nprint dialog\npress Apply\nprint rows\n"
+        "set Descending 1\npress Apply\nprint rows\nset Temperature 1\npress Apply\nprint rows\n"
+        "cell 1791 Temperature 1 abc\npress Apply\nprint dialog\ncell 1791 Temperature 1 1\npress Apply\nprint rows\n"
+        "set \"Custom field\" 1\nset Ascending 1\ncell 1791 4 3 0.5\npress Apply\nprint rows\nprint dialog\n"
+        "press Return\nprint changes\nprint state\n");
+    EXPECT_EQ(run.errors, "line 14: cell Temperature 1 holds no valid value: abc\n");
+    const auto rows = run.With("shown"), dialogs = run.With("dialog");
+    ASSERT_EQ(rows.size(), 15u);
+    const Texts natural{"run1.dat", "Run9.dat", "run10.dat"}, falling{"run10.dat", "Run9.dat", "run1.dat"},
+        warm_first{"run10.dat", "run1.dat", "Run9.dat"}, edited{"run1.dat", "Run9.dat", "run10.dat"},
+        custom{"run10.dat", "run1.dat", "Run9.dat"};
+    const Texts* expected[] = {&natural, &falling, &warm_first, &edited, &custom};
+    for (std::size_t i = 0; i < 5; ++i) EXPECT_EQ(Names(rows, 3 * i, 3), *expected[i]) << i;
+    EXPECT_EQ(Told(run), (Texts{"Row 1: \"abc\" is not a number"}));
+    EXPECT_EQ(run.Marked(), (std::vector<std::vector<int>>{{}, {1791}, {}}));
+    EXPECT_EQ(Field(dialogs.at(2), 1791)["value"][0][2], "300");  // a temperature is edited for the sort alone
+    EXPECT_EQ(Field(dialogs[2], 1791)["value"][0][3], "1");
+    EXPECT_EQ(run.With("changes").at(0)["changes"]["undo"], "sorting of 3 profiles");
+}
+
+TEST_F(Profile_Dialogs, ShiftNormalizationAndFocusTakeNumbers) {
+    for (const char* name : {"one.dat", "two.dat"})
+        std::ofstream(directory / name) << name << "\n2.42 A\n0'\n3 300 2 0 " << (name[0] == 'o' ? 1000 : 3000)
+                                        << " 1e5\n10 1 12\n30 60 90\n";
+    const auto shifted = Script(
+        "drop a.xye b.xye b.xye\ncommand 40141\nset 1802 1\nset 1804 x\npress OK\nprint dialog\nset 1804 -50\npress OK\n"
+        "print data 2\ncommand 40141\nprint dialog\nset 1804 3e38\npress OK\nset 1804 0\nprint dialog\n"
+        "set 1802 1e39\npress OK\nprint dialog\npress Cancel\ncommand 40019\nprint state\n"
+        "drop a.xye refined.prf\ncommand 40141\ncommand 40026\nprint rows\n");
+    const Texts told = Told(shifted);
+    ASSERT_EQ(told.size(), 5u) << shifted.output;
+    EXPECT_EQ(told[0], "New value of Y: \"x\" is not a number");
+    EXPECT_EQ(told[3], "Profile PRF in memory. Operation not permitted");
+    EXPECT_EQ(told[4], told[3]);
+    const auto dialogs = shifted.With("dialog");
+    EXPECT_EQ(shifted.With("x").at(0)["x"][0], 11.0);
+    EXPECT_EQ(shifted.With("x")[0]["y"][0], 50.0);
+    EXPECT_EQ(Field(dialogs.at(1), 1801)["value"], "1");
+    EXPECT_FALSE(Field(dialogs[1], 1803)["enabled"]);
+    EXPECT_EQ(shifted.With("plot_type").at(0)["shift_x"], 1.0);  // for the whole run
+
+    const auto normalized = Script(
+        "drop a.xye\ncommand 40102\ncommand 40026\ncommand 40019\nopen one.dat two.dat\nset 1005 1\npress OK\ncommand 40026\n"
+        "print dialog\nset 1812 none\npress OK\nprint dialog\nset 1812 6000\npress OK\nprint data 1\nprint data 2\n"
+        "command 40026\nset 1812 0.5\npress OK\nprint data 1\ncommand 40506\nprint data 1\n");
+    EXPECT_EQ(Told(normalized),
+              (Texts{"Normalization impossible: non-uniform profiles", "Normalization Monitor: \"none\" is not a number"}));
+    EXPECT_EQ(Field(normalized.With("dialog").at(0), 1811)["value"], "2000");
+    EXPECT_EQ(normalized.Marked(), (std::vector<std::vector<int>>{{}, {1812}}));
+    const auto data = normalized.With("x");
+    const std::vector<double> first{60, 180, 40, 60};
+    for (std::size_t i = 0; i < 4; ++i) EXPECT_EQ(data.at(i)["y"][0].get<double>(), first[i]) << i;
+
+    const auto focused = Script(
+        "drop a.xye\nprint state\ncommand 40036\npress OK\nprint state\ncommand 40036\nset 1821 12\nset 1822 12\npress OK\n"
+        "print dialog\nset 1822 22.5\nset 1824 -1e9\npress OK\nprint dialog\nset 1824 1e3\npress OK\nprint state\n"
+        "command 40503\nprint state\ncommand 40504\ncommand 40036\nset 1823 -3e38\nset 1824 3e38\npress OK\nprint dialog\n"
+        "press Cancel\nprint state\n");
+    EXPECT_EQ(Told(focused), (Texts{"Xmin must be below Xmax", "Ymin must be below Ymax", "The window would leave the range of numbers"}));
+    EXPECT_EQ(focused.Marked(), (std::vector<std::vector<int>>{{1821}, {1823}, {1824}}));
+    const auto states = focused.With("plot_type");
+    EXPECT_EQ(states.at(1), states.at(0));
+    EXPECT_EQ((std::vector<double>{states.at(2)["x_view_min"], states[2]["x_view_max"], states[2]["y_view_max"], states[2]["drawn_x1"]}),
+              (std::vector<double>{12, 22.5, 1000, 12}));
+    EXPECT_EQ(states.at(3)["x_view_min"], states[0]["x_view_min"]);
+    EXPECT_EQ(states.at(4)["x_view_min"], 12.0);
+}
+
 // Its fit and its reflections are there already, whatever was done to it since.
 TEST_F(Profile_Dialogs, ARefinedProfileKeepsItsBarsAndItsCurvesThroughTheForms) {
     const std::string look = "print state\nprint menu 40095\nprint menu 40154\nprint menu 40099\nprint picture\n";

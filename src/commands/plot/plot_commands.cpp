@@ -2,6 +2,7 @@
 #include "commands/families.hpp"
 
 #include "commands/application.hpp"
+#include "commands/plot/focus_profile.hpp"
 #include "commands/plot/mouse.hpp"
 #include "commands/plot/spectral_lines.hpp"
 #include "commands/plot/view.hpp"
@@ -17,6 +18,10 @@ namespace {
 void Focus(Application& app) {
     Focus_Plot(app.session.store, app.session.plot);
     if (app.session.plot.Is_2D()) Plot_Redraw(app.session);
+}
+
+void Focus_On_Values(Application& app) {
+    if (Tell(app, Focus_Profile(app.session))) Plot_Redraw(app.session);
 }
 
 template <bool log>
@@ -121,7 +126,7 @@ constexpr Command commands[] = {
     {command::surface_3d, "Graph 3D Surface", "surface_3d", Surface_3D, "", "Show the profiles as a surface"},
     {command::model_3d, "OpenGL 3D model", "model_3d", nullptr, "", "Show the profiles as a model that turns"},
     {command::focus, "Focus", "focus", Focus, "Ctrl+F", "Fit the y window to the visible points"},
-    {command::focus_profile, "Focus Profile", "", nullptr, "", "Fit the window to one profile"},
+    {command::focus_profile, "Focus Profile", "", Focus_On_Values, "", "Enter the limits of the window"},
     {command::target, "View target at centre", "target", Toggle_Target, "Ctrl+T", "Show a target at the centre of the plot", true},
     {command::move_left, "Left", "move_left", Move<View_Move::left>, "Ctrl+Left", "Move the view left by a tenth of its width"},
     {command::move_right, "Right", "move_right", Move<View_Move::right>, "Ctrl+Right", "Move the view right by a tenth of its width"},
@@ -138,7 +143,7 @@ constexpr Command commands[] = {
     {command::drag_end, "End of shift", "hand_off", End_Drag, "", "The mouse zooms again"},
 };
 
-std::vector<Dialog_Resource> Dialogs() { return {Spectral_Lines_Dialog_Resource()}; }
+std::vector<Dialog_Resource> Dialogs() { return {Spectral_Lines_Dialog_Resource(), Focus_Profile_Dialog_Resource()}; }
 
 }  // namespace
 

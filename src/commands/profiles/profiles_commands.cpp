@@ -3,11 +3,15 @@
 
 #include "commands/application.hpp"
 #include "commands/plot/mouse.hpp"
+#include "commands/profiles/delete_rows.hpp"
 #include "commands/profiles/excluded_admin.hpp"
 #include "commands/profiles/excluded_regions.hpp"
 #include "commands/profiles/move_rows.hpp"
+#include "commands/profiles/shift_rows.hpp"
 #include "commands/profiles/show_profiles.hpp"
+#include "commands/profiles/sort_rows.hpp"
 #include "plot/plot.hpp"
+#include "session/arrange_rows.hpp"
 
 namespace vntl {
 
@@ -35,6 +39,22 @@ void Show_Profiles(Application& app) {
     Plot_Redraw(app.session);
 }
 
+void Sort(Application& app) {
+    Sort_Profiles(app.session);
+    Plot_Redraw(app.session);
+}
+
+// The ranges are those of the rows that are there now; where nothing was done the view stays.
+void Then_Remake(Application& app, const Status& status) {
+    Tell(app, status);
+    if (status.ok()) Plot_ReMake(app.session);
+}
+
+void Delete(Application& app) { Then_Remake(app, Delete_Profiles(app.session, app.ask)); }
+void Copy(Application& app) { Then_Remake(app, Copy_First_Row(app.session)); }
+void Shift(Application& app) { Then_Remake(app, Shift_Profiles(app.session)); }
+void Normalize(Application& app) { Then_Remake(app, Normalize_Monitor(app.session)); }
+
 void Insert_Excluded(Application& app) {
     if (!Tell(app, Insert_Excluded_Region(app.session, app.ask))) return;
     app.session.prefs.prf.excl_ignore_sides ? Plot_ReMake(app.session) : Plot_Redraw(app.session);
@@ -49,12 +69,12 @@ void Select_Excluded(Application& app) { Start_Exclude_Mode(app.session); }
 
 constexpr Command commands[] = {
     {command::show_profiles, "Show", "show", Show_Profiles, "", "Choose which profiles are shown"},
-    {command::sort_profiles, "Sorting", "sort", nullptr, "", "Change the order of the profiles"},
+    {command::sort_profiles, "Sorting", "sort", Sort, "", "Change the order of the profiles"},
     {command::play_profiles, "Playing", "play", nullptr, "", "Show one profile after another"},
-    {command::copy_profile, "Copy profile", "copy_profile", nullptr, "", "Add a copy of a profile"},
-    {command::delete_profiles, "Delete", "delete", nullptr, "", "Take profiles out of the list"},
-    {command::normalize_monitor, "Normalize(Monitor)", "normalise", nullptr, "", "Bring the profiles to one monitor"},
-    {command::shift_profiles, "Shift", "shift", nullptr, "", "Set the profiles apart by a constant step"},
+    {command::copy_profile, "Copy profile", "copy_profile", Copy, "", "Add a copy of a profile"},
+    {command::delete_profiles, "Delete", "delete", Delete, "", "Take profiles out of the list"},
+    {command::normalize_monitor, "Normalize(Monitor)", "normalise", Normalize, "", "Bring the profiles to one monitor"},
+    {command::shift_profiles, "Shift", "shift", Shift, "", "Set the profiles apart by a constant step"},
     {command::offset_align, "Offset/Align", "offset", Offset_Align, "", "Move profiles by an offset, or to a common point"},
     {command::scale_y, "Scaling Y", "scale_y", Scale_Y, "", "Multiply the intensities of profiles"},
     {command::scale_x, "Scaling X", "scale_x", Scale_X, "", "Multiply the x of profiles"},
@@ -65,7 +85,9 @@ constexpr Command commands[] = {
 
 std::vector<Dialog_Resource> Dialogs() {
     std::vector<Dialog_Resource> all = Move_Rows_Dialog_Resources();
-    for (auto resource : {Insert_Excluded_Dialog_Resource, Admin_Excluded_Dialog_Resource, Show_Profiles_Dialog_Resource})
+    for (auto resource :
+         {Insert_Excluded_Dialog_Resource, Admin_Excluded_Dialog_Resource, Show_Profiles_Dialog_Resource, Delete_Profiles_Dialog_Resource,
+          Sort_Profiles_Dialog_Resource, Shift_Profiles_Dialog_Resource, Normalize_Monitor_Dialog_Resource})
         all.push_back(resource());
     return all;
 }

@@ -1,0 +1,71 @@
+#include "commands/plot/focus_profile.hpp"
+
+#include <optional>
+
+#include "commands/modal.hpp"
+#include "session/session.hpp"
+
+namespace vntl {
+
+namespace {
+
+constexpr int focus_dialog = 425;
+enum Field { note = 1820, xmin, xmax, ymin, ymax };
+
+struct Limit {
+    int field;
+    const char* label;
+    float View::*value;
+};
+constexpr Limit limits[] = {{xmin, "Xmin =", &View::x1}, {xmax, "Xmax =", &View::x2}, {ymin, "Ymin", &View::y1}, {ymax, "Ymax", &View::y2}};
+
+// Nothing where a field holds no number, which has been told then.
+std::optional<View> View_Of_Fields() {
+    View view;
+    for (const Limit& limit : limits) {
+        const auto value = Number_In_Field(limit.field, limit.label);
+        if (!value) return {};
+        view.*limit.value = *value;
+    }
+    return view;
+}
+
+bool Show(Plot_State& plot, const View& view) {
+    const bool falling_x = !(view.x1 < view.x2);
+    if (falling_x || !(view.y1 < view.y2)) {
+        const std::string axis = falling_x ? "X" : "Y";
+        Refuse_Field(falling_x ? xmin : ymin, axis + "min must be below " + axis + "max");
+        return false;
+    }
+    if (plot.Show(view)) return true;
+    Refuse_Field(view.x2 - view.x1 > view.y2 - view.y1 ? xmax : ymax, "The window would leave the range of numbers");
+    return false;
+}
+
+}  // namespace
+
+Dialog_Resource Focus_Profile_Dialog_Resource() {
+    const auto real = [](const Limit& limit) {
+        return Dialog_Field{.number = limit.field, .kind = Field_Kind::real, .label = limit.label, .width = 14};
+    };
+    return {focus_dialog,
+            "Focus",
+            {{{note, Field_Kind::label, "Focus 2D-plot between exact values of (x,y)"}},
+             {real(limits[0]), real(limits[1])},
+             {real(limits[2]), real(limits[3])},
+             {{button_ok, Field_Kind::push_button, "OK"}, {button_cancel, Field_Kind::push_button, "Cancel"}}}};
+}
+
+Status Focus_Profile(Session& session) {
+    const View view = session.plot.Shown_View();
+    WDialogLoad(focus_dialog);
+    for (const Limit& limit : limits) WDialogPutReal(limit.field, view.*limit.value);
+    WDialogShow(xmin, Show_Kind::modal);
+    Status status = Status::Cancel();
+    while (status.cancelled && Run_Modal(focus_dialog) == button_ok)
+        if (const auto given = View_Of_Fields(); given && Show(session.plot, *given)) status = Status::Done();
+    WDialogUnload();
+    return status;
+}
+
+}  // namespace vntl
