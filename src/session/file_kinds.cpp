@@ -23,13 +23,13 @@ bool Is_Script(std::string_view extension) { return extension == ".vns"; }
 
 constexpr File_Kind_Row kinds[] = {
     {File_Kind::pattern, Is_Pattern_Extension, "Select data files to open", "Input Data File ", All_Pattern_Names, Letters::any,
-     Letters::small_or_capital, "open", "", Open_Pattern_File, nullptr},
+     Letters::small_or_capital, "open", Open_Pattern_File, nullptr},
     {File_Kind::refined_profile, Is_Profile, "Select PRF files to open", "Input PRF File (*.prf)",
-     [] { return std::string("*.prf;*.xrf"); }, Letters::any, Letters::any, "drop", "", Open_Prf_File, Read_Refined_File},
-    {File_Kind::list_of_files, Is_List, "", "", [] { return std::string("*.buf"); }, Letters::closed, Letters::small_or_capital, "",
-     "Buffer files cannot be opened yet", nullptr, nullptr},
+     [] { return std::string("*.prf;*.xrf"); }, Letters::any, Letters::any, "drop", Open_Prf_File, Read_Refined_File},
+    {File_Kind::list_of_files, Is_List, "Load Buffer Data File", "Buffer Data File (*.buf)", [] { return std::string("*.buf"); },
+     Letters::any, Letters::small_or_capital, "drop", Open_Buffer_File, nullptr},
     {File_Kind::script, Is_Script, "", "Session script (*.vns)", [] { return std::string("*.vns"); }, Letters::closed, Letters::closed, "",
-     "", nullptr, nullptr},
+     nullptr, nullptr},
 };
 
 Open_Result Open_As_Recognised(Session& session, Ask& ask, const std::string& name) { return Open_Files(session, ask, {name}); }
@@ -43,7 +43,6 @@ constexpr File_Kind_Row recognised = {File_Kind::pattern,
                                       Letters::any,
                                       Letters::any,
                                       "drop",
-                                      "",
                                       Open_As_Recognised,
                                       nullptr};
 

@@ -27,10 +27,10 @@ struct File_Kind_Row {
     Letters start;               // one file on the command line
     Letters recent;              // an entry of the recent files
     std::string_view statement;  // of a recording, empty for none
-    std::string_view refusal;    // of a kind whose reader is still to come
     // One file that came alone: asks what must be asked.
     Open_Result (*open)(Session&, Ask&, const std::string& name);
-    // One of several, of a command line or a drop, read in any thread; none where it is looked at as a pattern, as what has no row is.
+    // One of several, of a command line or a drop, read in any thread; none where it is looked at as a pattern, as what has no row is. In
+    // place of a list its files are read.
     Read_File (*read)(const std::string& path);
 };
 

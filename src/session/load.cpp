@@ -76,8 +76,10 @@ bool Brings_Calculated_Curve(const Diffraction_Pattern_Type& p) {
 
 }  // namespace
 
-std::string Absolute_Path(const Configuration& config, const std::string& path) {
-    const std::string full = Is_Absolute(path, config.sep) ? path : config.Path(IOsDirName(), path);
+std::string Absolute_Path(const Configuration& config, const std::string& path) { return Absolute_Path(config, path, IOsDirName()); }
+
+std::string Absolute_Path(const Configuration& config, const std::string& path, const std::string& directory) {
+    const std::string full = Is_Absolute(path, config.sep) ? path : config.Path(directory, path);
     return config.sep == '/' ? std::filesystem::path(full).lexically_normal().string() : full;
 }
 
@@ -104,7 +106,7 @@ std::optional<Load_Result> Check_For_Row(Session& session, Ask& ask, const std::
 
 void Note_Coming_Row(Session& session, const std::string& full_path, const Fresh_Pattern& fresh, Load_Notes& notes) {
     session.store.changes.Forget();
-    MRU_Add(session, full_path);
+    if (!notes.listed) MRU_Add(session, full_path);
     const std::string name(Trim(File_Part(full_path, session.config.sep)));
     notes.Count(name, fresh.pattern.npts_claimed, fresh.read, fresh.left_out);
     session.plot.history = {};

@@ -41,7 +41,8 @@ std::optional<Load_Result> Check_For_Row(Session&, Ask&, const std::string& path
 // last step that can fail.
 void Note_Coming_Row(Session&, const std::string& full_path, const Fresh_Pattern& fresh, Load_Notes&);
 
-// The one name of a file, whatever the directory from which it was opened.
+// The one name of a file that is named in a directory, or in the present one.
+std::string Absolute_Path(const Configuration&, const std::string& path, const std::string& directory);
 std::string Absolute_Path(const Configuration&, const std::string& path);
 
 // The end of every loading command: purges the last row and sets `profiles_uniform`. `rows_before`: rows when the command began.
@@ -52,19 +53,24 @@ struct Open_Result {
     int rows_added = 0;
     bool failed = false;
     bool cancelled = false;
-    double read_ms = 0;  // from opening the first file to the last row, without dialogs
-    std::string notice;  // for the status bar, empty for none
+    double read_ms = 0;       // from opening the first file to the last row, without dialogs
+    std::string notice = {};  // for the status bar, empty for none
 };
 
 // Opens the files that the user selects, or the one named, each by the format that its name tells; the user is asked once about all those
 // whose names do not tell it. Names are read from the last to the first.
 Open_Result Open_Pattern_File(Session&, Ask&, const std::string& name = {});
 
+// Opens the files of the lists that the user selects, or of the one named. A name that does not tell its format is asked about as in a
+// selection. A file that fails ends the command and leaves no profile at all; one that the x space refuses is passed over.
+Open_Result Open_Buffer_File(Session&, Ask&, const std::string& name = {});
+
 // Opens one file by its extension, or by its contents where that is unknown, as recent files do: "Bad name: len_trim=0",
 // "Bad name: without extension", "Unknown file extension " as the failure's message, shown by the caller.
 Status Open_File_By_Extension(Session&, Ask&, const std::string& name, Open_Result& result);
 
-// Opens several files of a command line, left to right, each by the registry of readers.
+// Opens several files of a command line, left to right, each by the registry of readers. The files of a list stand in its place; where
+// there is one the user is asked about names that do not tell their format.
 Open_Result Open_Files(Session&, Ask&, const std::vector<std::string>& names, std::optional<int> format_code = {});
 
 }  // namespace vntl

@@ -1,6 +1,8 @@
 // The loop over the files of one command: threads read ahead, each file becomes rows or nothing, and one box tells what was refused.
+// A list is a promise of all its files: rows of a part of them would pass for the whole measurement.
 #include "session/load_all.hpp"
 
+#include <algorithm>
 #include <chrono>
 #include <new>
 #include <optional>
@@ -143,60 +145,112 @@ Load_Result Load_File_Whole(Session& session, Ask& ask, const std::string& path,
 // What became of several files.
 struct Tally {
     int opened = 0, refused = 0;
+    bool sound = true;  // no file and no check failed, and the table was not full
     std::vector<std::string> told;
+    std::string failure;  // of a list, which the box begins with then
 
     void Add(const std::string& name, std::vector<std::string> texts) {
         for (std::string& text : texts) told.push_back(Contains(text, name) ? std::move(text) : name + ": " + text);
     }
     std::string Text() const {
-        std::string text = std::to_string(opened) + " opened, " + std::to_string(refused) + " refused";
-        for (const std::string& one : told) text += "\n\n" + one;
+        constexpr std::size_t most = max_profiles;  // a box with more is no help
+        std::string text = failure.empty() ? std::to_string(opened) + " opened, " + std::to_string(refused) + " refused" : failure;
+        for (std::size_t i = 0; i < std::min(most, told.size()); ++i) text += "\n\n" + told[i];
+        if (told.size() > most) text += "\n\nand " + std::to_string(told.size() - most) + " more";
         return text;
     }
 };
 
-// False where a file or a check failed, or the table was full.
-bool Load_Each(Session& session, Loading_Ask& ask, std::span<const std::string> files, std::function<Read_File(const std::string&)> read,
+// The lists of a command as its files come one after the other.
+class Lists_In_Turn {
+public:
+    explicit Lists_In_Turn(const std::vector<Opened_List>& lists) : next_(lists.begin()), end_(lists.end()) {}
+
+    // The list of a file; null for one that was named alone.
+    const Opened_List* Of(std::size_t file) {
+        while (next_ != end_ && file >= next_->behind) ++next_;
+        return next_ != end_ && next_->Holds(file) ? &*next_ : nullptr;
+    }
+
+private:
+    std::vector<Opened_List>::const_iterator next_, end_;
+};
+
+// A file of a list failed, for the reason that the texts tell below their heads.
+void Fail_List(Session& session, const std::string& path, const std::vector<std::string>& texts, Tally& tally) {
+    Reset_Profiles(session);
+    Set_Menu_Empty(session);
+    tally.failure = "ERROR Opening file: " + path;
+    for (const std::string& text : texts) tally.failure += text.substr(std::min(text.find('\n'), text.size()));
+    tally.failure += "\nNo profile is left.";
+}
+
+// A file, of that list or of none, becomes rows or nothing. False where it is the last one.
+bool Load_One(Session& session, Loading_Ask& ask, const std::string& path, Read_File file, const Opened_List* list, Load_Notes& notes,
+              Tally& tally) {
+    const int rows_before = session.store.nperfiles();
+    notes.refusal.clear();
+    notes.listed = list != nullptr;
+    const Load_Result result = Load_File_Whole(session, ask, path, std::move(file), notes);
+    tally.sound = tally.sound && result != Load_Result::failed && result != Load_Result::table_full;
+    const bool opened = result == Load_Result::added || session.store.nperfiles() > rows_before;
+    std::vector<std::string> told = ask.Kept();
+    if (list != nullptr) {
+        if (result == Load_Result::failed && !opened) return Fail_List(session, path, told, tally), false;
+        Settle_Listed_Rows(session.store, *list, rows_before);
+    }
+    tally.opened += opened;
+    tally.refused += !opened && result != Load_Result::table_full;
+    if (told.empty() && notes.several && !notes.refusal.empty()) told.push_back(notes.refusal);
+    tally.Add(Name_Of(session, path), std::move(told));
+    return result != Load_Result::table_full;
+}
+
+void Load_Each(Session& session, Loading_Ask& ask, const Files_To_Open& files, std::function<Read_File(const std::string&)> read,
                Load_Notes& notes, Tally& tally) {
-    bool all = true;
-    const auto progress = ask.Start_Progress(progress_title, static_cast<int>(files.size()));
-    Files_Ahead ahead(files, std::move(read), session.config.threads);
-    for (int done = 0; const std::string& path : files) {
-        if (!progress->Go_On(done++, File_Part(path, session.config.sep))) break;
+    const auto progress = ask.Start_Progress(progress_title, static_cast<int>(files.paths.size()));
+    Files_Ahead ahead(files.paths, std::move(read), session.config.threads);
+    Lists_In_Turn lists(files.lists);
+    for (std::size_t done = 0; done < files.paths.size(); ++done) {
+        const std::string& path = files.paths[done];
+        if (!progress->Go_On(static_cast<int>(done), File_Part(path, session.config.sep))) break;
         Read_File file = ahead.Take(*progress);
         if (progress->Cancelled()) break;
-        const int rows_before = session.store.nperfiles();
-        notes.refusal.clear();
-        const Load_Result one = Load_File_Whole(session, ask, path, std::move(file), notes);
-        all = all && one != Load_Result::failed && one != Load_Result::table_full;
-        const bool opened = one == Load_Result::added || session.store.nperfiles() > rows_before;
-        tally.opened += opened;
-        tally.refused += !opened && one != Load_Result::table_full;
-        std::vector<std::string> told = ask.Kept();
-        if (told.empty() && notes.several && !notes.refusal.empty()) told.push_back(notes.refusal);
-        tally.Add(Name_Of(session, path), std::move(told));
-        if (one == Load_Result::table_full) break;
+        const Opened_List* const list = lists.Of(done);
+        if (list != nullptr && list->first == done) MRU_Add(session, list->path);
+        if (!Load_One(session, ask, path, std::move(file), list, notes, tally)) break;
+        if (list != nullptr && list->behind == done + 1 && list->first_left_out > 0)
+            tally.told.push_back(Name_Of(session, list->path) + ": too many names, those from line " +
+                                 std::to_string(list->first_left_out) + " on were left out");
     }
-    return all;
 }
 
 }  // namespace
 
-Open_Result Load_All(Session& session, Ask& user, std::span<const std::string> files, std::function<Read_File(const std::string&)> read) {
+Open_Result Load_All(Session& session, Ask& user, const Files_To_Open& files, std::function<Read_File(const std::string&)> read) {
     const auto start = Loading_Ask::Clock::now();
     const int rows_before = session.store.nperfiles();
+    if (files.paths.empty() && files.refusals.size() == 1) {
+        user.Box(files.refusals.front());
+        return {.failed = true};
+    }
     Load_Notes notes;
-    notes.several = files.size() > 1;
+    notes.several = files.paths.size() + files.refusals.size() > 1 || !files.lists.empty();
     Loading_Ask ask(user, notes.several);
     Tally tally;
-    Open_Result result;
-    result.failed = !Load_Each(session, ask, files, std::move(read), notes, tally);
+    for (const Message_Box& refusal : files.refusals) ++tally.refused, tally.told.push_back(refusal.text);
+    Load_Each(session, ask, files, std::move(read), notes, tally);
     Finish_Load(session, rows_before);
-    result.rows_added = session.store.nperfiles() - rows_before;
-    result.notice = notes.Notice();
+    Open_Result result;
+    result.failed = !tally.sound || !files.refusals.empty();
+    if (tally.failure.empty()) {
+        result.rows_added = session.store.nperfiles() - rows_before;
+        result.notice = notes.Notice();
+        if (result.notice.empty() && files.lists.size() == 1) result.notice = files.lists.front().comment;
+    }
     result.read_ms = ask.Worked_Since(start);
     session.plot.read_ms = result.read_ms;
-    if (!tally.told.empty()) user.Error(tally.Text());
+    if (!tally.told.empty() || !tally.failure.empty()) user.Error(tally.Text());
     return result;
 }
 

@@ -1,4 +1,4 @@
-// Commands that open pattern files: the selector, a name, a recent file, the names of a command line.
+// Commands that open pattern files: the selector, a name, a list, a recent file, the names of a command line.
 //
 // All of them decide on a format for each file; Load_All then makes rows of them.
 #include <algorithm>
@@ -16,12 +16,14 @@
 namespace vntl {
 namespace {
 
+Open_Result Nothing_Chosen() { return {.cancelled = true}; }
+
 int Known_Code(int code) { return code >= 1 && code <= static_cast<int>(Pattern_Formats().size()) ? code : 1; }
 
 // The name of a file says what is in it: nobody is asked about it.
 bool Name_Tells(const std::string& file) {
     const File_Kind_Row* kind = File_Kind_Of(file);
-    return (kind != nullptr && (kind->read != nullptr || !kind->refusal.empty())) || Format_Of_File(file) != 0;
+    return (kind != nullptr && kind->read != nullptr) || Format_Of_File(file) != 0;
 }
 
 // A file whose name does not tell its format, and what its first lines tell.
@@ -30,11 +32,13 @@ struct Undecided {
     Recognition look;
 };
 
-// No format will do for a binary file, so that there is nothing to ask about it.
+// No format will do for a binary file, nor for one that is not there, so that there is nothing to ask about it. What is answered about as
+// many files as the store takes holds for further ones of a list.
 std::vector<Undecided> To_Ask_About(const std::vector<std::string>& files, char separator) {
     std::vector<Undecided> undecided;
     for (const std::string& file : files) {
-        if (Name_Tells(file)) continue;
+        if (undecided.size() == max_profiles) break;
+        if (Name_Tells(file) || !IOsFileExists(file)) continue;
         Recognition look = Recognise_Format(file);
         if (look.binary.empty()) undecided.push_back({std::string(File_Part(file, separator)), std::move(look)});
     }
@@ -59,25 +63,13 @@ Format_Question Question_About(const std::vector<Undecided>& files) {
     return question;
 }
 
-}  // namespace
-
-Open_Result Open_Pattern_File(Session& session, Ask& ask, const std::string& name) {
-    const File_Kind_Row& kind = Row_Of(File_Kind::pattern);
-    Open_Result nothing;
-    nothing.cancelled = true;
-    std::vector<std::string> files;
-    if (Trim(name).empty())
-        files = ask.Select_Files(kind.selector_title, Selector_Filter(kind));
-    else
-        files = {name};
-    if (files.empty()) return nothing;
-
-    std::reverse(files.begin(), files.end());
-    const std::vector<Undecided> undecided = To_Ask_About(files, session.config.sep);
+// Files whose names do not tell their format are asked about, once for all of them.
+Open_Result Open_Asking(Session& session, Ask& ask, const Files_To_Open& files) {
+    const std::vector<Undecided> undecided = To_Ask_About(files.paths, session.config.sep);
     Format_Choice choice;
     if (!undecided.empty()) {
         const std::optional<Format_Choice> chosen = ask.Data_Format(Question_About(undecided));
-        if (!chosen) return nothing;
+        if (!chosen) return Nothing_Chosen();
         choice = *chosen;
         if (choice.code != 0) choice.code = Known_Code(choice.code);
     }
@@ -86,15 +78,34 @@ Open_Result Open_Pattern_File(Session& session, Ask& ask, const std::string& nam
     });
 }
 
+// The name that a command was given, or those that the user selects.
+std::vector<std::string> Named_Or_Selected(Ask& ask, const File_Kind_Row& kind, const std::string& name) {
+    if (!Trim(name).empty()) return {name};
+    return ask.Select_Files(kind.selector_title, Selector_Filter(kind));
+}
+
+}  // namespace
+
+Open_Result Open_Pattern_File(Session& session, Ask& ask, const std::string& name) {
+    std::vector<std::string> files = Named_Or_Selected(ask, Row_Of(File_Kind::pattern), name);
+    if (files.empty()) return Nothing_Chosen();
+    std::reverse(files.begin(), files.end());
+    return Open_Asking(session, ask, Files_Behind(session.config, files));
+}
+
+Open_Result Open_Buffer_File(Session& session, Ask& ask, const std::string& name) {
+    const std::vector<std::string> lists = Named_Or_Selected(ask, Row_Of(File_Kind::list_of_files), name);
+    if (lists.empty()) return Nothing_Chosen();
+    Files_To_Open files;
+    for (const std::string& list : lists) Take_List(session.config, list, files);
+    return Open_Asking(session, ask, files);
+}
+
 Open_Result Open_Prf_File(Session& session, Ask& ask, const std::string& name) {
-    const File_Kind_Row& kind = Row_Of(File_Kind::refined_profile);
-    Open_Result nothing;
-    nothing.cancelled = true;
-    std::vector<std::string> files = {name};
-    if (Trim(name).empty()) files = ask.Select_Files(kind.selector_title, Selector_Filter(kind));
+    const std::vector<std::string> files = Named_Or_Selected(ask, Row_Of(File_Kind::refined_profile), name);
     if (files.size() > 1) ask.Error("Trying to select more than one file!");
-    if (files.size() != 1) return nothing;
-    return Load_All(session, ask, files, Read_Refined_File);
+    if (files.size() != 1) return Nothing_Chosen();
+    return Load_All(session, ask, {.paths = files}, Read_Refined_File);
 }
 
 Status Open_File_By_Extension(Session& session, Ask& ask, const std::string& name, Open_Result& result) {
@@ -102,14 +113,15 @@ Status Open_File_By_Extension(Session& session, Ask& ask, const std::string& nam
     if (text.empty()) return Status::Fail("Bad name: len_trim=0");
     const File_Kind_Row* kind = Recent_As(text);
     if (kind == nullptr) return Status::Fail(Contains(text, ".") ? "Unknown file extension " : "Bad name: without extension");
-    if (!kind->refusal.empty()) return Status::Fail(kind->refusal);
     result = kind->open(session, ask, name);
     return Status::Done();
 }
 
 Open_Result Open_Files(Session& session, Ask& ask, const std::vector<std::string>& names, std::optional<int> format_code) {
     const int code = format_code ? Known_Code(*format_code) : 0;
-    return Load_All(session, ask, names, [code](const std::string& file) { return Read_Any_File(file, code); });
+    const Files_To_Open files = Files_Behind(session.config, names);
+    if (code == 0 && !files.lists.empty()) return Open_Asking(session, ask, files);
+    return Load_All(session, ask, files, [code](const std::string& file) { return Read_Any_File(file, code); });
 }
 
 }  // namespace vntl

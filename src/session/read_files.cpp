@@ -65,7 +65,6 @@ Read_File Read_Refined_File(const std::string& path) {
 
 Read_File Read_Any_File(const std::string& path, int code) {
     const File_Kind_Row* kind = File_Kind_Of(path);
-    if (kind != nullptr && !kind->refusal.empty()) return {.path = path, .status = Status::Fail(kind->refusal)};
     if (kind != nullptr && kind->read != nullptr) return kind->read(path);
     return Read_Pattern_File(path, {code != 0 ? code : Format_Of_File(path), false});
 }

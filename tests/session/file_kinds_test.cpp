@@ -12,12 +12,11 @@
 namespace vntl {
 namespace {
 
-// What a door makes of a name: "pattern", "profile", "refused" or, at a door that is closed, "-".
+// What a door makes of a name: "pattern", "profile", "list" or, at a door that is closed, "-".
 std::string Kind_Behind(const File_Kind_Row* row) {
     if (row == nullptr) return "-";
-    if (!row->refusal.empty()) return "refused";
     EXPECT_TRUE(row->open != nullptr) << row->filter_label;
-    return row->kind == File_Kind::refined_profile ? "profile" : "pattern";
+    return row->kind == File_Kind::refined_profile ? "profile" : row->kind == File_Kind::list_of_files ? "list" : "pattern";
 }
 
 TEST(File_Kinds, EachDoorTakesItsExtensions) {
@@ -39,8 +38,8 @@ TEST(File_Kinds, EachDoorTakesItsExtensions) {
         written,
         mixed,
         {{"prf", "PRF", "Prf", "xrf", "XRF", "Xrf"}, "profile", "profile", "profile", "drop"},
-        {{"buf", "BUF"}, "-", "refused", "refused", ""},
-        {{"Buf"}, "-", "-", "refused", ""},
+        {{"buf", "BUF"}, "list", "list", "list", "drop"},
+        {{"Buf"}, "list", "-", "list", ""},
         {{"vns", "VNS", "raw", "txt", "x", "prfx", "dat2", "d.at"}, "-", "-", "pattern", ""},
     };
     const Test_Directory dir;
@@ -54,10 +53,10 @@ TEST(File_Kinds, EachDoorTakesItsExtensions) {
             EXPECT_EQ(recent == nullptr ? "" : recent->statement, row.recorded) << name;
             Scripted_Ask ask;
             Open_Files(session, ask, {name});  // it is not there: each reader has its own words for that
-            const std::string expected = row.one_of_several == "profile"   ? "ERROR 00: File not found"
-                                         : row.one_of_several == "refused" ? "Buffer files cannot be opened yet"
-                                                                           : "The file " + name + " doesn't exist";
-            EXPECT_EQ(ask.Last_Box(), "Error Message|ERROR in file: " + name + '\n' + expected);
+            const std::string head = "Error Message|ERROR in file: " + name + '\n';
+            EXPECT_EQ(ask.Last_Box(), row.one_of_several == "profile" ? head + "ERROR 00: File not found"
+                                      : row.one_of_several == "list"  ? "File doesn't exist...|File doesn't exist\n" + dir.path + '/' + name
+                                                                      : head + "The file " + name + " doesn't exist");
         }
     for (const std::string name : {"", "f", "f.", "prf", "dir.prf/f", "dir.dat/"}) {
         EXPECT_EQ(Starts_With(name), nullptr) << name;
@@ -77,12 +76,12 @@ TEST(File_Kinds, AFileThatIsThereComesInByItsContents) {
         for (const std::string& text : {columns, commas, std::string("prose\n")}) {
             const std::string file = dir.Write(name, text);
             const bool told = std::string(name) == "a.csv" || std::string(name) == "a.xye" || std::string(name) == "a.Prf";
-            const bool closed = Lower(Extension_Of(name)) == ".buf" || Lower(Extension_Of(name)) == ".vns";
-            const bool opens = told || std::string(name) == "a.Xye" || (!closed && text != "prose\n");
+            const bool list = Lower(Extension_Of(name)) == ".buf", closed = Lower(Extension_Of(name)) == ".vns";
+            const bool opens = told || list || std::string(name) == "a.Xye" || (!closed && text != "prose\n");
             EXPECT_EQ(Starts_With(file) != nullptr, opens) << name << text;
             const File_Kind_Row* recent = Recent_As(file);
             EXPECT_EQ(recent != nullptr && recent->open != nullptr, opens) << name << text;
-            if (!opens || text == "prose\n" || std::string(name) == "a.Prf") continue;
+            if (!opens || list || text == "prose\n" || std::string(name) == "a.Prf") continue;
             Session alone, several;
             Scripted_Ask ask;
             Starts_With(file)->open(alone, ask, file);
@@ -97,6 +96,7 @@ TEST(File_Kinds, AFileThatIsThereComesInByItsContents) {
 
 TEST(File_Kinds, SelectorsOfferTheNamesOfTheirKind) {
     EXPECT_EQ(Selector_Filter(Row_Of(File_Kind::refined_profile)), "Input PRF File (*.prf)|*.prf;*.xrf|");
+    EXPECT_EQ(Selector_Filter(Row_Of(File_Kind::list_of_files)), "Buffer Data File (*.buf)|*.buf|");
     for (const File_Kind_Row& row : File_Kinds()) {
         std::string names = row.filter() + ';';
         for (std::size_t end = names.find(';'); !names.empty(); names.erase(0, end + 1), end = names.find(';')) {

@@ -5,6 +5,7 @@
 #include "commands/file/exit.hpp"
 #include "commands/file/export_picture.hpp"
 #include "commands/file/opened.hpp"
+#include "commands/file/save_list.hpp"
 #include "commands/plot/mouse.hpp"
 #include "commands/progress_dialog.hpp"
 #include "plot/plot.hpp"
@@ -17,6 +18,8 @@ namespace vntl {
 namespace {
 
 void Open_Pattern(Application& app) { Show_Opened(app, Open_Pattern_File(app.session, app.ask)); }
+
+void Open_Buffer(Application& app) { Show_Opened(app, Open_Buffer_File(app.session, app.ask)); }
 
 void Open_Prf(Application& app) { Show_Opened(app, Open_Prf_File(app.session, app.ask)); }
 
@@ -44,10 +47,11 @@ void Reset(Application& app) {
 constexpr Command commands[] = {
     {command::open_pattern, "Open Pattern file (*.dat)", "open", Open_Pattern, "Ctrl+O", "Open measured patterns"},
     {command::open_prf, "Open Rietveld/Profile file (*.prf)", "open_prf", Open_Prf, "", "Open profile files of a Rietveld refinement"},
-    {command::open_buffer, "Open Buffer file (*.buf)", "open_buffer", nullptr, "", "Open several patterns kept in one buffer file"},
+    {command::open_buffer, "Open Buffer file (*.buf)", "open_buffer", Open_Buffer, "", "Open the patterns that a buffer file names"},
     {command::save_free_format, "Free Format File (.dat)", "save", nullptr, "", "Write a profile as counts in free format"},
     {command::save_xys, "XY / XYS Data File (.xys)", "", nullptr, "", "Write a profile as columns of x, y and sigma"},
-    {command::save_buffer, "Save Buffer file...", "", nullptr, "", "Write all profiles into one buffer file"},
+    {command::save_buffer, "Save Buffer file...", "", Save_Buffer_File, "",
+     "Write the names of the measured patterns into one buffer file"},
     {command::save_picture, "Save Graphic into file...", "save_picture", Save_Picture, "Ctrl+E",
      "Write the picture as PNG, SVG, PDF or PostScript"},
     {command::print, "Print...", "print", nullptr, "", "Print the picture"},
