@@ -1,4 +1,5 @@
-// Opening 1000 files as a selection does, with one thread that reads and with two, in plain reads of the same files.
+// Opening 1000 files as a selection does, with one thread that reads and with two, in plain reads of the same files; and as many as the
+// store takes by a list of them, in the time of a command line that names them.
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
@@ -9,7 +10,9 @@
 #include <vector>
 
 #include "base/ask.hpp"
+#include "base/write_file.hpp"
 #include "bench/timing.hpp"
+#include "patterns/file_list.hpp"
 #include "session/load.hpp"
 #include "session/session.hpp"
 
@@ -67,6 +70,34 @@ void Load_Thousand(benchmark::State& state) {
     state.counters["reads"] = least / least_plain;
 }
 BENCHMARK(Load_Thousand)->Arg(1)->Arg(2)->ArgName("threads")->Iterations(5)->Unit(benchmark::kMillisecond);
+
+// Twice the files fill the store.
+std::vector<std::string> Names_For_All_Rows() {
+    std::vector<std::string> names = Files();
+    names.insert(names.end(), Files().begin(), Files().end());
+    return names;
+}
+
+void Load_List(benchmark::State& state) {
+    const std::vector<std::string> names = Names_For_All_Rows();
+    const std::string list = std::filesystem::path(names.front()).replace_filename("all.buf").string();
+    if (!Replace_File(list, File_List_Text(names))) state.SkipWithError("the list cannot be written");
+    const auto open = [&](const std::vector<std::string>& files) {
+        Session session;
+        Silent ask;
+        const double time = Milliseconds([&] { Open_Files(session, ask, files); });
+        if (session.store.nperfiles() != max_profiles) state.SkipWithError("not every file was opened");
+        return time;
+    };
+    double least_list = std::numeric_limits<double>::max(), least_names = least_list;
+    for ([[maybe_unused]] auto round : state) {
+        least_names = std::min(least_names, open(names));
+        least_list = std::min(least_list, open({list}));
+    }
+    state.counters["load_ms"] = least_list;
+    state.counters["by_names"] = least_list / least_names;
+}
+BENCHMARK(Load_List)->Iterations(3)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 }  // namespace vntl
