@@ -6,6 +6,7 @@
 #include <cmath>
 #include <thread>
 
+#include "base/page.hpp"
 #include "toolkit/contour_lines.hpp"
 #include "toolkit/map_values.hpp"
 #include "toolkit/presentation.hpp"
@@ -14,8 +15,10 @@ namespace vntl {
 
 namespace {
 
-constexpr double thinnest_cell = 0.5;        // line units: closer points of a grid are one for its lines
-constexpr std::size_t most_cells = 200'000;  // that lines go through
+// Page units, or device units where those are smaller: closer points of a grid are one for its lines. Reflections are narrow along x and
+// run along y: much of their height is lost in a mean over a few points, and nothing but noise in one over a few patterns.
+constexpr double finest_x = 0.25, finest_y = 1;
+constexpr std::size_t most_cells = 300'000;  // that lines go through
 
 Rect Common(const Rect& a, const Rect& b) {
     return {std::max(a.x1, b.x1), std::max(a.y1, b.y1), std::min(a.x2, b.x2), std::min(a.y2, b.y2)};
@@ -104,11 +107,12 @@ void Presentation::IPgContour2(const Grid_Data& grid) {
         Target().Polyline(line, {Mixed(least, most, share), width, Line_Style::solid});
     };
     const Rect box = Box();
-    double step = thinnest_cell * Line_Unit(Target().Width(), Target().Height());
+    const double unit = std::min({Target().Width() / page_width, Target().Height() / page_height, 1.0});
+    double x_step = finest_x * unit, y_step = finest_y * unit;
     Clip_Sets();
-    while (!Trace_Contours(Thinned(grid, Gather(placed.x, box.x1, box.x2, step), Gather(placed.y, box.y1, box.y2, step)), levels,
+    while (!Trace_Contours(Thinned(grid, Gather(placed.x, box.x1, box.x2, x_step), Gather(placed.y, box.y1, box.y2, y_step)), levels,
                            most_cells, draw))
-        step *= 2;
+        x_step *= 2, y_step *= 2;
     graphics_->Clip_To_Area();
 }
 
