@@ -6,20 +6,12 @@
 #include <limits>
 #include <numbers>
 
+#include "toolkit/drawn.hpp"
 #include "toolkit/font_table.hpp"
 #include "toolkit/presentation.hpp"
-#include "toolkit/recording.hpp"
 
 namespace vntl {
 namespace {
-
-template <class Item>
-std::vector<Item> Drawn(const Recording_Device& device) {
-    std::vector<Item> found;
-    for (const Recorded& item : device.items())
-        if (const Item* one = std::get_if<Item>(&item)) found.push_back(*one);
-    return found;
-}
 
 // Length of all lines; each must have the angle, from 0 to 180 degrees, and its ends and middle inside the shape.
 double Hatched_Length(const Recording_Device& device, double degrees, const std::function<bool(double x, double y)>& inside) {

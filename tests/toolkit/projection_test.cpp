@@ -8,20 +8,12 @@
 #include <limits>
 #include <random>
 
+#include "toolkit/drawn.hpp"
 #include "toolkit/font_table.hpp"
 #include "toolkit/presentation_3d.hpp"
-#include "toolkit/recording.hpp"
 
 namespace vntl {
 namespace {
-
-template <class Item>
-std::vector<Item> Drawn(const Recording_Device& device) {
-    std::vector<Item> found;
-    for (const Recorded& item : device.items())
-        if (const Item* one = std::get_if<Item>(&item)) found.push_back(*one);
-    return found;
-}
 
 std::vector<Space_Point> Corners() {
     std::vector<Space_Point> corners;
@@ -211,9 +203,14 @@ struct Box {
 };
 
 Box Box_Of(const Recording_Device& device, const Recorded_Text& text) {
-    const double high = cap_height * Em_Of_Cell(text.style.width, text.style.height);
-    return {text.at.x, text.at.y, text.at.x + device.Text_Width(text.text, text.style), text.at.y + high};
+    const double em = Em_Of_Cell(text.style.width, text.style.height), high = cap_height * em;
+    const double wide = device.Text_Width(text.text, text.style), before = text.style.justify == Justify::centre ? 0.5 * wide : 0;
+    const Point at = text.at;
+    if (text.style.angle == 90) return {at.x - high, at.y - before, at.x, at.y - before + wide};
+    return {at.x - before, at.y, at.x - before + wide, at.y + high};
 }
+
+bool Touch(const Box& a, const Box& b) { return a.x1 < b.x2 && b.x1 < a.x2 && a.y1 < b.y2 && b.y1 < a.y2; }
 
 // How far a point lies outside of the cube on the page: above 0 beyond one of the lines through two corners with all others on one side.
 double Outside(const std::vector<Point>& corners, Point p) {
@@ -262,11 +259,9 @@ TEST(Presentation_3D, ScalesStandOutsideAndNumbersKeepApartFromEverySide) {
             const auto texts = Drawn<Recorded_Text>(view.device);
             for (std::size_t i = 0; i < texts.size(); ++i) {
                 const Box a = Box_Of(view.device, texts[i]);
-                for (std::size_t j = i + 1; j < texts.size(); ++j) {
-                    const Box b = Box_Of(view.device, texts[j]);
-                    EXPECT_FALSE(a.x1 < b.x2 && b.x1 < a.x2 && a.y1 < b.y2 && b.y1 < a.y2)
+                for (std::size_t j = i + 1; j < texts.size(); ++j)
+                    EXPECT_FALSE(Touch(a, Box_Of(view.device, texts[j])))
                         << texts[i].text << " and " << texts[j].text << " at " << rotation << ' ' << elevation;
-                }
             }
         }
     }
@@ -281,6 +276,66 @@ TEST(Presentation_3D, AxesWithoutExtentHaveNoTicks) {
     EXPECT_EQ(Drawn<Recorded_Line>(flat.device).size(), 2u);
     EXPECT_TRUE(Drawn<Recorded_Text>(flat.device).empty());
     EXPECT_FALSE(std::isfinite(flat.space.To_Device(3, 0, 1).x));
+}
+
+// As the two pictures in space draw them: stacks of lines, whose titles come before their scales, and surfaces, where they come after.
+TEST(Presentation_3D, TitlesStandOnThePageApartFromEverything) {
+    const std::string longest(150, 'T');
+    const struct {
+        bool scales_first;
+        float title_width, label_width, number_width, height;
+        std::string title;
+        const char *x_label, *z_letters;
+    } forms[] = {{false, 0.013333f, 0.013333f, 0.013333f, 0.04f, longest, "Patterns", "CV"},
+                 {true, 0.02f, 0.02f, 0.015f, 0.04f, "Plot 3D surface multi file", "Temperature", "T"}};
+    for (const auto& form : forms) {
+        for (const float elevation : {0.0f, 5.0f, 22.0f, 45.0f}) {
+            for (float rotation = -180; rotation <= 180; rotation += 4) {
+                Recording_Device device;
+                Graphics g(device);
+                Presentation_3D space(g);
+                space.IPgArea(0.15f, 0.15f, 0.85f, 0.85f);
+                space.IPgUnitsXYZ(290, 450, 5, 120, 0, 12000);
+                space.IPgRotation(rotation);
+                space.IPgElevation(elevation);
+                const auto scales = [&] {
+                    g.WGrTextFont(101, 0, form.number_width, form.scales_first ? 0.03f : form.height);
+                    if (form.scales_first) space.IPgXScale("TN");
+                    space.IPgYScale("TN");
+                    space.IPgZScale("TN");
+                };
+                g.WGrTextFont(101, 0, form.title_width, form.height);
+                space.IPgTitle(form.title);
+                if (form.scales_first) scales();
+                g.WGrTextFont(101, 0, form.label_width, form.height);
+                space.IPgLabelPos(1, 0.6f);
+                space.IPgXLabel(form.x_label, "C");
+                space.IPgLabelPos(2, 0.6f);
+                space.IPgYLabel("2theta (degrees)", "C");
+                space.IPgLabelPos(3, 0.8f);
+                space.IPgZLabel("Intensity (arb. units)", form.z_letters);
+                if (!form.scales_first) scales();
+
+                std::vector<Point> corners;
+                for (const Space_Point& c : Corners()) corners.push_back(space.To_Device(290 + 160 * c[0], 5 + 115 * c[1], 12000 * c[2]));
+                const auto texts = Drawn<Recorded_Text>(device);
+                std::size_t titles = 0;
+                for (std::size_t i = 0; i < texts.size(); ++i) {
+                    const Box a = Box_Of(device, texts[i]);
+                    const std::string where = texts[i].text + " at " + std::to_string(rotation) + ' ' + std::to_string(elevation);
+                    EXPECT_TRUE(a.x1 > 0 && a.y1 > 0 && a.x2 < 1200 && a.y2 < 800) << where;
+                    for (std::size_t j = i + 1; j < texts.size(); ++j)
+                        EXPECT_FALSE(Touch(a, Box_Of(device, texts[j]))) << where << " and " << texts[j].text;
+                    if (texts[i].style.justify != Justify::centre) continue;  // a number
+                    ++titles;
+                    EXPECT_GE(texts[i].style.height, titles == 1 ? 7 : 15) << where;
+                    const double x = 0.5 * (a.x1 + a.x2), y = 0.5 * (a.y1 + a.y2);
+                    EXPECT_GT(Outside(corners, {x, y}), 0.5 * std::min(a.x2 - a.x1, a.y2 - a.y1)) << where;
+                }
+                EXPECT_EQ(titles, 4u) << rotation << ' ' << elevation;
+            }
+        }
+    }
 }
 
 }  // namespace

@@ -270,6 +270,38 @@ TEST(Vector, CellsStandWhereTheyStandOnPixels) {
     }
 }
 
+// Facets over one another, two with a side in common, a quadrangle that folds over itself, and a line.
+TEST(Vector, FacetsStandWhereTheyStandOnPixels) {
+    const std::vector<Point> places = {{5, 5}, {60, 12}, {88, 70}, {30, 60}, {15, 50}, {75, 25}, {10, 75}, {50, 40}};
+    const std::vector<Facet> facets = {{{0, 1, 2, 3}, 4, WRGB(200, 0, 0)},
+                                       {{0, 2, 6}, 3, WRGB(0, 150, 0)},
+                                       {{0, 3, 6}, 3, WRGB(0, 150, 0)},
+                                       {{4, 5, 7, 1}, 4, WRGB(0, 0, 255)},
+                                       {{4, 1}, 2, 0},
+                                       {{3, 7, 2}, 3, WRGB(9, 200, 200)}};
+    const auto draw = [&](Device& device) {
+        device.Set_Clip({0, 0, 80, 72});
+        device.Facets({places, facets, 3});
+    };
+    const std::string pixels = Pixels_Of_Pdf(draw);
+    ASSERT_EQ(pixels.size(), 3u * 100 * 80);
+    Bitmap bitmap(100, 80);
+    draw(bitmap.Drawing());
+    int compared = 0;
+    for (int y = 2; y < 78; ++y) {
+        for (int x = 2; x < 98; ++x) {
+            const Colour wanted = bitmap.Pixel(x, y);
+            bool plain = true;  // all around
+            for (int dy = -2; dy <= 2; ++dy)
+                for (int dx = -2; dx <= 2; ++dx) plain = plain && bitmap.Pixel(x + dx, y + dy) == wanted;
+            if (!plain) continue;
+            ++compared;
+            ASSERT_EQ(Pixel_At(pixels, x, y), wanted) << x << ' ' << y;
+        }
+    }
+    EXPECT_GT(compared, 3000);
+}
+
 // The image holds what shows, as fine as print: neither the number of cells nor the size of their rectangle counts.
 TEST(Vector, ManyCellsAndFarCellsMakeASmallFile) {
     const Rect clip{10, 25, 65, 60};
