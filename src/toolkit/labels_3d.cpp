@@ -15,7 +15,7 @@ namespace vntl {
 
 namespace {
 
-constexpr double apart = 5;                                 // page units between a title and anything else
+constexpr double apart = 8;                                 // page units between a title and anything else
 constexpr double farthest_out = 150, step = 3;              // page units
 constexpr double along_step = 0.03, farthest_along = 0.45;  // of the axis
 constexpr double cost_along = 3;                            // of a way along the axis beside the same way out from it

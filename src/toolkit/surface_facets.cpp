@@ -9,6 +9,7 @@ namespace vntl {
 namespace {
 
 constexpr std::size_t most_lattice_lines = 60;  // along an axis: more would hide the surface
+constexpr double closest_lattice_lines = 1.8;   // device units: where they are seen nearer to each other, those inside are left out
 constexpr int shades = 64;
 constexpr double relief = 0.25;  // by which slopes are multiplied for their shade: the flanks of reflections are all but upright
 constexpr double darkest = 0.4, brightness_range = 0.75;
@@ -131,19 +132,29 @@ private:
         return (to.at[0] - from.at[0]) * (point[1] - from.at[1]) - (to.at[1] - from.at[1]) * (point[0] - from.at[0]);
     }
 
-    // The whole in the colour of its lowest band, and on it what lies above one level after the other.
+    // Piece by piece from the lowest band to the highest one. A piece goes up along the side from the lowest corner to the highest one,
+    // and down along the two others, past the corner between them if that is in its band.
     void Bands(Triangle t, double brightness) {
         std::sort(t.begin(), t.end(), [](const Corner& a, const Corner& b) { return a.at[2] < b.at[2]; });
-        const int lowest = Band(t[0].at[2]), highest = Band(t[2].at[2]);
-        Add({t[0].place, t[1].place, t[2].place}, 3, Lit(bands_[static_cast<std::size_t>(lowest)], brightness));
-        for (int band = lowest + 1; band <= highest; ++band) {
-            const double level = static_cast<double>(band) / surface_levels;
+        const int lowest = Band(t[0].at[2]), middle = Band(t[1].at[2]), highest = Band(t[2].at[2]);
+        std::uint32_t up = t[0].place, down = t[0].place;  // where both ways reach the lower level of the band
+        for (int band = lowest; band <= highest; ++band) {
+            const double level = static_cast<double>(band + 1) / surface_levels;
+            const std::uint32_t next_up = band == highest ? t[2].place : Cut_At(level, t[0], t[2]);
+            const std::uint32_t next_down = band == highest       ? t[2].place
+                                            : level <= t[1].at[2] ? Cut_At(level, t[0], t[1])
+                                                                  : Cut_At(level, t[1], t[2]);
+            std::array<std::uint32_t, 5> piece = {};
+            std::uint32_t count = 0;
+            piece[count++] = up;
+            piece[count++] = next_up;
+            if (next_down != next_up) piece[count++] = next_down;
+            if (band == middle) piece[count++] = t[1].place;
+            if (down != up) piece[count++] = down;
             const Colour colour = Lit(bands_[static_cast<std::size_t>(band)], brightness);
-            const std::uint32_t longest = Cut_At(level, t[0], t[2]);
-            if (level > t[1].at[2])
-                Add({longest, Cut_At(level, t[1], t[2]), t[2].place}, 3, colour);
-            else
-                Add({longest, Cut_At(level, t[0], t[1]), t[1].place, t[2].place}, 4, colour);
+            Add({piece[0], piece[1], piece[2], piece[3]}, std::min(count, 4u), colour);
+            if (count == 5) Add({piece[0], piece[3], piece[4]}, 3, colour);
+            up = next_up, down = next_down;
         }
     }
 
@@ -168,20 +179,37 @@ private:
 
     // A side that two cells share is drawn with the nearer one: by then nothing is to come that lies behind it.
     void Lattice(std::size_t i, std::size_t j) {
-        const auto on_lattice = [](std::size_t line, std::size_t step, std::size_t lines) { return line % step == 0 || line + 1 == lines; };
-        const std::size_t columns = mesh_.Across().size(), rows = mesh_.Away().size();
         const bool before_i = across_.Last_Is_Farther(i) || i == 0 || !mesh_.Has_Cell(i - 1, j);
         const bool behind_i = across_.Next_Is_Farther(i) || !mesh_.Has_Cell(i + 1, j);
         const bool before_j = away_.Last_Is_Farther(j) || j == 0 || !mesh_.Has_Cell(i, j - 1);
         const bool behind_j = away_.Next_Is_Farther(j) || !mesh_.Has_Cell(i, j + 1);
-        if (before_i && on_lattice(i, step_across_, columns)) Line(mesh_.Number(i, j), mesh_.Number(i, j + 1));
-        if (behind_i && on_lattice(i + 1, step_across_, columns)) Line(mesh_.Number(i + 1, j), mesh_.Number(i + 1, j + 1));
-        if (before_j && on_lattice(j, step_away_, rows)) Line(mesh_.Number(i, j), mesh_.Number(i + 1, j));
-        if (behind_j && on_lattice(j + 1, step_away_, rows)) Line(mesh_.Number(i, j + 1), mesh_.Number(i + 1, j + 1));
+        if (before_i) Line_Away(i, j);
+        if (behind_i) Line_Away(i + 1, j);
+        if (before_j) Line_Across(i, j);
+        if (behind_j) Line_Across(i, j + 1);
+    }
+    void Line_Away(std::size_t i, std::size_t j) {
+        const std::size_t next = i + step_across_;
+        if (i % step_across_ == 0 || i + 1 == mesh_.Across().size())
+            Line({i, j}, {i, j + 1}, {next, j}, i == 0 || next >= mesh_.Across().size());
+    }
+    void Line_Across(std::size_t i, std::size_t j) {
+        const std::size_t next = j + step_away_;
+        if (j % step_away_ == 0 || j + 1 == mesh_.Away().size()) Line({i, j}, {i + 1, j}, {i, next}, j == 0 || next >= mesh_.Away().size());
     }
 
-    void Line(std::size_t from, std::size_t to) {
-        Add({static_cast<std::uint32_t>(from), static_cast<std::uint32_t>(to)}, 2, look_.lattice_colour);
+    // `beside` is the place of the next line of the lattice, if this is not one at a border.
+    struct Node {
+        std::size_t i, j;
+    };
+    void Line(Node from, Node to, Node beside, bool border) {
+        const std::size_t a = mesh_.Number(from.i, from.j), b = mesh_.Number(to.i, to.j);
+        if (!border && std::isfinite(mesh_.Height(beside.i, beside.j))) {
+            const Point &p = cut_.places[a], &q = cut_.places[b], &r = cut_.places[mesh_.Number(beside.i, beside.j)];
+            const double x = q.x - p.x, y = q.y - p.y, apart = std::fabs(x * (r.y - p.y) - y * (r.x - p.x));
+            if (apart < closest_lattice_lines * std::sqrt(x * x + y * y)) return;
+        }
+        Add({static_cast<std::uint32_t>(a), static_cast<std::uint32_t>(b)}, 2, look_.lattice_colour);
     }
     void Add(const std::array<std::uint32_t, 4>& corners, std::uint32_t count, Colour colour) {
         cut_.facets.push_back({corners, count, colour});
