@@ -3,6 +3,8 @@
 #include <array>
 #include <cmath>
 #include <limits>
+#include <memory>
+#include <thread>
 #include <vector>
 
 #include "toolkit/presentation_3d.hpp"
@@ -12,11 +14,12 @@ namespace vntl {
 
 namespace {
 
-constexpr double cell_size = 1.75;        // device units: a finer mesh shows no more
-constexpr std::size_t fewest_lines = 64;  // of a mesh along an axis that is seen end on
-constexpr double lattice_width = 1;       // line units
-constexpr double rounding = 1e-9;         // of the cube
-constexpr double end_on = 1e-3;           // device units: by so little rounding may turn back a line that is seen along itself
+constexpr double cell_size = 1.75;         // device units: a finer mesh shows no more
+constexpr std::size_t fewest_lines = 64;   // of a mesh along an axis that is seen end on
+constexpr std::size_t many_facets = 5000;  // for which a second thread pays
+constexpr double lattice_width = 1;        // line units
+constexpr double rounding = 1e-9;          // of the cube
+constexpr float end_on = 1e-3f;            // device units: by so little rounding may turn back a line that is seen along itself
 constexpr float gap = std::numeric_limits<float>::quiet_NaN();
 
 Surface_Look Look_Of(const Presentation_3D::Surface_Style& style) {
@@ -28,6 +31,17 @@ Surface_Look Look_Of(const Presentation_3D::Surface_Style& style) {
     look.lattice = has(option_uniform) || (look.banded && !look.shaded);
     look.least = style.least, look.most = style.most, look.lattice_colour = style.lattice;
     return look;
+}
+
+// By a thread for each part of a device that can be cut.
+void Draw_Facets(const Graphics& g, const Facet_List& list) {
+    const auto bands = list.facets.size() < many_facets ? std::vector<std::unique_ptr<Device>>() : g.device().Bands();
+    std::vector<std::jthread> threads;
+    for (const auto& band : bands) {
+        band->Set_Clip(g.Area());
+        threads.emplace_back([&band, &list] { band->Facets(list); });
+    }
+    if (bands.empty() && !list.facets.empty()) g.device().Facets(list);
 }
 
 // The part of the way from a to b in the cube, as shares of it. False where there is none.
@@ -51,9 +65,38 @@ Space_Point Along(const Space_Point& a, const Space_Point& b, double share) {
 // A line in space on the page, as arrays for a curve.
 class Line_On_Page {
 public:
-    explicit Line_On_Page(const Fitted_View& page) : page_(page) {}
+    Line_On_Page(const Fitted_View& page, std::size_t points) : page_(page) {
+        x_.reserve(points);
+        y_.reserve(points);
+    }
 
-    // The next point; the line from the last one is cut off at the sides of the cube.
+    // The next points. From one to the next the line is cut off at the sides of the cube.
+    void Next(std::span<const Space_Point> points) {
+        if (after_point_ && inside_ && std::all_of(points.begin(), points.end(), In_Cube))
+            Add_All(points);
+        else
+            for (const Space_Point& point : points) Next(point);
+    }
+
+    // From left to right, where the line goes one way across the page.
+    Series On_Page() {
+        if (!x_.empty() && x_.front() > x_.back()) {
+            std::reverse(x_.begin(), x_.end());
+            std::reverse(y_.begin(), y_.end());
+        }
+        for (std::size_t i = 1; i < x_.size(); ++i) {
+            const float before = x_[i - 1], here = x_[i];
+            x_[i] = here < before && here > before - end_on ? before : here;
+        }
+        return {x_, y_};
+    }
+
+private:
+    // A comparison with what is no number is false.
+    static bool In_Cube(const Space_Point& p) {
+        constexpr double low = -rounding, high = 1 + rounding;
+        return (p[0] >= low) & (p[0] <= high) & (p[1] >= low) & (p[1] <= high) & (p[2] >= low) & (p[2] <= high);
+    }
     void Next(const Space_Point& point) {
         const bool finite = std::isfinite(point[0] + point[1] + point[2]), inside = finite && In_Cube(point);
         if (!finite)
@@ -66,26 +109,21 @@ public:
         after_point_ = finite;
         inside_ = inside;
     }
-
-    // From left to right, where the line goes one way across the page.
-    Series On_Page() {
-        if (!x_.empty() && x_.front() > x_.back()) {
-            std::reverse(x_.begin(), x_.end());
-            std::reverse(y_.begin(), y_.end());
-        }
-        for (std::size_t i = 1; i < x_.size(); ++i)
-            if (x_[i] < x_[i - 1] && x_[i] > x_[i - 1] - static_cast<float>(end_on)) x_[i] = x_[i - 1];
-        return {x_, y_};
-    }
-
-private:
-    static bool In_Cube(const Space_Point& point) {
-        return std::all_of(point.begin(), point.end(), [](double at) { return at >= -rounding && at <= 1 + rounding; });
-    }
     void Add(const Space_Point& in_cube) {
         const Point at = page_.See(in_cube);
         x_.push_back(static_cast<float>(at.x));
         y_.push_back(static_cast<float>(at.y));
+    }
+    void Add_All(std::span<const Space_Point> points) {
+        const std::size_t from = x_.size();
+        x_.resize(from + points.size());
+        y_.resize(from + points.size());
+        for (std::size_t i = 0; i < points.size(); ++i) {
+            const Point at = page_.See(points[i]);
+            x_[from + i] = static_cast<float>(at.x);
+            y_[from + i] = static_cast<float>(at.y);
+        }
+        last_ = points.back();
     }
     void Gap() {
         if (x_.empty()) return;
@@ -100,7 +138,7 @@ private:
         if (shows) Add(Along(last_, point, to));
     }
 
-    const Fitted_View& page_;
+    const Fitted_View page_;
     std::vector<float> x_, y_;
     Space_Point last_ = {0, 0, 0};
     bool after_point_ = false, inside_ = false;
@@ -131,9 +169,18 @@ void Presentation_3D::IPgWalls(Colour floor, Colour left, Colour right) const {
 }
 
 void Presentation_3D::IPgXYZLine(std::span<const float> x, std::span<const float> y, std::span<const float> z) const {
-    const Fitted_View page(View(), Box());
-    Line_On_Page line(page);
-    for (std::size_t i = 0; i < std::min({x.size(), y.size(), z.size()}); ++i) line.Next(In_Cube({x[i], y[i], z[i]}));
+    const std::size_t n = std::min({x.size(), y.size(), z.size()});
+    Line_On_Page line(Fitted_View(View(), Box()), n);
+    Space_Point per_unit;
+    for (std::size_t axis = 0; axis < 3; ++axis) per_unit[axis] = 1 / (upper_[axis] - lower_[axis]);
+    std::array<Space_Point, 256> points;  // so many at a time
+    for (std::size_t first = 0; first < n; first += points.size()) {
+        const std::size_t count = std::min(points.size(), n - first);
+        for (std::size_t i = 0; i < count; ++i)
+            points[i] = {(x[first + i] - lower_[0]) * per_unit[0], (y[first + i] - lower_[1]) * per_unit[1],
+                         (z[first + i] - lower_[2]) * per_unit[2]};
+        line.Next(std::span(points).first(count));
+    }
     const Series series = line.On_Page();
     if (!series.x.empty()) graphics_->device().Curve(series, {graphics_->Current_Colour(), graphics_->Line_Width(), Line_Style::solid});
 }
@@ -155,7 +202,7 @@ void Presentation_3D::IPgSurf3Data(const Grid_Data& grid, const Surface_Style& s
     };
     const Surface_Mesh mesh(grid, {lower_, upper_, lines(1), lines(0)});
     const Surface_Facets surface = Facets_Of(mesh, Look_Of(style), View(), page);
-    if (!surface.facets.empty()) graphics_->device().Facets({surface.places, surface.facets, lattice_width});
+    Draw_Facets(*graphics_, {surface.places, surface.facets, lattice_width});
 }
 
 }  // namespace vntl

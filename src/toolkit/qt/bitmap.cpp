@@ -244,6 +244,7 @@ public:
 std::vector<std::unique_ptr<Device>> Image_Device::Bands() {
     constexpr int bands = 2;
     std::vector<std::unique_ptr<Device>> devices;
+    if (bounds_.x2 - bounds_.x1 < image_.width() || layers_) return devices;  // a part, or drawn backwards: cut no further
     uchar* const pixels = image_.bits();
     for (int band = 0; band < bands; ++band) {
         auto image = std::make_unique<QImage>(pixels, image_.width(), image_.height(), image_.bytesPerLine(), image_.format());
