@@ -14,7 +14,19 @@ namespace vntl {
 namespace {
 
 constexpr int sort_dialog = 422;
-enum Field { rows_grid = 1791, by_file_name, by_title, by_temperature, by_custom, ascending, descending, apply, leave };
+enum Field {
+    rows_grid = 1791,
+    key_label,
+    by_file_name,
+    by_title,
+    by_temperature,
+    by_custom,
+    order_label,
+    ascending,
+    descending,
+    apply,
+    leave
+};
 enum Column { file_name = 1, title, temperature, custom };
 
 void Fill(const Session& session) {
@@ -71,10 +83,12 @@ void Apply(Session& session) {
     Plot_Redraw(session);
 }
 
-Dialog_Field Choice(const char* label, std::vector<Dialog_Field> buttons) {
+// Radio buttons behind what they choose.
+std::vector<Dialog_Field> Choice(int label, const char* heading, std::vector<Dialog_Field> buttons) {
     const int group = buttons.front().number;
     for (Dialog_Field& button : buttons) button.kind = Field_Kind::radio, button.group = group;
-    return {.kind = Field_Kind::frame, .label = label, .pages = {{"", {std::move(buttons)}}}};
+    buttons.insert(buttons.begin(), {.number = label, .kind = Field_Kind::label, .label = heading});
+    return buttons;
 }
 
 }  // namespace
@@ -90,9 +104,10 @@ Dialog_Resource Sort_Profiles_Dialog_Resource() {
                            {"Temperature", Cell_Kind::real, {}, 12},
                            {"Custom field", Cell_Kind::real, {}, 12}},
                .grid_rows = 1}},
-             {Choice("Sorting by", {button(by_file_name, "&Filename"), button(by_title, "&Title"), button(by_temperature, "T&emperature"),
-                                    button(by_custom, "&Custom field")}),
-              Choice("Order", {button(ascending, "A&scending"), button(descending, "&Descending")})},
+             Choice(key_label, "Sorting by",
+                    {button(by_file_name, "&Filename"), button(by_title, "&Title"), button(by_temperature, "T&emperature"),
+                     button(by_custom, "&Custom field")}),
+             Choice(order_label, "Order", {button(ascending, "A&scending"), button(descending, "&Descending")}),
              {{apply, Field_Kind::push_button, "&Apply"}, {leave, Field_Kind::push_button, "&Return"}}}};
 }
 
