@@ -1,4 +1,4 @@
-// Rows deleted, copied, sorted, set apart and normalized: what is there behind each.
+// Rows sorted, copied, set apart and normalized: what is there behind each.
 #include "session/arrange_rows.hpp"
 
 #include <algorithm>
@@ -95,29 +95,6 @@ TEST(Arrange_Rows, SortingMovesRowsAndLeavesFlagsAtTheirPlaces) {
     EXPECT_FALSE(Undo_Change(s));
 }
 
-TEST(Arrange_Rows, DeletionLeavesTheOtherRowsAndOfAllOfThemNothing) {
-    struct Case {
-        std::vector<int> rows;
-        const char* left;
-        Plot_Form form;
-    };
-    for (const Case& c : {Case{{2, 4}, "f1 f3 f5 ", Plot_Form::multi}, Case{{1, 2, 3, 5}, "f4 ", Plot_Form::single},
-                          Case{{}, "f1 f2 f3 f4 f5 ", Plot_Form::multi}, Case{{1, 2, 3, 4, 5}, "", Plot_Form::none}}) {
-        Session s;
-        Fill(s, 5);
-        s.shift = {1, 2};
-        s.lists.peaks = {{1, 2, 3}};
-        Delete_Rows(s, c.rows);
-        Plot_Ranges(s);
-        EXPECT_EQ(Names(s), c.left);
-        EXPECT_EQ(s.plot.plot_type, c.form);
-        EXPECT_EQ(s.store.profiles_uniform, s.store.nperfiles() > 0);
-        EXPECT_EQ(s.plot.xspace == X_Space::none, s.store.nperfiles() == 0);
-        EXPECT_EQ(s.shift, (Row_Shift{1, 2}));
-        EXPECT_TRUE(Check_Invariants(s).ok()) << Check_Invariants(s).message;
-    }
-}
-
 TEST(Arrange_Rows, ACopyIsARowOfItsOwn) {
     Session s;
     Fill(s, 2);
@@ -137,85 +114,62 @@ TEST(Arrange_Rows, ACopyIsARowOfItsOwn) {
     EXPECT_EQ(s.store.nperfiles(), max_profiles);
 }
 
-struct Numbers_Case {
-    const char* what;
-    std::function<Status(Session&)> change;
-    std::string refusal;
-    std::vector<float> x, y;  // first point of each row
-};
+constexpr const char* prf_refusal = "Profile PRF in memory. Operation not permitted";
 
-TEST(Arrange_Rows, ShiftAndNormalizationGoByTheNumbersGiven) {
-    const auto refined = [](Session& s) { s.store.prf_loaded = true; };
-    const auto monitor = [](Session& s, float value) { s.store.Pattern(2).monitor = value; };
-    const std::string prf = "Profile PRF in memory. Operation not permitted";
-    const std::string no_monitor = "Normalization impossible: some profile has no valid monitor";
-    const std::vector<float> x{10, 10, 10}, y{10, 20, 30};
-    const Numbers_Case cases[] = {
-        {"shift",
-         [](Session& s) {
-             return Shift_Rows(s, {1, -4});
-         },
-         "",
-         {10, 11, 12},
-         {10, 16, 22}},
-        {"and back",
-         [](Session& s) {
-             EXPECT_TRUE(Shift_Rows(s, {1, -4}).ok());
-             return Shift_Rows(s, {0, 0});
-         },
-         "", x, y},
-        {"further, from what was given last",
-         [](Session& s) {
-             s.shift = {1, 5};
-             return Shift_Rows(s, {3, 5});
-         },
-         "",
-         {10, 12, 14},
-         y},
-        {"the same",
-         [](Session& s) {
-             return s.shift = {2, 3}, Shift_Rows(s, {2, 3});
-         },
-         "", x, y},
-        {"too far",
-         [](Session& s) {
-             return Shift_Rows(s, {0, 3e38f});
-         },
-         "Values of f3 would leave the range of numbers", x, y},
-        {"shift beside a refinement",
-         [&](Session& s) {
-             return refined(s), Shift_Rows(s, {1, 1});
-         },
-         prf, x, y},
-        // The monitors are 1000, 2000, 3000.
-        {"normalization", [](Session& s) { return Normalize_Rows(s, 3000); }, "", x, {30, 30, 30}},
-        {"twice",
-         [](Session& s) { return Normalize_Rows(s, 3000).failed ? Status::Cancel() : Normalize_Rows(s, 1000); },
-         "",
-         x,
-         {30, 15, 10}},
-        {"to the average", [](Session& s) { return Normalize_Rows(s, 0.5f); }, "", x, {20, 20, 20}},
-        {"to too much", [](Session& s) { return Normalize_Rows(s, 3e38f); }, "Values of f1 would leave the range of numbers", x, y},
-        {"normalization beside a refinement", [&](Session& s) { return refined(s), Normalize_Rows(s, 1); }, prf, x, y},
-        {"of rows that came one by one", [](Session& s) { return s.store.profiles_uniform = false, Normalize_Rows(s, 1); },
-         "Normalization impossible: non-uniform profiles", x, y},
-        {"of a row without a monitor", [&](Session& s) { return monitor(s, 0.5f), Normalize_Rows(s, 1); }, no_monitor, x, y},
-        {"of a monitor that is none", [&](Session& s) { return monitor(s, NAN), Normalize_Rows(s, 1); }, no_monitor, x, y},
+TEST(Arrange_Rows, RowsAreSetApartFromTheFirst) {
+    struct Case {
+        Row_Shift last, given;
+        bool refined;
+        const char* refusal;
+        float dx, dy;  // of row 2 against row 1
     };
-    for (const Numbers_Case& c : cases) {
-        SCOPED_TRACE(c.what);
+    for (const Case& c : {Case{{0, 0}, {1, -4}, false, "", 1, -4}, Case{{1, -4}, {0, 0}, false, "", -1, 4},
+                          Case{{2, 3}, {2, 3}, false, "", 0, 0}, Case{{0, 0}, {1, 1}, true, prf_refusal, 0, 0},
+                          Case{{0, 0}, {0, 3e38f}, false, "Values of f3 would leave the range of numbers", 0, 0}}) {
         Session s;
         Fill(s, 3);
-        EXPECT_EQ(c.change(s).message, c.refusal);
+        s.shift = c.last;
+        s.store.prf_loaded = c.refined;
+        const Status status = Shift_Rows(s, c.given);
+        EXPECT_EQ(status.message, c.refusal);
+        EXPECT_EQ(s.shift, status.failed ? c.last : c.given);
         for (int row = 1; row <= 3; ++row) {
             const Diffraction_Pattern_Type& p = s.store.Pattern(row);
-            const auto i = static_cast<std::size_t>(row - 1);
-            EXPECT_FLOAT_EQ(p.x[0], c.x[i]);
-            EXPECT_FLOAT_EQ(p.y[0], c.y[i]);
-            EXPECT_FLOAT_EQ(s.store.Info(row).excl_min[0], c.x[i] + 1);
-            EXPECT_EQ((std::vector{p.xmin, p.xmax, p.ymin, p.ymax}), (std::vector{p.x[0], p.x[2], p.y[0], p.y[2]}));
+            const auto factor = static_cast<float>(row);
+            const float x = 10 + (factor - 1) * c.dx, y = 10 * factor + (factor - 1) * c.dy;
+            EXPECT_EQ((std::vector{p.x[0], p.xmin, p.xmax, s.store.Info(row).excl_min[0]}), (std::vector{x, x, x + 2, x + 1}));
+            EXPECT_EQ((std::vector{p.y[0], p.ymin, p.ymax}), (std::vector{y, y, y + 20 * factor}));
         }
-        EXPECT_TRUE(c.refusal.empty() || !Undo_Change(s));
+    }
+}
+
+// The rows have 10, 20, 30 counts at monitors of 1000, 2000, 3000.
+TEST(Arrange_Rows, CountsComeToOneMonitor) {
+    const char* none_valid = "Normalization impossible: some profile has no valid monitor";
+    struct Case {
+        float monitor, own_of_row_1;
+        bool uniform, refined;
+        const char* refusal;
+        std::vector<float> y;
+    };
+    const std::vector<float> as_it_was{10, 20, 30};
+    for (const Case& c : {Case{3000, 1000, true, false, "", {30, 30, 30}}, Case{0.5f, 1000, true, false, "", {20, 20, 20}},
+                          Case{1, 1000, true, true, prf_refusal, as_it_was},
+                          Case{1, 1000, false, false, "Normalization impossible: non-uniform profiles", as_it_was},
+                          Case{1, 0.5f, true, false, none_valid, as_it_was}, Case{1, NAN, true, false, none_valid, as_it_was},
+                          Case{3e38f, 1000, true, false, "Values of f1 would leave the range of numbers", as_it_was}}) {
+        Session s;
+        Fill(s, 3);
+        s.store.Pattern(1).monitor = c.own_of_row_1;
+        s.store.profiles_uniform = c.uniform;
+        s.store.prf_loaded = c.refined;
+        EXPECT_EQ(Normalize_Rows(s, c.monitor).message, c.refusal);
+        for (int row = 1; row <= 3; ++row) {
+            const Diffraction_Pattern_Type& p = s.store.Pattern(row);
+            const float y = c.y[static_cast<std::size_t>(row - 1)];
+            EXPECT_EQ((std::vector{p.y[0], p.ymin, p.ymax}), (std::vector{y, y, 3 * y}));
+        }
+        EXPECT_EQ(s.store.Pattern(3).monitor, 3000);  // so that a second time scales again
     }
 }
 
