@@ -86,7 +86,14 @@ void Set_Idle_Source(std::function<bool()>);
 
 int InfoOpSystem(int what);  // 1: 4 Unix family, 6 Windows; 19: 14 Linux
 
-void WMessageEnable(int window, Message_Kind kind, bool on);    // mouse_down, mouse_up, mouse_move, field_changed; off at first
-void WMessageTimer(int milliseconds, int number, bool repeat);  // 0 stops it
+void WMessageEnable(int window, Message_Kind kind, bool on);  // mouse_down, mouse_up, mouse_move, field_changed; off at first
+// A timer of the window selected last; 0 milliseconds stop it. What the timer of that number has still to say is void in both cases.
+void WMessageTimer(int milliseconds, int number, bool repeat);
+
+struct Timer_View {
+    int window, number, milliseconds;
+    bool repeat;
+};
+std::vector<Timer_View> Running_Timers();  // by window and number
 
 }  // namespace vntl

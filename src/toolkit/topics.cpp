@@ -1,4 +1,4 @@
-// The dialog and the picture in front, as scripts print them.
+// The dialog and the picture in front, and the timers of all windows, as scripts print them.
 #include "toolkit/topics.hpp"
 
 #include <map>
@@ -119,8 +119,17 @@ Status Print_Picture(Words words, const Put_Line& put) {
     return Status::Done();
 }
 
+Status Print_Timers(Words words, const Put_Line& put) {
+    if (!words.empty()) return Status::Fail("usage: print WHAT");
+    Json timers = Json::array();
+    for (const Timer_View& timer : Running_Timers())
+        timers.push_back({{"window", timer.window}, {"number", timer.number}, {"ms", timer.milliseconds}, {"repeat", timer.repeat}});
+    put({{"timers", timers}});
+    return Status::Done();
+}
+
 }  // namespace
 
-std::vector<Topic> Window_Topics() { return {{"dialog", Print_Dialog}, {"picture", Print_Picture}}; }
+std::vector<Topic> Window_Topics() { return {{"dialog", Print_Dialog}, {"picture", Print_Picture}, {"timers", Print_Timers}}; }
 
 }  // namespace vntl

@@ -7,6 +7,6 @@
 
 namespace vntl {
 
-std::vector<Topic> Window_Topics();  // dialog, picture
+std::vector<Topic> Window_Topics();  // dialog, picture, timers
 
 }  // namespace vntl

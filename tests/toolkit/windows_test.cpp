@@ -63,6 +63,24 @@ TEST_F(Windows, MessagesComeInOrderAndRepeatsMerge) {
     EXPECT_EQ(WMessage().record.value1, 9);
 }
 
+TEST_F(Windows, AStoppedTimerSaysNothingMore) {
+    constexpr int hour = 3600000;
+    for (const int number : {4, 3, 8}) {
+        WMessageTimer(hour + number, number, number != 8);
+        Post_Message({Message_Kind::timer, {.value1 = number}});
+    }
+    Post_Message({Message_Kind::timer, {.win = editor_window, .value1 = 4}});
+    WMessageTimer(hour, 3, true);  // begins anew
+    WMessageTimer(0, 4, true);
+    EXPECT_EQ(WMessage().record.value1, 8);
+    EXPECT_EQ(WMessage().record.win, editor_window);
+    EXPECT_FALSE(WMessagePeek());
+    const auto running = Running_Timers();
+    ASSERT_EQ(running.size(), 2u);
+    EXPECT_TRUE(running[0].number == 3 && running[0].milliseconds == hour && running[0].repeat);
+    EXPECT_TRUE(running[1].number == 8 && running[1].milliseconds == hour + 8 && !running[1].repeat);
+}
+
 // A message takes the place of one of its own window alone, and of its own pane.
 TEST_F(Windows, MessagesOfOtherWindowsStay) {
     for (const Message_Kind kind : {Message_Kind::repaint, Message_Kind::resize, Message_Kind::mouse_move})

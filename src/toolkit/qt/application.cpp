@@ -177,4 +177,13 @@ void WMessageTimer(int milliseconds, int number, bool repeat) {
     if (Window* window = The_Toolkit().Find_Window(The_Toolkit().selected_window)) window->Set_Timer(milliseconds, number, repeat);
 }
 
+std::vector<Timer_View> Running_Timers() {
+    std::vector<Timer_View> all;
+    for (const auto& [number, window] : The_Toolkit().windows) {
+        const std::vector<Timer_View> own = window->Timers();
+        all.insert(all.end(), own.begin(), own.end());
+    }
+    return all;
+}
+
 }  // namespace vntl

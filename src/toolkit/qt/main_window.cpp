@@ -193,7 +193,17 @@ void Window::Set_Timer(int milliseconds, int number, bool repeat) {
             ++it;
         }
     }
-    if (milliseconds > 0) timers_[startTimer(milliseconds)] = {number, repeat};
+    std::erase_if(The_Toolkit().queue, [&](const Message& message) {
+        return message.kind == Message_Kind::timer && message.record.win == number_ && message.record.value1 == number;
+    });
+    if (milliseconds > 0) timers_[startTimer(milliseconds)] = {number, milliseconds, repeat};
+}
+
+std::vector<Timer_View> Window::Timers() const {
+    std::vector<Timer_View> all;
+    for (const auto& [id, timer] : timers_) all.push_back({number_, timer.number, timer.milliseconds, timer.repeat});
+    std::sort(all.begin(), all.end(), [](const Timer_View& a, const Timer_View& b) { return a.number < b.number; });
+    return all;
 }
 
 void Window::timerEvent(QTimerEvent* event) {

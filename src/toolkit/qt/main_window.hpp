@@ -29,6 +29,7 @@ public:
     void Set_Status_Parts(std::span<const int> widths);
     QLabel* Status_Part(int part) const;
     void Set_Timer(int milliseconds, int number, bool repeat);
+    std::vector<Timer_View> Timers() const;  // by number
 
 protected:
     bool event(QEvent*) override;
@@ -45,7 +46,7 @@ private:
     void Add_Toolbar(const Toolbar_Resource& table, int row);
 
     struct Timer {
-        int number;
+        int number, milliseconds;
         bool repeat;
     };
 
