@@ -27,13 +27,13 @@ enum class Field_Kind {
     radio,          // one of the fields with the same `group`, which is the number of the first
     menu,           // a drop-down list of `choices`
     trackbar,       // a slider from `lo` to `hi`
-    progress_bar,   // from `lo` to `hi`
+    progress_bar,   // from `lo` to `hi`; its text, where it gets one, stands in it in place of the percentage
     image,          // an icon of the resources, or a bitmap
     frame,          // a titled box around the rows of its one page
     tab,            // pages of rows, one seen at a time
     tree,           // items under items
     grid,           // cells in rows and typed columns
-    push_button,    // 1 the default button, 2 cancel; both stand at the foot of the dialog
+    push_button,    // 1 the default button, 2 cancel; both stand at the foot of the dialog. An `image` is seen in place of its label
     colour_button,  // a push button that shows a colour
 };
 
@@ -59,7 +59,7 @@ struct Dialog_Field {
     Field_Kind kind = Field_Kind::label;
     std::string label = {};                 // '&' before the mnemonic letter; of an entry it stands at its left
     int group = 0;                          // radio: number of the group's first field
-    std::string image = {};                 // image: name of an icon
+    std::string image = {};                 // image, push button: name of an icon
     bool heading = false;                   // label: larger and bold
     int width = 0;                          // entries: characters that are seen, 0 the usual number
     std::string format = {};                // real: edit descriptor such as "(f8.5)", empty for the shortest text
@@ -82,6 +82,7 @@ inline constexpr int button_ok = 1, button_cancel = 2;
 
 void Register_Dialogs(std::span<const Dialog_Resource> resources);  // a number that is known already is replaced
 
+// A semi-modeless dialog is modal, and stands beside the picture that it is used with.
 enum class Show_Kind { modal = 1, modeless = 2, semi_modeless = 3 };
 
 void WDialogLoad(int dialog);  // builds and selects it; it belongs to the window selected last

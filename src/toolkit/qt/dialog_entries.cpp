@@ -213,6 +213,7 @@ public:
     QWidget* widget() override { return bar_; }
     std::string Value() const override { return std::to_string(bar_->value()); }
     std::optional<double> Number() const override { return bar_->value(); }
+    void Put(std::string_view text) override { text.empty() ? bar_->resetFormat() : bar_->setFormat(Q(text)); }
     void Put_Number(double value, std::string_view) override { bar_->setValue(static_cast<int>(value)); }
     void Range(int lo, int hi) override { bar_->setRange(lo, hi); }
 

@@ -95,6 +95,7 @@ void Take_What_Is_Typed(const QWidget& window) {
 class Button_Field : public Dialog_Widget {
 public:
     Button_Field(const Dialog_Field& field, int dialog) : Dialog_Widget(field), button_(new QPushButton(Q(field.label))) {
+        if (!field.image.empty()) Show_Image();
         button_->setDefault(field.number == button_ok);
         button_->setAutoDefault(true);  // ENTER presses the button that has the focus
         QObject::connect(button_, &QPushButton::clicked, button_, [this, dialog, number = field.number] {
@@ -129,6 +130,18 @@ public:
     std::optional<Colour> Shown_Colour() const override { return colour_; }
 
 private:
+    // The label is still the button's tool tip, its name for assistive programs, and what its mnemonic key comes from.
+    void Show_Image() {
+        const int side = 3 * button_->fontMetrics().height() / 2;
+        const QString name = Q(Bare_Label(field().label));
+        button_->setText({});
+        button_->setShortcut(QKeySequence::mnemonic(Q(field().label)));
+        button_->setIcon(Resource_Icon(field().image));
+        button_->setIconSize({side, side});
+        button_->setToolTip(name);
+        button_->setAccessibleName(name);
+    }
+
     QPushButton* button_;
     std::optional<Colour> colour_;
 };

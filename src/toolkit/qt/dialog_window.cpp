@@ -180,7 +180,7 @@ void Dialog_Window::Focus_Moved(QWidget* left, QWidget* entered) {
 void Dialog_Window::Show(int field, Show_Kind kind, std::span<const int> commands) {
     modal_ = kind != Show_Kind::modeless;
     commands_.assign(commands.begin(), commands.end());
-    if (!modal_) Stand_Aside();
+    if (kind != Show_Kind::modal) Stand_Aside();
     // A menu must stay open to the commands that are let through; the others are dropped as they come.
     setWindowModality(modal_ && commands_.empty() ? Qt::ApplicationModal : Qt::NonModal);
     awaited_ = false;
