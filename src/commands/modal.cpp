@@ -7,24 +7,33 @@
 
 namespace vntl {
 
-int Run_Modal(int dialog, const std::function<void(int)>& command, const std::function<void(int)>& changed) {
-    if (changed) WMessageEnable(dialog, Message_Kind::field_changed, true);
+namespace {
+
+// Messages that are not the dialog's: commands that it lets through, and what no loop may hold back.
+void Serve_Others(const Message& message) {
+    if (message.kind != Message_Kind::command)
+        Serve_Meanwhile(message);
+    else if (message.record.win == main_window && Modal_Loop_Serves(message.record.value1))
+        Serve_Message(message);
+}
+
+}  // namespace
+
+int Run_Modal(int dialog, const Modal_Routines& routines) {
+    if (routines.changed) WMessageEnable(dialog, Message_Kind::field_changed, true);
     int pressed = 0;
     while (pressed == 0) {
         const Message message = WMessage();
-        switch (message.kind) {
-            case Message_Kind::push_button:
-                if (message.record.win == dialog) pressed = message.record.value1;
-                break;
-            case Message_Kind::command:
-                if (command && message.record.win == main_window && Modal_Loop_Serves(message.record.value1))
-                    command(message.record.value1);
-                break;
-            case Message_Kind::field_changed:
-                if (changed && message.record.win == dialog) changed(message.record.value2);
-                break;
-            default:
-                Serve_Meanwhile(message);  // everything else is void
+        const WIN_MESSAGE& record = message.record;
+        if (message.kind == Message_Kind::push_button && record.win == dialog) {
+            pressed = record.value1;
+        } else if (message.kind == Message_Kind::field_changed && record.win == dialog && routines.changed) {
+            routines.changed(record.value2);
+        } else if (message.kind == Message_Kind::timer && record.win == main_window && routines.timer) {
+            routines.timer(record.value1);
+        } else {
+            Serve_Others(message);  // what is not served is void
+            WDialogSelect(dialog);  // the window of the message may have selected another one
         }
     }
     WDialogClearMarks(dialog);

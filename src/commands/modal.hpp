@@ -1,4 +1,5 @@
-// The loop of a modal dialog. Repaints, resizes and timers of every window are served meanwhile; none of them touches the store.
+// The loop of a modal dialog. Repaints, resizes and timers of every window are served meanwhile, none of which touches the store, and so
+// are the commands that the dialog lets through.
 #pragma once
 
 #include <functional>
@@ -10,9 +11,14 @@
 
 namespace vntl {
 
-// Runs the shown dialog until one of its buttons is pressed; the number of the button. The dialog stays loaded. `command` is called with
-// the commands of the main window that the dialog lets through, `changed` with each field that the user changes.
-int Run_Modal(int dialog, const std::function<void(int)>& command = {}, const std::function<void(int)>& changed = {});
+// What a dialog minds besides its buttons.
+struct Modal_Routines {
+    std::function<void(int)> changed = {};  // a field that the user changes
+    std::function<void(int)> timer = {};    // a timer of the main window; none: the window serves it
+};
+
+// Runs the shown dialog until one of its buttons is pressed; the number of the button. The dialog stays loaded and selected.
+int Run_Modal(int dialog, const Modal_Routines& routines = {});
 
 // A box with the title of errors.
 void Error_Box(std::string text);

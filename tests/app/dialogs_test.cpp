@@ -71,8 +71,7 @@ protected:
         WDialogSelect(demo::number);
         WDialogShow(first, Show_Kind::modal, let_through);
         int pressed = 0;
-        Act(script, [&] { pressed = Run_Modal(demo::number, command); });
-        WDialogSelect(demo::number);
+        Act(script, [&] { pressed = Run_Modal(demo::number); });
         return pressed;
     }
 
@@ -88,7 +87,6 @@ protected:
     }
 
     Application app;
-    std::function<void(int)> command;
     std::string printed;
     Numbers failed;
 };
@@ -304,23 +302,26 @@ TEST_F(Dialogs, FormatsLimitsListsAndEmptying) {
 
 TEST_F(Dialogs, AModalDialogLetsThroughWhatItWasGivenAndHoldsTheRest) {
     Numbers served;
-    command = [&](int number) { served.push_back(number); };
     std::vector<Message_Kind> meanwhile;
-    Register_Window(main_window, {.message = [&](const Message& message) { meanwhile.push_back(message.kind); }});
+    Register_Window(main_window, {.message = [&](const Message& message) {
+                        if (message.kind == Message_Kind::command) served.push_back(message.record.value1);
+                        meanwhile.push_back(message.kind);
+                    }});
     EXPECT_EQ(Run("command 40018\ntimer 7\ndrop a.dat\nmouse move 1 1\nresize 640 480\npress OK\n", 0, std::array{about}), button_ok);
     EXPECT_EQ(served, Numbers{about});
     EXPECT_TRUE(failed.empty());
-    EXPECT_EQ(meanwhile, (std::vector{Message_Kind::timer, Message_Kind::resize}));
+    EXPECT_EQ(meanwhile, (std::vector{Message_Kind::command, Message_Kind::timer, Message_Kind::resize}));
     EXPECT_EQ(Run("command 40018\nmain\ndialog 910\npress Cancel\n"), button_cancel);
     EXPECT_EQ(failed, (Numbers{1, 2, 3}));
     WDialogHide();
     EXPECT_TRUE(Modal_Loop_Serves(about));
-    command = [&](int) {  // another one over it
-        WDialogLoad(small);
-        WDialogShow(0, Show_Kind::modal);
-        EXPECT_EQ(Run_Modal(small), button_ok);
-        WDialogUnload();
-    };
+    Register_Window(main_window, {.message = [&](const Message& message) {
+                        if (message.kind != Message_Kind::command) return;
+                        WDialogLoad(small);  // another one over it
+                        WDialogShow(0, Show_Kind::modal);
+                        EXPECT_EQ(Run_Modal(small), button_ok);
+                        WDialogUnload();
+                    }});
     Run("command 40018\ncommand 40018\ndialog 900\nset Own 1\nprint dialog\ntimer 7\npress OK\nset Title outer\npress Defaults\n", 0,
         std::array{about});
     EXPECT_EQ(failed, (Numbers{2, 3}));  // the one that waits is out of reach

@@ -63,6 +63,17 @@ TEST_F(Profile_Dialogs, GraphShowChoosesPartsAndRows) {
     }
 }
 
+// The buffer file can be saved from it, whether there is something to save or not; the dialog goes on.
+TEST_F(Profile_Dialogs, GraphShowLetsTheBufferFileBeSaved) {
+    const auto run = Script(
+        "drop a.xye b.xye\ncommand 40023\nfiles list.buf\ncommand 40009\ncommand 40014\n"
+        "cell 1736 3 2 0\npress Apply\npress Return\nprint rows\n");
+    EXPECT_EQ(run.errors.find("command 40009 is not served"), std::string::npos);
+    EXPECT_NE(run.errors.find("line 5: command 40014 is not served while a dialog is open"), std::string::npos);
+    EXPECT_EQ(run.errors.find("line 6"), std::string::npos) << run.errors;
+    EXPECT_FALSE(run.With("shown").at(1)["shown"]);
+}
+
 TEST_F(Profile_Dialogs, NumbersMoveAndScaleRows) {
     struct Case {
         const char* what;

@@ -66,7 +66,7 @@ std::optional<Choice> Ask_For_Choice(Session& session, const Filter& filter) {
     Fill(session, filter);
     WDialogShow(0, Show_Kind::modal);
     std::optional<Choice> choice;
-    if (Run_Modal(smoothing_dialog, {}, [&filter](int) { Couple_Fields(filter); }) == button_ok)
+    if (Run_Modal(smoothing_dialog, {.changed = [&filter](int) { Couple_Fields(filter); }}) == button_ok)
         choice = Choice{WDialogGetInteger(window_field).value_or(0), WDialogGetRadioButton(first_profile) == all_profiles,
                         WDialogGetCheckBox(new_profile) != 0, WDialogGetCheckBox(efficiency_file) != 0};
     WDialogUnload();

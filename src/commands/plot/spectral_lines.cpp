@@ -98,7 +98,7 @@ void Spectral_Lines_Dialog(Session& session) {
     const auto changed = [](int field) {
         if (field == anode_menu) Fill_Lines(WDialogGetMenu(anode_menu));
     };
-    while (Run_Modal(lines_dialog, {}, changed) == button_ok) {
+    while (Run_Modal(lines_dialog, {.changed = changed}) == button_ok) {
         const auto lines = Lines_Of_Grid();
         if (!lines) continue;
         Row_Change change(session, "wavelengths of spectral lines", {1});

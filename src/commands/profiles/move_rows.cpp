@@ -136,7 +136,7 @@ int Field_At_Fault(const std::vector<float>& numbers) {
 
 Status Run(Session& session, const Move_Dialog& dialog, Row_Choice& choice) {
     while (true) {
-        const int pressed = Run_Modal(dialog.number, {}, [&dialog](int) { Grey_Numbers(dialog); });
+        const int pressed = Run_Modal(dialog.number, {.changed = [&dialog](int) { Grey_Numbers(dialog); }});
         if (pressed == select_all || pressed == deselect_all) {
             Set_Checks(session, rows_grid, marked, pressed == select_all, [&](int row) { return Is_Refined_Kind(session, row); });
         } else if (pressed != button_ok) {

@@ -11,6 +11,7 @@ namespace {
 constexpr int show_dialog = 415;
 enum Field { loaded = 1731, ycalc, difference, reflections, background, rows_grid, select_all, deselect_all, apply, leave, live };
 enum Column { file_name = 1, kind, drawn, title };
+constexpr int let_through[] = {command::save_buffer};  // what is chosen here can be kept at once
 
 std::string Loaded_Text(const Session& session) {
     const Profile_Store& store = session.store;
@@ -87,7 +88,7 @@ Dialog_Resource Show_Profiles_Dialog_Resource() {
 void ShowProfile_Config(Session& session) {
     WDialogLoad(show_dialog);
     Fill(session);
-    WDialogShow(rows_grid, Show_Kind::modal);
+    WDialogShow(rows_grid, Show_Kind::modal, let_through);
     while (true) {
         const int pressed = Run_Modal(show_dialog);
         if (pressed == select_all || pressed == deselect_all)
