@@ -13,6 +13,7 @@
 #include "patterns/header_words.hpp"
 #include "patterns/number_walk.hpp"
 #include "patterns/reader_tools.hpp"
+#include "patterns/write_xys.hpp"
 
 namespace vntl {
 
@@ -31,6 +32,7 @@ struct Header {
     float fac_x = 1, fac_y = 1, step_in = 0;
     int interpol = 0;
     int sigma_column = 2, ycalc_column = 3;  // from 0; none: -1
+    bool own = false;                        // this program wrote the file: every record is a point, and what it says holds
 };
 
 bool Is_Comment(std::string_view line) { return line.starts_with('!') || line.starts_with('#'); }
@@ -152,6 +154,29 @@ Status Read_Fixed_Header(Line_Cursor& lines, Header& head, Diffraction_Pattern_T
     return Status::Done();
 }
 
+// Behind XYDATA and a line of the title.
+bool Is_Own_File(Line_Cursor lines) {
+    std::string_view line;
+    return lines.Next(line) && lines.Next(line) && Trim_Right(line) == xys_mark;
+}
+
+// The five lines of that head, each in its place: a title or a name may hold the words of another line.
+Status Read_Own_Header(Line_Cursor& lines, Header& head, Diffraction_Pattern_Type& pattern) {
+    head.own = true;
+    std::array<std::string_view, 5> line;
+    for (std::string_view& one : line)
+        if (!lines.Next(one)) return Status::Fail(bad_header);
+    std::string_view rest;
+    pattern.title.clear();
+    if (Behind_Word(line[0], "TITLE:", rest)) pattern.title = Kept_Text(rest, title_width);
+    if (Behind_Word(line[3], "Scattering variable:", rest)) pattern.scat_var = Kept_Text(rest, scat_var_width);
+    std::string_view legend = Trim(line[4]);
+    if (!legend.ends_with(xys_columns)) return Status::Done();
+    legend.remove_suffix(xys_columns.size());
+    pattern.legend_x = Kept_Text(Trim(legend), legend_width);
+    return Status::Done();
+}
+
 Status Read_Gr_Header(Line_Cursor& lines, Diffraction_Pattern_Type& pattern) {
     std::string_view line, rest;
     do {
@@ -196,7 +221,7 @@ Status Read_Header(Line_Cursor& lines, bool gr, Separator separator, Header& hea
     std::string_view first;
     if (lines.Next(first) && first.starts_with("XYDATA")) {
         pattern.title = Kept_Text(Trim(first), title_width);
-        return Read_Fixed_Header(lines, head, pattern);
+        return Is_Own_File(lines) ? Read_Own_Header(lines, head, pattern) : Read_Fixed_Header(lines, head, pattern);
     }
     lines = start;
     return Read_Plain_Header(lines, separator, pattern);
@@ -223,7 +248,7 @@ Status Read_Records(Line_Cursor& lines, Separator separator, const Header& head,
         const float ycalc = head.ycalc_column < 0 ? 0.0f : numbers[static_cast<std::size_t>(head.ycalc_column)];
         if (!std::isfinite(x)) return Status::Fail(bad_field);
         ++sums.count;
-        if (sums.count >= first_terminator && std::fabs(x) < negligible && y <= negligible && sigma <= negligible) break;
+        if (!head.own && sums.count >= first_terminator && std::fabs(x) < negligible && y <= negligible && sigma <= negligible) break;
         const auto i = static_cast<std::size_t>(sums.count - 1);
         p.x[i] = x * fac_x;
         p.y[i] = y * fac_y;
@@ -231,7 +256,7 @@ Status Read_Records(Line_Cursor& lines, Separator separator, const Header& head,
         const float s = sigma * fac_y;
         const float v = s * s;
         sums.variances += v;
-        p.sigma[i] = v < negligible ? 1.0f : v;
+        p.sigma[i] = !head.own && v < negligible ? 1.0f : v;
         if (i > 0) sums.steps += p.x[i] - p.x[i - 1];
     }
     return Status::Done();
@@ -282,13 +307,14 @@ Status Read_With(Separator separator, std::string_view text, bool gr, Diffractio
 
     Sums sums;
     if (Status status = Read_Records(lines, separator, head, p, sums); status.failed) return status;
-    if (sums.count < 3) return Status::Fail(no_points);  // one point or none: no step, no range
-    Keep_Points(p, sums.count - 1);
+    const int kept = head.own ? sums.count : sums.count - 1;
+    if (kept < 2) return Status::Fail(no_points);  // one point or none: no step, no range
+    Keep_Points(p, kept);
     p.xmin = p.x.front();
     p.xmax = p.x.back();
-    if (sums.variances < negligible) Set_Count_Variances(p);
+    if (head.own ? sums.variances == 0 : sums.variances < negligible) Set_Count_Variances(p);
     if (head.interpol == 0 || head.interpol == 2)
-        p.step = sums.steps / static_cast<float>(sums.count - 2);
+        p.step = sums.steps / static_cast<float>(kept - 1);
     else if (Rises(p.x))
         Put_On_Grid(p, head, sums.count, static_cast<int>(count));
     Set_Y_Limits(p);

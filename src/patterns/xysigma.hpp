@@ -10,6 +10,8 @@
 // lines are passed over among the records too. Where a file cannot be read so, its columns are taken as separated by semicolons, in which a
 // comma is a decimal one: "10,02; 105; 10,2".
 //
+// A file that this program wrote (see write_xys.hpp) has each line of its head in its place, and every record is a point.
+//
 // A ".gr" file is a pair-distribution function: a header up to a line "#L r ...", then r, G(r), dr, dG(r). Without such a line it has a
 // head as any other file, or none, and a third column that is the last one is dG(r).
 #pragma once
@@ -21,7 +23,7 @@
 namespace vntl {
 
 // Reads the text of a file into a fresh pattern. `gr`: the file's extension is ".gr". The record counted last, a terminator of
-// zeros or the last line of the file, is not part of the pattern.
+// zeros or the last line of the file, is not part of the pattern, but where this program wrote it.
 Status Read_Xysigma(std::string_view text, bool gr, Diffraction_Pattern_Type& pattern);
 
 }  // namespace vntl

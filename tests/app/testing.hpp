@@ -79,11 +79,11 @@ protected:
         return result;
     }
 
-    Run_Result Script(const std::string& text, const std::vector<std::string>& files = {}) const {
+    Run_Result Script(const std::string& text, const std::vector<std::string>& files = {}, const std::string& environment = {}) const {
         std::ofstream(directory / "script.vns") << text;
         std::vector<std::string> arguments = {"--script", "script.vns"};
         arguments.insert(arguments.end(), files.begin(), files.end());
-        Run_Result result = Run(arguments);
+        Run_Result result = Run(arguments, environment);
         std::istringstream lines(result.output);
         for (std::string line; std::getline(lines, line);) {
             const Json object = Json::parse(line, nullptr, false);

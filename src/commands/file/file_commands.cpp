@@ -6,6 +6,7 @@
 #include "commands/file/export_picture.hpp"
 #include "commands/file/opened.hpp"
 #include "commands/file/save_list.hpp"
+#include "commands/file/save_pattern.hpp"
 #include "commands/plot/mouse.hpp"
 #include "commands/progress_dialog.hpp"
 #include "plot/plot.hpp"
@@ -34,6 +35,9 @@ void Open_Recent(Application& app) {
 
 void Save_Picture(Application& app) { app.failed |= Export_Plot(app.session.config, app.ask).failed; }
 
+void Save_Dat(Application& app) { Tell(app, Save_Dat_File(app.session, app.ask)); }
+void Save_Xys(Application& app) { Tell(app, Save_Xys_File(app.session, app.ask)); }
+
 // A new start closes the other windows too; who keeps a text that is not saved yet keeps all.
 void Reset(Application& app) {
     if (!Windows_May_Close()) return;
@@ -48,8 +52,8 @@ constexpr Command commands[] = {
     {command::open_pattern, "Open Pattern file (*.dat)", "open", Open_Pattern, "Ctrl+O", "Open measured patterns"},
     {command::open_prf, "Open Rietveld/Profile file (*.prf)", "open_prf", Open_Prf, "", "Open profile files of a Rietveld refinement"},
     {command::open_buffer, "Open Buffer file (*.buf)", "open_buffer", Open_Buffer, "", "Open the patterns that a buffer file names"},
-    {command::save_free_format, "Free Format File (.dat)", "save", nullptr, "", "Write a profile as counts in free format"},
-    {command::save_xys, "XY / XYS Data File (.xys)", "", nullptr, "", "Write a profile as columns of x, y and sigma"},
+    {command::save_free_format, "Free Format File (.dat)", "save", Save_Dat, "", "Write the first profile shown as counts in equal steps"},
+    {command::save_xys, "XY / XYS Data File (.xys)", "", Save_Xys, "", "Write the first profile shown as columns of x, y and sigma"},
     {command::save_buffer, "Save Buffer file...", "", Save_Buffer_File, "",
      "Write the names of the measured patterns into one buffer file"},
     {command::save_picture, "Save Graphic into file...", "save_picture", Save_Picture, "Ctrl+E",
@@ -64,7 +68,7 @@ constexpr Command commands[] = {
     {command::exit, "E&xit", "exit", Exit_Program, "Ctrl+Q", "Leave the program"},
 };
 
-std::vector<Dialog_Resource> Dialogs() { return {Progress_Dialog_Resource()}; }
+std::vector<Dialog_Resource> Dialogs() { return {Progress_Dialog_Resource(), Save_Xys_Dialog_Resource()}; }
 
 }  // namespace
 

@@ -20,14 +20,14 @@ std::string Name_To_Save(Configuration& config, Ask& ask, const Save_Form& form,
     const auto chosen = Select_Files(config, Select_Kind::save_unasked, form.filter, form.selector_title, proposed);
     if (chosen.empty()) return {};
     std::string file = chosen.front();
-    if (Extension_Of(file).empty()) file += form.extension;
+    if (Extension_Of(file).empty() && !File_Part(file).empty()) file += form.extension;
     return IOsFileExists(file) && !May_Overwrite(ask, form.overwrite_title) ? std::string() : file;
 }
 
 Status Save_Text(const Save_Form& form, const std::string& file, std::string_view text) {
     if (!Can_Be_Written(file)) return Status::Fail_File(form.failure);
     if (Replace_File(file, text)) return Status::Done();
-    return Status::Fail_File(std::string(form.failure) + "\nIs the disk full? Nothing of it was written: " + file);
+    return Status::Fail_File(std::string(form.failure) + "\nNothing of it was written; the disk may be full: " + file);
 }
 
 }  // namespace vntl

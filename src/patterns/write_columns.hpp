@@ -1,0 +1,36 @@
+// What the writers of pattern files share: numbers in columns, and texts that stay on their line.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "base/edit_format.hpp"
+
+namespace vntl {
+
+// Numbers in `width` columns with `digits` behind the point. One that does not fit is written with an exponent, so that it can be read
+// again.
+class Number_Column {
+public:
+    // `apart`: a number that leaves no blank in front of it does not fit either, since it would touch the one before it.
+    Number_Column(int width, int digits, bool apart = false);
+    static Number_Column With_Exponent(int width) { return {width, no_fixed_point, false}; }
+
+    void Put(std::string& out, float value) const;
+    std::string Text(float value) const {
+        std::string text;
+        Put(text, value);
+        return text;
+    }
+
+private:
+    static constexpr int no_fixed_point = -1;
+
+    Edit_Format fixed_, exponent_;
+    bool apart_;
+};
+
+// The text on one line, without outer blanks: what ends a line or moves on it becomes a blank.
+std::string On_One_Line(std::string_view text);
+
+}  // namespace vntl
