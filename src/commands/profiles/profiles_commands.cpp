@@ -7,6 +7,7 @@
 #include "commands/profiles/excluded_admin.hpp"
 #include "commands/profiles/excluded_regions.hpp"
 #include "commands/profiles/move_rows.hpp"
+#include "commands/profiles/play_profiles.hpp"
 #include "commands/profiles/shift_rows.hpp"
 #include "commands/profiles/show_profiles.hpp"
 #include "commands/profiles/sort_rows.hpp"
@@ -55,6 +56,11 @@ void Copy(Application& app) { Then_Remake(app, Copy_First_Row(app.session)); }
 void Shift(Application& app) { Then_Remake(app, Shift_Profiles(app.session)); }
 void Normalize(Application& app) { Then_Remake(app, Normalize_Monitor(app.session)); }
 
+void Play_Profiles(Application& app) {
+    Playing_Dialog(app.session);
+    Plot_Redraw(app.session);
+}
+
 void Insert_Excluded(Application& app) {
     if (!Tell(app, Insert_Excluded_Region(app.session, app.ask))) return;
     app.session.prefs.prf.excl_ignore_sides ? Plot_ReMake(app.session) : Plot_Redraw(app.session);
@@ -70,7 +76,7 @@ void Select_Excluded(Application& app) { Start_Exclude_Mode(app.session); }
 constexpr Command commands[] = {
     {command::show_profiles, "Show", "show", Show_Profiles, "", "Choose which profiles are shown"},
     {command::sort_profiles, "Sorting", "sort", Sort, "", "Change the order of the profiles"},
-    {command::play_profiles, "Playing", "play", nullptr, "", "Show one profile after another"},
+    {command::play_profiles, "Playing", "play", Play_Profiles, "", "Show one profile after another"},
     {command::copy_profile, "Copy profile", "copy_profile", Copy, "", "Add a copy of a profile"},
     {command::delete_profiles, "Delete", "delete", Delete, "", "Take profiles out of the list"},
     {command::normalize_monitor, "Normalize(Monitor)", "normalise", Normalize, "", "Bring the profiles to one monitor"},
@@ -87,7 +93,7 @@ std::vector<Dialog_Resource> Dialogs() {
     std::vector<Dialog_Resource> all = Move_Rows_Dialog_Resources();
     for (auto resource :
          {Insert_Excluded_Dialog_Resource, Admin_Excluded_Dialog_Resource, Show_Profiles_Dialog_Resource, Delete_Profiles_Dialog_Resource,
-          Sort_Profiles_Dialog_Resource, Shift_Profiles_Dialog_Resource, Normalize_Monitor_Dialog_Resource})
+          Sort_Profiles_Dialog_Resource, Shift_Profiles_Dialog_Resource, Normalize_Monitor_Dialog_Resource, Playing_Dialog_Resource})
         all.push_back(resource());
     return all;
 }
