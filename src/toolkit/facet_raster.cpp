@@ -30,9 +30,10 @@ public:
         if (b.x < a.x) std::swap(a, b);
         if (c.x < b.x) std::swap(b, c);
         if (b.x < a.x) std::swap(a, b);
-        const Side side(a, c);
         const int left = First_Beyond(a.x, bounds_.x1, bounds_.x2), middle = First_Beyond(b.x, bounds_.x1, bounds_.x2),
                   right = First_Beyond(c.x, bounds_.x1, bounds_.x2);
+        if (left >= right) return;
+        const Side side(a, c);
         if (left < middle) Columns(left, middle, side, Side(a, b), argb);
         if (middle < right) Columns(middle, right, side, Side(b, c), argb);
     }
@@ -111,7 +112,7 @@ private:
 std::vector<Point> In_Samples(const Pixel_Buffer& target, std::span<const Point> places) {
     std::vector<Point> samples;
     samples.reserve(places.size());
-    const auto near = [](double at) { return std::min(std::max(at, -farthest), farthest); };
+    const auto near = [](double at) { return std::min(std::max(-farthest, at), farthest); };
     for (const Point& at : places) samples.push_back({near(fine * at.x), near(fine * (target.height - at.y))});
     return samples;
 }

@@ -19,7 +19,7 @@ constexpr double apart = 8;                                 // page units betwee
 constexpr double farthest_out = 150, step = 3;              // page units
 constexpr double along_step = 0.03, farthest_along = 0.45;  // of the axis
 constexpr double cost_along = 3;                            // of a way along the axis beside the same way out from it
-constexpr double shrink = 0.93, smallest = 0.3;
+constexpr double shrink = 0.93, smallest = 0.15;
 constexpr double title_above = 0.38;   // base line of the title of the picture, share of the margin above the plot box
 constexpr double widest_title = 0.96;  // share of the area's width
 
@@ -123,8 +123,9 @@ bool Presentation_3D::Is_Free(const Rect& room, const std::vector<Rect>& taken, 
     const Device& device = graphics_->device();
     const Rect& area = graphics_->Area();
     const Rect grown = Grown(room, apart * device.Width() / page_width, apart * device.Height() / page_height);
-    return grown.x1 >= area.x1 && grown.y1 >= area.y1 && grown.x2 <= area.x2 && grown.y2 <= area.y2 && Apart_From_Hull(grown, corners) &&
-           std::none_of(taken.begin(), taken.end(), [&](const Rect& other) { return Touch(grown, other); });
+    return grown.x1 >= area.x1 && grown.y1 >= area.y1 && grown.x2 <= area.x2 && grown.y2 <= area.y2 &&
+           std::none_of(taken.begin(), taken.end(), [&](const Rect& other) { return Touch(grown, other); }) &&
+           Apart_From_Hull(grown, corners);
 }
 
 void Presentation_3D::Draw_Label(std::size_t axis, std::string_view text, std::string_view letters) {

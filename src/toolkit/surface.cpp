@@ -15,6 +15,8 @@ namespace vntl {
 namespace {
 
 constexpr double cell_size = 1.75;         // device units: a finer mesh shows no more
+constexpr double shade_size = 7;           // device units: by such steps a smooth shade may change
+constexpr std::size_t most_lines = 2000;   // of a mesh along an axis
 constexpr std::size_t fewest_lines = 64;   // of a mesh along an axis that is seen end on
 constexpr std::size_t many_facets = 5000;  // for which a second thread pays
 constexpr double lattice_width = 1;        // line units
@@ -187,8 +189,8 @@ void Presentation_3D::IPgXYZLine(std::span<const float> x, std::span<const float
 
 void Presentation_3D::IPgSurf3Data(const Grid_Data& grid, const Surface_Style& style) const {
     const Fitted_View page(View(), Box());
-    // As many lines along an axis as there are cells beside each other where it is seen longest.
-    const auto lines = [&](std::size_t axis) {
+    // Of an axis where it is seen longest.
+    const auto length = [&](std::size_t axis) {
         double longest = 0;
         for (const double side : {0.0, 1.0}) {
             Space_Point from = {side, side, 0};
@@ -198,10 +200,18 @@ void Presentation_3D::IPgSurf3Data(const Grid_Data& grid, const Surface_Style& s
             const Point a = page.See(from), b = page.See(to);
             longest = std::max(longest, std::hypot(b.x - a.x, b.y - a.y));
         }
-        return std::max(fewest_lines, static_cast<std::size_t>(longest / cell_size));
+        return longest;
     };
-    const Surface_Mesh mesh(grid, {lower_, upper_, lines(1), lines(0)});
-    const Surface_Facets surface = Facets_Of(mesh, Look_Of(style), View(), page);
+    const auto lines = [&](std::size_t axis) {
+        return std::clamp(static_cast<std::size_t>(length(axis) / cell_size), fewest_lines, most_lines);
+    };
+    const Surface_Look look = Look_Of(style);
+    Surface_Mesh mesh(grid, {lower_, upper_, lines(1), lines(0)});
+    if (look.shaded && mesh.Shows()) {
+        mesh.Find_Slopes();
+        mesh = mesh.Finer(length(1) / shade_size, length(0) / shade_size);
+    }
+    const Surface_Facets surface = Facets_Of(mesh, look, View(), page);
     Draw_Facets(*graphics_, {surface.places, surface.facets, lattice_width});
 }
 

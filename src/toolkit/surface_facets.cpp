@@ -113,7 +113,7 @@ private:
         const auto height = [&](std::size_t k) { return c[k].at[2]; };
         const std::size_t start = std::fabs(height(0) - height(2)) <= std::fabs(height(1) - height(3)) ? 0 : 1;  // of the diagonal
         const Corner &p = c[start], &q = c[start + 1], &r = c[start + 2], &s = c[(start + 3) % 4];
-        const double brightness = look_.shaded ? Brightness(c) : 1;
+        const double brightness = look_.shaded ? Brightness(i, j) : 1;
         const auto [lowest, highest] = std::minmax({height(0), height(1), height(2), height(3)});
         if (!look_.banded || Band(lowest) == Band(highest)) {
             const double mean = 0.25 * (height(0) + height(1) + height(2) + height(3));
@@ -167,12 +167,14 @@ private:
         return static_cast<std::uint32_t>(cut_.places.size() - 1);
     }
 
-    double Brightness(const std::array<Corner, 4>& c) const {
-        const double across = c[1].at[1] - c[0].at[1], away = c[3].at[0] - c[0].at[0];
-        const double slope_across = 0.5 * relief * (c[1].at[2] + c[2].at[2] - c[0].at[2] - c[3].at[2]) / std::max(across, 1e-9);
-        const double slope_away = 0.5 * relief * (c[2].at[2] + c[3].at[2] - c[0].at[2] - c[1].at[2]) / std::max(away, 1e-9);
-        const double length = std::sqrt(1 + slope_across * slope_across + slope_away * slope_away);
-        const double toward_light = (light_[2] - slope_across * light_[1] - slope_away * light_[0]) / length;
+    // Of the mean slope at the corners of a cell.
+    double Brightness(std::size_t i, std::size_t j) const {
+        double across = 0, away = 0;
+        for (const std::size_t k : {mesh_.Number(i, j), mesh_.Number(i + 1, j), mesh_.Number(i, j + 1), mesh_.Number(i + 1, j + 1)}) {
+            across += 0.25 * relief * mesh_.Slope_At(k).across;
+            away += 0.25 * relief * mesh_.Slope_At(k).away;
+        }
+        const double toward_light = (light_[2] - across * light_[1] - away * light_[0]) / std::sqrt(1 + across * across + away * away);
         return darkest + brightness_range * std::round(0.5 * (1 + toward_light) * shades) / shades;
     }
     Colour Lit(Colour colour, double brightness) const { return look_.shaded ? Shaded(colour, brightness) : colour; }

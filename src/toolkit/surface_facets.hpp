@@ -18,7 +18,7 @@ inline constexpr int surface_levels = 10;  // bands of a surface coloured by lev
 struct Surface_Look {
     bool banded = false;     // a colour a band of heights
     bool graduated = false;  // a colour a cell, by the mean of its corners
-    bool shaded = false;     // by the slope of a cell: the light comes from the left above the viewer
+    bool shaded = false;     // by the slope, which the mesh must have found: the light comes from the left above the viewer
     bool lattice = false;    // lines between the cells
     Colour least = 0, most = 0, lattice_colour = 0;
 };

@@ -35,9 +35,23 @@ public:
     Space_Point At(std::size_t i, std::size_t j) const { return {away_[j].at, across_[i].at, Height(i, j)}; }
     bool Has_Cell(std::size_t i, std::size_t j) const;  // from those lines to the next ones; false too beyond the last
 
+    // Rise along either axis, in cubes a cube: at the points of the mesh from their neighbours, and between them interpolated.
+    struct Slope {
+        float across = 0, away = 0;
+    };
+    Slope Slope_At(std::size_t number) const { return slopes_[number]; }  // of a point
+    void Find_Slopes();
+    // The same surface with its slopes, and lines between those that lie apart by more than a part of so many of an axis: bilinear between
+    // the four points of a cell.
+    Surface_Mesh Finer(double parts_across, double parts_away) const;
+
 private:
+    Surface_Mesh() = default;
+    float Rise(std::size_t at, std::size_t line, const std::vector<Mesh_Line>& lines, std::size_t stride) const;
+
     std::vector<Mesh_Line> across_, away_;
     std::vector<float> heights_;
+    std::vector<Slope> slopes_;
 };
 
 }  // namespace vntl

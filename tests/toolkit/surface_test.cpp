@@ -278,6 +278,15 @@ TEST(Surface, FlatEmptyAndStrangeGrids) {
         const auto seen = [&](double y, double x) { return View(30, 30).space.To_Device(y, x, 0.5); };
         const double area = Area({seen(300, 10), seen(500, 10), seen(500, 40), seen(300, 40)});
         EXPECT_NEAR((480 * 360 - view.Count(ground)) / area, 1, 0.03) << look;  // a plane halfway up
+        Field holed = flat;                                                     // by one point, which takes four cells with it
+        holed.At(2, 3) = nan;
+        View through(30, 30, 0, 1);
+        for (float& z : holed.z) z *= 2;
+        through.Draw(holed, look);
+        const float x1 = flat.x[1], x2 = flat.x[3], y1 = flat.y[2], y2 = flat.y[4];
+        const double hole = Area({seen(y1, x1), seen(y2, x1), seen(y2, x2), seen(y1, x2)});
+        EXPECT_NEAR((480 * 360 - through.Count(ground)) / (area - hole), 1, look == 513 || look == 17 ? 0.07 : 0.03)
+            << look;  // half a line beyond
     }
     const auto drawn = [](const Field& field, float z1 = 0, float z2 = 1) {
         Recording_Device device;
