@@ -17,7 +17,7 @@ constexpr const char* files =
     "rising.xye|rising.xye|calculated.xys|calculated.xys|mixed_case.Xy|eleven_points.dat|eleven_points.dat|flight.xye|no_extension|text."
     "txt|"
     "refined.prf|refined.prf|cut.prf|peaks.xrf|falling.xye|noise.xye|empty.dat|ten_points.dat|huge_claim.dat|strange.dat|home|missing.xye|"
-    "missing.buf|\"\"|\"odd \\\" #.xye\"|/";
+    "missing.buf|good.buf|good.buf|mixed.buf|bad.buf|\"\"|\"odd \\\" #.xye\"|/";
 constexpr const char* keys = "Escape|Escape|Enter|Tab|Space|Backspace|Delete|Left|Up|Home|End|F1|F5|Back|Forward|a|z|\"#\"";
 constexpr const char* fields = "1|2|1001|1002|1003|1004|1010|1599|1603|1701|1702|\"Free Format (Inst. 0)\"|OK|Cancel|Text";
 constexpr const char* formats = "1002|1003|1004|1005|1006|1007|1008|1009|1010|1011|1599|1600|1601|1602|1603";
@@ -25,18 +25,20 @@ constexpr const char* values = "0|1|-1|12|1e30|abc|\"\"|999999999999|\"two words
 constexpr const char* what =
     "rows|state|cursor|menu|menu 40105|toolbars|peaks|background|hklgen|fit|dialog|picture|recent|prefs|paths|timing|data 1|data 2 3 "
     "5|data 99|"
-    "reflections 1|excluded 1|picture full";
+    "reflections 1|excluded 1|picture full|grid|grid full|timers";
 constexpr const char* preferences =
     "pref legend_pos 4|pref legend_pos 1|pref legend_size 1000|pref title_size 1000|pref title_single \"\xff # title\"|pref ylabel_pos 9|"
     "pref xscale_size 1|pref xscale_style 7|pref excl_ignore_sides 1|pref excl_ignore_sides 0|pref excl_show 0|pref refl_live 1|"
     "pref hide_negative 0|pref profile_styles/1/marker_size 1000|pref profile_styles/1/line_style -1|pref profile_styles/2/marker_type 1|"
-    "pref profile_styles/13/line_pitch 1|pref colour_a 1,2,3|pref win_width 1|pref frame_background abc";
+    "pref profile_styles/13/line_pitch 1|pref colour_a 1,2,3|pref win_width 1|pref frame_background abc|"
+    "pref contour_type 1|pref contour_type 3|pref contour_type 4|pref contour_type 5|pref contour_levels 13|pref contour_granularity 0|"
+    "pref surface_type 2|pref surface_type 3|pref surface_type 4|pref saturation_on 1|pref saturation_value -1|pref saturation_on 0";
 constexpr const char* odd = " |# a remark|\"unclosed|print|mouse down|set|\xff\xfe|open|files|cell 1 2|dialog x|directory \"\"";
 // What is done most, so that long ways through the program come about.
 constexpr const char* commands =
     "40027|40226|40508|40021|40111|40106|40109|40133|40116|40118|40119|40136|40137|40503|40504|40105|40105|40113|40501|40502|40505|40018|"
     "40107|"
-    "40104|40038|40067|40070|40044|40019|40102";
+    "40104|40015|40009|40038|40067|40070|40044|40019|40102|40031|40227|40028|40125|40031|40125";
 
 // What opens a dialog, and what is done in it.
 constexpr const char* dialogs =
@@ -81,7 +83,8 @@ public:
         const int choice = Below(100);
         if (choice < 8) return Files("drop");
         if (choice < 14) return Files("open") + (Below(2) == 0 ? Format_Answers() : "");
-        if (choice < 17) return "files " + (Below(2) == 0 ? One_Of(files) : One_Of("cancel|cancel|a.png|b.svg|c.gif|/x/d.ps"));
+        if (choice < 17)
+            return "files " + (Below(2) == 0 ? One_Of(files) : One_Of("cancel|cancel|a.png|b.svg|c.gif|/x/d.ps|good.buf|saved.buf"));
         if (choice < 27) return Command();
         if (choice < 32) return Dialog();
         if (choice < 35) return "command " + One_Of(modes);
@@ -181,6 +184,9 @@ protected:
         std::ofstream(directory / "refined.prf") << refined;
         std::ofstream(directory / "cut.prf") << refined.substr(0, refined.size() / 2);
         std::ofstream(directory / "peaks.xrf") << test::Whole(test::Peak_Fit(test::Make_Model(1, 10, false)));
+        std::ofstream(directory / "good.buf") << "TITLE listed\nrising.xye\ncalculated.xys\n";
+        std::ofstream(directory / "mixed.buf") << "flight.xye\neleven_points.dat\nrefined.prf\nrising.xye\n";
+        std::ofstream(directory / "bad.buf") << "rising.xye\nmissing.xye\n";
         std::ofstream(directory / "text.txt") << "Two lines\nof text";
     }
 };
