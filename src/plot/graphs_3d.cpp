@@ -15,6 +15,11 @@ namespace {
 constexpr std::string_view intensity_title = "Intensity (arb. units)";
 constexpr int text_font = 101, title_font = 103;
 
+constexpr int no_label = 1;  // place of a y label
+
+// A y label that stands at the top, in the middle or at the bottom of a graph has the same place along an axis that leads into the depth.
+float Along_Axis(int ylabel_pos) { return ylabel_pos <= 4 ? 0.9f : ylabel_pos <= 7 ? 0.5f : 0.1f; }
+
 // The page, and a box of data as the view turns it.
 Presentation_3D Page_In_Space(const Scene& scene, Graphics& g, Colour background, float rotation, float elevation) {
     const Plot_Zone& zone = scene.plot.zone;
@@ -107,7 +112,10 @@ Drawn Plot_3D_Surface(const Scene& scene, Graphics& g, float rotation, float ele
     p.IPgZScale("TN");
     g.IGrColour("Black");
     g.WGrTextFont(text_font, 0, 0.02f, 0.04f);
-    p.IPgXLabel(grid.grid_y_label, "C");
+    if (const int pos = scene.prefs.graph2d.ylabel.pos; pos != no_label) {
+        p.IPgLabelPos(1, Along_Axis(pos));
+        p.IPgXLabel(grid.grid_y_label, "C");
+    }
     p.IPgYLabel(Trim(scene.plot.xlabel_text), "C");
     p.IPgZLabel(intensity_title, "T");
     return {window, {}, scene.plot.ylabel_text};
