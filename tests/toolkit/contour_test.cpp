@@ -11,8 +11,8 @@
 #include <set>
 
 #include "toolkit/bitmap.hpp"
+#include "toolkit/drawn.hpp"
 #include "toolkit/presentation.hpp"
-#include "toolkit/recording.hpp"
 
 namespace vntl {
 namespace {
@@ -68,14 +68,6 @@ std::vector<float> Draw(Device& device, const Grid& grid, Kind kind, int granula
     if (kind == Kind::smooth || kind == Kind::granulated) plot.IPgConGrad2(grid.Data());
     if (kind >= Kind::triangles) plot.IPgConFill2(grid.Data(), levels, kind == Kind::triangles ? 1 : granularity);
     return levels;
-}
-
-template <class Item>
-std::vector<Item> Drawn(const Recording_Device& device) {
-    std::vector<Item> found;
-    for (const Recorded& item : device.items())
-        if (const Item* one = std::get_if<Item>(&item)) found.push_back(*one);
-    return found;
 }
 
 double Widest_Step(const std::vector<float>& axis) {

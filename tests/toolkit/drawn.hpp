@@ -1,6 +1,7 @@
-// What a recording device holds, by kind.
+// What a recording device holds of one kind.
 #pragma once
 
+#include <variant>
 #include <vector>
 
 #include "toolkit/recording.hpp"
