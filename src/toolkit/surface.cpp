@@ -97,7 +97,7 @@ private:
     // A comparison with what is no number is false.
     static bool In_Cube(const Space_Point& p) {
         constexpr double low = -rounding, high = 1 + rounding;
-        return (p[0] >= low) & (p[0] <= high) & (p[1] >= low) & (p[1] <= high) & (p[2] >= low) & (p[2] <= high);
+        return (p[0] >= low) && (p[0] <= high) && (p[1] >= low) && (p[1] <= high) && (p[2] >= low) && (p[2] <= high);
     }
     void Next(const Space_Point& point) {
         const bool finite = std::isfinite(point[0] + point[1] + point[2]), inside = finite && In_Cube(point);
