@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "base/edit_descriptor.hpp"
+#include "base/real_parse.hpp"
 #include "base/text.hpp"
 
 namespace vntl {
@@ -31,6 +32,19 @@ void Number_Column::Put(std::string& out, float value) const {
     out.resize(at);
     if (apart_) out += ' ';
     Edit_Writer(exponent_, out).Write(value);
+}
+
+std::string Number_Column::Text(float value) const {
+    std::string text;
+    Put(text, value);
+    return text;
+}
+
+float Read_Back(std::string_view text) {
+    const std::string_view digits = Trim_Left(text);
+    float value = 0;
+    Parse_Float(digits.data(), digits.data() + digits.size(), value);
+    return value;
 }
 
 std::string On_One_Line(std::string_view text) {

@@ -17,11 +17,7 @@ public:
     static Number_Column With_Exponent(int width) { return {width, no_fixed_point, false}; }
 
     void Put(std::string& out, float value) const;
-    std::string Text(float value) const {
-        std::string text;
-        Put(text, value);
-        return text;
-    }
+    std::string Text(float value) const;
 
 private:
     static constexpr int no_fixed_point = -1;
@@ -29,6 +25,9 @@ private:
     Edit_Format fixed_, exponent_;
     bool apart_;
 };
+
+// What a reader takes the text of a number for.
+float Read_Back(std::string_view text);
 
 // The text on one line, without outer blanks: what ends a line or moves on it becomes a blank.
 std::string On_One_Line(std::string_view text);

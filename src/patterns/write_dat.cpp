@@ -4,12 +4,11 @@
 #include <cmath>
 #include <limits>
 #include <span>
+#include <utility>
 #include <vector>
 
 #include "base/edit_descriptor.hpp"
-#include "base/real_parse.hpp"
 #include "base/spline.hpp"
-#include "base/text.hpp"
 #include "patterns/write_columns.hpp"
 
 namespace vntl {
@@ -28,8 +27,7 @@ struct Head_Number {
 
 Head_Number Written(const Number_Column& column, float value) {
     Head_Number number{column.Text(value)};
-    const std::string_view digits = Trim_Left(number.text);
-    Parse_Float(digits.data(), digits.data() + digits.size(), number.read);
+    number.read = Read_Back(number.text);
     return number;
 }
 
@@ -46,18 +44,31 @@ Head_Number With_Decimals(float value, Good good) {
 struct Range {
     Head_Number xmin, step, xmax;
     double At(std::size_t i) const { return xmin.read + static_cast<double>(i) * step.read; }
+    std::string Text() const { return ' ' + xmin.text + ' ' + step.text + ' ' + xmax.text; }
 };
 
-Range Written_Range(const Diffraction_Pattern_Type& p) {
-    const double intervals = p.npts - 1.0;
-    const double step = (static_cast<double>(p.xmax) - p.xmin) / intervals;
+Range Written_Once(float xmin, float xmax, double intervals) {
+    const double step = (static_cast<double>(xmax) - xmin) / intervals;
     const auto end = [step](float value) {
         return With_Decimals(value, [&](float read) { return std::fabs(static_cast<double>(read) - value) <= negligible_step * step; });
     };
-    Range range{end(p.xmin), {}, end(p.xmax)};
+    Range range{end(xmin), {}, end(xmax)};
     const double width = static_cast<double>(range.xmax.read) - range.xmin.read;
     range.step = With_Decimals(static_cast<float>(width / intervals),
                                [&](float read) { return std::fabs(width / read - intervals) <= negligible_step; });
+    return range;
+}
+
+// The range that a pattern read from this file is written with: a limit that was just too coarse may do once it is rounded.
+Range Written_Range(const Diffraction_Pattern_Type& p) {
+    constexpr int most_rounds = 10;
+    const double intervals = p.npts - 1.0;
+    Range range = Written_Once(p.xmin, p.xmax, intervals);
+    for (int round = 0; round < most_rounds; ++round) {
+        Range again = Written_Once(range.xmin.read, range.xmax.read, intervals);
+        if (again.Text() == range.Text()) break;
+        range = std::move(again);
+    }
     return range;
 }
 
@@ -117,7 +128,7 @@ std::string Dat_Text(const Diffraction_Pattern_Type& p) {
     const std::vector<float> values = On_Grid(p, range);
     std::string text;
     text.reserve(values.size() * (told_width + 1) + title_width);
-    text += ' ' + range.xmin.text + ' ' + range.step.text + ' ' + range.xmax.text;
+    text += range.Text();
     const std::string title = On_One_Line(p.title);
     if (!title.empty()) text += "  " + title;
     text += '\n';

@@ -28,8 +28,10 @@ constexpr Save_Form xys_form = {"Export Pattern File", "XY Pattern File Format (
 // The row's own name with the extension; none where that is the file it came from, which one line end too many would replace.
 std::string Proposed_Name(const Session& session, int row, const Save_Form& form) {
     const std::string& name = session.store.Info(row).file_name;
-    std::string proposed = name.substr(0, name.size() - Extension_Of(name).size()) + std::string(form.extension);
-    return proposed == name ? std::string() : proposed;
+    const std::string stem = name.substr(0, name.size() - Extension_Of(name).size());
+    const std::string proposed = stem + std::string(form.extension);
+    const bool of_no_file = stem.empty() || stem.front() == '<';  // "<copy>"
+    return of_no_file || proposed == name ? std::string() : proposed;
 }
 
 struct Number_Field {
