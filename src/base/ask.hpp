@@ -89,6 +89,9 @@ public:
     // The dialog "Format of the data file"; nothing on cancel.
     virtual std::optional<Format_Choice> Data_Format(const Format_Question& question) = 0;
 
+    // The dialog "Raw Data (Efficiency Correction)": whether counts are divided by the efficiencies of their detectors; nothing on cancel.
+    virtual std::optional<bool> Efficiency_Correction() { return true; }
+
     // The constants of one file, and of all rows in a table, asked again until `check` finds nothing wrong; false, and nothing changes, on
     // cancel.
     virtual bool Constants_Of_File(Constants_Kind, Conversion_Constants& /*file*/, const Constants_Check& /*check*/) { return false; }

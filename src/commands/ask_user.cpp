@@ -1,6 +1,7 @@
 #include "commands/ask_user.hpp"
 
 #include "commands/file/format_dialog.hpp"
+#include "commands/file/raw_dialog.hpp"
 #include "commands/progress_dialog.hpp"
 #include "commands/select_files.hpp"
 #include "commands/xspace/constants_dialogs.hpp"
@@ -15,6 +16,8 @@ std::vector<std::string> Ask_User::Select_Files(std::string_view title, std::str
 }
 
 std::optional<Format_Choice> Ask_User::Data_Format(const Format_Question& question) { return Data_Format_Dialog(question); }
+
+std::optional<bool> Ask_User::Efficiency_Correction() { return Efficiency_Dialog(); }
 
 bool Ask_User::Constants_Of_File(Constants_Kind kind, Conversion_Constants& file, const Constants_Check& check) {
     return File_Constants_Dialog(kind, file, check);

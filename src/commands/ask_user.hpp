@@ -14,6 +14,7 @@ public:
     Box_Answer Box(const Message_Box& box) override;
     std::vector<std::string> Select_Files(std::string_view title, std::string_view filter) override;
     std::optional<Format_Choice> Data_Format(const Format_Question& question) override;
+    std::optional<bool> Efficiency_Correction() override;
     bool Constants_Of_File(Constants_Kind kind, Conversion_Constants& file, const Constants_Check& check) override;
     bool Constants_Of_Rows(Constants_Kind kind, std::vector<Conversion_Constants>& rows, const Constants_Check& check) override;
     std::unique_ptr<Progress> Start_Progress(std::string_view title, int total) override;

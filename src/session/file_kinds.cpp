@@ -18,6 +18,7 @@ std::string All_Pattern_Names() {
 }
 
 bool Is_Profile(std::string_view extension) { return extension == ".prf" || extension == ".xrf"; }
+bool Is_Raw(std::string_view extension) { return extension == ".3t2" || extension == ".g44" || extension == ".3t2o"; }
 bool Is_List(std::string_view extension) { return extension == ".buf"; }
 bool Is_Script(std::string_view extension) { return extension == ".vns"; }
 
@@ -26,6 +27,9 @@ constexpr File_Kind_Row kinds[] = {
      Letters::small_or_capital, "open", Open_Pattern_File, nullptr},
     {File_Kind::refined_profile, Is_Profile, "Select PRF files to open", "Input PRF File (*.prf)",
      [] { return std::string("*.prf;*.xrf"); }, Letters::any, Letters::any, "drop", Open_Prf_File, Read_Refined_File},
+    {File_Kind::raw_data, Is_Raw, "Select RawData file to open", "Input RawData File (*.3t2,*.g44,*.3t2o)",
+     [] { return std::string("*.3t2;*.g44"); }, Letters::any, Letters::any, "drop", Open_Raw_File,
+     [](const std::string& path) { return Read_Raw_File(path, true); }},
     {File_Kind::list_of_files, Is_List, "Load Buffer Data File", "Buffer Data File (*.buf)", [] { return std::string("*.buf"); },
      Letters::any, Letters::small_or_capital, "drop", Open_Buffer_File, nullptr},
     {File_Kind::script, Is_Script, "", "Session script (*.vns)", [] { return std::string("*.vns"); }, Letters::closed, Letters::closed, "",

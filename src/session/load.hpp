@@ -65,6 +65,10 @@ Open_Result Open_Pattern_File(Session&, Ask&, const std::string& name = {});
 // selection. A file that fails ends the command and leaves no profile at all; one that the x space refuses is passed over.
 Open_Result Open_Buffer_File(Session&, Ask&, const std::string& name = {});
 
+// Opens raw files of diffractometers with many detectors, each detector a row: those that the user selects, or the one named. He is asked
+// once whether their counts are divided by the efficiencies.
+Open_Result Open_Raw_File(Session&, Ask&, const std::string& name = {});
+
 // Opens one file by its extension, or by its contents where that is unknown, as recent files do: "Bad name: len_trim=0",
 // "Bad name: without extension", "Unknown file extension " as the failure's message, shown by the caller.
 Status Open_File_By_Extension(Session&, Ask&, const std::string& name, Open_Result& result);

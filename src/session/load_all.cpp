@@ -78,7 +78,7 @@ std::string Name_Of(const Session& session, const std::string& path) { return st
 
 // Every pattern of a file of several, each a row with its own checks.
 Load_Result Load_Several(Session& session, Ask& ask, Read_File file, Load_Notes& notes) {
-    const std::string mode(Mode_Of_Code(file.code));
+    const std::string mode(file.code == 0 ? std::string_view() : Mode_Of_Code(file.code));
     const auto tell = [&](std::string_view message) {
         ask.Error("ERROR in file: " + Name_Of(session, file.path) + '\n' + std::string(Trim(message)));
     };
@@ -94,7 +94,7 @@ Load_Result Load_Several(Session& session, Ask& ask, Read_File file, Load_Notes&
         ++number;
         if (pattern.bank == 0 && !alone) pattern.bank = number;
         const Load_Result one = Load_Row(session, ask, file.path, mode, {Status::Done(), std::move(pattern)}, notes);
-        if (one == Load_Result::table_full) return one;
+        if (one == Load_Result::table_full || (file.alike && one != Load_Result::added)) return one;
         if (one == Load_Result::failed || result == Load_Result::added) result = one;
     }
     return result;

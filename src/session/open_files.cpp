@@ -108,6 +108,14 @@ Open_Result Open_Prf_File(Session& session, Ask& ask, const std::string& name) {
     return Load_All(session, ask, {.paths = files}, Read_Refined_File);
 }
 
+Open_Result Open_Raw_File(Session& session, Ask& ask, const std::string& name) {
+    const std::vector<std::string> files = Named_Or_Selected(ask, Row_Of(File_Kind::raw_data), name);
+    if (files.empty()) return Nothing_Chosen();
+    const std::optional<bool> correct = ask.Efficiency_Correction();
+    if (!correct) return Nothing_Chosen();
+    return Load_All(session, ask, {.paths = files}, [correct](const std::string& file) { return Read_Raw_File(file, *correct); });
+}
+
 Status Open_File_By_Extension(Session& session, Ask& ask, const std::string& name, Open_Result& result) {
     const std::string_view text = Trim_Right(name);
     if (text.empty()) return Status::Fail("Bad name: len_trim=0");

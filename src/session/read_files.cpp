@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "base/text.hpp"
+#include "patterns/multi_detector_raw.hpp"
 #include "patterns/prf.hpp"
 #include "patterns/read_pattern.hpp"
 #include "session/file_kinds.hpp"
@@ -60,6 +61,12 @@ Read_File Read_Refined_File(const std::string& path) {
     Read_File file{.path = path, .refined = true};
     file.patterns.resize(1);
     file.status = Read_Prf(path, file.patterns.front(), file.info);
+    return file;
+}
+
+Read_File Read_Raw_File(const std::string& path, bool correct) {
+    Read_File file{.path = path, .several = true, .alike = true};
+    file.status = Read_Multi_Detector_Raw(path, correct, file.patterns);
     return file;
 }
 

@@ -29,6 +29,7 @@ struct Read_File {
     Status status = {};    // failed: no pattern, and why
     std::vector<Diffraction_Pattern_Type> patterns = {};
     std::vector<std::string> messages = {};
+    bool alike = false;  // its patterns were measured together: what keeps one of them out keeps out those behind it
     PRF_Info_Add_Type info = {};
 };
 
@@ -37,6 +38,7 @@ Read_File Read_Pattern_File(const std::string& path,
                             const Format_Choice& choice);    // all banks, or the first, by a format; 0: by what it looks like
 Read_File Read_Any_File(const std::string& path, int code);  // by its kind; a pattern by `code`, 0: by what it looks like
 Read_File Read_Refined_File(const std::string& path);
+Read_File Read_Raw_File(const std::string& path, bool correct);  // a pattern a detector; `correct`: for the efficiencies
 
 class Files_Ahead {
 public:

@@ -12,11 +12,20 @@
 namespace vntl {
 namespace {
 
-// What a door makes of a name: "pattern", "profile", "list" or, at a door that is closed, "-".
+// What a door makes of a name: "pattern", "profile", "raw", "list" or, at a door that is closed, "-".
 std::string Kind_Behind(const File_Kind_Row* row) {
     if (row == nullptr) return "-";
     EXPECT_TRUE(row->open != nullptr) << row->filter_label;
-    return row->kind == File_Kind::refined_profile ? "profile" : row->kind == File_Kind::list_of_files ? "list" : "pattern";
+    switch (row->kind) {
+        case File_Kind::refined_profile:
+            return "profile";
+        case File_Kind::raw_data:
+            return "raw";
+        case File_Kind::list_of_files:
+            return "list";
+        default:
+            return "pattern";
+    }
 }
 
 TEST(File_Kinds, EachDoorTakesItsExtensions) {
@@ -38,6 +47,7 @@ TEST(File_Kinds, EachDoorTakesItsExtensions) {
         written,
         mixed,
         {{"prf", "PRF", "Prf", "xrf", "XRF", "Xrf"}, "profile", "profile", "profile", "drop"},
+        {{"3t2", "3T2", "g44", "G44", "3t2o"}, "raw", "raw", "raw", "drop"},
         {{"buf", "BUF"}, "list", "list", "list", "drop"},
         {{"Buf"}, "list", "-", "list", ""},
         {{"vns", "VNS", "raw", "txt", "x", "prfx", "dat2", "d.at"}, "-", "-", "pattern", ""},
@@ -54,9 +64,9 @@ TEST(File_Kinds, EachDoorTakesItsExtensions) {
             Scripted_Ask ask;
             Open_Files(session, ask, {name});  // it is not there: each reader has its own words for that
             const std::string head = "Error Message|ERROR in file: " + name + '\n';
-            EXPECT_EQ(ask.Last_Box(), row.one_of_several == "profile" ? head + "ERROR 00: File not found"
-                                      : row.one_of_several == "list"  ? "File doesn't exist...|File doesn't exist\n" + dir.path + '/' + name
-                                                                      : head + "The file " + name + " doesn't exist");
+            EXPECT_EQ(ask.Last_Box(), row.one_of_several == "profile" || row.one_of_several == "raw" ? head + "ERROR 00: File not found"
+                                      : row.one_of_several == "list" ? "File doesn't exist...|File doesn't exist\n" + dir.path + '/' + name
+                                                                     : head + "The file " + name + " doesn't exist");
         }
     for (const std::string name : {"", "f", "f.", "prf", "dir.prf/f", "dir.dat/"}) {
         EXPECT_EQ(Starts_With(name), nullptr) << name;

@@ -5,6 +5,7 @@
 #include "commands/file/exit.hpp"
 #include "commands/file/export_picture.hpp"
 #include "commands/file/opened.hpp"
+#include "commands/file/raw_dialog.hpp"
 #include "commands/file/save_list.hpp"
 #include "commands/file/save_pattern.hpp"
 #include "commands/plot/mouse.hpp"
@@ -68,7 +69,7 @@ constexpr Command commands[] = {
     {command::exit, "E&xit", "exit", Exit_Program, "Ctrl+Q", "Leave the program"},
 };
 
-std::vector<Dialog_Resource> Dialogs() { return {Progress_Dialog_Resource(), Save_Xys_Dialog_Resource()}; }
+std::vector<Dialog_Resource> Dialogs() { return {Progress_Dialog_Resource(), Save_Xys_Dialog_Resource(), Raw_Dialog_Resource()}; }
 
 }  // namespace
 
