@@ -90,14 +90,17 @@ void Load_List(benchmark::State& state) {
         return time;
     };
     double least_list = std::numeric_limits<double>::max(), least_names = least_list;
+    bool list_first = false;  // in turn: who comes second finds memory in pieces
     for ([[maybe_unused]] auto round : state) {
+        list_first = !list_first;
+        if (list_first) least_list = std::min(least_list, open({list}));
         least_names = std::min(least_names, open(names));
-        least_list = std::min(least_list, open({list}));
+        if (!list_first) least_list = std::min(least_list, open({list}));
     }
     state.counters["load_ms"] = least_list;
     state.counters["by_names"] = least_list / least_names;
 }
-BENCHMARK(Load_List)->Iterations(3)->Unit(benchmark::kMillisecond);
+BENCHMARK(Load_List)->Iterations(6)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 }  // namespace vntl
