@@ -36,17 +36,18 @@ bool Is_List(const std::string& name) {
     return kind != nullptr && kind->kind == File_Kind::list_of_files;
 }
 
-// A list names measurements: a list in a list might lead back to it.
-Status No_List_Among(const File_List& list, const std::string& path) {
-    for (const std::string& name : list.names)
+// A list names measurements: a list in a list might lead back to it, and what is a measurement itself names none.
+Status Check_Names(const std::vector<std::string>& names, std::string_view text, const std::string& path) {
+    const int look = IOsFileExists(names.front()) ? 0 : Recognised_By_Content(text.substr(0, recognised_head));
+    if (look != 0) return Status::Fail("The contents look like the format " + std::string(Mode_Of_Code(look)));
+    for (const std::string& name : names)
         if (Is_List(name) || name == path) return Status::Fail("It names a list of files: " + name);
     return Status::Done();
 }
 
-// `most`: names that the command can still take.
+// The names become paths. `most`: files that the command can still take.
 Status Read_List(const Configuration& config, const std::string& path, std::size_t most, File_List& list) {
-    const File_Kind_Row* const kind = File_Kind_Of(path);
-    if (kind != nullptr && kind->kind != File_Kind::list_of_files) return Status::Fail("It is no list of files");
+    if (File_Kind_Of(path) != nullptr && !Is_List(path)) return Status::Fail("It is no list of files");
     Text_File file;
     if (Status status = file.Open(path, most_bytes); status.failed) return status;
     const std::string_view text = Whole_Lines(file.Text());
@@ -54,12 +55,8 @@ Status Read_List(const Configuration& config, const std::string& path, std::size
     if (Status status = Read_File_List(text, most, list); status.failed) return status;
     if (list.names.empty()) return Status::Fail(most == 0 ? "There are too many files before it" : "It names no file");
     if (text.size() < file.Text().size() && list.first_left_out == 0) list.first_left_out = static_cast<int>(Count_Lines(text)) + 1;
-
-    const std::string directory(Directory_Part(path, config.sep));
-    for (std::string& name : list.names) name = Absolute_Path(config, name, directory);
-    const int look = IOsFileExists(list.names.front()) ? 0 : Recognised_By_Content(text.substr(0, recognised_head));
-    if (look != 0) return Status::Fail("The contents look like the format " + std::string(Mode_Of_Code(look)));
-    return No_List_Among(list, path);
+    for (std::string& name : list.names) name = Absolute_Path(config, name, std::string(Directory_Part(path, config.sep)));
+    return Check_Names(list.names, text, path);
 }
 
 Message_Box Refusal(std::string text, std::string_view title) {

@@ -220,8 +220,8 @@ void Load_Each(Session& session, Loading_Ask& ask, const Files_To_Open& files, s
         if (list != nullptr && list->first == done) MRU_Add(session, list->path);
         if (!Load_One(session, ask, path, std::move(file), list, notes, tally)) break;
         if (list != nullptr && list->behind == done + 1 && list->first_left_out > 0)
-            tally.told.push_back(Name_Of(session, list->path) + ": too many names, those from line " +
-                                 std::to_string(list->first_left_out) + " on were left out");
+            tally.told.insert(tally.told.begin(), Name_Of(session, list->path) + ": too many names, those from line " +
+                                                      std::to_string(list->first_left_out) + " on were left out");
     }
 }
 
