@@ -1,10 +1,11 @@
 // Titles of a picture in space and of its axes.
 //
-// As the cube turns, the room beside its edges changes. So a title tries many places, the best one first, until one is free: out from the
-// edge past the numbers of the scale, then to the side, and in the end with smaller letters.
+// As the cube turns, the room beside its edges changes. So a title has many places to choose from, and takes the free one that costs
+// least: out from the edge past the numbers of the scale, or farther along it, or with smaller letters.
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <limits>
 
 #include "base/page.hpp"
 #include "base/text.hpp"
@@ -15,11 +16,14 @@ namespace vntl {
 
 namespace {
 
-constexpr double apart = 8;                                 // page units between a title and anything else
-constexpr double farthest_out = 150, step = 3;              // page units
-constexpr double along_step = 0.03, farthest_along = 0.45;  // of the axis
-constexpr double cost_along = 3;                            // of a way along the axis beside the same way out from it
+constexpr double apart = 8;                     // page units between a title and anything else
+constexpr double farthest_out = 150, step = 3;  // page units
+constexpr double along_step = 0.03;             // of the axis
+constexpr int farthest_along = 15;              // steps
+constexpr double cost_along = 3;                // of a way along the axis beside the same way out from it
 constexpr double shrink = 0.93, smallest = 0.15;
+constexpr double cost_of_shrinking = 20;  // beside a way of so many page units
+
 constexpr double title_above = 0.38;   // base line of the title of the picture, share of the margin above the plot box
 constexpr double widest_title = 0.96;  // share of the area's width
 
@@ -80,8 +84,8 @@ std::vector<Presentation_3D::Label_Place> Presentation_3D::Places_Beside(const E
     const Point way = In_Page_Units(On_Page(edge.from), On_Page(edge.to));
     const double length = std::hypot(way.x, way.y);
     std::vector<Label_Place> places;
-    for (double shift = -farthest_along; shift <= farthest_along; shift += along_step) {
-        const double share = along + shift;
+    for (int turn = 0; turn <= 2 * farthest_along; ++turn) {  // nearest to the wanted place first
+        const double shift = (turn % 2 == 0 ? 1 : -1) * along_step * ((turn + 1) / 2), share = along + shift;
         if (share < 0 || share > 1) continue;
         Space_Point on_edge;
         for (std::size_t k = 0; k < 3; ++k) on_edge[k] = edge.from[k] + share * (edge.to[k] - edge.from[k]);
@@ -89,8 +93,8 @@ std::vector<Presentation_3D::Label_Place> Presentation_3D::Places_Beside(const E
         const double touches = half.x / unit_x * std::fabs(direction.x) + half.y / unit_y * std::fabs(direction.y);
         for (double out = 0; out <= farthest_out; out += step) {
             const double by = touches + out;
-            places.push_back({{at.x + direction.x * by * unit_x, at.y + direction.y * by * unit_y},
-                              out + cost_along * std::max(0.0, std::fabs(shift) - 1e-9) * length});
+            places.push_back(
+                {{at.x + direction.x * by * unit_x, at.y + direction.y * by * unit_y}, out + cost_along * std::fabs(shift) * length});
         }
     }
     return places;
@@ -133,7 +137,7 @@ void Presentation_3D::Draw_Label(std::size_t axis, std::string_view text, std::s
     Device& device = graphics_->device();
     Text_Style style = graphics_->Current_Text();
     style.justify = Justify::centre;
-    const bool upright = Contains(letters, "V");
+    const bool upright = Contains(letters, "V"), at_top = Contains(letters, "T");
     style.angle = upright ? 90 : 0;
     const Edge edge = axis == 2 ? Upright_Edge() : Floor_Edge(axis);
     const std::vector<Rect> taken = Taken(graphics_->Current_Text());
@@ -142,22 +146,28 @@ void Presentation_3D::Draw_Label(std::size_t axis, std::string_view text, std::s
     for (unsigned k = 0; k < 8; ++k)
         corners.push_back(page.See({static_cast<double>(k & 1), static_cast<double>(k >> 1 & 1), static_cast<double>(k >> 2)}));
 
-    for (double size = 1; size >= smallest; size *= shrink) {
+    struct Label {
+        Text_Style style;
+        Point middle, half;
+        double cost = std::numeric_limits<double>::infinity();
+    } best;
+    double size = 1, shrinking = 0;  // and what it costs
+    for (; size >= smallest && shrinking < best.cost; size *= shrink, shrinking += cost_of_shrinking) {
         Text_Style letter = style;
         letter.width *= size, letter.height *= size;
-        const double em = Em_Of_Cell(letter.width, letter.height);
-        const double half_long = 0.5 * device.Text_Width(text, letter), half_high = 0.5 * (cap_height + descent) * em;
+        const double half_long = 0.5 * device.Text_Width(text, letter);
+        const double half_high = 0.5 * (cap_height + descent) * Em_Of_Cell(letter.width, letter.height);
         const Point half = upright ? Point{half_high, half_long} : Point{half_long, half_high};
-        std::vector<Label_Place> places = Contains(letters, "T") ? Places_At_Top(edge, half) : Places_Beside(edge, label_at_[axis], half);
-        std::stable_sort(places.begin(), places.end(), [](const Label_Place& a, const Label_Place& b) { return a.cost < b.cost; });
-        const auto free = std::find_if(places.begin(), places.end(),
-                                       [&](const Label_Place& place) { return Is_Free(Around(place.middle, half), taken, corners); });
-        if (free == places.end()) continue;
-        const double base = 0.5 * (cap_height - descent) * em;  // of the base line below the middle
-        device.Text(upright ? Point{free->middle.x + base, free->middle.y} : Point{free->middle.x, free->middle.y - base}, text, letter);
-        titles_.push_back(Around(free->middle, half));
-        return;
+        for (const Label_Place& place : at_top ? Places_At_Top(edge, half) : Places_Beside(edge, label_at_[axis], half)) {
+            const double cost = place.cost + shrinking;
+            if (cost < best.cost && Is_Free(Around(place.middle, half), taken, corners)) best = {letter, place.middle, half, cost};
+        }
     }
+    if (!std::isfinite(best.cost)) return;
+    const double base =
+        0.5 * (cap_height - descent) * Em_Of_Cell(best.style.width, best.style.height);  // of the base line below the middle
+    device.Text(upright ? Point{best.middle.x + base, best.middle.y} : Point{best.middle.x, best.middle.y - base}, text, best.style);
+    titles_.push_back(Around(best.middle, best.half));
 }
 
 }  // namespace vntl
