@@ -11,6 +11,7 @@ namespace {
 
 constexpr int fine = 2;                          // samples along a side of a pixel
 constexpr std::size_t most_samples = 4'000'000;  // in hand at a time
+constexpr double steep = 6;                      // height of a triangle by its width
 constexpr double farthest = 1e7;                 // samples: beyond it nothing can show
 
 // Samples of a part of the picture, column by column, on which facets are laid: on a surface of reflections most are narrow and high.
@@ -36,6 +37,29 @@ public:
         const Side side(a, c);
         if (left < middle) Columns(left, middle, side, Side(a, b), argb);
         if (middle < right) Columns(middle, right, side, Side(b, c), argb);
+    }
+
+    // A triangle, and where it comes to a steep point at the top, the samples up to the point that lie beside it: so a reflection shows its
+    // whole height, however narrow it is.
+    void Facet_Triangle(const Point& a, const Point& b, const Point& c, std::uint32_t argb) {
+        Triangle(a, b, c, argb);
+        const auto [left, right] = std::minmax({a.x, b.x, c.x});
+        const auto [top, bottom] = std::minmax({a.y, b.y, c.y});
+        if (bottom - top < steep * (right - left) || bottom - top < 1) return;
+        const Point& tip = top == a.y ? a : top == b.y ? b : c;
+        if (!(tip.x >= bounds_.x1 && tip.x < bounds_.x2)) return;
+        const int x = static_cast<int>(tip.x);
+        const double middle = x + 0.5;
+        double end = bottom;  // of what the triangle leaves out of the column: all of it, where it holds no middle of a column
+        if (First_Beyond(left, bounds_.x1, bounds_.x2) < First_Beyond(right, bounds_.x1, bounds_.x2)) {
+            if (!(middle > left && middle < right)) return;
+            end = bottom;
+            for (const auto& [p, q] : {std::pair(&a, &b), std::pair(&b, &c), std::pair(&c, &a)})
+                if ((p->x < middle) != (q->x < middle)) end = std::min(end, p->y + (middle - p->x) * (q->y - p->y) / (q->x - p->x));
+        }
+        std::uint32_t* const column = Column(x) - bounds_.y1;
+        const int from = First_Beyond(top, bounds_.y1, bounds_.y2), to = First_Beyond(end, bounds_.y1, bounds_.y2);
+        if (from < to) std::fill(column + from, column + to, argb);
     }
 
     // With ends that go on by half the width, so that lines which meet leave no notch.
@@ -142,8 +166,8 @@ void Paint_Part(const Pixel_Buffer& target, const Pixel_Rect& part, const Facet_
             canvas.Line(samples[c[0]], samples[c[1]], line_width, argb);
             continue;
         }
-        canvas.Triangle(samples[c[0]], samples[c[1]], samples[c[2]], argb);
-        if (facet.count == 4) canvas.Triangle(samples[c[0]], samples[c[2]], samples[c[3]], argb);
+        canvas.Facet_Triangle(samples[c[0]], samples[c[1]], samples[c[2]], argb);
+        if (facet.count == 4) canvas.Facet_Triangle(samples[c[0]], samples[c[2]], samples[c[3]], argb);
     }
     canvas.Put_Back();
 }

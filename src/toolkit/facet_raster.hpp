@@ -1,8 +1,9 @@
 // Facets of a surface on pixels.
 //
 // Each pixel is sampled at four places. A facet covers the samples that it holds, so that two with a side in common leave none between them
-// and share none; a line covers those that lie nearer to it than half its width. A pixel shows the mean of its samples, and outlines come
-// out smooth. The cost is a step for each sample and a few for each facet.
+// and share none; but a steep point at the top shows up to its end, even where it is narrower than the samples stand apart. A line covers
+// the samples that lie nearer to it than half its width. A pixel shows the mean of its samples, and outlines come out smooth. The cost is a
+// step for each sample and a few for each facet.
 #pragma once
 
 #include "toolkit/device.hpp"
