@@ -50,6 +50,7 @@ struct Kept_Plot {
     bool log = false;         // the view is one of logarithms
     bool log_of_one = false;  // the plot form was that of logarithms of the only row
     Row_Shift shift;
+    int first_pattern = 0, last_pattern = 0;  // rows that maps show
 };
 
 struct Change_Record {

@@ -76,9 +76,9 @@ std::vector<Kept_Row> Keep_Rows(const Profile_Store& store, const std::vector<in
 Kept_Plot Keep_Plot(const Session& session) {
     const Plot_State& plot = session.plot;
     const Calculation_Lists& lists = session.lists;
-    return {lists.peaks,      lists.background, lists.hklgen,      lists.fit,          plot.xspace,
-            plot.xlabel_text, plot.ylabel_text, plot.Shown_View(), plot.Whole_Range(), plot.y_prf_bottom,
-            plot.diff_base,   plot.diff_band,   plot.Is_Log(),     plot.log_of_one,    session.shift};
+    return {lists.peaks,      lists.background,  lists.hklgen,       lists.fit,          plot.xspace,      plot.xlabel_text,
+            plot.ylabel_text, plot.Shown_View(), plot.Whole_Range(), plot.y_prf_bottom,  plot.diff_base,   plot.diff_band,
+            plot.Is_Log(),    plot.log_of_one,   session.shift,      plot.first_pattern, plot.last_pattern};
 }
 
 // --- going back, or forward again --------------------------------------------------------------------------------------------------
@@ -149,6 +149,8 @@ void Set_Plot(Session& session, Kept_Plot kept) {
     if (plot.ClickMode != Click_Mode::reflections) session.lists.hklgen = std::move(kept.hklgen);
     session.lists.fit = std::move(kept.fit);
     session.shift = kept.shift;
+    plot.first_pattern = kept.first_pattern;
+    plot.last_pattern = kept.last_pattern;
     plot.xlabel_text = std::move(kept.xlabel_text);
     plot.ylabel_text = std::move(kept.ylabel_text);
     if (plot.Is_Log() != kept.log) return;
@@ -230,6 +232,8 @@ bool Row_Change::Keep(bool with_previous) {
     open_ = false;
     Change_History& history = session_.store.changes;
     Tell_Rows_That_Came();
+    const bool map_of_all = session_.plot.last_pattern == rows_before_;
+    if (map_of_all && !record_.came.empty()) session_.plot.last_pattern = session_.store.nperfiles();
     record_.with_previous = with_previous;
     if (too_large_ || record_.Bytes() > Change_History::most_bytes) {
         session_.interface.Status_Text(1, "The " + record_.text + " is too large to be undone");

@@ -35,7 +35,8 @@ std::string Bytes_Of(const Session& s) {
         bytes += s.store.shown(row) ? 's' : 'h';
         bytes += s.store.show_ycalc_of[static_cast<std::size_t>(row - 1)] ? 'c' : '-';
     }
-    Put(bytes, std::vector<int>{s.store.profiles_uniform, s.store.show_reflections, s.store.ProfilePRFactive, s.store.prf_loaded});
+    Put(bytes, std::vector<int>{s.plot.first_pattern, s.plot.last_pattern, s.store.profiles_uniform, s.store.show_reflections,
+                                s.store.ProfilePRFactive, s.store.prf_loaded});
     Put(bytes, std::vector{s.shift.x, s.shift.y});
     const View view = s.plot.Shown_View(), all = s.plot.Whole_Range();
     for (const View& v : {view, all}) Put(bytes, std::vector{v.x1, v.x2, v.y1, v.y2});
