@@ -17,7 +17,7 @@ constexpr const char* files =
     "rising.xye|rising.xye|calculated.xys|calculated.xys|mixed_case.Xy|eleven_points.dat|eleven_points.dat|flight.xye|no_extension|text."
     "txt|"
     "refined.prf|refined.prf|cut.prf|peaks.xrf|falling.xye|noise.xye|empty.dat|ten_points.dat|huge_claim.dat|strange.dat|home|missing.xye|"
-    "missing.buf|good.buf|good.buf|mixed.buf|bad.buf|\"\"|\"odd \\\" #.xye\"|/";
+    "missing.buf|good.buf|good.buf|mixed.buf|bad.buf|bank.3t2|saved.dat|saved.xys|\"\"|\"odd \\\" #.xye\"|/";
 constexpr const char* keys = "Escape|Escape|Enter|Tab|Space|Backspace|Delete|Left|Up|Home|End|F1|F5|Back|Forward|a|z|\"#\"";
 constexpr const char* fields = "1|2|1001|1002|1003|1004|1010|1599|1603|1701|1702|\"Free Format (Inst. 0)\"|OK|Cancel|Text";
 constexpr const char* formats = "1002|1003|1004|1005|1006|1007|1008|1009|1010|1011|1599|1600|1601|1602|1603";
@@ -44,11 +44,12 @@ constexpr const char* commands =
 constexpr const char* dialogs =
     "40100|40123|40101|40162|40163|40020|40090|40092|40180|40159|40017|40042|40043|40089|40081|40087|40088|40023|40149|40115|40124|40151|"
     "40034|"
-    "40220|40222|40025|40025|40026|40036|40037|40141|40141|40158|40158";
+    "40220|40222|40025|40025|40026|40036|40037|40141|40141|40158|40158|40157|40208|40209|40209";
 constexpr const char* dialog_fields =
     "1020|1021|1282|1330|1647|1226|1227|1530|1531|1666|1314|1316|1317|1327|1306|1307|1356|1357|1358|1359|1712|1713|1714|1715|1721|1722|"
     "1732|"
-    "1741|1802|1804|1812|1821|1822|1823|1824|1794|1795|1796|1799|1845|1848|1849|1850|1450|1451|1453|1460|1460|1461|1463|1465|1470|1473";
+    "1741|1802|1804|1812|1821|1822|1823|1824|1794|1795|1796|1799|1845|1848|1849|1850|1450|1451|1453|1460|1460|1461|1463|1465|1470|1473|"
+    "2101|2102|2105|2106|2112";
 constexpr const char* dialog_buttons =
     "1|1|1|2|1437|1438|1441|1442|1332|1333|1528|1529|1532|1533|1534|1665|1328|1716|1717|1724|1725|1738|1739|1740|1752|1753|1754|1782|1800|"
     "1800|2002|2003|2004|2006";
@@ -84,7 +85,9 @@ public:
         if (choice < 8) return Files("drop");
         if (choice < 14) return Files("open") + (Below(2) == 0 ? Format_Answers() : "");
         if (choice < 17)
-            return "files " + (Below(2) == 0 ? One_Of(files) : One_Of("cancel|cancel|a.png|b.svg|c.gif|/x/d.ps|good.buf|saved.buf"));
+            return "files " + (Below(2) == 0
+                                   ? One_Of(files)
+                                   : One_Of("cancel|cancel|a.png|b.svg|c.gif|/x/d.ps|good.buf|saved.buf|saved|saved.xys|bank.3t2"));
         if (choice < 27) return Command();
         if (choice < 32) return Dialog();
         if (choice < 35) return "command " + One_Of(modes);
@@ -187,6 +190,7 @@ protected:
         std::ofstream(directory / "good.buf") << "TITLE listed\nrising.xye\ncalculated.xys\n";
         std::ofstream(directory / "mixed.buf") << "flight.xye\neleven_points.dat\nrefined.prf\nrising.xye\n";
         std::ofstream(directory / "bad.buf") << "rising.xye\nmissing.xye\n";
+        std::ofstream(directory / "bank.3t2") << "\nlambda : 1.2\n\n2 3 9 0.5\n:1\n:10\n:1e5\n:0\n:295\n\n\n:counts\n1 2 3 4 5 6\n";
         std::ofstream(directory / "text.txt") << "Two lines\nof text";
     }
 };
