@@ -1,9 +1,5 @@
 // The writers of .dat and .xys: columns as gfortran 12 prints them by the same edit descriptors, and what is written reads back to the
 // same bytes.
-#include <algorithm>
-#include <chrono>
-#include <limits>
-
 #include "patterns/free_format.hpp"
 #include "patterns/testing.hpp"
 #include "patterns/write_dat.hpp"
@@ -182,17 +178,6 @@ TEST(Write_Pattern, WhatIsReadBackIsWrittenAgainToTheSameBytes) {
         if (p.sigma.empty()) back.sigma.clear();  // of a row beyond those that keep it
         EXPECT_EQ(Xys(back), columns) << columns.substr(0, 400);
     }
-}
-
-TEST(Write_Pattern, AMillionPointsTakeAMoment) {
-    const Pattern p = Made(1'000'000, Steps(5, 0.0001), Sine(5000));
-    const auto start = std::chrono::steady_clock::now();
-    const std::size_t bytes = Dat_Text(p).size() + Xys(p).size();
-    EXPECT_GT(bytes, 57'000'000u);
-    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(15));
-    Pattern none = Made(20, Steps(1, 1), Sine(5));
-    none.y[3] = std::numeric_limits<float>::quiet_NaN();
-    EXPECT_NE(Dat_Text(none).find("NaN"), std::string::npos);
 }
 
 }  // namespace
