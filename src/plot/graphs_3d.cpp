@@ -98,11 +98,12 @@ Drawn Plot_3D_Surface(const Scene& scene, Graphics& g, float rotation, float ele
     p.IPgUnitsXYZ(*first, *last, *left, *right, grid.z_min, grid.z_max);
     p.IPgWalls(floor_grey, left_grey, right_grey);
     g.IGrColour("Black");
-    p.IPgFrame();
+    p.IPgFrame(Presentation_3D::Edges::back);
     p.IPgSurf3Data({grid.grid_x, grid.grid_y, grid.grid_z}, {.option = Option_Of(prefs.surface_type),
                                                              .lattice = prefs.surface_lattice,
                                                              .least = prefs.surface_min_colour,
                                                              .most = prefs.surface_max_colour});
+    p.IPgFrame(Presentation_3D::Edges::front);
     g.IGrColour("Blue");
     g.WGrTextFont(title_font, 0, 0.02f, 0.04f);
     p.IPgTitle(Trim(prefs.surface_title));

@@ -199,7 +199,7 @@ TEST_F(Many_Patterns, PreferencesReachThePicture) {
     const auto holds = [&](std::size_t i, const std::string& text) {
         return pictures[i].dump().find('"' + text + '"') != std::string::npos;
     };
-    EXPECT_TRUE(holds(0, "Heating") && holds(0, "1 Min") && holds(0, "12 Max") && !holds(0, "13") && holds(0, "Pattern"));
+    EXPECT_TRUE(holds(0, "Heating") && holds(0, "1 Min") && holds(0, "12 Max") && !holds(0, "20 Max") && holds(0, "Pattern"));
     EXPECT_TRUE(holds(1, "Heating (Log-Scale)"));
 }
 
