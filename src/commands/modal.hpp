@@ -32,4 +32,23 @@ void Refuse_Cell(int grid, int column, int row, const std::string& text);
 // and nothing.
 std::optional<float> Number_In_Field(int field, std::string_view name);
 
+// A field of a dialog for a number of a record, and the record that the fields of the dialog in front tell; nothing where one of them holds
+// no number.
+template <class Record>
+struct Number_Field {
+    int field;
+    const char* label;
+    float Record::*number;
+};
+template <class Record, std::size_t count>
+std::optional<Record> Record_In_Fields(const Number_Field<Record> (&fields)[count]) {
+    Record record;
+    for (const Number_Field<Record>& field : fields) {
+        const std::optional<float> number = Number_In_Field(field.field, field.label);
+        if (!number) return {};
+        record.*field.number = *number;
+    }
+    return record;
+}
+
 }  // namespace vntl

@@ -34,25 +34,10 @@ std::string Proposed_Name(const Session& session, int row, const Save_Form& form
     return of_no_file || proposed == name ? std::string() : proposed;
 }
 
-struct Number_Field {
-    int field;
-    const char* label;
-    float Xys_Choice::*number;
-};
-constexpr Number_Field number_fields[] = {{xmin_field, "Xmin =", &Xys_Choice::xmin},
-                                          {xmax_field, "Xmax =", &Xys_Choice::xmax},
-                                          {slope_field, "A =", &Xys_Choice::slope},
-                                          {at_0_field, "B =", &Xys_Choice::at_0}};
-
-std::optional<Xys_Choice> Choice_In_Fields() {
-    Xys_Choice choice;
-    for (const Number_Field& field : number_fields) {
-        const auto number = Number_In_Field(field.field, field.label);
-        if (!number) return {};
-        choice.*field.number = *number;
-    }
-    return choice;
-}
+constexpr Number_Field<Xys_Choice> number_fields[] = {{xmin_field, "Xmin =", &Xys_Choice::xmin},
+                                                      {xmax_field, "Xmax =", &Xys_Choice::xmax},
+                                                      {slope_field, "A =", &Xys_Choice::slope},
+                                                      {at_0_field, "B =", &Xys_Choice::at_0}};
 
 std::optional<Xys_Choice> Ask_Choice(const Diffraction_Pattern_Type& pattern) {
     WDialogLoad(xys_dialog);
@@ -62,7 +47,7 @@ std::optional<Xys_Choice> Ask_Choice(const Diffraction_Pattern_Type& pattern) {
     WDialogPutReal(at_0_field, 0);
     WDialogShow(xmin_field, Show_Kind::modal);
     std::optional<Xys_Choice> choice;
-    while (!choice && Run_Modal(xys_dialog) == button_ok) choice = Choice_In_Fields();
+    while (!choice && Run_Modal(xys_dialog) == button_ok) choice = Record_In_Fields(number_fields);
     WDialogUnload();
     return choice;
 }
@@ -70,7 +55,7 @@ std::optional<Xys_Choice> Ask_Choice(const Diffraction_Pattern_Type& pattern) {
 }  // namespace
 
 Dialog_Resource Save_Xys_Dialog_Resource() {
-    const auto number = [](const Number_Field& field, std::string format) {
+    const auto number = [](const Number_Field<Xys_Choice>& field, std::string format) {
         return Dialog_Field{
             .number = field.field, .kind = Field_Kind::real, .label = field.label, .width = 12, .format = std::move(format)};
     };

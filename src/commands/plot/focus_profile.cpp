@@ -12,23 +12,8 @@ namespace {
 constexpr int focus_dialog = 425;
 enum Field { note = 1820, xmin, xmax, ymin, ymax };
 
-struct Limit {
-    int field;
-    const char* label;
-    float View::*value;
-};
-constexpr Limit limits[] = {{xmin, "Xmin =", &View::x1}, {xmax, "Xmax =", &View::x2}, {ymin, "Ymin", &View::y1}, {ymax, "Ymax", &View::y2}};
-
-// Nothing where a field holds no number, which has been told then.
-std::optional<View> View_Of_Fields() {
-    View view;
-    for (const Limit& limit : limits) {
-        const auto value = Number_In_Field(limit.field, limit.label);
-        if (!value) return {};
-        view.*limit.value = *value;
-    }
-    return view;
-}
+constexpr Number_Field<View> limits[] = {
+    {xmin, "Xmin =", &View::x1}, {xmax, "Xmax =", &View::x2}, {ymin, "Ymin", &View::y1}, {ymax, "Ymax", &View::y2}};
 
 bool Show(Plot_State& plot, const View& view) {
     const bool falling_x = !(view.x1 < view.x2);
@@ -45,7 +30,7 @@ bool Show(Plot_State& plot, const View& view) {
 }  // namespace
 
 Dialog_Resource Focus_Profile_Dialog_Resource() {
-    const auto real = [](const Limit& limit) {
+    const auto real = [](const Number_Field<View>& limit) {
         return Dialog_Field{.number = limit.field, .kind = Field_Kind::real, .label = limit.label, .width = 14};
     };
     return {focus_dialog,
@@ -59,11 +44,11 @@ Dialog_Resource Focus_Profile_Dialog_Resource() {
 Status Focus_Profile(Session& session) {
     const View view = session.plot.Shown_View();
     WDialogLoad(focus_dialog);
-    for (const Limit& limit : limits) WDialogPutReal(limit.field, view.*limit.value);
+    for (const auto& limit : limits) WDialogPutReal(limit.field, view.*limit.number);
     WDialogShow(xmin, Show_Kind::modal);
     Status status = Status::Cancel();
     while (status.cancelled && Run_Modal(focus_dialog) == button_ok)
-        if (const auto given = View_Of_Fields(); given && Show(session.plot, *given)) status = Status::Done();
+        if (const auto given = Record_In_Fields(limits); given && Show(session.plot, *given)) status = Status::Done();
     WDialogUnload();
     return status;
 }
