@@ -1,6 +1,6 @@
 // A series of patterns in space: lines one behind another, or a surface.
 #include <algorithm>
-#include <array>
+#include <cmath>
 #include <vector>
 
 #include "base/text.hpp"
@@ -19,6 +19,15 @@ constexpr int no_label = 1;  // place of a y label
 
 // A y label that stands at the top, in the middle or at the bottom of a graph has the same place along an axis that leads into the depth.
 float Along_Axis(int ylabel_pos) { return ylabel_pos <= 4 ? 0.9f : ylabel_pos <= 7 ? 0.5f : 0.1f; }
+
+// Equal intensities stand in the middle of an axis.
+void Set_Units(Presentation_3D& p, float first, float last, float x1, float x2, float low, float high) {
+    if (!(low < high)) {
+        const float half = 0.5f * std::max(1.0f, std::fabs(low));
+        low -= half, high += half;
+    }
+    p.IPgUnitsXYZ(first, last, x1, x2, low, high);
+}
 
 // The page, and a box of data as the view turns it.
 Presentation_3D Page_In_Space(const Scene& scene, Graphics& g, Colour background, float rotation, float elevation) {
@@ -67,7 +76,7 @@ void Draw_Lines(const Scene& scene, Presentation_3D& p, int n, const View& windo
 Drawn Plot_3D_Lines(const Scene& scene, Graphics& g, int n, const View& window, float rotation, float elevation) {
     n = std::clamp(n, 0, scene.store.nperfiles());
     Presentation_3D p = Page_In_Space(scene, g, scene.prefs.graph3d.graph3d_background, rotation, elevation);
-    p.IPgUnitsXYZ(0, static_cast<float>(std::max(n - 1, 1)), window.x1, window.x2, window.y1, window.y2);
+    Set_Units(p, 0, static_cast<float>(std::max(n - 1, 1)), window.x1, window.x2, window.y1, window.y2);
     g.IGrColour("Black");
     g.WGrTextFont(text_font, 0, 0.013333f, 0.04f);
     p.IPgTitle(Trim(scene.prefs.graph3d.graph3d_title));
@@ -95,7 +104,7 @@ Drawn Plot_3D_Surface(const Scene& scene, Graphics& g, float rotation, float ele
     if (grid.grid_z.empty()) return {window, {}, scene.plot.ylabel_text};
     const auto [left, right] = std::minmax_element(grid.grid_x.begin(), grid.grid_x.end());
     const auto [first, last] = std::minmax_element(grid.grid_y.begin(), grid.grid_y.end());
-    p.IPgUnitsXYZ(*first, *last, *left, *right, grid.z_min, grid.z_max);
+    Set_Units(p, *first, *last, *left, *right, grid.z_min, grid.z_max);
     p.IPgWalls(floor_grey, left_grey, right_grey);
     g.IGrColour("Black");
     p.IPgFrame(Presentation_3D::Edges::back);

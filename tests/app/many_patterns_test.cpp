@@ -203,6 +203,19 @@ TEST_F(Many_Patterns, PreferencesReachThePicture) {
     EXPECT_TRUE(holds(1, "Heating (Log-Scale)"));
 }
 
+// An axis without extent of its own would have no place for them.
+TEST_F(Many_Patterns, EqualIntensitiesStandInTheMiddleOfTheirAxis) {
+    Make(4);
+    for (int row = 1; row <= 4; ++row) {
+        std::ofstream file(directory / ("s" + std::to_string(row) + ".xys"));
+        for (int i = 0; i <= 20; ++i) file << 10 + i << " 7 1\n";
+    }
+    const auto pictures = Do(Command(lines_3d) + ";print picture;" + Command(surface) + ";print picture").With("texts");
+    for (const Json& picture : pictures)
+        for (const char* number : {"\"4\"", "\"7\"", "\"10\""})
+            EXPECT_NE(picture["texts"].dump().find(number), std::string::npos) << number;
+}
+
 TEST_F(Many_Patterns, EveryFormIsWrittenToEveryKindOfFile) {
     Make({300, 310, 320, 330, 340});
     std::string script;
