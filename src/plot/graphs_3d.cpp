@@ -1,6 +1,8 @@
 // A series of patterns in space: lines one behind another, or a surface.
 #include <algorithm>
 #include <cmath>
+#include <memory>
+#include <thread>
 #include <vector>
 
 #include "base/text.hpp"
@@ -57,10 +59,8 @@ unsigned Option_Of(int surface_type) {
 }
 
 // The rows, the farthest first.
-void Draw_Lines(const Scene& scene, Presentation_3D& p, int n, const View& window) {
+void Draw_Rows(const Scene& scene, const Presentation_3D& p, int n, bool first_is_nearest) {
     Graphics& g = p.graphics();
-    const float middle = 0.5f * (window.x1 + window.x2), foot = window.y1;
-    const bool first_is_nearest = p.Depth(0, middle, foot) < p.Depth(n - 1, middle, foot);
     std::vector<float> place;
     for (int i = 1; i <= n; ++i) {
         const int row = first_is_nearest ? n + 1 - i : i;
@@ -69,6 +69,20 @@ void Draw_Lines(const Scene& scene, Presentation_3D& p, int n, const View& windo
         g.IGrColourN(scene.prefs.Style_Of_Row(row).line_colour);
         p.IPgXYZLine(place, pattern.x, pattern.y);
     }
+}
+
+// Many points are worth a thread for each half of the picture.
+void Draw_Lines(const Scene& scene, const Presentation_3D& p, int n, const View& window) {
+    constexpr long long many_points = 200'000;
+    const float middle = 0.5f * (window.x1 + window.x2), foot = window.y1;
+    const bool first_is_nearest = p.Depth(0, middle, foot) < p.Depth(n - 1, middle, foot);
+    long long points = 0;
+    for (int row = 1; row <= n; ++row) points += scene.store.Pattern(row).npts;
+    const auto bands = points < many_points ? std::vector<std::unique_ptr<Device>>() : p.graphics().device().Bands();
+    if (bands.empty()) return Draw_Rows(scene, p, n, first_is_nearest);
+    std::vector<std::jthread> threads;
+    for (const auto& band : bands)
+        threads.emplace_back([&, g = p.graphics().On(*band)]() mutable { Draw_Rows(scene, p.On(g), n, first_is_nearest); });
 }
 
 }  // namespace

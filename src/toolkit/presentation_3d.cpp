@@ -28,6 +28,12 @@ double Room_Along(Point from, Point to, double width, double height) {
 
 // --- units and view ----------------------------------------------------------------------------------------------------------
 
+Presentation_3D Presentation_3D::On(Graphics& graphics) const {
+    Presentation_3D other = *this;
+    other.graphics_ = &graphics;
+    return other;
+}
+
 void Presentation_3D::IPgArea(float x1, float y1, float x2, float y2) {
     bx1_ = x1, by1_ = y1, bx2_ = x2, by2_ = y2;
     Forget_Texts();

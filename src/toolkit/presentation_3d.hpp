@@ -19,6 +19,7 @@ namespace vntl {
 class Presentation_3D {
 public:
     explicit Presentation_3D(Graphics& graphics) : graphics_(&graphics) {}
+    Presentation_3D On(Graphics& graphics) const;  // its state, on another drawing
     Graphics& graphics() const { return *graphics_; }
 
     void IPgArea(float x1, float y1, float x2, float y2);                          // plot box, fractions of the area

@@ -49,17 +49,23 @@ TEST_F(Bands, GiveThePictureOfASingleThread) {
     Exclude(2, 11, 12.5f);
     session.store.Pattern(8).sigma.assign(few, 20);
     for (const auto& [width, height] : {std::pair{800, 500}, {643, 411}}) {
-        for (const auto& [x1, x2] : {std::pair{10.0f, 14.0f}, {11.9973f, 12.0011f}}) {
-            Bitmap bands(width, height), whole(width, height);
-            Graphics g(bands.Drawing());
-            plot_graph2d(Scene_Of(session), g, 9, {x1, x2, 0, 1100});
+        const auto different = [&, w = width, h = height](const auto& draw) {
+            Bitmap bands(w, h), whole(w, h);
+            Graphics of_bands(bands.Drawing());
+            draw(of_bands);
             Whole device(whole.Drawing());
-            Graphics h(device);
-            plot_graph2d(Scene_Of(session), h, 9, {x1, x2, 0, 1100});
-            int different = 0;
-            for (int y = 0; y < height; ++y)
-                for (int x = 0; x < width; ++x) different += bands.Pixel(x, y) != whole.Pixel(x, y);
-            EXPECT_EQ(different, 0) << width << ' ' << x1;
+            Graphics of_whole(device);
+            draw(of_whole);
+            int count = 0;
+            for (int y = 0; y < h; ++y)
+                for (int x = 0; x < w; ++x) count += bands.Pixel(x, y) != whole.Pixel(x, y);
+            return count;
+        };
+        for (const auto& [x1, x2] : {std::pair{10.0f, 14.0f}, {11.9973f, 12.0011f}}) {
+            const View window{x1, x2, 0, 1100};
+            EXPECT_EQ(different([&](Graphics& g) { plot_graph2d(Scene_Of(session), g, 9, window); }), 0) << width << ' ' << x1;
+            for (const float rotation : {0.0f, 40.0f, -100.0f})
+                EXPECT_EQ(different([&](Graphics& g) { Plot_3D_Lines(Scene_Of(session), g, 9, window, rotation, 22); }), 0) << rotation;
         }
     }
 }
