@@ -238,7 +238,7 @@ TEST_F(Profile_Dialogs, ShiftNormalizationAndFocusTakeNumbers) {
         "command 40026\nset 1812 0.5\npress OK\nprint data 1\ncommand 40506\nprint data 1\n");
     EXPECT_EQ(Told(normalized),
               (Texts{"Normalization impossible: non-uniform profiles", "Normalization Monitor: \"none\" is not a number"}));
-    EXPECT_EQ(Field(normalized.With("dialog").at(0), 1811)["value"], "2000");
+    EXPECT_EQ(Field(normalized.With("dialog").at(0), 1811)["value"], "2000.00");
     EXPECT_EQ(normalized.Marked(), (std::vector<std::vector<int>>{{}, {1812}}));
     const auto data = normalized.With("x");
     const std::vector<double> first{60, 180, 40, 60};

@@ -22,6 +22,13 @@ const std::vector<Dialog_Field>& Ok_Cancel() {
 
 Dialog_Field Real(int number, const char* label) { return {.number = number, .kind = Field_Kind::real, .label = label, .width = 14}; }
 
+// Many counts are read better than a power of ten.
+Dialog_Field Counts(int number, const char* label) {
+    Dialog_Field field = Real(number, label);
+    field.format = "(f22.2)";
+    return field;
+}
+
 // Runs the shown dialog until what it asks for is done, or the user leaves it.
 template <class Do>
 Status Run(int dialog, Do done) {
@@ -62,7 +69,7 @@ Dialog_Resource Shift_Profiles_Dialog_Resource() {
 Dialog_Resource Normalize_Monitor_Dialog_Resource() {
     return {normalize_dialog,
             "Normalize Profiles (Same Monitor)",
-            {{Real(average, "Average Monitor:")}, {Real(normalization, "&Normalization Monitor:")}, Ok_Cancel()}};
+            {{Counts(average, "Average Monitor:")}, {Counts(normalization, "&Normalization Monitor:")}, Ok_Cancel()}};
 }
 
 Status Shift_Profiles(Session& session) {
