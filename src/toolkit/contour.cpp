@@ -9,6 +9,7 @@
 #include "base/page.hpp"
 #include "toolkit/contour_lines.hpp"
 #include "toolkit/map_values.hpp"
+#include "toolkit/mixed_colour.hpp"
 #include "toolkit/presentation.hpp"
 
 namespace vntl {
@@ -22,14 +23,6 @@ constexpr std::size_t most_cells = 300'000;  // that lines go through
 
 Rect Common(const Rect& a, const Rect& b) {
     return {std::max(a.x1, b.x1), std::max(a.y1, b.y1), std::min(a.x2, b.x2), std::min(a.y2, b.y2)};
-}
-
-// Between two colours: share 0 is the first one, 1 the other.
-Colour Mixed(Colour a, Colour b, double share) {
-    const auto mix = [share](unsigned one, unsigned other) {
-        return static_cast<unsigned>(one + share * (static_cast<double>(other) - static_cast<double>(one)) + 0.5);
-    };
-    return WRGB(mix(Red(a), Red(b)), mix(Green(a), Green(b)), mix(Blue(a), Blue(b)));
 }
 
 // A grid in device units.

@@ -4,6 +4,8 @@
 #include <array>
 #include <cmath>
 
+#include "toolkit/mixed_colour.hpp"
+
 namespace vntl {
 
 namespace {
@@ -15,17 +17,9 @@ constexpr double relief = 0.25;  // by which slopes are multiplied for their sha
 constexpr double darkest = 0.4, brightness_range = 0.75;
 constexpr Space_Point light = {-0.64, -0.48, 0.6};  // across, away, upward as seen; of length 1
 
-// From one colour to the other.
-Colour Between(Colour from, Colour to, double share) {
-    const auto channel = [&](unsigned a, unsigned b) {
-        return static_cast<unsigned>(std::lround(a + share * (static_cast<double>(b) - a)));
-    };
-    return WRGB(channel(Red(from), Red(to)), channel(Green(from), Green(to)), channel(Blue(from), Blue(to)));
-}
-
 // Darker below a brightness of 1, nearer to white above.
 Colour Shaded(Colour colour, double brightness) {
-    return brightness < 1 ? Between(0, colour, brightness) : Between(colour, WRGB(255, 255, 255), std::min(1.0, brightness - 1));
+    return brightness < 1 ? Mixed(0, colour, brightness) : Mixed(colour, WRGB(255, 255, 255), std::min(1.0, brightness - 1));
 }
 
 // The cells between the lines of one axis, and where among them the eye stands: from -1, before the first one, to their number, beyond the
@@ -71,7 +65,7 @@ public:
         const Point side = Turned(view);
         light_ = {-light[0] * side.y + light[1] * side.x, light[0] * side.x + light[1] * side.y, light[2]};
         for (int band = 0; band < surface_levels; ++band)
-            bands_[static_cast<std::size_t>(band)] = Between(look.least, look.most, static_cast<double>(band) / (surface_levels - 1));
+            bands_[static_cast<std::size_t>(band)] = Mixed(look.least, look.most, static_cast<double>(band) / (surface_levels - 1));
     }
 
     Surface_Facets Cut() {
@@ -118,7 +112,7 @@ private:
         if (!look_.banded || Band(lowest) == Band(highest)) {
             const double mean = 0.25 * (height(0) + height(1) + height(2) + height(3));
             const Colour colour = look_.banded      ? bands_[static_cast<std::size_t>(Band(lowest))]
-                                  : look_.graduated ? Between(look_.least, look_.most, mean)
+                                  : look_.graduated ? Mixed(look_.least, look_.most, mean)
                                                     : look_.least;
             Add({p.place, q.place, r.place, s.place}, 4, Lit(colour, brightness));
             return;

@@ -36,6 +36,7 @@ void Open_Recent(Application& app) {
 
 void Save_Picture(Application& app) { app.failed |= Export_Plot(app.session.config, app.ask).failed; }
 
+void Save_Buffer(Application& app) { Tell(app, Save_Buffer_File(app.session, app.ask)); }
 void Save_Dat(Application& app) { Tell(app, Save_Dat_File(app.session, app.ask)); }
 void Save_Xys(Application& app) { Tell(app, Save_Xys_File(app.session, app.ask)); }
 
@@ -55,8 +56,7 @@ constexpr Command commands[] = {
     {command::open_buffer, "Open Buffer file (*.buf)", "open_buffer", Open_Buffer, "", "Open the patterns that a buffer file names"},
     {command::save_free_format, "Free Format File (.dat)", "save", Save_Dat, "", "Write the first profile shown as counts in equal steps"},
     {command::save_xys, "XY / XYS Data File (.xys)", "", Save_Xys, "", "Write the first profile shown as columns of x, y and sigma"},
-    {command::save_buffer, "Save Buffer file...", "", Save_Buffer_File, "",
-     "Write the names of the measured patterns into one buffer file"},
+    {command::save_buffer, "Save Buffer file...", "", Save_Buffer, "", "Write the names of the measured patterns into one buffer file"},
     {command::save_picture, "Save Graphic into file...", "save_picture", Save_Picture, "Ctrl+E",
      "Write the picture as PNG, SVG, PDF or PostScript"},
     {command::print, "Print...", "print", nullptr, "", "Print the picture"},

@@ -1,21 +1,18 @@
 #include "commands/file/save_list.hpp"
 
-#include "commands/application.hpp"
 #include "commands/file/save_name.hpp"
 #include "session/list_of_files.hpp"
+#include "session/session.hpp"
 
 namespace vntl {
 
-void Save_Buffer_File(Application& app) {
+Status Save_Buffer_File(Session& session, Ask& ask) {
     constexpr Save_Form form = {"Save Buffer Data File", "Buffer Data File (*.buf)|*.buf|", ".buf", "Over Write BUF file?",
                                 "Unable to write buffer file!"};
     std::string text;
-    if (const Status status = List_Of_Rows(app.session, text); status.failed) return app.ask.Error(status.message);
-    const std::string file = Name_To_Save(app.session.config, app.ask, form);
-    if (file.empty()) return;
-    const Status status = Save_Text(form, file, text);
-    app.failed |= status.failed;
-    if (status.failed) app.ask.Error(status);
+    if (Status status = List_Of_Rows(session, text); status.failed) return status;
+    const std::string file = Name_To_Save(session.config, ask, form);
+    return file.empty() ? Status::Cancel() : Save_Text(form, file, text);
 }
 
 }  // namespace vntl
