@@ -119,7 +119,7 @@ Drawn Plot_Contour(const Scene& scene, Graphics& g, float x1, float x2, int firs
     const bool log = scene.plot.plot_type == Plot_Form::contour_log;
     Draw_Title_Text(scene, p, std::string(Trim(prefs.contour_title)) + (log ? " (Log-Scale)" : ""));
     Draw_Axis_Labels(scene, p, grid.Of_Temperatures() ? "Temperature" : "Pattern", false);
-    Draw_Plain_Scales(scene.prefs.graph2d, p, units);
+    Draw_Scales(scene, p, units);
     Page_Units(g);
     Draw_Frame(p);
     return {window, units, scene.plot.ylabel_text};

@@ -135,17 +135,10 @@ void Draw_Scales(const Scene& scene, Presentation& p, const View& window) {
     const Graph2D_Prefs& prefs = scene.prefs.graph2d;
     Select_Text(g, prefs.yscale);
     p.IPgYScale("TN", window.x1);
-    if (scene.store.prf_loaded && scene.prefs.prf.hide_negative) Hide_Negative_Numbers(scene.plot, prefs, p, window);
+    if (scene.store.prf_loaded && scene.prefs.prf.hide_negative && !scene.plot.Is_Map())
+        Hide_Negative_Numbers(scene.plot, prefs, p, window);
     Select_Text(g, prefs.xscale);
     p.IPgXScale("TN", window.y1);
-}
-
-void Draw_Plain_Scales(const Graph2D_Prefs& prefs, Presentation& p, const View& units) {
-    Graphics& g = p.graphics();
-    Select_Text(g, prefs.yscale);
-    p.IPgYScale("TN", units.x1);
-    Select_Text(g, prefs.xscale);
-    p.IPgXScale("TN", units.y1);
 }
 
 std::string Y_Title(const Scene& scene) {

@@ -12,7 +12,6 @@ void Draw_Page(const Plot_State&, Presentation&, Colour background, Colour foreg
 void Draw_Title(const Scene&, Presentation&, int n);
 void Draw_Title_Text(const Scene&, Presentation&, std::string_view title);
 void Draw_Scales(const Scene&, Presentation&, const View& window);  // with the numbers under zero of a refined profile hidden
-void Draw_Plain_Scales(const Graph2D_Prefs&, Presentation&, const View& units);
 void Draw_Axis_Labels(const Scene&, Presentation&, std::string_view y_title, bool log);
 void Draw_Target(const Plot_State&, Graphics&);
 void Draw_Frame(Presentation&);
