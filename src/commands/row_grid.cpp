@@ -20,6 +20,16 @@ void Put_Row_Texts(const Session& session, int grid, int column, const std::func
     WGridState(grid, column, field_read_only);
 }
 
+void Put_File_Names(const Session& session, int grid, int column) {
+    Put_Row_Texts(session, grid, column, [&](int row) { return session.store.Info(row).file_name; });
+}
+void Put_Kinds(const Session& session, int grid, int column) {
+    Put_Row_Texts(session, grid, column, [&](int row) { return std::string(Told(session.store.Info(row).kind)); });
+}
+void Put_Titles(const Session& session, int grid, int column) {
+    Put_Row_Texts(session, grid, column, [&](int row) { return session.store.Pattern(row).title; });
+}
+
 bool Is_Refined_Kind(const Session& session, int row) { return Is_Refined(session.store.Info(row).kind); }
 
 void Fix_Checks(const Session& session, int grid, int column, const std::function<bool(int row)>& fixed) {

@@ -15,6 +15,11 @@ void Label_Row_Grid(const Session&, int grid);
 // A whole column of texts, made of each row's number.
 void Put_Row_Texts(const Session&, int grid, int column, const std::function<std::string(int row)>& text);
 
+// The columns that most of these dialogs have.
+void Put_File_Names(const Session&, int grid, int column);
+void Put_Kinds(const Session&, int grid, int column);
+void Put_Titles(const Session&, int grid, int column);
+
 bool Is_Refined_Kind(const Session&, int row);  // "PRF" or "MONO": many operations pass such rows by
 
 // Checks of a column: off and not to be changed where `fixed` holds.

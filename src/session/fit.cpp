@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numeric>
 
 #include "base/os.hpp"
 #include "base/text.hpp"
@@ -311,7 +312,9 @@ void Keep_Fit(Session& session, const Fit_Problem& problem, const Fit_Result& re
 
 void Keep_First_Row(Profile_Store& store) {
     if (store.nperfiles() < 2) return;
-    while (store.nperfiles() > 1) store.Drop_Last();
+    std::vector<int> others(static_cast<std::size_t>(store.nperfiles() - 1));
+    std::iota(others.begin(), others.end(), 2);
+    store.Take_Out(others);
     store.changes.Forget();
 }
 

@@ -11,6 +11,7 @@
 #include "base/text.hpp"
 #include "toolkit/font_table.hpp"
 #include "toolkit/presentation_3d.hpp"
+#include "toolkit/title_fit.hpp"
 
 namespace vntl {
 
@@ -23,9 +24,6 @@ constexpr int farthest_along = 15;              // steps
 constexpr double cost_along = 3;                // of a way along the axis beside the same way out from it
 constexpr double shrink = 0.93, smallest = 0.15;
 constexpr double cost_of_shrinking = 20;  // beside a way of so many page units
-
-constexpr double title_above = 0.38;   // base line of the title of the picture, share of the margin above the plot box
-constexpr double widest_title = 0.96;  // share of the area's width
 
 Rect Around(Point middle, Point half) { return {middle.x - half.x, middle.y - half.y, middle.x + half.x, middle.y + half.y}; }
 
@@ -67,13 +65,11 @@ void Presentation_3D::IPgTitle(std::string_view text) {
     Device& device = graphics_->device();
     const Rect& area = graphics_->Area();
     const Rect box = Box();
-    Text_Style style = graphics_->Current_Text();
+    Text_Style style = Fitted(device, text, graphics_->Current_Text(), widest_title * (area.x2 - area.x1));
     style.justify = Justify::centre;
     style.angle = 0;
-    const double room = widest_title * (area.x2 - area.x1), width = device.Text_Width(text, style);
-    if (width > room) style.width *= room / width, style.height *= room / width;
-    const double em = Em_Of_Cell(style.width, style.height), half = 0.5 * std::min(width, room);
-    const Point at{0.5 * (area.x1 + area.x2), box.y2 + title_above * (area.y2 - box.y2)};
+    const double em = Em_Of_Cell(style.width, style.height), half = 0.5 * device.Text_Width(text, style);
+    const Point at{0.5 * (area.x1 + area.x2), box.y2 + title_share * (area.y2 - box.y2)};
     device.Text(at, text, style);
     titles_.push_back({at.x - half, at.y - descent * em, at.x + half, at.y + cap_height * em});
 }

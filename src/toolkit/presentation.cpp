@@ -10,29 +10,19 @@
 #include "base/text.hpp"
 #include "toolkit/font_table.hpp"
 #include "toolkit/presentation.hpp"
+#include "toolkit/title_fit.hpp"
 
 namespace vntl {
 
 namespace {
 
-constexpr double title_share = 0.38;            // base line of the title, share of the upper margin above the box
 constexpr double sub_title_share = 0.85;        // room of the sub-title's letters, share of what is left between title and box
 constexpr double xlabel_share = 0.60;           // of the x label, share of the lower margin under the box
 constexpr double ylabel_share = 0.74;           // of the y label, share of the left margin left of the box
 constexpr double right_label_share = 0.50;      // of the right y label, share of the right margin
 constexpr double widest_right_label = 0.80;     // share of the right margin
 constexpr double numbers_share = 0.66;          // room of the y numbers, share of the left margin
-constexpr double widest_title = 0.96;           // share of the area's width, or height
 constexpr double key_symbol = 28, key_gap = 8;  // page units
-
-// The style made small enough for the text to be no longer than `room`.
-Text_Style Fitted(const Device& device, std::string_view text, Text_Style style, double room) {
-    const double width = device.Text_Width(text, style);
-    if (width <= room || width <= 0) return style;
-    style.width *= room / width;
-    style.height *= room / width;
-    return style;
-}
 
 // The style made small enough for its letters to need no more than `room` between their tops and what hangs below the base line.
 Text_Style Lowered(Text_Style style, double room) {

@@ -45,8 +45,8 @@ void Fill_Sum(const Session& session, const Sum_Texts& texts) {
     const Profile_Store& store = session.store;
     WDialogPutString(sum_heading, texts.heading);
     Label_Row_Grid(session, sum_grid);
-    Put_Row_Texts(session, sum_grid, sum_file, [&](int row) { return store.Info(row).file_name; });
-    Put_Row_Texts(session, sum_grid, sum_title, [&](int row) { return store.Pattern(row).title; });
+    Put_File_Names(session, sum_grid, sum_file);
+    Put_Titles(session, sum_grid, sum_title);
     Put_Row_Texts(session, sum_grid, sum_points, [&](int row) { return std::to_string(store.Pattern(row).npts); });
     Set_Checks(session, sum_grid, sum_check, false);
     Fix_Checks(session, sum_grid, sum_check, [&](int row) { return Is_Refined_Kind(session, row); });
@@ -107,7 +107,7 @@ enum Multiply_Column { multiply_file = 1, multiply_check, multiply_shift, multip
 void Fill_Multiply(const Session& session) {
     const auto rows = static_cast<std::size_t>(session.store.nperfiles());
     Label_Row_Grid(session, multiply_grid);
-    Put_Row_Texts(session, multiply_grid, multiply_file, [&](int row) { return session.store.Info(row).file_name; });
+    Put_File_Names(session, multiply_grid, multiply_file);
     Set_Checks(session, multiply_grid, multiply_check, false);
     WGridPutReal(multiply_grid, multiply_shift, std::vector<float>(rows, 0));
     WGridPutReal(multiply_grid, multiply_factor, std::vector<float>(rows, 1));

@@ -18,10 +18,8 @@ namespace {
 constexpr float narrowest_zoom = 1e-6f;  // of x itself: less than that holds no two numbers of single precision
 constexpr float margin = 0.05f;          // of the range, kept above and below on the way back
 
-void Finish_Rectangle(Session& session, Ask& ask) {
+void Finish_Rectangle(Session& session, Ask& ask, const Rubber_Shape& rubber) {
     Plot_State& plot = session.plot;
-    const Rubber_Shape rubber = plot.rubber;
-    Lapse_Rubber(session);
     const Data_Point a = In_Data(plot, rubber.x0, rubber.y0), b = In_Data(plot, rubber.x1, rubber.y1);
     const bool click = Is_Click(rubber);
     const bool wide = std::fabs(a.x - b.x) > narrowest_zoom * std::max(std::fabs(a.x), std::fabs(b.x));
@@ -110,10 +108,7 @@ void Press_Left(Session& session, const WIN_MESSAGE& record, Data_Point at) {
 
 void Release_Left(Session& session, Ask& ask, const WIN_MESSAGE& record, Data_Point at) {
     if (session.plot.spectral.shown) Show_Spectral_Lines(session, false, at.x);
-    if (!session.plot.rubber.active) return;
-    session.plot.rubber.x1 = record.x;
-    session.plot.rubber.y1 = record.y;
-    Finish_Rectangle(session, ask);
+    if (session.plot.rubber.active) Finish_Rectangle(session, ask, End_Rubber(session, {record.x, record.y}));
 }
 
 }  // namespace

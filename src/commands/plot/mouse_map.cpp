@@ -38,10 +38,8 @@ Rows Rows_Between(const Session& session, float low, float high) {
     return {std::max(nearest(low), 1), std::min(nearest(high), all)};
 }
 
-void Finish_Band(Session& session, Ask& ask) {
-    Plot_State& plot = session.plot;
-    const Rubber_Shape rubber = plot.rubber;
-    Lapse_Rubber(session);
+void Finish_Rectangle(Session& session, Ask& ask, const Rubber_Shape& rubber) {
+    const Plot_State& plot = session.plot;
     const Data_Point a = In_Data(plot, rubber.x0, rubber.y0), b = In_Data(plot, rubber.x1, rubber.y1);
     if (Is_Click(rubber) || !(std::fabs(a.x - b.x) > narrowest_band)) return Plot_Redraw(session);
     const Rows rows = Rows_Between(session, std::min(a.y, b.y), std::max(a.y, b.y));
@@ -90,10 +88,8 @@ void MouseMovement_graph2dcontour(Session& session, Ask& ask, const Message& mes
             if (record.value1 == right_button) Go_Back(session, ask);
             break;
         case Message_Kind::mouse_up:
-            if (record.value1 != left_button || !plot.rubber.active) break;
-            plot.rubber.x1 = record.x;
-            plot.rubber.y1 = record.y;
-            Finish_Band(session, ask);
+            if (record.value1 == left_button && plot.rubber.active)
+                Finish_Rectangle(session, ask, End_Rubber(session, {record.x, record.y}));
             break;
         case Message_Kind::wheel:
             if (!plot.rubber.active) Turn_Wheel(session, at, record.value1 > 0);

@@ -147,6 +147,14 @@ void Lapse_Rubber(Session& session) {
     Plot_Repaint(session);
 }
 
+Rubber_Shape End_Rubber(Session& session, Plot_State::Place at) {
+    Rubber_Shape rubber = session.plot.rubber;
+    rubber.x1 = at.x;
+    rubber.y1 = at.y;
+    Lapse_Rubber(session);
+    return rubber;
+}
+
 void End_Drag(Session& session) {
     if (!session.plot.drag.active) return;
     session.plot.drag = {};

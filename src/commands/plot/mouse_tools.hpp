@@ -30,6 +30,7 @@ void Show_Read_Outs(Session&, Data_Point at);
 void Start_Rubber(Session&, Rubber_Kind kind, Plot_State::Place at);
 void Move_Rubber(Session&, Plot_State::Place to);
 void Lapse_Rubber(Session&);
+Rubber_Shape End_Rubber(Session&, Plot_State::Place at);  // the shape with its end there, which lapses
 void End_Drag(Session&);
 void Want_Button_Up(Session&, bool on);
 

@@ -19,10 +19,10 @@ constexpr std::size_t names_told = 500;  // characters
 void Fill(const Session& session) {
     const Profile_Store& store = session.store;
     Label_Row_Grid(session, rows_grid);
-    Put_Row_Texts(session, rows_grid, file_name, [&](int row) { return store.Info(row).file_name; });
-    Put_Row_Texts(session, rows_grid, kind, [&](int row) { return std::string(Told(store.Info(row).kind)); });
+    Put_File_Names(session, rows_grid, file_name);
+    Put_Kinds(session, rows_grid, kind);
     Put_Row_Texts(session, rows_grid, scat_var, [&](int row) { return store.Pattern(row).scat_var; });
-    Put_Row_Texts(session, rows_grid, title, [&](int row) { return store.Pattern(row).title; });
+    Put_Titles(session, rows_grid, title);
     Set_Checks(session, rows_grid, marked, false);
 }
 

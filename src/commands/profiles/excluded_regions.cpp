@@ -72,8 +72,8 @@ Status Insert_Excluded_Region(Session& session, Ask& ask, float x1, float x2) {
     WDialogPutReal(from, std::min(x1, x2));
     WDialogPutReal(to, std::max(x1, x2));
     Label_Row_Grid(session, rows_grid);
-    Put_Row_Texts(session, rows_grid, file_name, [&](int row) { return session.store.Info(row).file_name; });
-    Put_Row_Texts(session, rows_grid, kind, [&](int row) { return std::string(Told(session.store.Info(row).kind)); });
+    Put_File_Names(session, rows_grid, file_name);
+    Put_Kinds(session, rows_grid, kind);
     Set_Checks(session, rows_grid, marked, false);
     WDialogShow(from, Show_Kind::modal);
     const Status status = Run(session, ask);

@@ -104,8 +104,8 @@ Dialog_Resource Resource_Of(const Move_Dialog& dialog) {
 void Fill(const Session& session, const Move_Dialog& dialog) {
     const auto refined = [&session](int row) { return Is_Refined_Kind(session, row); };
     Label_Row_Grid(session, rows_grid);
-    Put_Row_Texts(session, rows_grid, file_name, [&](int row) { return session.store.Info(row).file_name; });
-    Put_Row_Texts(session, rows_grid, kind, [&](int row) { return std::string(Told(session.store.Info(row).kind)); });
+    Put_File_Names(session, rows_grid, file_name);
+    Put_Kinds(session, rows_grid, kind);
     Set_Checks(session, rows_grid, marked, false);
     Fix_Checks(session, rows_grid, marked, refined);
     WDialogPutCheckBox(by_mouse, 1);

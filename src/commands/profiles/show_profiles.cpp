@@ -38,9 +38,9 @@ void Fill(const Session& session) {
     WDialogPutCheckBox(live, session.prefs.prf.refl_live ? 1 : 0);
     WDialogFieldState(live, store.prf_loaded ? field_enabled : field_disabled);
     Label_Row_Grid(session, rows_grid);
-    Put_Row_Texts(session, rows_grid, file_name, [&](int row) { return store.Info(row).file_name; });
-    Put_Row_Texts(session, rows_grid, kind, [&](int row) { return std::string(Told(store.Info(row).kind)); });
-    Put_Row_Texts(session, rows_grid, title, [&](int row) { return store.Pattern(row).title; });
+    Put_File_Names(session, rows_grid, file_name);
+    Put_Kinds(session, rows_grid, kind);
+    Put_Titles(session, rows_grid, title);
     std::vector<int> shown;
     for (int row = 1; row <= store.nperfiles(); ++row) shown.push_back(store.shown(row) ? 1 : 0);
     WGridPutCheckBox(rows_grid, drawn, shown);

@@ -33,8 +33,8 @@ void Fill(const Session& session) {
     const Profile_Store& store = session.store;
     const auto rows = static_cast<std::size_t>(store.nperfiles());
     Label_Row_Grid(session, rows_grid);
-    Put_Row_Texts(session, rows_grid, file_name, [&](int row) { return store.Info(row).file_name; });
-    Put_Row_Texts(session, rows_grid, title, [&](int row) { return store.Pattern(row).title; });
+    Put_File_Names(session, rows_grid, file_name);
+    Put_Titles(session, rows_grid, title);
     std::vector<float> temperatures, numbers(rows);
     for (int row = 1; row <= store.nperfiles(); ++row) temperatures.push_back(store.Pattern(row).TSample);
     std::iota(numbers.begin(), numbers.end(), 1.0f);
