@@ -222,6 +222,39 @@ void Add_Graphs_3D(std::vector<Preference>& table) {
     table.insert(table.end(), rows.begin(), rows.end());
 }
 
+void Add_Quick_View(std::vector<Preference>& table) {
+    constexpr auto view = &Preferences::quick_view;
+    using Q = Quick_View_Prefs;
+    const std::vector<Preference> rows = {
+        {"qv_background", At<view, &Q::qv_background>, WRGB(164, 202, 246), 0, 0, {57, 1}, {}, "i10", Page::quick_view},
+        {"qv_foreground", At<view, &Q::qv_foreground>, WRGB(255, 255, 255), 0, 0, {57, 2}, {}, "i10", Page::quick_view},
+        {"qv_excl_match", At<view, &Q::qv_excl_match>, true, 0, 1, {58, 1}, {}, "l3", Page::quick_view},
+        {"qv_excl_colour", At<view, &Q::qv_excl_colour>, WRGB(192, 192, 192), 0, 0, {59, 1}, {}, "i10", Page::quick_view},
+    };
+    table.insert(table.end(), rows.begin(), rows.end());
+}
+
+// The programs are those of the operating system, which the start of the program puts in their places.
+void Add_Environment(std::vector<Preference>& table) {
+    constexpr auto environment = &Preferences::environment;
+    using E = Environment_Prefs;
+    constexpr int directory_width = 512, command_width = 200, program_width = 30;
+    const auto text = [&table](const char* name, auto target, int width, int line) {
+        table.push_back({name, target, std::string(), 0, width, {line, 1}, {}, "a", Page::environment, true});
+    };
+    table.push_back({"always_save_context", At<environment, &E::always_save_context>, false, 0, 1, {6, 1}, {}, "l3", Page::environment});
+    table.push_back({"use_internal_editor", At<environment, &E::use_internal_editor>, true, 0, 1, {6, 2}, {}, "l3", Page::environment});
+    text("quendrix_dir", At<environment, &E::quendrix_dir>, directory_width, 7);
+    text("cmd_editor", At<environment, &E::cmd_editor>, command_width, 8);
+    text("cmd_browser", At<environment, &E::cmd_browser>, command_width, 9);
+    text("cmd_pdf", At<environment, &E::cmd_pdf>, command_width, 10);
+    text("cmd_cif_viewer", At<environment, &E::cmd_cif_viewer>, command_width, 11);
+    text("cmd_ps_viewer", At<environment, &E::cmd_ps_viewer>, command_width, 12);
+    text("cmd_unzip", At<environment, &E::cmd_unzip>, command_width, 13);
+    text("prg_refine", At<environment, &E::prg_refine>, program_width, 14);
+    text("cmd_run", At<environment, &E::cmd_run>, program_width, 15);
+}
+
 // --- values as texts -----------------------------------------------------------------------------------------------------------------
 
 std::optional<Colour> Colour_Of(std::string_view text) {
@@ -302,7 +335,8 @@ void To_Default(const Preference& preference, Preferences& prefs) {
 const std::vector<Preference>& Preference_Table() {
     static const std::vector<Preference> table = [] {
         std::vector<Preference> rows;
-        for (const auto add : {Add_Window, Add_Styles, Add_Graph_2D, Add_Prf, Add_Contour, Add_Graphs_3D}) add(rows);
+        for (const auto add : {Add_Window, Add_Styles, Add_Graph_2D, Add_Prf, Add_Contour, Add_Graphs_3D, Add_Quick_View, Add_Environment})
+            add(rows);
         return rows;
     }();
     return table;

@@ -23,7 +23,7 @@ struct Settings_Place {
 };
 
 // The page of the dialog on which a preference is set.
-enum class Preference_Page { none, graph_2d, profiles_data, profile_prf, graph_3d, contour, surface_3d };
+enum class Preference_Page { none, graph_2d, profiles_data, profile_prf, graph_3d, contour, surface_3d, quick_view, environment };
 
 using Preference_Value = std::variant<int, bool, float, Colour, std::string>;
 using Preference_Target = std::variant<int*, bool*, float*, Colour*, std::string*>;

@@ -1,4 +1,5 @@
-// What the user may set: styles of curves, the look of the 2D graph, of Rietveld overlays, of maps and of graphs in space, the main window.
+// What the user may set: styles of curves, the look of the 2D graph, of Rietveld overlays, of maps and of graphs in space, the main window,
+// the programs that work beside this one.
 // Names, ranges, defaults and places in the settings file stand in the table of session/preference_table.
 #pragma once
 
@@ -83,6 +84,25 @@ struct Saturation {
     float saturation_value = 0;
 };
 
+// Colours of the window that looks through the profile files of a folder.
+struct Quick_View_Prefs {
+    Colour qv_background = 0, qv_foreground = 0;
+    bool qv_excl_match = false;  // excluded stretches are drawn, in the colour of the foreground
+    Colour qv_excl_colour = 0;   // that colour
+};
+
+// Where the suite of sibling programs stands, and the programs that are started. An empty command means that there is none.
+struct Environment_Prefs {
+    bool always_save_context = false;  // kept and stored; no command reads it
+    bool use_internal_editor = false;  // texts are opened in the program's own window
+    std::string quendrix_dir;          // installation directory of the suite; blank when there is none
+    std::string cmd_editor, cmd_browser, cmd_pdf;
+    std::string cmd_cif_viewer, cmd_ps_viewer;  // kept and stored; no command uses them
+    std::string cmd_unzip;
+    std::string prg_refine;  // the refinement program, in the suite's directory
+    std::string cmd_run;     // stands before the name of a program that writes to a console
+};
+
 inline constexpr int largest_window_side = 16384;  // pixels
 
 struct Window_Prefs {
@@ -104,12 +124,14 @@ struct Preferences {
     Contour_Prefs contour;
     Graph3D_Prefs graph3d;
     Surface_Prefs surface;
+    Quick_View_Prefs quick_view;
+    Environment_Prefs environment;
     Saturation saturation;
 
     const ProfileStyle& Style_Of_Row(int row) const { return profile_styles[(row - 1) % profile_style_slots]; }
 };
 
-// Every preference at its default, but for those of the window, which the start of the program decides.
+// Every preference at its default, but for those of the window and the programs, which the start of the program decides.
 void Set_Default_Preferences(Preferences& prefs);
 
 }  // namespace vntl

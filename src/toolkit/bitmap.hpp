@@ -1,4 +1,4 @@
-// Off-screen pictures, and the devices that write files.
+// Off-screen pictures.
 #pragma once
 
 #include <memory>
@@ -32,15 +32,5 @@ public:
 private:
     std::unique_ptr<Implementation> implementation_;
 };
-
-enum class Vector_Format { postscript, svg, pdf };
-
-// A device that writes a page of `width` x `height` points to a file when it is closed. A failure, of opening or of writing, is
-// told by Close; after it the file that was there before is unchanged.
-class Vector_Device : public Device {
-public:
-    virtual Status Close() = 0;
-};
-std::unique_ptr<Vector_Device> Open_Vector_Device(Vector_Format, const std::string& file, double width, double height);
 
 }  // namespace vntl

@@ -1,4 +1,6 @@
-// PostScript, SVG and PDF by Cairo. The page is collected in memory and replaces the file in one step when it is closed.
+// PostScript, SVG and PDF by Cairo.
+#include "toolkit/vector_device.hpp"
+
 #include <cairo-pdf.h>
 #include <cairo-ps.h>
 #include <cairo-svg.h>
@@ -8,7 +10,6 @@
 #include <numbers>
 
 #include "base/write_file.hpp"
-#include "toolkit/bitmap.hpp"
 #include "toolkit/cell_raster.hpp"
 #include "toolkit/font_table.hpp"
 
@@ -370,7 +371,8 @@ private:
 
 }  // namespace
 
-std::unique_ptr<Vector_Device> Open_Vector_Device(Vector_Format format, const std::string& file, double width, double height) {
+std::unique_ptr<Vector_Device> Open_Vector_Device(Vector_Format format, const std::string& file, double width, double height,
+                                                  const Hardcopy_Options&) {
     return std::make_unique<Cairo_Device>(format, file, width, height);
 }
 

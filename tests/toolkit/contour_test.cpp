@@ -13,6 +13,7 @@
 #include "toolkit/bitmap.hpp"
 #include "toolkit/drawn.hpp"
 #include "toolkit/presentation.hpp"
+#include "toolkit/vector_device.hpp"
 
 namespace vntl {
 namespace {

@@ -16,6 +16,7 @@
 #include "toolkit/bitmap.hpp"
 #include "toolkit/dialog.hpp"
 #include "toolkit/messages.hpp"
+#include "toolkit/vector_device.hpp"
 #include "toolkit/window.hpp"
 
 namespace vntl {

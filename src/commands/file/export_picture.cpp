@@ -7,6 +7,7 @@
 #include "base/text.hpp"
 #include "commands/select_files.hpp"
 #include "toolkit/bitmap.hpp"
+#include "toolkit/vector_device.hpp"
 #include "toolkit/window.hpp"
 #include "toolkit/window_service.hpp"
 
