@@ -177,8 +177,8 @@ std::vector<Series_Blocks> Blocks_Of_Rows(const Profile_Store& store, int n, int
     return blocks;
 }
 
-// The rows one after another. A plot of many points is drawn by a thread for each half of the picture, from the front row to the back one
-// where all its parts can be drawn so, for most of the points lie behind others. It comes out the same.
+// The rows one after another. A plot of many points is drawn from the front row to the back one where all its parts can be drawn so, for
+// most of the points lie behind others, and by a thread for each half of a picture that can be cut. It comes out the same.
 void Draw_Rows(const Scene& scene, Presentation& p, int n, const View& window, bool log) {
     constexpr long long many_points = 200'000;
     long long points = 0;
@@ -203,8 +203,11 @@ void Draw_Rows(const Scene& scene, Presentation& p, int n, const View& window, b
             Presentation part = p.On(g);
             draw(part);
         });
-    if (bands.empty())
+    if (!bands.empty()) return;
+    if (points < many_points)
         for (int row = 1; row <= n; ++row) draw_row(p, row, false);
+    else
+        draw(p);
 }
 
 }  // namespace

@@ -4,10 +4,13 @@
 // Places are in points from the lower left corner of the page, all finite and inside the clip.
 #pragma once
 
+#include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <vector>
 
+#include "toolkit/page_cover.hpp"
 #include "toolkit/vector_device.hpp"
 
 namespace vntl {
@@ -30,6 +33,8 @@ public:
     void Facets(const Facet_List&) final;
     void Text(Point, std::string_view, const Text_Style&) final;
     double Text_Width(std::string_view, const Text_Style&) const final;
+    bool Start_Backwards() final;
+    bool End_Backwards() final;
 
 protected:
     // --- what a writer does ------------------------------------------------------------------------------------------------------
@@ -39,9 +44,9 @@ protected:
     // A closed polygon of three corners or more, the last one not repeated, filled in the colour, without an outline. It may touch itself
     // where it was cut.
     virtual void Write_Area(std::span<const Point>, Colour) = 0;
-    // Wholly inside the clip: others come as lines and areas.
+    // Wholly inside the clip; others come as lines and areas.
     virtual void Write_Ellipse(Point centre, double rx, double ry, bool filled, const Pen&) = 0;
-    // Markers of one style, all wholly inside the clip: others come as lines and areas. As at first, each as ellipse, area or lines.
+    // Markers of one style, all wholly inside the clip; others come as lines and areas. As at first, each as ellipse, area or lines.
     virtual void Write_Markers(std::span<const Point>, const Marker_Style&);
     // Cells of an image that fills `rect`, the lowest row first, each from left to right, at most a few for each line unit; `no_colour`
     // shows the ground. As at first, runs of equal colour as areas.
@@ -53,10 +58,30 @@ protected:
     double Unit() const { return unit_; }  // points of one line unit
 
 private:
-    void Cut_Line(std::span<const Point>, const Pen&);
+    class Walk;  // along a curve
+
+    // What was drawn from the front to the back, until it can be written the other way round.
+    struct Kept {
+        enum { line, area, markers } kind;
+        Pen pen;
+        Marker_Style style;
+        std::size_t first, end;  // its places
+    };
+
+    bool Refuses() { return refused_ = refused_ || backwards_; }
+    double Pen_Width(const Pen& pen) const { return pen.width * unit_; }
+    void Put_Line(std::span<const Point>, const Pen&);
+    void Put_Area(std::span<const Point>, Colour);
+    void Put_Markers(std::span<const Point>, const Marker_Style&);
+    void Cut_Marker(Point at, const Marker_Style&);
+    bool Keep(Kept item, std::span<const Point> places);
 
     double width_, height_, unit_;
     Rect clip_{};
+    bool backwards_ = false, refused_ = false;
+    std::unique_ptr<Page_Cover> cover_;
+    std::vector<Kept> kept_;
+    std::vector<Point> places_;
 };
 
 // The parts of a line that lie in a rectangle, and the part of a polygon (Sutherland and Hodgman, 1974), empty where nothing does. Corners
