@@ -2,9 +2,11 @@
 // need not stand in a file.
 //
 // The page is a lattice of places 1/20 point apart (wider on a very large page). A shape is hidden when each of its places is covered, so
-// that what is left out by mistake is thinner than the distance of two places.
+// that what is left out by mistake is thinner than the distance of two places. Squares of 8 x 8 places that are covered as a whole are
+// known too, and asked first.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <vector>
 
@@ -14,13 +16,31 @@ namespace vntl {
 
 inline constexpr double finest_in_print = 1.0 / 20;  // points: nobody sees what is smaller
 
-// A shape as places of the lattice about its middle: rows from the lowest one, each from `first` up to `end`.
+// Rows of bits that are looked at and set by stretches.
+class Bit_Rows {
+public:
+    Bit_Rows(int columns, int rows);
+    bool All(int row, int first, int end) const;
+    void Set(int row, int first, int end);
+    std::uint64_t Word(int row, int word) const { return bits_[Index(row, word)]; }
+    void Set_Byte(int row, int byte, std::uint8_t bits) { bits_[Index(row, byte / 8)] |= std::uint64_t{bits} << (8 * (byte % 8)); }
+
+private:
+    std::size_t Index(int row, int word) const { return static_cast<std::size_t>(row) * words_ + static_cast<std::size_t>(word); }
+
+    std::size_t words_;  // of a row
+    std::vector<std::uint64_t> bits_;
+};
+
+// A shape as places of the lattice about its middle.
 struct Cover_Stamp {
     struct Row {
         int first, end;
     };
     int lowest = 0;
-    std::vector<Row> rows;
+    std::vector<Row> rows;  // from the lowest one
+    // The rows that lie together in a row of squares, as far as one of them reaches, for each place of the lowest one in its square.
+    std::array<std::vector<Row>, 8> together;
     bool covers = false;  // it is filled, and hides what lies below
 };
 
@@ -33,26 +53,27 @@ public:
     // What lies outside `window` counts as hidden.
     void Set_Window(const Rect& window);
 
+    // All places are finite, and not far from the page.
     bool Hides(const Cover_Stamp& stamp, Point at) const;
     void Lay(const Cover_Stamp& stamp, Point at);
     bool Hides_Line(Point a, Point b, double line_width) const;
+    bool Hides_Box(const Rect& box) const;  // for certain: false may be wrong
 
 private:
-    using Word = std::uint64_t;
-    static constexpr int word_bits = 64;
-    static constexpr int tile = 64;  // places of a side
+    // Places from (x1, y1) up to (x2, y2).
+    struct Places {
+        int x1, y1, x2, y2;
+    };
 
-    int Place(double at) const { return static_cast<int>(std::lround(at * places_a_point_)); }
-    bool Hides_Row(int y, int first, int end) const;
-    void Lay_Row(int y, int first, int end);
-    bool Hides_Tiles(int x1, int x2, int y1, int y2) const;
+    int Place(double at) const;
+    Places In_Window(const Places& all) const;
+    bool Hides_Squares(const Places& box) const;
+    void Find_Squares(const Places& box);
 
     double places_a_point_;
     int columns_, rows_;
-    std::size_t words_;  // of a row
-    std::vector<Word> bits_;
-    std::vector<std::uint8_t> full_words_;   // of each tile, so many of its 64
-    int x1_ = 0, x2_ = 0, y1_ = 0, y2_ = 0;  // of the window
+    Bit_Rows places_, squares_;
+    Places window_;
 };
 
 }  // namespace vntl

@@ -94,48 +94,58 @@ private:
     Point last_{};
 };
 
-// The points of a curve that can be seen: those that follow each other in a column of the width of the finest print are its first, lowest,
-// highest and last one.
-template <class Add, class Gap>
-void Thinned(const Series& s, Add add, Gap gap) {
+// Takes the points of a curve one after another and gives those that can be seen: of those that follow each other in a column of the width
+// of the finest print the first, lowest, highest and last one.
+template <class Give>
+class Thinner {
+public:
+    explicit Thinner(Give give) : give_(give) {}
+
+    void Add(Point at) {
+        const Numbered p{++number_, at};
+        const double own = std::floor(at.x / finest_in_print);
+        if (!any_ || own != column_) {
+            Flush();
+            first_ = low_ = high_ = p;
+            column_ = own;
+            any_ = true;
+        } else if (at.y < low_.at.y) {
+            low_ = p;
+        } else if (at.y > high_.at.y) {
+            high_ = p;
+        }
+        last_ = p;
+    }
+    void Flush() {
+        if (!any_) return;
+        any_ = false;
+        std::size_t given = first_.number;
+        give_(first_.at);
+        const bool rises = low_.number < high_.number;
+        for (const Numbered& next : {rises ? low_ : high_, rises ? high_ : low_, last_})
+            if (next.number > given) give_(next.at), given = next.number;
+    }
+
+private:
     struct Numbered {
         std::size_t number;
         Point at;
     };
-    Numbered first{}, low{}, high{}, last{};
-    double column = 0;
-    bool any = false;
-    const auto flush = [&] {
-        if (!any) return;
-        const auto& [one, other] = low.number < high.number ? std::pair(low, high) : std::pair(high, low);
-        std::size_t given = first.number;
-        add(first.at);
-        for (const Numbered& next : {one, other, last})
-            if (next.number > given) add(next.at), given = next.number;
-        any = false;
-    };
-    for (std::size_t i = 0; i < s.x.size(); ++i) {
-        const Numbered p{i, s.At(i)};
-        if (!Finite(p.at)) {
-            flush();
-            gap();
-            continue;
-        }
-        const double own = std::floor(p.at.x / finest_in_print);
-        if (!any || own != column) {
-            flush();
-            first = low = high = p;
-            column = own;
-            any = true;
-        } else if (p.at.y < low.at.y) {
-            low = p;
-        } else if (p.at.y > high.at.y) {
-            high = p;
-        }
-        last = p;
+    Give give_;
+    Numbered first_{}, low_{}, high_{}, last_{};
+    std::size_t number_ = 0;
+    double column_ = 0;
+    bool any_ = false;
+};
+
+// The box about points `first` to `last` of a data set, widened on both axes; of those that are numbers.
+Rect Box_Of(const Series& s, std::size_t first, std::size_t last, double dx, double dy) {
+    Rect box{1e300, 1e300, -1e300, -1e300};
+    for (std::size_t i = first; i <= last; ++i) {
+        const Point p = s.At(i);
+        box = {std::min(box.x1, p.x), std::min(box.y1, p.y), std::max(box.x2, p.x), std::max(box.y2, p.y)};
     }
-    flush();
-    gap();
+    return {box.x1 - dx, box.y1 - dy, box.x2 + dx, box.y2 + dy};
 }
 
 // One axis of an image of cells: the part of it that shows.
@@ -306,18 +316,41 @@ void Shape_Device::Polyline(std::span<const Point> points, const Pen& pen) {
     cutter.End();
 }
 
-// The dashes of a line go on behind what hides them: only a solid one is cut there.
+bool Shape_Device::Hides_Box(const Page_Cover& cover, const Rect& box) const {
+    const Rect shown{std::max(box.x1, clip_.x1), std::max(box.y1, clip_.y1), std::min(box.x2, clip_.x2), std::min(box.y2, clip_.y2)};
+    return shown.x1 > shown.x2 || shown.y1 > shown.y2 || cover.Hides_Box(shown);
+}
+
+// The dashes of a line go on behind what hides them: only a solid one is cut there. A block of points reaches to the first one of the next,
+// so that each segment lies in one.
 void Shape_Device::Curve(const Series& s, const Pen& pen) {
     if (pen.style == Line_Style::none) return;
-    const bool may_hide = cover_ && pen.style == Line_Style::solid;
+    const Page_Cover* const cover = pen.style == Line_Style::solid ? cover_.get() : nullptr;
+    const double width = pen.width * unit_;
     std::vector<Point> part;
     Line_Cutter cutter(clip_, part, [&](std::span<const Point> line) { Put_Line(line, pen); });
     const auto hidden = [&](Point p) {
         Point a = cutter.last(), b = p;
-        return may_hide && cutter.begun() && Clip_Segment(a, b, clip_) && cover_->Hides_Line(a, b, Pen_Width(pen));
+        return cover != nullptr && cutter.begun() && Clip_Segment(a, b, clip_) && cover->Hides_Line(a, b, width);
     };
-    Thinned(
-        s, [&](Point p) { cutter.Add(p, hidden(p)); }, [&] { cutter.End(); });
+    Thinner thinner([&](Point p) { cutter.Add(p, hidden(p)); });
+    const auto end_part = [&] {
+        thinner.Flush();
+        cutter.End();
+    };
+    for (std::size_t first = 0; first < s.x.size(); first += Series_Blocks::points) {
+        const std::size_t last = std::min(first + Series_Blocks::points, s.x.size() - 1);
+        if (cover != nullptr && Hides_Box(*cover, Box_Of(s, first, last, width, width))) {
+            if (first > 0) thinner.Add(s.At(first));
+            end_part();
+            continue;
+        }
+        for (std::size_t i = first; i < std::min(first + Series_Blocks::points, s.x.size()); ++i) {
+            const Point p = s.At(i);
+            Finite(p) ? thinner.Add(p) : end_part();
+        }
+    }
+    end_part();
 }
 
 // Markers of one colour hide each other in whatever order they are drawn.
@@ -334,17 +367,18 @@ void Shape_Device::Markers(const Series& s, const Marker_Style& style) {
     const Rect touched{clip_.x1 - a, clip_.y1 - b, clip_.x2 + a, clip_.y2 + b},
         whole{clip_.x1 + a, clip_.y1 + b, clip_.x2 - a, clip_.y2 - b};
     std::vector<Point> places;
-    Point last{-1e9, 0};
-    for (std::size_t i = 0; i < s.x.size(); ++i) {
-        const Point p = s.At(i);
-        if (!Inside(p, touched) || (std::fabs(p.x - last.x) < finest_in_print && std::fabs(p.y - last.y) < finest_in_print)) continue;
-        last = p;
-        if (cover != nullptr && cover->Hides(stamp, p)) continue;
-        if (cover != nullptr) cover->Lay(stamp, p);
-        if (Inside(p, whole))
-            places.push_back(p);
-        else
-            Cut_Marker(p, style);
+    for (std::size_t first = 0; first < s.x.size(); first += Series_Blocks::points) {
+        const std::size_t end = std::min(first + Series_Blocks::points, s.x.size());
+        if (cover != nullptr && Hides_Box(*cover, Box_Of(s, first, end - 1, a, b))) continue;
+        for (std::size_t i = first; i < end; ++i) {
+            const Point p = s.At(i);
+            if (!Inside(p, touched) || (cover != nullptr && cover->Hides(stamp, p))) continue;
+            if (cover != nullptr) cover->Lay(stamp, p);
+            if (Inside(p, whole))
+                places.push_back(p);
+            else
+                Cut_Marker(p, style);
+        }
     }
     Put_Markers(places, style);
 }

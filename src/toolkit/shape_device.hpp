@@ -58,8 +58,6 @@ protected:
     double Unit() const { return unit_; }  // points of one line unit
 
 private:
-    class Walk;  // along a curve
-
     // What was drawn from the front to the back, until it can be written the other way round.
     struct Kept {
         enum { line, area, markers } kind;
@@ -69,7 +67,7 @@ private:
     };
 
     bool Refuses() { return refused_ = refused_ || backwards_; }
-    double Pen_Width(const Pen& pen) const { return pen.width * unit_; }
+    bool Hides_Box(const Page_Cover& cover, const Rect& box) const;
     void Put_Line(std::span<const Point>, const Pen&);
     void Put_Area(std::span<const Point>, Colour);
     void Put_Markers(std::span<const Point>, const Marker_Style&);
