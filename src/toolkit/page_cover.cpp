@@ -8,7 +8,7 @@ namespace vntl {
 namespace {
 
 constexpr double most_places = 4e8;
-constexpr int word_bits = 64, square = 8;
+constexpr int word_bits = Bit_Rows::word_bits, square = 8;
 constexpr int circle_glyph = 221;
 constexpr Cover_Stamp::Row empty_row = {0, 0};
 constexpr std::uint64_t all_bits = ~std::uint64_t{0};
@@ -32,16 +32,6 @@ Cover_Stamp::Row Row_Of_Polygon(const std::vector<Point>& corners, double y) {
 
 Bit_Rows::Bit_Rows(int columns, int rows)
     : words_(static_cast<std::size_t>(columns / word_bits + 1)), bits_(words_ * static_cast<std::size_t>(rows)) {}
-
-bool Bit_Rows::All(int row, int first, int end) const {
-    if (first >= end) return true;
-    const std::uint64_t* const words = &bits_[Index(row, 0)];
-    const int from = first / word_bits, to = (end - 1) / word_bits;
-    const std::uint64_t low = all_bits << (first % word_bits), high = all_bits >> (word_bits - 1 - (end - 1) % word_bits);
-    if (from == to) return (~words[from] & low & high) == 0;
-    if ((~words[from] & low) != 0 || (~words[to] & high) != 0) return false;
-    return std::all_of(words + from + 1, words + to, [](std::uint64_t word) { return word == all_bits; });
-}
 
 void Bit_Rows::Set(int row, int first, int end) {
     if (first >= end) return;

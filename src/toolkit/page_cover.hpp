@@ -20,10 +20,22 @@ inline constexpr double finest_in_print = 1.0 / 20;  // points: nobody sees what
 class Bit_Rows {
 public:
     Bit_Rows(int columns, int rows);
-    bool All(int row, int first, int end) const;
+    bool All(int row, int first, int end) const {
+        if (first >= end) return true;
+        const std::uint64_t* const words = &bits_[Index(row, 0)];
+        const int from = first / word_bits, to = (end - 1) / word_bits;
+        const std::uint64_t low = ~std::uint64_t{0} << (first % word_bits);
+        const std::uint64_t high = ~std::uint64_t{0} >> (word_bits - 1 - (end - 1) % word_bits);
+        if (from == to) return (~words[from] & low & high) == 0;
+        std::uint64_t open = (~words[from] & low) | (~words[to] & high);
+        for (int word = from + 1; word < to; ++word) open |= ~words[word];
+        return open == 0;
+    }
     void Set(int row, int first, int end);
     std::uint64_t Word(int row, int word) const { return bits_[Index(row, word)]; }
     void Set_Byte(int row, int byte, std::uint8_t bits) { bits_[Index(row, byte / 8)] |= std::uint64_t{bits} << (8 * (byte % 8)); }
+
+    static constexpr int word_bits = 64;
 
 private:
     std::size_t Index(int row, int word) const { return static_cast<std::size_t>(row) * words_ + static_cast<std::size_t>(word); }
