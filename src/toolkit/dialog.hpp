@@ -163,6 +163,7 @@ struct Field_View {
     bool enabled;
     std::vector<std::vector<std::string>> cells;  // of a grid, row by row
     bool marked = false;                          // as refused
+    std::vector<std::string> titles = {};         // titles of page and frame, and the label that leads its row
 };
 struct Dialog_View {
     int number = -1;
@@ -175,8 +176,9 @@ Status Act_Set_Field(int dialog, int field, const std::string& value);
 Status Act_Set_Cell(int dialog, int field, const std::string& column, int row, const std::string& value);  // column: number or heading
 Status Act_Select(int dialog, int field, const std::string& path);                                         // the item's texts joined by '/'
 Status Act_Press(int dialog, int field);
-Status Act_Key(int dialog, int code);                                     // a key to the field that has the focus
-Status Act_Front(int window);                                             // brings a window or dialog to the front, as a user does
-Status Field_By_Label(int dialog, const std::string& label, int& field);  // fails on none and on two of that label
+Status Act_Key(int dialog, int code);  // a key to the field that has the focus
+Status Act_Front(int window);          // brings a window or dialog to the front, as a user does
+// The field of a label, or of a path "page/section/label" any part of which but the last may be left out. Fails on none and on two.
+Status Field_By_Label(int dialog, const std::string& label, int& field);
 
 }  // namespace vntl

@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 #include <numbers>
+#include <tuple>
 #include <utility>
 
 #include "base/text.hpp"
@@ -27,25 +28,32 @@ bool Finite(Point p) { return std::isfinite(p.x) && std::isfinite(p.y); }
 
 bool Inside(Point p, const Rect& r) { return p.x >= r.x1 && p.x <= r.x2 && p.y >= r.y1 && p.y <= r.y2; }
 
-// The part of a segment inside a rectangle (Liang and Barsky, 1984): false where there is none.
+// The part of a segment inside a rectangle (Liang and Barsky, 1984): false where there is none. An end that is cut off lies on its edge to
+// the last digit, however far the other one.
 bool Clip_Segment(Point& a, Point& b, const Rect& r) {
-    const double dx = b.x - a.x, dy = b.y - a.y;
-    double from = 0, to = 1;
-    for (const auto& [p, q] :
-         {std::array{-dx, a.x - r.x1}, std::array{dx, r.x2 - a.x}, std::array{-dy, a.y - r.y1}, std::array{dy, r.y2 - a.y}}) {
-        if (p == 0) {
-            if (q < 0) return false;
-        } else if (p < 0) {
-            from = std::max(from, q / p);
-        } else {
-            to = std::min(to, q / p);
-        }
+    struct Cut {
+        double part;
+        double Point::*axis;
+        double edge;
+    };
+    Cut from{0, nullptr, 0}, to{1, nullptr, 0};
+    for (const auto& [axis, low, high] : {std::tuple(&Point::x, r.x1, r.x2), std::tuple(&Point::y, r.y1, r.y2)}) {
+        const double start = a.*axis, d = b.*axis - start;
+        if (d == 0 && !(start >= low && start <= high)) return false;
+        if (d == 0) continue;
+        const double first = d > 0 ? low : high, last = d > 0 ? high : low;
+        if ((first - start) / d > from.part) from = {(first - start) / d, axis, first};
+        if ((last - start) / d < to.part) to = {(last - start) / d, axis, last};
     }
-    if (!(from <= to)) return false;
-    const auto within = [&r](Point at) { return Point{std::clamp(at.x, r.x1, r.x2), std::clamp(at.y, r.y1, r.y2)}; };
-    const Point start = a;
-    if (to < 1) b = within({start.x + to * dx, start.y + to * dy});
-    if (from > 0) a = within({start.x + from * dx, start.y + from * dy});
+    if (!(from.part <= to.part)) return false;
+    const Point start = a, whole{b.x - a.x, b.y - a.y};
+    const auto place = [&](const Cut& cut) {
+        Point at{std::clamp(start.x + cut.part * whole.x, r.x1, r.x2), std::clamp(start.y + cut.part * whole.y, r.y1, r.y2)};
+        at.*cut.axis = cut.edge;
+        return at;
+    };
+    if (to.axis != nullptr) b = place(to);
+    if (from.axis != nullptr) a = place(from);
     return true;
 }
 

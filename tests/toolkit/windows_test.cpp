@@ -127,6 +127,51 @@ Dialog_Field Field(int number, Field_Kind kind, const char* label, int group = 0
     return field;
 }
 
+// The same labels on two pages, in two frames of one, and behind two entries of another.
+TEST_F(Windows, AFieldIsNamedByTheTitlesAroundIt) {
+    const auto frame = [](int number, const char* title, std::vector<std::vector<Dialog_Field>> rows) {
+        Dialog_Field field = Field(number, Field_Kind::frame, title);
+        field.pages = {{{}, std::move(rows)}};
+        return field;
+    };
+    Dialog_Field tab = Field(10, Field_Kind::tab, "");
+    tab.pages = {{"First",
+                  {{frame(11, " Ycalc / Ydif .", {{Field(21, Field_Kind::string, "Ground")}})},
+                   {frame(12, "Below", {{Field(22, Field_Kind::string, "&Ground")}})},
+                   {Field(23, Field_Kind::check_box, "On/Off")}}},
+                 {"Second",
+                  {{Field(24, Field_Kind::string, "Ground"), Field(25, Field_Kind::push_button, "...")},
+                   {Field(26, Field_Kind::string, "Editor"), Field(27, Field_Kind::push_button, "...")}}}};
+    Register_Dialogs(std::array{Dialog_Resource{301, "Paths", {{tab}}}});
+    WDialogLoad(301);
+    const struct {
+        const char* path;
+        int number;  // 0: none or several
+    } cases[] = {{"Ground", 0},
+                 {"First/Ground", 0},
+                 {"Second/Ground", 24},
+                 {"Below/Ground", 22},
+                 {" Ycalc / Ydif ./Ground", 21},
+                 {"First/Ycalc/Ydif ./Ground", 21},
+                 {"First/Below/Ground", 22},
+                 {"Second/Below/Ground", 0},
+                 {"On/Off", 23},
+                 {"First/On/Off", 23},
+                 {"...", 0},
+                 {"Editor/...", 27},
+                 {"Second/Ground/...", 25},
+                 {"Third/Ground", 0},
+                 {"", 10}};
+    for (const auto& c : cases) {
+        int number = 0;
+        EXPECT_EQ(Field_By_Label(301, c.path, number).ok(), c.number != 0) << c.path;
+        if (c.number != 0) {
+            EXPECT_EQ(number, c.number) << c.path;
+        }
+    }
+    WDialogUnload();
+}
+
 TEST_F(Windows, ADialogIsFilledReadAndActedOn) {
     const Dialog_Resource resource{300,
                                    "Choose",

@@ -41,7 +41,8 @@ public:
     bool Takes_Input() const { return state_ == field_enabled; }
     int State() const { return state_; }
 
-    QWidget* caption = nullptr;  // the label that stands before it, greyed with it
+    QWidget* caption = nullptr;       // the label that stands before it, greyed with it
+    std::vector<std::string> titles;  // where it stands, from the outside: titles of page and frame, and the label that leads its row
 
     // Called when the user, or a script in his place, has changed the value.
     std::function<void()> changed = [] {};

@@ -31,6 +31,13 @@ bool Is_Entry(Field_Kind kind) {
            kind == Field_Kind::trackbar || kind == Field_Kind::progress_bar;
 }
 
+// The field whose label tells what a row is about: its first text or entry, where others stand beside it.
+const Dialog_Field* Leader(const std::vector<Dialog_Field>& row) {
+    const auto leads = [](const Dialog_Field& f) { return (f.kind == Field_Kind::label || Is_Entry(f.kind)) && !f.label.empty(); };
+    const auto found = std::find_if(row.begin(), row.end(), leads);
+    return row.size() < 2 || found == row.end() ? nullptr : &*found;
+}
+
 bool Takes_Room(Field_Kind kind) { return kind == Field_Kind::grid || kind == Field_Kind::tree; }
 
 constexpr int all_columns = -1, columns_a_field = 2;  // a label and an entry
@@ -80,8 +87,11 @@ void Dialog_Window::Lay_Out_Row(QGridLayout& grid, int row, const std::vector<Di
     const bool foot = std::any_of(fields.begin(), fields.end(), Ends_Dialog);
     auto* line = close ? new QHBoxLayout : nullptr;
     int column = 0;
+    const Dialog_Field* const leader = Leader(fields);
     for (const Dialog_Field& field : fields) {
         QWidget* widget = Build(field);
+        if (Dialog_Widget* const built = Field(field.number); built != nullptr && leader != nullptr && leader != &field)
+            built->titles.push_back(Bare_Label(leader->label));
         if (foot && field.kind == Field_Kind::push_button) {
             at_foot_.emplace_back(static_cast<QPushButton*>(widget), Foot_Role(field));
             continue;
@@ -115,20 +125,27 @@ void Dialog_Window::Lay_Out_Row(QGridLayout& grid, int row, const std::vector<Di
 QWidget* Dialog_Window::Build_Page(const Dialog_Page& page) {
     auto* widget = new QWidget;
     auto* grid = new QGridLayout(widget);
+    titles_.push_back(Bare_Label(page.title));
     Lay_Out(*grid, page.rows);
+    titles_.pop_back();
     return widget;
 }
 
+QWidget* Dialog_Window::Build_Frame(const Dialog_Field& field) {
+    auto* box = new QGroupBox(Q(field.label));
+    auto* grid = new QGridLayout(box);
+    titles_.push_back(Bare_Label(field.label));
+    for (const Dialog_Page& page : field.pages) Lay_Out(*grid, page.rows);
+    titles_.pop_back();
+    return box;
+}
+
 QWidget* Dialog_Window::Build(const Dialog_Field& field) {
-    if (field.kind == Field_Kind::frame) {
-        auto* box = new QGroupBox(Q(field.label));
-        auto* grid = new QGridLayout(box);
-        for (const Dialog_Page& page : field.pages) Lay_Out(*grid, page.rows);
-        return box;
-    }
+    if (field.kind == Field_Kind::frame) return Build_Frame(field);
     stretches_ = stretches_ || Takes_Room(field.kind);
     fields_.push_back(Build_Field(field, number_, field.group != 0 ? Group(field.group) : nullptr));
     Dialog_Widget* widget = fields_.back().get();
+    widget->titles = titles_;
     if (auto* tab = dynamic_cast<Tab_Widget*>(widget))
         for (const Dialog_Page& page : field.pages) tab->Add_Page(Build_Page(page), page.title);
     const int number = field.number;

@@ -44,6 +44,7 @@ private:
     void Lay_Out_Row(QGridLayout& grid, int row, const std::vector<Dialog_Field>& fields);
     QWidget* Build(const Dialog_Field& field);
     QWidget* Build_Page(const Dialog_Page& page);
+    QWidget* Build_Frame(const Dialog_Field& field);
     void Stand_Aside();
     void Focus_Moved(QWidget* left, QWidget* entered);
     int Number_Of(const QWidget* widget) const;  // of the field that holds the widget, 0 none
@@ -51,7 +52,8 @@ private:
     int number_;
     bool modal_ = false;
     bool awaited_ = false;
-    bool stretches_ = false;  // a grid or a tree takes the room that a user gives
+    std::vector<std::string> titles_;  // titles around what is being built
+    bool stretches_ = false;           // a grid or a tree takes the room that a user gives
     std::vector<int> commands_;
     QDialogButtonBox* foot_;
     std::vector<std::pair<QPushButton*, QDialogButtonBox::ButtonRole>> at_foot_;

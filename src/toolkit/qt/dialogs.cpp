@@ -51,6 +51,28 @@ Status Field_To_Act_On(int dialog, int number, Dialog_Widget*& field) {
     return Status::Fail("field " + Number_Text(number) + " (" + Bare_Label(field->field().label) + ") is disabled");
 }
 
+// A path without the blanks around its slashes.
+std::string Bare_Path(std::string_view path) {
+    std::string bare = Bare_Label(path);
+    for (std::size_t slash = bare.find('/'); slash != std::string::npos; slash = bare.find('/', slash + 1)) {
+        while (slash > 0 && bare[slash - 1] == ' ') bare.erase(--slash, 1);
+        while (slash + 1 < bare.size() && bare[slash + 1] == ' ') bare.erase(slash + 1, 1);
+    }
+    return bare;
+}
+
+// Whether a text is the field's label, or that behind some of the titles around it, parted by '/'. Titles and labels may hold one.
+bool Is_Path_Of(const Dialog_Widget& field, std::string_view bare_text) {
+    const std::vector<std::string>& titles = field.titles;
+    for (unsigned named = 0; named < 1u << titles.size(); ++named) {
+        std::string path;
+        for (std::size_t i = 0; i < titles.size(); ++i)
+            if ((named >> i & 1u) != 0) path += titles[i] + '/';
+        if (Bare_Path(path + field.field().label) == bare_text) return true;
+    }
+    return false;
+}
+
 }  // namespace
 
 void Register_Dialogs(std::span<const Dialog_Resource> resources) {
@@ -308,6 +330,7 @@ Dialog_View Describe_Dialog(int dialog) {
         Field_View shown{field->field().number, std::string(Kind_Name(field->field().kind)),          Bare_Label(field->field().label),
                          field->Value(),        field->widget()->isEnabled() && field->Takes_Input(), {}};
         shown.marked = field->Refused();
+        shown.titles = field->titles;
         if (const auto* grid = dynamic_cast<const Grid_Widget*>(field.get()))
             for (int row = 1; row <= grid->Rows(); ++row) {
                 shown.cells.emplace_back();
@@ -370,7 +393,7 @@ Status Field_By_Label(int dialog, const std::string& label, int& number) {
     int found = 0;
     if (window != nullptr)
         for (const auto& field : window->fields())
-            if (Bare_Label(field->field().label) == Bare_Label(label)) number = field->field().number, ++found;
+            if (Is_Path_Of(*field, Bare_Path(label))) number = field->field().number, ++found;
     if (found == 1) return Status::Done();
     return Status::Fail((found == 0 ? "no field is labelled " : "several fields are labelled ") + label);
 }
