@@ -8,6 +8,7 @@
 namespace vntl {
 namespace {
 
+constexpr int ground_columns = 40, ground_rows = 25;
 constexpr int alike = 4;  // of 255: channels of colours that no eye tells apart
 
 struct Cells {
@@ -93,6 +94,21 @@ Cell_Rectangles Merge_Cells(int columns, int rows, std::span<const Colour> colou
         if (Merge({merged.columns, merged.rows, coarser}, alike, most, merged.rectangles)) break;
     }
     return merged;
+}
+
+Cell_Rectangles Ground_Of_Cells(int columns, int rows, std::span<const Colour> colours) {
+    Cell_Rectangles ground{std::min(columns, ground_columns), std::min(rows, ground_rows), {}};
+    std::vector<Colour> blocks = Coarser({columns, rows, colours}, ground.columns, ground.rows);
+    const auto block_of = [](std::size_t cell, int cells, int of) {
+        return (2 * cell + 1) * static_cast<std::size_t>(of) / (2 * static_cast<std::size_t>(cells));
+    };
+    const auto length = static_cast<std::size_t>(columns);
+    for (std::size_t i = 0; i < colours.size(); ++i)
+        if (colours[i] == no_colour)
+            blocks[block_of(i / length, rows, ground.rows) * static_cast<std::size_t>(ground.columns) +
+                   block_of(i % length, columns, ground.columns)] = no_colour;
+    Merge({ground.columns, ground.rows, blocks}, 0, blocks.size(), ground.rectangles);
+    return ground;
 }
 
 }  // namespace vntl

@@ -25,6 +25,7 @@ constexpr double mm_a_point = 25.4 / 72;
 constexpr double farthest_corner = 1e6;  // millimetres
 constexpr int ellipse_corners = 64;
 constexpr std::size_t most_solids = 100000, most_hatches = 20000;  // of an image of cells: about 20 megabytes of file
+constexpr std::size_t few_cells = 1000;                            // of which seams do not disturb
 constexpr double hatch_angle = 45;                                 // degrees
 constexpr std::array<double, 4> hatch_distances = {20, 12, 7, 4};  // line units, by the fill density
 constexpr int closed_flag = 1, dashes_run_on = 128;
@@ -235,6 +236,7 @@ private:
         Out().Whole(98, 0);  // no seed points
     }
 
+    void Write_Rectangles(const Rect& rect, const Cell_Rectangles& cells);
     const std::string& Block_Of(const Marker_Style& style);
     void Box_Of_Text(Point at, double left, double width, double em, const Text_Style& style);
 
@@ -306,12 +308,19 @@ void Dxf_Device::Write_Markers(std::span<const Point> places, const Marker_Style
 }
 
 void Dxf_Device::Write_Cells(const Rect& rect, int columns, int rows, std::span<const Colour> colours) {
-    const Cell_Rectangles merged = Merge_Cells(columns, rows, colours, density_ == dxf_solid ? most_solids : most_hatches);
-    const double dx = (rect.x2 - rect.x1) / merged.columns, dy = (rect.y2 - rect.y1) / merged.rows;
-    for (const Merged_Cells& cells : merged.rectangles) {
-        const double x1 = rect.x1 + cells.column1 * dx, x2 = rect.x1 + cells.column2 * dx;
-        const double y1 = rect.y1 + cells.row1 * dy, y2 = rect.y1 + cells.row2 * dy;
-        Write_Area(std::array<Point, 4>{{{x1, y1}, {x2, y1}, {x2, y2}, {x1, y2}}}, cells.colour);
+    const bool solid = density_ == dxf_solid;
+    const Cell_Rectangles merged = Merge_Cells(columns, rows, colours, solid ? most_solids : most_hatches);
+    if (solid && colours_ != Dxf_Colours::black && merged.rectangles.size() > few_cells)
+        Write_Rectangles(rect, Ground_Of_Cells(columns, rows, colours));
+    Write_Rectangles(rect, merged);
+}
+
+void Dxf_Device::Write_Rectangles(const Rect& rect, const Cell_Rectangles& cells) {
+    const double dx = (rect.x2 - rect.x1) / cells.columns, dy = (rect.y2 - rect.y1) / cells.rows;
+    for (const Merged_Cells& r : cells.rectangles) {
+        const double x1 = rect.x1 + r.column1 * dx, x2 = rect.x1 + r.column2 * dx;
+        const double y1 = rect.y1 + r.row1 * dy, y2 = rect.y1 + r.row2 * dy;
+        Write_Area(std::array<Point, 4>{{{x1, y1}, {x2, y1}, {x2, y2}, {x1, y2}}}, r.colour);
     }
 }
 

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdlib>
 #include <fstream>
@@ -392,6 +393,13 @@ TEST(Dxf, MergedCellsPaintTheImage) {
     double sum = 0;
     for (const Colour c : Painted(coarse)) sum += Red(c);
     EXPECT_NEAR(sum / (coarse.columns * coarse.rows), 100, 3);
+
+    // Below them no block that would close a hole.
+    noise[150 * 300 + 20] = no_colour;
+    const Cell_Rectangles ground = Ground_Of_Cells(300, 200, noise);
+    const std::vector<Colour> below = Painted(ground);
+    EXPECT_EQ(std::count(below.begin(), below.end(), no_colour), 1);
+    EXPECT_EQ(below[static_cast<std::size_t>(150 * ground.rows / 200 * ground.columns + 20 * ground.columns / 300)], no_colour);
 }
 
 TEST(Dxf, CellsStandWhereTheyBelong) {
