@@ -4,8 +4,8 @@
 #include <memory>
 #include <string>
 
-#include "base/status.hpp"
 #include "toolkit/device.hpp"
+#include "toolkit/hardcopy.hpp"
 
 namespace vntl {
 
@@ -19,9 +19,10 @@ public:
 
     int Width() const;
     int Height() const;
-    Device& Drawing();                                                      // draws into it
-    Colour Pixel(int x, int y) const;                                       // x from the left, y from the top
-    Status Save(const std::string& file, double dots_per_inch = 96) const;  // .png, .bmp, .jpg by its ending
+    Device& Drawing();                 // draws into it
+    Colour Pixel(int x, int y) const;  // x from the left, y from the top
+    // The bytes of a file of it, with colours, dots an inch and quality of the options; empty where the format cannot hold it.
+    std::string Encoded(Image_Format format, const Hardcopy_Options& options) const;
 
     // For tests: with false every point is drawn by itself, to the same picture.
     void Reduce(bool on);

@@ -36,7 +36,8 @@ struct Hardcopy_Options {
     // PostScript
     int stroke_frequency = 500;  // points of a path after which it is stroked: printers have a limit
     Colour_Use use_colour = Colour_Use::all;
-    bool end_mark = false;  // a Ctrl/D at the end, as serial printers want it
+    bool end_mark = false;                     // a Ctrl/D at the end, as serial printers want it
+    double paper_width = 0, paper_height = 0;  // points of the sheet in whose middle the page stands, 0: none but the page
 
     // bit images
     Image_Format format = Image_Format::png;  // of a file whose name does not tell it
@@ -62,6 +63,9 @@ using Draw_Routine = std::function<void(Device&)>;
 // Opens the device, has `draw` draw on it, and closes it: the file is replaced in one step when it is whole. Fails, with the file's name in
 // the message, on a size out of range and where it cannot be written; the file is then as it was. Not for the printer.
 Status HardCopy(Hardcopy_Driver driver, const std::string& file, const Hardcopy_Options& options, const Draw_Routine& draw);
+
+// Whether a picture of this size is written: 1 to 32767 on a side, and not more than 150 million pixels.
+bool Fits_Hardcopy(double width, double height);
 
 // The driver and, of a bit image, the format that the ending of a name stands for; false for another ending.
 bool Driver_Of_Name(std::string_view file, Hardcopy_Driver& driver, Image_Format& format);

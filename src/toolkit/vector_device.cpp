@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <numbers>
 
 #include "base/write_file.hpp"
@@ -24,6 +25,8 @@ constexpr double seam = 0.3;         // points: width of the line about a facet 
 constexpr double image_pixel = 0.5;  // line units: about the size of a pixel of an image of cells
 constexpr double largest_image = 16000;  // pixels of a side
 constexpr int circle_glyph = 221;
+constexpr int least_stroke_frequency = 4;     // a path of fewer points would repeat the last one
+constexpr char end_of_transmission = '\x04';  // Ctrl/D
 
 cairo_status_t Append(void* text, const unsigned char* data, unsigned length) {
     static_cast<std::string*>(text)->append(reinterpret_cast<const char*>(data), length);
@@ -69,13 +72,17 @@ int Fine_Cells(double length, double unit) {
 
 class Cairo_Device : public Vector_Device {
 public:
-    Cairo_Device(Vector_Format format, std::string file, double width, double height)
-        : file_(std::move(file)),
-          width_(width),
-          height_(height),
-          surface_(Surface(format, text_, width, height)),
-          cairo_(cairo_create(surface_)) {
+    Cairo_Device(Vector_Format format, std::string file, double width, double height, const Hardcopy_Options& options)
+        : file_(std::move(file)), width_(width), height_(height) {
+        const bool print = format == Vector_Format::postscript;
+        const double sheet_width = print && options.paper_width > 0 ? options.paper_width : width;
+        const double sheet_height = print && options.paper_height > 0 ? options.paper_height : height;
+        surface_ = Surface(format, text_, sheet_width, sheet_height);
+        cairo_ = cairo_create(surface_);
+        longest_path_ = print ? std::max(options.stroke_frequency, least_stroke_frequency) : std::numeric_limits<int>::max();
+        end_mark_ = print && options.end_mark;
         unit_ = points_a_line_unit * Line_Unit(width / points_a_line_unit, height / points_a_line_unit);
+        cairo_translate(cairo_, 0.5 * (sheet_width - width), 0.5 * (sheet_height - height));
         cairo_set_line_join(cairo_, CAIRO_LINE_JOIN_ROUND);
         cairo_save(cairo_);
         Set_Clip({0, 0, width, height});
@@ -88,7 +95,9 @@ public:
     void Clear(Colour colour) override {
         cairo_reset_clip(cairo_);
         Use(colour);
-        cairo_paint(cairo_);
+        cairo_new_path(cairo_);
+        cairo_rectangle(cairo_, 0, 0, width_, height_);
+        cairo_fill(cairo_);
         Clip();
     }
 
@@ -100,22 +109,24 @@ public:
 
     void Polyline(std::span<const Point> points, const Pen& pen) override {
         if (pen.style == Line_Style::none || points.size() < 2) return;
-        cairo_new_path(cairo_);
-        for (const Point& p : points) cairo_line_to(cairo_, X(p.x), Y(p.y));
-        if (points.size() > 2 && points.front().x == points.back().x && points.front().y == points.back().y) cairo_close_path(cairo_);
-        Stroke(pen);
+        Begin_Line(pen);
+        Move_To(points.front());
+        for (const Point& p : points.subspan(1)) Line_To(p);
+        const bool closed = points.size() > 2 && points.front().x == points.back().x && points.front().y == points.back().y;
+        if (closed && line_.points == static_cast<int>(points.size())) cairo_close_path(cairo_);
+        End_Line();
     }
 
     void Curve(const Series& s, const Pen& pen) override {
         if (pen.style == Line_Style::none) return;
-        cairo_new_path(cairo_);
+        Begin_Line(pen);
         bool open = false;
         Point last{}, held{};  // the last place of the path, and a point left out behind it
         bool holding = false;
         for (std::size_t i = 0; i < s.x.size(); ++i) {
             const Point p = s.At(i);
             if (!std::isfinite(p.x) || !std::isfinite(p.y)) {
-                if (holding) cairo_line_to(cairo_, X(held.x), Y(held.y));
+                if (holding) Line_To(held);
                 open = holding = false;
                 continue;
             }
@@ -125,14 +136,14 @@ public:
                 if (Beyond(last, p)) last = p;
                 continue;
             }
-            if (holding) cairo_line_to(cairo_, X(held.x), Y(held.y));
-            open ? cairo_line_to(cairo_, X(p.x), Y(p.y)) : cairo_move_to(cairo_, X(p.x), Y(p.y));
+            if (holding) Line_To(held);
+            open ? Line_To(p) : Move_To(p);
             open = true;
             holding = false;
             last = p;
         }
-        if (holding) cairo_line_to(cairo_, X(held.x), Y(held.y));
-        Stroke(pen);
+        if (holding) Line_To(held);
+        End_Line();
     }
 
     void Markers(const Series& s, const Marker_Style& style) override {
@@ -140,6 +151,7 @@ public:
         if (glyph.points.empty()) return;
         const bool dots = style.filled && style.glyph == circle_glyph;
         Point last{-2 * farthest, 0};
+        int points = 0;
         cairo_new_path(cairo_);
         for (std::size_t i = 0; i < s.x.size(); ++i) {
             const Point p = s.At(i);
@@ -153,14 +165,12 @@ public:
             } else {
                 Add_Glyph(glyph, p, style);
             }
+            points += dots ? 1 : static_cast<int>(glyph.points.size());
+            if (points < longest_path_) continue;
+            Paint_Glyphs(glyph, style, dots);
+            points = 0;
         }
-        Use(style.colour);
-        if (dots)
-            Stroke_Dots(style);
-        else if (style.filled && !glyph.strokes)
-            cairo_fill(cairo_);
-        else
-            Stroke({style.colour, 1, Line_Style::solid});
+        Paint_Glyphs(glyph, style, dots);
     }
 
     void Fill(std::span<const Point> polygon, Colour colour) override {
@@ -225,6 +235,7 @@ public:
     void Facets(const Facet_List& list) override {
         const auto together = [](const Facet& a, const Facet& b) { return a.colour == b.colour && (a.count == 2) == (b.count == 2); };
         cairo_new_path(cairo_);
+        int points = 0;
         for (std::size_t i = 0; i < list.facets.size(); ++i) {
             const Facet& facet = list.facets[i];
             const auto& c = facet.corners;
@@ -235,7 +246,9 @@ public:
                 Add_Corners(list, std::array{c[0], c[1], c[2]}, before < 0);
                 Add_Corners(list, std::array{c[0], c[2], c[3]}, after < 0);
             }
-            if (i + 1 < list.facets.size() && together(facet, list.facets[i + 1])) continue;
+            points += static_cast<int>(facet.count);
+            if (i + 1 < list.facets.size() && together(facet, list.facets[i + 1]) && points < longest_path_) continue;
+            points = 0;
             Use(facet.colour);
             if (facet.count > 2) cairo_fill_preserve(cairo_);
             cairo_set_dash(cairo_, nullptr, 0, 0);
@@ -283,6 +296,7 @@ public:
         cairo_surface_finish(surface_);
         const bool sound = cairo_surface_status(surface_) == CAIRO_STATUS_SUCCESS && cairo_status(cairo_) == CAIRO_STATUS_SUCCESS;
         Release();
+        if (end_mark_) text_ += end_of_transmission;
         return sound && Replace_File(file_, text_) ? Status::Done() : Status::Fail_File("The picture cannot be written: " + file_);
     }
 
@@ -329,6 +343,16 @@ private:
         if (!glyph.strokes) cairo_close_path(cairo_);
     }
 
+    void Paint_Glyphs(const Glyph_Outline& glyph, const Marker_Style& style, bool dots) {
+        Use(style.colour);
+        if (dots)
+            Stroke_Dots(style);
+        else if (style.filled && !glyph.strokes)
+            cairo_fill(cairo_);
+        else
+            Stroke({style.colour, 1, Line_Style::solid});
+    }
+
     // A line of no length with round ends is a dot: a few bytes a marker. The pen takes the shape of the glyph's box.
     void Stroke_Dots(const Marker_Style& style) {
         cairo_save(cairo_);
@@ -342,13 +366,56 @@ private:
 
     void Use(Colour c) { cairo_set_source_rgb(cairo_, Red(c) / 255.0, Green(c) / 255.0, Blue(c) / 255.0); }
 
-    void Stroke(const Pen& pen) {
+    // `travelled`: length of the line before the path, which its dashes go on from.
+    void Stroke(const Pen& pen, double travelled = 0) {
         Use(pen.colour);
         cairo_set_line_width(cairo_, pen.width * unit_);
         std::vector<double> dashes;
         for (const double length : Dash_Pattern(pen.style)) dashes.push_back(length * unit_);
-        cairo_set_dash(cairo_, dashes.data(), static_cast<int>(dashes.size()), 0);
+        cairo_set_dash(cairo_, dashes.data(), static_cast<int>(dashes.size()), travelled);
         cairo_stroke(cairo_);
+    }
+
+    // A line is stroked whenever its path has so many points. The next path begins a corner earlier, so that it makes the join there.
+    struct Line_Path {
+        Pen pen;
+        int points = 0, repeated = 0;          // in the path, and those of them that the last one has stroked
+        Point last{}, before{};                // the last place, and the one before it
+        double length = 0, length_before = 0;  // of the line up to there
+        double travelled = 0;                  // at the start of the path
+    };
+
+    void Begin_Line(const Pen& pen) {
+        cairo_new_path(cairo_);
+        line_ = {.pen = pen};
+    }
+
+    // The dashes of a new part begin anew, which those of a path in the middle of a line do not.
+    void Move_To(Point p) {
+        if (line_.travelled > 0 || line_.points >= longest_path_) End_Line();
+        cairo_move_to(cairo_, X(p.x), Y(p.y));
+        line_.last = p;
+        line_.length = line_.travelled = 0;
+        ++line_.points;
+    }
+
+    void Line_To(Point p) {
+        cairo_line_to(cairo_, X(p.x), Y(p.y));
+        line_.before = line_.last, line_.length_before = line_.length;
+        line_.last = p;
+        line_.length += std::hypot(X(p.x) - X(line_.before.x), Y(p.y) - Y(line_.before.y));
+        if (++line_.points < longest_path_) return;
+        End_Line();
+        cairo_move_to(cairo_, X(line_.before.x), Y(line_.before.y));
+        cairo_line_to(cairo_, X(p.x), Y(p.y));
+        line_.points = line_.repeated = 2;
+        line_.travelled = line_.length_before;
+    }
+
+    void End_Line() {
+        if (line_.points > line_.repeated) Stroke(line_.pen, line_.travelled);
+        cairo_new_path(cairo_);
+        line_.points = line_.repeated = 0;
     }
 
     double Choose_Font(const Text_Style& style) const {
@@ -364,16 +431,19 @@ private:
     std::string text_;  // of the file
     double width_, height_;
     double unit_ = 1;
+    int longest_path_ = 0;   // points
+    bool end_mark_ = false;  // of the file
+    Line_Path line_{};
     Rect clip_{};
-    cairo_surface_t* surface_;
-    cairo_t* cairo_;
+    cairo_surface_t* surface_ = nullptr;
+    cairo_t* cairo_ = nullptr;
 };
 
 }  // namespace
 
 std::unique_ptr<Vector_Device> Open_Vector_Device(Vector_Format format, const std::string& file, double width, double height,
-                                                  const Hardcopy_Options&) {
-    return std::make_unique<Cairo_Device>(format, file, width, height);
+                                                  const Hardcopy_Options& options) {
+    return std::make_unique<Cairo_Device>(format, file, width, height, options);
 }
 
 }  // namespace vntl

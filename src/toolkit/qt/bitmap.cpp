@@ -1,17 +1,13 @@
 // The raster device: curves and markers by our own renderer, the rest by the windowing system's painter.
 #include "toolkit/bitmap.hpp"
 
-#include <QBuffer>
 #include <QFontMetricsF>
-#include <QImageWriter>
 #include <QPainter>
 #include <QPainterPath>
 #include <algorithm>
 #include <cmath>
 #include <optional>
 
-#include "base/text.hpp"
-#include "base/write_file.hpp"
 #include "toolkit/cell_raster.hpp"
 #include "toolkit/curve_raster.hpp"
 #include "toolkit/facet_raster.hpp"
@@ -295,20 +291,6 @@ void Bitmap::Reduce(bool on) {
 Colour Bitmap::Pixel(int x, int y) const {
     const QRgb rgb = implementation_->image.pixel(x, y);
     return WRGB(static_cast<unsigned>(qRed(rgb)), static_cast<unsigned>(qGreen(rgb)), static_cast<unsigned>(qBlue(rgb)));
-}
-
-Status Bitmap::Save(const std::string& file, double dots_per_inch) const {
-    QImage image = implementation_->image;
-    const int dots = qRound(dots_per_inch / 0.0254);
-    image.setDotsPerMeterX(dots);
-    image.setDotsPerMeterY(dots);
-    QByteArray bytes;
-    QBuffer target(&bytes);
-    const std::string format = Lower(file.substr(file.find_last_of('.') + 1));
-    QImageWriter writer(&target, QByteArray::fromStdString(format));
-    if (format == "jpg" || format == "jpeg") writer.setQuality(92);
-    const bool good = writer.write(image) && Replace_File(file, {bytes.constData(), static_cast<std::size_t>(bytes.size())});
-    return good ? Status::Done() : Status::Fail_File("The picture cannot be written: " + file);
 }
 
 }  // namespace vntl
