@@ -11,7 +11,6 @@
 #include "plot/plot.hpp"
 #include "toolkit/bitmap.hpp"
 #include "toolkit/hardcopy.hpp"
-#include "toolkit/shape_device.hpp"
 
 namespace {
 
@@ -36,7 +35,7 @@ void Write_File(benchmark::State& state, const Format& format) {
     const std::string file = (std::filesystem::temp_directory_path() / "vantrelo_bench").string() + format.ending;
     Hardcopy_Driver driver{};
     Hardcopy_Options options;
-    if (!Driver_Of_Name(file, driver, options)) state.SkipWithError("no such format");
+    if (!Driver_Of_Name(file, driver, options.format)) state.SkipWithError("no such format");
     for (auto _ : state)
         best = std::min(best, Milliseconds([&] {
                             if (HardCopy(driver, file, options, draw).failed) state.SkipWithError("not written");
