@@ -11,6 +11,8 @@
 #include "plot/plot.hpp"
 #include "toolkit/bitmap.hpp"
 #include "toolkit/hardcopy.hpp"
+#include "toolkit/messages.hpp"
+#include "toolkit/window.hpp"
 
 namespace {
 
