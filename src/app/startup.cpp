@@ -18,6 +18,7 @@
 #include "session/file_kinds.hpp"
 #include "session/load.hpp"
 #include "session/ranges.hpp"
+#include "session/settings_file.hpp"
 #include "views/views.hpp"
 
 namespace vntl {
@@ -44,24 +45,59 @@ private:
     std::optional<int> format_code_;
 };
 
-// Identity, system and directories; false after a fault that ends the program.
-bool Configure(Session& session, Ask& ask) {
+// Reads the settings file; the box that is to tell of it, if any. A suite's directory that is none gives way to the environment's, and one
+// that the file alone knows is searched then.
+std::optional<Message_Box> Load_Settings(Session& session) {
+    std::string& suite = session.prefs.environment.quendrix_dir;
+    const auto box = [](std::string text, bool of_file) {
+        return Message_Box{Box_Buttons::ok, Box_Icon::information, 1, std::move(text), std::string(preferences_title), of_file};
+    };
+    const std::string file = Find_Preferences_File(session.config, suite), of_environment = suite;
+    if (file.empty())
+        return box(
+            "WARNING: No preferences file.\nDefault preferences will be used\nGo to <Options> menu, click on <Preferences>\n"
+            "and then on <Save global preferences>",
+            false);
+    if (const Status status = Read_Preferences(session.prefs, file); status.failed) {
+        Set_Default_Preferences(session.prefs);
+        return box("ERROR: loading preferences file.\n" + status.message + "\nDefault preferences will be used", true);
+    }
+    if (!IOsDirExists(suite))
+        suite = of_environment;
+    else if (of_environment.empty())
+        Search_Directories(session.config, suite);
+    return {};
+}
+
+struct Configured {
+    bool failed = false;                        // a fault that ends the program
+    std::optional<Message_Box> about_settings;  // to be told when the window is open
+};
+
+// Identity, system, directories and preferences.
+Configured Configure(Session& session, Ask& ask) {
     const Status status = Init_Configure(session.config, InfoOpSystem(1), InfoOpSystem(19));
     if (status.failed) {
         ask.Box({Box_Buttons::ok, Box_Icon::stop, 1, status.message, session.config.program_name});
-        return false;
+        return {true, {}};
     }
+    Environment_Prefs& environment = session.prefs.environment;
+    Set_Programs_Of_System(session.config, environment);
     session.config.launch_dir = IOsDirName();
-    Search_Directories(session.config);
-    Read_Select_Directory(session.config);
+    Search_Directories(session.config, environment.quendrix_dir);
     Set_Default_Preferences(session.prefs);
-    return true;
+    Configured configured{false, Load_Settings(session)};
+    Read_Select_Directory(session.config);
+    return configured;
 }
 
 int Export(const Command_Line& line) {
     Session session;
     Ask_Nobody ask(line.format_code);
-    if (!Configure(session, ask)) return 1;
+    const Configured configured = Configure(session, ask);
+    if (configured.failed) return 1;
+    const bool bad_settings = configured.about_settings && configured.about_settings->of_file;
+    if (bad_settings) ask.Box(*configured.about_settings);
     IOsDirChange(session.config.launch_dir);
     Reset_Profiles(session);
     const Open_Result opened = Open_Files(session, ask, line.files, line.format_code);
@@ -70,7 +106,7 @@ int Export(const Command_Line& line) {
     const auto draw = [&session](Device& device) { Draw_With_Marks(Scene_Of(session), device); };
     const Status status = Export_Picture(draw, line.export_file, line.export_width, line.export_height);
     if (status.failed) std::cerr << status.message << std::endl;
-    return opened.failed || status.failed ? 1 : 0;
+    return opened.failed || status.failed || bad_settings ? 1 : 0;
 }
 
 // A dimension of the window: one that is not given, or no whole number, is the preferences'.
@@ -86,14 +122,6 @@ void Open_Main_Window(Application& app, const Command_Line& line) {
     WindowStatusBarParts(status_widths);
     WMenu(Menu_Bar());
     Register_Toolbars(Toolbars());
-}
-
-void Tell_About_Preferences(Application& app) {
-    if (!Find_Preferences_File(app.session.config).empty()) return;
-    app.ask.Box({Box_Buttons::ok, Box_Icon::information, 1,
-                 "WARNING: No preferences file.\nDefault preferences will be used\nGo to <Options> menu, click on <Preferences>\n"
-                 "and then on <Save global preferences>",
-                 std::string(preferences_title)});
 }
 
 // One file, by its extension alone.
@@ -117,7 +145,7 @@ void Open_Start_Files(Application& app, const Command_Line& line) {
         Open_Dropped_Files(app, line.files);
 }
 
-void Start(Application& app, const Command_Line& line, Recorder* recorder) {
+void Start(Application& app, const Command_Line& line, const std::optional<Message_Box>& about_settings, Recorder* recorder) {
     Session& session = app.session;
     Open_Main_Window(app, line);
     session.recent.Read(session.config.Recent_Files_Path());
@@ -127,7 +155,7 @@ void Start(Application& app, const Command_Line& line, Recorder* recorder) {
     Carry_To_Window(app);
     WindowShow();
     Plot_Redraw(session);
-    Tell_About_Preferences(app);
+    if (about_settings) app.ask.Box(*about_settings);
     if (recorder != nullptr) recorder->Begin(line.files);
     Open_Start_Files(app, line);
 }
@@ -148,7 +176,8 @@ int Run_Window(const Command_Line& line, const std::optional<std::string>& scrip
         app.session.config.files_allowed = false;
         runner.emplace(app, *script, std::cout, std::cerr);
     }
-    if (!Configure(app.session, app.ask)) return 1;
+    const Configured configured = Configure(app.session, app.ask);
+    if (configured.failed) return 1;
     std::optional<Recorder> recorder;
     if (!line.record.empty()) {
         recorder.emplace(app);
@@ -158,7 +187,7 @@ int Run_Window(const Command_Line& line, const std::optional<std::string>& scrip
         }
         if (runner) runner->Record_To(*recorder);
     }
-    Start(app, line, recorder ? &*recorder : nullptr);
+    Start(app, line, configured.about_settings, recorder ? &*recorder : nullptr);
     Message_Loop(app);
     const bool failed = script && (app.failed || runner->failed());
     return failed || (recorder && recorder->failed()) ? 1 : 0;

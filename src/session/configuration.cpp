@@ -5,31 +5,56 @@
 //   quendrix.dir  directory and name of the refinement input file, a line each
 #include "session/configuration.hpp"
 
+#include <array>
 #include <cctype>
+#include <iterator>
 #include <optional>
 #include <vector>
 
 #include "base/os.hpp"
 #include "base/text.hpp"
 #include "base/write_file.hpp"
+#include "session/preferences.hpp"
 
 namespace vntl {
 namespace {
 
 constexpr int any_code = -1;
+constexpr std::string_view unknown_system = "UNKN";
 constexpr std::string_view select_file = "vantrelo.sel";
+
+// Directories that a system may choose for its settings.
+enum class Place { none, home, working, suite, start };
+using Places = std::array<Place, 2>;  // in the order in which they are tried
 
 struct System_Row {
     std::string_view tag;
     int family, sub_code;  // as the toolkit reports them
     char separator;
-    bool settings_at_home;  // in $HOME/.qxs, else beside the suite
+    Place directory_files;             // where those that are told above are looked for
+    Places settings;                   // where settings are looked for: the first that has them
+    Places saved_global, saved_local;  // where they are saved: the first that is there
 };
 
 constexpr System_Row systems[] = {
-    {"WIND", 6, any_code, '\\', false},
-    {"LINU", 4, 14, '/', true},
-    {"MACO", 4, any_code, '/', true},
+    {"WIND", 6, any_code, '\\', Place::suite, {Place::working, Place::suite}, {Place::suite, Place::start}, {Place::working}},
+    {"LINU", 4, 14, '/', Place::home, {Place::home}, {Place::home}, {Place::home}},
+    {"MACO", 4, any_code, '/', Place::home, {Place::home}, {Place::home}, {Place::home}},
+};
+
+// The programs of each system, in the order of the systems.
+struct Program_Row {
+    std::string Environment_Prefs::*program;
+    std::array<std::string_view, std::size(systems)> names;
+};
+
+constexpr Program_Row programs[] = {
+    {&Environment_Prefs::cmd_editor, {"notepad.exe", "gedit", "bbedit"}},
+    {&Environment_Prefs::cmd_browser, {"C:\\Program Files\\Internet Explorer\\iexplore.exe", "firefox", "open -a firefox"}},
+    {&Environment_Prefs::cmd_pdf, {"", "acroread", "open -a acroread"}},
+    {&Environment_Prefs::cmd_unzip, {"7zFM ", "gzip", ""}},
+    {&Environment_Prefs::cmd_run, {"cmd /t:0e /c", "xterm -e", "xterm -e"}},
+    {&Environment_Prefs::prg_refine, {"wqx2k.exe", "wqx2k", "wqx2k"}},
 };
 
 const System_Row* Find_System(std::string_view tag) {
@@ -38,15 +63,27 @@ const System_Row* Find_System(std::string_view tag) {
     return nullptr;
 }
 
-bool Settings_At_Home(const Configuration& config) {
-    const System_Row* system = Find_System(config.os_tag);
-    return system != nullptr && system->settings_at_home;
-}
-
 // $HOME/.qxs, blank without a home.
 std::string Home_Settings(const Configuration& config) {
     const std::string home = IOsVariable("HOME");
     return Trim(home).empty() ? std::string() : config.Path(home, ".qxs");
+}
+
+// Blank where there is no such directory.
+std::string Directory_Of(Place place, const Configuration& config, const std::string& quendrix_dir) {
+    switch (place) {
+        case Place::home:
+            return Home_Settings(config);
+        case Place::working:
+            return IOsDirName();
+        case Place::suite:
+            return quendrix_dir;
+        case Place::start:
+            return config.start_dir;
+        case Place::none:
+            break;
+    }
+    return {};
 }
 
 std::string_view Without_Final_Separator(std::string_view directory, char separator) {
@@ -119,8 +156,10 @@ Status Preferences_File_Name(const std::string& program_version, std::string& na
 std::string Os_Tag(int family, int sub_code) {
     for (const System_Row& system : systems)
         if (system.family == family && (system.sub_code == any_code || system.sub_code == sub_code)) return std::string(system.tag);
-    return "UNKN";
+    return std::string(unknown_system);
 }
+
+bool Is_Os_Tag(std::string_view tag) { return tag == unknown_system || Find_System(tag) != nullptr; }
 
 Status Init_Configure(Configuration& config, int os_family, int os_sub_code) {
     const bool files_allowed = config.files_allowed;
@@ -134,33 +173,49 @@ Status Init_Configure(Configuration& config, int os_family, int os_sub_code) {
     return Preferences_File_Name(config.program_version, config.set_file);
 }
 
-void Search_Directories(Configuration& config) {
-    if (!IOsDirExists(config.quendrix_dir)) config.quendrix_dir = IOsVariable("QUENDRIX");
-    if (!IOsDirExists(config.quendrix_dir)) config.quendrix_dir.clear();
-    if (Settings_At_Home(config)) {
-        config.config_dir = Home_Settings(config);
-        if (!config.config_dir.empty()) IOsDirMake(config.config_dir);
-    } else {
-        config.config_dir = config.quendrix_dir;
-    }
+void Set_Programs_Of_System(const Configuration& config, Environment_Prefs& environment) {
+    const System_Row* system = Find_System(config.os_tag);
+    if (system == nullptr) return;
+    const auto column = static_cast<std::size_t>(system - systems);
+    for (const Program_Row& row : programs) environment.*row.program = row.names[column];
+}
+
+void Make_Home_Settings(const Configuration& config) {
+    const System_Row* system = Find_System(config.os_tag);
+    const std::string directory = Home_Settings(config);
+    if (system != nullptr && system->directory_files == Place::home && !directory.empty()) IOsDirMake(directory);
+}
+
+void Search_Directories(Configuration& config, std::string& quendrix_dir) {
+    if (!IOsDirExists(quendrix_dir)) quendrix_dir = IOsVariable("QUENDRIX");
+    if (!IOsDirExists(quendrix_dir)) quendrix_dir.clear();
+    const System_Row* system = Find_System(config.os_tag);
+    Make_Home_Settings(config);
+    config.config_dir = system == nullptr ? std::string() : Directory_Of(system->directory_files, config, quendrix_dir);
     config.pcr_file.clear();
     config.last_dir.clear();
-    if (config.quendrix_dir.empty()) return;
+    if (quendrix_dir.empty()) return;
 
-    config.quendrix_dir = Without_Final_Separator(config.quendrix_dir, config.sep);
+    quendrix_dir = Without_Final_Separator(quendrix_dir, config.sep);
     config.config_dir = Without_Final_Separator(config.config_dir, config.sep);
     if (config.config_dir.empty()) return;
     if (Search_Last_Directory(config)) Search_Refinement_File(config);
 }
 
-std::string Find_Preferences_File(const Configuration& config) {
-    std::vector<std::string> places;
-    if (Settings_At_Home(config))
-        places = {Home_Settings(config)};
-    else
-        places = {IOsDirName(), config.quendrix_dir};
-    for (const std::string& place : places)
-        if (!place.empty() && IOsFileExists(config.Path(place, config.set_file))) return config.Path(place, config.set_file);
+std::string Find_Preferences_File(const Configuration& config, const std::string& quendrix_dir) {
+    const System_Row* system = Find_System(config.os_tag);
+    for (const Place place : system == nullptr ? Places{} : system->settings) {
+        const std::string directory = Directory_Of(place, config, quendrix_dir);
+        if (!directory.empty() && IOsFileExists(config.Path(directory, config.set_file))) return config.Path(directory, config.set_file);
+    }
+    return {};
+}
+
+std::string Settings_Directory(const Configuration& config, const std::string& quendrix_dir, Settings_Mode mode) {
+    const System_Row* system = Find_System(config.os_tag);
+    if (system == nullptr) return {};
+    for (const Place place : mode == Settings_Mode::local ? system->saved_local : system->saved_global)
+        if (const std::string directory = Directory_Of(place, config, quendrix_dir); !directory.empty()) return directory;
     return {};
 }
 
@@ -175,10 +230,10 @@ void Write_Select_Directory(const Configuration& config) {
         Write_Text_Lines(config.Path(config.config_dir, select_file), {config.select_dir});
 }
 
-void Write_Last_Directory(const Configuration& config) {
+void Write_Last_Directory(const Configuration& config, const std::string& quendrix_dir) {
     const std::string directory = IOsDirName();
-    if (!config.files_allowed || config.quendrix_dir.empty() || directory.empty()) return;
-    Write_Text_Lines(config.Path(config.quendrix_dir, "vantrelo.dir"), {directory});
+    if (!config.files_allowed || quendrix_dir.empty() || directory.empty()) return;
+    Write_Text_Lines(config.Path(quendrix_dir, "vantrelo.dir"), {directory});
 }
 
 }  // namespace vntl

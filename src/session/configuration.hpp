@@ -10,6 +10,8 @@
 
 namespace vntl {
 
+struct Environment_Prefs;
+
 struct Configuration {
     std::string program_name = "Vantrelo-2006";
     std::string program_version = "Version: 0.50";
@@ -19,10 +21,9 @@ struct Configuration {
 
     std::string os_tag;  // "WIND", "LINU", "MACO" or "UNKN"
     char sep = '/';
-    std::string start_dir;     // current directory at start; the recent-files list stands there
-    std::string launch_dir;    // a relative path of the command line is taken from here
-    std::string quendrix_dir;  // installation directory of the suite; blank when there is none
-    std::string config_dir;    // where the files of directories are looked for
+    std::string start_dir;   // current directory at start; the recent-files list stands there
+    std::string launch_dir;  // a relative path of the command line is taken from here
+    std::string config_dir;  // where the files of directories are looked for
     std::string last_dir;
     std::string select_dir;  // where the user last chose a file, blank as long as nobody knows
     std::string pcr_file;
@@ -45,23 +46,36 @@ struct Configuration {
 // characters behind.
 Status Preferences_File_Name(const std::string& program_version, std::string& name);
 
-// Tag of a system by the family (4 Unix, 6 Windows) and the sub-code (14 Linux) that the toolkit reports.
+// Tag of a system by the family (4 Unix, 6 Windows) and the sub-code (14 Linux) that the toolkit reports, "UNKN" of any other.
 std::string Os_Tag(int family, int sub_code);
+bool Is_Os_Tag(std::string_view tag);
 
 // Sets identity, tag, separator, start directory and file names.
 Status Init_Configure(Configuration&, int os_family, int os_sub_code);
 
-// Finds the directories of the suite and of the settings, and changes to the last working directory.
-void Search_Directories(Configuration&);
+// The programs that the system has by itself.
+void Set_Programs_Of_System(const Configuration&, Environment_Prefs&);
+
+// Finds the directories of the suite and of the settings, and changes to the last working directory. A suite's directory that is none is
+// taken from the environment, and blank where that names none either.
+void Search_Directories(Configuration&, std::string& quendrix_dir);
 
 // Full path of the preferences file, empty when there is none.
-std::string Find_Preferences_File(const Configuration&);
+std::string Find_Preferences_File(const Configuration&, const std::string& quendrix_dir);
+
+// Where preferences are saved: on Windows "local" in the working directory, "global" with the suite or else where the program was
+// started; elsewhere in $HOME/.qxs. Empty without such a place.
+enum class Settings_Mode { global, local };
+std::string Settings_Directory(const Configuration&, const std::string& quendrix_dir, Settings_Mode mode);
+
+// Makes $HOME/.qxs where that is the place.
+void Make_Home_Settings(const Configuration&);
 
 // The directory where the user last chose a file, kept across runs in a file of the settings.
 void Read_Select_Directory(Configuration&);
 void Write_Select_Directory(const Configuration&);
 
 // Writes the current directory into "vantrelo.dir" of the suite's directory. A failure, and a blank suite directory, are ignored.
-void Write_Last_Directory(const Configuration&);
+void Write_Last_Directory(const Configuration&, const std::string& quendrix_dir);
 
 }  // namespace vntl

@@ -5,6 +5,7 @@
 
 #include <array>
 #include <string>
+#include <string_view>
 
 #include "base/colour.hpp"
 
@@ -79,6 +80,7 @@ struct Surface_Prefs {
 
 // Of maps and surfaces: higher intensities are cut off at the value, in the units of the picture. It goes with the run of the program and
 // not with the settings file.
+inline constexpr std::string_view saturation_mark = "(Saturation:";  // tells of it in the title of a map
 struct Saturation {
     bool saturation_on = false;
     float saturation_value = 0;

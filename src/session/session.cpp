@@ -102,7 +102,7 @@ void Reset_Profiles(Session& session) {
 
 void Write_Exit_Files(const Session& session) {
     if (!session.config.files_allowed) return;
-    Write_Last_Directory(session.config);
+    Write_Last_Directory(session.config, session.prefs.environment.quendrix_dir);
     Write_Select_Directory(session.config);
     session.recent.Write(session.config.Recent_Files_Path());
 }

@@ -5,26 +5,26 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include "base/status.hpp"
+#include "session/configuration.hpp"
 
 namespace vntl {
 
-struct Configuration;
 struct Preferences;
 
-enum class Settings_Mode { global, local };
-
-// Where `mode` saves: on Windows "local" the working directory, "global" the suite's directory or else the one of the start; elsewhere
-// $HOME/.qxs for both. Empty without a home.
+// The file where `mode` saves, in its Settings_Directory. Empty without such a place.
 std::string Settings_File(const Configuration&, const Preferences&, Settings_Mode mode);
 
 // Reads the whole file. A failure tells in which section it happened ("Error reading graphic 2D preferences values"); the preferences
 // are then as they were. Numbers outside their range come to the nearest one of it.
 Status Read_Preferences(Preferences&, const std::string& file);
+Status Read_Settings_Text(Preferences&, std::string_view text);
 
-// Writes the whole file in one step, its directory made when it is missing. Fails with "Unable to write setting file"; what was there
-// stays.
+// Writes the whole file in one step, its directory made when it is missing. Fails with "Unable to write setting file" and the file's
+// name; what was there stays.
 Status Write_Preferences(const Preferences&, const Configuration&, Settings_Mode mode);
+std::string Settings_Text(const Preferences&, const Configuration&);
 
 }  // namespace vntl

@@ -102,10 +102,17 @@ Json Preferences_Json(const Preferences& prefs) {
     return all;
 }
 
-Json Paths(const Configuration& config) {
-    return {{"os_tag", config.os_tag},         {"sep", std::string(1, config.sep)},   {"start_dir", config.start_dir},
-            {"launch_dir", config.launch_dir}, {"quendrix_dir", config.quendrix_dir}, {"config_dir", config.config_dir},
-            {"last_dir", config.last_dir},     {"pcr_file", config.pcr_file},         {"set_file", config.set_file},
+Json Paths(const Session& session) {
+    const Configuration& config = session.config;
+    return {{"os_tag", config.os_tag},
+            {"sep", std::string(1, config.sep)},
+            {"start_dir", config.start_dir},
+            {"launch_dir", config.launch_dir},
+            {"quendrix_dir", session.prefs.environment.quendrix_dir},
+            {"config_dir", config.config_dir},
+            {"last_dir", config.last_dir},
+            {"pcr_file", config.pcr_file},
+            {"set_file", config.set_file},
             {"mru_file", config.mru_file}};
 }
 
@@ -164,7 +171,7 @@ std::vector<Topic> State_Topics(const Session& s) {
                         }),
             Plain_Topic("paths",
                         [&s] {
-                            return Json{{"paths", Paths(s.config)}};
+                            return Json{{"paths", Paths(s)}};
                         }),
             Plain_Topic("timing", [&s] { return Timing(s.plot); })};
 }

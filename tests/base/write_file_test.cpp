@@ -5,7 +5,6 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/file.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -17,6 +16,7 @@
 #include <thread>
 
 #include "base/os.hpp"
+#include "small_disk.hpp"
 
 namespace vntl {
 namespace {
@@ -30,22 +30,6 @@ bool Is_Root() { return ::geteuid() == 0; }
 struct As_Somebody {
     As_Somebody() { EXPECT_EQ(::seteuid(somebody), 0); }
     ~As_Somebody() { EXPECT_EQ(::seteuid(0), 0); }
-};
-
-// Files may not grow beyond this size for a while, as on a disk that is full.
-struct Small_Disk {
-    explicit Small_Disk(rlim_t bytes) {
-        ::getrlimit(RLIMIT_FSIZE, &before);
-        const rlimit limit{bytes, before.rlim_max};
-        ::setrlimit(RLIMIT_FSIZE, &limit);
-        handler = std::signal(SIGXFSZ, SIG_IGN);
-    }
-    ~Small_Disk() {
-        ::setrlimit(RLIMIT_FSIZE, &before);
-        std::signal(SIGXFSZ, handler);
-    }
-    rlimit before{};
-    void (*handler)(int) = nullptr;
 };
 
 class Write_File : public testing::Test {

@@ -1,7 +1,10 @@
 // Directories of the three systems, on a temporary directory; recent files.
 #include "session/configuration.hpp"
 
+#include <map>
+
 #include "session/session.hpp"
+#include "session/settings_file.hpp"
 #include "session/testing.hpp"
 
 namespace vntl {
@@ -11,6 +14,8 @@ TEST(Configuration, TagsAndNames) {
     EXPECT_EQ(Os_Tag(4, 14) + Os_Tag(4, 3) + Os_Tag(6, 14) + Os_Tag(5, 0), "LINUMACOWINDUNKN");
     Configuration config;
     EXPECT_EQ(Init_Configure(config, 9, 0).message, "Fault: Unknown Operating System ");
+    EXPECT_EQ(Settings_Directory(config, "/suite", Settings_Mode::global), "") << "no place is known";
+    EXPECT_TRUE(Is_Os_Tag("UNKN") && Is_Os_Tag("MACO") && !Is_Os_Tag("") && !Is_Os_Tag("linu"));
     EXPECT_TRUE(Init_Configure(config, 6, 0).ok());
     EXPECT_EQ(config.sep, '\\');
     EXPECT_EQ(config.set_file, "vntl050.set");
@@ -31,6 +36,8 @@ struct Search : testing::TestWithParam<System> {
     Test_Directory dir;
     std::string home = dir.Make("home"), suite = dir.Make("suite"), work = dir.Make("work dir"), other = dir.Make("other");
     Configuration config;
+    Preferences prefs;
+    std::string& quendrix_dir = prefs.environment.quendrix_dir;
 
     void SetUp() override {
         Test_Directory::Set("HOME", home);
@@ -45,15 +52,15 @@ struct Search : testing::TestWithParam<System> {
 };
 
 TEST_P(Search, AnEmptyHouseIsNoError) {
-    Search_Directories(config);
-    EXPECT_EQ(config.quendrix_dir, suite);
+    Search_Directories(config, quendrix_dir);
+    EXPECT_EQ(quendrix_dir, suite);
     EXPECT_EQ(config.config_dir, config.os_tag == "WIND" ? suite : home + "/.qxs");
     EXPECT_EQ(std::filesystem::is_directory(home + "/.qxs"), config.os_tag != "WIND");
     EXPECT_EQ(config.last_dir + config.pcr_file, "");
     EXPECT_EQ(Here(), dir.path);
-    EXPECT_EQ(Find_Preferences_File(config), "");
+    EXPECT_EQ(Find_Preferences_File(config, quendrix_dir), "");
     Settings_File("vntl050.set", "x");
-    EXPECT_NE(Find_Preferences_File(config), "");
+    EXPECT_NE(Find_Preferences_File(config, quendrix_dir), "");
 }
 
 TEST_P(Search, TheSuitesLastDirectoryGoesBeforeOurs) {
@@ -61,7 +68,7 @@ TEST_P(Search, TheSuitesLastDirectoryGoesBeforeOurs) {
     Settings_File("vantrelo.dir", other + "\n");
     const char separator[] = {config.sep, 0};
     Settings_File("quendrix.dir", "/some where\nrun.pcr\n");
-    Search_Directories(config);
+    Search_Directories(config, quendrix_dir);
     EXPECT_EQ(config.last_dir, work);
     EXPECT_EQ(Here(), work);
     EXPECT_EQ(config.pcr_file, std::string("/some where") + separator + "run.pcr");
@@ -69,7 +76,7 @@ TEST_P(Search, TheSuitesLastDirectoryGoesBeforeOurs) {
     Settings_File("quendrix.dir", std::string("first\nwith") + separator + "run.pcr\n");
     Settings_File("tqx.set", "no such line\n");
     std::filesystem::current_path(dir.path);
-    Search_Directories(config);
+    Search_Directories(config, quendrix_dir);
     EXPECT_EQ(config.last_dir, "");
     EXPECT_EQ(Here(), dir.path);
     EXPECT_EQ(config.pcr_file, std::string("with") + separator + "run.pcr");
@@ -80,12 +87,12 @@ TEST_P(Search, OurLastDirectoryAndHalfAFileName) {
     Settings_File("quendrix.dir", "only a directory\n\n");
     Test_Directory::Set("QUENDRIX", suite + config.sep);
     if (config.os_tag == "WIND") std::filesystem::create_directory(suite + "\\");  // a name of its own on this disk
-    Search_Directories(config);
-    EXPECT_EQ(config.quendrix_dir, suite);
+    Search_Directories(config, quendrix_dir);
+    EXPECT_EQ(quendrix_dir, suite);
     EXPECT_EQ(Here(), work);
     EXPECT_EQ(config.pcr_file, "");
 
-    Write_Last_Directory(config);
+    Write_Last_Directory(config, quendrix_dir);
     EXPECT_EQ(Test_Directory::Contents(suite + config.sep + "vantrelo.dir"), work + "\n");
 }
 
@@ -93,20 +100,59 @@ TEST_P(Search, WithoutSuiteNothingIsReadOrWritten) {
     Settings_File("vantrelo.dir", work + "\n");
     for (const std::optional<std::string>& variable : {std::optional<std::string>(), std::optional<std::string>(dir.path + "/no such")}) {
         Test_Directory::Set("QUENDRIX", variable);
-        Search_Directories(config);
-        EXPECT_EQ(config.quendrix_dir + config.last_dir, "");
+        Search_Directories(config, quendrix_dir);
+        EXPECT_EQ(quendrix_dir + config.last_dir, "");
         EXPECT_EQ(Here(), dir.path);
-        Write_Last_Directory(config);  // "/vantrelo.dir" is nobody's file
+        Write_Last_Directory(config, quendrix_dir);  // "/vantrelo.dir" is nobody's file
         EXPECT_FALSE(std::filesystem::exists("/vantrelo.dir") || std::filesystem::exists("\\vantrelo.dir"));
     }
     if (config.os_tag == "WIND") return;
     std::filesystem::remove_all(home + "/.qxs");
     for (const std::optional<std::string>& no_home : {std::optional<std::string>(), std::optional<std::string>("/proc/none")}) {
         Test_Directory::Set("HOME", no_home);
-        Search_Directories(config);
+        Search_Directories(config, quendrix_dir);
         EXPECT_EQ(config.config_dir, no_home ? "/proc/none/.qxs" : "");
-        EXPECT_EQ(Find_Preferences_File(config), "");
+        EXPECT_EQ(Find_Preferences_File(config, quendrix_dir), "");
     }
+}
+
+// On Windows a local file goes before the suite's, and without a suite the directory of the start takes the place of its own, where nobody
+// looks. Elsewhere there is one place.
+TEST_P(Search, SettingsAreFoundWhereTheyWereSaved) {
+    const bool windows = config.os_tag == "WIND";
+    const std::string name = windows ? "\\vntl050.set" : "/vntl050.set", at_home = home + "/.qxs" + name;
+    quendrix_dir = suite;
+    std::filesystem::current_path(work);
+    const auto save = [&](Settings_Mode mode) {
+        EXPECT_TRUE(Write_Preferences(prefs, config, mode).ok());
+        return vntl::Settings_File(config, prefs, mode);
+    };
+    EXPECT_EQ(save(Settings_Mode::global), windows ? suite + name : at_home) << "the directory is made";
+    EXPECT_EQ(Find_Preferences_File(config, quendrix_dir), windows ? suite + name : at_home);
+    EXPECT_EQ(save(Settings_Mode::local), windows ? work + name : at_home);
+    EXPECT_EQ(Find_Preferences_File(config, quendrix_dir), windows ? work + name : at_home);
+    quendrix_dir.clear();
+    EXPECT_EQ(save(Settings_Mode::global), windows ? dir.path + name : at_home);
+    EXPECT_TRUE(std::filesystem::exists(windows ? dir.path + name : at_home));
+    quendrix_dir = dir.path + "/missing/suite";
+    EXPECT_EQ(Write_Preferences(prefs, config, Settings_Mode::global).failed, windows);
+    EXPECT_FALSE(std::filesystem::exists(dir.path + "/missing"));
+}
+
+TEST_P(Search, ProgramsOfTheSystem) {
+    Environment_Prefs& programs = prefs.environment;
+    programs.cmd_cif_viewer = "kept";
+    Set_Programs_Of_System(config, programs);
+    std::string all;
+    for (const std::string& program : {programs.cmd_editor, programs.cmd_browser, programs.cmd_pdf, programs.cmd_unzip, programs.cmd_run,
+                                       programs.prg_refine, programs.cmd_cif_viewer, programs.cmd_ps_viewer})
+        all += program + '|';
+    const std::map<std::string, std::string> told = {
+        {"WIND", "notepad.exe|C:\\Program Files\\Internet Explorer\\iexplore.exe||7zFM |cmd /t:0e /c|wqx2k.exe|kept||"},
+        {"LINU", "gedit|firefox|acroread|gzip|xterm -e|wqx2k|kept||"},
+        {"MACO", "bbedit|open -a firefox|open -a acroread||xterm -e|wqx2k|kept||"},
+    };
+    EXPECT_EQ(all, told.at(config.os_tag));
 }
 
 INSTANTIATE_TEST_SUITE_P(Systems, Search, testing::Values(System{4, 14}, System{4, 1}, System{6, 0}),
@@ -116,7 +162,7 @@ TEST(Configuration, ExitFilesAreWrittenWhereTheyAreAllowed) {
     Test_Directory dir;
     Session s;
     ASSERT_TRUE(Init_Configure(s.config, 4, 14).ok());
-    s.config.quendrix_dir = dir.Make("suite");
+    s.prefs.environment.quendrix_dir = dir.Make("suite");
     MRU_Add(s, "/x/a.xy");
     s.config.files_allowed = false;
     Write_Exit_Files(s);

@@ -68,6 +68,16 @@ struct Line {
 TEST(Preference_Table, LinesOfTheSettingsFile) {
     std::vector<Line> told = {
         {4, "i5 i5 i10 i10 l3", "win_width win_height colour_a colour_b keep_settings"},
+        {6, "l3 l3", "always_save_context use_internal_editor"},
+        {7, "a", "quendrix_dir"},
+        {8, "a", "cmd_editor"},
+        {9, "a", "cmd_browser"},
+        {10, "a", "cmd_pdf"},
+        {11, "a", "cmd_cif_viewer"},
+        {12, "a", "cmd_ps_viewer"},
+        {13, "a", "cmd_unzip"},
+        {14, "a", "prg_refine"},
+        {15, "a", "cmd_run"},
         {30, "a", "title_single"},
         {31, "a", "title_multi"},
         {32, "i10 i10 i10 l3", "frame_background frame_foreground excl_colour excl_show"},
@@ -89,6 +99,9 @@ TEST(Preference_Table, LinesOfTheSettingsFile) {
         {53, "a", "surface_title"},
         {54, "i10 i10 i10 i10", "surface_background surface_lattice surface_min_colour surface_max_colour"},
         {55, "i10", "surface_type"},
+        {57, "i10 i10", "qv_background qv_foreground"},
+        {58, "l3", "qv_excl_match"},
+        {59, "i10", "qv_excl_colour"},
     };
     Line palette{48, "", ""};
     for (int band = 1; band <= 20; ++band) palette.edits += "i10 ", palette.names += "contour_palette/" + std::to_string(band) + ' ';
@@ -173,6 +186,11 @@ TEST(Preference_Table, DefaultsAreTheToldOnes) {
         {WRGB(198, 255, 198), "surface_lattice"},
         {WRGB(128, 0, 0), "surface_min_colour"},
         {WRGB(255, 255, 0), "surface_max_colour"},
+        {WRGB(164, 202, 246), "qv_background"},
+        {WRGB(255, 255, 255), "qv_foreground"},
+        {WRGB(192, 192, 192), "qv_excl_colour"},
+        {true, "qv_excl_match use_internal_editor"},
+        {false, "always_save_context"},
     };
     const Preferences prefs;
     for (const auto& [value, names] : told)
@@ -182,13 +200,15 @@ TEST(Preference_Table, DefaultsAreTheToldOnes) {
         }
 }
 
-TEST(Preference_Table, GoingBackToTheDefaultsLeavesTheWindow) {
+TEST(Preference_Table, GoingBackToTheDefaultsLeavesTheWindowAndThePrograms) {
     Preferences prefs;
     for (const Preference& p : Preference_Table()) (void)Set_Preference(prefs, p.name, Other_Value(p));
     Set_Default_Preferences(prefs);
-    const std::vector<std::string> window = Words_Of("win_width win_height colour_a colour_b keep_settings");
+    const std::vector<std::string> kept_names = Words_Of(
+        "win_width win_height colour_a colour_b keep_settings quendrix_dir cmd_editor cmd_browser cmd_pdf cmd_cif_viewer cmd_ps_viewer "
+        "cmd_unzip prg_refine cmd_run");
     for (const Preference& p : Preference_Table()) {
-        const bool kept = std::find(window.begin(), window.end(), p.name) != window.end();
+        const bool kept = std::find(kept_names.begin(), kept_names.end(), p.name) != kept_names.end();
         EXPECT_EQ(Value_Of(p, prefs) == p.standard, !kept) << p.name;
     }
 }
