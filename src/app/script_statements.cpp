@@ -68,6 +68,7 @@ const std::vector<Script_Runner::Kind_Of_Statement>& Script_Runner::Kinds() {
         {"close", &Script_Runner::Close},
         {"programs", &Script_Runner::Programs},
         {"pref", &Script_Runner::Pref},
+        {"os", &Script_Runner::Os},
         {"print", &Script_Runner::Print},
         {"export", &Script_Runner::Export},
         {"exit", &Script_Runner::Exit},
@@ -297,6 +298,13 @@ Status Script_Runner::Pref(const Words& words) {
     if (session.prefs.prf.excl_ignore_sides != sides_ignored) Set_Range_X(session.store, session.prefs.prf, session.plot);
     Plot_Redraw(session);
     if (recorder_ != nullptr) recorder_->Saw_Preference(words[1], words[2]);
+    return Status::Done();
+}
+
+// What depends on the system takes the other one's way from here on. Names of files keep the separator of the machine.
+Status Script_Runner::Os(const Words& words) {
+    if (words.size() != 2 || !Is_Os_Tag(words[1])) return Usage("os WIND|LINU|MACO|UNKN");
+    app_.session.config.os_tag = words[1];
     return Status::Done();
 }
 

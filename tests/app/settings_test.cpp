@@ -1,4 +1,4 @@
-// The start of the program with a settings file, a damaged one, and one that alone knows the suite.
+// The start of the program with a settings file, a damaged one, and one that alone knows the suite; the system tag of a script.
 #include "app/testing.hpp"
 #include "session/preference_table.hpp"
 #include "session/settings_file.hpp"
@@ -100,6 +100,16 @@ TEST_F(Settings_Start, ARecordingBeginsWithTheSizeOfTheFile) {
     std::ofstream(directory / "a.vns") << "quit\n";
     EXPECT_EQ(Run({"--script", "a.vns", "--record", "b.vns"}).status, 0);
     EXPECT_EQ(Text_Of(directory / "b.vns"), "resize 640 420\n");
+}
+
+TEST_F(Settings_Start, AScriptChoosesTheSystem) {
+    const Run_Result run = Script("os WIND\nprint paths\nos UNKN\nprint paths\nos linux\nos\nprint paths\n");
+    EXPECT_EQ(run.status, 1);
+    const std::string usage = ": usage: os WIND|LINU|MACO|UNKN\n";
+    EXPECT_EQ(run.errors, "line 5" + usage + "line 6" + usage);
+    std::string tags;
+    for (const Json& line : run.With("paths")) tags += line["paths"]["os_tag"].get<std::string>() + line["paths"]["sep"].get<std::string>();
+    EXPECT_EQ(tags, "WIND/UNKN/UNKN/");
 }
 
 }  // namespace
