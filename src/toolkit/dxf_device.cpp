@@ -1,8 +1,8 @@
 // Drawings for CAD programs.
 //
-// What stands where: a curve is one light-weight polyline, an area a solid or, with more corners, a hatch, a text a text in one of the
-// named styles, a marker an insert of its block, so that all markers of a row change with one of them. Each kind has its layer, and the
-// order of drawing is that of the picture, for a drawing program lays later entities over earlier ones.
+// A curve is one light-weight polyline, an area a solid or, with more corners, a hatch, a text a text in one of the named styles. A marker
+// is an insert of a block: whoever changes the block changes all markers of its size. Each kind has its layer. A drawing program lays later
+// entities over earlier ones, so they stand in the order of the picture.
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -16,6 +16,8 @@
 #include "toolkit/dxf_colours.hpp"
 #include "toolkit/dxf_file.hpp"
 #include "toolkit/font_table.hpp"
+#include "toolkit/hatch.hpp"
+#include "toolkit/recolour.hpp"
 #include "toolkit/shape_device.hpp"
 
 namespace vntl {
@@ -27,7 +29,6 @@ constexpr int ellipse_corners = 64;
 constexpr std::size_t most_solids = 100000, most_hatches = 20000;  // of an image of cells: about 20 megabytes of file
 constexpr std::size_t few_cells = 1000;                            // of which seams do not disturb
 constexpr double hatch_angle = 45;                                 // degrees
-constexpr std::array<double, 4> hatch_distances = {20, 12, 7, 4};  // line units, by the fill density
 constexpr int closed_flag = 1, dashes_run_on = 128;
 constexpr int by_block = 0;
 constexpr double half_grey = 127.5;
@@ -40,8 +41,6 @@ int Nearest_Lineweight(double mm) {
     const auto apart = [mm](int weight) { return std::fabs(weight - 100 * mm); };
     return *std::min_element(lineweights.begin(), lineweights.end(), [&](int a, int b) { return apart(a) < apart(b); });
 }
-
-double Brightness(Colour c) { return 0.299 * Red(c) + 0.587 * Green(c) + 0.114 * Blue(c); }
 
 double Corner(double mm) { return std::isfinite(mm) ? std::clamp(mm, -farthest_corner, farthest_corner) : 0; }
 

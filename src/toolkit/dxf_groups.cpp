@@ -59,21 +59,21 @@ void Put_Utf16(std::string& words, std::uint32_t unit) {
 
 Dxf_Place Rounded_Place(Point mm) { return {Scaled(mm.x, 1000), Scaled(mm.y, 1000)}; }
 
-void Dxf_Groups::Code(int code) {
+void Dxf_Groups::Number(int value) {
     std::array<char, number_room> digits;
-    text_.append(digits.data(), std::to_chars(digits.data(), digits.data() + digits.size(), code).ptr);
+    text_.append(digits.data(), std::to_chars(digits.data(), digits.data() + digits.size(), value).ptr);
     text_ += '\n';
 }
 
 void Dxf_Groups::Word(int code, std::string_view value) {
-    Code(code);
+    Number(code);
     text_ += value;
     text_ += '\n';
 }
 
 void Dxf_Groups::Whole(int code, int value) {
-    Code(code);
-    Code(value);
+    Number(code);
+    Number(value);
 }
 
 void Dxf_Groups::Handle(int code, std::uint32_t value) {

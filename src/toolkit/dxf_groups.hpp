@@ -39,7 +39,7 @@ public:
     void clear() { text_.clear(); }
 
 private:
-    void Code(int code);
+    void Number(int value);  // a line of its own: a group code, or what a code tells
 
     std::string text_;
 };

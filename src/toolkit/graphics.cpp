@@ -17,7 +17,6 @@ namespace vntl {
 namespace {
 
 constexpr int arc_corners = 72;
-constexpr std::array<double, 4> hatch_distances = {20, 12, 7, 4};  // line units, by the density
 constexpr double hatch_angle_step = 15;                            // degrees
 
 struct Named_Colour {
