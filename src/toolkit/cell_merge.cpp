@@ -1,6 +1,7 @@
 #include "toolkit/cell_merge.hpp"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdlib>
 
 #include "toolkit/cell_raster.hpp"
@@ -8,7 +9,6 @@
 namespace vntl {
 namespace {
 
-constexpr int ground_columns = 40, ground_rows = 25;
 constexpr int alike = 4;  // of 255: channels of colours that no eye tells apart
 
 struct Cells {
@@ -96,8 +96,10 @@ Cell_Rectangles Merge_Cells(int columns, int rows, std::span<const Colour> colou
     return merged;
 }
 
-Cell_Rectangles Ground_Of_Cells(int columns, int rows, std::span<const Colour> colours) {
-    Cell_Rectangles ground{std::min(columns, ground_columns), std::min(rows, ground_rows), {}};
+Cell_Rectangles Ground_Of_Cells(int columns, int rows, std::span<const Colour> colours, std::size_t most) {
+    const auto blocks_across = std::sqrt(static_cast<double>(most) * columns / rows), blocks_up = static_cast<double>(most) / blocks_across;
+    const auto whole = [](double blocks, int cells) { return static_cast<int>(std::clamp(blocks, 1.0, static_cast<double>(cells))); };
+    Cell_Rectangles ground{whole(blocks_across, columns), whole(blocks_up, rows), {}};
     std::vector<Colour> blocks = Coarser({columns, rows, colours}, ground.columns, ground.rows);
     const auto block_of = [](std::size_t cell, int cells, int of) {
         return (2 * cell + 1) * static_cast<std::size_t>(of) / (2 * static_cast<std::size_t>(cells));

@@ -23,8 +23,8 @@ struct Cell_Rectangles {
 };
 Cell_Rectangles Merge_Cells(int columns, int rows, std::span<const Colour> colours, std::size_t most);
 
-// The image as about a thousand blocks of mean colour, without those that have a hole: laid below the rectangles they let no ground shine
+// The image as at most `most` blocks of mean colour, without those that have a hole: laid below the rectangles they let no ground shine
 // through the seams that viewers show between neighbours.
-Cell_Rectangles Ground_Of_Cells(int columns, int rows, std::span<const Colour> colours);
+Cell_Rectangles Ground_Of_Cells(int columns, int rows, std::span<const Colour> colours, std::size_t most);
 
 }  // namespace vntl

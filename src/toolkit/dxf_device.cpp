@@ -27,7 +27,7 @@ constexpr double mm_a_point = 25.4 / 72;
 constexpr double farthest_corner = 1e6;  // millimetres
 constexpr int ellipse_corners = 64;
 constexpr std::size_t most_solids = 100000, most_hatches = 20000;  // of an image of cells: about 20 megabytes of file
-constexpr std::size_t few_cells = 1000;                            // of which seams do not disturb
+constexpr std::size_t cells_a_block = 10;                          // of the ground below an image of cells
 constexpr double hatch_angle = 45;                                 // degrees
 constexpr int closed_flag = 1, dashes_run_on = 128;
 constexpr int by_block = 0;
@@ -309,8 +309,8 @@ void Dxf_Device::Write_Markers(std::span<const Point> places, const Marker_Style
 void Dxf_Device::Write_Cells(const Rect& rect, int columns, int rows, std::span<const Colour> colours) {
     const bool solid = density_ == dxf_solid;
     const Cell_Rectangles merged = Merge_Cells(columns, rows, colours, solid ? most_solids : most_hatches);
-    if (solid && colours_ != Dxf_Colours::black && merged.rectangles.size() > few_cells)
-        Write_Rectangles(rect, Ground_Of_Cells(columns, rows, colours));
+    if (solid && colours_ != Dxf_Colours::black && merged.rectangles.size() > cells_a_block)
+        Write_Rectangles(rect, Ground_Of_Cells(columns, rows, colours, merged.rectangles.size() / cells_a_block));
     Write_Rectangles(rect, merged);
 }
 

@@ -368,7 +368,8 @@ TEST(Dxf, MergedCellsPaintTheImage) {
 
     // Below them no block that would close a hole.
     noise[150 * 300 + 20] = no_colour;
-    const Cell_Rectangles ground = Ground_Of_Cells(300, 200, noise);
+    const Cell_Rectangles ground = Ground_Of_Cells(300, 200, noise, 600);
+    EXPECT_EQ(ground.columns * ground.rows, 600);
     const std::vector<Colour> below = Painted(ground);
     EXPECT_EQ(std::count(below.begin(), below.end(), no_colour), 1);
     EXPECT_EQ(below[static_cast<std::size_t>(150 * ground.rows / 200 * ground.columns + 20 * ground.columns / 300)], no_colour);
