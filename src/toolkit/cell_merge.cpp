@@ -87,7 +87,7 @@ Cell_Rectangles Merge_Cells(int columns, int rows, std::span<const Colour> colou
     const Cells cells{columns, rows, colours};
     Cell_Rectangles merged{columns, rows, {}};
     if (Merge(cells, 0, most, merged.rectangles) || Merge(cells, alike, most, merged.rectangles)) return merged;
-    for (int block = 2; merged.columns > 1 || merged.rows > 1; ++block) {
+    for (int block = 2; merged.columns > 1 || merged.rows > 1; block += std::max(1, block / 2)) {
         merged.columns = std::max(1, columns / block);
         merged.rows = std::max(1, rows / block);
         const std::vector<Colour> coarser = Coarser(cells, merged.columns, merged.rows);

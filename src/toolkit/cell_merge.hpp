@@ -16,7 +16,8 @@ struct Merged_Cells {
 
 // Rectangles in place of the image: equal neighbours of a row are taken together, then runs that stand over each other. Cells without a
 // colour are left out. A picture that needs more than `most` of them takes neighbours together whose channels differ by 4 of 255 at most,
-// which no eye tells apart; one that still does is drawn coarser, as the mean of blocks of cells, as little coarser as need be.
+// which no eye tells apart; one that still does is drawn coarser, as the mean of blocks of 2, 3, 4, 6, 9, ... cells a side, the
+// smallest that do.
 struct Cell_Rectangles {
     int columns, rows;  // of the cells that are counted, fewer than the image's where it is drawn coarser
     std::vector<Merged_Cells> rectangles;
