@@ -47,6 +47,7 @@ constexpr int latin_set = 1, latin_set_above = 2, symbol_set = 3;            // 
 constexpr int symbol_font = 13;                                              // of the list of fonts, behind three families of four
 constexpr int largest_16_bits = 32767, fewest_steps = 20, most_steps = 100;  // steps of the grid: of 16 bits, and for a point
 constexpr std::size_t longest_text = 120;                                    // octets: a common reader knows no more than 127
+constexpr std::size_t rectangles_a_block = 10;                               // of the ground below them
 constexpr std::size_t most_rectangles = 100000;                              // of an image of cells: 2.4 megabytes
 
 int Line_Type_Of(Line_Style style) {
@@ -183,8 +184,10 @@ protected:
     }
 
     void Write_Cells(const Rect& rect, int columns, int rows, std::span<const Colour> colours) override {
-        Write_Rectangles(rect, Ground_Of_Cells(columns, rows, colours));
-        Write_Rectangles(rect, Merge_Cells(columns, rows, colours, most_rectangles));
+        const Cell_Rectangles merged = Merge_Cells(columns, rows, colours, most_rectangles);
+        if (merged.rectangles.size() > rectangles_a_block)
+            Write_Rectangles(rect, Ground_Of_Cells(columns, rows, colours, merged.rectangles.size() / rectangles_a_block));
+        Write_Rectangles(rect, merged);
     }
 
     void Write_Text(Point at, const std::string& text, double width, const Text_Style& style) override {
