@@ -69,7 +69,7 @@ struct Dialog_Field {
     int grid_rows = 0;                      // grid: rows at first
     int rows_seen = 0;                      // grid: rows that it has room for, 0 the usual number; as many as at first: no more
     std::vector<Dialog_Page> pages = {};    // frame: one; tab: any number
-    bool unseen_label = false;              // of an entry: not shown, the fields beside it tell what it is
+    bool unseen_label = false;              // of an entry, a mark, a colour: not shown, the fields around it tell what it is
 };
 
 struct Dialog_Resource {

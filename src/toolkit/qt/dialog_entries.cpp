@@ -117,6 +117,8 @@ public:
     explicit Integer_Field(const Dialog_Field& field) : Dialog_Widget(field), box_(new Whole_Number_Box(field.lo, field.hi)) {
         const auto digits = static_cast<int>(std::max(std::to_string(field.lo).size(), std::to_string(field.hi).size()));
         Show_Characters(box_->line(), field.width > 0 ? field.width : std::clamp(digits, 3, usual_number_width));
+        constexpr int arrows = 3;  // characters
+        box_->setMinimumWidth(box_->line().minimumWidth() + arrows * box_->fontMetrics().averageCharWidth());
         box_->stepped = [this] { changed(); };
         QObject::connect(&box_->line(), &QLineEdit::textEdited, box_, [this] { changed(); });
     }

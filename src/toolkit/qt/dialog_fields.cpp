@@ -26,6 +26,8 @@ constexpr std::array<std::string_view, 16> kind_names = {"label", "string",   "r
                                                          "menu",  "trackbar", "progress_bar", "image",        "frame",     "tab",
                                                          "tree",  "grid",     "push_button",  "colour_button"};
 
+QString Seen_Label(const Dialog_Field& field) { return field.unseen_label ? QString() : Q(field.label); }
+
 class Label_Field : public Dialog_Widget {
 public:
     explicit Label_Field(const Dialog_Field& field) : Dialog_Widget(field), label_(new QLabel(Q(field.label))) {
@@ -63,7 +65,7 @@ private:
 template <class Button>
 class Mark_Field : public Dialog_Widget {
 public:
-    Mark_Field(const Dialog_Field& field, QButtonGroup* group) : Dialog_Widget(field), button_(new Button(Q(field.label))) {
+    Mark_Field(const Dialog_Field& field, QButtonGroup* group) : Dialog_Widget(field), button_(new Button(Seen_Label(field))) {
         if (group != nullptr) group->addButton(button_, field.number);
         QObject::connect(button_, &QAbstractButton::clicked, button_, [this] { changed(); });
     }
@@ -94,8 +96,9 @@ void Take_What_Is_Typed(const QWidget& window) {
 
 class Button_Field : public Dialog_Widget {
 public:
-    Button_Field(const Dialog_Field& field, int dialog) : Dialog_Widget(field), button_(new QPushButton(Q(field.label))) {
+    Button_Field(const Dialog_Field& field, int dialog) : Dialog_Widget(field), button_(new QPushButton(Seen_Label(field))) {
         if (!field.image.empty()) Show_Image();
+        if (field.unseen_label) button_->setToolTip(Q(Bare_Label(field.label)));
         button_->setDefault(field.number == button_ok);
         button_->setAutoDefault(true);  // ENTER presses the button that has the focus
         QObject::connect(button_, &QPushButton::clicked, button_, [this, dialog, number = field.number] {

@@ -128,6 +128,11 @@ QWidget* Dialog_Window::Build_Page(const Dialog_Page& page) {
     titles_.push_back(Bare_Label(page.title));
     Lay_Out(*grid, page.rows);
     titles_.pop_back();
+    // A short page stands at the top of the room that a taller one needs.
+    const bool takes_room = std::any_of(page.rows.begin(), page.rows.end(), [](const auto& row) {
+        return std::any_of(row.begin(), row.end(), [](const Dialog_Field& f) { return Takes_Room(f.kind); });
+    });
+    if (!takes_room) grid->setRowStretch(grid->rowCount(), 1);
     return widget;
 }
 

@@ -1,0 +1,16 @@
+// The dialog "Preferences": colours, styles, texts and programs, applied to the plot, saved and loaded.
+#pragma once
+
+#include "base/ask.hpp"
+#include "toolkit/dialog.hpp"
+
+namespace vntl {
+
+struct Session;
+
+Dialog_Resource Preferences_Dialog_Resource();
+
+// Runs until "Exit", which takes nothing over that was not applied.
+void Preferences_Main(Session&, Ask&);
+
+}  // namespace vntl
