@@ -2,6 +2,7 @@
 #include <array>
 
 #include "base/os.hpp"
+#include "base/text.hpp"
 #include "commands/application.hpp"
 #include "commands/select_files.hpp"
 #include "toolkit/window_service.hpp"
@@ -220,13 +221,24 @@ bool May_Close(Configuration& config, Ask& ask) {
     return !WindowIsOpen(editor_window);
 }
 
-void Open_Empty(Application& app) { Open_Text_Editor(app.session.config, app.ask, {}); }
-void Open_Control_File(Application& app) { Open_Text_Editor(app.session.config, app.ask, app.session.config.pcr_file); }
+// In the program's own window, or in the editor of the preferences.
+void Edit(Application& app, const std::string& file) {
+    const Environment_Prefs& preferred = app.session.prefs.environment;
+    if (preferred.use_internal_editor) return Open_Text_Editor(app.session.config, app.ask, file);
+    const std::string_view editor = Trim(preferred.cmd_editor);
+    if (editor.empty()) return app.ask.Error("No text editor is named in the preferences");
+    std::string command(editor);
+    if (!file.empty()) command += ' ' + Quoted_Argument(file);
+    Tell(app.ask, app.programs.Start(command, command_goes_on));
+}
+
+void Open_Empty(Application& app) { Edit(app, {}); }
+void Open_Control_File(Application& app) { Edit(app, app.session.config.pcr_file); }
 
 void Open_Pik_File(Application& app) {
     const std::vector<std::string> chosen =
         app.ask.Select_Files("Select PIK/NEW file to open", "Edit PIK/NEW File (*.pik,*.new)|*.pik;*.new|");
-    if (!chosen.empty()) Open_Text_Editor(app.session.config, app.ask, chosen.front());
+    if (!chosen.empty()) Edit(app, chosen.front());
 }
 
 constexpr Command commands[] = {
