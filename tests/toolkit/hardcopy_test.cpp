@@ -332,7 +332,7 @@ TEST(PostScript, StrokesAfterSoManyPoints) {
         ASSERT_TRUE(HardCopy(Hardcopy_Driver::postscript, file, options, Draw_Lines).ok());
         const std::string text = File_Text(file);
         EXPECT_EQ(text.ends_with("%%EOF\n\x04"), options.end_mark);
-        EXPECT_GE(Strokes(text), Strokes(whole) + 600 / static_cast<std::size_t>(frequency));
+        EXPECT_GE(Strokes(text), Strokes(whole) + 500 / static_cast<std::size_t>(frequency));
         if (!seen) continue;
         const double difference = Mean_Difference(Ghostscript(file), picture);
         RecordProperty("difference_at_" + std::to_string(frequency), std::to_string(difference));
