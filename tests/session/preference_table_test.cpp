@@ -1,6 +1,4 @@
 // The table of preferences: names, told defaults, places in the settings file, and values by text.
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <iterator>
 #include <map>
@@ -9,6 +7,7 @@
 
 #include "base/text.hpp"
 #include "session/preference_table.hpp"
+#include "session/testing.hpp"
 
 namespace vntl {
 namespace {
@@ -23,14 +22,6 @@ std::string Text_Of(const Preference_Value& value) {
                 return std::to_string(v);
         },
         value);
-}
-
-// Another value that the preference takes.
-std::string Other_Value(const Preference& p) {
-    if (const bool* flag = std::get_if<bool>(&p.standard)) return *flag ? "0" : "1";
-    if (const int* number = std::get_if<int>(&p.standard)) return std::to_string(*number == p.lo ? p.hi : p.lo);
-    if (std::holds_alternative<float>(p.standard)) return "-2.5e3";
-    return std::holds_alternative<Colour>(p.standard) ? "1,2,3" : "another text";
 }
 
 TEST(Preference_Table, EveryRowSetsItsOwnValueAndNoOther) {

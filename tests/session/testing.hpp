@@ -16,6 +16,7 @@
 #include "base/ask.hpp"
 #include "patterns/pattern.hpp"
 #include "session/load.hpp"
+#include "session/preference_table.hpp"
 
 namespace vntl {
 
@@ -117,6 +118,14 @@ private:
     std::filesystem::path before_;
     std::vector<std::pair<std::string, std::optional<std::string>>> variables_;
 };
+
+// Another value that the preference takes.
+inline std::string Other_Value(const Preference& p) {
+    if (const bool* flag = std::get_if<bool>(&p.standard)) return *flag ? "0" : "1";
+    if (const int* number = std::get_if<int>(&p.standard)) return std::to_string(*number == p.lo ? p.hi : p.lo);
+    if (std::holds_alternative<float>(p.standard)) return "-2.5e3";
+    return std::holds_alternative<Colour>(p.standard) ? "1,2,3" : "another text";
+}
 
 // A row that no other file shares a command with.
 inline Load_Result Load_Row(Session& session, Ask& ask, const std::string& path, const std::string& format, Fresh_Pattern fresh) {
