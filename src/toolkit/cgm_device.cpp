@@ -99,28 +99,35 @@ char Letter_In_Symbol(std::string_view letter) {
     return 0;
 }
 
-std::vector<Text_Piece> Pieces_Of_Text(std::string_view text) {
+Text_Piece Piece_Of_Letter(std::string_view text, std::size_t from, std::size_t end) {
+    const std::string_view letter = text.substr(from, end - from);
+    const unsigned lead = static_cast<unsigned char>(letter[0]);
+    if (lead < 0x80) return {Text_Piece::latin, std::string(letter), from, end};
+    if (lead == 0xc3 || (lead == 0xc2 && static_cast<unsigned char>(letter[1]) >= 0xa0))
+        return {Text_Piece::latin, {static_cast<char>((lead & 3) << 6 | (static_cast<unsigned char>(letter[1]) & 0x3f))}, from, end};
+    const char symbol = Letter_In_Symbol(letter);
+    return symbol != 0 ? Text_Piece{Text_Piece::greek, {symbol}, from, end} : Text_Piece{Text_Piece::drawn, {}, from, end};
+}
+
+// With `words` each word is a piece: a reader whose letters are wider than ours then has the blanks between them.
+std::vector<Text_Piece> Pieces_Of_Text(std::string_view text, bool words = false) {
     std::vector<Text_Piece> pieces;
+    const auto goes_on = [&](const Text_Piece& piece, const Text_Piece& next) {
+        const bool between =
+            words && piece.octets.ends_with(' ') && next.octets != " " && piece.octets.find_first_not_of(' ') != piece.octets.npos;
+        return piece.way == next.way && piece.octets.size() < longest_text && !between;
+    };
     for (std::size_t from = 0, end = 0; from < text.size(); from = end) {
         for (end = from + 1; end < text.size() && (static_cast<unsigned char>(text[end]) & 0xc0) == 0x80;) ++end;
-        const std::string_view letter = text.substr(from, end - from);
-        const unsigned lead = static_cast<unsigned char>(letter[0]);
-        Text_Piece piece{Text_Piece::latin, std::string(letter), from, end};
-        if (lead == 0xc2 || lead == 0xc3) {
-            piece.octets = static_cast<char>((lead & 3) << 6 | (static_cast<unsigned char>(letter[1]) & 0x3f));
-        } else if (lead >= 0x80) {
-            const char symbol = Letter_In_Symbol(letter);
-            piece.way = symbol != 0 ? Text_Piece::greek : Text_Piece::drawn;
-            piece.octets = symbol != 0 ? std::string(1, symbol) : "";
-        }
-        if (pieces.empty() || pieces.back().way != piece.way || pieces.back().octets.size() >= longest_text) {
-            pieces.push_back(piece);
+        const Text_Piece next = Piece_Of_Letter(text, from, end);
+        if (pieces.empty() || !goes_on(pieces.back(), next)) {
+            pieces.push_back(next);
         } else {
-            pieces.back().octets += piece.octets;
+            pieces.back().octets += next.octets;
             pieces.back().end = end;
         }
     }
-    return pieces;
+    return words || pieces.size() < 2 ? pieces : Pieces_Of_Text(text, true);
 }
 
 class Cgm_Device final : public Shape_Device {
