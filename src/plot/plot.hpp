@@ -49,6 +49,10 @@ void Plot_Welcome(const Window_Prefs&, const Configuration&, Graphics&);
 void Draw_Marks(const Scene&, Graphics&);
 void Draw_With_Marks(const Scene&, Device&);  // both: what a user sees, as a file or the clipboard takes it
 
+// Name and version of the program in the lower right corner of the page: for paper and the files of "Save Graphic into file...", not for
+// the screen.
+void Stamp_Plot(const Configuration&, Graphics&);
+
 // Selected reflections of the refined profile (red) or of the generated list (magenta), over the picture. Entries count from 1.
 void Draw_Picks(const Scene&, Graphics&, const std::vector<int>& entries, bool generated);
 

@@ -64,6 +64,9 @@ using Draw_Routine = std::function<void(Device&)>;
 // the message, on a size out of range and where it cannot be written; the file is then as it was. Not for the printer.
 Status HardCopy(Hardcopy_Driver driver, const std::string& file, const Hardcopy_Options& options, const Draw_Routine& draw);
 
+// A metafile on the clipboard, for the programs of an office.
+Status HardCopy_To_Clipboard(const Hardcopy_Options& options, const Draw_Routine& draw);
+
 // Whether a picture of this size is written: 1 to 32767 on a side, and not more than 150 million pixels.
 bool Fits_Hardcopy(double width, double height);
 

@@ -88,10 +88,6 @@ std::vector<std::string> WSelectFile(std::string_view filter, Select_Kind kind, 
 std::optional<std::string> WSelectDir(const std::string& directory, std::string_view title);  // nothing on cancel
 std::optional<Colour> WSelectColour(Colour present);
 
-// The common print dialog; when a printer is chosen, `draw` draws the page, and the page is printed. False when it was cancelled or
-// failed.
-bool WHardcopyOptions(std::string_view title, const std::function<void(Device&)>& draw);
-
 // --- the clipboard -------------------------------------------------------------------------------------------------------------
 void WClipboardPutBitmap(const Bitmap& bitmap);
 void WClipboardPutText(const std::string& text);

@@ -1,6 +1,5 @@
 #include "commands/file/export_picture.hpp"
 
-#include "commands/select_files.hpp"
 #include "toolkit/window.hpp"
 #include "toolkit/window_service.hpp"
 
@@ -20,18 +19,6 @@ Status Export_Window(const std::string& file) {
     const int window = Picture_Window();
     WindowSelect(window);
     return Export_Picture(Service_Of(window).picture, file, WInfoWindow(1), WInfoWindow(2));
-}
-
-Status Export_Plot(Configuration& config, Ask& ask) {
-    const auto chosen =
-        Select_Files(config, Select_Kind::save,
-                     "PNG picture (*.png)|*.png|Scalable Vector Graphics (*.svg)|*.svg|PDF (*.pdf)|*.pdf|PostScript (*.ps)|*.ps|Pictures "
-                     "(*.bmp;*.jpg)|*.bmp;*.jpg|",
-                     "Exporting Graphics", "plot.png");
-    if (chosen.empty()) return Status::Done();
-    Status status = Export_Window(chosen.front());
-    if (status.failed) ask.Error(status.message);
-    return status;
 }
 
 }  // namespace vntl

@@ -3,13 +3,10 @@
 
 #include <string>
 
-#include "base/ask.hpp"
 #include "base/status.hpp"
 #include "toolkit/hardcopy.hpp"
 
 namespace vntl {
-
-struct Configuration;
 
 // Has `draw` draw to `file`; its ending chooses the format: .png .bmp .jpg .pcx in pixels, .svg .pdf .ps .dxf .cgm .emf .wmf as drawing on
 // a page of `width` x `height` pixels of 1/96 inch. Fails, with the name in the message, on another ending, a size out of range, and a file
@@ -18,8 +15,5 @@ Status Export_Picture(const Draw_Routine& draw, const std::string& file, int wid
 
 // The picture of the window in front, in its size.
 Status Export_Window(const std::string& file);
-
-// "Save Graphic into file...": the user chooses the name.
-Status Export_Plot(Configuration&, Ask&);
 
 }  // namespace vntl

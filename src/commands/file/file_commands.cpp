@@ -3,9 +3,9 @@
 
 #include "commands/application.hpp"
 #include "commands/file/exit.hpp"
-#include "commands/file/export_picture.hpp"
 #include "commands/file/opened.hpp"
 #include "commands/file/raw_dialog.hpp"
+#include "commands/file/save_graphic.hpp"
 #include "commands/file/save_list.hpp"
 #include "commands/file/save_pattern.hpp"
 #include "commands/plot/mouse.hpp"
@@ -34,7 +34,8 @@ void Open_Recent(Application& app) {
     Show_Opened(app, result);
 }
 
-void Save_Picture(Application& app) { app.failed |= Export_Plot(app.session.config, app.ask).failed; }
+void Save_Picture(Application& app) { Tell(app, Export_Plot(app.session.config, app.ask)); }
+void Print(Application& app) { Tell(app, Print_Plot(app.session.config, app.ask)); }
 
 void Save_Buffer(Application& app) { Tell(app, Save_Buffer_File(app.session, app.ask)); }
 void Save_Dat(Application& app) { Tell(app, Save_Dat_File(app.session, app.ask)); }
@@ -58,8 +59,8 @@ constexpr Command commands[] = {
     {command::save_xys, "XY / XYS Data File (.xys)", "", Save_Xys, "", "Write the first profile shown as columns of x, y and sigma"},
     {command::save_buffer, "Save Buffer file...", "", Save_Buffer, "", "Write the names of the measured patterns into one buffer file"},
     {command::save_picture, "Save Graphic into file...", "save_picture", Save_Picture, "Ctrl+E",
-     "Write the picture as PNG, SVG, PDF or PostScript"},
-    {command::print, "Print...", "print", nullptr, "", "Print the picture"},
+     "Write the picture as PNG, SVG, PDF, DXF or in another format"},
+    {command::print, "Print...", "print", Print, "", "Print the picture, or write it as PostScript"},
     {command::reset, "Reset", "reset", Reset, "Ctrl+R", "Forget all profiles and start anew"},
     {command::recent_1, "1. <Empty>", "", Open_Recent<1>, "Alt+1", "Open this file again"},
     {command::recent_2, "2. <Empty>", "", Open_Recent<2>, "Alt+2", "Open this file again"},
@@ -69,7 +70,11 @@ constexpr Command commands[] = {
     {command::exit, "E&xit", "exit", Exit_Program, "Ctrl+Q", "Leave the program"},
 };
 
-std::vector<Dialog_Resource> Dialogs() { return {Progress_Dialog_Resource(), Save_Xys_Dialog_Resource(), Raw_Dialog_Resource()}; }
+std::vector<Dialog_Resource> Dialogs() {
+    std::vector<Dialog_Resource> dialogs = Save_Graphic_Resources();
+    dialogs.insert(dialogs.end(), {Progress_Dialog_Resource(), Save_Xys_Dialog_Resource(), Raw_Dialog_Resource()});
+    return dialogs;
+}
 
 }  // namespace
 

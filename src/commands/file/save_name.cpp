@@ -6,15 +6,11 @@
 
 namespace vntl {
 
-namespace {
-
 // The button that keeps the file has the focus: a line end too many must not cost a measurement.
 bool May_Overwrite(Ask& ask, std::string_view title) {
     return ask.Box({Box_Buttons::yes_no, Box_Icon::question, 2, "The file exist,\nDo you want overwrite it?", std::string(title)}) ==
            Box_Answer::yes;
 }
-
-}  // namespace
 
 std::string Name_To_Save(Configuration& config, Ask& ask, const Save_Form& form, const std::string& proposed) {
     const auto chosen = Select_Files(config, Select_Kind::save_unasked, form.filter, form.selector_title, proposed);

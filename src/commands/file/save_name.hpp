@@ -20,6 +20,9 @@ struct Save_Form {
     std::string_view failure;          // text of the box about a file that cannot be written
 };
 
+// Asks before a file that is there is replaced.
+bool May_Overwrite(Ask&, std::string_view title);
+
 // The full path that the user chooses; empty where he leaves the selector, or keeps the file that is there. `proposed`: the name that
 // stands in the selector at first.
 std::string Name_To_Save(Configuration&, Ask&, const Save_Form& form, const std::string& proposed = {});

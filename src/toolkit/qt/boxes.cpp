@@ -6,10 +6,7 @@
 #include <QFileDialog>
 #include <QGridLayout>
 #include <QMessageBox>
-#include <QPainter>
 #include <QPlainTextEdit>
-#include <QPrintDialog>
-#include <QPrinter>
 #include <QPushButton>
 #include <QTimer>
 #include <array>
@@ -178,26 +175,6 @@ std::optional<Colour> WSelectColour(Colour present) {
         chosen = WRGB(colour.red(), colour.green(), colour.blue());
     if (toolkit.witness != nullptr) toolkit.witness->Saw_Colour(chosen);
     return chosen;
-}
-
-bool WHardcopyOptions(std::string_view title, const std::function<void(Device&)>& draw) {
-    constexpr int most_dots_per_inch = 600;
-    Toolkit& toolkit = The_Toolkit();
-    if (toolkit.stand_in != nullptr) return false;  // nobody is there to choose a printer
-    QPrinter printer(QPrinter::HighResolution);
-    printer.setPageOrientation(QPageLayout::Landscape);
-    printer.setResolution(std::min(printer.resolution(), most_dots_per_inch));
-    QPrintDialog dialog(&printer, toolkit.Owner());
-    dialog.setWindowTitle(Q(title));
-    if (dialog.exec() != QDialog::Accepted) return false;
-    const QRect page = printer.pageRect(QPrinter::DevicePixel).toRect();
-    QImage image(page.size(), QImage::Format_RGB32);
-    image.fill(Qt::white);
-    draw(*Make_Image_Device(image));
-    QPainter painter;
-    if (!painter.begin(&printer)) return false;
-    painter.drawImage(QPoint(0, 0), image);
-    return painter.end();
 }
 
 void WClipboardPutBitmap(const Bitmap& bitmap) { QApplication::clipboard()->setImage(bitmap.implementation().image); }
