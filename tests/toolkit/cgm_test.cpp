@@ -170,7 +170,7 @@ private:
             shapes.push_back({Shape::text,
                               {at},
                               static_cast<Colour>(state_["5.14"]),
-                              capitals / 0.68,
+                              capitals / 0.62,
                               Letters(String()),
                               found.fonts.at(static_cast<std::size_t>(state_["5.10"]) - 1)});
         } else if (last_ == "4.7" || last_ == "4.8") {
