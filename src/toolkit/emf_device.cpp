@@ -57,7 +57,7 @@ constexpr std::uint32_t brush_solid = 0, brush_none = 1;
 constexpr std::uint32_t copy_pixels = 0x00cc0020;
 constexpr std::uint32_t bitmap_at = 80, bitmap_header_size = 40;
 constexpr std::uint32_t text_at = 76;
-constexpr std::size_t face_letters = 32, font_size = 320, plain_font_size = 92;
+constexpr std::size_t font_size = 320;
 constexpr int normal = 400, bold = 700;
 constexpr unsigned default_letters = 1, true_type = 4;
 
@@ -192,8 +192,7 @@ private:
             Put_32(bytes_, word);
         Put_Number(box.Width());
         Put_Number(box.Height());
-        Put_Bitmap_Header(bytes_, columns, rows);
-        Put_Bitmap(bytes_, columns, colours);
+        Put_Bitmap(columns, rows, colours);
         End();
     }
 

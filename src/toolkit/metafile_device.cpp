@@ -31,6 +31,8 @@ int Units_For(double width, double height, Metafile_Range range) {
     return static_cast<int>(std::clamp(most, 1.0, static_cast<double>(finest_units)));
 }
 
+std::size_t Row_Size(int columns) { return (static_cast<std::size_t>(columns) * bytes_a_pixel + 3) / 4 * 4; }
+
 // Blocks of an image in which every cell has a colour.
 struct Block {
     int column, end_column, row, end_row;
@@ -304,31 +306,22 @@ void Metafile_Device::Write_Cells(const Rect& rect, int columns, int rows, std::
     }
 }
 
-namespace {
-
-std::size_t Row_Size(int columns) { return (static_cast<std::size_t>(columns) * bytes_a_pixel + 3) / 4 * 4; }
-
-}  // namespace
-
 std::size_t Metafile_Device::Bitmap_Size(int columns, int rows) { return Row_Size(columns) * static_cast<std::size_t>(rows); }
 
-void Metafile_Device::Put_Bitmap_Header(std::string& bytes, int columns, int rows) {
-    Put_32(bytes, bitmap_header_size);
-    Put_32(bytes, static_cast<std::uint32_t>(columns));
-    Put_32(bytes, static_cast<std::uint32_t>(rows));  // the lowest one first
-    Put_16(bytes, 1);                                 // plane
-    Put_16(bytes, 8 * bytes_a_pixel);
-    Put_32(bytes, 0);  // not compressed
-    Put_32(bytes, static_cast<std::uint32_t>(Bitmap_Size(columns, rows)));
-    for (int k = 0; k < 4; ++k) Put_32(bytes, 0);  // resolution, palette
-}
-
-void Metafile_Device::Put_Bitmap(std::string& bytes, int columns, std::span<const Colour> colours) {
+void Metafile_Device::Put_Bitmap(int columns, int rows, std::span<const Colour> colours) {
+    Put_32(bytes_, bitmap_header_size);
+    Put_32(bytes_, static_cast<std::uint32_t>(columns));
+    Put_32(bytes_, static_cast<std::uint32_t>(rows));  // the lowest one first
+    Put_16(bytes_, 1);                                 // plane
+    Put_16(bytes_, 8 * bytes_a_pixel);
+    Put_32(bytes_, 0);  // not compressed
+    Put_32(bytes_, static_cast<std::uint32_t>(Bitmap_Size(columns, rows)));
+    for (int k = 0; k < 4; ++k) Put_32(bytes_, 0);  // resolution, palette
     const auto width = static_cast<std::size_t>(columns);
     for (std::size_t from = 0; from + width <= colours.size(); from += width) {
         for (const Colour colour : colours.subspan(from, width))
-            for (const unsigned part : {Blue(colour), Green(colour), Red(colour)}) bytes += static_cast<char>(part);
-        bytes.append(Row_Size(columns) - width * bytes_a_pixel, '\0');
+            for (const unsigned part : {Blue(colour), Green(colour), Red(colour)}) bytes_ += static_cast<char>(part);
+        bytes_.append(Row_Size(columns) - width * bytes_a_pixel, '\0');
     }
 }
 

@@ -85,10 +85,9 @@ protected:
     void Align_Text(Text_Align);
     void Use_Font(int face, const Text_Style&);
     void Delete_Objects();
-    int Slots() const { return most_slots_; }  // in use at once
-    static void Put_Bitmap_Header(std::string& bytes, int columns, int rows);
-    static void Put_Bitmap(std::string& bytes, int columns, std::span<const Colour>);
-    static std::size_t Bitmap_Size(int columns, int rows);
+    int Slots() const { return most_slots_; }                         // in use at once
+    void Put_Bitmap(int columns, int rows, std::span<const Colour>);  // header and pixels
+    static std::size_t Bitmap_Size(int columns, int rows);            // bytes of the pixels
 
     std::string bytes_;  // of the file
 

@@ -49,6 +49,7 @@ constexpr std::uint32_t copy_low = 0x0020, copy_high = 0x00cc;
 constexpr std::uint32_t western = 0, symbols = 2;
 constexpr int normal = 400, bold = 700;
 constexpr unsigned true_type = 4;
+constexpr std::size_t longest_run = 8192;  // letters of a record that old systems draw
 
 struct Face {
     int font;
@@ -204,8 +205,7 @@ private:
         Put_16(bytes_, copy_low);
         Put_16(bytes_, copy_high);
         for (const int value : {0, rows, columns, 0, 0, box.Height(), box.Width(), box.top, box.left}) Put_Number(value);
-        Put_Bitmap_Header(bytes_, columns, rows);
-        Put_Bitmap(bytes_, columns, colours);
+        Put_Bitmap(columns, rows, colours);
         End();
     }
 
@@ -219,7 +219,7 @@ private:
         Align_Text(Text_Align::left);
         for (std::size_t from = 0, to = 0; from < letters.size(); from = to) {
             const bool symbol = codes_.Of(letters[from].code).symbol;
-            while (to < letters.size() && codes_.Of(letters[to].code).symbol == symbol) ++to;
+            while (to < letters.size() && to - from < longest_run && codes_.Of(letters[to].code).symbol == symbol) ++to;
             const auto run = letters.subspan(from, to - from);
             Use_Font(symbol ? font_symbol : style.font == font_symbol ? font_helvetica : style.font, style);
             Put_Run(Place_Of({at.x + along * std::cos(angle), at.y + along * std::sin(angle)}), run);
