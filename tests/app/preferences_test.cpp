@@ -10,72 +10,66 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
-// Every field of every page: its path | what is given, "#" a colour | its name in `print prefs` | the value there, where that is
-// something else. Of pages that repeat a line the line stands once.
+// Every field of every page but those of lines that repeat: its path | its name in `print prefs` | what is given, "#" a colour | the value
+// that is printed, where that is something else.
 constexpr const char* fields_of_pages = R"~(
-Path Quendrix|/opt/suite|quendrix_dir;Quendrix exe|wqx2k -x|prg_refine;Text editor|ed -x|cmd_editor;Web navigator|web -x|cmd_browser
-PDF reader|pdf -x|cmd_pdf;CIF viewer|cif -x|cmd_cif_viewer;PS viewer|ps -x|cmd_ps_viewer;Compression|zip -x|cmd_unzip
-Prefix command for invoking console programs|term -e|cmd_run;Always save context|1|always_save_context|true
-Use internal text editor|0|use_internal_editor|false
-Graphic 2D/Frame Graph 2D/Background|#|frame_background;Frame Graph 2D/Foreground|#|frame_foreground
-Title/Position|Left|title_pos|2;Label X/Position|Right|xlabel_pos|4;Label Y/Position|Cent/Rot-|ylabel_pos|6
-Legend/Position|Out right|legend_pos|4;Title for graph single file|one µ|title_single;Title for graph multi file|more|title_multi
-Graphic 3D/Background|#|graph3d_background;Title for graph multi file 3D|space|graph3d_title
-Graphic 3D Surf/Background|#|surface_background;Lattice|#|surface_lattice;Graphic 3D Surf/Minimun Z|#|surface_min_colour
-Graphic 3D Surf/Maximum Z|#|surface_max_colour;Graphic 3D Surf/Type graph|Variable|surface_type|4
-Title for graph multi file 3D surface|hills|surface_title
-Ycalc/Style|Dashed|ycalc_style|2;Ycalc/Marker|custom3|ycalc_marker|5;Ydif/Style|DotDotDash|ydif_style|4;Ydif/Marker|custom5|ydif_marker|7
-Reflexions preferences ./Colour|#|refl_colour;Reflexions preferences ./Pitch|3|refl_pitch;Enable Live mode  Reflexions|1|refl_live|true
-Match color with foreground|0|excl_match|false;Exclude regions preferences/Colour|#|excl_colour;Show exclude regions|0|excl_show|false
-Ignore exclude region at sides|1|excl_ignore_sides|true;Axe Y/Hide negative values|0|hide_negative|false
-QuickView PRF/Background|#|qv_background;QuickView PRF/Foreground|#|qv_foreground
-Exclude regions in the colour of the foreground|0|qv_excl_match|false
-Graph 2D contour/Background|#|contour_background;Graph 2D contour/Foreground|#|contour_foreground
-Graph 2D contour/Minimun Z|#|contour_min_colour;Graph 2D contour/Maximum Z|#|contour_max_colour
-Graph 2D contour/Type graph|Fill custom - granulated|contour_type|5;# Levels|12|contour_levels;Granularity|7|contour_granularity
-Apply Saturation Value|1|saturation_on|true;Saturation Value (counts)|512.5|saturation_value
-Title for graph multi file 2D contour|Heating |contour_title|"Heating (Saturation:    512.5 )")~";
+Path Quendrix|quendrix_dir|/opt/suite;Quendrix exe|prg_refine|wqx2k -x;Text editor|cmd_editor|ed -x;Web navigator|cmd_browser|web -x
+PDF reader|cmd_pdf|pdf -x;CIF viewer|cmd_cif_viewer|cif -x;PS viewer|cmd_ps_viewer|ps -x;Compression|cmd_unzip|zip -x
+Prefix command for invoking console programs|cmd_run|term -e;Always save context|always_save_context|1|true
+Use internal text editor|use_internal_editor|0|false
+Graphic 2D/Frame Graph 2D/Background|frame_background|#;Frame Graph 2D/Foreground|frame_foreground|#
+Title/Position|title_pos|Left|2;Label X/Position|xlabel_pos|Right|4;Label Y/Position|ylabel_pos|Cent/Rot-|6
+Legend/Position|legend_pos|Out right|4;Title for graph single file|title_single|one µ;Title for graph multi file|title_multi|more
+Graphic 3D/Background|graph3d_background|#;Title for graph multi file 3D|graph3d_title|space
+Graphic 3D Surf/Background|surface_background|#;Lattice|surface_lattice|#;Graphic 3D Surf/Minimun Z|surface_min_colour|#
+Graphic 3D Surf/Maximum Z|surface_max_colour|#;Graphic 3D Surf/Type graph|surface_type|Variable|4
+Title for graph multi file 3D surface|surface_title|hills
+Ycalc/Style|ycalc_style|Dashed|2;Ycalc/Marker|ycalc_marker|custom3|5;Ydif/Style|ydif_style|DotDotDash|4;Ydif/Marker|ydif_marker|custom5|7
+Reflexions preferences ./Colour|refl_colour|#;Reflexions preferences ./Pitch|refl_pitch|3;Enable Live mode  Reflexions|refl_live|1|true
+Match color with foreground|excl_match|0|false;Exclude regions preferences/Colour|excl_colour|#;Show exclude regions|excl_show|0|false
+Ignore exclude region at sides|excl_ignore_sides|1|true;Axe Y/Hide negative values|hide_negative|0|false
+QuickView PRF/Background|qv_background|#;QuickView PRF/Foreground|qv_foreground|#
+Exclude regions in the colour of the foreground|qv_excl_match|0|false
+Graph 2D contour/Background|contour_background|#;Graph 2D contour/Foreground|contour_foreground|#
+Graph 2D contour/Minimun Z|contour_min_colour|#;Graph 2D contour/Maximum Z|contour_max_colour|#
+Graph 2D contour/Type graph|contour_type|Fill custom - granulated|5;# Levels|contour_levels|12;Granularity|contour_granularity|7
+Apply Saturation Value|saturation_on|1|true;Saturation Value (counts)|saturation_value|512.5
+Title for graph multi file 2D contour|contour_title|Heating |"Heating (Saturation:    512.5 )")~";
 
 std::string Repeated_Fields() {
+    using Named = std::pair<std::string, std::string>;
+    constexpr const char* text_styles[] = {"Bold|2", "Italic|3", "Underline|4", "Opaque|5", "B+I+U|7", "B+U|9"};
+    constexpr const char* line_styles[] = {"-None-|-1", "Dotted|1", "Dashed|2", "DotDash|3", "DotDotDash|4"};
+    constexpr const char* marker_types[] = {"-none-|1", "custom1|3", "custom6|8"};
     std::string all;
-    int n = 20;
-    const auto add = [&](const std::string& field, const std::string& given, const std::string& name, const std::string& value = {}) {
-        all += field + '|' + (given == "+" ? std::to_string(++n) : given) + '|' + name + (value.empty() ? "" : '|' + value) + '\n';
+    int n = 0;
+    const auto add = [&](const std::string& field, const std::string& name, const std::string& given) {
+        all += field + '|' + name + '|' + given + '\n';
     };
-    const char* styles[] = {"Bold|2", "Italic|3", "Underline|4", "Opaque|5", "B+I+U|7", "B+U|9"};
-    int text = 0;
-    for (const auto& [shown, name] : {std::pair<std::string, std::string>{"Title", "title"},
-                                      {"Label X", "xlabel"},
-                                      {"Label Y", "ylabel"},
-                                      {"Legend", "legend"},
-                                      {"Scale X", "xscale"},
-                                      {"Scale Y", "yscale"}}) {
-        if (name != "legend") add(shown + "/Colour", "#", name + "_colour");
-        add(shown + "/Font", "Symbol", name + "_font", "4");
-        const std::string style = styles[text++];
-        add(shown + "/Style", style.substr(0, style.find('|')), name + "_style", style.substr(style.find('|') + 1));
-        add(shown + "/Size", "+", name + "_size");
+    for (const auto& [shown, name] : {Named{"Title", "title"}, Named{"Label X", "xlabel"}, Named{"Label Y", "ylabel"},
+                                      Named{"Legend", "legend"}, Named{"Scale X", "xscale"}, Named{"Scale Y", "yscale"}}) {
+        if (name != "legend") add(shown + "/Colour", name + "_colour", "#");
+        add(shown + "/Font", name + "_font", "Symbol|4");
+        add(shown + "/Style", name + "_style", text_styles[n++]);
+        add(shown + "/Size", name + "_size", std::to_string(20 + n));
     }
-    for (const auto& [shown, name] : {std::pair<std::string, std::string>{"Ycalc", "ycalc"}, {"Ydif", "ydif"}}) {
-        add(shown + "/Colour", "#", name + "_colour");
-        add(shown + "/Pitch", name == "ycalc" ? "2" : "5", name + "_pitch");
-        add(shown + "/Size", "+", name + "_marker_size");
+    for (const auto& [shown, name] : {Named{"Ycalc", "ycalc"}, Named{"Ydif", "ydif"}}) {
+        add(shown + "/Colour", name + "_colour", "#");
+        add(shown + "/Pitch", name + "_pitch", std::to_string(2 + n % 4));
+        add(shown + "/Size", name + "_marker_size", std::to_string(20 + n++));
     }
-    const char *lines[] = {"-None-|-1", "Dotted|1", "Dashed|2", "DotDash|3", "DotDotDash|4"},
-               *types[] = {"-none-|1", "custom1|3", "custom6|8"};
     for (int slot = 1; slot <= 12; ++slot) {
         const std::string number = std::to_string(slot), name = "profile_styles/" + std::to_string(slot - 1) + '/';
         const std::string line = "Line preferences/" + number, marker = "Marker preferences/" + number;
-        const std::string style = lines[slot % 5], type = types[slot % 3];
-        add(marker + "/Match", "0", name + "match_colours", "false");
-        add(line + "/Colour", "#", name + "line_colour");
-        add(line + "/Style", style.substr(0, style.find('|')), name + "line_style", style.substr(style.find('|') + 1));
-        add(line + "/Pitch", std::to_string(2 + slot % 4), name + "line_pitch");
-        add(marker + "/Colour", "#", name + "marker_colour");
-        add(marker + "/Type", type.substr(0, type.find('|')), name + "marker_type", type.substr(type.find('|') + 1));
-        add(marker + "/Size", "+", name + "marker_size");
+        add(marker + "/Match", name + "match_colours", "0|false");
+        add(line + "/Colour", name + "line_colour", "#");
+        add(line + "/Style", name + "line_style", line_styles[slot % 5]);
+        add(line + "/Pitch", name + "line_pitch", std::to_string(2 + slot % 4));
+        add(marker + "/Colour", name + "marker_colour", "#");
+        add(marker + "/Type", name + "marker_type", marker_types[slot % 3]);
+        add(marker + "/Size", name + "marker_size", std::to_string(20 + slot));
     }
-    for (int band = 1; band <= 20; ++band) add("C" + std::to_string(band), "#", "contour_palette/" + std::to_string(band - 1));
+    for (int band = 1; band <= 20; ++band) add("C" + std::to_string(band), "contour_palette/" + std::to_string(band - 1), "#");
     return all;
 }
 
@@ -92,7 +86,7 @@ Filling Fill_All() {
     for (int n = 1; std::getline(rows, row);) {
         std::istringstream parts(row);
         std::string field, name, value;
-        if (!std::getline(parts, field, '|') || !std::getline(parts, given, '|') || !std::getline(parts, name, '|')) continue;
+        if (!std::getline(parts, field, '|') || !std::getline(parts, name, '|') || !std::getline(parts, given, '|')) continue;
         std::getline(parts, value);
         const bool colour = given == "#";
         const Json as_given = Json::parse(given, nullptr, false);

@@ -90,7 +90,7 @@ public:
         WDialogLoad(preferences_dialog);
         Fill();
         WDialogSetTab(pages_field, Tab_Of(First_Page(session_)));
-        WDialogShow(pages_field, Show_Kind::modal);
+        WDialogShow(pages_field, Show_Kind::semi_modeless);  // "Apply" is to be seen
         const Modal_Routines routines{.changed = [this](int field) { Changed(field); }};
         for (int pressed = 0; pressed != exit_button;) {
             pressed = Run_Modal(preferences_dialog, routines);

@@ -216,18 +216,19 @@ Dialog_Page Profile_Prf_Page(Builder& build) {
     const Rows curves = {build.Headings({"", "Colour", "Style", "Pitch", "Marker", "Size"}), curve("Ycalc", "ycalc"),
                          curve("Ydif", "ydif")};
     const Rows reflexions = {
-        {build.Of("refl_colour", "Colour")}, {build.Of("refl_pitch", "Pitch")}, {build.Of("refl_live", "Enable Live mode  Reflexions")}};
+        {build.Of("refl_colour", "Colour"), build.Of("refl_pitch", "Pitch"), build.Of("refl_live", "Enable Live mode  Reflexions")}};
     const Rows excluded = {{build.Of("excl_show", "Show exclude regions")},
-                           {build.Of("excl_colour", "Colour")},
-                           {build.Of("excl_match", "Match color with foreground")},
+                           {build.Of("excl_colour", "Colour"), build.Of("excl_match", "Match color with foreground")},
                            {build.Of("excl_ignore_sides", "Ignore exclude region at sides")}};
+    const Rows head = {{build.Text("Profile PRF :"),
+                        {prf_file_field, Field_Kind::label},
+                        build.Text("    Line of Profiles Data :"),
+                        {prf_style_field, Field_Kind::label}}};
     return {"Profile PRF",
-            {{build.Text("Profile PRF :"),
-              {prf_file_field, Field_Kind::label},
-              build.Text("Line of Profiles Data :"),
-              {prf_style_field, Field_Kind::label}},
+            {{Section({}, head)},
              {Section(" Ycalc / Ydif preferences .", curves)},
-             {Section(" Reflexions preferences .", reflexions), Section("Exclude regions preferences", excluded)},
+             {Section(" Reflexions preferences .", reflexions)},
+             {Section("Exclude regions preferences", excluded)},
              {Section("Axe Y", {{build.Of("hide_negative", "Hide negative values")}})}}};
 }
 

@@ -110,7 +110,9 @@ void Dialog_Window::Lay_Out_Row(QGridLayout& grid, int row, const std::vector<Di
             grid.addWidget(label, row, column);
             grid.addWidget(widget, row, column + 1);
         } else {
-            grid.addWidget(widget, row, column, 1, fields.size() == 1 ? all_columns : columns_a_field);
+            const bool alone = fields.size() == 1;
+            const Qt::Alignment side = alone && field.kind == Field_Kind::colour_button ? Qt::AlignLeft : Qt::Alignment();
+            grid.addWidget(widget, row, column, 1, alone ? all_columns : columns_a_field, side);
         }
         column += columns_a_field;
     }
