@@ -14,7 +14,7 @@ namespace vntl {
 
 namespace {
 
-constexpr int print_dialog = 467, printer_button = 3;
+constexpr int print_dialog = 487, printer_button = 3;
 enum Field {
     file_field = 4601,
     browse_button,
@@ -322,18 +322,18 @@ struct Driver_Dialog {
     void (*changed)(int) = nullptr;
 };
 constexpr Driver_Dialog dialogs[] = {
-    {Hardcopy_Driver::postscript, 461, "PostScript", Form("PostScript (*.ps)|*.ps|", ".ps"), Postscript_Rows, Show_Postscript,
+    {Hardcopy_Driver::postscript, 481, "PostScript", Form("PostScript (*.ps)|*.ps|", ".ps"), Postscript_Rows, Show_Postscript,
      Take_Postscript},
-    {Hardcopy_Driver::svg, 462, "Scalable Vector Graphics (SVG)", Form("Scalable Vector Graphics (*.svg)|*.svg|", ".svg"), Page_Rows,
+    {Hardcopy_Driver::svg, 482, "Scalable Vector Graphics (SVG)", Form("Scalable Vector Graphics (*.svg)|*.svg|", ".svg"), Page_Rows,
      Show_Page, Take_Page},
-    {Hardcopy_Driver::pdf, 463, "Portable Document Format (PDF)", Form("Portable Document Format (*.pdf)|*.pdf|", ".pdf"), Page_Rows,
+    {Hardcopy_Driver::pdf, 483, "Portable Document Format (PDF)", Form("Portable Document Format (*.pdf)|*.pdf|", ".pdf"), Page_Rows,
      Show_Page, Take_Page},
-    {Hardcopy_Driver::bit_image, 464, "Bit image file (PCX/BMP/PNG/JPEG)",
+    {Hardcopy_Driver::bit_image, 484, "Bit image file (PCX/BMP/PNG/JPEG)",
      Form("Bit images (*.png;*.bmp;*.pcx;*.jpg;*.jpeg)|*.png;*.bmp;*.pcx;*.jpg;*.jpeg|", ".png"), Image_Rows, Show_Image, Take_Image,
      Image_Field_Changed},
-    {Hardcopy_Driver::dxf, 465, "AutoCAD DXF", Form("Drawings for CAD (*.dxf)|*.dxf|", ".dxf"), Dxf_Rows, Show_Dxf, Take_Dxf},
-    {Hardcopy_Driver::cgm, 466, "CGM", Form("Computer Graphics Metafile (*.cgm)|*.cgm|", ".cgm"), Cgm_Rows, Show_Cgm, Take_Cgm},
-    {Hardcopy_Driver::metafile, 468, "Windows metafile (WMF/EMF)", Form("Metafiles (*.emf;*.wmf)|*.emf;*.wmf|", ".emf"), Metafile_Rows,
+    {Hardcopy_Driver::dxf, 485, "AutoCAD DXF", Form("Drawings for CAD (*.dxf)|*.dxf|", ".dxf"), Dxf_Rows, Show_Dxf, Take_Dxf},
+    {Hardcopy_Driver::cgm, 486, "CGM", Form("Computer Graphics Metafile (*.cgm)|*.cgm|", ".cgm"), Cgm_Rows, Show_Cgm, Take_Cgm},
+    {Hardcopy_Driver::metafile, 488, "Windows metafile (WMF/EMF)", Form("Metafiles (*.emf;*.wmf)|*.emf;*.wmf|", ".emf"), Metafile_Rows,
      Show_Metafile, Take_Metafile, Metafile_Field_Changed},
 };
 

@@ -11,7 +11,7 @@ namespace vntl {
 
 namespace {
 
-constexpr int page_dialog = 469;
+constexpr int page_dialog = 489;
 enum Field {
     printer_field = 4701,
     file_field,

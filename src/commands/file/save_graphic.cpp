@@ -14,7 +14,7 @@ namespace vntl {
 
 namespace {
 
-constexpr int format_dialog = 460, first_format = 4801, metafile_format = 4806;
+constexpr int format_dialog = 480, first_format = 4801, metafile_format = 4806;
 constexpr struct {
     int field;
     const char* label;
