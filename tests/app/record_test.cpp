@@ -54,13 +54,13 @@ TEST_F(Record, FilesDialogsAndTheMouse) {
             "command 40226;@wheelup 600 300;command 40105;@down 600 400;@move 650.7 420;@move 700.1 300;@up 710 310;@down 500 400;@move "
             "600 500;"
             "key Escape;command 40505;press 1;command 40018;close;@down right 400 400;@down 300 300;@move 500 500;key Escape;@up 700 600;"
-            "@wheelup 600 400;command 40106;command 40503;resize 900 600;files one.png;command 40044;files cancel;command 40044;"
-            "files \"two pages.svg\";command 40044;timer 3",
+            "@wheelup 600 400;command 40106;command 40503;resize 900 600;command 40044;set 4803 1;files one.png;press OK;press OK;"
+            "command 40044;files cancel;press OK;command 40044;set 4802 1;files \"two pages.svg\";press OK;set 4605 3;press OK;timer 3",
         {"one.png", "two pages.svg"});
     EXPECT_TRUE(recorded.starts_with("resize ") && recorded.ends_with("\n")) << recorded;
     EXPECT_EQ(Count(recorded, "\npress 2\n"), 2);
     EXPECT_EQ(Count(recorded, "\nmouse down "), 5);
-    EXPECT_EQ(Count(recorded, "\nfiles cancel\ncommand 40044\n"), 1);
+    EXPECT_EQ(Count(recorded, "\ncommand 40044\nfiles cancel\npress 1\n"), 1);
     EXPECT_EQ(Count(recorded, "\nmouse move 650.7 420\nmouse move 700.1 300\n"), 1) << "each move under a button";
     EXPECT_EQ(Count(recorded, "\nmouse move "), 6) << "a free mouse leaves its last place alone\n" << recorded;
 }

@@ -33,6 +33,25 @@ TEST_F(Screen, TheEmptyScreenNamesTheProgram) {
     }
 }
 
+// 1 % and 2 % of the page from the right and the bottom; letters of 0.006 and 0.015 of it.
+TEST_F(Screen, TheStampNamesTheProgramInTheCorner) {
+    session.config.program_name = "  " + std::string(40, 'n') + " ";
+    session.config.program_version = " Version: 9.99 ";
+    Recording_Device device(1800, 1000);
+    Graphics g(device);
+    g.IGrArea(0.25f, 0.25f, 0.5f, 0.5f);
+    g.IGrUnits(-7, -7, 7, 7);
+    g.IGrCharRotate(90);
+    Stamp_Plot(session.config, g);
+    const auto& text = std::get<Recorded_Text>(device.items().back());
+    EXPECT_EQ(text.text, std::string(30, 'n') + " Version: 9.99");
+    EXPECT_NEAR(text.at.x, 1782, 1e-3);
+    EXPECT_NEAR(text.at.y, 20, 1e-3);
+    EXPECT_NEAR(text.style.width, 10.8, 1e-3);
+    EXPECT_NEAR(text.style.height, 15, 1e-3);
+    EXPECT_TRUE(text.style.justify == Justify::right && text.style.colour == WRGB(0, 0, 255) && text.style.angle == 0);
+}
+
 TEST_F(Screen, ARedrawShowsTheWindowThatReMakeShowed) {
     Add();
     for (const char* form : {"single", "multi", "multi_log", "calculation"}) {
