@@ -117,6 +117,8 @@ public:
         device_.Text(at, text, changed);
     }
     double Text_Width(std::string_view text, const Text_Style& style) const override { return device_.Text_Width(text, style); }
+    bool Start_Backwards() override { return device_.Start_Backwards(); }
+    bool End_Backwards() override { return device_.End_Backwards(); }
 
 private:
     Colour Line(Colour colour) const { return rule_.Line(colour, ground_); }
