@@ -13,7 +13,7 @@ using Texts = std::vector<std::string>;
 // Every field of every page but those of lines that repeat: its path | its name in `print prefs` | what is given, "#" a colour | the value
 // that is printed, where that is something else.
 constexpr const char* fields_of_pages = R"~(
-Path Quendrix|quendrix_dir|/opt/suite;Quendrix exe|prg_refine|wqx2k -x;Text editor|cmd_editor|ed -x;Web navigator|cmd_browser|web -x
+Path Quendrix|quendrix_dir|/usr;Quendrix exe|prg_refine|wqx2k -x;Text editor|cmd_editor|ed -x;Web navigator|cmd_browser|web -x
 PDF reader|cmd_pdf|pdf -x;CIF viewer|cmd_cif_viewer|cif -x;PS viewer|cmd_ps_viewer|ps -x;Compression|cmd_unzip|zip -x
 Prefix command for invoking console programs|cmd_run|term -e;Always save context|always_save_context|1|true
 Use internal text editor|use_internal_editor|0|false
@@ -141,7 +141,8 @@ const std::string all_rows = "drop s1.xys s2.xys s3.xys s4.xys s5.xys s6.xys;", 
 
 TEST_F(Preferences_Dialogs, EachFieldSetsItsPreference) {
     const Filling filling = Fill_All();
-    const Run_Result run = Do("$;!;" + filling.statements + "$;press Apply;$;press Exit;$;!;press Apply;close;$");
+    const Run_Result run =
+        Do("$;!;" + filling.statements + "$;press Apply;press \"Save global preferences\";$;press Exit;$;!;press Apply;close;$");
     EXPECT_EQ(run.status, 0) << run.errors;
     const auto prefs = run.With("prefs");
     Json expected = prefs.at(0), boxes = expected;
@@ -157,6 +158,12 @@ TEST_F(Preferences_Dialogs, EachFieldSetsItsPreference) {
     expected["prefs"]["contour_title"] = "Heating (Saturation:     512.5";  // of a second time
     EXPECT_EQ(Json::diff(expected, prefs.at(4)), Json::array());
 
+    expected["prefs"]["contour_title"] = "Heating";  // the saturation goes with the run of the program
+    expected["prefs"]["saturation_on"] = false;
+    expected["prefs"]["saturation_value"] = 1e6;
+    EXPECT_EQ(Json::diff(expected, Do("$").With("prefs").at(0)), Json::array());
+
+    fs::remove_all(directory / "home/.qxs");
     const auto left = Do("!;" + filling.statements + "press Exit;$;!;" + filling.statements + "close;$").With("prefs");
     for (const Json& after : left) EXPECT_EQ(Json::diff(boxes, after), Json::array());
 }

@@ -113,9 +113,13 @@ TEST_F(Record, WhichWindowIsInFront) {
     EXPECT_EQ(Count(recorded, "\nmain\n"), 2) << recorded;
 }
 
-TEST_F(Record, PreferencesThatAScriptSets) {
+TEST_F(Record, PreferencesThatAScriptOrAUserSets) {
     const std::string recorded =
-        Replay("open " + Pattern("rising.xye") + ";pref title_single \"a # \\\"title\\\"\";command 40106;pref frame_background 9,8,7");
+        Replay("open " + Pattern("rising.xye") +
+               ";pref title_single \"a # \\\"title\\\"\";command 40106;pref frame_background 9,8,7;command 40033;colour 1 2 3;press \"Line "
+               "preferences/1/Colour\";set 1/Match 0;colour 4 5 6;press \"Marker preferences/1/Colour\";set Title/Size 30;set \"Label "
+               "Y/Position\" "
+               "Top/Vert;set Pages 8;set \"Title for graph single file\" \"ends in a blank \";press Apply;set Title/Size 50;press Exit");
     EXPECT_EQ(Count(recorded, "\npref "), 2) << recorded;
 }
 
