@@ -155,14 +155,15 @@ private:
     void Changed(int number) {
         const Preference_Field* field = form_.With_Number(number);
         if (field == nullptr || field->kind != Field_Kind::check_box) return;
-        const bool before = std::get<bool>(Value_Of(*field->preference, working_));
+        bool& mark = *std::get<bool*>(field->preference->target(working_));
         const bool on = WDialogGetCheckBox(number) != 0;
-        if (on == before) return;
-        *std::get<bool*>(field->preference->target(working_)) = on;
-        if (field->preference->name == "always_save_context" || field->preference->name == "use_internal_editor")
+        if (on == mark) return;
+        mark = on;
+        const std::string& name = field->preference->name;
+        if (name == "always_save_context" || name == "use_internal_editor")  // these do not wait for "Apply"
             *std::get<bool*>(field->preference->target(session_.prefs)) = on;
         for (ProfileStyle& style : working_.profile_styles)
-            if (on && &style.match_colours == std::get<bool*>(field->preference->target(working_))) style.marker_colour = style.line_colour;
+            if (&style.match_colours == &mark && on) style.marker_colour = style.line_colour;
         Show_Colours();
         Set_States();
     }

@@ -98,7 +98,6 @@ class Button_Field : public Dialog_Widget {
 public:
     Button_Field(const Dialog_Field& field, int dialog) : Dialog_Widget(field), button_(new QPushButton(Seen_Label(field))) {
         if (!field.image.empty()) Show_Image();
-        if (field.unseen_label) button_->setToolTip(Q(Bare_Label(field.label)));
         button_->setDefault(field.number == button_ok);
         button_->setAutoDefault(true);  // ENTER presses the button that has the focus
         QObject::connect(button_, &QPushButton::clicked, button_, [this, dialog, number = field.number] {

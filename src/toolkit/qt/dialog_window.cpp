@@ -38,6 +38,14 @@ const Dialog_Field* Leader(const std::vector<Dialog_Field>& row) {
     return row.size() < 2 || found == row.end() ? nullptr : &*found;
 }
 
+// What shows no label is still named: to assistive programs, and a colour to the hand that rests on it.
+void Name_Unseen(QWidget& widget, const Dialog_Field& field, const Dialog_Field* leader) {
+    const bool of_row = leader != nullptr && leader->kind == Field_Kind::label;
+    const QString name = Q((of_row ? Bare_Label(leader->label) + ", " : std::string()) + Bare_Label(field.label));
+    widget.setAccessibleName(name);
+    if (field.kind == Field_Kind::colour_button) widget.setToolTip(name);
+}
+
 bool Takes_Room(Field_Kind kind) { return kind == Field_Kind::grid || kind == Field_Kind::tree; }
 
 constexpr int all_columns = -1, columns_a_field = 2;  // a label and an entry
@@ -101,7 +109,7 @@ void Dialog_Window::Lay_Out_Row(QGridLayout& grid, int row, const std::vector<Di
             continue;
         }
         const bool labelled = Is_Entry(field.kind) && !field.label.empty() && !field.unseen_label;
-        if (field.unseen_label) widget->setAccessibleName(Q(Bare_Label(field.label)));
+        if (field.unseen_label) Name_Unseen(*widget, field, leader);
         if (labelled) {
             auto* label = new QLabel(Q(field.label));
             label->setBuddy(Field(field.number)->Focus_Widget());
