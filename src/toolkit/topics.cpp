@@ -24,7 +24,7 @@ Json Dialog(int dialog) {
                           {"label", Json_Text(field.label)},
                           {"value", grid ? Json(field.cells) : Json(Json_Text(field.value))},
                           {"enabled", field.enabled}});
-        if (!field.titles.empty()) fields.back()["place"] = field.titles;
+        if (!field.titles.empty()) fields.back()["within"] = field.titles;
         if (field.marked) fields.back()["marked"] = true;
     }
     return {{"dialog", view.number}, {"title", Json_Text(view.title)}, {"fields", fields}};

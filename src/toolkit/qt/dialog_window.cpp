@@ -31,7 +31,9 @@ bool Is_Entry(Field_Kind kind) {
            kind == Field_Kind::trackbar || kind == Field_Kind::progress_bar;
 }
 
-// The field whose label tells what a row is about: its first text or entry, where others stand beside it.
+bool Shows_Label(const Dialog_Field& field) { return Is_Entry(field.kind) && !field.label.empty() && !field.unseen_label; }
+
+// The field whose label tells what a row is about: its first text or entry, where others stand beside it that have no such label.
 const Dialog_Field* Leader(const std::vector<Dialog_Field>& row) {
     const auto leads = [](const Dialog_Field& f) { return (f.kind == Field_Kind::label || Is_Entry(f.kind)) && !f.label.empty(); };
     const auto found = std::find_if(row.begin(), row.end(), leads);
@@ -98,7 +100,8 @@ void Dialog_Window::Lay_Out_Row(QGridLayout& grid, int row, const std::vector<Di
     const Dialog_Field* const leader = Leader(fields);
     for (const Dialog_Field& field : fields) {
         QWidget* widget = Build(field);
-        if (Dialog_Widget* const built = Field(field.number); built != nullptr && leader != nullptr && leader != &field)
+        if (Dialog_Widget* const built = Field(field.number);
+            built != nullptr && leader != nullptr && leader != &field && !Shows_Label(field))
             built->titles.push_back(Bare_Label(leader->label));
         if (foot && field.kind == Field_Kind::push_button) {
             at_foot_.emplace_back(static_cast<QPushButton*>(widget), Foot_Role(field));
@@ -108,9 +111,8 @@ void Dialog_Window::Lay_Out_Row(QGridLayout& grid, int row, const std::vector<Di
             line->addWidget(widget);
             continue;
         }
-        const bool labelled = Is_Entry(field.kind) && !field.label.empty() && !field.unseen_label;
         if (field.unseen_label) Name_Unseen(*widget, field, leader);
-        if (labelled) {
+        if (Shows_Label(field)) {
             auto* label = new QLabel(Q(field.label));
             label->setBuddy(Field(field.number)->Focus_Widget());
             Field(field.number)->caption = label;
