@@ -27,7 +27,8 @@ float Legible_Scale(const Graphics& g, float char_width, float char_height) {
     constexpr double least_pixels = 9;
     const Device& device = g.device();
     const double em = Em_Of_Cell(static_cast<double>(char_width) * device.Width(), static_cast<double>(char_height) * device.Height());
-    return em > 0 && em < least_pixels ? static_cast<float>(least_pixels / em) : 1;
+    const double least = least_pixels * device.Pixel();
+    return em > 0 && em < least ? static_cast<float>(least / em) : 1;
 }
 
 void Select_Font(Graphics& g, const Text_Prefs& text) {

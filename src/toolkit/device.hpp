@@ -115,6 +115,7 @@ public:
 
     virtual double Width() const = 0;  // extent in device units
     virtual double Height() const = 0;
+    virtual double Pixel() const { return 1; }  // device units of a pixel of 1/96 inch
 
     virtual void Clear(Colour) = 0;          // the whole device, whatever the clip
     virtual void Set_Clip(const Rect&) = 0;  // until the next call nothing is drawn outside

@@ -67,6 +67,7 @@ public:
 
     double Width() const override { return device_.Width(); }
     double Height() const override { return device_.Height(); }
+    double Pixel() const override { return device_.Pixel(); }
 
     void Clear(Colour colour) override {
         ground_ = colour;

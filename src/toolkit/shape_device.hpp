@@ -21,6 +21,7 @@ public:
 
     double Width() const final { return width_; }
     double Height() const final { return height_; }
+    double Pixel() const final { return points_a_pixel; }
     void Clear(Colour) final;
     void Set_Clip(const Rect&) final;
     void Polyline(std::span<const Point>, const Pen&) final;
