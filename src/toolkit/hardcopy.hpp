@@ -14,7 +14,7 @@ namespace vntl {
 enum class Hardcopy_Driver { postscript = 2, svg = 3, pdf = 4, bit_image = 6, dxf = 8, cgm = 9, printer = 10, metafile = 11 };
 
 // What becomes of the colours of a picture.
-enum class Colour_Change { none = 1, exchange, greys, black };  // black and white exchanged; in shades of grey; black, on white
+enum class Colour_Change { none = 1, exchange, greys, black };  // black and white exchanged; shades of grey; black lines on white
 // What keeps its colour; the rest is drawn in shades of grey.
 enum class Colour_Use { all = 1, lines, areas };  // texts and markers count as lines
 

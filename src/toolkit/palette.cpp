@@ -57,9 +57,12 @@ Colour_Count Count_Colours(const Pixel_Buffer& picture) {
     return count;
 }
 
+// Black and white come first: letters and axes are few pixels.
 std::vector<Colour> Most_Frequent(const Colour_Count& count, std::size_t most) {
+    constexpr Colour black = WRGB(0, 0, 0), white = WRGB(255, 255, 255);
     std::vector<Counted> colours;
-    for (const auto& [colour, pixels] : count.single) colours.push_back({colour, pixels});
+    for (const auto& [colour, pixels] : count.single)
+        colours.push_back({colour, colour == black || colour == white ? std::numeric_limits<std::uint64_t>::max() : pixels});
     const auto before = [](const Counted& a, const Counted& b) { return a.pixels != b.pixels ? a.pixels > b.pixels : a.colour < b.colour; };
     most = std::min(most, colours.size());
     std::partial_sort(colours.begin(), colours.begin() + static_cast<std::ptrdiff_t>(most), colours.end(), before);

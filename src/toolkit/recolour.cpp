@@ -38,7 +38,7 @@ public:
         return change_ == Colour_Change::black ? black : Changed(colour, use_ != Colour_Use::areas);
     }
     Colour Area(Colour colour, Colour ground) const override {
-        if (change_ == Colour_Change::black) return colour == ground ? white : Nearest_Ink(colour);
+        if (change_ == Colour_Change::black) return colour == ground ? white : Grey(colour);
         return Changed(colour, use_ != Colour_Use::lines);
     }
 

@@ -135,7 +135,7 @@ void Draw_Plot(Device& device) {
     device.Cells({{0.1 * device.Width(), 0.5 * device.Height(), 0.9 * device.Width(), 0.9 * device.Height()}, 64, 64, cells});
     const std::vector<Point> line = {{0, 0.1 * device.Height()}, {0.5 * device.Width(), 0.4 * device.Height()}, {device.Width(), 0}};
     device.Polyline(line, {yellow, 2, Line_Style::solid});
-    const std::vector<Point> axis = {{0, 5}, {device.Width(), 5}};
+    const std::vector<Point> axis = {{0, 5}, {9, 5}};
     device.Polyline(axis, {black, 1, Line_Style::solid});
     device.Text({20, 20}, "2θ (°)", {101, 0, 10, 16, 0, Justify::left, blue});
 }
@@ -233,7 +233,7 @@ TEST(Recoloured, WhatLinesAndAreasBecome) {
     } cases[] = {{none, Colour_Use::all, white, 0, red, red, red},
                  {exchange, Colour_Use::all, 0, white, red, red, red},
                  {greys, Colour_Use::all, white, 0, grey_of_red, grey_of_red, grey_of_red},
-                 {Colour_Change::black, Colour_Use::all, white, 0, 0, 0, 0},
+                 {Colour_Change::black, Colour_Use::all, white, 0, 0, grey_of_red, grey_of_red},
                  {none, Colour_Use::lines, white, 0, red, grey_of_red, grey_of_red},
                  {none, Colour_Use::areas, white, 0, grey_of_red, red, red},
                  {exchange, Colour_Use::lines, 0, white, red, grey_of_red, grey_of_red}};

@@ -81,7 +81,7 @@ Dialog_Field Menu(int number, const char* label, std::vector<std::string> choice
     return {.number = number, .kind = Field_Kind::menu, .label = label, .choices = std::move(choices)};
 }
 Dialog_Field Colour_Menu(const char* label) {
-    return Menu(colours_field, label, {"None", "Black and white exchanged", "Shades of grey", "Black on white"});
+    return Menu(colours_field, label, {"None", "Black and white exchanged", "Shades of grey", "Black lines on white"});
 }
 
 template <class Choice>
@@ -295,6 +295,8 @@ bool Take_Metafile(Hardcopy_Options& options) {
 }
 
 void Metafile_Field_Changed(int field) {
+    const bool to_file = WDialogGetRadioButton(to_file_field) == to_file_field;
+    for (const int of_file : {file_field, browse_button}) WDialogFieldState(of_file, to_file ? field_enabled : field_disabled);
     const std::string name(Trim(WDialogGetString(file_field)));
     const std::string_view extension = Extension_Of(name);
     const bool emf = Equal_No_Case(extension, ".emf"), wmf = Equal_No_Case(extension, ".wmf");

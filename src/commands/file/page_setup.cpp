@@ -132,14 +132,14 @@ Dialog_Resource Page_Setup_Resource() {
         {{{.number = printer_field, .kind = Field_Kind::menu, .label = "&Printer"}},
          File_Entry::Row(file_fields, "&File"),
          frame(paper_frame, "Paper",
-               {{{.number = paper_field, .kind = Field_Kind::menu, .label = "P&aper"}},
+               {{{.number = paper_field, .kind = Field_Kind::menu, .label = "P&aper"},
+                 {.number = copies_field, .kind = Field_Kind::integer, .label = "C&opies:", .width = 6, .lo = 1, .hi = most_copies}},
                 {radio(portrait_field, "Portra&it"), radio(landscape_field, "Lan&dscape")}}),
          frame(margins_frame, "Margins in millimetres", {{Entry(margins[0]), Entry(margins[1])}, {Entry(margins[2]), Entry(margins[3])}}),
          frame(picture_frame, "Picture between the margins",
                {{{.number = scale_field, .kind = Field_Kind::integer, .label = "Scal&e", .width = 6, .lo = 1, .hi = largest_scale},
                  {per_cent_label, Field_Kind::label, "% of the largest that fits"}},
-                {{centre_field, Field_Kind::check_box, "Ce&ntre"}},
-                {{.number = copies_field, .kind = Field_Kind::integer, .label = "C&opies:", .width = 6, .lo = 1, .hi = most_copies}}}),
+                {{centre_field, Field_Kind::check_box, "Ce&ntre"}}}),
          {{button_ok, Field_Kind::push_button, "OK"}, {button_cancel, Field_Kind::push_button, "Cancel"}}}};
 }
 

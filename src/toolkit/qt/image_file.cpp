@@ -52,7 +52,7 @@ QImage Q_Image(const Indexed_Image& image) {
     return table.size() == 2 ? result.convertToFormat(QImage::Format_Mono, table, Qt::ThresholdDither) : result;
 }
 
-std::string Written(QImage image, Image_Format format, const Hardcopy_Options& options) {
+std::string Written(QImage& image, Image_Format format, const Hardcopy_Options& options) {
     const int dots_a_metre = qRound(options.dots_per_inch / metres_an_inch);
     image.setDotsPerMeterX(dots_a_metre);
     image.setDotsPerMeterY(dots_a_metre);
@@ -70,7 +70,9 @@ std::string Bitmap::Encoded(Image_Format format, const Hardcopy_Options& options
     const Pixel_Buffer pixels{reinterpret_cast<std::uint32_t*>(image.bits()), image.width(), image.height(), image.bytesPerLine() / 4};
     const std::optional<Indexed_Image> few = Few_Colours(pixels, options.image_colours);
     if (format == Image_Format::pcx) return few ? Pcx_Of(*few, options.dots_per_inch) : Pcx_Of(pixels, options.dots_per_inch);
-    return Written(few ? Q_Image(*few) : image, format, options);
+    if (!few) return Written(image, format, options);
+    QImage indexed = Q_Image(*few);
+    return Written(indexed, format, options);
 }
 
 }  // namespace vntl
