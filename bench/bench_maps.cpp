@@ -11,8 +11,8 @@
 #include <random>
 
 #include "bench/timing.hpp"
+#include "drawing/presentation.hpp"
 #include "toolkit/bitmap.hpp"
-#include "toolkit/presentation.hpp"
 #include "toolkit/window.hpp"
 
 namespace {

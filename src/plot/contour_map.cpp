@@ -4,10 +4,10 @@
 #include <vector>
 
 #include "base/text.hpp"
+#include "drawing/presentation.hpp"
 #include "plot/frame_texts.hpp"
 #include "plot/plot.hpp"
 #include "plot/text_style.hpp"
-#include "toolkit/presentation.hpp"
 
 namespace vntl {
 

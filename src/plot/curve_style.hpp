@@ -3,8 +3,8 @@
 
 #include <algorithm>
 
+#include "drawing/presentation.hpp"
 #include "session/preferences.hpp"
-#include "toolkit/presentation.hpp"
 
 namespace vntl {
 

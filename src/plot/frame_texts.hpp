@@ -1,8 +1,8 @@
 // What stands around the curves of a graph or a map: page, title, scales, axis labels, target, frame and legend. Page units are in force.
 #pragma once
 
+#include "drawing/presentation.hpp"
 #include "plot/plot.hpp"
-#include "toolkit/presentation.hpp"
 
 namespace vntl {
 

@@ -6,9 +6,9 @@
 #include <vector>
 
 #include "base/text.hpp"
+#include "drawing/presentation_3d.hpp"
 #include "plot/frame_texts.hpp"
 #include "plot/plot.hpp"
-#include "toolkit/presentation_3d.hpp"
 
 namespace vntl {
 

@@ -5,9 +5,9 @@
 #include <string_view>
 #include <vector>
 
+#include "drawing/graphics.hpp"
+#include "drawing/recording.hpp"
 #include "session/session.hpp"
-#include "toolkit/graphics.hpp"
-#include "toolkit/recording.hpp"
 
 namespace vntl {
 

@@ -1,8 +1,8 @@
 // What a refinement adds to the plot of its profile: calculated curve, difference, background, and a row of reflections a phase.
 #pragma once
 
+#include "drawing/presentation.hpp"
 #include "plot/plot.hpp"
-#include "toolkit/presentation.hpp"
 
 namespace vntl {
 

@@ -3,8 +3,8 @@
 
 #include <optional>
 
+#include "drawing/graphics.hpp"
 #include "session/session.hpp"
-#include "toolkit/graphics.hpp"
 
 namespace vntl {
 

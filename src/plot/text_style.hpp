@@ -4,9 +4,9 @@
 #include <string>
 #include <string_view>
 
+#include "drawing/graphics.hpp"
 #include "session/plot_state.hpp"
 #include "session/preferences.hpp"
-#include "toolkit/graphics.hpp"
 
 namespace vntl {
 

@@ -4,7 +4,7 @@
 #include <memory>
 #include <string>
 
-#include "toolkit/device.hpp"
+#include "drawing/device.hpp"
 #include "toolkit/hardcopy.hpp"
 
 namespace vntl {

@@ -5,9 +5,9 @@
 
 #include "base/text.hpp"
 #include "base/write_file.hpp"
+#include "pictures/recolour.hpp"
+#include "pictures/vector_device.hpp"
 #include "toolkit/bitmap.hpp"
-#include "toolkit/recolour.hpp"
-#include "toolkit/vector_device.hpp"
 
 namespace vntl {
 

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "base/status.hpp"
-#include "toolkit/device.hpp"
+#include "drawing/device.hpp"
 #include "toolkit/hardcopy.hpp"
 
 namespace vntl {

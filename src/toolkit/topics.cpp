@@ -5,8 +5,8 @@
 #include <variant>
 
 #include "base/page.hpp"
+#include "drawing/recording.hpp"
 #include "toolkit/dialog.hpp"
-#include "toolkit/recording.hpp"
 #include "toolkit/window.hpp"
 #include "toolkit/window_service.hpp"
 

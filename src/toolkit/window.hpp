@@ -12,9 +12,9 @@
 #include <vector>
 
 #include "base/ask.hpp"
+#include "drawing/recording.hpp"
 #include "toolkit/bitmap.hpp"
 #include "toolkit/messages.hpp"
-#include "toolkit/recording.hpp"
 
 namespace vntl {
 

@@ -7,7 +7,7 @@
 #include <optional>
 #include <vector>
 
-#include "toolkit/device.hpp"
+#include "drawing/device.hpp"
 #include "toolkit/messages.hpp"
 
 namespace vntl {

@@ -7,8 +7,8 @@
 #include <string>
 #include <tuple>
 
+#include "drawing/recording.hpp"
 #include "toolkit/messages.hpp"
-#include "toolkit/recording.hpp"
 #include "toolkit/window.hpp"
 
 namespace vntl {

@@ -9,8 +9,9 @@
 #include <functional>
 #include <set>
 
+#include "drawing/drawn.hpp"
+#include "pictures/recolour.hpp"
 #include "toolkit/bitmap.hpp"
-#include "toolkit/drawn.hpp"
 #include "toolkit/hardcopy.hpp"
 
 namespace vntl {

@@ -13,10 +13,10 @@
 #include <string>
 #include <vector>
 
+#include "pictures/vector_device.hpp"
 #include "toolkit/bitmap.hpp"
 #include "toolkit/dialog.hpp"
 #include "toolkit/messages.hpp"
-#include "toolkit/vector_device.hpp"
 #include "toolkit/window.hpp"
 
 namespace vntl {

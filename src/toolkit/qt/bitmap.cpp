@@ -8,10 +8,10 @@
 #include <cmath>
 #include <optional>
 
-#include "toolkit/cell_raster.hpp"
-#include "toolkit/curve_raster.hpp"
-#include "toolkit/facet_raster.hpp"
-#include "toolkit/font_table.hpp"
+#include "drawing/cell_raster.hpp"
+#include "drawing/curve_raster.hpp"
+#include "drawing/facet_raster.hpp"
+#include "drawing/font_table.hpp"
 #include "toolkit/qt/bitmap_qt.hpp"
 
 namespace vntl {

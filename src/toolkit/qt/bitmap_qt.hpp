@@ -6,8 +6,8 @@
 #include <QImage>
 #include <memory>
 
+#include "drawing/device.hpp"
 #include "toolkit/bitmap.hpp"
-#include "toolkit/device.hpp"
 
 namespace vntl {
 

@@ -4,8 +4,8 @@
 #include <QImage>
 #include <QWidget>
 
+#include "drawing/recording.hpp"
 #include "toolkit/messages.hpp"
-#include "toolkit/recording.hpp"
 
 namespace vntl {
 

@@ -4,8 +4,8 @@
 #include <cstring>
 #include <optional>
 
-#include "toolkit/palette.hpp"
-#include "toolkit/pcx.hpp"
+#include "pictures/palette.hpp"
+#include "pictures/pcx.hpp"
 #include "toolkit/qt/bitmap_qt.hpp"
 
 namespace vntl {

@@ -1,0 +1,20 @@
+// Coloured cells on pixels, such as the intensities of a series of patterns.
+//
+// The pixels whose centres lie in the rectangle are shared out among the cells, each axis by itself. A cell larger than a pixel fills
+// whole pixels, those whose centres it holds, so that its edges are sharp and no ground shows between two cells. Of cells smaller than a
+// pixel each one belongs to one pixel, which gets the mean of their colours: a narrow reflection grows fainter as the picture shrinks, but
+// it never falls between two pixels. A pixel all of whose cells have no colour keeps its own.
+//
+// The cost is a step for each pixel and one for each cell that shows.
+#pragma once
+
+#include "drawing/device.hpp"
+#include "drawing/pixels.hpp"
+
+namespace vntl {
+
+// `place` is the rectangle of the cells in pixels from the upper left corner of `target`, y downward. What a pixel gets does not depend on
+// the clip.
+void Paint_Cells(const Pixel_Buffer& target, const Pixel_Rect& clip, const Rect& place, const Cell_Image& image);
+
+}  // namespace vntl

@@ -1,0 +1,106 @@
+// Presentation graphics: a plot box with units of its own, and in it and around it axes and data sets from arrays.
+//
+// It draws through a `Graphics`, whose area, colour, line width and font are in force; curves are clipped at the plot box.
+#pragma once
+
+#include <span>
+#include <string_view>
+#include <vector>
+
+#include "drawing/axis.hpp"
+#include "drawing/graphics.hpp"
+#include "drawing/grid_data.hpp"
+
+namespace vntl {
+
+inline constexpr int max_sets = 500;  // of a plot
+
+// Style of a data set; also of its symbol in a key.
+struct Set_Style {
+    int line_style = 0;  // -1 none, 0 solid, 1 dotted, 2 dashed, 3 dot-dash, 4 dot-dot-dash
+    int fill = 0;        // of the marker: 0 outline, 4 solid
+    Colour line_colour = 0, marker_colour = 0;
+    int marker = 0;  // glyph code
+};
+
+class Presentation {
+public:
+    explicit Presentation(Graphics& graphics) : graphics_(&graphics) {}
+    Presentation On(Graphics& graphics) const;  // its state, on another drawing
+    Graphics& graphics() const { return *graphics_; }
+
+    void IPgArea(float x1, float y1, float x2, float y2);  // plot box, fractions of the area
+    void IPgUnits(float x1, float y1, float x2, float y2);
+    // From user units to units of the plot box and back, the inverse of each other. An axis may be reversed (x1 > x2); one without extent
+    // gives no finite number.
+    void IPgUnitsFromGrUnits(float gx, float gy, float& x, float& y) const;
+    void IPgUnitsToGrUnits(float x, float y, float& gx, float& gy) const;
+
+    // Kind 6 lines, 7 markers, 8 a grid of `points` columns and `rows` rows with its option word.
+    void IPgNewPlot(int type, int sets, int points, int rows = 1, unsigned option = 0);
+    void IPgStyle(int set, const Set_Style&);  // set: 1 to 500
+    void IPgMarker(int set, int marker);       // changes the glyph of a set's markers and leaves the rest of its style
+    void IPgClipRectangle(int mode);           // data sets are clipped at 1 the plot box, as at first, 0 the area
+    // Next set of the plot: markers or a line, by its type.
+    void IPgXYPairs(std::span<const float> x, std::span<const float> y, const Series_Blocks* blocks = nullptr);
+    void IPgXYLine(std::span<const float> x, std::span<const float> y);  // next set of the plot as a line, whatever the type
+    // Maps of a grid whose columns and rows lie at its x and y themselves, in the units of the plot box (x and y are at the ends of them).
+    // z1 and z2: the range of its values. Bilinear between the four values of a cell; a cell with a gap stays blank.
+    void IPgUnitsXYZ(float x1, float x2, float y1, float y2, float z1, float z2);
+    // Lines at z1 + k (z2 - z1) / (n + 1), k = 1 .. n, n the sets of the plot: coloured evenly from the colour of set 1 to that of set 2.
+    // Width 1, or 2 with bit 2048 of the option word. A flat grid has none.
+    void IPgContour2(const Grid_Data& grid);
+    // Colours between that of set 1, at z1, and that of set 2, at z2: one a cell (that of its mean), or with bit 2048 of the option word
+    // changing inside the cells. A flat grid has the colour of set 1.
+    void IPgConGrad2(const Grid_Data& grid);
+    // Bands in the colours of the sets. The band of a value is the first level above it, or the last. A cell whose corners are in one band
+    // is filled; another is cut into two triangles (granularity 1) or into granularity x granularity parts, each in the band of its mean.
+    void IPgConFill2(const Grid_Data& grid, std::span<const float> levels, int granularity);
+
+    void IPgErrorBars(std::span<const float> x, std::span<const float> y, std::span<const float> half_length);
+
+    void IPgXScale(std::string_view flags, float y_at);  // axis along x at y = y_at; "T" ticks, "N" numbers
+    void IPgYScale(std::string_view flags, float x_at);
+    void IPgXTickLength(float length);  // of the x scale: 1 is an 80th of the width of the plot box, 0.8 at first
+    void IPgYTickLength(float length);
+    void IPgXTickPos(int side);           // ticks of the x scale: 1 outward (downward), as at first, 2 inward (upward)
+    void IPgYTickPos(int side);           // of the y scale: 1 outward (to the left), 2 inward
+    void IPgDecimalPlaces(int decimals);  // of the numbers of both scales: 0 to 9; -1, as at first: as many as the range needs
+    void IPgTitle(std::string_view text, char position);  // position: 'L', 'C' or 'R'; 'N' draws nothing
+    // After the title: between it and the plot box, made small enough for that; not drawn where a large title itself reaches the box.
+    void IPgSubTitle(std::string_view text, char position);
+    void IPgXLabel(std::string_view text, char position);
+    void IPgYLabelLeft(std::string_view text, std::string_view position);   // place T, C or B, then V upright, R or 9 rotated
+    void IPgYLabelRight(std::string_view text, std::string_view position);  // the same right of the plot box
+    void IPgBorder();                                                       // frame of the plot box in the current colour and width
+    void IPgKey(float x, float y, int set, std::string_view text);          // symbol of a set and its text, user units
+
+private:
+    const Rect& Area() const { return graphics_->Area(); }
+    Device& Target() const { return graphics_->device(); }
+    Point Plot_To_Device(double x, double y) const;
+    Rect Box() const;        // plot box in device units
+    double X_Scale() const;  // device units a plot unit
+    double Y_Scale() const;
+    Set_Style& Style_Of_Set(int set);
+    void Draw_Set(std::span<const float> x, std::span<const float> y, bool markers, const Series_Blocks* blocks = nullptr);
+    void Clip_Sets();
+    void Title_Line(std::string_view text, char position, Text_Style style, double y);
+    void Turned_Label(std::string_view text, std::string_view position, Text_Style style, double middle);
+
+    Graphics* graphics_;
+    double bx1_ = 0, by1_ = 0, bx2_ = 1, by2_ = 1;  // plot box, fractions of the area
+    double px1_ = 0, py1_ = 0, px2_ = 1, py2_ = 1;  // plot units
+    float z1_ = 0, z2_ = 1;                         // of the values of a map
+    int plot_type_ = 6;
+    unsigned option_ = 0;
+    int next_set_ = 1;
+    bool clip_sets_ = true;  // at the plot box
+    double x_tick_length_ = tick_length, y_tick_length_ = tick_length;
+    bool x_ticks_inward_ = false, y_ticks_inward_ = false;
+    int decimals_ = -1;
+    double title_em_ = 0;  // of the title drawn last, device units
+    std::vector<Set_Style> styles_;
+};
+
+}  // namespace vntl
