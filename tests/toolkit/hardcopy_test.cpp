@@ -13,6 +13,7 @@
 #include "pictures/recolour.hpp"
 #include "toolkit/bitmap.hpp"
 #include "toolkit/hardcopy.hpp"
+#include "toolkit/printer.hpp"
 
 namespace vntl {
 namespace {
@@ -390,6 +391,11 @@ TEST(HardCopy, NamesSizesAndPlacesThatDoNotTakeAFile) {
     EXPECT_EQ(drawn, 0);
     for (const auto kind : {Hardcopy_Driver::bit_image, Hardcopy_Driver::pdf, Hardcopy_Driver::postscript, Hardcopy_Driver::svg})
         EXPECT_EQ(HardCopy(kind, "/no/such/place/x", {}, draw).message, "The picture cannot be written: /no/such/place/x");
+    Page_Setup page;
+    page.file = "/no/such/place/x.pdf";
+    EXPECT_EQ(Print_Page(page, 1.5, draw).message, "The page cannot be written: /no/such/place/x.pdf");
+    page.printer = "no such printer";
+    EXPECT_EQ(Print_Page(page, 1.5, draw).message, "The page cannot be printed: no such printer");
 }
 
 }  // namespace
