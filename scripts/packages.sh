@@ -6,7 +6,8 @@ set -euo pipefail
 
 run=(g++ cmake ninja-build pkg-config ccache qt6-base-dev qt6-svg-dev libqt6svg6 libcairo2-dev libgl-dev nlohmann-json3-dev libcli11-dev
      fonts-liberation fonts-dejavu-core)
-test=(libgtest-dev xvfb xauth clang-format-14 clang-14 poppler-utils python3)
+test=(libgtest-dev xvfb xauth clang-format-14 clang-14 poppler-utils ghostscript librsvg2-bin
+      python3 python3-ezdxf)
 declare -a wanted=("${run[@]}")
 for set in "$@"; do
     case "$set" in

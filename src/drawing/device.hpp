@@ -137,8 +137,9 @@ public:
     // draws nothing. None where a picture cannot be cut.
     virtual std::vector<std::unique_ptr<Device>> Bands() { return {}; }
 
-    // From now on what is drawn lies below what was drawn since, and all of it above the picture so far. False: this device cannot.
-    virtual bool Start_Backwards() { return false; }
+    // From now on what is drawn lies below what was drawn since, and all of it above the picture so far. False: this device cannot, or
+    // gains nothing by it with so many points.
+    virtual bool Start_Backwards(long long /*points*/) { return false; }
     // The end of it. False, and the picture is as it was before, where something was drawn that only goes the other way.
     virtual bool End_Backwards() { return false; }
 };

@@ -58,8 +58,7 @@ constexpr std::uint32_t copy_pixels = 0x00cc0020;
 constexpr std::uint32_t bitmap_at = 80, bitmap_header_size = 40;
 constexpr std::uint32_t text_at = 76;
 constexpr std::size_t font_size = 320;
-constexpr int normal = 400, bold = 700;
-constexpr unsigned default_letters = 1, true_type = 4;
+constexpr unsigned default_letters = 1;
 
 const char* Face_Name(int font) {
     switch (font) {
@@ -110,7 +109,7 @@ private:
         Put_32(size, static_cast<std::uint32_t>(bytes_.size() - begin_));
         std::copy(size.begin(), size.end(), bytes_.begin() + static_cast<std::ptrdiff_t>(begin_) + 4);
     }
-    void Put_Number(int value) { Put_32(bytes_, static_cast<std::uint32_t>(value)); }
+    void Put_Number(int value) override { Put_32(bytes_, static_cast<std::uint32_t>(value)); }
     void Put_Box(const Box& box) {
         for (const int edge : {box.left, box.top, box.right, box.bottom}) Put_Number(edge);
     }
@@ -132,13 +131,7 @@ private:
         Begin(Record::create_font);
         const std::size_t start = bytes_.size() + 4;
         Put_32(bytes_, number);
-        Put_Number(-font.size);  // negative: of the letters, without the room between lines
-        Put_Number(0);
-        Put_Number(font.tenth_degrees);
-        Put_Number(font.tenth_degrees);
-        Put_Number((font.style & style_bold) != 0 ? bold : normal);
-        const unsigned italic = (font.style & style_italic) != 0, underline = (font.style & style_underline) != 0;
-        for (const unsigned byte : {italic, underline, 0u, default_letters, true_type, 0u, 0u, 0u}) bytes_ += static_cast<char>(byte);
+        Put_Font(font, default_letters, 0);
         for (const char c : std::string_view(Face_Name(font.face))) Put_16(bytes_, static_cast<unsigned char>(c));
         bytes_.resize(start + font_size);
         End();

@@ -307,6 +307,16 @@ void Metafile_Device::Write_Cells(const Rect& rect, int columns, int rows, std::
     }
 }
 
+void Metafile_Device::Put_Font(const Drawing_Object& font, unsigned letters, unsigned pitch_and_family) {
+    constexpr int normal = 400, bold = 700;
+    constexpr unsigned true_type = 4;
+    const int weight = (font.style & style_bold) != 0 ? bold : normal;
+    // A negative height: of the letters, without the room between lines.
+    for (const int value : {-font.size, 0, font.tenth_degrees, font.tenth_degrees, weight}) Put_Number(value);
+    const unsigned italic = (font.style & style_italic) != 0, underline = (font.style & style_underline) != 0;
+    for (const unsigned byte : {italic, underline, 0u, letters, true_type, 0u, 0u, pitch_and_family}) bytes_ += static_cast<char>(byte);
+}
+
 std::size_t Metafile_Device::Bitmap_Size(int columns, int rows) { return Row_Size(columns) * static_cast<std::size_t>(rows); }
 
 void Metafile_Device::Put_Bitmap(int columns, int rows, std::span<const Colour> colours) {

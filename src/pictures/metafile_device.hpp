@@ -70,6 +70,7 @@ protected:
     virtual void Put_Polygon(std::span<const Place>) = 0;  // with the pen and the brush
     virtual void Put_Ellipse(const Box&) = 0;
     virtual void Put_Image(const Box&, int columns, int rows, std::span<const Colour>) = 0;  // the lowest row first
+    virtual void Put_Number(int) = 0;                                                        // of the size of the format's numbers
     virtual void Put_Align(Text_Align) = 0;
     virtual void Put_Text_Colour(Colour) = 0;
     virtual void Put_Text(Point at, std::span<const Letter>, double width, const Text_Style&) = 0;  // `at` and `width` in points
@@ -85,9 +86,10 @@ protected:
     void Align_Text(Text_Align);
     void Use_Font(int face, const Text_Style&);
     void Delete_Objects();
-    int Slots() const { return most_slots_; }                         // in use at once
-    void Put_Bitmap(int columns, int rows, std::span<const Colour>);  // header and pixels
-    static std::size_t Bitmap_Size(int columns, int rows);            // bytes of the pixels
+    int Slots() const { return most_slots_; }                                                // in use at once
+    void Put_Font(const Drawing_Object& font, unsigned letters, unsigned pitch_and_family);  // all but its name
+    void Put_Bitmap(int columns, int rows, std::span<const Colour>);                         // header and pixels
+    static std::size_t Bitmap_Size(int columns, int rows);                                   // bytes of the pixels
 
     std::string bytes_;  // of the file
 

@@ -118,7 +118,7 @@ public:
         device_.Text(at, text, changed);
     }
     double Text_Width(std::string_view text, const Text_Style& style) const override { return device_.Text_Width(text, style); }
-    bool Start_Backwards() override { return device_.Start_Backwards(); }
+    bool Start_Backwards(long long points) override { return device_.Start_Backwards(points); }
     bool End_Backwards() override { return device_.End_Backwards(); }
 
 private:

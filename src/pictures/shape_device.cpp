@@ -24,7 +24,7 @@ constexpr double largest_image = 16000;  // pixels of a side
 constexpr double seam = 0.15;            // points by which a facet reaches over its sides, so that no ground shows between neighbours
 constexpr int circle_glyph = 221;
 constexpr int circle_corners = 64;
-constexpr std::size_t many_markers = 1000;  // so many of one colour hide each other
+constexpr long long many_points = 1000;  // what so many hide of each other is worth looking for
 
 // The box about points `first` to `last` of a data set, widened on both axes; of those that are numbers.
 Rect Box_Of(const Series& s, std::size_t first, std::size_t last, double dx, double dy) {
@@ -133,7 +133,8 @@ bool Shape_Device::Keep(Kept item, std::span<const Point> places) {
     return true;
 }
 
-bool Shape_Device::Start_Backwards() {
+bool Shape_Device::Start_Backwards(long long points) {
+    if (points < many_points) return false;
     refused_ = false;
     backwards_ = true;
     cover_ = std::make_unique<Page_Cover>(width_, height_);
@@ -209,7 +210,7 @@ void Shape_Device::Curve(const Series& s, const Pen& pen) {
 void Shape_Device::Markers(const Series& s, const Marker_Style& style) {
     if (Marker_Outline(style.glyph).points.empty() || !(style.width >= 0 && style.height >= 0)) return;
     std::unique_ptr<Page_Cover> own;
-    if (!cover_ && s.x.size() > many_markers) {
+    if (!cover_ && std::ssize(s.x) > many_points) {
         own = std::make_unique<Page_Cover>(width_, height_);
         own->Set_Window(clip_);
     }

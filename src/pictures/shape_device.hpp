@@ -34,7 +34,7 @@ public:
     void Facets(const Facet_List&) final;
     void Text(Point, std::string_view, const Text_Style&) final;
     double Text_Width(std::string_view, const Text_Style&) const final;
-    bool Start_Backwards() final;
+    bool Start_Backwards(long long points) final;
     bool End_Backwards() final;
 
 protected:

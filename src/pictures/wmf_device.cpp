@@ -47,8 +47,6 @@ constexpr std::uint32_t anisotropic = 8, transparent = 1, winding = 2, keep_colo
 constexpr std::uint32_t pen_solid = 0, pen_none = 5, brush_solid = 0, brush_none = 1;
 constexpr std::uint32_t copy_low = 0x0020, copy_high = 0x00cc;
 constexpr std::uint32_t western = 0, symbols = 2;
-constexpr int normal = 400, bold = 700;
-constexpr unsigned true_type = 4;
 constexpr std::size_t longest_run = 8192;  // letters of a record that old systems draw
 
 struct Face {
@@ -148,7 +146,7 @@ private:
         Put_32(size, words);
         std::copy(size.begin(), size.end(), bytes_.begin() + static_cast<std::ptrdiff_t>(begin_));
     }
-    void Put_Number(int value) { Put_16(bytes_, static_cast<std::uint32_t>(value)); }
+    void Put_Number(int value) override { Put_16(bytes_, static_cast<std::uint32_t>(value)); }
 
     // --- objects -----------------------------------------------------------------------------------------------------------------
     void Make(int, const Drawing_Object& object) override {
@@ -163,15 +161,7 @@ private:
     void Make_Font(const Drawing_Object& font) {
         const Face& face = Face_Of(font.face);
         Begin(Record::create_font);
-        Put_Number(-font.size);  // negative: of the letters, without the room between lines
-        Put_Number(0);
-        Put_Number(font.tenth_degrees);
-        Put_Number(font.tenth_degrees);
-        Put_Number((font.style & style_bold) != 0 ? bold : normal);
-        const unsigned italic = (font.style & style_italic) != 0, underline = (font.style & style_underline) != 0;
-        const unsigned letters = face.font == font_symbol ? symbols : western;
-        for (const unsigned byte : {italic, underline, 0u, letters, true_type, 0u, 0u, face.pitch_and_family})
-            bytes_ += static_cast<char>(byte);
+        Put_Font(font, face.font == font_symbol ? symbols : western, face.pitch_and_family);
         bytes_ += face.name;
         bytes_ += '\0';
         End();

@@ -189,9 +189,9 @@ void Draw_Rows(const Scene& scene, Presentation& p, int n, const View& window, b
     const auto draw_row = [&](Presentation& part, int row, bool backwards) {
         Draw_Row(scene, part, row, window, log, blocks.empty() ? nullptr : &blocks[static_cast<std::size_t>(row - 1)], backwards);
     };
-    const auto draw = [&draw_row, n](Presentation& part) {
+    const auto draw = [&draw_row, n, points](Presentation& part) {
         Device& device = part.graphics().device();
-        if (device.Start_Backwards()) {
+        if (device.Start_Backwards(points)) {
             for (int row = n; row >= 1; --row) draw_row(part, row, true);
             if (device.End_Backwards()) return;
         }
@@ -203,11 +203,7 @@ void Draw_Rows(const Scene& scene, Presentation& p, int n, const View& window, b
             Presentation part = p.On(g);
             draw(part);
         });
-    if (!bands.empty()) return;
-    if (points < many_points)
-        for (int row = 1; row <= n; ++row) draw_row(p, row, false);
-    else
-        draw(p);
+    if (bands.empty()) draw(p);
 }
 
 }  // namespace

@@ -204,7 +204,7 @@ TEST(Shapes, WhatOthersHideCanBeLeftOut) {
                 const Series part{std::span(x[k]).subspan(from, 500), std::span(y[k]).subspan(from, 500)};
                 all.Markers(part, {glyph, 4, 5, Colour_Of(row), glyph != 226});
             }
-        ASSERT_TRUE(least.Start_Backwards());
+        ASSERT_TRUE(least.Start_Backwards(100'000));
         for (int row = rows - 1; row >= 0; --row) draw_row(least, row, true);
         ASSERT_TRUE(least.End_Backwards());
         // A sliver of 1/20 point is a fifth of a pixel: none may stand out. Along the edge of the clip, x = 48 and x = 900, ends of lines
@@ -232,7 +232,7 @@ TEST(Shapes, WhatOthersHideCanBeLeftOut) {
 TEST(Shapes, WhatCannotBeDrawnBackwardsUndoesIt) {
     Passing_Device device(100, 80);
     const std::vector<float> x = {10, 20}, y = {10, 20};
-    ASSERT_TRUE(device.Start_Backwards());
+    ASSERT_TRUE(device.Start_Backwards(100'000));
     device.Curve({x, y}, {});
     device.Text({10, 10}, "a", {101, 0, 5, 8, 0, Justify::left, 0});
     EXPECT_FALSE(device.End_Backwards());

@@ -44,8 +44,9 @@ public:
 
     std::vector<std::unique_ptr<Device>> Bands() override;
 
-    bool Start_Backwards() override {
-        if (!reduced_) return false;
+    bool Start_Backwards(long long points) override {
+        constexpr long long many_points = 200'000;
+        if (!reduced_ || points < many_points) return false;
         refused_ = false;
         layers_.emplace(bounds_);
         raster_.Draw_Below(&*layers_);
