@@ -87,7 +87,7 @@ protected:
         Solid(Places(page), dxf_page, colour);
     }
 
-    void Write_Line(std::span<const Point> points, const Pen& pen) override { Polyline(Places(points), dxf_lines, pen); }
+    void Write_Line(std::span<const Point> points, const Pen& pen) override { Light_Polyline(Places(points), dxf_lines, pen); }
 
     void Write_Area(std::span<const Point> corners, Colour colour) override {
         if (!Area_Shows(colour)) return;
@@ -155,7 +155,7 @@ private:
 
     // A hairline stays one however close a viewer looks. A wider line has its width in the drawing too, where it is solid: viewers that
     // draw that width pass over dashes.
-    void Polyline(std::vector<Dxf_Place>& places, std::string_view layer, const Pen& pen) {
+    void Light_Polyline(std::vector<Dxf_Place>& places, std::string_view layer, const Pen& pen) {
         if (places.size() < 2 || !Line_Shows(pen.colour)) return;
         const bool closed = places.size() > 2 && places.front() == places.back();
         const bool dashed = !Dash_Pattern(pen.style).empty();
@@ -209,7 +209,7 @@ private:
         out.Whole(79, 0);  // without dashes
         End_Hatch();
         corners.push_back(corners.front());
-        Polyline(corners, dxf_areas, {colour, 1, Line_Style::solid});
+        Light_Polyline(corners, dxf_areas, {colour, 1, Line_Style::solid});
     }
 
     void Begin_Hatch(const std::vector<Dxf_Place>& corners, std::string_view layer, Colour colour, bool solid) {
