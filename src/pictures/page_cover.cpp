@@ -122,17 +122,16 @@ bool Page_Cover::Hides(const Cover_Stamp& stamp, Point at) const {
     if (low >= high) return true;
     const int first_square = static_cast<int>(std::floor(static_cast<double>(y) / square));
     const auto& together = stamp.together[static_cast<std::size_t>(y - first_square * square)];
-    bool by_squares = true;
-    for (int row = low / square; by_squares && row <= (high - 1) / square; ++row) {
-        const auto [first, end] = in_window(together[static_cast<std::size_t>(row - first_square)]);
-        by_squares = first >= end || squares_.All(row, first / square, (end - 1) / square + 1);
-    }
-    if (by_squares) return true;
+    const int lowest = low / square, count_of_squares = (high - 1) / square - lowest + 1;
     // A shape sticks out at its ends, if it does anywhere.
-    for (int i = 0; i < high - low; ++i) {
-        const int row = i % 2 == 0 ? low + i / 2 : high - 1 - i / 2;
-        const auto [first, end] = in_window(stamp.rows[static_cast<std::size_t>(row - y)]);
-        if (!places_.All(row, first, end)) return false;
+    for (int i = 0; i < count_of_squares; ++i) {
+        const int row = i % 2 == 0 ? lowest + i / 2 : lowest + count_of_squares - 1 - i / 2;
+        const auto [first, end] = in_window(together[static_cast<std::size_t>(row - first_square)]);
+        if (first >= end || squares_.All(row, first / square, (end - 1) / square + 1)) continue;
+        for (int k = std::max(low, row * square); k < std::min(high, (row + 1) * square); ++k) {
+            const auto [from, to] = in_window(stamp.rows[static_cast<std::size_t>(k - y)]);
+            if (!places_.All(k, from, to)) return false;
+        }
     }
     return true;
 }

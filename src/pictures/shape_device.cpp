@@ -206,32 +206,46 @@ void Shape_Device::Curve(const Series& s, const Pen& pen) {
     end_part();
 }
 
-// Markers of one colour hide each other in whatever order they are drawn.
+// The markers of a data set that can be seen, in their order. Markers of one colour hide each other in whatever order they are drawn: at
+// first those that stand a point apart are laid, then those between, so that of a crowd the ones at its border are left.
+std::vector<std::uint32_t> Shape_Device::Seen_Markers(const Series& s, const Marker_Style& style, Page_Cover& cover,
+                                                      const Rect& touched) const {
+    const Cover_Stamp stamp = cover.Stamp_Of(style);
+    std::vector<std::uint32_t> asked, seen;
+    for (std::size_t first = 0; first < s.x.size(); first += Series_Blocks::points) {
+        const std::size_t end = std::min(first + Series_Blocks::points, s.x.size());
+        if (Hides_Box(cover, Box_Of(s, first, end - 1, 0.5 * style.width, 0.5 * style.height))) continue;
+        for (std::size_t i = first; i < end; ++i)
+            if (Inside(s.At(i), touched)) asked.push_back(static_cast<std::uint32_t>(i));
+    }
+    constexpr std::size_t finer = 4;
+    std::size_t step = 1;
+    while (static_cast<double>(asked.size()) > static_cast<double>(step) * (touched.x2 - touched.x1)) step *= finer;
+    for (std::size_t coarser = 0; step > 0; coarser = step, step /= finer)
+        for (std::size_t k = 0; k < asked.size(); k += step) {
+            const Point p = s.At(asked[k]);
+            if ((coarser != 0 && k % coarser == 0) || cover.Hides(stamp, p)) continue;
+            cover.Lay(stamp, p);
+            seen.push_back(asked[k]);
+        }
+    std::sort(seen.begin(), seen.end());
+    return seen;
+}
+
 void Shape_Device::Markers(const Series& s, const Marker_Style& style) {
     if (Marker_Outline(style.glyph).points.empty() || !(style.width >= 0 && style.height >= 0)) return;
-    std::unique_ptr<Page_Cover> own;
-    if (!cover_ && std::ssize(s.x) > many_points) {
-        own = std::make_unique<Page_Cover>(width_, height_);
-        own->Set_Window(clip_);
-    }
-    Page_Cover* const cover = cover_ ? cover_.get() : own.get();
-    const Cover_Stamp stamp = cover != nullptr ? cover->Stamp_Of(style) : Cover_Stamp();
     const double a = 0.5 * style.width, b = 0.5 * style.height;
     const Rect touched{clip_.x1 - a, clip_.y1 - b, clip_.x2 + a, clip_.y2 + b},
         whole{clip_.x1 + a, clip_.y1 + b, clip_.x2 - a, clip_.y2 - b};
     std::vector<Point> places;
-    for (std::size_t first = 0; first < s.x.size(); first += Series_Blocks::points) {
-        const std::size_t end = std::min(first + Series_Blocks::points, s.x.size());
-        if (cover != nullptr && Hides_Box(*cover, Box_Of(s, first, end - 1, a, b))) continue;
-        for (std::size_t i = first; i < end; ++i) {
-            const Point p = s.At(i);
-            if (!Inside(p, touched) || (cover != nullptr && cover->Hides(stamp, p))) continue;
-            if (cover != nullptr) cover->Lay(stamp, p);
-            if (Inside(p, whole))
-                places.push_back(p);
-            else
-                Cut_Marker(p, style);
-        }
+    const auto put = [&](Point p) { Inside(p, whole) ? places.push_back(p) : Cut_Marker(p, style); };
+    if (!cover_ && std::ssize(s.x) <= many_points) {
+        for (std::size_t i = 0; i < s.x.size(); ++i)
+            if (Inside(s.At(i), touched)) put(s.At(i));
+    } else {
+        std::optional<Page_Cover> own;
+        if (!cover_) own.emplace(width_, height_).Set_Window(clip_);
+        for (const std::uint32_t i : Seen_Markers(s, style, own ? *own : *cover_, touched)) put(s.At(i));
     }
     Put_Markers(places, style);
 }
