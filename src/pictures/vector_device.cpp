@@ -21,6 +21,7 @@ namespace {
 
 constexpr int circle_glyph = 221;
 constexpr int least_stroke_frequency = 4;     // a path of fewer points would repeat the last one
+constexpr double steps_a_point = 16;          // of places: finer than print, and few digits in the file
 constexpr char end_of_transmission = '\x04';  // Ctrl/D
 
 cairo_status_t Append(void* text, const unsigned char* data, unsigned length) {
@@ -83,7 +84,8 @@ protected:
         for (std::size_t i = 0; i < line.size(); ++i) {
             Line_To(line[i]);
             ++in_path;
-            const double step = i == 0 ? 0 : std::hypot(line[i].x - line[i - 1].x, line[i].y - line[i - 1].y);
+            const Point from = On_Page(line[i == 0 ? 0 : i - 1]), to = On_Page(line[i]);
+            const double step = std::hypot(to.x - from.x, to.y - from.y);
             length += step;
             if (in_path < longest_path_ || i + 1 == line.size()) continue;
             Stroke(pen, travelled);
@@ -186,8 +188,10 @@ private:
         cairo_ = nullptr;
     }
 
+    static double Short(double at) { return std::nearbyint(at * steps_a_point) / steps_a_point; }
     double Y(double y) const { return Height() - y; }
-    void Line_To(Point p) { cairo_line_to(cairo_, p.x, Y(p.y)); }
+    Point On_Page(Point p) const { return {Short(p.x), Short(Y(p.y))}; }
+    void Line_To(Point p) { cairo_line_to(cairo_, On_Page(p).x, On_Page(p).y); }
 
     void Add_Polygon(std::span<const Point> corners) {
         cairo_new_sub_path(cairo_);
@@ -195,10 +199,11 @@ private:
         cairo_close_path(cairo_);
     }
 
-    // A line of no length with round ends is a dot: a few bytes a marker.
+    // A path that is closed where it begins is a dot with round ends: a few bytes a marker.
     void Add_Dot(Point at) {
-        cairo_move_to(cairo_, at.x, Y(at.y));
+        cairo_new_sub_path(cairo_);
         Line_To(at);
+        cairo_close_path(cairo_);
     }
 
     // The pen of dots takes the shape of the glyph's box.
