@@ -360,7 +360,7 @@ TEST_F(Dialogs, ModelessDialogsComeToTheFrontAndGoInAnyOrder) {
 }
 
 // What is pasted goes into the cells that a hand could change, and past the others.
-TEST_F(Dialogs, PastedCellsPassByWhatCannotBeChanged) {
+TEST_F(Dialogs, CellsOfTheClipboardPassByWhatCannotBeChanged) {
     const auto cell = [](int column, int row) { return WGridGetCellString(demo::grid, column, row); };
     for (const int row : {1, 2, 3})
         for (const int column : {demo::name, demo::position}) {

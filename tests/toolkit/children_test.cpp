@@ -184,7 +184,7 @@ protected:
     const fs::path file = fs::temp_directory_path() / ("vantrelo_editor_" + std::to_string(::getpid()));
 };
 
-TEST_F(Editor, AnEditChangesOneLetterAndNoOtherByte) {
+TEST_F(Editor, AnEditOrTheClipboardChangesWhatItTouchesAlone) {
     const std::vector<std::string> texts = {"plain x\nlines\n",
                                             "no end x",
                                             "x\n\n\n",

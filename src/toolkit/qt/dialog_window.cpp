@@ -258,7 +258,10 @@ void Dialog_Window::Stand_Aside() {
                std::none_of(taken.begin(), taken.end(), [&](const QRect& other) { return other.intersects(room); });
     };
     const auto found = std::find_if(places.begin(), places.end(), free);
-    move(found == places.end() ? QPoint(inside, window.y()) : *found);
+    // A dialog wider than the window still has its left side on the screen.
+    const int farthest_right = screen.x() + screen.width() - own.width();
+    const QPoint over(std::max(screen.x(), std::min(inside, farthest_right)), window.y());
+    move(found == places.end() ? over : *found);
 }
 
 void Dialog_Window::Await_Activation() {
