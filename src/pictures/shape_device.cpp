@@ -208,25 +208,30 @@ void Shape_Device::Curve(const Series& s, const Pen& pen) {
 
 // The markers of a data set that can be seen, in their order. Markers of one colour hide each other in whatever order they are drawn: at
 // first those that stand a point apart are laid, then those between, so that of a crowd the ones at its border are left.
-std::vector<std::uint32_t> Shape_Device::Seen_Markers(const Series& s, const Marker_Style& style, Page_Cover& cover,
-                                                      const Rect& touched) const {
+std::vector<std::size_t> Shape_Device::Seen_Markers(const Series& s, const Marker_Style& style, Page_Cover& cover,
+                                                    const Rect& touched) const {
+    constexpr std::size_t finer = 4, block = 8;  // points: few, so that their box is hardly larger than they are
     const Cover_Stamp stamp = cover.Stamp_Of(style);
-    std::vector<std::uint32_t> asked, seen;
-    for (std::size_t first = 0; first < s.x.size(); first += Series_Blocks::points) {
-        const std::size_t end = std::min(first + Series_Blocks::points, s.x.size());
-        if (Hides_Box(cover, Box_Of(s, first, end - 1, 0.5 * style.width, 0.5 * style.height))) continue;
-        for (std::size_t i = first; i < end; ++i)
-            if (Inside(s.At(i), touched)) asked.push_back(static_cast<std::uint32_t>(i));
-    }
-    constexpr std::size_t finer = 4;
-    std::size_t step = 1;
-    while (static_cast<double>(asked.size()) > static_cast<double>(step) * (touched.x2 - touched.x1)) step *= finer;
-    for (std::size_t coarser = 0; step > 0; coarser = step, step /= finer)
-        for (std::size_t k = 0; k < asked.size(); k += step) {
-            const Point p = s.At(asked[k]);
-            if ((coarser != 0 && k % coarser == 0) || cover.Hides(stamp, p)) continue;
-            cover.Lay(stamp, p);
-            seen.push_back(asked[k]);
+    const std::size_t count = s.x.size();
+    const auto end_of = [count](std::size_t first) { return std::min(first + block, count); };
+    const auto hides_block = [&](std::size_t first) {
+        return Hides_Box(cover, Box_Of(s, first, end_of(first) - 1, 0.5 * style.width, 0.5 * style.height));
+    };
+    std::vector<std::size_t> blocks;
+    for (std::size_t first = 0; first < count; first += block)
+        if (!hides_block(first)) blocks.push_back(first);
+    std::vector<std::size_t> seen;
+    std::size_t step = 1, coarser = 0;
+    while (static_cast<double>(count) > static_cast<double>(step) * (touched.x2 - touched.x1)) step *= finer;
+    for (; step > 0; coarser = step, step /= finer)
+        for (const std::size_t first : blocks) {
+            if (first % step >= block || (coarser != 0 && step < block && hides_block(first))) continue;
+            for (std::size_t i = first; i < end_of(first); i += step) {
+                const Point p = s.At(i);
+                if ((coarser != 0 && i % coarser == 0) || !Inside(p, touched) || cover.Hides(stamp, p)) continue;
+                cover.Lay(stamp, p);
+                seen.push_back(i);
+            }
         }
     std::sort(seen.begin(), seen.end());
     return seen;
@@ -245,7 +250,7 @@ void Shape_Device::Markers(const Series& s, const Marker_Style& style) {
     } else {
         std::optional<Page_Cover> own;
         if (!cover_) own.emplace(width_, height_).Set_Window(clip_);
-        for (const std::uint32_t i : Seen_Markers(s, style, own ? *own : *cover_, touched)) put(s.At(i));
+        for (const std::size_t i : Seen_Markers(s, style, own ? *own : *cover_, touched)) put(s.At(i));
     }
     Put_Markers(places, style);
 }

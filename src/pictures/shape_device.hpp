@@ -4,7 +4,6 @@
 // Places are in points from the lower left corner of the page, all finite and inside the clip.
 #pragma once
 
-#include <cstdint>
 #include <memory>
 #include <optional>
 #include <span>
@@ -73,7 +72,7 @@ private:
     void Put_Line(std::span<const Point>, const Pen&);
     void Put_Area(std::span<const Point>, Colour);
     void Put_Markers(std::span<const Point>, const Marker_Style&);
-    std::vector<std::uint32_t> Seen_Markers(const Series&, const Marker_Style&, Page_Cover& cover, const Rect& touched) const;
+    std::vector<std::size_t> Seen_Markers(const Series&, const Marker_Style&, Page_Cover& cover, const Rect& touched) const;
     void Cut_Marker(Point at, const Marker_Style&);
     bool Keep(Kept item, std::span<const Point> places);
 
