@@ -94,4 +94,15 @@ void Paint_Cells(const Pixel_Buffer& target, const Pixel_Rect& clip, const Rect&
     }
 }
 
+std::vector<Colour> Colours_Of_Pixels(const Pixel_Buffer& pixels) {
+    std::vector<Colour> colours;
+    colours.reserve(static_cast<std::size_t>(pixels.width) * static_cast<std::size_t>(pixels.height));
+    for (int row = pixels.height - 1; row >= 0; --row)
+        for (int column = 0; column < pixels.width; ++column) {
+            const std::uint32_t pixel = pixels.pixels[row * pixels.stride + column];
+            colours.push_back((pixel & opaque) == opaque ? WRGB(pixel >> 16 & 255, pixel >> 8 & 255, pixel & 255) : no_colour);
+        }
+    return colours;
+}
+
 }  // namespace vntl

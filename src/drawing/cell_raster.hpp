@@ -8,6 +8,8 @@
 // The cost is a step for each pixel and one for each cell that shows.
 #pragma once
 
+#include <vector>
+
 #include "drawing/device.hpp"
 #include "drawing/pixels.hpp"
 
@@ -16,5 +18,8 @@ namespace vntl {
 // `place` is the rectangle of the cells in pixels from the upper left corner of `target`, y downward. What a pixel gets does not depend on
 // the clip.
 void Paint_Cells(const Pixel_Buffer& target, const Pixel_Rect& clip, const Rect& place, const Cell_Image& image);
+
+// Pixels as the colours of cells, the lowest row first; one that is not opaque has none.
+std::vector<Colour> Colours_Of_Pixels(const Pixel_Buffer& pixels);
 
 }  // namespace vntl

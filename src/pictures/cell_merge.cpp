@@ -68,17 +68,10 @@ bool Merge(const Cells& cells, int tolerance, std::size_t most, std::vector<Merg
 // Of each block of cells the mean.
 std::vector<Colour> Coarser(const Cells& cells, int columns, int rows) {
     std::vector<std::uint32_t> pixels(static_cast<std::size_t>(columns) * static_cast<std::size_t>(rows));
+    const Pixel_Buffer buffer{pixels.data(), columns, rows, columns};
     const Rect place{0, 0, static_cast<double>(columns), static_cast<double>(rows)};
-    Paint_Cells({pixels.data(), columns, rows, columns}, {0, 0, columns, rows}, place, {place, cells.columns, cells.rows, cells.colours});
-    std::vector<Colour> colours;
-    colours.reserve(pixels.size());
-    for (int row = rows - 1; row >= 0; --row)
-        for (int column = 0; column < columns; ++column) {
-            const std::uint32_t pixel =
-                pixels[static_cast<std::size_t>(row) * static_cast<std::size_t>(columns) + static_cast<std::size_t>(column)];
-            colours.push_back((pixel & opaque) == opaque ? WRGB(pixel >> 16 & 255, pixel >> 8 & 255, pixel & 255) : no_colour);
-        }
-    return colours;
+    Paint_Cells(buffer, {0, 0, columns, rows}, place, {place, cells.columns, cells.rows, cells.colours});
+    return Colours_Of_Pixels(buffer);
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 #include "pictures/cut_shapes.hpp"
 
 #include <algorithm>
+#include <numbers>
 #include <tuple>
 #include <utility>
 
@@ -66,6 +67,16 @@ std::vector<Point> Polygon_Inside(std::span<const Point> polygon, const Rect& re
     cut_at(&Point::y, &Point::x, rect.y1, false);
     cut_at(&Point::y, &Point::x, rect.y2, true);
     if (corners.size() < 3) corners.clear();
+    return corners;
+}
+
+std::vector<Point> Ellipse_Corners(Point centre, double rx, double ry) {
+    constexpr int circle_corners = 64;
+    std::vector<Point> corners;
+    for (int i = 0; i < circle_corners; ++i) {
+        const double a = 2 * std::numbers::pi * i / circle_corners;
+        corners.push_back({centre.x + rx * std::cos(a), centre.y + ry * std::sin(a)});
+    }
     return corners;
 }
 

@@ -22,6 +22,9 @@ bool Clip_Segment(Point& a, Point& b, const Rect& r);
 std::vector<std::vector<Point>> Line_Inside(std::span<const Point> line, const Rect& rect);
 std::vector<Point> Polygon_Inside(std::span<const Point> polygon, const Rect& rect);
 
+// An ellipse as a polygon, the last corner not repeated.
+std::vector<Point> Ellipse_Corners(Point centre, double rx, double ry);
+
 // Takes the points of a line one after another and gives its parts inside a rectangle.
 template <class Take_Part>
 class Line_Cutter {

@@ -25,8 +25,7 @@ namespace vntl {
 namespace {
 
 constexpr double mm_a_point = 25.4 / 72;
-constexpr double farthest_corner = 1e6;  // millimetres
-constexpr int ellipse_corners = 64;
+constexpr double farthest_corner = 1e6;                            // millimetres
 constexpr std::size_t most_solids = 100000, most_hatches = 20000;  // of an image of cells: about 20 megabytes of file
 constexpr std::size_t cells_a_block = 10;                          // of the ground below an image of cells
 constexpr double hatch_angle = 45;                                 // degrees
@@ -253,14 +252,7 @@ private:
 };
 
 void Dxf_Device::Write_Ellipse(Point centre, double rx, double ry, bool filled, const Pen& pen) {
-    if (filled) {
-        std::vector<Point> corners;
-        for (int i = 0; i < ellipse_corners; ++i) {
-            const double a = 2 * std::numbers::pi * i / ellipse_corners;
-            corners.push_back({centre.x + rx * std::cos(a), centre.y + ry * std::sin(a)});
-        }
-        return Write_Area(corners, pen.colour);
-    }
+    if (filled) return Write_Area(Ellipse_Corners(centre, rx, ry), pen.colour);
     const Dxf_Place half = Rounded_Place({rx * mm_a_point, ry * mm_a_point});
     if (half.x == 0 || half.y == 0)
         return Write_Line(std::array<Point, 2>{{{centre.x - rx, centre.y - ry}, {centre.x + rx, centre.y + ry}}}, pen);

@@ -5,6 +5,8 @@
 #include <charconv>
 #include <cmath>
 
+#include "pictures/text_extent.hpp"
+
 namespace vntl {
 namespace {
 
@@ -36,17 +38,6 @@ char* Put_Coordinate(char* at, char axis, std::int64_t value) {
     at = Put_Decimal(at, value, 1000);
     *at++ = '\n';
     return at;
-}
-
-// A code point of valid UTF-8 at `at`, which moves on behind it.
-std::uint32_t Code_Point(std::string_view text, std::size_t& at) {
-    const auto byte = [&] { return at < text.size() ? static_cast<unsigned char>(text[at++]) : 0u; };
-    const std::uint32_t first = byte();
-    if (first < 0x80) return first;
-    const int more = first >= 0xf0 ? 3 : first >= 0xe0 ? 2 : 1;
-    std::uint32_t code = first & (0x3fu >> more);
-    for (int i = 0; i < more; ++i) code = code << 6 | (byte() & 0x3fu);
-    return code;
 }
 
 void Put_Utf16(std::string& words, std::uint32_t unit) {
@@ -117,7 +108,7 @@ std::string Dxf_Words(std::string_view text) {
     std::string words;
     for (std::size_t i = 0; i < text.size();) {
         const bool doubled = text[i] == '%' && ((i + 1 < text.size() && text[i + 1] == '%') || (i > 0 && text[i - 1] == '%'));
-        const std::uint32_t code = Code_Point(text, i);
+        const std::uint32_t code = Next_Letter(text, i);
         if (doubled) {
             words += "%%%";
         } else if (code == '^') {

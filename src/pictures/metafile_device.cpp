@@ -69,15 +69,6 @@ std::vector<Block> Coloured_Blocks(int columns, int rows, std::span<const Colour
 
 }  // namespace
 
-char32_t Next_Letter(const std::string& text, std::size_t& i) {
-    const auto byte = [&text](std::size_t k) { return static_cast<unsigned char>(text[k]); };
-    const unsigned first = byte(i++);
-    const int more = first < 0xc0 ? 0 : first < 0xe0 ? 1 : first < 0xf0 ? 2 : 3;
-    char32_t code = more == 0 ? first : first & (0x3fu >> more);
-    for (int k = 0; k < more && i < text.size(); ++k) code = code << 6 | (byte(i++) & 0x3fu);
-    return code;
-}
-
 Metafile_Device::Metafile_Device(std::string file, double width, double height, Metafile_Range range, bool round_ends)
     : Shape_Device(width, height),
       file_(std::move(file)),

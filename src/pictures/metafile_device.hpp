@@ -25,9 +25,6 @@ enum class Text_Align : std::uint32_t { left = 24, right = 26, centre = 30 };
 
 enum class Metafile_Range { bits_32, bits_16 };
 
-// The letter of valid UTF-8 that begins at byte `i`, which moves behind it.
-char32_t Next_Letter(const std::string& text, std::size_t& i);
-
 class Metafile_Device : public Shape_Device {
 public:
     Status Close() final;

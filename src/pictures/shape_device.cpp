@@ -23,7 +23,6 @@ constexpr double image_pixel = 0.5;      // line units: about the size of a pixe
 constexpr double largest_image = 16000;  // pixels of a side
 constexpr double seam = 0.15;            // points by which a facet reaches over its sides, so that no ground shows between neighbours
 constexpr int circle_glyph = 221;
-constexpr int circle_corners = 64;
 constexpr long long many_points = 1000;  // what so many hide of each other is worth looking for
 
 // The box about points `first` to `last` of a data set, widened on both axes; of those that are numbers.
@@ -57,15 +56,6 @@ Image_Axis Axis_Of_Image(double low, double high, int cells, double shown_from, 
 
 int Fine_Cells(double length, double unit) {
     return std::max(1, static_cast<int>(length / std::max(image_pixel * unit, length / largest_image)));
-}
-
-std::vector<Point> Ellipse_Corners(Point centre, double rx, double ry) {
-    std::vector<Point> corners;
-    for (int i = 0; i < circle_corners; ++i) {
-        const double a = 2 * std::numbers::pi * i / circle_corners;
-        corners.push_back({centre.x + rx * std::cos(a), centre.y + ry * std::sin(a)});
-    }
-    return corners;
 }
 
 // Without control characters.
@@ -310,22 +300,14 @@ void Shape_Device::Cells(const Cell_Image& image) {
         Axis_Of_Image(height_ - image.rect.y2, height_ - image.rect.y1, image.rows, height_ - clip_.y2, height_ - clip_.y1, unit_);
     if (across.pixels == 0 || down.pixels == 0) return;
     std::vector<std::uint32_t> pixels(static_cast<std::size_t>(across.pixels) * static_cast<std::size_t>(down.pixels));
-    Paint_Cells({pixels.data(), across.pixels, down.pixels, across.pixels}, {0, 0, across.pixels, down.pixels},
+    const Pixel_Buffer buffer{pixels.data(), across.pixels, down.pixels, across.pixels};
+    Paint_Cells(buffer, {0, 0, across.pixels, down.pixels},
                 {across.Pixel(image.rect.x1), down.Pixel(height_ - image.rect.y2), across.Pixel(image.rect.x2),
                  down.Pixel(height_ - image.rect.y1)},
                 image);
-    std::vector<Colour> colours;
-    colours.reserve(pixels.size());
-    for (int row = down.pixels - 1; row >= 0; --row)
-        for (int column = 0; column < across.pixels; ++column) {
-            const std::uint32_t pixel =
-                pixels[static_cast<std::size_t>(row) * static_cast<std::size_t>(across.pixels) + static_cast<std::size_t>(column)];
-            const bool shows = (pixel & opaque) == opaque;
-            colours.push_back(shows ? WRGB(pixel >> 16 & 0xff, pixel >> 8 & 0xff, pixel & 0xff) : no_colour);
-        }
     const double bottom = height_ - (down.from + down.pixel * down.pixels);
     Write_Cells({across.from, bottom, across.from + across.pixel * across.pixels, height_ - down.from}, across.pixels, down.pixels,
-                colours);
+                Colours_Of_Pixels(buffer));
 }
 
 Finest_Cells Shape_Device::Finest(const Rect& rect) const {

@@ -58,6 +58,15 @@ Outline Polygons_Of_Path(cairo_t* cairo, Place place) {
 
 }  // namespace
 
+char32_t Next_Letter(std::string_view text, std::size_t& i) {
+    const auto byte = [&text](std::size_t k) { return static_cast<unsigned char>(text[k]); };
+    const unsigned first = byte(i++);
+    const int more = first < 0xc0 ? 0 : first < 0xe0 ? 1 : first < 0xf0 ? 2 : 3;
+    char32_t code = more == 0 ? first : first & (0x3fu >> more);
+    for (int k = 0; k < more && i < text.size(); ++k) code = code << 6 | (byte(i++) & 0x3fu);
+    return code;
+}
+
 double Extent_Of_Text(std::string_view text, const Text_Style& style) {
     const double em = Em_Of_Cell(style.width, style.height);
     if (em <= 0) return 0;

@@ -9,6 +9,9 @@
 
 namespace vntl {
 
+// The letter of valid UTF-8 that begins at byte `i`, which moves behind it.
+char32_t Next_Letter(std::string_view text, std::size_t& i);
+
 // Device units, for the style's size; a text in Symbol as its Greek letters.
 double Extent_Of_Text(std::string_view text, const Text_Style& style);
 

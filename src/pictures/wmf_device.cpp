@@ -12,6 +12,7 @@
 #include "drawing/font_table.hpp"
 #include "pictures/little_endian.hpp"
 #include "pictures/metafile_device.hpp"
+#include "pictures/text_extent.hpp"
 
 namespace vntl {
 namespace {
