@@ -100,7 +100,7 @@ std::vector<Colour> Colours_Of_Pixels(const Pixel_Buffer& pixels) {
     for (int row = pixels.height - 1; row >= 0; --row)
         for (int column = 0; column < pixels.width; ++column) {
             const std::uint32_t pixel = pixels.pixels[row * pixels.stride + column];
-            colours.push_back((pixel & opaque) == opaque ? WRGB(pixel >> 16 & 255, pixel >> 8 & 255, pixel & 255) : no_colour);
+            colours.push_back((pixel & opaque) == opaque ? Colour_Of_Argb(pixel) : no_colour);
         }
     return colours;
 }

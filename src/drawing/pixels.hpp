@@ -21,6 +21,7 @@ struct Pixel_Rect {
 
 inline constexpr std::uint32_t opaque = 0xff000000u;
 
+inline Colour Colour_Of_Argb(std::uint32_t argb) { return WRGB(argb >> 16 & 255u, argb >> 8 & 255u, argb & 255u); }
 inline std::uint32_t Argb(Colour c) { return opaque | Red(c) << 16 | Green(c) << 8 | Blue(c); }
 
 // The colour over a pixel with an opacity of 0 to 255; the alpha channel follows, so that it works on clear ground too. No opacity is

@@ -76,6 +76,11 @@ std::vector<Colour> Coarser(const Cells& cells, int columns, int rows) {
 
 }  // namespace
 
+Rect Rect_Of_Cells(const Cell_Rectangles& cells, const Merged_Cells& merged, const Rect& image) {
+    const double dx = (image.x2 - image.x1) / cells.columns, dy = (image.y2 - image.y1) / cells.rows;
+    return {image.x1 + merged.column1 * dx, image.y1 + merged.row1 * dy, image.x1 + merged.column2 * dx, image.y1 + merged.row2 * dy};
+}
+
 Cell_Rectangles Merge_Cells(int columns, int rows, std::span<const Colour> colours, std::size_t most) {
     const Cells cells{columns, rows, colours};
     Cell_Rectangles merged{columns, rows, {}};

@@ -22,6 +22,9 @@ struct Cell_Rectangles {
     int columns, rows;  // of the cells that are counted, fewer than the image's where it is drawn coarser
     std::vector<Merged_Cells> rectangles;
 };
+// Where one of them stands in an image that fills `image`.
+Rect Rect_Of_Cells(const Cell_Rectangles& cells, const Merged_Cells& merged, const Rect& image);
+
 Cell_Rectangles Merge_Cells(int columns, int rows, std::span<const Colour> colours, std::size_t most);
 
 // The image as at most `most` blocks of mean colour, without those that have a hole: laid below the rectangles they let no ground shine

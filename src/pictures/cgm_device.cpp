@@ -12,7 +12,6 @@
 #include <array>
 #include <cmath>
 #include <map>
-#include <numbers>
 
 #include "base/write_file.hpp"
 #include "drawing/font_table.hpp"
@@ -202,9 +201,8 @@ protected:
 
     void Write_Text(Point at, const std::string& text, double width, const Text_Style& style) override {
         const double em = Em_Of_Cell(style.width, style.height);
-        const double left = style.justify == Justify::left ? 0 : style.justify == Justify::centre ? -0.5 * width : -width;
-        if ((style.style & style_opaque) != 0)
-            Write_Box(at, {left - 0.1 * em, -descent * em, left + width + 0.1 * em, em}, style.angle, Box_Behind(style.colour));
+        const double left = Start_Of_Text(style.justify, width);
+        if ((style.style & style_opaque) != 0) Write_Area(Room_Of_Text(at, width, style, 0.1 * em), Box_Behind(style.colour));
         const Point start = Beside(at, left, 0, style.angle);
         if (style.angle != 0)
             Write_Outlines(start, text, style);
@@ -272,12 +270,10 @@ private:
     }
 
     void Write_Rectangles(const Rect& rect, const Cell_Rectangles& cells) {
-        const double dx = (rect.x2 - rect.x1) / cells.columns, dy = (rect.y2 - rect.y1) / cells.rows;
         std::map<Colour, std::vector<Outline>> of_colour;
-        for (const Merged_Cells& r : cells.rectangles) {
-            const double x1 = rect.x1 + r.column1 * dx, x2 = rect.x1 + r.column2 * dx;
-            const double y1 = rect.y1 + r.row1 * dy, y2 = rect.y1 + r.row2 * dy;
-            of_colour[r.colour].push_back({{{x1, y1}, {x2, y1}, {x2, y2}, {x1, y2}}});
+        for (const Merged_Cells& merged : cells.rectangles) {
+            const Rect r = Rect_Of_Cells(cells, merged, rect);
+            of_colour[merged.colour].push_back({{{r.x1, r.y1}, {r.x2, r.y1}, {r.x2, r.y2}, {r.x1, r.y2}}});
         }
         for (const auto& [colour, rectangles] : of_colour) Write_Together(rectangles, colour);
     }
@@ -302,11 +298,6 @@ private:
     }
 
     // --- texts -------------------------------------------------------------------------------------------------------------------
-    static Point Beside(Point at, double along, double up, double degrees) {
-        const double angle = degrees * std::numbers::pi / 180;
-        return {at.x + along * std::cos(angle) - up * std::sin(angle), at.y + along * std::sin(angle) + up * std::cos(angle)};
-    }
-
     // A rectangle that lies about a text as the text itself does.
     void Write_Box(Point at, const Rect& box, double angle, Colour colour) {
         const std::array corners{Beside(at, box.x1, box.y1, angle), Beside(at, box.x2, box.y1, angle), Beside(at, box.x2, box.y2, angle),

@@ -20,6 +20,7 @@
 #include "pictures/dxf_file.hpp"
 #include "pictures/recolour.hpp"
 #include "pictures/shape_device.hpp"
+#include "pictures/text_extent.hpp"
 
 namespace vntl {
 namespace {
@@ -237,7 +238,7 @@ private:
 
     void Write_Rectangles(const Rect& rect, const Cell_Rectangles& cells);
     const std::string& Block_Of(const Marker_Style& style);
-    void Box_Of_Text(Point at, double left, double width, double em, const Text_Style& style);
+    void Box_Of_Text(Point at, double width, const Text_Style& style);
 
     std::string file_;
     Dxf_Colours colours_;
@@ -308,24 +309,17 @@ void Dxf_Device::Write_Cells(const Rect& rect, int columns, int rows, std::span<
 }
 
 void Dxf_Device::Write_Rectangles(const Rect& rect, const Cell_Rectangles& cells) {
-    const double dx = (rect.x2 - rect.x1) / cells.columns, dy = (rect.y2 - rect.y1) / cells.rows;
-    for (const Merged_Cells& r : cells.rectangles) {
-        const double x1 = rect.x1 + r.column1 * dx, x2 = rect.x1 + r.column2 * dx;
-        const double y1 = rect.y1 + r.row1 * dy, y2 = rect.y1 + r.row2 * dy;
-        Write_Area(std::array<Point, 4>{{{x1, y1}, {x2, y1}, {x2, y2}, {x1, y2}}}, r.colour);
+    for (const Merged_Cells& merged : cells.rectangles) {
+        const Rect r = Rect_Of_Cells(cells, merged, rect);
+        Write_Area(std::array<Point, 4>{{{r.x1, r.y1}, {r.x2, r.y1}, {r.x2, r.y2}, {r.x1, r.y2}}}, merged.colour);
     }
 }
 
 // Covers what lies below, whatever the fill of other areas; on the layer of the texts, so that it goes with them.
-void Dxf_Device::Box_Of_Text(Point at, double left, double width, double em, const Text_Style& style) {
+void Dxf_Device::Box_Of_Text(Point at, double width, const Text_Style& style) {
     const Colour colour = Box_Behind(style.colour);
     if (!Area_Shows(colour)) return;
-    const double angle = style.angle * std::numbers::pi / 180, cosine = std::cos(angle), sine = std::sin(angle);
-    const auto corner = [&](double along, double up) {
-        return Point{at.x + along * cosine - up * sine, at.y + along * sine + up * cosine};
-    };
-    const double x1 = left - 0.1 * em, x2 = left + width + 0.1 * em, y1 = -descent * em, y2 = em;
-    const std::array<Point, 4> box = {{corner(x1, y1), corner(x2, y1), corner(x2, y2), corner(x1, y2)}};
+    const auto box = Room_Of_Text(at, width, style, 0.1 * Em_Of_Cell(style.width, style.height));
     Filled(Places(Polygon_Inside(box, {0, 0, Width(), Height()})), dxf_texts, colour);
 }
 
@@ -334,13 +328,11 @@ void Dxf_Device::Write_Text(Point at, const std::string& text, double width, con
     const Dxf_Font font = Dxf_Font_Of(style.font, style.style);
     const double em = Em_Of_Cell(style.width, style.height), height = font.capitals * em * mm_a_point;
     if (Rounded_Place({height, 0}).x <= 0 || !Line_Shows(style.colour)) return;
-    const double left = style.justify == Justify::left ? 0 : style.justify == Justify::centre ? -0.5 * width : -width;
-    const double angle = style.angle * std::numbers::pi / 180;
-    if ((style.style & style_opaque) != 0) Box_Of_Text(at, left, width, em, style);
+    if ((style.style & style_opaque) != 0) Box_Of_Text(at, width, style);
     Begin("TEXT", dxf_texts, style.colour);
     Dxf_Groups& out = Out();
     out.Word(100, "AcDbText");
-    out.Place(10, Place({at.x + left * std::cos(angle), at.y + left * std::sin(angle)}));
+    out.Place(10, Place(Beside(at, Start_Of_Text(style.justify, width), 0, style.angle)));
     out.Length(40, height);
     out.Word(1, ((style.style & style_underline) != 0 ? "%%u" : "") + Dxf_Words(text));
     if (style.angle != 0) out.Ratio(50, style.angle);

@@ -8,6 +8,7 @@
 #include "drawing/font_table.hpp"
 #include "pictures/little_endian.hpp"
 #include "pictures/metafile_device.hpp"
+#include "pictures/text_extent.hpp"
 
 namespace vntl {
 namespace {
@@ -208,7 +209,7 @@ private:
                    : style.justify == Justify::centre ? Text_Align::centre
                                                       : Text_Align::right);
         std::vector<Place> room;
-        for (const Point& p : Text_Room(at, width, style)) room.push_back(Place_Of(p));
+        for (const Point& p : Room_Of_Text(at, width, style)) room.push_back(Place_Of(p));
         const auto count = static_cast<std::uint32_t>(words.size());
         const auto scale = std::bit_cast<std::uint32_t>(static_cast<float>(frame_an_inch / Units_An_Inch()));
         const Place place = Place_Of(at);

@@ -4,11 +4,11 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
-#include <numbers>
 #include <utility>
 
 #include "base/write_file.hpp"
 #include "drawing/font_table.hpp"
+#include "pictures/cell_merge.hpp"
 #include "pictures/cut_shapes.hpp"
 #include "pictures/dashes.hpp"
 #include "pictures/little_endian.hpp"
@@ -34,37 +34,11 @@ int Units_For(double width, double height, Metafile_Range range) {
 
 std::size_t Row_Size(int columns) { return (static_cast<std::size_t>(columns) * bytes_a_pixel + 3) / 4 * 4; }
 
-// Blocks of an image in which every cell has a colour.
-struct Block {
-    int column, end_column, row, end_row;
-};
-
-std::vector<Block> Coloured_Blocks(int columns, int rows, std::span<const Colour> colours) {
-    std::vector<Block> blocks, open, runs;
-    for (int row = 0; row <= rows; ++row) {
-        runs.clear();
-        for (int from = 0, to = 0; row < rows && from < columns; from = to) {
-            const auto blank = [&](int column) {
-                return colours[static_cast<std::size_t>(row) * static_cast<std::size_t>(columns) + static_cast<std::size_t>(column)] ==
-                       no_colour;
-            };
-            while (to < columns && blank(to) == blank(from)) ++to;
-            if (!blank(from)) runs.push_back({from, to, row, rows});
-        }
-        // A run just above one of the same columns goes on in its block.
-        std::size_t k = 0;
-        for (Block& block : open) {
-            while (k < runs.size() && runs[k].column < block.column) ++k;
-            if (k < runs.size() && runs[k].column == block.column && runs[k].end_column == block.end_column) {
-                runs[k].row = block.row;
-            } else {
-                block.end_row = row;
-                blocks.push_back(block);
-            }
-        }
-        std::swap(open, runs);
-    }
-    return blocks;
+// Rectangles of an image in which every cell has a colour.
+Cell_Rectangles Coloured_Blocks(int columns, int rows, std::span<const Colour> colours) {
+    std::vector<Colour> any(colours.size());
+    std::transform(colours.begin(), colours.end(), any.begin(), [](Colour c) { return c == no_colour ? no_colour : Colour{}; });
+    return Merge_Cells(columns, rows, any, any.size());
 }
 
 }  // namespace
@@ -284,17 +258,17 @@ void Metafile_Device::Write_Markers(std::span<const Point> places, const Marker_
 
 // An image has no gaps: several of them lie round those of the cells.
 void Metafile_Device::Write_Cells(const Rect& rect, int columns, int rows, std::span<const Colour> colours) {
-    const auto x = [&](int column) { return rect.x1 + (rect.x2 - rect.x1) * column / columns; };
-    const auto y = [&](int row) { return rect.y1 + (rect.y2 - rect.y1) * row / rows; };
     std::vector<Colour> cells;
-    for (const Block& block : Coloured_Blocks(columns, rows, colours)) {
+    const Cell_Rectangles blocks = Coloured_Blocks(columns, rows, colours);
+    for (const Merged_Cells& block : blocks.rectangles) {
         cells.clear();
-        for (int row = block.row; row < block.end_row; ++row) {
+        for (int row = block.row1; row < block.row2; ++row) {
             const auto first = colours.begin() + static_cast<std::ptrdiff_t>(row) * columns;
-            cells.insert(cells.end(), first + block.column, first + block.end_column);
+            cells.insert(cells.end(), first + block.column1, first + block.column2);
         }
-        const Place one = Place_Of({x(block.column), y(block.end_row)}), other = Place_Of({x(block.end_column), y(block.row)});
-        Put_Image({one.x, one.y, other.x, other.y}, block.end_column - block.column, block.end_row - block.row, cells);
+        const Rect place = Rect_Of_Cells(blocks, block, rect);
+        const Place one = Place_Of({place.x1, place.y2}), other = Place_Of({place.x2, place.y1});
+        Put_Image({one.x, one.y, other.x, other.y}, block.column2 - block.column1, block.row2 - block.row1, cells);
     }
 }
 
@@ -329,15 +303,6 @@ void Metafile_Device::Put_Bitmap(int columns, int rows, std::span<const Colour> 
 
 // --- texts ---------------------------------------------------------------------------------------------------------------------------
 
-std::vector<Point> Metafile_Device::Text_Room(Point at, double width, const Text_Style& style, double margin) const {
-    const double em = Em_Of_Cell(style.width, style.height), angle = style.angle * std::numbers::pi / 180;
-    const double left = -0.5 * static_cast<int>(style.justify) * width - margin, right = left + width + 2 * margin;
-    std::vector<Point> corners;
-    for (const Point& p : std::array<Point, 4>{{{left, -descent * em}, {right, -descent * em}, {right, em}, {left, em}}})
-        corners.push_back({at.x + p.x * std::cos(angle) - p.y * std::sin(angle), at.y + p.x * std::sin(angle) + p.y * std::cos(angle)});
-    return corners;
-}
-
 // The advances add up to the width, so that the ends stay where they are in a viewer with letters of another width.
 std::vector<Metafile_Device::Letter> Metafile_Device::Letters_Of(const std::string& text, double width, const Text_Style& style) {
     std::vector<Letter> letters;
@@ -365,7 +330,7 @@ std::vector<Metafile_Device::Letter> Metafile_Device::Letters_Of(const std::stri
 
 void Metafile_Device::Write_Text(Point at, const std::string& text, double width, const Text_Style& style) {
     const double em = Em_Of_Cell(style.width, style.height);
-    if ((style.style & style_opaque) != 0) Write_Area(Text_Room(at, width, style, 0.1 * em), Box_Behind(style.colour));
+    if ((style.style & style_opaque) != 0) Write_Area(Room_Of_Text(at, width, style, 0.1 * em), Box_Behind(style.colour));
     if (std::exchange(text_colour_, style.colour) != style.colour) Put_Text_Colour(style.colour);
     Put_Text(at, Letters_Of(text, width, style), width, style);
 }

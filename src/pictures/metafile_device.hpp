@@ -77,9 +77,8 @@ protected:
     int Units(double points) const;
     Box Page() const { return {0, 0, page_width_, page_height_}; }
     int Units_An_Inch() const { return units_an_inch_; }
-    Box Around(std::span<const Place>, int reach = 0) const;                                           // within the page
-    std::vector<Point> Text_Room(Point at, double width, const Text_Style&, double margin = 0) const;  // corners
-    int Line_Reach() const;  // by which a line of the pen is wider than its places
+    Box Around(std::span<const Place>, int reach = 0) const;  // within the page
+    int Line_Reach() const;                                   // by which a line of the pen is wider than its places
     void Align_Text(Text_Align);
     void Use_Font(int face, const Text_Style&);
     void Delete_Objects();

@@ -9,7 +9,6 @@ namespace {
 
 constexpr double most_places = 4e8;
 constexpr int word_bits = Bit_Rows::word_bits, square = 8;
-constexpr int circle_glyph = 221;
 constexpr Cover_Stamp::Row empty_row = {0, 0};
 constexpr std::uint64_t all_bits = ~std::uint64_t{0};
 

@@ -14,6 +14,7 @@
 
 namespace vntl {
 
+inline constexpr int circle_glyph = 221;
 inline constexpr double finest_in_print = 1.0 / 20;  // points: nobody sees what is smaller
 
 // Rows of bits that are looked at and set by stretches.

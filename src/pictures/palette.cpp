@@ -15,8 +15,6 @@ constexpr std::size_t most_counted = 1 << 18;  // colours that are counted one b
 constexpr int channel_bits = 5;                // of the bins into which all colours fall
 constexpr std::size_t bins = std::size_t{1} << 3 * channel_bits;
 
-Colour Colour_Of(std::uint32_t argb) { return WRGB(argb >> 16 & 255u, argb >> 8 & 255u, argb & 255u); }
-
 std::size_t Bin_Of(Colour colour) {
     constexpr unsigned lost = 8 - channel_bits;
     return (Red(colour) >> lost) << 2 * channel_bits | (Green(colour) >> lost) << channel_bits | Blue(colour) >> lost;
@@ -25,7 +23,7 @@ std::size_t Bin_Of(Colour colour) {
 template <class Use>
 void For_Each_Pixel(const Pixel_Buffer& picture, const Use& use) {
     for (int y = 0; y < picture.height; ++y)
-        for (int x = 0; x < picture.width; ++x) use(Colour_Of(picture.pixels[y * picture.stride + x]));
+        for (int x = 0; x < picture.width; ++x) use(Colour_Of_Argb(picture.pixels[y * picture.stride + x]));
 }
 
 // How many pixels have a colour.

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <numbers>
 #include <tuple>
 #include <utility>
 
@@ -22,7 +21,6 @@ constexpr double points_a_line_unit = 0.72;
 constexpr double image_pixel = 0.5;      // line units: about the size of a pixel of an image of cells
 constexpr double largest_image = 16000;  // pixels of a side
 constexpr double seam = 0.15;            // points by which a facet reaches over its sides, so that no ground shows between neighbours
-constexpr int circle_glyph = 221;
 constexpr long long many_points = 1000;  // what so many hide of each other is worth looking for
 
 // The box about points `first` to `last` of a data set, widened on both axes; of those that are numbers.
@@ -115,12 +113,11 @@ void Shape_Device::Put_Markers(std::span<const Point> places, const Marker_Style
         Keep({Kept::markers, {}, style, 0, 0}, places);
 }
 
-bool Shape_Device::Keep(Kept item, std::span<const Point> places) {
+void Shape_Device::Keep(Kept item, std::span<const Point> places) {
     item.first = places_.size();
     places_.insert(places_.end(), places.begin(), places.end());
     item.end = places_.size();
     kept_.push_back(item);
-    return true;
 }
 
 bool Shape_Device::Start_Backwards(long long points) {
@@ -316,21 +313,6 @@ Finest_Cells Shape_Device::Finest(const Rect& rect) const {
     return {seen, Fine_Cells(seen.x2 - seen.x1, unit_), Fine_Cells(seen.y2 - seen.y1, unit_)};
 }
 
-void Shape_Device::Write_Cells(const Rect& rect, int columns, int rows, std::span<const Colour> colours) {
-    const double dx = (rect.x2 - rect.x1) / columns, dy = (rect.y2 - rect.y1) / rows;
-    for (int row = 0; row < rows; ++row) {
-        const auto line =
-            colours.subspan(static_cast<std::size_t>(row) * static_cast<std::size_t>(columns), static_cast<std::size_t>(columns));
-        for (std::size_t from = 0, to = 0; from < line.size(); from = to) {
-            while (to < line.size() && line[to] == line[from]) ++to;
-            if (line[from] == no_colour) continue;
-            const double x1 = rect.x1 + static_cast<double>(from) * dx, x2 = rect.x1 + static_cast<double>(to) * dx;
-            const double y1 = rect.y1 + row * dy, y2 = rect.y1 + (row + 1) * dy;
-            Write_Area(std::array<Point, 4>{{{x1, y1}, {x2, y1}, {x2, y2}, {x1, y2}}}, line[from]);
-        }
-    }
-}
-
 // A facet reaches a little over its sides: it is laid upon those behind it, and those before it are laid upon it.
 void Shape_Device::Facets(const Facet_List& list) {
     if (Refuses()) return;
@@ -374,17 +356,14 @@ void Shape_Device::Text(Point at, std::string_view text, const Text_Style& style
     const double em = Em_Of_Cell(style.width, style.height);
     if (em <= 0 || !Finite(at) || Refuses()) return;
     const std::string words = Plain_Text(text);
-    const double angle = style.angle * std::numbers::pi / 180, cosine = std::cos(angle), sine = std::sin(angle);
     const auto shows = [&](double from, double to) {
-        const auto place = [&](double along, double up) {
-            return Point{at.x + along * cosine - up * sine, at.y + along * sine + up * cosine};
-        };
         constexpr double slack = 0.5;  // points: what touches the edge of the page is not beyond it
         const Rect room{clip_.x1 - slack, clip_.y1 - slack, clip_.x2 + slack, clip_.y2 + slack};
-        return Inside(place(from, 0), room) && Inside(place(to, 0), room) && Inside(place(from, cap_height * em), room);
+        const auto in_room = [&](double along, double up) { return Inside(Beside(at, along, up, style.angle), room); };
+        return in_room(from, 0) && in_room(to, 0) && in_room(from, cap_height * em);
     };
     const double width = Extent_Of_Text(words, style);
-    const double left = style.justify == Justify::left ? 0 : style.justify == Justify::centre ? -0.5 * width : -width;
+    const double left = Start_Of_Text(style.justify, width);
     if (shows(left, left + width)) {
         if (!words.empty()) Write_Text(at, Written_Text(words, style.font), width, style);
         return;
@@ -404,8 +383,8 @@ void Shape_Device::Text(Point at, std::string_view text, const Text_Style& style
     if (end == 0) return;
     Text_Style cut = style;
     cut.justify = Justify::left;
-    Write_Text({at.x + (left + first_at) * cosine, at.y + (left + first_at) * sine},
-               Written_Text(std::string_view(words).substr(first, end - first), style.font), end_at - first_at, cut);
+    Write_Text(Beside(at, left + first_at, 0, style.angle), Written_Text(std::string_view(words).substr(first, end - first), style.font),
+               end_at - first_at, cut);
 }
 
 }  // namespace vntl

@@ -50,8 +50,8 @@ protected:
     // Markers of one style, all wholly inside the clip; others come as lines and areas. As at first, each as ellipse, area or lines.
     virtual void Write_Markers(std::span<const Point>, const Marker_Style&);
     // Cells of an image that fills `rect`, the lowest row first, each from left to right, at most a few for each line unit; `no_colour`
-    // shows the ground. As at first, runs of equal colour as areas.
-    virtual void Write_Cells(const Rect& rect, int columns, int rows, std::span<const Colour>);
+    // shows the ground.
+    virtual void Write_Cells(const Rect& rect, int columns, int rows, std::span<const Colour>) = 0;
     // `at` is the point on the base line that the style's justification names. Valid UTF-8 without control characters, Greek letters for
     // those in Symbol; letters that lie outside the clip have been left out. `width` is that of the text, in points.
     virtual void Write_Text(Point at, const std::string& text, double width, const Text_Style&) = 0;
@@ -74,7 +74,7 @@ private:
     void Put_Markers(std::span<const Point>, const Marker_Style&);
     std::vector<std::size_t> Seen_Markers(const Series&, const Marker_Style&, Page_Cover& cover, const Rect& touched) const;
     void Cut_Marker(Point at, const Marker_Style&);
-    bool Keep(Kept item, std::span<const Point> places);
+    void Keep(Kept item, std::span<const Point> places);
 
     double width_, height_, unit_;
     Rect clip_{};

@@ -76,6 +76,20 @@ double Extent_Of_Text(std::string_view text, const Text_Style& style) {
     return extent.x_advance * em / measured_em;
 }
 
+double Start_Of_Text(Justify justify, double width) { return -0.5 * static_cast<int>(justify) * width; }
+
+Point Beside(Point at, double along, double up, double degrees) {
+    const double angle = degrees * std::numbers::pi / 180, cosine = std::cos(angle), sine = std::sin(angle);
+    return {at.x + along * cosine - up * sine, at.y + along * sine + up * cosine};
+}
+
+std::array<Point, 4> Room_Of_Text(Point at, double width, const Text_Style& style, double margin) {
+    const double em = Em_Of_Cell(style.width, style.height), start = Start_Of_Text(style.justify, width);
+    const auto corner = [&](double along, double up) { return Beside(at, along, up * em, style.angle); };
+    const double left = start - margin, right = start + width + margin;
+    return {corner(left, -descent), corner(right, -descent), corner(right, 1), corner(left, 1)};
+}
+
 std::vector<Outline> Outlines_Of_Text(std::string_view text, const Text_Style& style) {
     const double em = Em_Of_Cell(style.width, style.height);
     if (em <= 0) return {};

@@ -14,12 +14,12 @@
 #include "drawing/font_table.hpp"
 #include "drawing/pixels.hpp"
 #include "pictures/shape_device.hpp"
+#include "pictures/text_extent.hpp"
 
 namespace vntl {
 
 namespace {
 
-constexpr int circle_glyph = 221;
 constexpr int least_stroke_frequency = 4;     // a path of fewer points would repeat the last one
 constexpr double steps_a_point = 16;          // of places: finer than print, and few digits in the file
 constexpr char end_of_transmission = '\x04';  // Ctrl/D
@@ -167,7 +167,7 @@ protected:
                                (style.style & style_italic) != 0 ? CAIRO_FONT_SLANT_ITALIC : CAIRO_FONT_SLANT_NORMAL,
                                (style.style & style_bold) != 0 ? CAIRO_FONT_WEIGHT_BOLD : CAIRO_FONT_WEIGHT_NORMAL);
         cairo_set_font_size(cairo_, em);
-        const double left = style.justify == Justify::left ? 0 : style.justify == Justify::centre ? -0.5 * width : -width;
+        const double left = Start_Of_Text(style.justify, width);
         cairo_save(cairo_);
         cairo_translate(cairo_, at.x, Y(at.y));
         cairo_rotate(cairo_, -style.angle * std::numbers::pi / 180);

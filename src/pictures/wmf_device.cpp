@@ -3,9 +3,7 @@
 // Others have no place in it and are written as question marks.
 #include <algorithm>
 #include <array>
-#include <cmath>
 #include <map>
-#include <numbers>
 #include <string_view>
 #include <utility>
 
@@ -205,15 +203,15 @@ private:
     void Put_Text_Colour(Colour colour) override { Put(Record::set_text_colour, {colour, colour >> 16}); }
     // In runs of one font each, from the left.
     void Put_Text(Point at, std::span<const Letter> letters, double width, const Text_Style& style) override {
-        const double angle = style.angle * std::numbers::pi / 180, points_a_unit = 72.0 / Units_An_Inch();
-        double along = -0.5 * static_cast<int>(style.justify) * width;
+        const double points_a_unit = 72.0 / Units_An_Inch();
+        double along = Start_Of_Text(style.justify, width);
         Align_Text(Text_Align::left);
         for (std::size_t from = 0, to = 0; from < letters.size(); from = to) {
             const bool symbol = codes_.Of(letters[from].code).symbol;
             while (to < letters.size() && to - from < longest_run && codes_.Of(letters[to].code).symbol == symbol) ++to;
             const auto run = letters.subspan(from, to - from);
             Use_Font(symbol ? font_symbol : style.font == font_symbol ? font_helvetica : style.font, style);
-            Put_Run(Place_Of({at.x + along * std::cos(angle), at.y + along * std::sin(angle)}), run);
+            Put_Run(Place_Of(Beside(at, along, 0, style.angle)), run);
             for (const Letter& letter : run) along += letter.advance * points_a_unit;
         }
     }
