@@ -1,5 +1,6 @@
 #include "app/script_print.hpp"
 
+#include <algorithm>
 #include <ostream>
 
 #include "app/command_table.hpp"
@@ -8,6 +9,8 @@
 #include "session/structure_topic.hpp"
 #include "session/topics.hpp"
 #include "toolkit/topics.hpp"
+#include "toolkit/window.hpp"
+#include "toolkit/window_service.hpp"
 
 namespace vntl {
 
@@ -26,15 +29,31 @@ Json Menu_Item(const Interface_State& state, const Command& command) {
             {"built", command.built()}};
 }
 
+// Of the window selected last; a child's commands stand in its menu alone.
+Json Child_Menu_Item(int id) {
+    return {{"id", id},
+            {"label", Json_Text(Plain_Label(WMenuGetString(id)))},
+            {"enabled", WMenuGetState(id, menu_enabled) == 1},
+            {"checked", WMenuGetState(id, menu_checked) == 1},
+            {"built", true}};
+}
+
+// Of the window in front: one command, or all.
 Status Print_Menu(const Interface_State& state, Words words, const Put_Line& put) {
-    if (words.empty()) {
-        for (const Command& command : Command_Table()) put(Menu_Item(state, command));
-        return Status::Done();
+    std::vector<int> ids;
+    const int window = Window_Of(WindowFront());
+    WindowSelect(window);
+    if (window == main_window)
+        for (const Command& command : Command_Table()) ids.push_back(command.id);
+    else
+        ids = WMenuCommands();
+    if (!words.empty()) {
+        int id = 0;
+        if (words.size() > 1 || !Parse_Integer(words[0], id) || std::find(ids.begin(), ids.end(), id) == ids.end())
+            return Status::Fail("there is no command " + words[0]);
+        ids = {id};
     }
-    int id = 0;
-    const Command* command = words.size() == 1 && Parse_Integer(words[0], id) ? Find_Command(id) : nullptr;
-    if (command == nullptr) return Status::Fail("there is no command " + words[0]);
-    put(Menu_Item(state, *command));
+    for (const int id : ids) put(window == main_window ? Menu_Item(state, *Find_Command(id)) : Child_Menu_Item(id));
     return Status::Done();
 }
 

@@ -32,8 +32,8 @@ const Command* Command_Of_Key(std::string_view key) {
     return nullptr;
 }
 
-// The window that has the mouse: behind a dialog it is the main one.
-int Window_In_Front() { return WindowIsOpen(WindowFront()) ? WindowFront() : main_window; }
+// The window that has the mouse: behind a dialog it is the one that the dialog belongs to.
+int Window_In_Front() { return Window_Of(WindowFront()); }
 
 Status Nothing_Left(const std::vector<std::string>& words, std::string_view form) {
     return words.size() == 1 ? Status::Done() : Usage(form);

@@ -40,6 +40,17 @@ int Run_Modal(int dialog, const Modal_Routines& routines) {
     return pressed;
 }
 
+void Run_Window(int window, const bool& leaving) {
+    while (WindowIsOpen(window) && !leaving) {
+        const Message message = WMessage();
+        if (Window_Of(message.record.win) == window && message.record.win != main_window)
+            Serve_Message(message);
+        else
+            Serve_Meanwhile(message);
+    }
+    WindowCloseChild(window);
+}
+
 void Error_Box(std::string text) { Error_Box(Status::Fail(text)); }
 
 void Error_Box(const Status& status) {

@@ -20,6 +20,10 @@ struct Modal_Routines {
 // Runs the shown dialog until one of its buttons is pressed; the number of the button. The dialog stays loaded and selected.
 int Run_Modal(int dialog, const Modal_Routines& routines = {});
 
+// The loop of a window that holds the others back: serves it and its dialogs until it is closed, or `leaving` says that the program ends;
+// it is closed then.
+void Run_Window(int window, const bool& leaving);
+
 // A box with the title of errors.
 void Error_Box(std::string text);
 void Error_Box(const Status& status);

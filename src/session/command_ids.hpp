@@ -63,6 +63,17 @@ enum Id : int {
     // The text editor's window
     editor_new = 40510, editor_open, editor_save, editor_save_as, editor_close, editor_undo, editor_redo, editor_cut, editor_copy,
     editor_paste, editor_select_all, editor_find, editor_find_next,
+
+    // The window of generic graphics
+    generic_open = 40200, generic_close = 40203, generic_print = 40201, generic_export_ps = 40195, generic_export_emf = 40196,
+    generic_exit = 40205, generic_preferences = 40206, generic_reload = 40198,
+
+    // The model's window
+    model_save_as = 40032, model_save_w3d = 40223, model_print = 40039, model_exit = 40041, model_wireframe = 40050,
+    model_hidden_lines = 40051, model_unlit = 40052, model_flat = 40053, model_gouraud = 40054, model_phong = 40055, model_light = 40046,
+    model_view = 40047, model_scale = 40062, model_filter = 40061, model_colour = 40063, model_edge_colour = 40048,
+    model_spin_high = 40040, model_spin_medium = 40060, model_spin_low = 40071, model_clockwise = 40073, model_anti_clockwise = 40074,
+    model_spin_stop = 40059, model_web_site = 40065, model_info = 40078, model_about = 40066,
 };
 // clang-format on
 

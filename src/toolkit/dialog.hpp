@@ -92,7 +92,8 @@ void WDialogShow(int field, Show_Kind kind, std::span<const int> commands = {});
 void WDialogHide();
 void WDialogUnload();
 bool WDialogLoaded(int dialog);
-bool Modal_Loop_Serves(int command);  // false while a modal dialog is open that does not let the command through
+bool Modal_Loop_Serves(int command);  // of the main window: false while a modal dialog that does not let it through, or a window that holds
+                                      // the others back, is open
 
 enum Field_State { field_disabled = 0, field_enabled = 1, field_read_only = 2 };
 void WDialogFieldState(int field, int state);

@@ -37,10 +37,12 @@ struct Toolbar_Resource {
     std::vector<int> commands;
 };
 
-enum class Child_Kind { plot, editor };
+// What a child window shows: a bitmap, a text, or a solid in space (toolkit/solid_view).
+enum class Child_Kind { plot, editor, solid };
 
 void WindowOpen(int width, int height, const std::string& title, const std::string& icon);
-void WindowOpenChild(int number, const std::string& title, int width, int height, Child_Kind kind);
+// A child that holds the others back has a message loop of its own: as long as it is open the user can act in it and its dialogs alone.
+void WindowOpenChild(int number, const std::string& title, int width, int height, Child_Kind kind, bool holds_others = false);
 void WindowCloseChild(int number);  // and its dialogs
 bool WindowIsOpen(int number);
 void WindowShow();  // when its menu and status bar are there
@@ -60,6 +62,7 @@ void WMenu(std::span<const Menu_Entry> bar);
 enum Menu_What { menu_enabled = 1, menu_checked = 2 };
 void WMenuSetState(int command, int what, int value);
 int WMenuGetState(int command, int what);  // -1 for a command that no menu holds
+std::vector<int> WMenuCommands();          // of the menu, by number
 void WMenuSetString(int command, const std::string& text);
 std::string WMenuGetString(int command);
 

@@ -29,8 +29,10 @@ bool Serve_Message(const Message& message);
 // The same for what no loop may hold back: repaints, resizes and timers.
 void Serve_Meanwhile(const Message& message);
 
-// The window in front, or the main window where that one has no picture.
+// The window in front, or that of the dialog in front; the main window where that one has no picture.
 int Picture_Window();
+// The window itself, or that of a dialog; the main window for a number that is neither.
+int Window_Of(int number);
 const Window_Service& Service_Of(int window);  // an empty one for a window that is not registered
 
 bool Windows_May_Close();  // asks the open windows in the order of their numbers

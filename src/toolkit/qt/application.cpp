@@ -65,6 +65,11 @@ Window* Toolkit::Find_Window(int number) const {
 
 QWidget* Toolkit::Owner() const { return Find_Window(selected_window); }
 
+Window* Toolkit::Holding_Window() const {
+    const auto found = std::find_if(windows.begin(), windows.end(), [](const auto& entry) { return entry.second->Holds_Others(); });
+    return found == windows.end() ? nullptr : found->second.get();
+}
+
 void Toolkit::To_Front(int number) {
     std::erase(order, number);
     order.push_back(number);

@@ -27,6 +27,7 @@ struct Toolkit {
     Dialog_Window* Dialog(int number) const;  // null when it is not loaded
     Window* Find_Window(int number) const;    // null when it is not open
     QWidget* Owner() const;                   // of boxes and dialogs: the window selected last
+    Window* Holding_Window() const;           // the open window that holds the others back, null for none
     void To_Front(int number);
     void Activated(int number);  // by the user
     int Front() const;           // number of the dialog or window in front; a modal dialog holds the others back

@@ -119,9 +119,9 @@ bool WDialogLoaded(int dialog) { return The_Toolkit().Dialog(dialog) != nullptr;
 
 bool Modal_Loop_Serves(int command) {
     const auto& dialogs = The_Toolkit().dialogs;
-    return std::none_of(dialogs.begin(), dialogs.end(), [&](const auto& dialog) {
-        return dialog->isVisible() && dialog->Holds_Others() && !dialog->Lets_Through(command);
-    });
+    return The_Toolkit().Holding_Window() == nullptr && std::none_of(dialogs.begin(), dialogs.end(), [&](const auto& dialog) {
+               return dialog->isVisible() && dialog->Holds_Others() && !dialog->Lets_Through(command);
+           });
 }
 
 void WDialogFieldState(int field, int state) {
@@ -383,7 +383,7 @@ Status Act_Key(int window, int code) {
 Status Act_Front(int window) {
     Toolkit& toolkit = The_Toolkit();
     if (!WindowToFront(window)) return Status::Fail("dialog " + Number_Text(window) + " is not open");
-    if (toolkit.Front() != window) return Status::Fail("a modal dialog is in front");
+    if (toolkit.Front() != window) return Status::Fail("what is in front holds the others back");
     if (toolkit.witness != nullptr) toolkit.witness->Saw_Front(window);
     return Status::Done();
 }

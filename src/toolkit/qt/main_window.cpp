@@ -85,6 +85,17 @@ QAction* Window::Action(int command) const {
     return found == actions_.end() ? nullptr : found->second;
 }
 
+std::vector<int> Window::Commands() const {
+    std::vector<int> commands;
+    for (const auto& [command, action] : actions_) commands.push_back(command);
+    return commands;
+}
+
+void Window::Hold_Others() {
+    holds_others_ = true;
+    setWindowModality(Qt::ApplicationModal);
+}
+
 QMenu* Window::Add_Popup(const Menu_Entry& entry) {
     auto* menu = new QMenu(QString::fromStdString(entry.label), this);
     if (entry.command != 0) {

@@ -22,7 +22,10 @@ public:
     void Resize_Area(int width, int height);
     Drawing_Area* Area(int pane = 1) const;  // null for a pane that it has not
     Text_Edit* editor() const { return editor_; }
+    void Hold_Others();  // from the time when it is shown
+    bool Holds_Others() const { return holds_others_; }
     QAction* Action(int command) const;
+    std::vector<int> Commands() const;  // by number
 
     void Set_Menu(std::span<const Menu_Entry> bar);
     void Set_Toolbar(const Toolbar_Resource* table, int row);
@@ -51,6 +54,7 @@ private:
     };
 
     int number_;
+    bool holds_others_ = false;
     std::vector<Drawing_Area*> areas_;
     Text_Edit* editor_ = nullptr;
     std::vector<QLabel*> parts_;

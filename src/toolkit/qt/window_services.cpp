@@ -3,6 +3,8 @@
 #include <algorithm>
 
 #include "toolkit/qt/application.hpp"
+#include "toolkit/qt/dialog_window.hpp"
+#include "toolkit/qt/main_window.hpp"
 
 namespace vntl {
 
@@ -37,8 +39,16 @@ void Serve_Meanwhile(const Message& message) {
 }
 
 int Picture_Window() {
-    const int front = WindowFront();
-    return WindowIsOpen(front) && Service_Of(front).picture ? front : main_window;
+    const int front = Window_Of(WindowFront());
+    return Service_Of(front).picture ? front : main_window;
+}
+
+int Window_Of(int number) {
+    if (WindowIsOpen(number)) return number;
+    const Dialog_Window* dialog = The_Toolkit().Dialog(number);
+    for (const auto& [window, widget] : The_Toolkit().windows)
+        if (dialog != nullptr && dialog->parentWidget() == widget.get()) return window;
+    return main_window;
 }
 
 const Window_Service& Service_Of(int window) {

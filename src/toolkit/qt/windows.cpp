@@ -40,13 +40,14 @@ void WindowOpen(int width, int height, const std::string& title, const std::stri
     Selected()->setWindowIcon(Resource_Icon(icon));
 }
 
-void WindowOpenChild(int number, const std::string& title, int width, int height, Child_Kind kind) {
+void WindowOpenChild(int number, const std::string& title, int width, int height, Child_Kind kind, bool holds_others) {
     if (WindowIsOpen(number)) {
         WindowSelect(number);
         WindowToFront(number);
         return;
     }
     Open(number, title, width, height, kind, nullptr);
+    if (holds_others) Selected()->Hold_Others();
 }
 
 void WindowCloseChild(int number) {
@@ -137,6 +138,8 @@ bool WindowToFront(int number) {
     const Dialog_Window *front = toolkit.Dialog(toolkit.Front()), *wanted = toolkit.Dialog(number);
     if (front != nullptr && wanted != nullptr && front != wanted && front->Holds_Others() && wanted->Holds_Others())
         return true;  // it waits for the end of the one in front
+    const Window* holder = toolkit.Holding_Window();
+    if (holder != nullptr && widget != holder && widget->parentWidget() != holder) return true;
     toolkit.To_Front(number);
     widget->raise();
     widget->activateWindow();
@@ -165,6 +168,8 @@ int WMenuGetState(int command, int what) {
 void WMenuSetString(int command, const std::string& text) {
     if (QAction* action = Selected_Action(command)) action->setText(QString::fromStdString(text));
 }
+
+std::vector<int> WMenuCommands() { return Selected() == nullptr ? std::vector<int>() : Selected()->Commands(); }
 
 std::string WMenuGetString(int command) {
     const QAction* action = Selected_Action(command);
