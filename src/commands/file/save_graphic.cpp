@@ -29,17 +29,17 @@ constexpr struct {
 
 constexpr const char *incorrect_name = "Incorrect Filename ", *no_system = "Error detecting the Operating System";
 
-// What is drawn: the picture of the window in front with its marks, in the window's size, and the stamp over it.
+// What is drawn: the picture of a window with its marks, in the window's size, and the stamp over it.
 struct Picture {
     Draw_Routine draw;
     double width = 0, height = 0;
 };
 
-Picture Stamped_Picture(const Configuration& config) {
-    const int window = Picture_Window();
+Picture Picture_Of(int window, const Configuration& config, bool stamped) {
     WindowSelect(window);
-    const auto draw = [&picture = Service_Of(window).picture, &config](Device& device) {
+    const auto draw = [&picture = Service_Of(window).picture, &config, stamped](Device& device) {
         picture(device);
+        if (!stamped) return;
         Graphics g(device);
         Stamp_Plot(config, g);
     };
@@ -124,7 +124,7 @@ Status Export_Plot(Configuration& config, Ask& ask) {
     const Save_Form& form = Hardcopy_Form(*driver);
     const std::string file = Name_To_Save(config, ask, form, "filename" + std::string(form.extension));
     if (file.empty()) return Status::Cancel();
-    const Picture picture = Stamped_Picture(config);
+    const Picture picture = Picture_Of(Picture_Window(), config, true);
     Hardcopy_Choice choice{file, {}};
     choice.options.width = picture.width;
     choice.options.height = picture.height;
@@ -134,12 +134,14 @@ Status Export_Plot(Configuration& config, Ask& ask) {
     return HardCopy(*driver, choice.file, choice.options, picture.draw);
 }
 
-Status Print_Plot(Configuration& config, Ask& ask) {
+Status Print_Window(Configuration& config, Ask& ask, int window, bool stamped) {
     const std::string_view system = std::string_view(config.os_tag).substr(0, 4);
-    const Picture picture = Stamped_Picture(config);
+    const Picture picture = Picture_Of(window, config, stamped);
     if (system == "LINU" || system == "MACO") return Print_To_Postscript(config, ask, picture);
     if (system == "WIND") return Print_To_Printer(config, ask, picture, Printer_Names());
     return Status::Fail(no_system);
 }
+
+Status Print_Plot(Configuration& config, Ask& ask) { return Print_Window(config, ask, Picture_Window(), true); }
 
 }  // namespace vntl

@@ -16,7 +16,11 @@ std::vector<Dialog_Resource> Save_Graphic_Resources();
 // "Save Graphic into file...": the format, the file, the options of the format, and the picture with the stamp of the program.
 Status Export_Plot(Configuration&, Ask&);
 
-// "Print...": PostScript into a file, or a page to a printer, by the operating system.
+// The picture of a window on paper: PostScript into a file, or a page to a printer, by the operating system. `stamped`: with the name of
+// the program in its corner.
+Status Print_Window(Configuration&, Ask&, int window, bool stamped);
+
+// "Print...": the window in front, with the stamp.
 Status Print_Plot(Configuration&, Ask&);
 
 }  // namespace vntl
