@@ -8,8 +8,10 @@
 #include <tuple>
 
 #include "drawing/recording.hpp"
+#include "toolkit/dialog.hpp"
 #include "toolkit/messages.hpp"
 #include "toolkit/window.hpp"
+#include "toolkit/window_service.hpp"
 
 namespace vntl {
 namespace {
@@ -143,6 +145,36 @@ TEST_F(Children, PanesShareTheWindowAndTellOfThemselves) {
     EXPECT_EQ(Shown(), (Size{800, 400}));
     WindowSplit(4, false);
     EXPECT_EQ(WInfoWindow(1, 4), 800);
+}
+
+// What a window with a loop of its own holds back: commands of the main window, and the way of any other window or dialog to the front.
+TEST_F(Children, OneThatHoldsTheOthersBackStaysInFrontWithItsDialogs) {
+    constexpr int holding = 53, of_main = 901, of_holding = 902;
+    Register_Dialogs(std::array{Dialog_Resource{of_main, "Of the main window", {}}, Dialog_Resource{of_holding, "Of the child", {}}});
+    const auto show = [](int dialog) {
+        WDialogLoad(dialog);
+        WDialogShow(0, Show_Kind::modeless);
+    };
+    WindowSelect(main_window);
+    show(of_main);
+    EXPECT_EQ(Window_Of(of_main), main_window);
+    EXPECT_TRUE(Modal_Loop_Serves(10));
+    WindowOpenChild(holding, "Holding", 300, 200, Child_Kind::plot, true);
+    WindowShow();
+    show(of_holding);
+    EXPECT_EQ((std::array{Window_Of(of_holding), Window_Of(holding), Window_Of(child), Window_Of(77)}),
+              (std::array{holding, holding, child, main_window}));
+    EXPECT_FALSE(Modal_Loop_Serves(10));
+    for (const int number : {main_window, child, other, of_main}) {
+        EXPECT_TRUE(Act_Front(number).failed) << number;
+        EXPECT_EQ(WindowFront(), of_holding);
+    }
+    EXPECT_TRUE(Act_Front(holding).ok() && WindowFront() == holding && Act_Front(of_holding).ok());
+    WindowCloseChild(holding);
+    EXPECT_FALSE(WDialogLoaded(of_holding));
+    EXPECT_TRUE(Modal_Loop_Serves(10) && Act_Front(main_window).ok() && Act_Front(of_main).ok());
+    WDialogSelect(of_main);
+    WDialogUnload();
 }
 
 TEST_F(Children, ARubberShapeThatLeavesThePageTakesRoomUpToItsEdge) {
