@@ -15,8 +15,8 @@ struct W3d_Vertex {
 
 struct W3d_Mesh {
     std::vector<W3d_Vertex> vertices;
-    std::vector<std::uint32_t> triangles;  // three corners each
-    std::vector<std::uint32_t> edges;      // two ends each: the lines between the facets of the sheets
+    std::vector<std::uint32_t> triangles;  // three corners each, counter-clockwise as seen from the side to which their normals point
+    std::vector<std::uint32_t> edges;      // two ends each: lines between the facets of the sheets, about a hundred either way
     std::size_t sheet_triangles = 0;       // corners of the sheets, which come first in `triangles`
 };
 

@@ -30,16 +30,20 @@ public:
         double depth;  // along the line of sight from the eye; not above 0: not before it
     };
     Seen See(const Vec3& point) const;
+    double Nearest() const { return nearest_; }  // depth up to which nothing is shown; there is no farthest one
 
-    // Column after column, for OpenGL: clip coordinates whose y points upward.
+    // Column after column, for OpenGL: clip coordinates whose y points upward, and whose z runs from -1 at the nearest depth toward 1.
     std::array<float, 16> Matrix() const;
 
 private:
     std::array<std::array<double, 4>, 3> rows_{};  // right, up, forward, of a point and 1
-    double width_, height_, scale_;                // page units a unit at depth 1
+    double width_, height_, scale_, nearest_;      // the scale: page units a unit at depth 1
 };
 
-// Share of its material's colour that a face turned to `normal` (any length) shows at a place, 0 to 1: it is lit from either side.
+// Share of its material's colour, `ambient_light` to 1, that the side of a face shows to which `normal` (any length) points: the rest of
+// the light grows with half of 1 + the cosine of the angle between both, so that slopes turned away from the light keep their relief. Of a
+// face seen from the other side the normal is to be turned.
+inline constexpr float ambient_light = 0.15f;
 float Lit(const Vec3& normal, const Vec3& at, const Vec3& light);
 Colour Lit_Colour(Colour material, float share);
 
