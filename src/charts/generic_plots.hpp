@@ -2,6 +2,8 @@
 // refinement.
 #pragma once
 
+#include <array>
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -12,9 +14,8 @@ inline constexpr int max_generic_curves = 40, max_slices = 500;
 inline constexpr std::size_t generic_text_length = 132, generic_legend_length = 40, generic_param_length = 50;  // characters kept
 
 enum class Plot_Kind { lines, scatter, histogram, polar, pie };
-
-// "polyl", "scatt", "histo", "polar", "piech".
-std::string_view Plot_Kind_Name(Plot_Kind kind);
+inline constexpr std::array<std::string_view, 5> plot_kind_names = {"polyl", "scatt", "histo", "polar", "piech"};
+constexpr std::string_view Plot_Kind_Name(Plot_Kind kind) { return plot_kind_names[static_cast<std::size_t>(kind)]; }
 
 // Arrays of the same length: the points that the file gave this curve, and no others. What a line leaves out is 0.
 struct Generic_Curve {
