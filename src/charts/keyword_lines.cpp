@@ -43,7 +43,7 @@ std::optional<int> Whole_Number(std::string_view value) {
     return number;
 }
 
-std::string_view First_Word(std::string_view text) {
+std::string_view Leading_Word(std::string_view text) {
     text = Trim_Left(text);
     return text.substr(0, text.find_first_of(blanks));
 }

@@ -26,6 +26,6 @@ std::optional<std::string_view> Value_Of(std::string_view line, std::string_view
 std::optional<int> Whole_Number(std::string_view value);
 
 // The first word of a text, and what it stands in front of.
-std::string_view First_Word(std::string_view text);
+std::string_view Leading_Word(std::string_view text);
 
 }  // namespace vntl

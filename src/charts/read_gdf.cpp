@@ -125,7 +125,7 @@ std::size_t Take_Numbers(std::string_view& line, std::span<float> values) {
 // The text of a slice: a word, or more of them between quotes.
 std::string_view Slice_Text(std::string_view rest) {
     rest.remove_prefix(std::min(rest.find_first_not_of(separators), rest.size()));
-    if (!rest.starts_with('"')) return First_Word(rest);
+    if (!rest.starts_with('"')) return Leading_Word(rest);
     rest.remove_prefix(1);
     return rest.substr(0, rest.find('"'));
 }
@@ -189,13 +189,13 @@ void Take_Text(const Value& value, std::string& text) {
 // Without the keyword the kind stays.
 Status Take_Kind(const Value& value, const std::string& file, Plot_Kind& kind) {
     if (!value) return Status::Done();
-    const std::string word = Lower(First_Word(*value));
+    const std::string word = Lower(Leading_Word(*value));
     for (std::size_t i = 0; i < plot_kind_names.size(); ++i)
         if (word.starts_with(plot_kind_names[i])) {
             kind = static_cast<Plot_Kind>(i);
             return Status::Done();
         }
-    return Fail_In_File("Unknown PLOT_TYPE \"" + Kept_Text(First_Word(*value), generic_legend_length) +
+    return Fail_In_File("Unknown PLOT_TYPE \"" + Kept_Text(Leading_Word(*value), generic_legend_length) +
                             "\": it is polyline, scatter, histogram, polar or piechart",
                         "", file);
 }

@@ -177,7 +177,7 @@ std::optional<Seq_File::Row_Value> Seq_File::Value_In(int row, std::string_view 
         const std::optional<float> order = number(1), temperature = number(2);
         if (order && temperature) value = *temperature == 0 ? order : temperature;
     } else if (row == chi_row) {
-        if (Value_Of(line, chi_keyword)) value = Number_Of(First_Word(*Value_Of(line, chi_keyword)));
+        if (Value_Of(line, chi_keyword)) value = Number_Of(Leading_Word(*Value_Of(line, chi_keyword)));
     } else if (Take_Words(line, words) && Row_Name(row, words[1]) == row_names_[static_cast<std::size_t>(row - first_phase_row)]) {
         value = number(2);
         sigma = number(3);
