@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 
+#include "drawing/cells_of_axis.hpp"
 #include "drawing/mixed_colour.hpp"
 
 namespace vntl {
@@ -22,30 +23,9 @@ Colour Shaded(Colour colour, double brightness) {
     return brightness < 1 ? Mixed(0, colour, brightness) : Mixed(colour, WRGB(255, 255, 255), std::min(1.0, brightness - 1));
 }
 
-// The cells between the lines of one axis, and where among them the eye stands: from -1, before the first one, to their number, beyond the
-// last.
-class Cells_Of_Axis {
-public:
-    Cells_Of_Axis(const std::vector<Mesh_Line>& lines, double eye)
-        : cells_(static_cast<std::ptrdiff_t>(lines.size()) - 1),
-          eye_cell_(std::upper_bound(lines.begin(), lines.end(), eye, [](double at, const Mesh_Line& line) { return at < line.at; }) -
-                    lines.begin() - 1) {
-        eye_cell_ = std::min(eye_cell_, cells_);
-    }
-
-    std::vector<std::size_t> Far_To_Near() const {
-        std::vector<std::size_t> order;
-        for (std::ptrdiff_t cell = cells_ - 1; cell > eye_cell_; --cell) order.push_back(static_cast<std::size_t>(cell));
-        for (std::ptrdiff_t cell = 0; cell < eye_cell_; ++cell) order.push_back(static_cast<std::size_t>(cell));
-        if (eye_cell_ >= 0 && eye_cell_ < cells_) order.push_back(static_cast<std::size_t>(eye_cell_));
-        return order;
-    }
-    bool Next_Is_Farther(std::size_t cell) const { return static_cast<std::ptrdiff_t>(cell) >= eye_cell_; }
-    bool Last_Is_Farther(std::size_t cell) const { return static_cast<std::ptrdiff_t>(cell) <= eye_cell_; }
-
-private:
-    std::ptrdiff_t cells_, eye_cell_;
-};
+Cells_Of_Axis Cells_Between(const std::vector<Mesh_Line>& lines, double eye) {
+    return {lines.size(), eye, [&lines](std::size_t line) { return lines[line].at; }};
+}
 
 // Which lines of the mesh carry a line of the lattice.
 std::size_t Lattice_Step(std::size_t lines) { return (lines + most_lattice_lines - 1) / most_lattice_lines; }
@@ -57,8 +37,8 @@ public:
           look_(look),
           page_(page),
           eye_(view.Eye()),
-          across_(mesh.Across(), eye_[1]),
-          away_(mesh.Away(), eye_[0]),
+          across_(Cells_Between(mesh.Across(), eye_[1])),
+          away_(Cells_Between(mesh.Away(), eye_[0])),
           step_across_(Lattice_Step(mesh.Across().size())),
           step_away_(Lattice_Step(mesh.Away().size())) {
         // The light as the cube, which has been turned, has it.
@@ -173,7 +153,6 @@ private:
     }
     Colour Lit(Colour colour, double brightness) const { return look_.shaded ? Shaded(colour, brightness) : colour; }
 
-    // A side that two cells share is drawn with the nearer one: by then nothing is to come that lies behind it.
     void Lattice(std::size_t i, std::size_t j) {
         const bool before_i = across_.Last_Is_Farther(i) || i == 0 || !mesh_.Has_Cell(i - 1, j);
         const bool behind_i = across_.Next_Is_Farther(i) || !mesh_.Has_Cell(i + 1, j);

@@ -1,8 +1,6 @@
 // A surface as facets from the back to the front.
 //
-// A cell is cut into two triangles by the diagonal whose ends differ less in height. On one way from the eye over the floor, the distance
-// grows along either axis. So the rows of cells are laid from both sides toward the row in which the eye stands, and the cells of a row
-// toward its column: without a comparison of one cell with another, whatever lies behind is laid before what hides it.
+// A cell is cut into two triangles by the diagonal whose ends differ less in height. The cells are laid in the order of Cells_Of_Axis.
 #pragma once
 
 #include <vector>

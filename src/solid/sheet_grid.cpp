@@ -30,7 +30,7 @@ Vec3 Sheet_Grid::Normal(std::size_t column, std::size_t row) const {
     const Vec3 across = Slope(at, column > 0 ? here - 1 : nullptr, column + 1 < columns_ ? here + 1 : nullptr, {1, 0, 0});
     const Vec3 away = Slope(at, row > 0 ? here - columns_ : nullptr, row + 1 < rows_ ? here + columns_ : nullptr, {0, 0, 1});
     const Vec3 normal = Unit(Cross(away, across), {0, 1, 0});
-    return normal[1] < 0 ? Vec3{-normal[0], -normal[1], -normal[2]} : normal;
+    return normal[1] < 0 ? Opposite(normal) : normal;
 }
 
 // Between the neighbours, or to the one that there is.

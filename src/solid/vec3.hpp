@@ -8,6 +8,7 @@
 namespace vntl {
 
 inline Vec3 Minus(const Vec3& a, const Vec3& b) { return {a[0] - b[0], a[1] - b[1], a[2] - b[2]}; }
+inline Vec3 Opposite(const Vec3& a) { return {-a[0], -a[1], -a[2]}; }
 inline Vec3 Moved(const Vec3& from, float way, const Vec3& along) {
     return {from[0] + way * along[0], from[1] + way * along[1], from[2] + way * along[2]};
 }

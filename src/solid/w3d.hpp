@@ -64,7 +64,7 @@ struct W3d {
 // The same bodies farther apart, or nearer: every place is multiplied, the letters and the radii keep their sizes.
 W3d Scaled(const W3d& solid, float x, float y, float z);
 
-// Every n-th column and row of each sheet, and the last ones: at most `facets` of them.
+// Every n-th column and every m-th row of each sheet, and the last ones, the longer side first: at most `facets` of them, but one a sheet.
 W3d Thinned(const W3d& solid, std::size_t facets);
 
 }  // namespace vntl

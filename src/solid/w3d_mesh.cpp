@@ -86,7 +86,7 @@ private:
             }
         for (const float end : {0.0f, 1.0f}) {
             const Number disc = Next();
-            ring(end, [&](const Vec3&) { return Moved({}, end == 0 ? -1.0f : 1.0f, axis); });
+            ring(end, [&](const Vec3&) { return end == 0 ? Opposite(axis) : axis; });
             for (Number side = 1; side + 1 < sides; ++side) Triangle(disc, disc + side, disc + side + 1);
         }
     }
@@ -95,7 +95,7 @@ private:
     void Text(const W3d_Text& text) {
         const Text_Style style{.font = text.font, .width = text.width, .height = text.height};
         const float start = -0.5f * static_cast<float>(Extent_Of_Text(text.text, style));
-        const Vec3 back = Cross(text.along, text.upward), front = Moved({}, -1, back);
+        const Vec3 back = Cross(text.along, text.upward), front = Opposite(back);
         const auto place = [&](const Point& at, float depth) {
             const Vec3 aside = Moved(text.at, start + static_cast<float>(at.x), text.along);
             return Moved(Moved(aside, static_cast<float>(at.y), text.upward), depth, back);

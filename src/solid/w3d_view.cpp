@@ -11,7 +11,7 @@ namespace vntl {
 
 namespace {
 
-constexpr double half_angle = 15 * std::numbers::pi / 180;
+constexpr double half_angle = 10 * std::numbers::pi / 180;
 constexpr double nearest_share = 0.01;  // of the eye's distance: what is nearer to it is cut away
 
 }  // namespace
@@ -56,7 +56,8 @@ std::array<float, 16> W3d_Camera::Matrix() const {
 
 float Lit(const Vec3& normal, const Vec3& at, const Vec3& light) {
     const Vec3 toward = Unit(Minus(light, at), {0, 1, 0}), facing = Unit(normal, toward);
-    return ambient_light + (1 - ambient_light) * 0.5f * (1 + std::clamp(Dot(facing, toward), -1.0f, 1.0f));
+    const float turned = 0.5f * (1 + std::clamp(Dot(facing, toward), -1.0f, 1.0f));
+    return ambient_light + (1 - ambient_light) * turned * turned;
 }
 
 Colour Lit_Colour(Colour material, float share) { return Mixed(0, material, share); }

@@ -20,7 +20,7 @@ struct W3d_View {
     Colour background = WRGB(192, 192, 192), edge_colour = 0;
 };
 
-// The perspective of an eye that looks at the origin, upright, with a picture angle of 30 degrees over the shorter side of the page.
+// The perspective of an eye that looks at the origin, upright, with a picture angle of 20 degrees over the shorter side of the page.
 class W3d_Camera {
 public:
     W3d_Camera(const Vec3& eye, double width, double height);  // of the page, device units
@@ -40,10 +40,10 @@ private:
     double width_, height_, scale_, nearest_;      // the scale: page units a unit at depth 1
 };
 
-// Share of its material's colour, `ambient_light` to 1, that the side of a face shows to which `normal` (any length) points: the rest of
-// the light grows with half of 1 + the cosine of the angle between both, so that slopes turned away from the light keep their relief. Of a
-// face seen from the other side the normal is to be turned.
-inline constexpr float ambient_light = 0.15f;
+// Share of its material's colour, `ambient_light` to 1, that the side of a face shows to which `normal` (any length) points. The rest of
+// the light grows with the square of (1 + the cosine of the angle between both) / 2: slopes turned away from the light keep their relief.
+// Of a face seen from the other side the normal is to be turned.
+inline constexpr float ambient_light = 0.25f;
 float Lit(const Vec3& normal, const Vec3& at, const Vec3& light);
 Colour Lit_Colour(Colour material, float share);
 

@@ -22,9 +22,9 @@ TEST(Solid_View, Polar_Places) {
     Expect_Near(From_Polar(0, 90, 3), {0, 0, 3}, 1e-6f);
 }
 
-// Half of the shorter side is the distance times the tangent of 15 degrees.
+// Half of the shorter side is the distance times the tangent of 10 degrees.
 TEST(Solid_View, The_Page_Of_An_Eye_In_Front) {
-    const float half = static_cast<float>(20 * std::tan(15 * std::numbers::pi / 180));
+    const float half = static_cast<float>(20 * std::tan(10 * std::numbers::pi / 180));
     struct Case {
         Vec3 eye, point;
         double width, height, x, y, depth;
@@ -74,9 +74,9 @@ TEST(Solid_View, Light) {
     const Vec3 up = {0, 3, 0};
     const float rest = 1 - ambient_light;
     EXPECT_FLOAT_EQ(Lit(up, {1, 0, 1}, {1, 5, 1}), 1);
-    EXPECT_FLOAT_EQ(Lit(up, {0, 0, 0}, {7, 0, 0}), ambient_light + 0.5f * rest);
+    EXPECT_FLOAT_EQ(Lit(up, {0, 0, 0}, {7, 0, 0}), ambient_light + 0.25f * rest);
     EXPECT_FLOAT_EQ(Lit(up, {0, 0, 0}, {0, -4, 0}), ambient_light);
-    EXPECT_NEAR(Lit(up, {1, 0, 0}, {2, 1, 0}), ambient_light + rest * 0.5 * (1 + std::numbers::sqrt2 / 2), 1e-6);
+    EXPECT_NEAR(Lit(up, {1, 0, 0}, {2, 1, 0}), ambient_light + rest * std::pow(std::cos(std::numbers::pi / 8), 4), 1e-6);
     EXPECT_TRUE(std::isfinite(Lit({0, 0, 0}, {1, 1, 1}, {1, 1, 1})));
     EXPECT_EQ(Lit_Colour(WRGB(200, 100, 0), 0.5f), WRGB(100, 50, 0));
 }
