@@ -10,6 +10,7 @@
 
 #include "bench/timing.hpp"
 #include "solid/w3d_draw.hpp"
+#include "solid/w3d_file.hpp"
 #include "solid/w3d_mesh.hpp"
 #include "toolkit/bitmap.hpp"
 #include "toolkit/window.hpp"
@@ -72,6 +73,23 @@ void Triangles(benchmark::State& state) {
     Measure(state, solid.vertices.size() * sizeof(Vec3), [&] { benchmark::DoNotOptimize(Mesh_Of(solid)); });
 }
 BENCHMARK(Triangles)->Iterations(10)->Unit(benchmark::kMillisecond);
+
+void Write(benchmark::State& state) {
+    const W3d solid = Surface();
+    const W3d_View view = View_From(-45, Render_Mode::gouraud);
+    Measure(state, W3d_Text_Of(solid, view).size(), [&] { benchmark::DoNotOptimize(W3d_Text_Of(solid, view)); });
+}
+BENCHMARK(Write)->Iterations(10)->Unit(benchmark::kMillisecond);
+
+void Read(benchmark::State& state) {
+    const std::string text = W3d_Text_Of(Surface(), View_From(-45, Render_Mode::gouraud));
+    Measure(state, text.size(), [&] {
+        W3d solid;
+        W3d_View view;
+        if (Read_W3d_Text(text, solid, view).failed) std::abort();
+    });
+}
+BENCHMARK(Read)->Iterations(10)->Unit(benchmark::kMillisecond);
 
 void Turn(benchmark::State& state) {
     const W3d solid = Surface();
