@@ -70,7 +70,7 @@ void Register_Toolbars(std::span<const Toolbar_Resource> tables);
 inline constexpr int first_toolbar_row = 1, second_toolbar_row = 4;
 void WMenuToolbar(int table, int row);  // 0 removes the bar of that row
 
-// Puts the bitmap on the window and gives it away: the window keeps it for repaints.
+// Puts the bitmap on the window and gives it away: the window keeps it for repaints. One that shows a solid takes none, nor an overlay.
 void WBitmapPut(Bitmap bitmap, int pane = 1);
 
 // The shapes that lie over the bitmap: marks, picks, read-out box, rubber shapes; replaces the last ones.

@@ -6,6 +6,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <set>
 #include <utility>
 #include <vector>
@@ -42,7 +43,8 @@ struct Toolkit {
     std::map<int, Window_Service> services;
     std::map<int, std::unique_ptr<Window>> windows;  // 0 the main window
     std::vector<std::unique_ptr<Dialog_Window>> dialogs;
-    std::vector<int> order;  // of windows and dialogs, the front one last
+    std::vector<int> order;            // of windows and dialogs, the front one last
+    std::optional<bool> opengl_works;  // once it has been asked
     int selected_dialog = 0, selected_window = main_window;
 };
 

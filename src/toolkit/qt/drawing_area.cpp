@@ -1,23 +1,13 @@
 #include "toolkit/qt/drawing_area.hpp"
 
-#include <QMouseEvent>
 #include <QPainter>
-#include <QWheelEvent>
-#include <cmath>
 #include <utility>
 
-#include "base/page.hpp"
-#include "toolkit/qt/application.hpp"
 #include "toolkit/qt/bitmap_qt.hpp"
 
 namespace vntl {
 
 namespace {
-
-constexpr int smallest_width = 240, smallest_height = 160;
-constexpr int wheel_step = 120;  // eighths of a degree
-
-int Button_Number(Qt::MouseButton button) { return button == Qt::LeftButton ? 1 : button == Qt::MiddleButton ? 2 : 3; }
 
 // The pixels of `image` that the recorded shapes can touch, with room for pens and letters.
 QRect Pixels_Of(const Recording_Device& overlay, const QImage& image) {
@@ -32,17 +22,9 @@ QRect Pixels_Of(const Recording_Device& overlay, const QImage& image) {
 
 }  // namespace
 
-Drawing_Area::Drawing_Area(int window, int pane) : window_(window), pane_(pane) {
+Drawing_Area::Drawing_Area(int window, int pane) : messages_(*this, window, pane) {
     setAttribute(Qt::WA_OpaquePaintEvent);
-    setMouseTracking(true);
-    setFocusPolicy(Qt::StrongFocus);
     setAccessibleName("Plot");
-    setMinimumSize(smallest_width, smallest_height);
-}
-
-QSize Drawing_Area::Pixels() const {
-    const double ratio = devicePixelRatioF();
-    return {std::max(1, qRound(width() * ratio)), std::max(1, qRound(height() * ratio))};
 }
 
 void Drawing_Area::Put_Bitmap(QImage image) {
@@ -75,6 +57,8 @@ void Drawing_Area::Update_Pixels(const QRect& pixels) {
     update(QRectF(pixels.x() * sx, pixels.y() * sy, pixels.width() * sx, pixels.height() * sy).toAlignedRect().adjusted(-1, -1, 1, 1));
 }
 
+bool Drawing_Area::event(QEvent* event) { return messages_.Tell(*event) || QWidget::event(event); }
+
 void Drawing_Area::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     const QImage& image = shown_.isNull() ? picture_ : shown_;
@@ -82,42 +66,6 @@ void Drawing_Area::paintEvent(QPaintEvent*) {
         painter.fillRect(rect(), Qt::white);
     else
         painter.drawImage(rect(), image);
-}
-
-void Drawing_Area::resizeEvent(QResizeEvent*) { Post_Message({Message_Kind::resize, {.win = window_, .value4 = pane_}}); }
-
-void Drawing_Area::Post_Mouse(Message_Kind kind, QPointF at, int value) {
-    // A button may go up before the program has seen that it went down, and could ask for its end.
-    const bool ends_a_press = kind == Message_Kind::mouse_up && std::exchange(pressed_, false);
-    if (kind != Message_Kind::wheel && !ends_a_press && !The_Toolkit().Wants(window_, kind)) return;
-    WIN_MESSAGE record;
-    record.win = window_;
-    record.value1 = value;
-    record.value4 = pane_;
-    record.x = at.x() / width() * page_width;
-    record.y = (1 - at.y() / height()) * page_height;
-    Post_Message({kind, record});
-}
-
-void Drawing_Area::mousePressEvent(QMouseEvent* event) {
-    if (event->button() == Qt::BackButton || event->button() == Qt::ForwardButton)
-        Post_Message({Message_Kind::key_down, {.win = window_, .value1 = event->button() == Qt::BackButton ? key_back : key_forward}});
-    else
-        Post_Mouse(Message_Kind::mouse_down, event->position(), Button_Number(event->button()));
-    pressed_ = The_Toolkit().Wants(window_, Message_Kind::mouse_down);
-}
-
-void Drawing_Area::mouseReleaseEvent(QMouseEvent* event) {
-    Post_Mouse(Message_Kind::mouse_up, event->position(), Button_Number(event->button()));
-}
-
-void Drawing_Area::mouseMoveEvent(QMouseEvent* event) { Post_Mouse(Message_Kind::mouse_move, event->position(), 0); }
-
-void Drawing_Area::wheelEvent(QWheelEvent* event) {
-    turned_ += event->angleDelta().y();
-    const int steps = turned_ / wheel_step;
-    turned_ -= steps * wheel_step;
-    for (int i = 0; i < std::abs(steps); ++i) Post_Mouse(Message_Kind::wheel, event->position(), steps > 0 ? 1 : -1);
 }
 
 }  // namespace vntl

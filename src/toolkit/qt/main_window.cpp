@@ -51,6 +51,8 @@ Window::Window(int number, const std::string& title, Child_Kind kind, QWidget* p
     setAcceptDrops(number == main_window);
     if (kind == Child_Kind::editor)
         setCentralWidget(editor_ = new Text_Edit(number));
+    else if (kind == Child_Kind::solid)
+        setCentralWidget(solid_ = new Solid_Pane(number));
     else
         Split(1, true);
 }
@@ -77,6 +79,8 @@ void Window::Split(int panes, bool side_by_side) {
 Drawing_Area* Window::Area(int pane) const {
     return pane >= 1 && pane <= static_cast<int>(areas_.size()) ? areas_[static_cast<std::size_t>(pane - 1)] : nullptr;
 }
+
+QWidget* Window::Surface(int pane) const { return solid_ != nullptr && pane == 1 ? &solid_->area() : Area(pane); }
 
 void Window::Resize_Area(int width, int height) { resize(size() + QSize(width, height) - centralWidget()->size()); }
 

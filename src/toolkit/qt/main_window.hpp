@@ -1,4 +1,4 @@
-// A window with menu bar, toolbars, drawing area or editor, and status bar.
+// A window with menu bar, toolbars, drawing area, editor or solid, and status bar.
 #pragma once
 
 #include <QAction>
@@ -7,6 +7,7 @@
 #include <map>
 
 #include "toolkit/qt/drawing_area.hpp"
+#include "toolkit/qt/solid_pane.hpp"
 #include "toolkit/qt/text_edit.hpp"
 #include "toolkit/window.hpp"
 
@@ -21,7 +22,9 @@ public:
     void Split(int panes, bool side_by_side);
     void Resize_Area(int width, int height);
     Drawing_Area* Area(int pane = 1) const;  // null for a pane that it has not
+    QWidget* Surface(int pane) const;        // of that pane, whatever it shows; null for an editor
     Text_Edit* editor() const { return editor_; }
+    Solid_Pane* solid() const { return solid_; }
     void Hold_Others();  // from the time when it is shown
     bool Holds_Others() const { return holds_others_; }
     QAction* Action(int command) const;
@@ -57,6 +60,7 @@ private:
     bool holds_others_ = false;
     std::vector<Drawing_Area*> areas_;
     Text_Edit* editor_ = nullptr;
+    Solid_Pane* solid_ = nullptr;
     std::vector<QLabel*> parts_;
     std::map<int, QAction*> actions_;
     std::map<int, QToolBar*> toolbars_;  // by row

@@ -24,6 +24,8 @@ QLabel* Selected_Part(int part) { return Selected() == nullptr ? nullptr : Selec
 
 Drawing_Area* Selected_Area(int pane) { return Selected() == nullptr ? nullptr : Selected()->Area(pane); }
 
+QWidget* Selected_Surface(int pane) { return Selected() == nullptr ? nullptr : Selected()->Surface(pane); }
+
 void Open(int number, const std::string& title, int width, int height, Child_Kind kind, QWidget* parent) {
     Toolkit& toolkit = The_Toolkit();
     auto window = std::make_unique<Window>(number, title, kind, parent);
@@ -92,7 +94,7 @@ void WindowTitle(const std::string& title) {
 }
 
 void WindowSplit(int panes, bool side_by_side) {
-    if (Window* window = Selected(); window != nullptr && window->editor() == nullptr) window->Split(std::clamp(panes, 1, 4), side_by_side);
+    if (Window* window = Selected(); window != nullptr && window->Area() != nullptr) window->Split(std::clamp(panes, 1, 4), side_by_side);
 }
 
 void WindowStatusBarParts(std::span<const int> widths) {
@@ -109,9 +111,9 @@ std::string WindowStatusBarText(int part) {
 }
 
 int WInfoWindow(int what, int pane) {
-    const Drawing_Area* area = Selected_Area(pane);
-    if (area == nullptr) return 0;
-    const QSize pixels = area->Pixels();
+    const QWidget* surface = Selected_Surface(pane);
+    if (surface == nullptr) return 0;
+    const QSize pixels = Pixels_Of(*surface);
     return what == 1 ? pixels.width() : pixels.height();
 }
 
@@ -124,8 +126,8 @@ void WindowResize(int width, int height) {
 }
 
 void WCursorShape(int shape) {
-    if (Drawing_Area* area = Selected_Area(1))
-        area->setCursor(shape == 3 ? Qt::CrossCursor : shape == 6 ? Qt::OpenHandCursor : Qt::ArrowCursor);
+    if (QWidget* surface = Selected_Surface(1))
+        surface->setCursor(shape == 3 ? Qt::CrossCursor : shape == 6 ? Qt::OpenHandCursor : Qt::ArrowCursor);
 }
 
 int WindowFront() { return The_Toolkit().Front(); }
