@@ -16,13 +16,12 @@ namespace vntl {
 
 namespace {
 
-constexpr double sub_title_share = 0.85;        // room of the sub-title's letters, share of what is left between title and box
-constexpr double xlabel_share = 0.60;           // of the x label, share of the lower margin under the box
-constexpr double ylabel_share = 0.74;           // of the y label, share of the left margin left of the box
-constexpr double right_label_share = 0.50;      // of the right y label, share of the right margin
-constexpr double widest_right_label = 0.80;     // share of the right margin
-constexpr double numbers_share = 0.66;          // room of the y numbers, share of the left margin
-constexpr double key_symbol = 28, key_gap = 8;  // page units
+constexpr double sub_title_share = 0.85;     // room of the sub-title's letters, share of what is left between title and box
+constexpr double xlabel_share = 0.60;        // of the x label, share of the lower margin under the box
+constexpr double ylabel_share = 0.74;        // of the y label, share of the left margin left of the box
+constexpr double right_label_share = 0.50;   // of the right y label, share of the right margin
+constexpr double widest_right_label = 0.80;  // share of the right margin
+constexpr double numbers_share = 0.66;       // room of the y numbers, share of the left margin
 
 // The style made small enough for its letters to need no more than `room` between their tops and what hangs below the base line.
 Text_Style Lowered(Text_Style style, double room) {
@@ -125,16 +124,18 @@ void Presentation::IPgClipRectangle(int mode) { clip_sets_ = mode != 0; }
 
 void Presentation::Clip_Sets() { Target().Set_Clip(clip_sets_ ? Box() : Area()); }
 
+const Set_Style& Presentation::Next_Set() { return Style_Of_Set(std::min(next_set_++, static_cast<int>(styles_.size()))); }
+
 void Presentation::IPgXYPairs(std::span<const float> x, std::span<const float> y, const Series_Blocks* blocks) {
     Draw_Set(x, y, plot_type_ == 7, blocks);
 }
 void Presentation::IPgXYLine(std::span<const float> x, std::span<const float> y) { Draw_Set(x, y, false); }
 
 void Presentation::Draw_Set(std::span<const float> x, std::span<const float> y, bool markers, const Series_Blocks* blocks) {
+    if (styles_.empty()) return;
+    const Set_Style& style = Next_Set();
     const std::size_t n = std::min(x.size(), y.size());
-    if (n == 0 || styles_.empty() || !std::isfinite(px2_ - px1_) || px1_ == px2_ || !std::isfinite(py2_ - py1_) || py1_ == py2_) return;
-    const Set_Style& style = styles_[std::min(static_cast<std::size_t>(next_set_ - 1), styles_.size() - 1)];
-    ++next_set_;
+    if (n == 0 || !std::isfinite(px2_ - px1_) || px1_ == px2_ || !std::isfinite(py2_ - py1_) || py1_ == py2_) return;
     const Rect box = Box();
     Series series{x.first(n), y.first(n)};
     series.x_scale = X_Scale();
@@ -149,21 +150,6 @@ void Presentation::Draw_Set(std::span<const float> x, std::span<const float> y, 
             Target().Markers(series, {style.marker, size.width, size.height, style.marker_colour, style.fill == fill_solid});
     } else if (style.line_style >= 0) {
         Target().Curve(series, {style.line_colour, graphics_->Line_Width(), static_cast<Line_Style>(style.line_style)});
-    }
-    graphics_->Clip_To_Area();
-}
-
-void Presentation::IPgErrorBars(std::span<const float> x, std::span<const float> y, std::span<const float> half_length) {
-    constexpr double cap = 3;  // page units on each side
-    const double half_cap = cap * Target().Width() / page_width;
-    const Pen pen{styles_.empty() ? graphics_->Current_Colour() : styles_.front().line_colour, graphics_->Line_Width(), Line_Style::solid};
-    Clip_Sets();
-    for (std::size_t i = 0; i < std::min({x.size(), y.size(), half_length.size()}); ++i) {
-        const Point low = Plot_To_Device(x[i], y[i] - half_length[i]), high = Plot_To_Device(x[i], y[i] + half_length[i]);
-        if (!std::isfinite(low.x) || !std::isfinite(low.y) || !std::isfinite(high.y)) continue;
-        Target().Polyline(std::array<Point, 2>{{low, high}}, pen);
-        for (const Point end : {low, high})
-            Target().Polyline(std::array<Point, 2>{{{end.x - half_cap, end.y}, {end.x + half_cap, end.y}}}, pen);
     }
     graphics_->Clip_To_Area();
 }
@@ -330,28 +316,6 @@ void Presentation::IPgBorder() {
     const Rect box = Box();
     const std::array<Point, 5> corners = {{{box.x1, box.y1}, {box.x2, box.y1}, {box.x2, box.y2}, {box.x1, box.y2}, {box.x1, box.y1}}};
     Target().Polyline(corners, {graphics_->Current_Colour(), graphics_->Line_Width(), Line_Style::solid});
-}
-
-void Presentation::IPgKey(float x, float y, int set, std::string_view text) {
-    const Set_Style style =
-        set >= 1 && static_cast<std::size_t>(set) <= styles_.size() ? styles_[static_cast<std::size_t>(set - 1)] : Set_Style{};
-    const Point at = graphics_->To_Device(x, y);
-    const double unit_x = Target().Width() / page_width;
-    const Text_Style size = graphics_->Current_Text();
-    const double em = Em_Of_Cell(size.width, size.height);
-    const double middle = at.y + 0.5 * cap_height * em;
-    if (style.line_style >= 0)
-        Target().Polyline(std::array<Point, 2>{{{at.x, middle}, {at.x + key_symbol * unit_x, middle}}},
-                          {style.line_colour, graphics_->Line_Width(), static_cast<Line_Style>(style.line_style)});
-    if (style.marker != 0) {
-        const float one = 1.0f;
-        const double side = 0.55 * em;
-        Target().Markers({std::span(&one, 1), std::span(&one, 1), at.x + 0.5 * key_symbol * unit_x, 0, middle, 0},
-                         {style.marker, side, side, style.marker_colour, style.fill == fill_solid});
-    }
-    Text_Style words = size;
-    words.justify = Justify::left;
-    Target().Text({at.x + (key_symbol + key_gap) * unit_x, at.y}, text, words);
 }
 
 }  // namespace vntl

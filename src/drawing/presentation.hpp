@@ -4,6 +4,7 @@
 #pragma once
 
 #include <span>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -23,6 +24,18 @@ struct Set_Style {
     int marker = 0;  // glyph code
 };
 
+// A piece of a pie: degrees, counter-clockwise from the right, `from` above `to`.
+struct Pie_Slice {
+    std::size_t set;
+    double from, to;
+};
+
+// What is written of a set: a name, which may be shortened, and a figure, which may not.
+struct Set_Text {
+    int set = 1;
+    std::string name, figure;
+};
+
 class Presentation {
 public:
     explicit Presentation(Graphics& graphics) : graphics_(&graphics) {}
@@ -36,7 +49,7 @@ public:
     void IPgUnitsFromGrUnits(float gx, float gy, float& x, float& y) const;
     void IPgUnitsToGrUnits(float x, float y, float& gx, float& gy) const;
 
-    // Kind 6 lines, 7 markers, 8 a grid of `points` columns and `rows` rows with its option word.
+    // Kind 1 bars, 3 a pie, 6 lines, 7 markers, 8 a grid of `points` columns and `rows` rows with its option word.
     void IPgNewPlot(int type, int sets, int points, int rows = 1, unsigned option = 0);
     void IPgStyle(int set, const Set_Style&);  // set: 1 to 500
     void IPgMarker(int set, int marker);       // changes the glyph of a set's markers and leaves the rest of its style
@@ -57,7 +70,26 @@ public:
     // is filled; another is cut into two triangles (granularity 1) or into granularity x granularity parts, each in the band of its mean.
     void IPgConFill2(const Grid_Data& grid, std::span<const float> levels, int granularity);
 
+    // Of the set that was drawn last, in the colour of its line. One without length is left out.
     void IPgErrorBars(std::span<const float> x, std::span<const float> y, std::span<const float> half_length);
+
+    // Next set of the plot as bars from 0, filled in the colour of its line. About each x there is a slot, in units of the plot box; the
+    // sets stand in it side by side, with a gap to the next slot.
+    void IPgBars(std::span<const float> x, std::span<const float> y, float slot);
+    // A round pie in the middle of the plot box, one set a value, filled in the colour of its line and outlined in the current one: from
+    // `start` degrees, counted counter-clockwise from the right, and on clockwise. A value that is not above 0 or not finite has no slice.
+    // Beside the slices stand their texts, as many as keep apart, those of large ones first, and none beyond `right`, a fraction of the
+    // area.
+    void IPgPie(std::span<const float> values, float start, std::span<const Set_Text> texts = {}, float right = 1);
+
+    // Polar plots, in the largest circle that the plot box has room for: angles in degrees, counter-clockwise from the right. The plot
+    // units are from now on those of the radius, in both directions, and 0 in the middle. After IPgArea.
+    void IPgUnitsPolar(float radius);  // at the rim
+    // Rings at the ticks of the radius and spokes every 30 degrees in a light colour; "T" ticks, "N" numbers, in the current colour: those
+    // of the radius along the spoke to the right, those of the angle outside the rim.
+    void IPgPolarAxes(std::string_view radius_flags, std::string_view angle_flags);
+    // Next set of the plot as markers. A negative radius lies on the other side of the middle; points beyond the rim are left out.
+    void IPgPolarPairs(std::span<const float> angles, std::span<const float> radii);
 
     void IPgXScale(std::string_view flags, float y_at);  // axis along x at y = y_at; "T" ticks, "N" numbers
     void IPgYScale(std::string_view flags, float x_at);
@@ -74,6 +106,10 @@ public:
     void IPgYLabelRight(std::string_view text, std::string_view position);  // the same right of the plot box
     void IPgBorder();                                                       // frame of the plot box in the current colour and width
     void IPgKey(float x, float y, int set, std::string_view text);          // symbol of a set and its text, user units
+    // A key of several sets, from the upper left corner of a box, fractions of the area, downward, the figures at its right side. Letters
+    // become smaller until all lines have room, and, as far as they can be read, each line; a name that is still too long loses its middle.
+    // Of more than 40 lines, those that cannot be read are counted in the last one.
+    void IPgKeys(float x1, float y1, float x2, float y2, std::span<const Set_Text> entries);
 
 private:
     const Rect& Area() const { return graphics_->Area(); }
@@ -83,14 +119,23 @@ private:
     double X_Scale() const;  // device units a plot unit
     double Y_Scale() const;
     Set_Style& Style_Of_Set(int set);
+    const Set_Style& Next_Set();  // its style; the one after it is the next
     void Draw_Set(std::span<const float> x, std::span<const float> y, bool markers, const Series_Blocks* blocks = nullptr);
     void Clip_Sets();
+    double Polar_Rim() const;  // device units
+    void Spokes_And_Rings(const Axis_Ticks& rings);
+    void Numbers_Of_Radius(const Axis_Ticks& rings, std::string_view flags);
+    void Numbers_Of_Angle(std::string_view flags);
+    void Label_Slices(Point centre, double rim, std::span<const Pie_Slice> slices, std::span<const Set_Text> texts, const Text_Style& style,
+                      double right);
+    void Key_Symbol(Point at, double width, double em, int set);  // its left end, at half the height of a letter
     void Title_Line(std::string_view text, char position, Text_Style style, double y);
     void Turned_Label(std::string_view text, std::string_view position, Text_Style style, double middle);
 
     Graphics* graphics_;
     double bx1_ = 0, by1_ = 0, bx2_ = 1, by2_ = 1;  // plot box, fractions of the area
     double px1_ = 0, py1_ = 0, px2_ = 1, py2_ = 1;  // plot units
+    double polar_radius_ = 1;                       // at the rim, plot units
     float z1_ = 0, z2_ = 1;                         // of the values of a map
     int plot_type_ = 6;
     unsigned option_ = 0;

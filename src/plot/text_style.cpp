@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <array>
 
-#include "base/text.hpp"
+#include "drawing/title_fit.hpp"
 
 namespace vntl {
 
@@ -41,13 +41,7 @@ void Select_Text(Graphics& g, const Text_Prefs& text) {
 }
 
 std::string Fit_Text(const Graphics& g, std::string_view text, float room) {
-    if (g.Text_Width(text) <= room) return std::string(text);
-    std::size_t fits = 0, too_long = text.size();
-    while (too_long - fits > 1) {
-        const std::size_t middle = fits + (too_long - fits) / 2;
-        (g.Text_Width(Elide_Middle(text, middle)) <= room ? fits : too_long) = middle;
-    }
-    return Elide_Middle(text, fits);
+    return Shortened(text, room, [&g](std::string_view part) { return g.Text_Width(part); });
 }
 
 float Room_Along_X(const Plot_Zone& zone, char position) {
