@@ -11,6 +11,7 @@
 #include "base/text.hpp"
 #include "drawing/font_table.hpp"
 #include "drawing/presentation_3d.hpp"
+#include "drawing/rects.hpp"
 #include "drawing/title_fit.hpp"
 
 namespace vntl {
@@ -26,10 +27,6 @@ constexpr double shrink = 0.93, smallest = 0.15;
 constexpr double cost_of_shrinking = 20;  // beside a way of so many page units
 
 Rect Around(Point middle, Point half) { return {middle.x - half.x, middle.y - half.y, middle.x + half.x, middle.y + half.y}; }
-
-Rect Grown(const Rect& rect, double x, double y) { return {rect.x1 - x, rect.y1 - y, rect.x2 + x, rect.y2 + y}; }
-
-bool Touch(const Rect& a, const Rect& b) { return a.x1 < b.x2 && b.x1 < a.x2 && a.y1 < b.y2 && b.y1 < a.y2; }
 
 // Whether a line through two of the corners has all of them on one side, and the rectangle on the other.
 bool Apart_From_Hull(const Rect& rect, std::span<const Point> corners) {

@@ -126,8 +126,7 @@ private:
     void Spokes_And_Rings(const Axis_Ticks& rings);
     void Numbers_Of_Radius(const Axis_Ticks& rings, std::string_view flags);
     void Numbers_Of_Angle(std::string_view flags);
-    void Label_Slices(Point centre, double rim, std::span<const Pie_Slice> slices, std::span<const Set_Text> texts, const Text_Style& style,
-                      double right);
+    void Label_Slices(Point centre, double rim, std::vector<Pie_Slice> slices, std::span<const Set_Text> texts, double right);
     void Key_Symbol(Point at, double width, double em, int set);  // its left end, at half the height of a letter
     void Title_Line(std::string_view text, char position, Text_Style style, double y);
     void Turned_Label(std::string_view text, std::string_view position, Text_Style style, double middle);

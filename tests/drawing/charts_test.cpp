@@ -3,6 +3,7 @@
 #include <limits>
 #include <numbers>
 
+#include "drawing/drawn.hpp"
 #include "drawing/presentation.hpp"
 #include "drawing/text_room.hpp"
 

@@ -3,8 +3,12 @@
 
 #include <gtest/gtest.h>
 
-#include "drawing/drawn.hpp"
+#include <string>
+#include <variant>
+#include <vector>
+
 #include "drawing/font_table.hpp"
+#include "drawing/recording.hpp"
 
 namespace vntl {
 
@@ -20,7 +24,9 @@ inline Rect Room_Of(const Recorded_Text& text, const Device& device) {
 
 inline void Expect_Texts_Apart(const Recording_Device& device, const Rect& room, const std::string& what) {
     constexpr double rounding = 1e-3;
-    const std::vector<Recorded_Text> texts = Drawn<Recorded_Text>(device);
+    std::vector<Recorded_Text> texts;
+    for (const Recorded& item : device.items())
+        if (const auto* text = std::get_if<Recorded_Text>(&item)) texts.push_back(*text);
     for (std::size_t i = 0; i < texts.size(); ++i) {
         const Rect a = Room_Of(texts[i], device);
         EXPECT_TRUE(a.x1 >= room.x1 - rounding && a.y1 >= room.y1 - rounding && a.x2 <= room.x2 + rounding && a.y2 <= room.y2 + rounding)
