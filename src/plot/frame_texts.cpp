@@ -115,19 +115,34 @@ void Draw_Page(const Plot_State& plot, Presentation& p, Colour background, Colou
     g.IGrRectangle(zone.x1 * page_width, zone.y1 * page_height, zone.x2 * page_width, zone.y2 * page_height);
 }
 
+void Write_Title(const Text_Prefs& prefs, const Plot_Zone& zone, Presentation& p, std::string_view title) {
+    if (prefs.pos == no_text) return;
+    const char position = Entry(along_x, prefs.pos);
+    const float room = Room_Along_X(zone, position);
+    Select_Shrunk(p.graphics(), prefs, title, room);
+    p.IPgTitle(Fit_Text(p.graphics(), title, room), position);
+}
+
+void Write_X_Label(const Text_Prefs& prefs, const Plot_Zone& zone, Presentation& p, std::string_view text) {
+    if (prefs.pos == no_text) return;
+    Select_Text(p.graphics(), prefs);
+    const char position = Entry(along_x, prefs.pos);
+    p.IPgXLabel(Fit_Text(p.graphics(), Trim(text), Room_Along_X(zone, position)), position);
+}
+
+void Write_Y_Label(const Text_Prefs& prefs, Presentation& p, std::string_view text) {
+    if (prefs.pos == no_text) return;
+    Select_Text(p.graphics(), prefs);
+    p.IPgYLabelLeft(Trim(text), Entry(along_y, prefs.pos));
+}
+
 void Draw_Title(const Scene& scene, Presentation& p, int n) {
     if (n >= 1) Draw_Title_Text(scene, p, Title_Text(scene, n));
 }
 
 void Draw_Title_Text(const Scene& scene, Presentation& p, std::string_view title) {
-    Graphics& g = p.graphics();
-    const Text_Prefs& prefs = scene.prefs.graph2d.title;
-    g.IGrLineWidth(1);
-    if (prefs.pos == no_text) return;
-    const char position = Entry(along_x, prefs.pos);
-    const float room = Room_Along_X(scene.plot.zone, position);
-    Select_Shrunk(g, prefs, title, room);
-    p.IPgTitle(Fit_Text(g, title, room), position);
+    p.graphics().IGrLineWidth(1);
+    Write_Title(scene.prefs.graph2d.title, scene.plot.zone, p, title);
 }
 
 void Draw_Scales(const Scene& scene, Presentation& p, const View& window) {
@@ -148,17 +163,9 @@ std::string Y_Title(const Scene& scene) {
 }
 
 void Draw_Axis_Labels(const Scene& scene, Presentation& p, std::string_view y_title, bool log) {
-    Graphics& g = p.graphics();
     const Graph2D_Prefs& prefs = scene.prefs.graph2d;
-    if (prefs.ylabel.pos != no_text) {
-        Select_Text(g, prefs.ylabel);
-        p.IPgYLabelLeft(log ? Logarithm_Of(y_title) : std::string(Trim(y_title)), Entry(along_y, prefs.ylabel.pos));
-    }
-    if (prefs.xlabel.pos != no_text) {
-        Select_Text(g, prefs.xlabel);
-        const char position = Entry(along_x, prefs.xlabel.pos);
-        p.IPgXLabel(Fit_Text(g, Trim(scene.plot.xlabel_text), Room_Along_X(scene.plot.zone, position)), position);
-    }
+    Write_Y_Label(prefs.ylabel, p, log ? Logarithm_Of(y_title) : std::string(y_title));
+    Write_X_Label(prefs.xlabel, scene.plot.zone, p, scene.plot.xlabel_text);
 }
 
 void Draw_Target(const Plot_State& plot, Graphics& g) {

@@ -9,6 +9,11 @@ namespace vntl {
 void Page_Units(Graphics&);                                                              // the whole page, 1200 x 800
 void Draw_Page(const Plot_State&, Presentation&, Colour background, Colour foreground);  // cleared, and the plot box filled
 
+// A text each, in the font, the colour and the place of its preference.
+void Write_Title(const Text_Prefs&, const Plot_Zone&, Presentation&, std::string_view title);
+void Write_X_Label(const Text_Prefs&, const Plot_Zone&, Presentation&, std::string_view text);
+void Write_Y_Label(const Text_Prefs&, Presentation&, std::string_view text);
+
 void Draw_Title(const Scene&, Presentation&, int n);
 void Draw_Title_Text(const Scene&, Presentation&, std::string_view title);
 void Draw_Scales(const Scene&, Presentation&, const View& window);  // with the numbers under zero of a refined profile hidden

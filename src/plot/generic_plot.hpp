@@ -8,7 +8,7 @@
 
 namespace vntl {
 
-// Lines and markers, histogram, polar plot or pie, by `plot_kind`; a text says why where there is nothing to be drawn of a curve.
+// Lines and markers, histogram, polar plot or pie, by `plot_kind`; where nothing can be drawn a text says why.
 void Draw_Generic_Plot(const Generic_Plots& plots, const Preferences& prefs, Device& device);
 
 // The empty window.
