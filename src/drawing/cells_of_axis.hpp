@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <ranges>
 #include <vector>
 
 namespace vntl {
@@ -17,9 +16,15 @@ public:
     // `at` gives the place of a line by its number; the places rise.
     template <class At>
     Cells_Of_Axis(std::size_t lines, double eye, const At& at) : cells_(static_cast<std::ptrdiff_t>(lines) - 1) {
-        const auto numbers = std::views::iota(std::size_t{0}, lines);
-        const auto beyond = std::ranges::partition_point(numbers, [&](std::size_t line) { return at(line) <= eye; });
-        eye_cell_ = std::min(static_cast<std::ptrdiff_t>(beyond - numbers.begin()) - 1, cells_);
+        std::size_t before = 0, beyond = lines;  // of the lines, those up to the eye, and the first one known to lie beyond it
+        while (before < beyond) {
+            const std::size_t middle = before + (beyond - before) / 2;
+            if (at(middle) <= eye)
+                before = middle + 1;
+            else
+                beyond = middle;
+        }
+        eye_cell_ = std::min(static_cast<std::ptrdiff_t>(before) - 1, cells_);
     }
 
     std::vector<std::size_t> Far_To_Near() const {

@@ -42,11 +42,12 @@ struct W3d_Rod {
 
 // Letters that lie in a plane, with some depth.
 struct W3d_Text {
-    std::string text;                                    // UTF-8
-    int font = 102;                                      // 101 Courier, 102 Helvetica, 103 Times, 104 Symbol
-    Vec3 at{};                                           // middle of the base line
-    Vec3 along{1, 0, 0}, upward{0, 0, 1};                // of length 1: the way that the text runs, and that its letters stand
-    float width = 0.05f, height = 0.12f, depth = 0.08f;  // of the character cell
+    std::string text;                      // UTF-8
+    int font = 102;                        // 101 Courier, 102 Helvetica, 103 Times, 104 Symbol
+    Vec3 at{};                             // middle of the base line
+    Vec3 along{1, 0, 0}, upward{0, 0, 1};  // of length 1: the way that the text runs, and that its letters stand
+    float width = 0.05f, height = 0.12f;   // of the character cell
+    float depth = 0.02f;                   // deeper letters hide one another where they lie on the floor
     int material = 6;
 };
 

@@ -11,6 +11,9 @@ inline constexpr std::size_t max_drawn_facets = 100'000;  // of the sheets; a so
 // Clears the device and lays the facets one over the other, the farthest first; between the corners of a facet, which is of one colour, the
 // smooth modes show the mean of the light at its corners. Edges are lines in the view's edge colour: alone in `wireframe`, over facets of
 // the background's colour in `hidden_lines`, over those of the material in `unlit`.
+//
+// The order is right for one sheet, and for rods and texts beside, above or below it. What reaches into the box of a sheet is shown before
+// it, and sheets are laid by the distance of their middles.
 void Draw_W3d(const W3d& solid, const W3d_View& view, Device& device);
 
 }  // namespace vntl

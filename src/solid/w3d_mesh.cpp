@@ -91,15 +91,17 @@ private:
         }
     }
 
-    // Letters have a front, a back, and walls between both. Half of their depth lies on either side of their plane.
+    // Letters have a front, a back, and walls between both. They fill the height of their cell, and its width as letters do. Half of their
+    // depth lies on either side of their plane.
     void Text(const W3d_Text& text) {
-        const Text_Style style{.font = text.font, .width = text.width, .height = text.height};
-        const float start = -0.5f * static_cast<float>(Extent_Of_Text(text.text, style));
+        const Text_Style style{.font = text.font, .width = 1, .height = 1};  // both in em
+        const double along = Em_Of_Cell(text.width, 1e9), upward = text.height;
+        const double start = -0.5 * Extent_Of_Text(text.text, style);
         const Vec3 back = Cross(text.along, text.upward), front = Opposite(back);
-        const auto place = [&](const Point& at, float depth) {
-            const Vec3 aside = Moved(text.at, start + static_cast<float>(at.x), text.along);
-            return Moved(Moved(aside, static_cast<float>(at.y), text.upward), depth, back);
+        const auto flat = [&](double x, double y) {
+            return Moved(Moved({}, static_cast<float>(along * x), text.along), static_cast<float>(upward * y), text.upward);
         };
+        const auto place = [&](const Point& at, float depth) { return Moved(Moved(text.at, 1, flat(start + at.x, at.y)), depth, back); };
         for (Outline& shape : Outlines_Of_Text(text.text, style)) {
             const Outline letter = Directed(std::move(shape));
             const std::vector<Flat_Triangle> triangles = Triangles_Of(letter);
@@ -113,9 +115,7 @@ private:
             for (const std::vector<Point>& contour : letter)
                 for (std::size_t i = 0; i < contour.size(); ++i) {
                     const Point &from = contour[i], &to = contour[(i + 1) % contour.size()];
-                    const Vec3 outward = Unit(
-                        Moved(Moved({}, static_cast<float>(to.y - from.y), text.along), static_cast<float>(from.x - to.x), text.upward),
-                        text.upward);
+                    const Vec3 outward = Unit(Cross(flat(to.x - from.x, to.y - from.y), back), text.upward);
                     const Number first = Next();
                     for (const auto& [at, side] : {std::pair(&from, -0.5f), {&to, -0.5f}, {&to, 0.5f}, {&from, 0.5f}})
                         Vertex(place(*at, side * text.depth), outward, text.material);

@@ -115,10 +115,11 @@ TEST(Solid_Mesh, Letters_Have_The_Area_Of_Their_Outlines) {
 
 TEST(Solid_Mesh, Texts_Stand_In_Their_Plane) {
     const std::string words = "2\u03b8 80.0";
-    const Text_Style style{.font = 102, .width = 0.2, .height = 0.3};
+    const double across = 0.2 / 0.6, up = 0.3;  // of an em: letters are spaced by 0.6 em where all have one width
+    const Text_Style em{.font = 102, .width = 1, .height = 1};
     double area = 0;
-    for (Outline& letter : Outlines_Of_Text(words, style)) area += Area(Directed(std::move(letter)));
-    const double width = Extent_Of_Text(words, style);
+    for (Outline& letter : Outlines_Of_Text(words, em)) area += across * up * Area(Directed(std::move(letter)));
+    const double width = across * Extent_Of_Text(words, em);
     struct Case {
         Vec3 along, upward, forward;  // the last as its reader looks
     };
