@@ -1,7 +1,8 @@
-// Styles of markers and lines as the toolkit takes them, from the preferences of a profile.
+// Curves of a plot: their styles as the toolkit takes them, from the preferences of a profile, and a set of points drawn in one.
 #pragma once
 
 #include <algorithm>
+#include <span>
 
 #include "drawing/presentation.hpp"
 #include "session/preferences.hpp"
@@ -30,5 +31,13 @@ inline Curve_Style Ycalc_Style(const PRF_Prefs& p) {
     return {p.ycalc_style, p.ycalc_pitch, p.ycalc_colour, p.ycalc_colour, p.ycalc_marker};
 }
 inline Curve_Style Ydif_Style(const PRF_Prefs& p) { return {p.ydif_style, p.ydif_pitch, p.ydif_colour, p.ydif_colour, p.ydif_marker}; }
+
+inline constexpr int marker_font = 101;
+
+// A set of points as markers, of the present character size, or as a line. `blocks`: of the points, null where they are not known.
+void Draw_Markers(Presentation&, std::span<const float> x, std::span<const float> y, const Curve_Style&,
+                  const Series_Blocks* blocks = nullptr);
+void Draw_Line(Presentation&, std::span<const float> x, std::span<const float> y, const Curve_Style&,
+               const Series_Blocks* blocks = nullptr);
 
 }  // namespace vntl

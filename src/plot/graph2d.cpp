@@ -22,24 +22,7 @@ namespace vntl {
 
 namespace {
 
-constexpr int line_plot = 6, marker_plot = 7;
-constexpr int marker_font = 101;
-
 using Values = std::span<const float>;
-
-void Draw_Markers(Presentation& p, Values x, Values y, const Curve_Style& style, const Series_Blocks* blocks = nullptr) {
-    p.IPgNewPlot(marker_plot, 1, static_cast<int>(x.size()));
-    p.IPgStyle(1, style.Of_Markers());
-    p.graphics().IGrLineWidth(1);
-    p.IPgXYPairs(x, y, blocks);
-}
-
-void Draw_Line(Presentation& p, Values x, Values y, const Curve_Style& style, const Series_Blocks* blocks = nullptr) {
-    p.IPgNewPlot(line_plot, 1, static_cast<int>(x.size()));
-    p.IPgStyle(1, style.Of_Line());
-    p.graphics().IGrLineWidth(style.Width());
-    p.IPgXYPairs(x, y, blocks);
-}
 
 std::size_t Points_Of(const Diffraction_Pattern_Type& p) {
     return std::min({p.x.size(), p.y.size(), static_cast<std::size_t>(std::max(p.npts, 0))});

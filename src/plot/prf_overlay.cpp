@@ -15,7 +15,6 @@ namespace vntl {
 
 namespace {
 
-constexpr int line_plot = 6, marker_plot = 7, marker_font = 101;
 constexpr Colour nuclear_and_magnetic = WRGB(0, 0, 255), magnetic = WRGB(255, 0, 0);
 
 // Colours of the pairs of atoms of a pair distribution, as blue, green, red.
@@ -47,7 +46,7 @@ public:
         if (Mono())
             Draw_Markers(y, Ycalc_Style(prefs_), prefs_.ycalc_marker_size);
         else
-            Draw_Line(y, Ycalc_Style(prefs_));
+            Draw_Line(p_, X(), y, Ycalc_Style(prefs_));
     }
 
     // An excluded stretch took no part in the refinement: the curve lies flat there.
@@ -61,7 +60,7 @@ public:
         if (Mono())
             Draw_Markers(difference, Ydif_Style(prefs_), prefs_.ydif_marker_size);
         else
-            Draw_Line(difference, Ydif_Style(prefs_));
+            Draw_Line(p_, X(), difference, Ydif_Style(prefs_));
     }
 
     void Draw_Background() {
@@ -108,19 +107,9 @@ private:
         }
     }
 
-    void Draw_Line(const std::vector<float>& y, const Curve_Style& style) {
-        p_.IPgNewPlot(line_plot, 1, static_cast<int>(points_));
-        p_.IPgStyle(1, style.Of_Line());
-        g_.IGrLineWidth(style.Width());
-        p_.IPgXYPairs(X(), y);
-    }
-
     void Draw_Markers(const std::vector<float>& y, const Curve_Style& style, int size) {
         g_.WGrTextFont(marker_font, 0, Char_Width(size), Char_Height(size));
-        p_.IPgNewPlot(marker_plot, 1, static_cast<int>(points_));
-        p_.IPgStyle(1, style.Of_Markers());
-        g_.IGrLineWidth(1);
-        p_.IPgXYPairs(X(), y);
+        vntl::Draw_Markers(p_, X(), y, style);
     }
 
     const Scene& scene_;
