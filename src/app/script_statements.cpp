@@ -13,6 +13,7 @@
 #include "base/text_file.hpp"
 #include "commands/file/exit.hpp"
 #include "commands/file/export_picture.hpp"
+#include "commands/options/redraw.hpp"
 #include "plot/plot.hpp"
 #include "session/preference_table.hpp"
 #include "session/ranges.hpp"
@@ -297,6 +298,7 @@ Status Script_Runner::Pref(const Words& words) {
     if (const Status status = Set_Preference(session.prefs, words[1], words[2]); status.failed) return status;
     if (session.prefs.prf.excl_ignore_sides != sides_ignored) Set_Range_X(session.store, session.prefs.prf, session.plot);
     Plot_Redraw(session);
+    Show_Other_Windows(session);
     if (recorder_ != nullptr) recorder_->Saw_Preference(words[1], words[2]);
     return Status::Done();
 }

@@ -164,6 +164,7 @@ void Start(Application& app, const Command_Line& line, const std::optional<Messa
 void Register_Windows(Application& app) {
     Register_Main_Window(app);
     Register_Text_Editor(app);
+    Register_Quick_View(app);
 }
 
 int Run_Window(const Command_Line& line, const std::optional<std::string>& script) {

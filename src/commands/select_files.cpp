@@ -14,4 +14,12 @@ std::vector<std::string> Select_Files(Configuration& config, Select_Kind kind, s
     return files;
 }
 
+std::optional<std::string> Select_Directory(Configuration& config, std::string_view title) {
+    std::string& directory = config.select_dir;
+    if (!IOsDirExists(directory)) directory.clear();
+    std::optional<std::string> chosen = WSelectDir(directory, title);
+    if (chosen && IOsDirExists(*chosen)) directory = *chosen;
+    return chosen;
+}
+
 }  // namespace vntl

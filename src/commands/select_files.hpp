@@ -15,4 +15,7 @@ struct Configuration;
 std::vector<std::string> Select_Files(Configuration&, Select_Kind kind, std::string_view filter, std::string_view title,
                                       const std::string& name = {});
 
+// The same for a directory; nothing on cancel.
+std::optional<std::string> Select_Directory(Configuration&, std::string_view title);
+
 }  // namespace vntl

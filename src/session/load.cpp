@@ -83,11 +83,12 @@ std::string Absolute_Path(const Configuration& config, const std::string& path, 
     return config.sep == '/' ? std::filesystem::path(full).lexically_normal().string() : full;
 }
 
+bool Table_Is_Full(const Session& session, Ask& ask) {
+    if (session.store.full()) ask.Error(std::string(table_full_text));
+    return session.store.full();
+}
+
 std::optional<Load_Result> Check_For_Row(Session& session, Ask& ask, const std::string& path, Fresh_Pattern& fresh, Load_Notes& notes) {
-    if (session.store.full()) {
-        ask.Error(std::string(table_full_text));
-        return Load_Result::table_full;
-    }
     const std::string name(Trim(File_Part(Absolute_Path(session.config, path), session.config.sep)));
     Status status = fresh.status;
     if (status.failed)
@@ -114,6 +115,7 @@ void Note_Coming_Row(Session& session, const std::string& full_path, const Fresh
 
 Load_Result Load_Row(Session& session, Ask& ask, const std::string& path, const std::string& format, Fresh_Pattern fresh,
                      Load_Notes& notes) {
+    if (Table_Is_Full(session, ask)) return Load_Result::table_full;
     Profile_Store& store = session.store;
     const int row = store.nperfiles() + 1;
     const std::string full_path = Absolute_Path(session.config, path);

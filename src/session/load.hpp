@@ -33,8 +33,11 @@ struct Fresh_Pattern {
 // A file becomes row nperfiles + 1: limit, checks, trimming, kind, x space, recent files. Nothing changes unless the result is `added`.
 Load_Result Load_Row(Session&, Ask&, const std::string& path, const std::string& format, Fresh_Pattern fresh, Load_Notes&);
 
-// The steps of that sequence up to the trimmed pattern, whose x rises strictly and whose x and y are numbers: what failed, told to the
-// user, or nothing. For rows that bring more than a pattern.
+// The first step of that sequence: true where the table has no room for a row, which is told to the user.
+bool Table_Is_Full(const Session&, Ask&);
+
+// The steps between it and the trimmed pattern, whose x rises strictly and whose x and y are numbers: what failed, told to
+// the user, or nothing. For rows that bring more than a pattern.
 std::optional<Load_Result> Check_For_Row(Session&, Ask&, const std::string& path, Fresh_Pattern& fresh, Load_Notes&);
 
 // Just before the row: nothing can be undone any more, the file is a recent one, what it lacks is counted, and the views begin anew. The
@@ -55,6 +58,7 @@ struct Open_Result {
     bool cancelled = false;
     double read_ms = 0;       // from opening the first file to the last row, without dialogs
     std::string notice = {};  // for the status bar, empty for none
+    bool opened = false;      // rows came, or another profile in the place of one
 };
 
 // Opens the files that the user selects, or the one named, each by the format that its name tells; the user is asked once about all those

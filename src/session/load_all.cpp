@@ -100,10 +100,16 @@ Load_Result Load_Several(Session& session, Ask& ask, Read_File file, Load_Notes&
     return result;
 }
 
+// A profile that takes the place of another one needs no room.
+Load_Result Load_Refined(Session& session, Ask& ask, Read_File file, Load_Notes& notes) {
+    const bool replaces = file.handed_over && session.store.prf_loaded;
+    if (!replaces && Table_Is_Full(session, ask)) return Load_Result::table_full;
+    return Load_Prf_Row(session, ask, file.path, {file.status, std::move(file.patterns.front())}, std::move(file.info), notes);
+}
+
 // What was read of a file becomes rows.
 Load_Result Load_File(Session& session, Ask& ask, Read_File file, Load_Notes& notes) {
-    if (file.refined)
-        return Load_Prf_Row(session, ask, file.path, {file.status, std::move(file.patterns.front())}, std::move(file.info), notes);
+    if (file.refined) return Load_Refined(session, ask, std::move(file), notes);
     if (file.code != 0) session.format_code = file.code;
     if (file.several) return Load_Several(session, ask, std::move(file), notes);
     Fresh_Pattern fresh{file.status, file.patterns.empty() ? Diffraction_Pattern_Type() : std::move(file.patterns.front())};
@@ -245,6 +251,7 @@ Open_Result Load_All(Session& session, Ask& user, const Files_To_Open& files, st
     result.failed = !tally.sound || !files.refusals.empty();
     if (tally.failure.empty()) {
         result.rows_added = session.store.nperfiles() - rows_before;
+        result.opened = tally.opened > 0;
         result.notice = notes.Notice();
         if (result.notice.empty() && files.lists.size() == 1) result.notice = files.lists.front().comment;
     }

@@ -16,8 +16,8 @@ struct Session;
 // else the new one is dropped.
 Open_Result Open_Prf_File(Session&, Ask&, const std::string& name = {});
 
-// What was read of one profile file goes through the Load sequence, with its reflections and excluded regions; `refused` also when the user
-// keeps the refined profile that is there. Finish_Load follows.
+// What was read of one profile file goes through the Load sequence behind its first step, with its reflections and excluded regions;
+// `refused` also when the user keeps the refined profile that is there. Finish_Load follows.
 Load_Result Load_Prf_Row(Session&, Ask&, const std::string& path, Fresh_Pattern fresh, PRF_Info_Add_Type info, Load_Notes&);
 
 }  // namespace vntl

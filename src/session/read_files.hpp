@@ -31,6 +31,7 @@ struct Read_File {
     std::vector<std::string> messages = {};
     bool alike = false;  // its patterns were measured together: what keeps one of them out keeps out those behind it
     PRF_Info_Add_Type info = {};
+    bool handed_over = false;  // by another window: may take the place of the refined profile of a full table
 };
 
 // Each is called in any thread.

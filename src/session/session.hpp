@@ -9,6 +9,7 @@
 #include "session/lists.hpp"
 #include "session/plot_state.hpp"
 #include "session/preferences.hpp"
+#include "session/quick_view.hpp"
 #include "session/recent_files.hpp"
 #include "session/store.hpp"
 
@@ -20,6 +21,7 @@ struct Session {
     Calculation_Lists lists;
     Search_Parameters search;
     Hkl_Gen_State hkl_gen;
+    Quick_View quick_view;
     Interface_State interface;
     Preferences prefs;
     Configuration config;

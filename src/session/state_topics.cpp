@@ -144,6 +144,27 @@ Status Print_Grid(const PlotGrid& grid, Words words, const Put_Line& put) {
     return Status::Done();
 }
 
+Json View_Json(const View& view) { return Json::array({Json_Real(view.x1), Json_Real(view.x2), Json_Real(view.y1), Json_Real(view.y2)}); }
+
+Json Quick_View_Json(const Quick_View& quick) {
+    Json files = Json::array(), temperatures = Json::array(), status = Json::array();
+    for (const Quick_File& file : quick.files) {
+        files.push_back(file.name);
+        temperatures.push_back(Json_Text(file.temperature));
+    }
+    for (const std::string& text : quick.status) status.push_back(Json_Text(text));
+    return {{"quickview",
+             {{"open", quick.open},
+              {"dir", quick.directory},
+              {"files", files},
+              {"temps", temperatures},
+              {"count", quick.Count()},
+              {"index", quick.index},
+              {"status", status},
+              {"full", View_Json(quick.plot.Whole_Range())},
+              {"view", View_Json(quick.plot.Shown_View())}}}};
+}
+
 Json Changes(const Change_History& changes) { return {{"changes", {{"undo", changes.Text_To_Undo()}, {"redo", changes.Text_To_Redo()}}}}; }
 
 Json Timing(const Plot_State& plot) {
@@ -163,6 +184,7 @@ std::vector<Topic> State_Topics(const Session& s) {
             Plain_Topic("background", [&s] { return Background(s.lists); }),
             Plain_Topic("hklgen", [&s] { return Generated(s.lists); }),
             Plain_Topic("fit", [&s] { return Fit_Json(s); }),
+            Plain_Topic("quickview", [&s] { return Quick_View_Json(s.quick_view); }),
             Plain_Topic("changes", [&s] { return Changes(s.store.changes); }),
             Plain_Topic("recent", [&s] { return Recent(s.recent); }),
             Plain_Topic("prefs",

@@ -6,8 +6,10 @@
 namespace vntl {
 
 Command_Family Text_Editor_Commands();
+Command_Family Quick_View_Commands();
 Command_Family Window_Commands();  // of windows still to come
 
 void Register_Text_Editor(Application&);
+void Register_Quick_View(Application&);
 
 }  // namespace vntl

@@ -6,7 +6,6 @@ namespace vntl {
 namespace {
 
 constexpr Command commands[] = {
-    {command::quick_view, "Quick View PRF", "quick_view", nullptr, "", "Look through profile files one by one"},
     {command::viewer_2d, "Vantrelo 2D", "viewer_2d", nullptr, "", "Look at the pictures of area detectors"},
     {command::generic_graphs, "Vantrelo Generic Graphs", "graphs", nullptr, "", "Draw columns of numbers as graphs"},
     {command::sequential_results, "View result of sequential refinements", "sequential", nullptr, "",

@@ -421,26 +421,6 @@ TEST_F(Opening, ThreadsThatReadAheadChangeNothingOfTheOrder) {
         }
 }
 
-// Cancels before the file `last` + 1, or while that one is read.
-class Cancelling_Ask : public Scripted_Ask {
-public:
-    Cancelling_Ask(int last, bool reading) : last_(last), reading_(reading) {}
-    std::unique_ptr<Progress> Start_Progress(std::string_view, int) override {
-        struct Ending : Progress {
-            Ending(int files, bool reading) : last(files), while_reading(reading) {}
-            bool Go_On(int files, std::string_view) override { return (done = files) < last || while_reading; }
-            bool Cancelled() const override { return done >= last; }
-            int last, done = 0;
-            bool while_reading;
-        };
-        return std::make_unique<Ending>(last_, reading_);
-    }
-
-private:
-    int last_;
-    bool reading_;
-};
-
 TEST_F(Opening, ACancelKeepsTheRowsThatAreThere) {
     std::vector<std::string> names;
     for (int i = 0; i < 12; ++i) names.push_back(dir.Write(std::to_string(i) + ".xye", i == 2 ? "no numbers\n" : Records(i + 1)));

@@ -67,6 +67,7 @@ std::string Wanted(const Preference_Field& field) {
 // --- the dialog --------------------------------------------------------------------------------------------------------------------
 
 Preference_Page First_Page(const Session& session) {
+    if (session.quick_view.open) return Preference_Page::quick_view;
     switch (session.plot.plot_type) {
         case Plot_Form::none:
             return Preference_Page::environment;

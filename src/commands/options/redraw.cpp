@@ -3,6 +3,7 @@
 #include "plot/plot.hpp"
 #include "session/grid_view.hpp"
 #include "session/ranges.hpp"
+#include "toolkit/messages.hpp"
 
 namespace vntl {
 
@@ -20,6 +21,7 @@ Status Make_Grid(Session& session) {
 void Show_Present_View(Session& session, Ask& ask) {
     if (const Status status = Make_Grid(session); status.failed) ask.Error("ERROR: " + status.message);
     Plot_Redraw(session);
+    Show_Other_Windows(session);
 }
 
 // A grid that cannot be made leaves the window of the one that is there.
@@ -32,6 +34,11 @@ void Show_Whole_Range(Session& session, Ask& ask) {
         ask.Error("ERROR: " + status.message);
     }
     Plot_Redraw(session);
+    Show_Other_Windows(session);
+}
+
+void Show_Other_Windows(const Session& session) {
+    if (session.quick_view.open) Post_Message({Message_Kind::repaint, {.win = quick_view_window}});
 }
 
 }  // namespace vntl

@@ -10,4 +10,6 @@ struct Session;
 void Show_Whole_Range(Session&, Ask&);   // x over all rows
 void Show_Present_View(Session&, Ask&);  // the window stays
 
+void Show_Other_Windows(const Session&);  // in the new preferences too
+
 }  // namespace vntl

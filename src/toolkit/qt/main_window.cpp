@@ -6,6 +6,7 @@
 #include <QLayout>
 #include <QMenuBar>
 #include <QMimeData>
+#include <QPainter>
 #include <QSplitter>
 #include <QStatusBar>
 #include <QToolBar>
@@ -22,7 +23,7 @@ namespace {
 
 // A part of the status bar: as wide as it was told, wider once a text needs it, and then it stays so, lest its neighbours jump about.
 // Where the window is too narrow they give way, the first, for hints, down to nothing, the others to what was told: no text widens the
-// window.
+// window. The name of a file stays longer than the path before it, of which the middle goes first.
 class Status_Label : public QLabel {
 public:
     Status_Label(int width, bool gives_way) : told_(gives_way ? 0 : width), width_(width), gives_way_(gives_way) {
@@ -38,7 +39,24 @@ public:
     }
     QSize minimumSizeHint() const override { return {told_, QLabel::sizeHint().height()}; }
 
+protected:
+    void paintEvent(QPaintEvent* event) override {
+        const QRect room = contentsRect();
+        if (!gives_way_ || fontMetrics().horizontalAdvance(text()) <= room.width()) return QLabel::paintEvent(event);
+        QPainter painter(this);
+        painter.setPen(palette().color(foregroundRole()));
+        painter.drawText(room, Qt::AlignLeft | Qt::AlignVCenter, Shortened(room.width()));
+    }
+
 private:
+    QString Shortened(int room) const {
+        const qsizetype name = text().lastIndexOf('/') + 1;
+        const QString path = text().left(name), rest = text().mid(name);
+        const int room_of_path = room - fontMetrics().horizontalAdvance(rest);
+        const QString shorter = fontMetrics().elidedText(path, Qt::ElideMiddle, room_of_path);
+        return fontMetrics().elidedText((room_of_path > 0 ? shorter : QString()) + rest, Qt::ElideRight, room);
+    }
+
     int told_;
     mutable int width_;
     bool gives_way_;
