@@ -64,31 +64,25 @@ public:
         bool To_The_Right() const { return at.x == rect.x1; }
     };
 
-    // Room for a text that begins at this angle, away from the pie.
-    double Room(double angle) const {
-        const Point at = On_Circle(centre_, rim_ + half_ + gap_, angle);
+    // Room for a text there, away from the pie.
+    double Room(double slice, double turn, int lines) const {
+        const Point at = Place(slice, turn, lines);
         return (at.x >= centre_.x ? room_.x2 - at.x : at.x - room_.x1) - gap_;
     }
 
     // Turned along the rim, and some lines farther out.
     Label At(double slice, double turn, int lines, double length) const {
-        // Far enough out for the line to run beside the pie.
-        const double clear = rim_ / std::cos(turn * std::numbers::pi / 180);
-        const Point at = On_Circle(centre_, std::max(rim_ + half_, clear) + gap_ + lines * (2 * half_ + gap_), slice + turn);
+        const Point at = Place(slice, turn, lines);
         const bool to_the_right = at.x >= centre_.x;
-        return {slice,
-                slice + turn,
-                On_Circle(centre_, rim_, slice),
-                at,
-                {to_the_right ? at.x : at.x - length, at.y - half_, to_the_right ? at.x + length : at.x, at.y + half_},
-                turn != 0 || lines != 0};
+        const Rect rect{to_the_right ? at.x : at.x - length, at.y - half_, to_the_right ? at.x + length : at.x, at.y + half_};
+        return {slice, slice + turn, On_Circle(centre_, rim_, slice), at, rect, turn != 0 || lines != 0};
     }
 
     bool Is_Free(const Label& label) const {
         const Rect& rect = label.rect;
         if (rect.x1 < room_.x1 || rect.y1 < room_.y1 || rect.x2 > room_.x2 || rect.y2 > room_.y2) return false;
         return std::none_of(taken_.begin(), taken_.end(), [&](const Label& other) {
-            const bool in_order = (label.slice < other.slice) == (label.angle < other.angle);
+            const bool in_order = (label.slice < other.slice) == (label.angle < other.angle) && std::fabs(label.angle - other.angle) < 360;
             return !in_order || Touch(Grown(rect, gap_, 0.5 * gap_), other.rect) || Leads_Through(label, other.rect) ||
                    Leads_Through(other, rect);
         });
@@ -97,6 +91,12 @@ public:
     void Take(const Label& label) { taken_.push_back(label); }
 
 private:
+    // Far enough out for a line to it to run beside the pie.
+    Point Place(double slice, double turn, int lines) const {
+        const double clear = rim_ / std::cos(turn * std::numbers::pi / 180);
+        return On_Circle(centre_, std::max(rim_ + half_, clear) + gap_ + lines * (2 * half_ + gap_), slice + turn);
+    }
+
     static bool Leads_Through(const Label& label, const Rect& rect) {
         constexpr int places = 24;
         if (!label.moved) return false;
@@ -171,7 +171,7 @@ void Presentation::Label_Slices(Point centre, double rim, std::vector<Pie_Slice>
         std::string written;
         for (double turn = 0; !found && turn <= farthest; turn = turn > 0 ? -turn : turn_step - turn)
             for (int lines = 0; !found && lines <= farthest_out; ++lines) {
-                const double for_name = places.Room(middle + turn) - width(text.figure + ' ');
+                const double for_name = places.Room(middle, turn, lines) - width(text.figure + ' ');
                 written = for_name > least_name * em ? Shortened(text.name, for_name, width) : std::string();
                 if (!written.empty() && !text.figure.empty()) written += ' ';
                 written += text.figure;

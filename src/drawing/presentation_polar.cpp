@@ -11,6 +11,7 @@
 #include "drawing/font_table.hpp"
 #include "drawing/mixed_colour.hpp"
 #include "drawing/presentation.hpp"
+#include "drawing/title_fit.hpp"
 
 namespace vntl {
 
@@ -110,17 +111,24 @@ void Presentation::Numbers_Of_Angle(std::string_view flags) {
     Text_Style style = graphics_->Current_Text();
     style.justify = Justify::centre;
     style.angle = 0;
-    const double half_high = 0.5 * cap_height * Em_Of_Cell(style.width, style.height);
-    const double gap = number_gap * Target().Height() / page_height;
+    const double gap = number_gap * Target().Height() / page_height, from_rim = rim + outward + gap;
+    style = Fitted(Target(), "180\xC2\xB0", style, std::min(centre.x - Area().x1, Area().x2 - centre.x) - from_rim);
+    const double room = std::min(centre.y - Area().y1, Area().y2 - centre.y) - from_rim;
+    const double em = std::min(Em_Of_Cell(style.width, style.height), room / cap_height), half_high = 0.5 * cap_height * em;
+    const bool numbers = Contains(flags, "N") && em > 0;
+    if (numbers) {
+        const double scale = em / Em_Of_Cell(style.width, style.height);
+        style.width *= scale, style.height *= scale;
+    }
     for (int angle = 0; angle < 360; angle += angle_tick) {
         const double c = std::cos(angle * radians), s = std::sin(angle * radians), end = y_ticks_inward_ ? rim - tick : rim + tick;
         if (Contains(flags, "T"))
             Target().Polyline(std::array<Point, 2>{{{centre.x + rim * c, centre.y + rim * s}, {centre.x + end * c, centre.y + end * s}}},
                               {graphics_->Current_Colour(), 1, Line_Style::solid});
-        if (angle % spoke_angle != 0 || !Contains(flags, "N")) continue;
+        if (angle % spoke_angle != 0 || !numbers) continue;
         const std::string text = std::to_string(angle) + "\xC2\xB0";
         const double half_long = 0.5 * Target().Text_Width(text, style);
-        const double out = rim + outward + gap + half_long * std::fabs(c) + half_high * std::fabs(s);
+        const double out = from_rim + half_long * std::fabs(c) + half_high * std::fabs(s);
         Target().Text({centre.x + out * c, centre.y + out * s - half_high}, text, style);
     }
 }

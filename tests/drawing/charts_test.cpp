@@ -185,10 +185,11 @@ TEST(Polar, RingsAtTheTicksSpokesAndNumbers) {
     for (const auto& [width, height] : pages) {
         for (const float radius : {4.0f, 0.37f, 1e-6f, 2.5e9f}) {
             Chart chart(7, 1, width, height);
+            if (radius == 4) chart.p.IPgArea(0.1f, 0.1f, 0.9f, 0.9f), chart.g.WGrTextFont(101, 0, 0.03f, 0.06f);
             chart.p.IPgUnitsPolar(radius);
             chart.p.IPgPolarAxes("NT", "NT");
             Expect_Texts_Apart(chart.device, {0, 0, width, height}, std::to_string(radius));
-            const double rim = 0.25 * std::min(width, height);
+            const double rim = (radius == 4 ? 0.4 : 0.25) * std::min(width, height);
             std::vector<double> rings;
             for (const Recorded_Ellipse& ring : Drawn<Recorded_Ellipse>(chart.device)) {
                 EXPECT_EQ(ring.rx, ring.ry);
