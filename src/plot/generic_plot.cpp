@@ -28,7 +28,7 @@ using Values = std::span<const float>;
 
 constexpr int bar_plot = 1, pie_plot = 3, line_plot = 6, marker_plot = 7;
 constexpr Colour page_colour = WRGB(255, 255, 255), black = WRGB(0, 0, 0);
-constexpr int no_line_style = -1, marker_font = 101;
+constexpr int no_line_style = -1;
 constexpr Plot_Zone graph_box, polar_box{0.1f, 0.1f, 0.8f, 0.8f}, pie_box{0.2f, 0.2f, 0.8f, 0.8f};
 constexpr Plot_Zone key_box{0.865f, 0.15f, 0.99f, 0.85f}, polar_key_box{0.865f, 0.05f, 0.99f, 0.85f},
     pie_key_box{0.78f, 0.05f, 0.99f, 0.85f};
@@ -211,18 +211,15 @@ private:
     void Draw_Curve(std::size_t i) {
         const Generic_Curve& curve = plots_.curves[i];
         const Curve_Style slot = Slot(i);
-        const bool points_alone = Lineless(curve);
         Select_Marker_Size(i);
-        p_.IPgNewPlot(line_plot, 1, static_cast<int>(Points(curve)));
-        p_.IPgStyle(1, points_alone ? slot.In_Colour(slot.marker_colour).Of_Markers() : slot.Of_Line());
-        g_.IGrLineWidth(slot.Width());
-        if (!points_alone) p_.IPgXYPairs(X(curve), Y(curve));
-        g_.IGrLineWidth(1);
-        if (curve.has_errbar) p_.IPgErrorBars(X(curve), Y(curve), Sigma(curve));
-        if (!Has_Markers(curve)) return;
-        p_.IPgNewPlot(marker_plot, 1, static_cast<int>(Points(curve)));
-        p_.IPgStyle(1, slot.Of_Markers());
-        p_.IPgXYPairs(X(curve), Y(curve));
+        if (!Lineless(curve)) Draw_Line(p_, X(curve), Y(curve), slot);
+        if (curve.has_errbar) {
+            p_.IPgNewPlot(line_plot, 1, static_cast<int>(Points(curve)));
+            p_.IPgStyle(1, slot.In_Colour(Lineless(curve) ? slot.marker_colour : slot.line_colour).Of_Line());
+            g_.IGrLineWidth(1);
+            p_.IPgErrorBars(X(curve), Y(curve), Sigma(curve));
+        }
+        if (Has_Markers(curve)) Draw_Markers(p_, X(curve), Y(curve), slot);
     }
 
     // Room of a group of bars: the least distance of two places in a curve. Where that is far less than an even distance would be, groups
