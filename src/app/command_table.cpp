@@ -93,7 +93,8 @@ std::vector<Command_Family> Families() {
     return {File_Commands(),   Edit_Commands(),        Profiles_Commands(),   Xspace_Commands(),
             Calc_Commands(),   Peaks_Commands(),       Fit_Commands(),        Crystal_Commands(),
             Plot_Commands(),   Instrument_Commands(),  Options_Commands(),    External_Commands(),
-            Window_Commands(), Text_Editor_Commands(), Quick_View_Commands(), Help_Commands()};
+            Window_Commands(), Text_Editor_Commands(), Quick_View_Commands(), Generic_Graphics_Commands(),
+            Help_Commands()};
 }
 
 std::span<const Command> Command_Table() { return All_Commands(); }
@@ -110,7 +111,7 @@ std::vector<Menu_Entry> Menu_Bar() {
 }
 
 // The first bar of each form holds files and what the form is for, the second one of the 2D forms the ways to move the view and the
-// profiles. 30105 and 30106 name commands of the windows of quick view and text editor.
+// profiles. 30105 to 30107 name commands of the windows of quick view, text editor and generic graphics.
 std::vector<Toolbar_Resource> Toolbars() {
     return {
         {30101,
@@ -217,6 +218,10 @@ std::vector<Toolbar_Resource> Toolbars() {
          16,
          {command::editor_open, command::editor_save, 0, command::editor_undo, command::editor_redo, 0, command::editor_cut,
           command::editor_copy, command::editor_paste, 0, command::editor_find}},
+        {30107,
+         16,
+         16,
+         {command::generic_open, command::generic_close, command::generic_reload, 0, command::generic_print, 0, command::generic_exit}},
     };
 }
 

@@ -4,6 +4,7 @@
 #include <ostream>
 
 #include "app/command_table.hpp"
+#include "charts/topics.hpp"
 #include "commands/application.hpp"
 #include "session/space_group_topic.hpp"
 #include "session/structure_topic.hpp"
@@ -84,11 +85,12 @@ void Write_Json_Line(std::ostream& output, const Json& object) {
     output << object.dump(-1, ' ', false, Json::error_handler_t::replace) << std::endl;
 }
 
-Status Print_State(const Session& session, const std::string& directory, std::ostream& output, Words words) {
+Status Print_State(const Application& app, const std::string& directory, std::ostream& output, Words words) {
     if (words.empty()) return Status::Fail("usage: print WHAT");
+    const Session& session = app.session;
     const Put_Line put = [&output](const Json& object) { Write_Json_Line(output, object); };
     for (const auto& topics : {Store_Topics(session.store), State_Topics(session), Window_Topics(), Menu_Topics(session.interface),
-                               std::vector<Topic>{Space_Group_Topic(), Structure_Topic(directory)}})
+                               std::vector<Topic>{Space_Group_Topic(), Structure_Topic(directory), Generic_Topic(app.generic)}})
         for (const Topic& topic : topics)
             if (topic.name == words.front()) return topic.print(words.subspan(1), put);
     return Status::Fail("there is nothing to print by the name of " + words.front());

@@ -7,13 +7,13 @@
 
 namespace vntl {
 
-struct Session;
+struct Application;
 
 // One object on one line; text that is not valid UTF-8 gets replacement characters.
 void Write_Json_Line(std::ostream& output, const Json& object);
 
 // Runs `print` with these words behind it: "rows", "data 1 1 10", "menu 40014", "picture full", ... A room gives the topics of what it
 // holds. Names of files are relative to `directory`.
-Status Print_State(const Session&, const std::string& directory, std::ostream& output, Words words);
+Status Print_State(const Application&, const std::string& directory, std::ostream& output, Words words);
 
 }  // namespace vntl

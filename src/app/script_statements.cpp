@@ -311,7 +311,7 @@ Status Script_Runner::Os(const Words& words) {
 }
 
 Status Script_Runner::Print(const Words& words) {
-    return Print_State(app_.session, start_directory_, output_, vntl::Words(words).subspan(1));
+    return Print_State(app_, start_directory_, output_, vntl::Words(words).subspan(1));
 }
 
 Status Script_Runner::Export(const Words& words) {

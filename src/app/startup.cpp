@@ -165,6 +165,7 @@ void Register_Windows(Application& app) {
     Register_Main_Window(app);
     Register_Text_Editor(app);
     Register_Quick_View(app);
+    Register_Generic_Graphics(app);
 }
 
 int Run_Window(const Command_Line& line, const std::optional<std::string>& script) {

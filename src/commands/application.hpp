@@ -4,6 +4,7 @@
 #include <array>
 
 #include "base/programs.hpp"
+#include "charts/seq_file.hpp"
 #include "commands/ask_user.hpp"
 #include "session/session.hpp"
 
@@ -13,6 +14,8 @@ struct Application {
     Session session;
     Ask_User ask{session.config};
     Programs programs;                  // that commands start
+    Generic_Plots generic;              // in the window of generic graphics
+    Seq_File generic_source;            // the sequential refinement that they are drawn of, if they are
     bool failed = false;                // a reader or a check failed: exit status 1
     bool leaving = false;               // the message loop ends
     std::array<int, 2> toolbars{0, 0};  // on the window now
