@@ -51,6 +51,7 @@ fuzz:
 	@cmake --build build-fuzz -j $(jobs) --target fuzz_targets
 	@for program in build-fuzz/fuzz/fuzz_*; do [ -x $$program ] && [ -f $$program ] || continue; \
 		corpus=build-fuzz/corpus/$$(basename $$program); mkdir -p $$corpus; \
+		LSAN_OPTIONS=suppressions=$(CURDIR)/scripts/lsan.supp:print_suppressions=0 \
 		$$program -max_total_time=$(SECONDS_EACH) -timeout=10 -rss_limit_mb=2048 -print_final_stats=1 -artifact_prefix=build-fuzz/ $$corpus tests/data/patterns || exit 1; done
 
 format:
