@@ -42,16 +42,29 @@ bool Barred(const Point& from, const Point& to, const Contour& contour) {
     return false;
 }
 
-// Joins a hole to the ring around it by a way there and back between the two nearest corners that see each other.
+// Whether a way from a corner of a ring begins inside it, that is to the left of both of its sides, or of one where the corner is hollow.
+bool Begins_Inside(const Contour& ring, std::size_t corner, const Point& to) {
+    const Point &before = ring[(corner + ring.size() - 1) % ring.size()], &at = ring[corner], &behind = ring[(corner + 1) % ring.size()];
+    const bool left_of_one = Turn(before, at, to) > 0, left_of_other = Turn(at, behind, to) > 0;
+    return Turn(before, at, behind) > 0 ? left_of_one && left_of_other : left_of_one || left_of_other;
+}
+
+std::size_t Leftmost(const Contour& contour) {
+    const auto least = std::min_element(contour.begin(), contour.end(), [](const Point& a, const Point& b) { return a.x < b.x; });
+    return static_cast<std::size_t>(least - contour.begin());
+}
+
+// Joins a hole to the ring around it by a way there and back between the hole's leftmost corner and the nearest one to the left of it that
+// sees it. Holes that lie farther to the right are not in the way.
 void Bridge(Contour& ring, const Contour& hole) {
+    const std::size_t start = Leftmost(hole);
+    const Point& from = hole[start];
     double nearest = std::numeric_limits<double>::infinity();
-    std::size_t at = 0, start = 0;
+    std::size_t at = 0;
     for (std::size_t i = 0; i < ring.size(); ++i) {
-        for (std::size_t k = 0; k < hole.size(); ++k) {
-            const double x = ring[i].x - hole[k].x, y = ring[i].y - hole[k].y, apart = x * x + y * y;
-            if (apart >= nearest || Barred(ring[i], hole[k], ring) || Barred(ring[i], hole[k], hole)) continue;
-            nearest = apart, at = i, start = k;
-        }
+        const double x = ring[i].x - from.x, y = ring[i].y - from.y, apart = x * x + y * y;
+        if (x > 0 || apart >= nearest || !Begins_Inside(ring, i, from) || Barred(ring[i], from, ring)) continue;
+        nearest = apart, at = i;
     }
     Contour way;
     for (std::size_t k = 0; k <= hole.size(); ++k) way.push_back(hole[(start + k) % hole.size()]);
@@ -99,12 +112,16 @@ Outline Directed(Outline letter) {
 }
 
 std::vector<Flat_Triangle> Triangles_Of(const Outline& letter) {
+    std::vector<const Contour*> holes;
+    for (const Contour& contour : letter)
+        if (Twice_Area(contour) < 0) holes.push_back(&contour);
+    std::sort(holes.begin(), holes.end(), [](const Contour* a, const Contour* b) { return (*a)[Leftmost(*a)].x < (*b)[Leftmost(*b)].x; });
     std::vector<Flat_Triangle> triangles;
     for (const Contour& outer : letter) {
         if (Twice_Area(outer) <= 0) continue;
         Contour ring = outer;
-        for (const Contour& hole : letter)
-            if (Twice_Area(hole) < 0 && Inside(hole[0], outer)) Bridge(ring, hole);
+        for (const Contour* hole : holes)
+            if (Inside((*hole)[0], outer)) Bridge(ring, *hole);
         Cut_Ears(std::move(ring), triangles);
     }
     return triangles;

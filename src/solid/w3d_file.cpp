@@ -21,7 +21,7 @@ constexpr std::array<std::string_view, 6> mode_words = {"wireframe", "hidden_lin
 // What a file may ask for: far more than a solid of ours holds, and not too much to be drawn.
 constexpr float farthest = 1e6f, nearest_eye = 1e-3f;
 constexpr int most_sections = 200, most_sides = 200;
-constexpr std::size_t most_rod_facets = 1'000'000, most_letters = 2000;
+constexpr std::size_t most_rod_facets = 1'000'000, most_letters = 500;
 constexpr float direction_tolerance = 1e-3f;
 
 // ---- writing

@@ -152,7 +152,7 @@ TEST(Solid_File, Refused_With_The_Line) {
         {head + "text 105 0 0 0 1 0 0 0 0 1 .1 .1 .1 6 \"a\"\n", 4, "numbers"},
         {head + "text 102 0 0 0 1 0 0 1 0 0 .1 .1 .1 6 \"a\"\n", 4, "right angle"},
         {head + "text 102 0 0 0 2 0 0 0 0 1 .1 .1 .1 6 \"a\"\n", 4, "right angle"},
-        {head + letters, 24, "too many letters"},
+        {head + letters, 9, "too many letters"},
     };
     for (const Case& c : cases) {
         W3d solid = Sheet_Over({0, 1}, {0, 1}, [](float, float) { return 7; });

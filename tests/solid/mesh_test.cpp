@@ -95,8 +95,8 @@ TEST(Solid_Mesh, Rods) {
 TEST(Solid_Mesh, Letters_Have_The_Area_Of_Their_Outlines) {
     for (int font = 101; font <= 104; ++font) {
         const Text_Style style{.font = font, .width = 0.6, .height = 1};
-        for (Outline& shape :
-             Outlines_Of_Text("ABDOPQR abdegopq 0123456789 .,:;!?%&@#$(){}[] 2\u03b8 \u00e5\u00c5\u00fc \u03a6\u0398\u00b0", style)) {
+        for (Outline& shape : Outlines_Of_Text(
+                 "ABDOPQR abdegopq 0123456789 .,:;!?%&@#$(){}[] \u2593 2\u03b8 \u00e5\u00c5\u00fc \u03a6\u0398\u00b0", style)) {
             const Outline letter = Directed(std::move(shape));
             double sum = 0;
             for (const Flat_Triangle& t : Triangles_Of(letter)) sum += Area({{t[0], t[1], t[2]}});
