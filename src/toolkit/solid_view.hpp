@@ -15,7 +15,8 @@ bool W3dOpenGL();  // the window is drawn by OpenGL; where it could not be had, 
 // The solid that the window shows from now on. It may be given again whenever it has changed.
 void W3dPut(std::shared_ptr<const W3d> solid);
 
-// Shows it. While the user turns it (`turning`), one of more than a million facets is drawn with every n-th row and column.
+// Shows it. While the user turns it (`turning`), one of more than a million facets, or of `max_drawn_facets` where the processor draws,
+// shows every n-th row and column.
 void W3dShow(const W3d_View& view, bool turning = false);
 
 }  // namespace vntl

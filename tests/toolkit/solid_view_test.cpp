@@ -286,12 +286,12 @@ TEST_F(Solid_View, ManyWindowsOpenAndClose) {
 }
 
 TEST_F(Solid_View, WithoutOpenGLTheProjectionIsShown) {
-    const bool had = *std::exchange(The_Toolkit().opengl_works, false);
+    const OpenGL_Kind had = *The_Toolkit().opengl;
     const auto solid = Ridges(5);
     const W3d_View view = Seen_From(25, -45, 6);
     for (const bool tried : {false, true}) {  // known before, or found out when an area gets no context
-        if (tried && !had) continue;
-        The_Toolkit().opengl_works = tried;
+        if (tried && had == OpenGL_Kind::none) continue;
+        The_Toolkit().opengl = tried ? had : OpenGL_Kind::none;
         WindowOpenChild(61, "Solid", width, height, Child_Kind::solid);
         W3dPut(solid);
         W3dShow(view);
@@ -305,7 +305,7 @@ TEST_F(Solid_View, WithoutOpenGLTheProjectionIsShown) {
         EXPECT_EQ(Frame(), Projected(*solid, view));
         WindowCloseChild(61);
     }
-    The_Toolkit().opengl_works = had;
+    The_Toolkit().opengl = had;
 }
 
 TEST_F(Solid_View, AHandIsTold) {

@@ -19,6 +19,7 @@ namespace vntl {
 
 class Window;
 class Dialog_Window;
+enum class OpenGL_Kind;
 
 struct Toolkit {
     Toolkit(int& argc, char** argv);
@@ -43,8 +44,8 @@ struct Toolkit {
     std::map<int, Window_Service> services;
     std::map<int, std::unique_ptr<Window>> windows;  // 0 the main window
     std::vector<std::unique_ptr<Dialog_Window>> dialogs;
-    std::vector<int> order;            // of windows and dialogs, the front one last
-    std::optional<bool> opengl_works;  // once it has been asked
+    std::vector<int> order;             // of windows and dialogs, the front one last
+    std::optional<OpenGL_Kind> opengl;  // once somebody has asked
     int selected_dialog = 0, selected_window = main_window;
 };
 

@@ -12,14 +12,12 @@
 #include <utility>
 
 #include "drawing/device.hpp"
+#include "solid/w3d_draw.hpp"
 #include "solid/w3d_mesh.hpp"
-#include "toolkit/qt/solid_program.hpp"
 
 namespace vntl {
 
 namespace {
-
-constexpr std::size_t most_turning = 1'000'000;  // facets of the sheets, while a user turns them
 
 // What a mode shows of the sheets. Rods and texts show their material in every mode, lit or not as the sheets are.
 struct Look {
@@ -111,10 +109,10 @@ public:
     }
 
     // False: the card has no room for the solid.
-    bool Draw(const W3d& solid, const W3d_View& view, bool turning, QSize pixels) {
-        const bool thin = turning && solid.Facets() > most_turning;
+    bool Draw(const W3d& solid, const W3d_View& view, std::size_t most, QSize pixels) {
+        const bool thin = solid.Facets() > most;
         std::optional<Card_Mesh>& mesh = thin ? thinned_ : whole_;
-        if (!mesh && !mesh.emplace().Put(Mesh_Of(thin ? Thinned(solid, most_turning) : solid))) return false;
+        if (!mesh && !mesh.emplace().Put(Mesh_Of(thin ? Thinned(solid, most) : solid))) return false;
         program_.bind();
         mesh->Bind();
         Set_View(view, pixels);
@@ -154,8 +152,9 @@ private:
     std::optional<Card_Mesh> whole_, thinned_;
 };
 
-Solid_Area::Solid_Area(int window, std::function<void()> failed) : messages_(*this, window, 1), failed_(std::move(failed)) {
-    setFormat(Solid_Format());
+Solid_Area::Solid_Area(int window, OpenGL_Kind kind, std::function<void()> failed)
+    : messages_(*this, window, 1), failed_(std::move(failed)), most_turning_(kind == OpenGL_Kind::card ? 1'000'000 : max_drawn_facets) {
+    setFormat(Solid_Format(kind));
     setAccessibleName("Model");
 }
 
@@ -199,7 +198,7 @@ void Solid_Area::paintGL() {
     GL().glClearColor(background.x(), background.y(), background.z(), 1);
     GL().glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
     if (solid_ == nullptr || has_failed_) return;
-    if (!card_->Draw(*solid_, view_, turning_, Pixels_Of(*this))) Fail();
+    if (!card_->Draw(*solid_, view_, turning_ ? most_turning_ : solid_->Facets(), Pixels_Of(*this))) Fail();
 }
 
 void Solid_Area::Free_Card() {

@@ -7,13 +7,14 @@
 
 #include "solid/w3d_view.hpp"
 #include "toolkit/qt/area_messages.hpp"
+#include "toolkit/qt/solid_program.hpp"
 
 namespace vntl {
 
 class Solid_Area : public QOpenGLWidget {
 public:
     // `failed` is called, once, when OpenGL turns out not to work; the area shows nothing from then on, and still stands.
-    Solid_Area(int window, std::function<void()> failed);
+    Solid_Area(int window, OpenGL_Kind kind, std::function<void()> failed);
     ~Solid_Area() override;
 
     void Put(std::shared_ptr<const W3d> solid);
@@ -35,6 +36,7 @@ private:
     std::function<void()> failed_;
     std::shared_ptr<const W3d> solid_;
     W3d_View view_;
+    std::size_t most_turning_;  // facets of the sheets, while a user turns them
     bool turning_ = false, has_failed_ = false;
     std::unique_ptr<Card> card_;
 };

@@ -12,15 +12,15 @@ namespace vntl {
 Solid_Pane::Solid_Pane(int window) : window_(window) {
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
-    std::optional<bool>& works = The_Toolkit().opengl_works;
-    if (!works) works = OpenGL_Works();
-    if (*works) {
+    std::optional<OpenGL_Kind>& kind = The_Toolkit().opengl;
+    if (!kind) kind = Find_OpenGL();
+    if (*kind != OpenGL_Kind::none) {
         // An area cannot go while it paints.
         const auto failed = [this] {
             QMetaObject::invokeMethod(
                 this, [this] { Do_Without_OpenGL(); }, Qt::QueuedConnection);
         };
-        layout->addWidget((opengl_ = std::make_unique<Solid_Area>(window, failed)).get());
+        layout->addWidget((opengl_ = std::make_unique<Solid_Area>(window, *kind, failed)).get());
     } else {
         Do_Without_OpenGL();
     }

@@ -3,6 +3,9 @@
 #include <QGuiApplication>
 #include <QOffscreenSurface>
 #include <QOpenGLContext>
+#include <QOpenGLFunctions>
+#include <algorithm>
+#include <iterator>
 #include <memory>
 
 namespace vntl {
@@ -65,16 +68,22 @@ bool Compile(QOpenGLShaderProgram& program, QOpenGLShader::ShaderType stage, con
     return program.addShaderFromSourceCode(stage, QByteArray(version) + lit + text);
 }
 
+// As such implementations call themselves.
+bool Draws_By_Processor(const QString& renderer) {
+    constexpr const char* names[] = {"llvmpipe", "softpipe", "swiftshader", "software"};
+    return std::any_of(std::begin(names), std::end(names), [&](const char* name) { return renderer.contains(name, Qt::CaseInsensitive); });
+}
+
 }  // namespace
 
-QSurfaceFormat Solid_Format() {
+QSurfaceFormat Solid_Format(OpenGL_Kind kind) {
     QSurfaceFormat format;
     format.setRenderableType(QSurfaceFormat::OpenGL);
     format.setVersion(3, 3);
     format.setProfile(QSurfaceFormat::CoreProfile);
     format.setOption(QSurfaceFormat::DeprecatedFunctions);  // lines of more than a pixel
     format.setDepthBufferSize(24);
-    format.setSamples(4);
+    format.setSamples(kind == OpenGL_Kind::card ? 4 : 0);
     return format;
 }
 
@@ -83,16 +92,18 @@ bool Link_Solid_Program(QOpenGLShaderProgram& program) {
            program.link();
 }
 
-bool OpenGL_Works() {
-    if (QGuiApplication::platformName() == "offscreen") return false;  // nobody sees a window there
+OpenGL_Kind Find_OpenGL() {
+    if (QGuiApplication::platformName() == "offscreen") return OpenGL_Kind::none;  // nobody sees a window there
     QOpenGLContext context;
-    context.setFormat(Solid_Format());
-    if (!context.create() || context.isOpenGLES() || context.format().version() < qMakePair(3, 3)) return false;
+    context.setFormat(Solid_Format(OpenGL_Kind::processor));
+    if (!context.create() || context.isOpenGLES() || context.format().version() < qMakePair(3, 3)) return OpenGL_Kind::none;
     QOffscreenSurface surface;
     surface.setFormat(context.format());
     surface.create();
-    if (!surface.isValid() || !context.makeCurrent(&surface)) return false;
-    return Link_Solid_Program(*std::make_unique<QOpenGLShaderProgram>());  // gone before its context
+    if (!surface.isValid() || !context.makeCurrent(&surface)) return OpenGL_Kind::none;
+    if (!Link_Solid_Program(*std::make_unique<QOpenGLShaderProgram>())) return OpenGL_Kind::none;  // gone before its context
+    const GLubyte* name = context.functions()->glGetString(GL_RENDERER);
+    return Draws_By_Processor(name == nullptr ? "" : reinterpret_cast<const char*>(name)) ? OpenGL_Kind::processor : OpenGL_Kind::card;
 }
 
 }  // namespace vntl
