@@ -43,7 +43,8 @@ bench:
 	@scripts/packages.sh run bench
 	@$(configure) -B build-bench -DVANTRELO_TESTS=OFF -DVANTRELO_BENCH=ON >build.log 2>&1 || { cat build.log; exit 1; }
 	@cmake --build build-bench -j $(jobs)
-	@for program in build-bench/bench/bench_*; do [ -x $$program ] && [ -f $$program ] && QT_QPA_PLATFORM=offscreen $$program || exit 1; done
+	@scripts/with_display.sh sh -c 'for program in build-bench/bench/bench_*; do \
+		[ -x $$program ] && [ -f $$program ] && QT_QPA_PLATFORM=offscreen $$program || exit 1; done'
 
 fuzz:
 	@scripts/packages.sh run fuzz
