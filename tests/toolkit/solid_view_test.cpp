@@ -11,7 +11,9 @@
 #include <cmath>
 #include <functional>
 #include <random>
+#include <tuple>
 
+#include "solid/vec3.hpp"
 #include "solid/w3d_draw.hpp"
 #include "solid/w3d_mesh.hpp"
 #include "toolkit/qt/application.hpp"
@@ -50,7 +52,10 @@ W3d_View Seen_From(double elevation, double azimuth, double distance, Render_Mod
     return {.eye = From_Polar(elevation, azimuth, distance), .light = From_Polar(35, azimuth + 50, 1000), .mode = mode};
 }
 
-Colour Colour_Of(QRgb c) { return WRGB(static_cast<unsigned>(qRed(c)), static_cast<unsigned>(qGreen(c)), static_cast<unsigned>(qBlue(c))); }
+Colour Pixel(const QImage& image, int x, int y) {
+    const QRgb c = image.pixel(x, y);
+    return WRGB(static_cast<unsigned>(qRed(c)), static_cast<unsigned>(qGreen(c)), static_cast<unsigned>(qBlue(c)));
+}
 
 int Apart(Colour a, Colour b) {
     const auto part = [](unsigned p, unsigned q) { return std::abs(static_cast<int>(p) - static_cast<int>(q)); };
@@ -72,6 +77,7 @@ protected:
         WindowOpenChild(number, "Solid", width, height, Child_Kind::solid);
         WindowShow();
     }
+    static Size Shown() { return {WInfoWindow(1), WInfoWindow(2)}; }
     static QWidget& Area() { return The_Toolkit().Find_Window(The_Toolkit().selected_window)->solid()->area(); }
     static QImage Frame() {
         QCoreApplication::processEvents();
@@ -98,7 +104,7 @@ protected:
                 for (int k = 0; k < 9 && even; ++k) even = plain.pixel(x + k % 3 - 1, y + k / 3 - 1) == colour;
                 if (!even) continue;
                 ++looked_at;
-                count += Apart(Colour_Of(frame.pixel(x, y)), Colour_Of(colour)) > tolerance;
+                count += Apart(Pixel(frame, x, y), Pixel(plain, x, y)) > tolerance;
             }
         }
         return looked_at > width * height / 8 ? count : width * height;
@@ -129,54 +135,39 @@ TEST_F(OpenGL_Solid_View, AThousandViewsAreThoseOfTheProjection) {
 
 // Colours at the middles of the triangles of a hump, against the law of the light; from above and from below.
 TEST_F(OpenGL_Solid_View, ModesShowFacesAsTheyAreTold) {
-    const auto solid =
-        Sheet(5, 4, [](int i, int k) { return 0.25f * std::sin(0.9f * static_cast<float>(i)) + 0.06f * static_cast<float>(k * k); });
+    const auto hump = [](int i, int k) { return 0.25f * std::sin(0.9f * static_cast<float>(i)) + 0.06f * static_cast<float>(k * k); };
+    const auto solid = Sheet(5, 4, hump);
     const W3d_Mesh mesh = Mesh_Of(*solid);
     W3dPut(solid);
-    for (const double elevation : {80.0, -80.0}) {
-        W3d_View view = Seen_From(elevation, -45, 12);
-        view.light = From_Polar(elevation / 2, 30, 3);
-        view.edge_colour = WRGB(0, 0, 200);
+    for (const float side : {1.0f, -1.0f}) {
+        W3d_View view = Seen_From(80 * side, -45, 12);
+        view.light = From_Polar(40 * side, 30, 3);
+        const auto share = [&](const Vec3& normal, const Vec3& at) { return Lit(Moved({}, side, normal), at, view.light); };
         const W3d_Camera camera(view.eye, width, height);
-        const auto turned = [&](Vec3 n) { return elevation > 0 ? n : Vec3{-n[0], -n[1], -n[2]}; };
-        for (const Render_Mode mode : {Render_Mode::wireframe, Render_Mode::hidden_lines, Render_Mode::unlit, Render_Mode::flat,
-                                       Render_Mode::gouraud, Render_Mode::phong}) {
-            view.mode = mode;
+        for (std::size_t mode = 0; mode < 6; ++mode) {
+            view.mode = static_cast<Render_Mode>(mode);
             W3dShow(view);
             const QImage frame = Frame();
-            const auto shown = [&](const Vec3& at) {
-                const Point p = camera.See(at).at;
-                return Colour_Of(frame.pixel(static_cast<int>(p.x), static_cast<int>(height - p.y)));
-            };
             for (std::size_t t = 0; t < mesh.triangles.size(); t += 3) {
+                const auto corner = [&](std::size_t c) -> const W3d_Vertex& { return mesh.vertices[mesh.triangles[t + c]]; };
                 Vec3 middle{}, normal{};
-                float corners = 0;
-                std::array<Vec3, 3> place;
+                float mean = 0;
                 for (std::size_t c = 0; c < 3; ++c) {
-                    const W3d_Vertex& corner = mesh.vertices[mesh.triangles[t + c]];
-                    place[c] = corner.at;
-                    corners += Lit(turned(corner.normal), corner.at, view.light) / 3;
-                    for (std::size_t axis = 0; axis < 3; ++axis) middle[axis] += corner.at[axis] / 3, normal[axis] += corner.normal[axis];
+                    middle = Moved(middle, 1 / 3.0f, corner(c).at);
+                    normal = Moved(normal, 1, corner(c).normal);
+                    mean += share(corner(c).normal, corner(c).at) / 3;
                 }
-                Vec3 plane{};
-                for (std::size_t a = 0, b = 1, c = 2; a < 3; ++a, b = (b + 1) % 3, c = (c + 1) % 3)
-                    plane[a] = (place[1][b] - place[0][b]) * (place[2][c] - place[0][c]) -
-                               (place[1][c] - place[0][c]) * (place[2][b] - place[0][b]);
-                if (plane[1] < 0) plane = {-plane[0], -plane[1], -plane[2]};
-                const Colour material = solid->Material(1);
-                const std::array<Colour, 6> expected = {view.background,
-                                                        view.background,
-                                                        material,
-                                                        Lit_Colour(material, Lit(turned(plane), middle, view.light)),
-                                                        Lit_Colour(material, corners),
-                                                        Lit_Colour(material, Lit(turned(normal), middle, view.light))};
-                EXPECT_LE(Apart(shown(middle), expected[static_cast<std::size_t>(mode)]), 4)
-                    << static_cast<int>(mode) << " triangle " << t / 3 << " from " << elevation;
+                const Vec3 plane = Facing(corner(0).at, corner(1).at, corner(2).at);
+                const std::array<float, 4> shares = {1, share(plane, middle), mean, share(normal, middle)};
+                const Colour expected = mode < 2 ? view.background : Lit_Colour(solid->Material(1), shares[mode - 2]);
+                const Point p = camera.See(middle).at;
+                EXPECT_LE(Apart(Pixel(frame, static_cast<int>(p.x), static_cast<int>(height - p.y)), expected), 4)
+                    << "mode " << mode << " triangle " << t / 3 << " side " << side;
             }
-            const Vec3 &from = solid->vertices[7], &to = solid->vertices[12];  // an edge inside the sheet
-            const bool has_edge =
-                Apart(shown({(from[0] + to[0]) / 2, (from[1] + to[1]) / 2, (from[2] + to[2]) / 2}), view.edge_colour) < 150;
-            EXPECT_EQ(has_edge, mode <= Render_Mode::unlit) << static_cast<int>(mode);
+            int edges = 0;
+            for (int y = 0; y < height; ++y)
+                for (int x = 0; x < width; ++x) edges += Apart(Pixel(frame, x, y), view.edge_colour) < 20;
+            EXPECT_EQ(edges > 100, mode < 3) << mode;
         }
     }
 }
@@ -194,7 +185,7 @@ TEST_F(OpenGL_Solid_View, FacesOfTheBackgroundHideWhatLiesBehind) {
         const QImage frame = Frame();
         int count = 0;
         for (int y = height / 2 - 45; y < height / 2 + 45; ++y)  // inside the upper one
-            for (int x = width / 2 - 45; x < width / 2 + 45; ++x) count += Apart(Colour_Of(frame.pixel(x, y)), view.background) > 60;
+            for (int x = width / 2 - 45; x < width / 2 + 45; ++x) count += Apart(Pixel(frame, x, y), view.background) > 60;
         return count;
     };
     EXPECT_GT(marked(Render_Mode::wireframe), 100);
@@ -243,46 +234,41 @@ TEST_F(OpenGL_Solid_View, ALargeSolidTurnsWithFewerFacets) {
 TEST_F(Solid_View, SizesAndNewSolids) {
     const W3d_View view = Seen_From(25, -45, 6);
     W3dShow(view);  // nothing yet: the background alone
-    EXPECT_EQ(Colour_Of(Frame().pixel(9, 9)), view.background);
+    EXPECT_EQ(Pixel(Frame(), 9, 9), view.background);
     for (const Size size : {Size{320, 240}, {500, 300}, {300, 500}, {240, 160}}) {
         WindowResize(size[0], size[1]);
-        EXPECT_EQ((Size{WInfoWindow(1), WInfoWindow(2)}), size);
+        EXPECT_EQ(Shown(), size);
         for (const unsigned seed : {1u, 2u}) {
-            const auto solid = Ridges(seed);
-            W3dPut(solid);
-            W3dShow(view);
-            W3dPut(solid);
-            W3dShow(view);
-            EXPECT_EQ(Otherwise(*solid, view), 0) << size[0] << ' ' << seed;
+            for (int twice = 0; twice < 2; ++twice) W3dPut(Ridges(seed)), W3dShow(view);
+            EXPECT_EQ(Otherwise(*Ridges(seed), view), 0) << size[0] << ' ' << seed;
         }
     }
-    // What else a window takes leaves it as it is.
+    // What other windows take leaves it as it is.
     WBitmapPut(Bitmap(30, 20));
     WOverlayPut(Recording_Device(30, 20));
     WindowSplit(2, true);
     EXPECT_EQ(Otherwise(*Ridges(2), view), 0);
     EXPECT_EQ(WInfoWindow(1, 2), 0);
+    WindowSelect(main_window);
+    W3dPut(Ridges(1));  // it shows no solid
+    W3dShow(view);
+    EXPECT_FALSE(W3dOpenGL());
 }
 
 TEST_F(Solid_View, ManyWindowsOpenAndClose) {
     const W3d_View view = Seen_From(25, -45, 6);
     for (unsigned round = 0; round < 12; ++round) {
         for (const int number : {61, 62}) {
-            const auto solid = Ridges(round);
             WindowOpenChild(number, "Solid", width, height, Child_Kind::solid);
-            W3dPut(solid);  // before it is shown
+            W3dPut(Ridges(round));  // before it is shown
             W3dShow(view);
             if (round % 4 == 3) continue;  // never seen
             WindowShow();
             W3dShow(view);
-            EXPECT_EQ(Otherwise(*solid, view), 0) << round;
+            EXPECT_EQ(Otherwise(*Ridges(round), view), 0) << round;
         }
         for (const int number : {61, 62}) WindowCloseChild(number);
     }
-    WindowSelect(main_window);
-    W3dPut(Ridges(1));  // it shows no solid
-    W3dShow(view);
-    EXPECT_FALSE(W3dOpenGL());
 }
 
 TEST_F(Solid_View, WithoutOpenGLTheProjectionIsShown) {
@@ -301,7 +287,7 @@ TEST_F(Solid_View, WithoutOpenGLTheProjectionIsShown) {
         WindowShow();
         W3dShow(view);
         EXPECT_FALSE(W3dOpenGL());
-        EXPECT_EQ((Size{WInfoWindow(1), WInfoWindow(2)}), (Size{width, height}));
+        EXPECT_EQ(Shown(), (Size{width, height}));
         EXPECT_EQ(Frame(), Projected(*solid, view));
         WindowCloseChild(61);
     }
@@ -311,43 +297,35 @@ TEST_F(Solid_View, WithoutOpenGLTheProjectionIsShown) {
 TEST_F(Solid_View, AHandIsTold) {
     for (const Message_Kind kind : {Message_Kind::mouse_down, Message_Kind::mouse_up, Message_Kind::mouse_move})
         WMessageEnable(model_window, kind, true);
-    WindowSelect(model_window);
     while (WMessagePeek()) continue;
-    const auto mouse = [](QEvent::Type type, Qt::MouseButton button) {
-        const QPointF at(80, 60);
+    const QPointF at(80, 60);
+    const auto press = QEvent::MouseButtonPress;
+    for (const auto& [type, button] : {std::pair(press, Qt::LeftButton),
+                                       {QEvent::MouseMove, Qt::NoButton},
+                                       {QEvent::MouseButtonRelease, Qt::LeftButton},
+                                       {QEvent::MouseButtonDblClick, Qt::RightButton},
+                                       {press, Qt::BackButton}}) {
         QMouseEvent event(type, at, at, at, button, button, {});
         QCoreApplication::sendEvent(&Area(), &event);
-    };
-    mouse(QEvent::MouseButtonPress, Qt::LeftButton);
-    mouse(QEvent::MouseMove, Qt::NoButton);
-    mouse(QEvent::MouseButtonRelease, Qt::LeftButton);
-    mouse(QEvent::MouseButtonDblClick, Qt::RightButton);
-    mouse(QEvent::MouseButtonPress, Qt::BackButton);
+    }
     for (const int turn : {60, 60, -240}) {
-        QWheelEvent event({80, 60}, {80, 60}, {}, {0, turn}, {}, {}, Qt::NoScrollPhase, false);
+        QWheelEvent event(at, at, {}, {0, turn}, {}, {}, Qt::NoScrollPhase, false);
         QCoreApplication::sendEvent(&Area(), &event);
     }
-    struct Told {
-        Message_Kind kind;
-        int value;
-    };
-    for (const Told& told : {Told{Message_Kind::mouse_down, 1},
-                             {Message_Kind::mouse_move, 0},
-                             {Message_Kind::mouse_up, 1},
-                             {Message_Kind::mouse_down, 3},
-                             {Message_Kind::key_down, key_back},
-                             {Message_Kind::wheel, 1},
-                             {Message_Kind::wheel, -1},
-                             {Message_Kind::wheel, -1}}) {
+    for (const auto& [kind, value] : {std::pair(Message_Kind::mouse_down, 1),
+                                      {Message_Kind::mouse_move, 0},
+                                      {Message_Kind::mouse_up, 1},
+                                      {Message_Kind::mouse_down, 3},
+                                      {Message_Kind::key_down, int{key_back}},
+                                      {Message_Kind::wheel, 1},
+                                      {Message_Kind::wheel, -1},
+                                      {Message_Kind::wheel, -1}}) {
         const std::optional<Message> message = WMessagePeek();
         ASSERT_TRUE(message);
-        EXPECT_EQ(message->kind, told.kind);
-        EXPECT_EQ(message->record.win, model_window);
-        EXPECT_EQ(message->record.value1, told.value);
-        if (told.kind == Message_Kind::key_down) continue;
-        EXPECT_EQ(message->record.value4, 1);
-        EXPECT_DOUBLE_EQ(message->record.x, 300);  // of 1200 by 800
-        EXPECT_DOUBLE_EQ(message->record.y, 600);
+        const WIN_MESSAGE& record = message->record;
+        EXPECT_EQ(std::tuple(message->kind, record.win, record.value1), std::tuple(kind, model_window, value));
+        if (kind == Message_Kind::key_down) continue;
+        EXPECT_EQ(std::tuple(record.x, record.y, record.value4), std::tuple(300, 600, 1));  // of 1200 by 800, in the one pane
     }
     EXPECT_FALSE(WMessagePeek());
 }

@@ -112,7 +112,7 @@ public:
     bool Draw(const W3d& solid, const W3d_View& view, std::size_t most, QSize pixels) {
         const bool thin = solid.Facets() > most;
         std::optional<Card_Mesh>& mesh = thin ? thinned_ : whole_;
-        if (!mesh && !mesh.emplace().Put(Mesh_Of(thin ? Thinned(solid, most) : solid))) return false;
+        if (!mesh && !mesh.emplace().Put(thin ? Mesh_Of(Thinned(solid, most)) : Mesh_Of(solid))) return false;
         program_.bind();
         mesh->Bind();
         Set_View(view, pixels);
