@@ -242,8 +242,12 @@ std::vector<Timer_View> Window::Timers() const {
 void Window::timerEvent(QTimerEvent* event) {
     const auto found = timers_.find(event->timerId());
     if (found == timers_.end()) return;
-    // In a script no timer fires by itself.
-    if (The_Toolkit().stand_in == nullptr) Post_Message({Message_Kind::timer, {.win = number_, .value1 = found->second.number}});
+    // In a script no timer fires by itself. Who is slower than a timer hears it once, and not of all the times that went by.
+    const std::deque<Message>& queue = The_Toolkit().queue;
+    const bool waits = std::any_of(queue.begin(), queue.end(), [&](const Message& message) {
+        return message.kind == Message_Kind::timer && message.record.win == number_ && message.record.value1 == found->second.number;
+    });
+    if (The_Toolkit().stand_in == nullptr && !waits) Post_Message({Message_Kind::timer, {.win = number_, .value1 = found->second.number}});
     if (found->second.repeat) return;
     killTimer(found->first);
     timers_.erase(found);
