@@ -164,6 +164,7 @@ void Set_Form(Session& session, Plot_Form form) {
     menu.want_mouse_move = menu.want_mouse_down = form != Plot_Form::none;
     ++menu.revision;
     Set_Plot_Type(session, form);
+    Show_Resting_Hint(session);
     menu.count_moves = session.plot.In_Space();
 }
 

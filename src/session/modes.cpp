@@ -21,6 +21,11 @@ constexpr std::array<Click_Row, 4> list_clicks = {{{&Plot_State::peak_insert, "P
                                                    {&Plot_State::bgr_insert, "Background allocation: Insert point"},
                                                    {&Plot_State::bgr_delete, "Background allocation: Delete point"}}};
 
+std::string_view Resting_Hint(const Plot_State& plot) {
+    const bool grid_shown = plot.Is_Map() || plot.plot_type == Plot_Form::surface;
+    return grid_shown && plot.grid.smoothed ? "smoothed" : calculation_hints[static_cast<std::size_t>(plot.ClickMode)];
+}
+
 void Show_Mode(Interface_State& menu, Cursor_Shape cursor, std::string_view hint) {
     menu.cursor = cursor;
     menu.Hint(std::string(hint));
@@ -62,7 +67,11 @@ void Leave_Mode(Session& session) {
     plot.row_move = {};
     plot.spectral.shown = false;
     menu.want_mouse_up = false;
-    Show_Mode(menu, Cursor_Shape::arrow, calculation_hints[static_cast<std::size_t>(plot.ClickMode)]);
+    Show_Mode(menu, Cursor_Shape::arrow, Resting_Hint(plot));
+}
+
+void Show_Resting_Hint(Session& session) {
+    if (!In_Mode(session)) session.interface.Hint(std::string(Resting_Hint(session.plot)));
 }
 
 }  // namespace vntl

@@ -19,8 +19,11 @@ void Enter_Mode(Session&, List_Click click);
 // Is there a mode that a drag or a click serves?
 bool In_Mode(const Session&);
 
-// Back to no mode: shapes and drags lapse, the arrow comes back, barred commands open. A calculation that goes on has its own hint again,
-// else the hint goes. Every change of the plot form comes here.
+// The hint where no mode has one: of the calculation that runs, or that the map or surface on the screen is smoothed.
+void Show_Resting_Hint(Session&);
+
+// Back to no mode: shapes and drags lapse, the arrow comes back, barred commands open. The resting hint comes back. Every change of the
+// plot form comes here.
 void Leave_Mode(Session&);
 
 }  // namespace vntl

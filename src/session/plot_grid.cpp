@@ -4,9 +4,11 @@
 #include <cmath>
 #include <cstring>
 #include <limits>
+#include <span>
 #include <utility>
 
 #include "calc/log_value.hpp"
+#include "calc/smoothing.hpp"
 #include "session/preferences.hpp"
 #include "session/store.hpp"
 #include "session/x_space.hpp"
@@ -86,6 +88,31 @@ void Find_Range(PlotGrid& grid) {
     if (lo <= hi) grid.z_min = lo, grid.z_max = hi;
 }
 
+void Filter_Between_Gaps(std::span<float> z) {
+    const auto finite = [](float v) { return std::isfinite(v); };
+    for (auto from = z.begin(); from != z.end();) {
+        from = std::find_if(from, z.end(), finite);
+        const auto to = std::find_if_not(from, z.end(), finite);
+        Five_Point_Filter({from, to});
+        from = to;
+    }
+}
+
+// Some columns at a time, as many as a line of the processor's cache holds of each pattern.
+void Filter_Columns(PlotGrid& grid) {
+    constexpr std::size_t at_a_time = 16;
+    const std::size_t nx = grid.grid_x.size(), ny = grid.grid_y.size();
+    std::vector<float> columns(at_a_time * ny);
+    for (std::size_t first = 0; first < nx; first += at_a_time) {
+        const std::size_t count = std::min(at_a_time, nx - first);
+        for (std::size_t k = 0; k < ny; ++k)
+            for (std::size_t i = 0; i < count; ++i) columns[i * ny + k] = grid.grid_z[k * nx + first + i];
+        for (std::size_t i = 0; i < count; ++i) Filter_Between_Gaps(std::span(columns).subspan(i * ny, ny));
+        for (std::size_t k = 0; k < ny; ++k)
+            for (std::size_t i = 0; i < count; ++i) grid.grid_z[k * nx + first + i] = columns[i * ny + k];
+    }
+}
+
 }  // namespace
 
 Status Prepare_Multi_Data(const Profile_Store& store, X_Space xspace, float x1, float x2, int first, int last, Intensities form,
@@ -112,6 +139,14 @@ Status Prepare_Multi_Data(const Profile_Store& store, X_Space xspace, float x1, 
     Find_Range(fresh);
     grid = std::move(fresh);
     return Status::Done();
+}
+
+void Smooth_PlotGrid(PlotGrid& grid) {
+    const std::size_t nx = grid.grid_x.size();
+    for (std::size_t k = 0; k < grid.grid_y.size(); ++k) Filter_Between_Gaps(std::span(grid.grid_z).subspan(k * nx, nx));
+    Filter_Columns(grid);
+    Find_Range(grid);
+    grid.smoothed = true;
 }
 
 int Nearest_Pattern(const PlotGrid& grid, int first, double y) {

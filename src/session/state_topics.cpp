@@ -129,7 +129,8 @@ Json Grid(const PlotGrid& grid, bool full) {
              {"x", list(grid.grid_x.begin(), grid.grid_x.end())},
              {"y", list(grid.grid_y.begin(), grid.grid_y.end())},
              {"z_min", Json_Real(grid.z_min)},
-             {"z_max", Json_Real(grid.z_max)}};
+             {"z_max", Json_Real(grid.z_max)},
+             {"smoothed", grid.smoothed}};
     if (full) {
         all["z"] = Json::array();
         for (std::ptrdiff_t k = 0; k < ny; ++k) all["z"].push_back(list(grid.grid_z.begin() + k * nx, grid.grid_z.begin() + (k + 1) * nx));

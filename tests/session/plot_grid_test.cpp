@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "session/grid_view.hpp"
+#include "session/modes.hpp"
 #include "session/session.hpp"
 #include "session/testing.hpp"
 #include "session/view_history.hpp"
@@ -143,6 +144,83 @@ TEST(Plot_Grid, TheNearestPatternIsFoundOnEveryAxis) {
         for (const auto& [t, row] : {std::pair{248.0, 3}, {244.0, 2}, {290.0, 4}, {1000.0, 5}})
             EXPECT_EQ(Nearest_Pattern(session.plot.grid, 2, t), falling ? (row == 5 ? 2 : 6 - row) : row) << t;
     }
+}
+
+// A grid of its own, z as told.
+PlotGrid Grid_Of(std::size_t nx, std::size_t ny, auto z) {
+    PlotGrid grid;
+    grid.grid_x.resize(nx);
+    grid.grid_y.resize(ny);
+    for (std::size_t k = 0; k < ny; ++k)
+        for (std::size_t i = 0; i < nx; ++i) grid.grid_z.push_back(static_cast<float>(z(static_cast<double>(i), static_cast<double>(k))));
+    return grid;
+}
+
+// A single peak becomes the product of the filter's weights; a surface that is cubic along both axes is what the filter keeps. More columns
+// than are filtered at a time.
+TEST(Plot_Grid, SmoothingGoesAlongPatternsAndThenAcrossThem) {
+    const std::vector<double> weights = {-3 / 35.0, 12 / 35.0, 17 / 35.0, 12 / 35.0, -3 / 35.0};
+    PlotGrid peak = Grid_Of(37, 9, [](double i, double k) { return i == 17 && k == 4 ? 1225 : 0; });
+    Smooth_PlotGrid(peak);
+    const auto weight = [&weights](std::size_t i, std::size_t middle) {
+        return i + 2 < middle || i > middle + 2 ? 0 : weights[i + 2 - middle];
+    };
+    for (std::size_t k = 0; k < 9; ++k)
+        for (std::size_t i = 0; i < 37; ++i)
+            EXPECT_NEAR(peak.grid_z[k * 37 + i], 1225 * weight(i, 17) * weight(k, 4), 1e-4) << i << ' ' << k;
+    EXPECT_NEAR(peak.z_min, -3 * 17, 1e-4);
+    EXPECT_NEAR(peak.z_max, 17 * 17, 1e-4);
+    EXPECT_TRUE(peak.smoothed);
+    PlotGrid cubic = Grid_Of(20, 6, [](double i, double k) { return i * i * i - 40 * k * k * k + i * k; });
+    const std::vector<float> before = cubic.grid_z;
+    Smooth_PlotGrid(cubic);
+    for (std::size_t j = 0; j < before.size(); ++j) EXPECT_NEAR(cubic.grid_z[j], before[j], 2e-3) << j;
+}
+
+// What stands more than two points away from a gap is smoothed as if there were none.
+TEST(Plot_Grid, SmoothingLeavesAGapAsItIs) {
+    const auto wave = [](double i, double k) { return 100 * std::sin(i * i + 3 * k); };
+    for (const float gap : {std::numeric_limits<float>::quiet_NaN(), std::numeric_limits<float>::infinity()}) {
+        PlotGrid whole = Grid_Of(30, 12, wave), holed = whole;
+        holed.grid_z[5 * 30 + 14] = gap;
+        Smooth_PlotGrid(whole);
+        Smooth_PlotGrid(holed);
+        for (int k = 0; k < 12; ++k)
+            for (int i = 0; i < 30; ++i) {
+                const float z = holed.grid_z[static_cast<std::size_t>(k * 30 + i)];
+                EXPECT_EQ(std::isfinite(z), i != 14 || k != 5);
+                const bool apart = std::abs(i - 14) > 2 || std::abs(k - 5) > 2;
+                EXPECT_TRUE(!apart || z == whole.grid_z[static_cast<std::size_t>(k * 30 + i)]) << i << ' ' << k;
+            }
+        EXPECT_TRUE(std::isfinite(holed.z_min) && std::isfinite(holed.z_max));
+    }
+}
+
+TEST(Plot_Grid, AMapSaysThatItIsSmoothedUntilItsGridIsMadeAnew) {
+    Session session = Series_Of({1, 1, 1, 1, 1, 1});
+    const auto smooth = [&session] {
+        Smooth_PlotGrid(session.plot.grid);
+        Show_Resting_Hint(session);
+        return session.interface.status.front();
+    };
+    Set_Menu_Graph(session, false);
+    session.plot.Show({9, 30, 0, 1000});
+    ASSERT_TRUE(Prepare_Model_Grid(session).ok());
+    EXPECT_EQ(smooth(), "") << "no map shows it";
+    Set_Menu_Contour_Log(session);
+    ASSERT_TRUE(Show_Rows_In_Grid(session, {9, 30, 2, 6}).ok());
+    ASSERT_TRUE(Prepare_Model_Grid(session).ok());
+    EXPECT_EQ(session.plot.grid.grid_y.size(), 5u) << "the rows of the map";
+    EXPECT_NEAR(session.plot.grid.z_min, std::log(200.0), 1e-5);
+    EXPECT_EQ(smooth(), "smoothed");
+    EXPECT_FALSE(Show_Rows_In_Grid(session, {9, 24, 2, 4}).ok());
+    Leave_Mode(session);
+    EXPECT_EQ(session.interface.status.front(), "smoothed") << "a refusal changes nothing";
+    ASSERT_TRUE(Show_Rows_In_Grid(session, {9, 25, 2, 6}).ok());
+    EXPECT_EQ(session.interface.status.front(), "");
+    smooth();
+    Set_Menu_3D(session);
+    EXPECT_EQ(session.interface.status.front(), "");
 }
 
 // The way back through the views of a map, on which a refusal leaves no trace.
