@@ -75,6 +75,7 @@ void Generic_Redraw(const Application& app) {
     Bitmap bitmap(WInfoWindow(width_info), WInfoWindow(height_info));
     Draw(app, bitmap.Drawing());
     WBitmapPut(std::move(bitmap));
+    WindowOutStatusBar(1, app.generic.file_name);
 }
 
 // --- files -------------------------------------------------------------------------------------------------------------------------
@@ -82,25 +83,27 @@ void Generic_Redraw(const Application& app) {
 bool Is_Seq(const std::string& file) { return Equal_No_Case(Extension_Of(file), seq_extension); }
 bool Is_Gdf(const std::string& file) { return Equal_No_Case(Extension_Of(file), gdf_extension); }
 
-// Reads what is not held already, and asks what of it is drawn.
-Status Read_Seq(Seq_File& source, bool fresh, Generic_Plots& plots) {
+// Reads the file where that is not held already, and asks what of it is drawn.
+Status Read_Seq(Application& app, bool fresh, Generic_Plots& plots) {
+    Seq_File read;
     if (fresh) {
-        if (const Status status = source.Read(plots.file_name); status.failed) return status;
-        if (Trim(plots.title).empty()) plots.title = source.title();
+        if (const Status status = read.Read(plots.file_name); status.failed) return status;
+        if (Trim(plots.title).empty()) plots.title = read.title();
     }
     WindowSelect(generic_window);
-    return Seq_Dialog(source, plots) ? Status::Done() : Status::Cancel();
+    if (!Seq_Dialog(fresh ? read : app.generic_source, plots)) return Status::Cancel();
+    if (fresh) app.generic_source = std::move(read);
+    return Status::Done();
 }
 
 // `plots` begins with the texts that the file may replace. A file that cannot be read leaves no curves, so that no plot is taken for its
 // own; its name stays, to be read again when it has been mended.
-void Read_And_Show(Application& app, Generic_Plots plots, Seq_File source) {
-    const bool fresh = source.empty();
-    const Status status = Is_Seq(plots.file_name) ? Read_Seq(source, fresh, plots) : Read_GDF(plots.file_name, plots);
+void Read_And_Show(Application& app, bool fresh, Generic_Plots plots) {
+    const bool sequential = Is_Seq(plots.file_name);
+    const Status status = sequential ? Read_Seq(app, fresh, plots) : Read_GDF(plots.file_name, plots);
     if (status.cancelled) return;
-    if (status.failed) source = {};
+    if (status.failed || !sequential) app.generic_source = {};
     app.generic = std::move(plots);
-    app.generic_source = std::move(source);
     Generic_Redraw(app);
     if (status.failed) app.ask.Error(status);
 }
@@ -111,7 +114,7 @@ void Open_File(Application& app, const std::string& file) {
     Generic_Plots plots;
     plots.plot_kind = app.generic.plot_kind;
     plots.file_name = file;
-    Read_And_Show(app, std::move(plots), {});
+    Read_And_Show(app, true, std::move(plots));
 }
 
 void Open(Application& app) {
@@ -122,7 +125,7 @@ void Open(Application& app) {
 // Lines of a sequential refinement that are held already are not read again.
 void Reload(Application& app) {
     if (Trim(app.generic.file_name).empty()) return Open(app);
-    Read_And_Show(app, app.generic, app.generic_source);
+    Read_And_Show(app, app.generic_source.empty(), app.generic);
 }
 
 void Forget(Application& app) {

@@ -9,7 +9,6 @@ namespace vntl {
 namespace {
 
 using Texts = std::vector<std::string>;
-using Reals = std::vector<double>;
 
 class Generic_Graphics : public Program {
 protected:
@@ -31,7 +30,7 @@ protected:
         for (int run = 1; run <= 2; ++run) {
             const std::string r = std::to_string(run);
             text += "NEW_REFINEMENT Runs\nNUMPAR " + std::to_string(parameters) + "\nN_PATT 1\nNPHASE 1\nf " + r + " 0.0\nGLOBAL_CHI_2 1." +
-                    r + "\nP R_1: 7." + r + " 0\nP R_2 8 0\nP R_3 9 0\n";
+                    r + "\nP R_1: " + r + ".5 0\nP R_2 8 0\nP R_3 9 0\n";
             for (int k = 1; k <= parameters; ++k)
                 text += "P p_" + std::to_string(k) + ' ' + (run == 2 && k == wrong ? "x" : std::to_string(10 * k + run)) + " 0.5\n";
         }
@@ -47,6 +46,22 @@ protected:
         for (const Json& line : run.With("generic")) states.push_back(line["generic"]);
         return states;
     }
+    // Of each state: kind, title, file without its directory, and the curves with their marks.
+    static Texts Summaries(const Run_Result& run) {
+        Texts summaries;
+        for (const Json& state : States(run)) {
+            std::string text = state["plot_kind"].get<std::string>() + '|' + state["title"].get<std::string>() + '|' +
+                               fs::path(state["file_name"].get<std::string>()).filename().string();
+            for (const Json& curve : state["curves"]) {
+                text +=
+                    '|' + curve["legend"].get<std::string>() + ' ' + curve["x"].dump() + curve["y"].dump() + curve["sigma"].dump() + ' ';
+                for (const char* mark : {"has_errbar", "has_marker", "has_legend"})
+                    if (curve[mark] == true) text += mark[4];
+            }
+            summaries.push_back(text);
+        }
+        return summaries;
+    }
     std::string Full(const std::string& name) const { return (directory / name).string(); }
 };
 
@@ -59,23 +74,10 @@ TEST_F(Generic_Graphics, OpensReloadsClosesAndLeaves) {
            "print generic;resize 700 500;export pie.png;40203;print generic;files a.gdf;40198;print generic;40206;press 2;40205;"
            "print generic;files a.gdf;40155;print generic;close;print menu 40179;40179;exit");
     EXPECT_EQ(run.status, 0) << run.errors;
-    const std::vector<Json> states = States(run);
-    ASSERT_EQ(states.size(), 8u) << run.output;
-    const struct {
-        const char *title, *kind, *file;
-        std::size_t curves;
-    } wanted[] = {{"first", "histo", "a.gdf", 1}, {"", "histo", "b.GDF", 1},     {"", "histo", "b.GDF", 1},
-                  {"", "piech", "c.gdf", 1},      {"", "polyl", "", 0},          {"first", "histo", "a.gdf", 1},
-                  {"", "polyl", "", 0},           {"first", "histo", "a.gdf", 1}};
-    for (std::size_t i = 0; i < states.size(); ++i) {
-        EXPECT_EQ(states[i]["title"], wanted[i].title) << i;
-        EXPECT_EQ(states[i]["plot_kind"], wanted[i].kind) << i;
-        EXPECT_EQ(states[i]["file_name"], wanted[i].file[0] == '\0' ? std::string() : Full(wanted[i].file)) << i;
-        EXPECT_EQ(states[i]["curves"].size(), wanted[i].curves) << i;
-        EXPECT_EQ(states[i].contains("slices"), i == 3) << i;
-    }
-    EXPECT_EQ(states[0]["curves"][0]["y"], Json(Reals{2, 5}));
-    EXPECT_EQ(states[3]["slices"], Json(Texts{"iron", "iron oxide"}));
+    const std::string curve = "|first [1.0,2.0][2.0,5.0][0.0,0.0] ", a = "histo|first|a.gdf" + curve, b = "histo||b.GDF" + curve;
+    EXPECT_EQ(Summaries(run), (Texts{a, b, b, "piech||c.gdf| [1.0,2.0][30.0,70.0][0.0,0.0] ", "polyl||", a, "polyl||", a})) << run.output;
+    for (const Json& state : States(run)) EXPECT_EQ(state.contains("slices"), state["plot_kind"] == "piech");
+    EXPECT_EQ(States(run).at(3)["slices"], Json(Texts{"iron", "iron oxide"}));
     EXPECT_EQ(Text_Of(directory / "pie.png").substr(16, 8), std::string("\0\0\x02\xBC\0\0\x01\xF4", 8)) << "700 x 500";
     EXPECT_EQ(run.With("built").back()["label"], "Vantrelo Generic Graphs") << "the main window is in front again";
 }
@@ -111,33 +113,18 @@ TEST_F(Generic_Graphics, RowsOfASequentialRefinementAreChosen) {
            "40198;cell 4907 X 1 0;set Histogram 1;cell 4908 M 3 1;print dialog;set Title: other;press 2;print generic;"
            "40198;cell 4907 X 1 0;set Polar 1;press 1;print generic");
     EXPECT_EQ(run.errors, "line 20: cell M 3 is disabled\n");
-    const std::vector<Json> states = States(run);
-    ASSERT_EQ(states.size(), 4u) << run.output;
-    const auto curve = [&](std::size_t state, std::size_t i) { return states[state]["curves"].at(i); };
-    EXPECT_EQ(states[0]["title"], "Runs");
-    EXPECT_EQ(states[0]["nblocks"], 2);
-    EXPECT_EQ(states[0]["param_names"][2], "R_1");
-    EXPECT_EQ(states[0]["curves"].size(), 1u);
-    EXPECT_EQ(curve(0, 0)["legend"], "R_2") << "without a choice it is row 4";
-    EXPECT_EQ(curve(0, 0)["x"], Json(Reals{1, 2}));
-    const auto marks = [&](std::size_t i) {
-        return Json::array({curve(1, i)["has_errbar"], curve(1, i)["has_marker"], curve(1, i)["has_legend"]});
-    };
-    EXPECT_EQ(curve(1, 0)["legend"], "R_1");
-    EXPECT_EQ(curve(1, 1)["legend"], "p_3");
-    EXPECT_EQ(curve(1, 1)["x"], Json(Reals{21, 22}));
-    EXPECT_EQ(curve(1, 1)["y"], Json(Reals{31, 32}));
-    EXPECT_EQ(curve(1, 1)["sigma"], Json(Reals{0.5, 0.5}));
-    EXPECT_EQ(marks(0), Json::array({false, true, false}));
-    EXPECT_EQ(marks(1), Json::array({true, false, true}));
-    EXPECT_EQ(states[1]["legend_x"], "order");
-    EXPECT_EQ(states[2], states[1]) << "cancelled";
-    EXPECT_EQ(states[3]["plot_kind"], "polar");
-    EXPECT_EQ(curve(3, 0)["x"], Json(Reals{1, 2})) << "without a row of x it is row 1";
+    // Without a choice it is row 4 over row 1. Cancelled, all stays. One row of x alone is chosen, none of them is row 1 again.
+    const std::string chosen = "polyl|Runs|runs.seq|R_1 [21.0,22.0][1.5,2.5][0.0,0.0] m|p_3 [21.0,22.0][31.0,32.0][0.5,0.5] el";
+    EXPECT_EQ(Summaries(run), (Texts{"polyl|Runs|runs.seq|R_2 [1.0,2.0][8.0,8.0][0.0,0.0] ", chosen, chosen,
+                                     "polar|Runs|runs.seq|R_2 [1.0,2.0][8.0,8.0][0.0,0.0] "}));
+    const Json last = States(run).back();
+    EXPECT_EQ(last["legend_x"], "order");
+    EXPECT_EQ(last["nblocks"], 2);
+    EXPECT_EQ(last["param_names"], Json(Texts{"Temperature/File Order", "Global Chi**2", "R_1", "R_2", "R_3", "p_1", "p_2", "p_3"}));
     const Json fields = run.With("dialog").at(0)["fields"];
     const auto grid = std::ranges::find_if(fields, [](const Json& field) { return field["field"] == 4907; });
     ASSERT_NE(grid, fields.end());
-    for (std::size_t row = 0; row < 8; ++row) EXPECT_EQ((*grid)["value"][row][0], row == 6 ? "1" : "0") << "one row of x alone";
+    for (std::size_t row = 0; row < 8; ++row) EXPECT_EQ((*grid)["value"][row][0], row == 6 ? "1" : "0");
 }
 
 TEST_F(Generic_Graphics, FortyCurvesAndNoMore) {
