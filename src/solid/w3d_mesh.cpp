@@ -4,10 +4,13 @@
 
 #include "solid/letters.hpp"
 #include "solid/sheet_grid.hpp"
+#include "solid/w3d_view.hpp"
 
 namespace vntl {
 
 namespace {
+
+constexpr float wall_share = 0.5f;  // of its colour that a wall of a letter has: without light, too, letters stand out from their sides
 
 class Mesh_Builder {
 public:
@@ -118,14 +121,16 @@ private:
                     const Vec3 outward = Unit(Cross(flat(to.x - from.x, to.y - from.y), back), text.upward);
                     const Number first = Next();
                     for (const auto& [at, side] : {std::pair(&from, -0.5f), {&to, -0.5f}, {&to, 0.5f}, {&from, 0.5f}})
-                        Vertex(place(*at, side * text.depth), outward, text.material);
+                        Vertex(place(*at, side * text.depth), outward, text.material, wall_share);
                     Quad(first, first + 1, first + 2, first + 3);
                 }
         }
     }
 
     Number Next() const { return static_cast<Number>(mesh_.vertices.size()); }
-    void Vertex(const Vec3& at, const Vec3& normal, int material) { mesh_.vertices.push_back({at, normal, solid_.Material(material)}); }
+    void Vertex(const Vec3& at, const Vec3& normal, int material, float share = 1) {
+        mesh_.vertices.push_back({at, normal, Lit_Colour(solid_.Material(material), share)});
+    }
     void Quad(Number a, Number b, Number c, Number d) {
         Triangle(a, b, c);
         Triangle(a, c, d);
