@@ -90,11 +90,11 @@ std::vector<Menu_Entry> Entries(std::span<const Place>& place) {
 }  // namespace
 
 std::vector<Command_Family> Families() {
-    return {File_Commands(),   Edit_Commands(),        Profiles_Commands(),   Xspace_Commands(),
-            Calc_Commands(),   Peaks_Commands(),       Fit_Commands(),        Crystal_Commands(),
-            Plot_Commands(),   Instrument_Commands(),  Options_Commands(),    External_Commands(),
-            Window_Commands(), Text_Editor_Commands(), Quick_View_Commands(), Generic_Graphics_Commands(),
-            Help_Commands()};
+    return {File_Commands(),     Edit_Commands(),        Profiles_Commands(),   Xspace_Commands(),
+            Calc_Commands(),     Peaks_Commands(),       Fit_Commands(),        Crystal_Commands(),
+            Plot_Commands(),     Instrument_Commands(),  Options_Commands(),    External_Commands(),
+            Window_Commands(),   Text_Editor_Commands(), Quick_View_Commands(), Generic_Graphics_Commands(),
+            Model_3D_Commands(), Help_Commands()};
 }
 
 std::span<const Command> Command_Table() { return All_Commands(); }

@@ -12,6 +12,7 @@
 #include "toolkit/topics.hpp"
 #include "toolkit/window.hpp"
 #include "toolkit/window_service.hpp"
+#include "views/views.hpp"
 
 namespace vntl {
 
@@ -89,8 +90,9 @@ Status Print_State(const Application& app, const std::string& directory, std::os
     if (words.empty()) return Status::Fail("usage: print WHAT");
     const Session& session = app.session;
     const Put_Line put = [&output](const Json& object) { Write_Json_Line(output, object); };
-    for (const auto& topics : {Store_Topics(session.store), State_Topics(session), Window_Topics(), Menu_Topics(session.interface),
-                               std::vector<Topic>{Space_Group_Topic(), Structure_Topic(directory), Generic_Topic(app.generic)}})
+    for (const auto& topics :
+         {Store_Topics(session.store), State_Topics(session), Window_Topics(), Menu_Topics(session.interface),
+          std::vector<Topic>{Space_Group_Topic(), Structure_Topic(directory), Generic_Topic(app.generic), Model_3D_Topic(session)}})
         for (const Topic& topic : topics)
             if (topic.name == words.front()) return topic.print(words.subspan(1), put);
     return Status::Fail("there is nothing to print by the name of " + words.front());

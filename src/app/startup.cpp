@@ -166,6 +166,7 @@ void Register_Windows(Application& app) {
     Register_Text_Editor(app);
     Register_Quick_View(app);
     Register_Generic_Graphics(app);
+    Register_Model_3D(app);
 }
 
 int Run_Window(const Command_Line& line, const std::optional<std::string>& script) {

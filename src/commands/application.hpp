@@ -18,6 +18,7 @@ struct Application {
     Seq_File generic_source;            // the sequential refinement that they are drawn of, if they are
     bool failed = false;                // a reader or a check failed: exit status 1
     bool leaving = false;               // the message loop ends
+    bool lack_of_opengl_told = false;   // the user knows that this display has none
     std::array<int, 2> toolbars{0, 0};  // on the window now
 
     Application() = default;

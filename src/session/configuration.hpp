@@ -18,6 +18,7 @@ struct Configuration {
     std::string program_date = "June 2013";
     std::string program_line1 = "a Powder Diffraction graphic tool";
     std::string program_line2 = "for Windows, Linux and MacOS";
+    std::string program_site = "https://www.vantrelo.example/";
 
     std::string os_tag;  // "WIND", "LINU", "MACO" or "UNKN"
     char sep = '/';

@@ -23,7 +23,7 @@ struct Model3D {
     Polar_Place light{45, 0, 12}, view{22.5f, -45, 20};
     std::array<float, 3> scale{1, 1, 1};  // factors of the three axes
     float spin_step = 4;                  // degrees; the sign is the direction
-    Colour model_colour = WRGB(70, 130, 180), edge_colour = WRGB(0, 0, 0);
+    Colour model_colour = WRGB(70, 130, 180), edge_colour = WRGB(0, 0, 0), background = WRGB(192, 192, 192);
     bool dragging = false;
     double hand_x = 0, hand_y = 0;  // where a drag was last, page units
     bool of_grid = true;            // else of a file

@@ -84,6 +84,7 @@ void Post_Message(Message);
 // A session script acts here. An empty function takes it away.
 void Set_Idle_Source(std::function<bool()>);
 
+bool Display_Answers();      // else pictures are drawn in memory, and nobody sees a window
 int InfoOpSystem(int what);  // 1: 4 Unix family, 6 Windows; 19: 14 Linux
 
 void WMessageEnable(int window, Message_Kind kind, bool on);  // mouse_down, mouse_up, mouse_move, field_changed; off at first

@@ -3,20 +3,30 @@
 
 #include <string>
 
+#include "base/topic.hpp"
 #include "commands/command.hpp"
 
 namespace vntl {
 
+struct Session;
+
 Command_Family Text_Editor_Commands();
 Command_Family Quick_View_Commands();
 Command_Family Generic_Graphics_Commands();
+Command_Family Model_3D_Commands();
 Command_Family Window_Commands();  // of windows still to come
 
 void Register_Text_Editor(Application&);
 void Register_Quick_View(Application&);
 void Register_Generic_Graphics(Application&);
+void Register_Model_3D(Application&);
 
 // Opens the window of generic graphics with a file of it, and comes back when the window is closed.
 void Show_Generic_File(Application&, const std::string& file);
+
+// Shows the solid of a file in the window of the model until that is closed.
+void Show_W3d_File(Application&, const std::string& file);
+
+Topic Model_3D_Topic(const Session&);  // model3d
 
 }  // namespace vntl

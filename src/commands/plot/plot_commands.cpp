@@ -124,7 +124,6 @@ constexpr Command commands[] = {
     {command::contour_log, "Graph 2D Contour (Log-Scale)", "contour_log", Contour<true>, "", "Show the profiles as a map of logarithms"},
     {command::graph_3d, "Graph 3D", "graph_3d", Graph_3D, "", "Show the profiles one behind another"},
     {command::surface_3d, "Graph 3D Surface", "surface_3d", Surface_3D, "", "Show the profiles as a surface"},
-    {command::model_3d, "OpenGL 3D model", "model_3d", nullptr, "", "Show the profiles as a model that turns"},
     {command::focus, "Focus", "focus", Focus, "Ctrl+F", "Fit the y window to the visible points"},
     {command::focus_profile, "Focus Profile", "", Focus_On_Values, "", "Enter the limits of the window"},
     {command::target, "View target at centre", "target", Toggle_Target, "Ctrl+T", "Show a target at the centre of the plot", true},

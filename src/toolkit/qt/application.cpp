@@ -116,6 +116,8 @@ bool WInitialise(int& argc, char** argv, bool offscreen) {
 
 void WTerminate() { the_toolkit.reset(); }
 
+bool Display_Answers() { return QGuiApplication::platformName().toStdString() != in_memory; }
+
 int InfoOpSystem(int what) {
 #if defined(Q_OS_WIN)
     return what == 1 ? 6 : 0;

@@ -1,0 +1,49 @@
+// What the files of the model's window share.
+#pragma once
+
+#include <span>
+#include <vector>
+
+#include "commands/application.hpp"
+#include "solid/w3d_view.hpp"
+#include "toolkit/dialog.hpp"
+#include "toolkit/messages.hpp"
+#include "toolkit/window.hpp"
+
+namespace vntl {
+
+// --- the picture -----------------------------------------------------------------------------------------------------------------
+
+W3d_View View_Of(const Model3D&);
+
+// The only road to the screen. `turning`: the next picture follows at once, and this one may be coarse.
+void Draw_Model(const Model3D&, bool turning = false);
+
+void Take_Solid(Model3D&, W3d solid);            // in place of the present one
+void Show_Solid(Model3D&);                       // after it, its factors or its material have changed
+void Show_View(Model3D&, bool turning = false);  // after the eye has moved
+
+// --- dialogs ---------------------------------------------------------------------------------------------------------------------
+
+std::vector<Dialog_Resource> Model_Dialogs();
+
+void Scale_Dialog(Model3D&);
+void Info_Dialog(const Model3D&);
+
+// Where the light and the observer stand: dialogs that stay open while the window is served.
+std::vector<int> Position_Dialogs();
+void Open_Light_Dialog(const Model3D&);
+void Open_View_Dialog(const Model3D&);
+void Serve_Position_Dialog(Model3D&, const Message& message);
+void Follow_In_Dialogs(const Model3D&);  // shows places and colours that have changed by another way
+std::vector<Dialog_Resource> Position_Resources();
+
+// --- files -----------------------------------------------------------------------------------------------------------------------
+
+// The name with the extension .w3d in place of its own one. A point in the name of a directory begins none.
+std::string W3d_Name(const std::string& chosen);
+void Save_W3d(Configuration&, Ask&, const Model3D&);
+
+std::span<const Menu_Entry> Model_Menu();
+
+}  // namespace vntl
