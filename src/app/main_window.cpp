@@ -10,11 +10,13 @@
 #include "commands/plot/mouse.hpp"
 #include "plot/plot.hpp"
 #include "session/changes.hpp"
+#include "session/file_kinds.hpp"
 #include "session/load.hpp"
 #include "session/view_history.hpp"
 #include "toolkit/dialog.hpp"
 #include "toolkit/window.hpp"
 #include "toolkit/window_service.hpp"
+#include "views/views.hpp"
 
 namespace vntl {
 
@@ -96,6 +98,15 @@ std::optional<Point> Page_Of(const Plot_State& plot, Point data) {
     return Point{at.x, at.y};
 }
 
+bool Has_Own_Window(const std::string& name) {
+    const File_Kind_Row* kind = File_Kind_Of(name);
+    return kind != nullptr && (kind->kind == File_Kind::generic_plots || kind->kind == File_Kind::solid);
+}
+
+void Show_In_Own_Window(Application& app, const std::string& name) {
+    File_Kind_Of(name)->kind == File_Kind::solid ? Show_W3d_File(app, name) : Show_Generic_File(app, name);
+}
+
 }  // namespace
 
 void Register_Main_Window(Application& app) {
@@ -105,8 +116,13 @@ void Register_Main_Window(Application& app) {
                                   .page_at = [&app](Point data) { return Page_Of(app.session.plot, data); }});
 }
 
+// Rows first; then each file that is shown in a window of its own, which the user closes before the next one opens.
 void Open_Dropped_Files(Application& app, const std::vector<std::string>& names) {
-    Show_Opened(app, Open_Files(app.session, app.ask, names));
+    std::vector<std::string> of_rows, of_windows;
+    for (const std::string& name : names) (Has_Own_Window(name) ? of_windows : of_rows).push_back(name);
+    if (!of_rows.empty()) Show_Opened(app, Open_Files(app.session, app.ask, of_rows));
+    for (const std::string& name : of_windows)
+        if (!app.leaving) Show_In_Own_Window(app, name);
 }
 
 void Carry_To_Window(Application& app) {

@@ -133,7 +133,10 @@ void Open_Start_File(Application& app, const std::string& name) {
         app.ask.Box({Box_Buttons::ok, Box_Icon::exclamation, 1, "ERROR: Unkown Data File format", session.config.program_name});
         return;
     }
-    Show_Opened(app, kind->open(session, app.ask, name));
+    if (kind->open == nullptr)  // its window opens from the loop of messages
+        Post_Message({Message_Kind::files_dropped, {.files = {In_Directory(session.config.launch_dir, name)}}});
+    else
+        Show_Opened(app, kind->open(session, app.ask, name));
 }
 
 void Open_Start_Files(Application& app, const Command_Line& line) {

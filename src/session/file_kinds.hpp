@@ -14,7 +14,7 @@ struct Read_File;
 struct Session;
 class Ask;
 
-enum class File_Kind { pattern, refined_profile, raw_data, list_of_files, script };
+enum class File_Kind { pattern, refined_profile, raw_data, list_of_files, generic_plots, solid, script };
 
 // How letters of an extension must be written at a door.
 enum class Letters { closed, any, small_or_capital };
@@ -27,7 +27,7 @@ struct File_Kind_Row {
     Letters start;               // one file on the command line
     Letters recent;              // an entry of the recent files
     std::string_view statement;  // of a recording, empty for none
-    // One file that came alone: asks what must be asked.
+    // One file that came alone: asks what must be asked. None for what makes no rows: a window of its own shows it, or it is a script.
     Open_Result (*open)(Session&, Ask&, const std::string& name);
     // One of several, of a command line or a drop, read in any thread; none where it is looked at as a pattern, as what has no row is. In
     // place of a list its files are read.

@@ -16,7 +16,8 @@ constexpr int statements = 2500;
 constexpr const char* files =
     "rising.xye|rising.xye|calculated.xys|calculated.xys|mixed_case.Xy|eleven_points.dat|eleven_points.dat|flight.xye|no_extension|text."
     "txt|"
-    "refined.prf|refined.prf|cut.prf|peaks.xrf|falling.xye|noise.xye|empty.dat|ten_points.dat|huge_claim.dat|strange.dat|home|missing.xye|"
+    "refined.prf|refined.prf|cut.prf|results.seq|table.gdf|pie.gdf|bad.gdf|saved.w3d|peaks.xrf|falling.xye|noise.xye|empty.dat|ten_points."
+    "dat|huge_claim.dat|strange.dat|home|missing.xye|"
     "missing.buf|good.buf|good.buf|mixed.buf|bad.buf|bank.3t2|saved.dat|saved.xys|\"\"|\"odd \\\" #.xye\"|/";
 constexpr const char* keys = "Escape|Escape|Enter|Tab|Space|Backspace|Delete|Left|Up|Home|End|F1|F5|Back|Forward|a|z|\"#\"";
 constexpr const char* fields = "1|2|1001|1002|1003|1004|1010|1599|1603|1701|1702|\"Free Format (Inst. 0)\"|OK|Cancel|Text";
@@ -57,6 +58,19 @@ constexpr const char* grids =
     "1331 4|1331 4|1527 2|1527 2|1527 3|1527 4|1305 2|1318 2|1318 3|1711 3|1711 3|1723 3|1736 3|1742 1|1781 2|1791 3|1791 4";
 constexpr const char* modes = "40096|40097|40093|40094|40147|40138|40139|40144|40145|40148|40095|40099|40110|40216|40217|40218|40219|40221";
 
+// What opens a window of its own, what is done in it, and how both that hold the others back are left.
+constexpr const char* own_windows = "40030|40022|40022|40179|40155";
+constexpr const char* own_window_deeds =
+    "command 40127|command 40131|command 40131|command 40103|command 40126|command 40114|command 40200|command 40203|command 40198|"
+    "command 40195|command 40196|command 40201|command 40206|command 40046|command 40047|command 40062|command 40061|command 40063|"
+    "command 40048|command 40040|command 40071|command 40073|command 40074|command 40059|command 40050|command 40052|command 40053|"
+    "command 40054|command 40078|command 40223|command 40032|command 40039|command 40065|timer 1|timer 1|timer 2|press 1|press 2|"
+    "set 1 -1|set \"Ang. Elevation\" 90|set Distance 2|set \"X Axis (Right/Left)\" 0.1|mouse wheelup 600 400|mouse wheeldown 600 400|"
+    "mouse down 500 300|mouse move 700 500|mouse up 900 500|mouse data down 12 10|mouse data up 14 100|mouse down right 600 400|"
+    "resize 300 200|resize 900 700|print model3d|print generic|print quickview|print picture|print menu|print dialog|export a.svg|main|"
+    "cell 1 1 1 1|cell 2 2 5 1|key Escape";
+const std::string leave_own_windows = "press 2\ndialog 43\ncommand 40041\npress 2\ndialog 42\ncommand 40205\nmain";
+
 // What a change that is taken back and made again leaves as it was.
 const std::string undo_and_redo =
     "print changes\nprint rows\nprint data 1\nprint peaks\nprint background\nprint changes\ncommand 40506\ncommand 40507\n"
@@ -85,14 +99,16 @@ public:
         if (choice < 8) return Files("drop");
         if (choice < 14) return Files("open") + (Below(2) == 0 ? Format_Answers() : "");
         if (choice < 17)
-            return "files " + (Below(2) == 0
-                                   ? One_Of(files)
-                                   : One_Of("cancel|cancel|a.png|b.svg|c.gif|/x/d.ps|good.buf|saved.buf|saved|saved.xys|bank.3t2"));
+            return "files " +
+                   (Below(2) == 0
+                        ? One_Of(files)
+                        : One_Of("cancel|cancel|saved.w3d|a.png|b.svg|c.gif|/x/d.ps|good.buf|saved.buf|saved|saved.xys|bank.3t2"));
         if (choice < 27) return Command();
         if (choice < 32) return Dialog();
         if (choice < 35) return "command " + One_Of(modes);
         if (choice < 65) return Mouse();
         if (choice < 69) return "key " + One_Of(keys);
+        if (choice == 69) return Own_Window();
         if (choice < 73) return "press " + One_Of("1|2|1|2|1002|OK|Find next");
         if (choice < 76) return "set " + One_Of(fields) + ' ' + One_Of(values);
         if (choice < 77) return "cell " + One_Of(fields) + " 1 " + std::to_string(Below(4)) + ' ' + One_Of(values);
@@ -104,9 +120,9 @@ public:
         if (choice == 81) return Reflections();
         if (choice < 84) return "resize " + std::to_string(1 + Below(Below(8) == 0 ? 1500 : 500)) + ' ' + std::to_string(1 + Below(700));
         if (choice < 89)
-            return One_Of("main|main|main|dialog 156|dialog 128|dialog 41|dialog 401|dialog 104|dialog 403|dialog 0|dialog -7");
+            return One_Of("main|main|main|dialog 156|dialog 128|dialog 40|dialog 41|dialog 401|dialog 104|dialog 403|dialog 0|dialog -7");
         // A window that is surely not the main one is opened before it is closed; behind a dialog, the dialog closes.
-        if (choice < 91) return "command " + One_Of("40505|40018|40107") + "\nclose";
+        if (choice < 91) return leave_own_windows + "\ncommand " + One_Of("40505|40018|40107|40179") + "\nclose";
         if (choice < 97) return "print " + One_Of(what);
         return choice < 99 ? "export " + One_Of("a.png|b.svg|c.pdf|d.xyz") : One_Of(odd);
     }
@@ -134,6 +150,15 @@ private:
     std::string Format_Answers() {
         const std::string banks = Below(2) == 0 ? "\nset 1702 1" : "", format = Below(3) == 0 ? "\nset " + One_Of(formats) + " 1" : "";
         return banks + format + "\npress " + One_Of("1|1|1|2");
+    }
+
+    // The model needs four patterns.
+    std::string Own_Window() {
+        std::string text = leave_own_windows + (Below(2) == 0 ? "\ncommand 40019\ndrop rising.xye rising.xye rising.xye rising.xye" : "");
+        text += "\ndirectory .\nfiles " + One_Of("results.seq|table.gdf|pie.gdf|bad.gdf|solid.w3d") + "\ncommand " + One_Of(own_windows) +
+                "\npress 1";
+        for (int i = Below(25); i > 0; --i) text += '\n' + One_Of(own_window_deeds);
+        return text + '\n' + leave_own_windows;
     }
 
     // Marks of a cell, with the dialogs of the tool open.
@@ -191,6 +216,11 @@ protected:
         std::ofstream(directory / "mixed.buf") << "flight.xye\neleven_points.dat\nrefined.prf\nrising.xye\n";
         std::ofstream(directory / "bad.buf") << "rising.xye\nmissing.xye\n";
         std::ofstream(directory / "bank.3t2") << "\nlambda : 1.2\n\n2 3 9 0.5\n:1\n:10\n:1e5\n:0\n:295\n\n\n:counts\n1 2 3 4 5 6\n";
+        std::ofstream(directory / "results.seq") << "NEW_REFINEMENT a\nNUMPAR 1\nN_PATT 1\nNPHASE 1\nf 1 0\nGLOBAL_CHI_2 1\n"
+                                                    "R a 1 0\nR b 2 0\nR c 3 0\nP cell 4 0.1\n";
+        std::ofstream(directory / "table.gdf") << "TITLE t\nN_PLOTS 1\nPLOT_TYPE polar\n{/ a\nN_POINTS 2\n1 2\n3 nan\nlegend\n/}\n";
+        std::ofstream(directory / "pie.gdf") << "N_PLOTS 1\nPLOT_TYPE piechart\n{/ a\nN_POINTS 2\n1 2 x\n3 4 y\n/}\n";
+        std::ofstream(directory / "bad.gdf") << "N_PLOTS 40\n{/ a\n";
         std::ofstream(directory / "text.txt") << "Two lines\nof text";
     }
 };
