@@ -76,7 +76,7 @@ public:
         const std::size_t count = std::min(info.refl_position.size(), info.refl_phase.size());
         g_.IGrColourN(tick_colour);
         g_.IGrLineType(0);
-        g_.IGrLineWidth(1);
+        g_.IGrLineWidth(2);  // they are short
         for (std::size_t j = 0; j < count; ++j) {
             const float x = info.refl_position[j];
             const float t = first_tick + next_tick * static_cast<float>(info.refl_phase[j] - 1);

@@ -113,10 +113,6 @@ Read_File Read_Alone(const std::string& path) {
 // A constant value is shown in the middle of a narrow range.
 float Flat_Margin(float value) { return value == 0 ? 1 : flat_margin * std::fabs(value); }
 
-void Show_View(Plot_State& plot, const View& view) {
-    if (plot.Show(view)) plot.drawn = plot.units = view;
-}
-
 void Find_Range(const Diffraction_Pattern_Type& pattern, Plot_State& plot) {
     const auto [left, right] = std::minmax(pattern.xmin, pattern.xmax);
     const float at_side = left < right ? 0 : Flat_Margin(left);
@@ -176,15 +172,19 @@ void Read_Out(Quick_View& quick, Plot_State::Place page) {
     quick.status[y_text] = inside ? "Y= " + IRealToString(static_cast<float>(at.y), "(f12.1)") : "";
 }
 
+void Show_View(Quick_View& quick, const View& view) {
+    if (quick.plot.Show(view)) quick.plot.drawn = quick.plot.units = view;
+}
+
 void Zoom_To(Quick_View& quick, const Rubber_Shape& rectangle) {
     const Plot_State::Place a = quick.plot.Data_At({rectangle.x0, rectangle.y0}), b = quick.plot.Data_At({rectangle.x1, rectangle.y1});
     const auto [x1, x2] = std::minmax({static_cast<float>(a.x), static_cast<float>(b.x)});
     const auto [y1, y2] = std::minmax({static_cast<float>(a.y), static_cast<float>(b.y)});
     const View view{x1, x2, y1, y2};
-    if (std::fabs(a.x - b.x) > narrowest_zoom && view.Drawable()) Show_View(quick.plot, view);
+    if (std::fabs(a.x - b.x) > narrowest_zoom && view.Drawable()) Show_View(quick, view);
 }
 
-void Show_Whole(Quick_View& quick) { Show_View(quick.plot, quick.plot.Whole_Range()); }
+void Show_Whole(Quick_View& quick) { Show_View(quick, quick.plot.Whole_Range()); }
 
 Open_Result Hand_Over(Session& session, Ask& ask) {
     const Quick_View& quick = session.quick_view;

@@ -52,7 +52,8 @@ Status Show_Quick_File(Session&, int index);
 // The numbers at a place of the page, none outside the view.
 void Read_Out(Quick_View&, Plot_State::Place page);
 
-// The view becomes what the rectangle holds, and the whole range again. A rectangle that is too narrow leaves it.
+// The view becomes another one, what the rectangle holds, or the whole range again. One that is too narrow leaves it.
+void Show_View(Quick_View&, const View&);
 void Zoom_To(Quick_View&, const Rubber_Shape& rectangle);
 void Show_Whole(Quick_View&);
 

@@ -3,6 +3,7 @@
 
 #include "commands/application.hpp"
 #include "commands/file/opened.hpp"
+#include "commands/plot/view.hpp"
 #include "commands/select_files.hpp"
 #include "plot/quick_view_picture.hpp"
 #include "plot/rubber.hpp"
@@ -105,8 +106,10 @@ void Step(Application& app, int step) {
 void Set_To_Main(Application& app) {
     if (!app.session.quick_view.Holds_Profile()) return;
     const Open_Result result = Hand_Over(app.session, app.ask);
-    app.failed |= result.failed;
-    if (!result.opened) return;
+    if (!result.opened) {
+        app.failed |= result.failed;
+        return;
+    }
     Show_Opened(app, result);
     Post_Message({Message_Kind::repaint, {.win = main_window}});
 }
@@ -172,6 +175,18 @@ void Release(Session& session, const WIN_MESSAGE& record) {
     End_Rectangle(session, true);
 }
 
+// As in the main window: x narrower about the pointer, or wider again up to the whole range.
+void Turn_Wheel(Session& session, const WIN_MESSAGE& record) {
+    Quick_View& quick = session.quick_view;
+    const Plot_State& plot = quick.plot;
+    View view = plot.Shown_View();
+    if (!view.Drawable() || plot.rubber.active) return;
+    const double x = plot.Data_At({record.x, record.y}).x;
+    if (!(x >= view.x1 && x <= view.x2) || !Zoom_X_Within_Rows(plot, x, record.value1 > 0, view)) return;
+    Show_View(quick, view);
+    Redraw(session);
+}
+
 // --- the window --------------------------------------------------------------------------------------------------------------------
 
 void Open_QuickView(Application& app) {
@@ -199,6 +214,8 @@ void Serve(Application& app, const Message& message) {
             return Move(app.session, message.record);
         case Message_Kind::mouse_up:
             return Release(app.session, message.record);
+        case Message_Kind::wheel:
+            return Turn_Wheel(app.session, message.record);
         case Message_Kind::key_down:
             if (message.record.value1 == key_escape) End_Rectangle(app.session, false);
             return;

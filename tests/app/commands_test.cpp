@@ -35,7 +35,7 @@ constexpr const char* table = R"(
 40026 001 Normalize(Monitor)
 40027 001 Graph 2D
 40028 001 Graph 3D
-40030 ??? Quick View PRF
+40030 111 Quick View PRF
 40031 001 Graph 2D Contour
 40033 111 Preferences...
 40034 011 Admin excluded regions

@@ -117,7 +117,7 @@ public:
         if (choice == 80 || choice == 94) return undo_and_redo;
         if (choice < 81)
             return Below(2) == 0 ? One_Of(preferences) : One_Of("directory home|colour 1 2 3|colour 1 2 300|programs off|timer 1|timer -1");
-        if (choice == 81) return Reflections();
+        if (choice == 81) return Below(3) == 0 ? Quick_View() : Reflections();
         if (choice < 84) return "resize " + std::to_string(1 + Below(Below(8) == 0 ? 1500 : 500)) + ' ' + std::to_string(1 + Below(700));
         if (choice < 89)
             return One_Of("main|main|main|dialog 156|dialog 128|dialog 40|dialog 41|dialog 401|dialog 104|dialog 403|dialog 0|dialog -7");
@@ -165,6 +165,11 @@ private:
     std::string Reflections() {
         return "press 2\nmain\ncommand 40154\nset 1436 1.54\nset 1439 5000\nset 1431 " + One_Of("1|15|194|227|\"R -3 c:R\"") +
                "\npress 1\npress 1437\npress 1442\ndialog 156\nset 1460 " + std::to_string(Below(201) - 100);
+    }
+
+    std::string Quick_View() {
+        return "press 2\nmain\ncommand 40030\ndirectory " + One_Of(".|.|.|home|/x") + "\ncommand 40127\nprint quickview\ncommand " +
+               One_Of("40131|40131|40103|40126|40126|40114");
     }
 
     // A dialog that is opened, filled, and mostly left again.
