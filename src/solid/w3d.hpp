@@ -21,7 +21,8 @@ inline constexpr int w3d_materials = 6;  // counted from 1
 inline constexpr std::size_t max_w3d_vertices = 50'000'000;
 
 // Facets between vertices that stand in columns and rows: facet (i, k) has the corners (i, k), (i+1, k), (i+1, k+1), (i, k+1). Seen from
-// above, columns and rows stand on straight lines parallel to the first and the third axis.
+// above, columns and rows stand on straight lines parallel to the first and the third axis, and rise or fall from one to the next. A height
+// that is no number is a gap: facets with such a corner are left out. Sheets share no vertices.
 struct W3d_Sheet {
     std::size_t first = 0;  // vertex of column 0 and row 0; the columns of a row follow one another
     int columns = 0, rows = 0;

@@ -60,7 +60,7 @@ bool Before(const Box& body, const Box& sheet, const Vec3& eye) {
     return !parted;
 }
 
-// A rod or a text.
+// A rod or a text, by its triangles alone.
 struct Body {
     W3d_Mesh mesh;
     Box box;
@@ -68,15 +68,23 @@ struct Body {
     float distance = 0;
 };
 
-Body Body_Of(const W3d& one, const Vec3& eye) {
-    W3d_Mesh mesh = Mesh_Of(one);
-    Box box(one.rods.empty() ? one.texts[0].at : one.rods[0].from);
-    if (one.rods.empty())
-        for (const W3d_Vertex& vertex : mesh.vertices) box.Hold(vertex.at);
-    else
-        box.Hold(one.rods[0].to);  // the thickness of one that stands at the border of a sheet has no part in it
-    const float distance = Length(Minus(box.Middle(), eye));
-    return {std::move(mesh), box, one.rods.empty() ? Cross(one.texts[0].along, one.texts[0].upward) : Vec3{}, distance};
+// The thickness of a rod, which may stand at the border of a sheet, has no part in its box.
+Body Body_Of(const W3d_Rod& rod, const W3d& solid) {
+    W3d one;
+    one.materials = solid.materials;
+    one.rods = {rod};
+    Body body{Mesh_Of(one), Box(rod.from)};
+    body.box.Hold(rod.to);
+    return body;
+}
+
+Body Body_Of(const W3d_Text& text, const W3d& solid) {
+    W3d one;
+    one.materials = solid.materials;
+    one.texts = {text};
+    Body body{Mesh_Of(one), Box(text.at), Cross(text.along, text.upward)};
+    for (const W3d_Vertex& vertex : body.mesh.vertices) body.box.Hold(vertex.at);
+    return body;
 }
 
 class Solid_Painter {
@@ -107,17 +115,9 @@ public:
 private:
     std::vector<Body> Bodies() const {
         std::vector<Body> bodies;
-        W3d one;
-        one.materials = solid_.materials;
-        for (const W3d_Rod& rod : solid_.rods) {
-            one.rods = {rod};
-            bodies.push_back(Body_Of(one, view_.eye));
-        }
-        one.rods.clear();
-        for (const W3d_Text& text : solid_.texts) {
-            one.texts = {text};
-            bodies.push_back(Body_Of(one, view_.eye));
-        }
+        for (const W3d_Rod& rod : solid_.rods) bodies.push_back(Body_Of(rod, solid_));
+        for (const W3d_Text& text : solid_.texts) bodies.push_back(Body_Of(text, solid_));
+        for (Body& body : bodies) body.distance = Length(Minus(body.box.Middle(), view_.eye));
         Sort_Far_To_Near(bodies);
         return bodies;
     }
