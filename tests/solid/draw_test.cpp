@@ -101,7 +101,8 @@ struct Random_Views {
     std::mt19937 random{7};
     W3d_View Next(Render_Mode mode) {
         std::uniform_real_distribution<double> share(-1, 1);
-        return {From_Polar(89.9 * share(random), 180 * share(random), 16 + 13 * share(random)), From_Polar(45, 0, 12), mode};
+        const double elevation = 89.9 * share(random), azimuth = 180 * share(random), distance = 19 + 11 * share(random);
+        return {From_Polar(elevation, azimuth, distance), From_Polar(45, 0, 12), mode};
     }
 };
 
