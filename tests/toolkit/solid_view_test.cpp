@@ -6,6 +6,7 @@
 #include <QLayout>
 #include <QMouseEvent>
 #include <QOpenGLWidget>
+#include <QThread>
 #include <QWheelEvent>
 #include <array>
 #include <cmath>
@@ -286,6 +287,7 @@ TEST_F(Solid_View, WithoutOpenGLTheProjectionIsShown) {
         if (tried) static_cast<QOpenGLWidget&>(Area()).setFormat(impossible);
         WindowShow();
         W3dShow(view);
+        for (int wait = 0; wait < 1000 && W3dOpenGL(); ++wait, QThread::msleep(10)) QCoreApplication::processEvents();
         EXPECT_FALSE(W3dOpenGL());
         EXPECT_EQ(Shown(), (Size{width, height}));
         EXPECT_EQ(Frame(), Projected(*solid, view));
