@@ -310,9 +310,7 @@ Status Script_Runner::Os(const Words& words) {
     return Status::Done();
 }
 
-Status Script_Runner::Print(const Words& words) {
-    return Print_State(app_, start_directory_, output_, vntl::Words(words).subspan(1));
-}
+Status Script_Runner::Print(const Words& words) { return Print_State(app_, start_directory_, output_, vntl::Words(words).subspan(1)); }
 
 Status Script_Runner::Export(const Words& words) {
     if (words.size() != 2) return Usage("export FILE");
