@@ -11,7 +11,7 @@ namespace vntl {
 
 namespace {
 
-constexpr double half_angle = 10 * std::numbers::pi / 180;
+constexpr double half_angle = 7.5 * std::numbers::pi / 180;
 constexpr double nearest_share = 0.01;  // of the eye's distance: what is nearer to it is cut away
 
 }  // namespace

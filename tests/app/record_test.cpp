@@ -18,7 +18,7 @@ protected:
     std::string Replay(const std::string& statements, const std::vector<std::string>& exported = {}) {
         std::string script;
         for (const char c : statements) script += c == ';' ? "\n" : c == '@' ? "mouse " : std::string(1, c);
-        const std::string looks = "print rows\nprint state\nprint menu 40503\nprint menu 40504\nprint menu 40113\n";
+        const std::string looks = "main\nprint rows\nprint state\nprint menu 40503\nprint menu 40504\nprint menu 40113\n";
         std::ofstream(directory / "a.vns") << script + "\n" + looks + "export a.png\n";
         const Run_Result first = Run({"--script", "a.vns", "--record", "b.vns"});
         for (const std::string& file : exported) fs::rename(directory / file, directory / ("first " + file));
