@@ -34,7 +34,8 @@ public:
     double Length_Of_Lines(Colour colour) const {
         double length = 0;
         for (const Recorded_Line& line : Drawn<Recorded_Line>(device))
-            if (line.pen.colour == colour) length += std::hypot(line.points[1].x - line.points[0].x, line.points[1].y - line.points[0].y);
+            if (line.pen.colour == colour)
+                length += std::hypot(line.points.back().x - line.points.front().x, line.points.back().y - line.points.front().y);
         return length;
     }
 
