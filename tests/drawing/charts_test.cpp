@@ -133,26 +133,6 @@ TEST(Pie, SlicesHaveTheirShareOfACircleClockwiseFromTheTop) {
     }
 }
 
-TEST(Pie, TextsOfLargeSlicesKeepApartInTheirRoom) {
-    for (const auto& [width, height] : pages) {
-        for (const std::size_t count : {1u, 5u, 40u, 500u}) {
-            Chart chart(3, static_cast<int>(count), width, height);
-            std::vector<float> values;
-            std::vector<Set_Text> texts;
-            for (std::size_t i = 0; i < count; ++i) {
-                values.push_back(1 + static_cast<float>(i * i % 7));
-                texts.push_back({1, "A phase of name " + std::to_string(i), std::to_string(i) + " %"});
-            }
-            values[count / 2] = 1000;
-            chart.p.IPgPie(values, 90, texts, 0.9f);
-            Expect_Texts_Apart(chart.device, {0, 0, 0.9 * width, height}, std::to_string(count) + " slices");
-            const auto written = Drawn<Recorded_Text>(chart.device);
-            ASSERT_GE(written.size(), std::min<std::size_t>(count, 2));
-            EXPECT_TRUE(written[0].text.ends_with(' ' + texts[count / 2].figure)) << written[0].text;
-        }
-    }
-}
-
 // x = r cos(angle), y = r sin(angle), in a circle whatever the shape of the page.
 TEST(Polar, PointsLieAtTheirAngleAndRadius) {
     const std::vector<float> angles = {0, 90, 210, 45, 720 + 60, nan, 10, 1e30f, 5}, radii = {1, 2, 4, -2, 4, 1, 4.1f, 1, inf};

@@ -28,7 +28,6 @@ protected:
         plots.plot_kind = kind;
         Draw_Generic_Plot(plots, session.prefs, page);
     }
-    // Numbers of the scales, keys and titles, but for those in `others`.
     std::size_t Texts_Starting(std::string_view start) const {
         std::size_t count = 0;
         for (const Recorded_Text& text : All<Recorded_Text>()) count += text.text.starts_with(start) ? 1 : 0;
@@ -235,25 +234,6 @@ TEST_F(Generic, TextsKeepApartAndKeysHoldFortyNames) {
                 }
             }
         }
-    }
-}
-
-TEST_F(Generic, TheEmptyWindowNamesTheProgram) {
-    Draw_Generic_Welcome(session.config, page);
-    const struct {
-        std::string text;
-        double y, width, height;
-        int style;
-    } lines[] = {{session.config.program_name, 0.6, 0.05, 0.07, 1},
-                 {"Generic Graphics Mode", 0.5, 0.02, 0.04, 3},
-                 {session.config.program_version + "  " + session.config.program_date, 0.2, 0.015, 0.03, 1}};
-    for (const auto& line : lines) {
-        const Recorded_Text* text = Text(line.text);
-        ASSERT_NE(text, nullptr) << line.text;
-        EXPECT_AT(text->at, 600, 800 * line.y);
-        EXPECT_NEAR(text->style.width, 1200 * line.width, 1e-3);
-        EXPECT_NEAR(text->style.height, 800 * line.height, 1e-3);
-        EXPECT_TRUE(text->style.style == line.style && text->style.justify == Justify::centre && text->style.colour == WRGB(0, 0, 255));
     }
 }
 
