@@ -66,7 +66,7 @@ float Value_At(const std::vector<float>& values, float fraction) {
         std::lerp(static_cast<double>(values[before]), static_cast<double>(values[behind]), place - static_cast<double>(before)));
 }
 
-// Letters of a width that the text has room for.
+// Letters of a width that the text has room for, and as thin as paper: seen from aside, thick ones run into one another.
 void Add_Text(const Edge& edge, float fraction, float beside, std::string_view text, float width, float letter, float room, W3d& solid) {
     if (text.empty()) return;
     width = std::min(width, room / static_cast<float>(Characters(text)));
@@ -75,7 +75,8 @@ void Add_Text(const Edge& edge, float fraction, float beside, std::string_view t
                            .along = edge.along,
                            .upward = edge.Upward(),
                            .width = width,
-                           .height = letter});
+                           .height = letter,
+                           .depth = 0.01f});
 }
 
 void Add_Axis(const Edge& edge, const std::vector<float>& values, std::string_view title, W3d& solid) {

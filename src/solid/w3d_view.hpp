@@ -20,7 +20,8 @@ struct W3d_View {
     Colour background = WRGB(192, 192, 192), edge_colour = 0;
 };
 
-// The perspective of an eye that looks at the origin, upright, with a picture angle of 15 degrees over the shorter side of the page.
+// The perspective of an eye that looks at the origin, upright, with a picture angle of 15 degrees over the shorter side of the page: a
+// model fills it at the distance from which it is seen first.
 class W3d_Camera {
 public:
     W3d_Camera(const Vec3& eye, double width, double height);  // of the page, device units

@@ -22,9 +22,9 @@ TEST(Solid_View, Polar_Places) {
     Expect_Near(From_Polar(0, 90, 3), {0, 0, 3}, 1e-6f);
 }
 
-// Half of the shorter side is the distance times the tangent of 10 degrees.
+// Half of the shorter side is the distance times the tangent of 7.5 degrees.
 TEST(Solid_View, The_Page_Of_An_Eye_In_Front) {
-    const float half = static_cast<float>(20 * std::tan(10 * std::numbers::pi / 180));
+    const float half = static_cast<float>(20 * std::tan(7.5 * std::numbers::pi / 180));
     struct Case {
         Vec3 eye, point;
         double width, height, x, y, depth;
