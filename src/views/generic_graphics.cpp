@@ -15,6 +15,7 @@
 #include "plot/generic_plot.hpp"
 #include "plot/plot.hpp"
 #include "toolkit/window_service.hpp"
+#include "views/menu_entries.hpp"
 #include "views/seq_dialog.hpp"
 #include "views/views.hpp"
 
@@ -29,35 +30,20 @@ constexpr std::string_view data_files = "Generic Data Files|*.gdf;*.seq|", pictu
                            gdf_extension = ".gdf", seq_extension = ".seq";
 
 const std::vector<Menu_Entry>& Menu() {
+    using namespace command;
     static const std::vector<Menu_Entry> bar = {
-        {0,
-         "&File",
-         "",
-         "",
-         "",
-         {{command::generic_open, "&Open ...", "Ctrl+O", "Draw a table of curves or the results of a sequential refinement", "open", {}},
-          {command::generic_reload, "&Reload", "F5", "Read the present file again", "reload", {}},
-          {command::generic_close, "&Close", "Ctrl+W", "Clear the window", "close", {}},
-          {},
-          {command::generic_print, "&Print", "Ctrl+P", "Print the plot", "print", {}},
-          {0,
-           "&Export Graphics as...",
-           "",
-           "",
-           "",
-           {{command::generic_export_ps, "&PostScript File (.ps)", "", "Save the plot as PostScript", "", {}},
-            {command::generic_export_emf, "&Enhanced Windows Metafile (.emf)", "", "Save the plot as a metafile", "", {}}},
-           true},
-          {},
-          {command::generic_exit, "E&xit", "Ctrl+Q", "Close this window", "exit", {}}},
-         true},
-        {0,
-         "&Options",
-         "",
-         "",
-         "",
-         {{command::generic_preferences, "&Preferences", "", "Colours, styles and texts of plots", "preferences", {}}},
-         true}};
+        Popup("&File",
+              {Entry(generic_open, "&Open ...", "Draw a table of curves or the results of a sequential refinement", "Ctrl+O", "open"),
+               Entry(generic_reload, "&Reload", "Read the present file again", "F5", "reload"),
+               Entry(generic_close, "&Close", "Clear the window", "Ctrl+W", "close"),
+               {},
+               Entry(generic_print, "&Print", "Print the plot", "Ctrl+P", "print"),
+               Popup("&Export Graphics as...",
+                     {Entry(generic_export_ps, "&PostScript File (.ps)", "Save the plot as PostScript"),
+                      Entry(generic_export_emf, "&Enhanced Windows Metafile (.emf)", "Save the plot as a metafile")}),
+               {},
+               Entry(generic_exit, "E&xit", "Close this window", "Ctrl+Q", "exit")}),
+        Popup("&Options", {Entry(generic_preferences, "&Preferences", "Colours, styles and texts of plots", {}, "preferences")})};
     return bar;
 }
 

@@ -1,6 +1,7 @@
 #include <array>
 
 #include "session/command_ids.hpp"
+#include "views/menu_entries.hpp"
 #include "views/model_3d.hpp"
 
 namespace vntl {
@@ -8,12 +9,6 @@ namespace vntl {
 namespace {
 
 using namespace command;
-
-Menu_Entry Popup(std::string label, std::vector<Menu_Entry> entries) { return {0, std::move(label), "", "", "", std::move(entries), true}; }
-Menu_Entry Entry(int id, std::string label, std::string hint, std::string key = {}) {
-    return {id, std::move(label), std::move(key), std::move(hint), "", {}};
-}
-Menu_Entry Mode(int id, std::string label, std::string hint) { return {id, std::move(label), "", std::move(hint), "", {}, false, true}; }
 
 Menu_Entry File_Menu() {
     return Popup("&File", {Entry(model_save_as, "&Save as...", "Save the model in another format"),
@@ -25,12 +20,12 @@ Menu_Entry File_Menu() {
 }
 
 Menu_Entry Mode_Menu() {
-    return Popup("&Render mode", {Mode(model_wireframe, "&Wireframe", "Show the edges alone"),
-                                  Mode(model_hidden_lines, "Wireframe / &Hidden lines", "Show the edges that nothing hides"),
-                                  Mode(model_unlit, "&Solid / unlit", "Show the surface without light"),
-                                  Mode(model_flat, "Lit / &Flat shading", "Show each facet in the light that falls on it"),
-                                  Mode(model_gouraud, "Lit / &Gouraud shading", "Show the light smoothly over the facets"),
-                                  Mode(model_phong, "Lit / &Phong shading", "Compute the light for each point of the picture")});
+    return Popup("&Render mode", {Marked_Entry(model_wireframe, "&Wireframe", "Show the edges alone"),
+                                  Marked_Entry(model_hidden_lines, "Wireframe / &Hidden lines", "Show the edges that nothing hides"),
+                                  Marked_Entry(model_unlit, "&Solid / unlit", "Show the surface without light"),
+                                  Marked_Entry(model_flat, "Lit / &Flat shading", "Show each facet in the light that falls on it"),
+                                  Marked_Entry(model_gouraud, "Lit / &Gouraud shading", "Show the light smoothly over the facets"),
+                                  Marked_Entry(model_phong, "Lit / &Phong shading", "Compute the light for each point of the picture")});
 }
 
 Menu_Entry Options_Menu() {

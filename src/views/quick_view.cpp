@@ -9,6 +9,7 @@
 #include "plot/rubber.hpp"
 #include "session/load.hpp"
 #include "toolkit/window_service.hpp"
+#include "views/menu_entries.hpp"
 #include "views/views.hpp"
 
 namespace vntl {
@@ -23,31 +24,16 @@ constexpr int left_button = 1, right_button = 3;
 constexpr int width_info = 1, height_info = 2;
 
 const std::vector<Menu_Entry>& Menu() {
+    using namespace command;
     static const std::vector<Menu_Entry> bar = {
-        {0,
-         "&File",
-         "",
-         "",
-         "",
-         {{command::quick_view_directory,
-           "Choose &directory...",
-           "Ctrl+O",
-           "Look through the profile files of a directory",
-           "directory",
-           {}},
-          {},
-          {command::quick_view_to_main, "&Set PRF file to Main Window", "Ctrl+M", "Take this profile over", "to_main", {}},
-          {},
-          {command::quick_view_close, "&Close QuickView PRF window", "Ctrl+W", "Close this window", "close", {}}},
-         true},
-        {0,
-         "&Profile",
-         "",
-         "",
-         "",
-         {{command::quick_view_previous, "&Previous", "PgUp", "Show the file before this one", "previous", {}},
-          {command::quick_view_next, "&Next", "PgDown", "Show the file behind this one", "next", {}}},
-         true}};
+        Popup("&File",
+              {Entry(quick_view_directory, "Choose &directory...", "Look through the profile files of a directory", "Ctrl+O", "directory"),
+               {},
+               Entry(quick_view_to_main, "&Set PRF file to Main Window", "Take this profile over", "Ctrl+M", "to_main"),
+               {},
+               Entry(quick_view_close, "&Close QuickView PRF window", "Close this window", "Ctrl+W", "close")}),
+        Popup("&Profile", {Entry(quick_view_previous, "&Previous", "Show the file before this one", "PgUp", "previous"),
+                           Entry(quick_view_next, "&Next", "Show the file behind this one", "PgDown", "next")})};
     return bar;
 }
 

@@ -6,6 +6,7 @@
 #include "commands/application.hpp"
 #include "commands/select_files.hpp"
 #include "toolkit/window_service.hpp"
+#include "views/menu_entries.hpp"
 #include "views/views.hpp"
 
 namespace vntl {
@@ -32,36 +33,25 @@ constexpr std::array<Edit_Row, 6> edit_rows = {{{command::editor_undo, Edit_Acti
                                                 {command::editor_select_all, Edit_Action::select_all}}};
 
 const std::vector<Menu_Entry>& Menu() {
+    using namespace command;
     static const std::vector<Menu_Entry> bar = {
-        {0,
-         "&File",
-         "",
-         "",
-         "",
-         {{command::editor_new, "&New", "Ctrl+N", "Start an empty text", "", {}},
-          {command::editor_open, "&Open...", "Ctrl+O", "Open a text file", "open", {}},
-          {},
-          {command::editor_save, "&Save", "Ctrl+S", "Write the text to its file", "save", {}},
-          {command::editor_save_as, "Save &as...", "Ctrl+Shift+S", "Write the text to another file", "", {}},
-          {},
-          {command::editor_close, "&Close", "Ctrl+W", "Close this window", "", {}}},
-         true},
-        {0,
-         "&Edit",
-         "",
-         "",
-         "",
-         {{command::editor_undo, "&Undo", "Ctrl+Z", "Take the last change back", "undo", {}},
-          {command::editor_redo, "&Redo", "Ctrl+Y", "Make it again", "redo", {}},
-          {},
-          {command::editor_cut, "Cu&t", "Ctrl+X", "Move the chosen text to the clipboard", "cut", {}},
-          {command::editor_copy, "&Copy", "Ctrl+C", "Copy the chosen text to the clipboard", "copy", {}},
-          {command::editor_paste, "&Paste", "Ctrl+V", "Insert what is on the clipboard", "paste", {}},
-          {command::editor_select_all, "Select &all", "Ctrl+A", "Choose the whole text", "", {}},
-          {},
-          {command::editor_find, "&Find...", "Ctrl+F", "Look for a text", "find", {}},
-          {command::editor_find_next, "Find &next", "F3", "Look for it again", "", {}}},
-         true}};
+        Popup("&File", {Entry(editor_new, "&New", "Start an empty text", "Ctrl+N"),
+                        Entry(editor_open, "&Open...", "Open a text file", "Ctrl+O", "open"),
+                        {},
+                        Entry(editor_save, "&Save", "Write the text to its file", "Ctrl+S", "save"),
+                        Entry(editor_save_as, "Save &as...", "Write the text to another file", "Ctrl+Shift+S"),
+                        {},
+                        Entry(editor_close, "&Close", "Close this window", "Ctrl+W")}),
+        Popup("&Edit", {Entry(editor_undo, "&Undo", "Take the last change back", "Ctrl+Z", "undo"),
+                        Entry(editor_redo, "&Redo", "Make it again", "Ctrl+Y", "redo"),
+                        {},
+                        Entry(editor_cut, "Cu&t", "Move the chosen text to the clipboard", "Ctrl+X", "cut"),
+                        Entry(editor_copy, "&Copy", "Copy the chosen text to the clipboard", "Ctrl+C", "copy"),
+                        Entry(editor_paste, "&Paste", "Insert what is on the clipboard", "Ctrl+V", "paste"),
+                        Entry(editor_select_all, "Select &all", "Choose the whole text", "Ctrl+A"),
+                        {},
+                        Entry(editor_find, "&Find...", "Look for a text", "Ctrl+F", "find"),
+                        Entry(editor_find_next, "Find &next", "Look for it again", "F3")})};
     return bar;
 }
 
