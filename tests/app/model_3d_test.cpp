@@ -222,6 +222,34 @@ TEST_F(Model_3D, ASolidIsSavedUnderItsExtension) {
               "The 3D model file cannot be written:\n" + (directory / "nowhere/pic.w3d").string());
 }
 
+// From where it was seen and in its colours; its factors have become its shape.
+TEST_F(Model_3D, ASavedSolidIsShownAgain) {
+    Make(4);
+    const std::string turned =
+        "@down left 600 400;@move 300 300;@up left 300 300;@wheelup 1 1;40050;colour 9 8 7;40063;colour 6 5 4;40048;";
+    const Run_Result run = Do(turned +
+                              "40046;set 4311 10;press 2;40062;set 4331 3;press 1;print model3d full;files pic;40223;40041;"
+                              "drop pic.w3d;print model3d full;print menu 40061;40062;set 4331 0.5;press 1;print model3d full;"
+                              "40041;print state");
+    const auto models = run.With("model3d");
+    ASSERT_EQ(models.size(), 3u) << run.errors;
+    const Json saved = models[0]["model3d"], shown = models[1]["model3d"], narrow = models[2]["model3d"];
+    for (const char* same : {"render_mode", "vertices", "facets", "model_colour", "edge_colour", "points"})
+        EXPECT_EQ(saved[same], shown[same]) << same;
+    for (const char* near : {"eye", "light"})
+        for (std::size_t k = 0; k < 3; ++k) EXPECT_NEAR(saved[near][k].get<double>(), shown[near][k].get<double>(), 1e-4) << near;
+    Expect_Near(shown["scale"], {1, 1, 1}, "scale");
+    EXPECT_NEAR(narrow["points"][0][0].get<double>(), -1.5 * 3 * 0.5, 1e-5);
+    EXPECT_EQ(run.With("id").at(0)["enabled"], false) << "there is no grid to smooth";
+    EXPECT_EQ(run.With("plot_type").back()["nperfiles"], 4);
+    std::ofstream(directory / "bad.w3d") << "w3d 1\nv 1 2\nend\n";
+    const Run_Result alone = Script("print model3d\nclose\nprint state\ndrop bad.w3d\n", {"pic.w3d"});
+    EXPECT_EQ(alone.With("model3d").at(0)["model3d"]["vertices"], 84);
+    EXPECT_EQ(alone.With("plot_type").back()["plot_type"], "none");
+    ASSERT_EQ(Told(alone).size(), 1u);
+    EXPECT_NE(Told(alone)[0].find("bad.w3d"), std::string::npos) << Told(alone)[0];
+}
+
 TEST_F(Model_3D, ItsOtherCommandsTellShowAndPrint) {
     Make(5);
     const Run_Result run =
