@@ -1,8 +1,10 @@
 // The model: the grid of a series as a lit solid, in a window in which it is turned, stretched, coloured and smoothed.
 #include "views/model_3d.hpp"
 
+#include <algorithm>
 #include <array>
 
+#include "base/text.hpp"
 #include "commands/file/save_graphic.hpp"
 #include "commands/help/about.hpp"
 #include "commands/modal.hpp"
