@@ -116,11 +116,15 @@ void Register_Main_Window(Application& app) {
                                   .page_at = [&app](Point data) { return Page_Of(app.session.plot, data); }});
 }
 
-// Rows first; then each file that is shown in a window of its own, which the user closes before the next one opens.
+// Rows first. What is shown in windows of their own, one after another as the user closes them, comes when the rows are settled.
 void Open_Dropped_Files(Application& app, const std::vector<std::string>& names) {
     std::vector<std::string> of_rows, of_windows;
     for (const std::string& name : names) (Has_Own_Window(name) ? of_windows : of_rows).push_back(name);
-    if (!of_rows.empty()) Show_Opened(app, Open_Files(app.session, app.ask, of_rows));
+    if (!of_rows.empty()) {
+        Show_Opened(app, Open_Files(app.session, app.ask, of_rows));
+        if (!of_windows.empty()) Post_Message({Message_Kind::files_dropped, {.files = of_windows}});
+        return;
+    }
     for (const std::string& name : of_windows)
         if (!app.leaving) Show_In_Own_Window(app, name);
 }

@@ -102,13 +102,14 @@ void Script_Runner::Run(const Statement& statement) {
 }
 
 Status Script_Runner::Post_Command(int id) {
-    const int front = WindowFront();
+    const int window = Window_In_Front();
     const std::string name = "command " + std::to_string(id);
-    if (WindowIsOpen(front) && front != main_window) {
-        WindowSelect(front);
+    if (window != main_window) {
+        WindowSelect(window);
         if (WMenuGetState(id, menu_enabled) < 0) return Status::Fail("the window in front has no " + name);
         if (WMenuGetState(id, menu_enabled) == 0) return Status::Fail(name + " is disabled");
-        Post_Message({Message_Kind::command, {.win = front, .value1 = id}});
+        if (WDialogModal(WindowFront())) return Status::Fail(name + " is not served while a dialog is open");
+        Post_Message({Message_Kind::command, {.win = window, .value1 = id}});
         return Status::Done();
     }
     const Command* command = Find_Command(id);

@@ -185,8 +185,8 @@ TEST_F(OpenGL_Solid_View, FacesOfTheBackgroundHideWhatLiesBehind) {
         W3dShow(view);
         const QImage frame = Frame();
         int count = 0;
-        for (int y = height / 2 - 45; y < height / 2 + 45; ++y)  // inside the upper one
-            for (int x = width / 2 - 45; x < width / 2 + 45; ++x) count += Apart(Pixel(frame, x, y), view.background) > 60;
+        for (int y = height / 2 - 65; y < height / 2 + 65; ++y)  // inside the upper one
+            for (int x = width / 2 - 65; x < width / 2 + 65; ++x) count += Apart(Pixel(frame, x, y), view.background) > 60;
         return count;
     };
     EXPECT_GT(marked(Render_Mode::wireframe), 100);

@@ -117,6 +117,11 @@ void WDialogUnload() {
 
 bool WDialogLoaded(int dialog) { return The_Toolkit().Dialog(dialog) != nullptr; }
 
+bool WDialogModal(int dialog) {
+    const Dialog_Window* window = The_Toolkit().Dialog(dialog);
+    return window != nullptr && window->isVisible() && window->Holds_Others();
+}
+
 bool Modal_Loop_Serves(int command) {
     const auto& dialogs = The_Toolkit().dialogs;
     return The_Toolkit().Holding_Window() == nullptr && std::none_of(dialogs.begin(), dialogs.end(), [&](const auto& dialog) {
