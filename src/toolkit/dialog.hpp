@@ -92,7 +92,7 @@ void WDialogShow(int field, Show_Kind kind, std::span<const int> commands = {});
 void WDialogHide();
 void WDialogUnload();
 bool WDialogLoaded(int dialog);
-bool WDialogModal(int dialog);  // it is open, and holds the others back
+bool WDialogModal(int dialog);        // it is open, and holds the others back
 bool Modal_Loop_Serves(int command);  // of the main window: false while a modal dialog that does not let it through, or a window that holds
                                       // the others back, is open
 
