@@ -181,7 +181,7 @@ Grid_Column Check(const char* heading) { return {heading, Cell_Kind::check_box};
 }  // namespace
 
 Dialog_Resource Seq_Dialog_Resource() {
-    constexpr int name_width = 24, text_width = 40;
+    constexpr int name_width = 20, text_width = 32;
     const Grid_Column names = {"Name", Cell_Kind::string, {}, name_width};
     std::vector<std::vector<Dialog_Field>> texts, kinds;
     for (const Text_Row& row : text_rows)
