@@ -7,7 +7,6 @@
 #include "session/configuration.hpp"
 #include "session/hkl_gen.hpp"
 #include "session/lists.hpp"
-#include "session/model_3d.hpp"
 #include "session/plot_state.hpp"
 #include "session/preferences.hpp"
 #include "session/quick_view.hpp"
@@ -23,7 +22,6 @@ struct Session {
     Search_Parameters search;
     Hkl_Gen_State hkl_gen;
     Quick_View quick_view;
-    Model3D model;
     Interface_State interface;
     Preferences prefs;
     Configuration config;

@@ -71,7 +71,7 @@ void Show_Mode(const Model3D& model) {
 
 template <Render_Mode mode>
 void Choose_Mode(Application& app) {
-    Model3D& model = app.session.model;
+    Model3D& model = app.model;
     model.render_mode = static_cast<int>(mode);
     Show_Mode(model);
     Draw_Model(model);
@@ -79,35 +79,36 @@ void Choose_Mode(Application& app) {
 
 template <int degrees>
 void Spin(Application& app) {
-    Set_Spin_Speed(app.session.model, degrees);
+    Set_Spin_Speed(app.model, degrees);
     WMessageTimer(spin_ms, spin_timer, true);
 }
 
 template <bool clockwise>
 void Choose_Direction(Application& app) {
-    Set_Spin_Direction(app.session.model, clockwise);
+    Set_Spin_Direction(app.model, clockwise);
 }
 
 void Stop_Spin(Application& app) {
     WMessageTimer(0, spin_timer, true);
-    Draw_Model(app.session.model);
+    Draw_Model(app.model);
 }
 
 // The grid is that of the map or surface on the screen, too, which says so.
-void Smooth(Session& session) {
-    Smooth_PlotGrid(session.plot.grid);
-    Show_Resting_Hint(session);
-    Take_Solid(session.model, Build_Model(session.plot.grid, session.plot.xlabel_text, session.model.model_colour));
+void Smooth(Application& app) {
+    Plot_State& plot = app.session.plot;
+    Smooth_PlotGrid(plot.grid);
+    Show_Resting_Hint(app.session);
+    Take_Solid(app.model, Build_Model(plot.grid, plot.xlabel_text, app.model.model_colour));
 }
 
 void Filter(Application& app) {
-    if (!app.session.model.of_grid) return;
-    Smooth(app.session);
-    Show_Solid(app.session.model);
+    if (!app.model.of_grid) return;
+    Smooth(app);
+    Show_Solid(app.model);
 }
 
 void Choose_Model_Colour(Application& app) {
-    Model3D& model = app.session.model;
+    Model3D& model = app.model;
     const std::optional<Colour> chosen = WSelectColour(model.model_colour);
     if (!chosen) return;
     model.model_colour = *chosen;
@@ -118,7 +119,7 @@ void Choose_Model_Colour(Application& app) {
 }
 
 void Choose_Edge_Colour(Application& app) {
-    Model3D& model = app.session.model;
+    Model3D& model = app.model;
     const std::optional<Colour> chosen = WSelectColour(model.edge_colour);
     if (!chosen) return;
     model.edge_colour = *chosen;
@@ -136,13 +137,13 @@ void Open_Web_Site(Application& app) {
     Tell(app, app.programs.Start(std::string(browser) + ' ' + app.session.config.program_site, command_goes_on));
 }
 
-void Save(Application& app) { Save_W3d(app.session.config, app.ask, app.session.model); }
+void Save(Application& app) { Save_W3d(app.session.config, app.ask, app.model); }
 void Print(Application& app) { Tell(app, Print_Window(app.session.config, app.ask, model_window, true)); }
 void Leave(Application&) { WindowCloseChild(model_window); }
-void Move_Light(Application& app) { Open_Light_Dialog(app.session.model); }
-void Move_Observer(Application& app) { Open_View_Dialog(app.session.model); }
-void Scale(Application& app) { Scale_Dialog(app.session.model); }
-void Show_Info(Application& app) { Info_Dialog(app.session.model); }
+void Move_Light(Application& app) { Open_Light_Dialog(app.model); }
+void Move_Observer(Application& app) { Open_View_Dialog(app.model); }
+void Scale(Application& app) { Scale_Dialog(app.model); }
+void Show_Info(Application& app) { Info_Dialog(app.model); }
 void Show_About(Application& app) { About_Dialog(app.session.config); }
 
 constexpr struct {
@@ -210,7 +211,7 @@ void Do_Mouse(Model3D& model, const Message& message) {
 
 void Serve(Application& app, const Message& message) {
     if (!WindowIsOpen(model_window)) return;
-    Model3D& model = app.session.model;
+    Model3D& model = app.model;
     WindowSelect(model_window);
     if (message.record.win != model_window) return Serve_Position_Dialog(model, message);
     switch (message.kind) {
@@ -258,14 +259,13 @@ void Tell_Lack_Of_OpenGL(Application& app) {
 
 // Shows the solid of the state until the window is closed.
 void Run(Application& app) {
-    Session& session = app.session;
-    Open_Window(session.config, session.model);
-    Show_Solid(session.model);
+    Open_Window(app.session.config, app.model);
+    Show_Solid(app.model);
     Tell_Lack_Of_OpenGL(app);
     Run_Window(model_window, app.leaving);
-    session.model.solid = session.model.shown = nullptr;
+    app.model.solid = app.model.shown = nullptr;
     WindowSelect(main_window);
-    if (!app.leaving) Plot_Redraw(session);
+    if (!app.leaving) Plot_Redraw(app.session);
 }
 
 // More corners than a solid can have come of a series that nobody can see point by point.
@@ -279,10 +279,9 @@ Status Prepare(Session& session) {
 }
 
 void Model3D_Main(Application& app) {
-    Session& session = app.session;
-    if (const Status status = Prepare(session); status.failed) return app.ask.Error("ERROR: " + status.message);
-    session.model = {};
-    Smooth(session);
+    if (const Status status = Prepare(app.session); status.failed) return app.ask.Error("ERROR: " + status.message);
+    app.model = {};
+    Smooth(app);
     Run(app);
 }
 
@@ -296,7 +295,7 @@ void Show_W3d_File(Application& app, const std::string& file) {
     W3d solid;
     W3d_View view;
     if (const Status status = Read_W3d(file, solid, view); status.failed) return app.ask.Error(status);
-    Model3D& model = app.session.model;
+    Model3D& model = app.model;
     model = {};
     model.of_grid = false;
     model.render_mode = static_cast<int>(view.mode);
@@ -318,7 +317,7 @@ void Register_Model_3D(Application& app) {
                                    .message = [&app](const Message& message) { Serve(app, message); },
                                    .picture =
                                        [&app](Device& device) {
-                                           const Model3D& model = app.session.model;
+                                           const Model3D& model = app.model;
                                            if (model.shown != nullptr) Draw_W3d(*model.shown, View_Of(model), device);
                                        }});
 }

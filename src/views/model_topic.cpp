@@ -1,5 +1,4 @@
 // The model, as scripts print it.
-#include "session/session.hpp"
 #include "views/model_3d.hpp"
 #include "views/views.hpp"
 
@@ -40,8 +39,8 @@ Status Print_Model(const Model3D& model, Words words, const Put_Line& put) {
 
 }  // namespace
 
-Topic Model_3D_Topic(const Session& session) {
-    return {"model3d", [&session](Words words, const Put_Line& put) { return Print_Model(session.model, words, put); }};
+Topic Model_3D_Topic(const Application& app) {
+    return {"model3d", [&app](Words words, const Put_Line& put) { return Print_Model(app.model, words, put); }};
 }
 
 }  // namespace vntl

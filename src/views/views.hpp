@@ -8,8 +8,6 @@
 
 namespace vntl {
 
-struct Session;
-
 Command_Family Text_Editor_Commands();
 Command_Family Quick_View_Commands();
 Command_Family Generic_Graphics_Commands();
@@ -27,6 +25,6 @@ void Show_Generic_File(Application&, const std::string& file);
 // Shows the solid of a file in the window of the model until that is closed.
 void Show_W3d_File(Application&, const std::string& file);
 
-Topic Model_3D_Topic(const Session&);  // model3d
+Topic Model_3D_Topic(const Application&);  // model3d
 
 }  // namespace vntl

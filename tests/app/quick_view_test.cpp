@@ -81,8 +81,8 @@ TEST_F(Quick_View_Window, ThereIsOneUntilItIsClosed) {
             EXPECT_EQ(Shown(run, which)["count"], 0);
         }
         EXPECT_NE(Text_Of(directory / "quick.png"), Text_Of(directory / "other.png"));
-        for (const Json& field : run.With("dialog").at(0)["fields"])
-            EXPECT_TRUE(field["kind"] != "tab" || field["value"] == "7") << "the place of its page";
+        const Json dialog = run.With("dialog").at(0);
+        for (const Json& field : dialog["fields"]) EXPECT_TRUE(field["kind"] != "tab" || field["value"] == "7") << "the place of its page";
     }
 }
 

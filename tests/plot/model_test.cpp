@@ -6,8 +6,8 @@
 #include <cmath>
 #include <limits>
 
+#include "plot/model_state.hpp"
 #include "plot/polar_picture.hpp"
-#include "session/model_3d.hpp"
 #include "solid/w3d_view.hpp"
 #include "toolkit/bitmap.hpp"
 

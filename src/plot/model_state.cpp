@@ -1,4 +1,4 @@
-#include "session/model_3d.hpp"
+#include "plot/model_state.hpp"
 
 #include <algorithm>
 #include <cmath>

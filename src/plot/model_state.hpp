@@ -5,10 +5,9 @@
 #include <memory>
 
 #include "base/colour.hpp"
+#include "solid/w3d.hpp"
 
 namespace vntl {
-
-struct W3d;
 
 struct Polar_Place {
     float elevation = 0, azimuth = 0, distance = 0;  // degrees; solid/w3d_view tells the coordinates
