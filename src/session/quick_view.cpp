@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <filesystem>
+#include <new>
 #include <system_error>
 #include <utility>
 
@@ -103,11 +104,13 @@ std::string Path_In_Hand(const Session& session) {
     return session.config.Path(quick.directory, quick.files[static_cast<std::size_t>(quick.index - 1)].name);
 }
 
-// Where memory runs out there is a message too.
+// Here and now: a thread for one file would cost more than it brings.
 Read_File Read_Alone(const std::string& path) {
-    const std::vector<std::string> paths = {path};
-    Progress nobody;
-    return Files_Ahead(paths, Read_Refined_File, 1).Take(nobody);
+    try {
+        return Read_Refined_File(path);
+    } catch (const std::bad_alloc&) {
+        return {.path = path, .status = Status::Fail(out_of_memory)};
+    }
 }
 
 // A constant value is shown in the middle of a narrow range.
