@@ -54,7 +54,7 @@ void Show_View(Model3D& model, bool turning) {
 namespace {
 
 constexpr int width = 800, height = 600;
-constexpr std::array<int, 5> status_widths = {4500, 1500, 1500, 1500, -1};
+constexpr std::array<int, 5> status_widths = {-1, 200, 200, 200, 1200};
 constexpr int spin_timer = 1, spin_ms = 30;
 constexpr int left_button = 1;
 
