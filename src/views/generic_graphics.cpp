@@ -126,19 +126,12 @@ void Close(Application& app) {
 
 // --- pictures in files -------------------------------------------------------------------------------------------------------------
 
-// The name with the driver's extension in place of its own; empty where the user keeps the file that is there.
-std::string Name_To_Export(Application& app, Hardcopy_Driver driver) {
-    const auto chosen = Select_Files(app.session.config, Select_Kind::save_unasked, picture_files, "Export Graphics Files");
-    if (chosen.empty()) return {};
-    const Save_Form& form = Hardcopy_Form(driver);
-    std::string file = chosen.front();
-    file.resize(file.size() - Extension_Of(file).size());
-    file += form.extension;
-    return IOsFileExists(file) && !May_Overwrite(app.ask, form.overwrite_title) ? std::string() : file;
-}
-
 void Generic_Export(Application& app, Hardcopy_Driver driver) {
-    const std::string file = Name_To_Export(app, driver);
+    Save_Form form = Hardcopy_Form(driver);
+    form.selector_title = "Export Graphics Files";
+    form.filter = picture_files;
+    form.takes_place = true;
+    const std::string file = Name_To_Save(app.session.config, app.ask, form);
     if (file.empty()) return;
     WindowSelect(generic_window);
     const auto draw = [&app](Device& device) { Draw(app, device); };

@@ -40,8 +40,6 @@ std::vector<Dialog_Resource> Position_Resources();
 
 // --- files -----------------------------------------------------------------------------------------------------------------------
 
-// The name with the extension .w3d in place of its own one. A point in the name of a directory begins none.
-std::string W3d_Name(const std::string& chosen);
 void Save_W3d(Configuration&, Ask&, const Model3D&);
 
 std::span<const Menu_Entry> Model_Menu();

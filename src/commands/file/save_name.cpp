@@ -16,7 +16,8 @@ std::string Name_To_Save(Configuration& config, Ask& ask, const Save_Form& form,
     const auto chosen = Select_Files(config, Select_Kind::save_unasked, form.filter, form.selector_title, proposed);
     if (chosen.empty()) return {};
     std::string file = chosen.front();
-    if (Extension_Of(file).empty() && !File_Part(file).empty()) file += form.extension;
+    if (form.takes_place) file.resize(file.size() - Extension_Of(file).size());
+    if (form.takes_place || (Extension_Of(file).empty() && !File_Part(file).empty())) file += form.extension;
     return IOsFileExists(file) && !May_Overwrite(ask, form.overwrite_title) ? std::string() : file;
 }
 

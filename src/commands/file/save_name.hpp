@@ -18,6 +18,7 @@ struct Save_Form {
     std::string_view extension;        // that a name without a point gets; with its own point, empty for none
     std::string_view overwrite_title;  // of the question
     std::string_view failure;          // text of the box about a file that cannot be written
+    bool takes_place = false;          // the extension takes the place of any that a name has
 };
 
 // Asks before a file that is there is replaced.
