@@ -106,11 +106,13 @@ Script_Runner::Script_Runner(Application& app, std::string text, std::ostream& o
         start = end + 1;
     }
     app_.programs.Switch(false);
-    app_.programs.Report_To([this](std::string_view command, bool waited) {
-        Write_Json_Line(output_, Json{{"started", command}, {"waited", waited}});
+    app_.programs.Report_To([this](const Command_Line& command, bool waited) {
+        const std::string directory = command.directory().empty() ? IOsDirName() : command.directory();
+        Write_Json_Line(output_,
+                        {{"started", command.line()}, {"arguments", command.words()}, {"directory", directory}, {"waited", waited}});
     });
     Set_Stand_In(this);
-    Set_Idle_Source([this] { return Step(); });
+    Set_Idle_Source([this] { return Step(); }, [this] { return Step_In_Wait(); });
 }
 
 Script_Runner::~Script_Runner() {
@@ -123,6 +125,14 @@ Script_Runner::~Script_Runner() {
 void Script_Runner::Check_Session() {
     const Status status = Check_Invariants(app_.session);
     if (status.failed) Fail(line_, "the session contradicts itself: " + status.message);
+}
+
+// While another program is waited for, keys and sizes alone go to the window; other statements want what it brings.
+bool Script_Runner::Step_In_Wait() {
+    Words words;
+    std::size_t next = next_;
+    while (next < lines_.size() && !Parse_Statement(lines_[next], words).failed && words.empty()) ++next;
+    return !words.empty() && (words.front() == "key" || words.front() == "resize") && Step();
 }
 
 bool Script_Runner::Step() {

@@ -64,7 +64,8 @@ private:
     struct Kind_Of_Statement;
     static const std::vector<Kind_Of_Statement>& Kinds();
 
-    bool Step();  // runs the next statement; false when there is nothing left to do
+    bool Step();          // runs the next statement; false when there is nothing left to do
+    bool Step_In_Wait();  // the same while another program is waited for
     void At_End();
     void Run(const Statement& statement);
     void Fail(int line, const std::string& why);

@@ -92,7 +92,8 @@ Status Print_State(const Application& app, const std::string& directory, std::os
     const Put_Line put = [&output](const Json& object) { Write_Json_Line(output, object); };
     for (const auto& topics :
          {Store_Topics(session.store), State_Topics(session), Window_Topics(), Menu_Topics(session.interface),
-          std::vector<Topic>{Space_Group_Topic(), Structure_Topic(directory), Generic_Topic(app.generic), Model_3D_Topic(app)}})
+          std::vector<Topic>{Programs_Topic(Suite_In_Use(session.config, session.prefs.environment)), Space_Group_Topic(),
+                             Structure_Topic(directory), Generic_Topic(app.generic), Model_3D_Topic(app)}})
         for (const Topic& topic : topics)
             if (topic.name == words.front()) return topic.print(words.subspan(1), put);
     return Status::Fail("there is nothing to print by the name of " + words.front());

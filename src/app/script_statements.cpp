@@ -307,7 +307,7 @@ Status Script_Runner::Pref(const Words& words) {
 // What depends on the system takes the other one's way from here on. Names of files keep the separator of the machine.
 Status Script_Runner::Os(const Words& words) {
     if (words.size() != 2 || !Is_Os_Tag(words[1])) return Usage("os WIND|LINU|MACO|UNKN");
-    app_.session.config.os_tag = words[1];
+    Change_System(app_.session.config, app_.session.prefs.environment, words[1]);
     return Status::Done();
 }
 

@@ -2,11 +2,12 @@
 #pragma once
 
 #include <array>
+#include <chrono>
 #include <csignal>
+#include <memory>
 #include <string>
-#include <string_view>
-#include <vector>
 
+#include "base/command_line.hpp"
 #include "base/status.hpp"
 
 namespace vntl {
@@ -18,17 +19,26 @@ inline constexpr std::array<int, 2> overheard_signals = {SIGPIPE, SIGXFSZ};
 // is written to it then fails.
 void Begin_Process();
 
-// A file name as an argument of a command line: in double quotes when it holds a blank.
-std::string Quoted_Argument(std::string_view file);
+// The path of a program that can be started: of a name without a directory the first one in PATH, or else in `suite`. Blank without one.
+std::string Found_Program(const std::string& name, const std::string& suite = {});
 
-// The words of a command line, parted by blanks, with what stands in double quotes kept together. A program's path is never quoted: when
-// the words up to one of them are together the name of a file, they are the first word.
-std::vector<std::string> Command_Words(std::string_view command);
+// A program that was started; one that was not is at its end.
+class Running_Program {
+public:
+    struct State;
 
-enum Command_Flags { command_waits = 0, command_goes_on = 2 };
+    Running_Program() = default;
+    explicit Running_Program(std::shared_ptr<State> state) : state_(std::move(state)) {}
+    // Waits for its end, for that time at most.
+    bool Ended_Within(std::chrono::milliseconds time) const;
 
-// Runs the command line; the program is found by its path or in PATH. With `command_goes_on` it runs on by itself, else its end is waited
-// for. Fails when there is no program to start; what a program that was started gives back is not looked at.
-Status IOsCommand(std::string_view command, int flags);
+private:
+    std::shared_ptr<State> state_;
+};
+
+// Starts the program in its directory. It reads nothing, what it prints goes to standard error, it is the first of a session of its own and
+// goes on when this one ends; what it gives back is not looked at. Fails where one of its programs is not found, which the message names,
+// or cannot be started.
+Status IOsCommand(const Command_Line& command, Running_Program* running = nullptr);
 
 }  // namespace vntl

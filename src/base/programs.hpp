@@ -2,8 +2,7 @@
 #pragma once
 
 #include <functional>
-#include <string>
-#include <string_view>
+#include <utility>
 
 #include "base/process.hpp"
 #include "base/status.hpp"
@@ -12,20 +11,27 @@ namespace vntl {
 
 class Programs {
 public:
-    using Report = std::function<void(std::string_view command, bool waited)>;
+    using Report = std::function<void(const Command_Line& command, bool waited)>;
 
-    // With `on` false no program is started, and every start succeeds.
+    // With `on` false no program is looked for or started, and every start succeeds.
     void Switch(bool on) { on_ = on; }
-    // Hears of every start, real or not.
+    bool on() const { return on_; }
+    // Hears of every program that is started, or would be.
     void Report_To(Report report) { report_ = std::move(report); }
 
-    // See IOsCommand; `flags` are Command_Flags.
-    Status Start(std::string_view command, int flags) const {
-        if (report_) report_(command, (flags & command_goes_on) == 0);
-        return on_ ? IOsCommand(command, flags) : Status::Done();
-    }
+    // See IOsCommand.
+    Status Start(const Command_Line& command) const { return Start(command, nullptr); }
+    // One whose end is waited for.
+    Status Start(const Command_Line& command, Running_Program& running) const { return Start(command, &running); }
 
 private:
+    Status Start(const Command_Line& command, Running_Program* running) const {
+        if (on_)
+            if (Status status = IOsCommand(command, running); status.failed) return status;
+        if (report_) report_(command, running != nullptr);
+        return Status::Done();
+    }
+
     bool on_ = true;
     Report report_;
 };

@@ -24,6 +24,7 @@
 #include <thread>
 
 #include "base/os.hpp"
+#include "base/text_file.hpp"
 
 namespace vntl {
 
@@ -214,6 +215,14 @@ bool Replace_File(const std::string& file, std::string_view text) {
     const std::optional<Place> place = Find_Place(file);
     if (!place || !May_Write(*place)) return false;
     return !place->there || place->Regular() ? Replace(*place, text) : Write_To_Device(*place, text);
+}
+
+Status IOsCopyFile(const std::string& from, const std::string& to) {
+    Text_File file;
+    if (Status status = file.Open(from); status.failed) return status;
+    const std::string bytes = (file.Marked() ? "\xEF\xBB\xBF" : "") + std::string(file.Text());
+    if (Can_Be_Written(to) && Replace_File(to, bytes)) return Status::Done();
+    return Status::Fail_File("The file " + to + " cannot be written");
 }
 
 bool Write_Text_Lines(const std::string& file, const std::vector<std::string>& lines) {

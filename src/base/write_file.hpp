@@ -19,6 +19,9 @@ namespace vntl {
 bool Replace_File(const std::string& file, std::string_view text);
 bool Write_Text_Lines(const std::string& file, const std::vector<std::string>& lines);
 
+// `to` becomes a copy of the file, by Replace_File.
+Status IOsCopyFile(const std::string& from, const std::string& to);
+
 // Whether Replace_File may begin: no directory, no link of another user, and the right to write. Nothing is touched.
 bool Can_Be_Written(const std::string& file);
 

@@ -7,6 +7,8 @@
 #include <string>
 #include <vector>
 
+#include "patterns/listed_points.hpp"
+
 namespace vntl {
 
 inline constexpr int max_fit_peaks = 400, max_fit_nodes = 120;
@@ -21,15 +23,6 @@ struct Fit_Value {
     float sd = 0;  // standard deviation from the last fit; 0 of a fixed value
 
     bool operator==(const Fit_Value&) const = default;
-};
-
-// A point of the background; in a fit a node of the line that is the background, whose height is refined.
-struct Background_Mark {
-    float x = 0, y = 0;
-    int flag = 0;
-    float sd = 0;
-
-    bool operator==(const Background_Mark&) const = default;
 };
 
 // x in the units of the pattern, degrees of 2theta or microseconds.

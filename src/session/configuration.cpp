@@ -42,19 +42,16 @@ constexpr System_Row systems[] = {
     {"MACO", 4, any_code, '/', Place::home, {Place::home}, {Place::home}, {Place::home}},
 };
 
-// The programs of each system, in the order of the systems.
+// The programs that preferences name.
 struct Program_Row {
     std::string Environment_Prefs::*program;
-    std::array<std::string_view, std::size(systems)> names;
+    Program_Role role;
 };
 
 constexpr Program_Row programs[] = {
-    {&Environment_Prefs::cmd_editor, {"notepad.exe", "gedit", "bbedit"}},
-    {&Environment_Prefs::cmd_browser, {"C:\\Program Files\\Internet Explorer\\iexplore.exe", "firefox", "open -a firefox"}},
-    {&Environment_Prefs::cmd_pdf, {"", "acroread", "open -a acroread"}},
-    {&Environment_Prefs::cmd_unzip, {"7zFM ", "gzip", ""}},
-    {&Environment_Prefs::cmd_run, {"cmd /t:0e /c", "xterm -e", "xterm -e"}},
-    {&Environment_Prefs::prg_refine, {"wqx2k.exe", "wqx2k", "wqx2k"}},
+    {&Environment_Prefs::cmd_editor, Program_Role::cmd_editor}, {&Environment_Prefs::cmd_browser, Program_Role::cmd_browser},
+    {&Environment_Prefs::cmd_pdf, Program_Role::cmd_pdf},       {&Environment_Prefs::cmd_unzip, Program_Role::cmd_unzip},
+    {&Environment_Prefs::cmd_run, Program_Role::cmd_run},       {&Environment_Prefs::prg_refine, Program_Role::prg_refine},
 };
 
 const System_Row* Find_System(std::string_view tag) {
@@ -174,10 +171,22 @@ Status Init_Configure(Configuration& config, int os_family, int os_sub_code) {
 }
 
 void Set_Programs_Of_System(const Configuration& config, Environment_Prefs& environment) {
-    const System_Row* system = Find_System(config.os_tag);
-    if (system == nullptr) return;
-    const auto column = static_cast<std::size_t>(system - systems);
-    for (const Program_Row& row : programs) environment.*row.program = row.names[column];
+    if (!Has_Programs(config.os_tag)) return;
+    for (const Program_Row& row : programs) environment.*row.program = Program_Of_System(row.role, config.os_tag);
+}
+
+void Change_System(Configuration& config, Environment_Prefs& environment, std::string_view os_tag) {
+    for (const Program_Row& row : programs)
+        if (environment.*row.program == Program_Of_System(row.role, config.os_tag))
+            environment.*row.program = Program_Of_System(row.role, os_tag);
+    config.os_tag = os_tag;
+}
+
+Program_Suite Suite_In_Use(const Configuration& config, const Environment_Prefs& environment) {
+    Program_Suite suite = Suite_Of_System(config.os_tag);
+    for (const Program_Row& row : programs) suite.programs[static_cast<std::size_t>(row.role)] = environment.*row.program;
+    suite.quendrix_dir = environment.quendrix_dir;
+    return suite;
 }
 
 void Make_Home_Settings(const Configuration& config) {

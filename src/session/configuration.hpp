@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "base/status.hpp"
+#include "external/program_suite.hpp"
 
 namespace vntl {
 
@@ -18,7 +19,6 @@ struct Configuration {
     std::string program_date = "June 2013";
     std::string program_line1 = "a Powder Diffraction graphic tool";
     std::string program_line2 = "for Windows, Linux and MacOS";
-    std::string program_site = "https://www.vantrelo.example/";
 
     std::string os_tag;  // "WIND", "LINU", "MACO" or "UNKN"
     char sep = '/';
@@ -56,6 +56,12 @@ Status Init_Configure(Configuration&, int os_family, int os_sub_code);
 
 // The programs that the system has by itself.
 void Set_Programs_Of_System(const Configuration&, Environment_Prefs&);
+
+// The system becomes another one: programs that nobody chose are those of that system from here on.
+void Change_System(Configuration&, Environment_Prefs&, std::string_view os_tag);
+
+// The programs of the system, with those that the preferences name in their places.
+Program_Suite Suite_In_Use(const Configuration&, const Environment_Prefs&);
 
 // Finds the directories of the suite and of the settings, and changes to the last working directory. A suite's directory that is none is
 // taken from the environment, and blank where that names none either.

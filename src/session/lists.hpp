@@ -5,16 +5,13 @@
 #include <vector>
 
 #include "fit/fit_state.hpp"
+#include "patterns/listed_points.hpp"
 
 namespace vntl {
 
 inline constexpr int max_peaks = 401;  // slots of the detected peak list
 inline constexpr int max_background_points = 400;
 
-struct Peak_Mark {
-    float x, y, bgr;  // position, intensity at the top, background under it
-    bool operator==(const Peak_Mark&) const = default;
-};
 struct Reflection_Mark {
     float x, y;
     std::string label;  // the indices

@@ -77,12 +77,14 @@ void Count_Moves(int window, bool on);
 
 // The next message that is there already, without waiting: for a long work that lets its progress be seen.
 std::optional<Message> WMessagePeek();
+// The same for a loop that waits for another program.
+std::optional<Message> WMessageInWait();
 
 void Post_Message(Message);
 
 // Called by WMessage when the queue is empty and nothing waits in the windowing system; true when it may have posted a message.
-// A session script acts here. An empty function takes it away.
-void Set_Idle_Source(std::function<bool()>);
+// A session script acts here. An empty function takes it away. `in_wait` is called by WMessageInWait in its place.
+void Set_Idle_Source(std::function<bool()> idle, std::function<bool()> in_wait = {});
 
 bool Display_Answers();      // else pictures are drawn in memory, and nobody sees a window
 int InfoOpSystem(int what);  // 1: 4 Unix family, 6 Windows; 19: 14 Linux

@@ -5,9 +5,11 @@
 #include <array>
 
 #include "base/text.hpp"
+#include "commands/external/start.hpp"
 #include "commands/file/save_graphic.hpp"
 #include "commands/help/about.hpp"
 #include "commands/modal.hpp"
+#include "external/web_pages.hpp"
 #include "plot/model.hpp"
 #include "plot/plot.hpp"
 #include "session/grid_view.hpp"
@@ -131,12 +133,7 @@ void Save_As(Application& app) {
         {Box_Buttons::ok, Box_Icon::information, 1, "This option is not working presently, please use the W3D option. ", "Information"});
 }
 
-void Open_Web_Site(Application& app) {
-    const std::string_view browser = Trim(app.session.prefs.environment.cmd_browser);
-    if (browser.empty()) return app.ask.Error("No web browser is named in the preferences");
-    Tell(app, app.programs.Start(std::string(browser) + ' ' + app.session.config.program_site, command_goes_on));
-}
-
+void Open_Web_Site(Application& app) { Open_With(app, Program_Role::cmd_browser, home_page); }
 void Save(Application& app) { Save_W3d(app.session.config, app.ask, app.model); }
 void Print(Application& app) { Tell(app, Print_Window(app.session.config, app.ask, model_window, true)); }
 void Leave(Application&) { WindowCloseChild(model_window); }
@@ -243,6 +240,7 @@ void Open_Window(const Configuration& config, const Model3D& model) {
     WMenu(Model_Menu());
     for (const int mode : {command::model_hidden_lines, command::model_phong}) WMenuSetState(mode, menu_enabled, 0);
     WMenuSetState(command::model_filter, menu_enabled, model.of_grid);
+    WMenuSetState(command::model_web_site, menu_enabled, !home_page.empty());
     Show_Mode(model);
     WindowStatusBarParts(status_widths);
     WindowOutStatusBar(status_parts, "Model 3D");

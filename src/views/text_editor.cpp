@@ -4,6 +4,7 @@
 #include "base/os.hpp"
 #include "base/text.hpp"
 #include "commands/application.hpp"
+#include "commands/external/start.hpp"
 #include "commands/select_files.hpp"
 #include "toolkit/window_service.hpp"
 #include "views/menu_entries.hpp"
@@ -213,17 +214,18 @@ bool May_Close(Configuration& config, Ask& ask) {
 
 // In the program's own window, or in the editor of the preferences.
 void Edit(Application& app, const std::string& file) {
-    const Environment_Prefs& preferred = app.session.prefs.environment;
-    if (preferred.use_internal_editor) return Open_Text_Editor(app.session.config, app.ask, file);
-    const std::string_view editor = Trim(preferred.cmd_editor);
-    if (editor.empty()) return app.ask.Error("No text editor is named in the preferences");
-    std::string command(editor);
-    if (!file.empty()) command += ' ' + Quoted_Argument(file);
-    Tell(app.ask, app.programs.Start(command, command_goes_on));
+    if (app.session.prefs.environment.use_internal_editor) return Open_Text_Editor(app.session.config, app.ask, file);
+    Open_With(app, Program_Role::cmd_editor, file);
 }
 
 void Open_Empty(Application& app) { Edit(app, {}); }
 void Open_Control_File(Application& app) { Edit(app, app.session.config.pcr_file); }
+
+template <const char* const& name>
+void Open_Document(Application& app) {
+    Edit(app, Suite_Of(app).Document(name));
+}
+constexpr const char *guide = "quendrix.ins", *news = "qx2k.inf", *program_news = "vantrelo-2006_news.txt";
 
 void Open_Pik_File(Application& app) {
     const std::vector<std::string> chosen =
@@ -235,6 +237,9 @@ constexpr Command commands[] = {
     {command::edit_pik, "Edit PIK-file", "", Open_Pik_File, "", "Change the file of a fit in the text editor"},
     {command::edit_pcr, "Edit a PCR file", "edit_pcr", Open_Control_File, "", "Open the control file in the text editor"},
     {command::text_editor, "Text editor", "editor", Open_Empty, "", "Open the text editor"},
+    {command::guide_ascii, "Quendrix user's guide (ASCII)", "", Open_Document<guide>, "", "Open the guide of the suite"},
+    {command::news_text, "QXnews Text Editor", "", Open_Document<news>, "", "Read the news of the suite"},
+    {command::program_news, "Vantrelo-2006 news?", "", Open_Document<program_news>, "", "Read the news of the program"},
 };
 
 }  // namespace

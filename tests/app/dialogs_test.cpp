@@ -385,12 +385,15 @@ TEST_F(Dialogs, AScriptTellsOfProgramsAndStartsThemWhenItMay) {
     std::ostringstream output, errors;
     {
         Script_Runner runner(application, "", output, errors);
-        EXPECT_TRUE(application.programs.Start("/no/such/program a", command_waits).ok());
+        Running_Program running;
+        EXPECT_TRUE(application.programs.Start(Command_Line().In("/").Program("/no/such/program").File("a b"), running).ok());
+        EXPECT_TRUE(running.Ended_Within(std::chrono::milliseconds(0)));
         application.programs.Switch(true);  // "programs on"
-        EXPECT_TRUE(application.programs.Start("/no/such/program b", command_goes_on).failed);
+        EXPECT_TRUE(application.programs.Start(Command_Line().Program("/no/such/program").File("b")).failed);
     }
     EXPECT_EQ(output.str(),
-              "{\"started\":\"/no/such/program a\",\"waited\":true}\n{\"started\":\"/no/such/program b\",\"waited\":false}\n");
+              "{\"started\":\"/no/such/program \\\"a b\\\"\",\"arguments\":[\"/no/such/program\",\"a "
+              "b\"],\"directory\":\"/\",\"waited\":true}\n");
 }
 
 }  // namespace

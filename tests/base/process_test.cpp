@@ -4,7 +4,6 @@
 #include <chrono>
 #include <filesystem>
 #include <fstream>
-#include <thread>
 
 #include "base/os.hpp"
 #include "base/programs.hpp"
@@ -14,6 +13,7 @@ namespace {
 
 namespace fs = std::filesystem;
 using Words = std::vector<std::string>;
+using namespace std::chrono_literals;
 
 class Process : public testing::Test {
 protected:
@@ -23,70 +23,101 @@ protected:
     }
     void TearDown() override { fs::remove_all(directory); }
 
-    // A program that writes its arguments, one a line, into a file.
+    // A program that writes its directory and its arguments, each with a NUL behind it, into a file.
     std::string Program() const {
         const fs::path file = directory / "tell.sh";
-        std::ofstream(file) << "#!/bin/sh\nsleep 0.1\nfor a in \"$@\"; do echo \"$a\"; done >'" << Told().string() << ".part'\nmv '"
-                            << Told().string() << ".part' '" << Told().string() << "'\n";
+        std::ofstream(file) << "#!/bin/sh\nsleep 0.1\nprintf '%s\\0' \"$PWD\" \"$@\" >'" << Told().string() << "'\n";
         fs::permissions(file, fs::perms::owner_all);
         return file.string();
     }
     fs::path Told() const { return directory / "told"; }
-    Words Lines() const { return Read_Text_Lines(Told().string()).value_or(Words{"nothing"}); }
+    Words Taken() const {
+        std::ifstream file(Told(), std::ios::binary);
+        Words words;
+        for (std::string word; std::getline(file, word, '\0');) words.push_back(word);
+        fs::remove(Told());
+        return words;
+    }
+    static Status Run(const Command_Line& command) {
+        Running_Program running;
+        Status status = IOsCommand(command, &running);
+        EXPECT_TRUE(running.Ended_Within(10s));
+        return status;
+    }
 
     fs::path directory;
 };
 
 TEST_F(Process, WordsOfACommandLine) {
-    EXPECT_EQ(Quoted_Argument("a.pcr"), "a.pcr");
-    EXPECT_EQ(Quoted_Argument("my data.pcr"), "\"my data.pcr\"");
     EXPECT_EQ(Command_Words("  xterm -e  run \"a b\" c "), (Words{"xterm", "-e", "run", "a b", "c"}));
     EXPECT_EQ(Command_Words("run \"\" $HOME;rm *"), (Words{"run", "", "$HOME;rm", "*"}));
     EXPECT_EQ(Command_Words(""), Words{});
     EXPECT_EQ(Command_Words(Program() + " x y"), (Words{Program(), "x", "y"}));  // its directory holds a blank
+
+    Command_Line command;
+    command.Program("xterm -e ").Program_At("/my suite/run").File("-a b").File("-c").Word("1", "     1").Program("");
+    EXPECT_EQ(command.line(), "xterm -e /my suite/run \"./-a b\" ./-c      1");
+    EXPECT_EQ(command.words(), (Words{"xterm", "-e", "/my suite/run", "./-a b", "./-c", "1"}));
+    EXPECT_EQ(command.programs(), (std::vector<std::size_t>{0, 2}));
 }
 
 TEST_F(Process, RunsWithoutAShell) {
-    const std::string odd = "a;touch " + (directory / "x").string() + " $(ls) `ls` 'q'";
-    ASSERT_TRUE(IOsCommand(Program() + ' ' + Quoted_Argument(odd) + " -q", command_waits).ok());
-    EXPECT_EQ(Lines(), (Words{odd, "-q"}));
+    const Words odd = {"a;touch " + (directory / "x").string() + " $(ls) `ls` 'q'", "two\nlines", "\"", "", "%", "é*"};
+    Command_Line command;
+    command.Program(Program()).In(directory.string());
+    for (const std::string& word : odd) command.Word(word);
+    ASSERT_TRUE(Run(command).ok());
+    Words expected = {directory.string()};
+    expected.insert(expected.end(), odd.begin(), odd.end());
+    EXPECT_EQ(Taken(), expected);
     EXPECT_FALSE(fs::exists(directory / "x"));
-    fs::remove(Told());
 
-    Begin_Process();  // what this program overhears ends another one as ever
-    ASSERT_TRUE(IOsCommand("cp /proc/self/status " + Quoted_Argument(Told().string()), command_waits).ok());
-    for (const std::string& line : Lines())
+    Begin_Process();  // what this program overhears ends another one as ever; no file of this one is open in it
+    std::ofstream of_this_program(directory / "open");
+    ASSERT_TRUE(Run(Command_Line().Program("cp /proc/self/status").File(Told().string())).ok());
+    for (const std::string& line : Read_Text_Lines(Told().string()).value())
         if (line.starts_with("SigIgn:")) {
             EXPECT_EQ(std::stoull(line.substr(7), nullptr, 16) & (1ull << (SIGPIPE - 1) | 1ull << (SIGXFSZ - 1)), 0u) << line;
         }
-    fs::remove(Told());
 
-    ASSERT_TRUE(IOsCommand(Program() + " later", command_goes_on).ok());
-    EXPECT_FALSE(fs::exists(Told()));
-    for (int i = 0; i < 200 && !fs::exists(Told()); ++i) std::this_thread::sleep_for(std::chrono::milliseconds(20));
-    EXPECT_EQ(Lines(), Words{"later"});
+    for (const Command_Line& none :
+         {Command_Line(), Command_Line().Program("/no/such/program x"), Command_Line().Program(directory.string()),
+          Command_Line().Program("true").In((directory / "none").string()), Command_Line().Program("env").Program_At("/no/such/program")})
+        EXPECT_TRUE(Run(none).failed) << none.line();
+    EXPECT_EQ(Run(Command_Line().Program("env").Program_At("no_such_program")).message, "The program no_such_program was not found.");
+}
 
-    EXPECT_TRUE(IOsCommand("", command_waits).failed);
-    EXPECT_TRUE(IOsCommand("/no/such/program x", command_waits).failed);
-    EXPECT_TRUE(IOsCommand(directory.string(), command_waits).failed);
-    EXPECT_TRUE(IOsCommand("true", command_waits).ok());
+TEST_F(Process, ABareNameIsLookedForInThePathAndThenWithTheSuite) {
+    Program();
+    const std::string suite = directory.string();
+    EXPECT_EQ(Found_Program("tell.sh"), "");
+    EXPECT_EQ(Found_Program("tell.sh", suite), suite + "/tell.sh");
+    EXPECT_EQ(Found_Program("env", suite).substr(0, 1), "/");
+    std::ofstream(directory / "env") << "#!/bin/false\n";
+    fs::permissions(directory / "env", fs::perms::owner_all);
+    EXPECT_NE(Found_Program("env", suite), suite + "/env");
+    ASSERT_TRUE(Run(Command_Line(suite).Program("env").Program_At("tell.sh").File("now")).ok());
+    EXPECT_EQ(Taken(), (Words{IOsDirName(), "now"}));
 }
 
 TEST_F(Process, TheSeamStartsOrTellsAlone) {
     Programs programs;
     Words told;
     programs.Report_To(
-        [&](std::string_view command, bool waited) { told.push_back(std::string(command) + (waited ? " waits" : " goes on")); });
-    EXPECT_TRUE(programs.Start("/no/such/program x", command_waits).failed);
+        [&](const Command_Line& command, bool waited) { told.push_back(command.line() + (waited ? " waits" : " goes on")); });
+    Running_Program running;
+    EXPECT_TRUE(programs.Start(Command_Line().Program("/no/such/program x")).failed);  // nothing was started
     programs.Switch(false);
-    EXPECT_TRUE(programs.Start("/no/such/program x", command_goes_on).ok());
-    EXPECT_TRUE(programs.Start(Program() + " never", command_waits).ok());
+    EXPECT_TRUE(programs.Start(Command_Line().Program("/no/such/program y")).ok());
+    EXPECT_TRUE(programs.Start(Command_Line().Program(Program() + " never"), running).ok());
+    EXPECT_TRUE(running.Ended_Within(0ms));
     EXPECT_FALSE(fs::exists(Told()));
     programs.Switch(true);
-    EXPECT_TRUE(programs.Start(Program() + " now", command_waits).ok());
-    EXPECT_EQ(Lines(), Words{"now"});
-    EXPECT_EQ(told,
-              (Words{"/no/such/program x waits", "/no/such/program x goes on", Program() + " never waits", Program() + " now waits"}));
+    EXPECT_TRUE(programs.Start(Command_Line().Program(Program() + " now"), running).ok());
+    EXPECT_FALSE(running.Ended_Within(1ms));
+    EXPECT_TRUE(running.Ended_Within(10s));
+    EXPECT_EQ(Taken(), (Words{IOsDirName(), "now"}));
+    EXPECT_EQ(told, (Words{"/no/such/program y goes on", Program() + " never waits", Program() + " now waits"}));
 }
 
 }  // namespace

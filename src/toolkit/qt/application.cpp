@@ -167,7 +167,16 @@ Message WMessage() {
     }
 }
 
-void Set_Idle_Source(std::function<bool()> source) { The_Toolkit().idle_source = std::move(source); }
+std::optional<Message> WMessageInWait() {
+    const Toolkit& toolkit = The_Toolkit();
+    std::optional<Message> message = WMessagePeek();
+    return message || !toolkit.wait_source || !toolkit.wait_source() ? message : WMessagePeek();
+}
+
+void Set_Idle_Source(std::function<bool()> idle, std::function<bool()> in_wait) {
+    The_Toolkit().idle_source = std::move(idle);
+    The_Toolkit().wait_source = std::move(in_wait);
+}
 
 void Set_Stand_In(Stand_In* stand_in) { The_Toolkit().stand_in = stand_in; }
 void Set_Witness(Witness* witness) { The_Toolkit().witness = witness; }

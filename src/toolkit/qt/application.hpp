@@ -37,6 +37,7 @@ struct Toolkit {
     QApplication application;
     std::deque<Message> queue;
     std::function<bool()> idle_source;
+    std::function<bool()> wait_source;
     Stand_In* stand_in = nullptr;
     Witness* witness = nullptr;
     std::set<std::pair<int, Message_Kind>> wanted;

@@ -1,0 +1,92 @@
+#include "commands/external/start.hpp"
+
+#include <chrono>
+
+#include "base/os.hpp"
+#include "commands/application.hpp"
+#include "commands/select_files.hpp"
+#include "session/load.hpp"
+#include "toolkit/messages.hpp"
+#include "toolkit/window.hpp"
+#include "toolkit/window_service.hpp"
+
+namespace vntl {
+
+namespace {
+
+constexpr auto between_looks = std::chrono::milliseconds(20);
+
+// Whether a message ends the wait. Who closes the window wants that after the wait.
+bool Stops_Wait(const Message& message) {
+    if (message.kind == Message_Kind::close_request) Post_Message(message);
+    return message.kind == Message_Kind::close_request || (message.kind == Message_Kind::key_down && message.record.value1 == key_escape);
+}
+
+// False where it was stopped.
+bool Wait_For(const Running_Program& running) {
+    while (!running.Ended_Within(between_looks))
+        while (const auto message = WMessageInWait()) {
+            if (Stops_Wait(*message)) return false;
+            Serve_Meanwhile(*message);
+        }
+    return true;
+}
+
+bool Installed(const Program_Suite& suite, Program_Role role) {
+    const std::vector<std::string> words = Command_Words(suite.Of(role));
+    return !words.empty() && !Found_Program(words.front(), suite.quendrix_dir).empty();
+}
+
+bool Told_Of_Failure(Application& app, const Status& status) {
+    if (status.failed) app.session.interface.Passing_Text(status.message);
+    return status.failed;
+}
+
+}  // namespace
+
+Program_Suite Suite_Of(const Application& app) { return Suite_In_Use(app.session.config, app.session.prefs.environment); }
+
+std::string Refinement_File(const Configuration& config) {
+    const std::string& file = config.pcr_file;
+    return Contains(file, ".") && IOsFileExists(file) ? Absolute_Path(config, file) : std::string();
+}
+
+std::string Choose_File(Application& app, std::string_view title, std::string_view filter) {
+    const auto chosen = Select_Files(app.session.config, Select_Kind::open, filter, title);
+    return chosen.empty() ? std::string() : chosen.front();
+}
+
+bool Copy_For_Ito(Application& app, const std::string& file) {
+    const std::string copy = app.session.config.Path(Directory_Part(file), ito_input);
+    Status status = file == copy ? Status::Done() : IOsCopyFile(file, copy);
+    if (status.failed) app.ask.Error(status);
+    return status.ok();
+}
+
+bool Start_Program(Application& app, const Command_Line& command) { return !Told_Of_Failure(app, app.programs.Start(command)); }
+
+bool Run_Program(Application& app, const Command_Line& command, std::string_view name) {
+    Running_Program running;
+    if (Told_Of_Failure(app, app.programs.Start(command, running))) return false;
+    WindowSelect(main_window);
+    WindowOutStatusBar(1, std::string(name) + " is running (Escape stops the wait)");
+    const bool ended = Wait_For(running);
+    app.session.interface.Passing_Text(std::string(name) + (ended ? " has ended" : " goes on by itself"));
+    return ended;
+}
+
+void Open_With(Application& app, Program_Role role, std::string_view file) {
+    const Program_Suite suite = Suite_Of(app);
+    const std::string& program = suite.Of(role);
+    const bool chosen = program != Program_Of_System(role, suite.os_tag);
+    Command_Line command = suite.By_Name(role);
+    const std::string opened = file.empty() && role == Program_Role::cmd_files ? IOsDirName() : std::string(file);
+    if (!opened.empty() && (program.empty() || (!chosen && app.programs.on() && !Installed(suite, role))))
+        command = Command_Line(suite.quendrix_dir).Program(suite.opener).File(opened);
+    else if (!file.empty())
+        command.File(file);
+    if (command.line().empty()) return app.session.interface.Passing_Text("The preferences name no program for this.");
+    Start_Program(app, command);
+}
+
+}  // namespace vntl
