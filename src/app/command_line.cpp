@@ -27,7 +27,7 @@ bool Is_Size(const std::string& text) {
 
 // Arguments 2 and 3 are the size of the window when they are whole numbers and no such files exist. A second or third argument
 // that is neither a number nor a file is an unreadable size.
-void Take_Window_Size(Command_Line& line) {
+void Take_Window_Size(Start_Options& line) {
     const std::size_t n = line.files.size();
     if (n < 2 || n > 3) return;
     bool any_size = false;
@@ -41,7 +41,7 @@ void Take_Window_Size(Command_Line& line) {
     line.files.resize(1);
 }
 
-bool Take_Export_Size(Command_Line& line, const std::string& size) {
+bool Take_Export_Size(Start_Options& line, const std::string& size) {
     const std::size_t cross = size.find_first_of("xX");
     return cross != std::string::npos && Parse_Integer(size.substr(0, cross), line.export_width) &&
            Parse_Integer(size.substr(cross + 1), line.export_height) && line.export_width > 0 && line.export_height > 0;
@@ -53,8 +53,8 @@ std::optional<int> Format_Code(const std::string& name) {
     return {};
 }
 
-Command_Line Ending(int status, std::string text) {
-    Command_Line line;
+Start_Options Ending(int status, std::string text) {
+    Start_Options line;
     line.exit_status = status;
     line.text = std::move(text);
     return line;
@@ -62,7 +62,7 @@ Command_Line Ending(int status, std::string text) {
 
 // What `list` puts into a text for standard output, or its refusal for standard error.
 template <class What>
-Command_Line Listing(Status (*list)(const What&, std::string&), const What& what) {
+Start_Options Listing(Status (*list)(const What&, std::string&), const What& what) {
     std::string text;
     const Status status = list(what, text);
     return status.failed ? Ending(1, "vantrelo: " + std::string(Trim(status.message)) + '\n') : Ending(0, std::move(text));
@@ -70,8 +70,8 @@ Command_Line Listing(Status (*list)(const What&, std::string&), const What& what
 
 }  // namespace
 
-Command_Line Parse_Command_Line(int argc, const char* const* argv) {
-    Command_Line line;
+Start_Options Parse_Command_Line(int argc, const char* const* argv) {
+    Start_Options line;
     std::string size, format, group;
     std::vector<std::string> reflections;
     CLI::App parser("Vantrelo draws and compares powder diffraction patterns.", "vantrelo");

@@ -16,7 +16,7 @@
 
 namespace vntl {
 
-struct Command_Line {
+struct Start_Options {
     std::vector<std::string> files;
     std::optional<std::string> width, height;  // as given: one that is no whole number falls back to the default
     std::string export_file;                   // not empty: draw the files and end
@@ -29,6 +29,6 @@ struct Command_Line {
     std::string text;
 };
 
-Command_Line Parse_Command_Line(int argc, const char* const* argv);
+Start_Options Parse_Command_Line(int argc, const char* const* argv);
 
 }  // namespace vntl

@@ -6,7 +6,7 @@
 
 int main(int argc, char** argv) {
     vntl::Begin_Process();
-    const vntl::Command_Line line = vntl::Parse_Command_Line(argc, argv);
+    const vntl::Start_Options line = vntl::Parse_Command_Line(argc, argv);
     if (line.exit_status) {
         std::ostream& stream = *line.exit_status == 0 ? std::cout : std::cerr;
         return stream << line.text << std::flush ? *line.exit_status : std::max(*line.exit_status, 1);

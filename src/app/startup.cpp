@@ -91,7 +91,7 @@ Configured Configure(Session& session, Ask& ask) {
     return configured;
 }
 
-int Export(const Command_Line& line) {
+int Export(const Start_Options& line) {
     Session session;
     Ask_Nobody ask(line.format_code);
     const Configured configured = Configure(session, ask);
@@ -115,7 +115,7 @@ int Dimension(const std::optional<std::string>& text, int from_preferences) {
     return text && Parse_Integer(*text, value) && value > 0 ? std::min(value, largest_window_side) : from_preferences;
 }
 
-void Open_Main_Window(Application& app, const Command_Line& line) {
+void Open_Main_Window(Application& app, const Start_Options& line) {
     const Window_Prefs& prefs = app.session.prefs.window;
     WindowOpen(Dimension(line.width, prefs.win_width), Dimension(line.height, prefs.win_height), app.session.config.Window_Title(),
                "vantrelo");
@@ -139,7 +139,7 @@ void Open_Start_File(Application& app, const std::string& name) {
         Show_Opened(app, kind->open(session, app.ask, name));
 }
 
-void Open_Start_Files(Application& app, const Command_Line& line) {
+void Open_Start_Files(Application& app, const Start_Options& line) {
     if (line.files.empty()) return;
     IOsDirChange(app.session.config.launch_dir);
     if (line.files.size() == 1)
@@ -148,7 +148,7 @@ void Open_Start_Files(Application& app, const Command_Line& line) {
         Open_Dropped_Files(app, line.files);
 }
 
-void Start(Application& app, const Command_Line& line, const std::optional<Message_Box>& about_settings, Recorder* recorder) {
+void Start(Application& app, const Start_Options& line, const std::optional<Message_Box>& about_settings, Recorder* recorder) {
     Session& session = app.session;
     Open_Main_Window(app, line);
     session.recent.Read(session.config.Recent_Files_Path());
@@ -172,7 +172,7 @@ void Register_Windows(Application& app) {
     Register_Model_3D(app);
 }
 
-int Run_Window(const Command_Line& line, const std::optional<std::string>& script) {
+int Run_Window(const Start_Options& line, const std::optional<std::string>& script) {
     Application app;
     for (const Command_Family& family : Families())
         if (family.dialogs != nullptr) Register_Dialogs(family.dialogs());
@@ -210,7 +210,7 @@ std::optional<std::string> Read_Script(const std::string& name) {
 
 }  // namespace
 
-int Run_Program(const Command_Line& line, int& argc, char** argv) {
+int Run_Program(const Start_Options& line, int& argc, char** argv) {
     const auto refuse = [](int status, const std::string& why) {
         std::cerr << "vantrelo: " << why << std::endl;
         return status;

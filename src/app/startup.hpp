@@ -6,6 +6,6 @@
 namespace vntl {
 
 // Runs the program as the command line says; its exit status. argc and argv are handed on to the toolkit.
-int Run_Program(const Command_Line& line, int& argc, char** argv);
+int Run_Program(const Start_Options& line, int& argc, char** argv);
 
 }  // namespace vntl
