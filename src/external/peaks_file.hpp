@@ -39,6 +39,15 @@ std::string Date_Text_Of_Now();
 // a second one. `conv`: of the pattern.
 std::array<float, 3> Wavelengths_Of_Source(int search_radiation, const std::array<float, 5>& conv);
 
+// Whether the program of a format understands positions of this unit: plain lists and the search for a propagation vector know every unit
+// that has a list header, "----" (no unit is known) is taken for 2theta. DICVOL's Q is 10000/d^2 and no x space.
+bool Can_Say(Peaks_Format format, std::string_view xspace);
+
+// The unit that stands in the dialog at first, as Dicvol_Input::itype and Treor_Input::spacing count them: d for a list of spacings;
+// otherwise Q in DICVOL for a pattern by time of flight, else 2theta.
+int Dicvol_Itype_Of(std::string_view scat_var, std::string_view xspace);
+int Treor_Spacing_Of(std::string_view xspace);
+
 // What the user is asked for each program, with the values that stand there at first.
 struct Dicvol_Input {
     std::string title;
@@ -78,11 +87,13 @@ struct Vecfind_Input {  // texts go to the file as they stand
 };
 
 // The values of Vecfind at first: title from the note of the row's origin or else its title, lattice and cell from a title that holds
-// "SPGR:" and "CELL:", tolerance by the scattering variable, wavelength in (f14.5).
+// "SPGR:" and "CELL:" (what follows is no cell, or nothing: the usual one stays), tolerance by the scattering variable, wavelength in
+// (f14.5), blank for one that is too large for it.
 Vecfind_Input Vecfind_Input_Of(const Points_Source& source, std::string_view origin_note, std::string_view title, float wavelength);
 
-// The texts, peaks in the order of the list. Each fails with the name of what its columns cannot hold, as the dialog calls it, and then
-// leaves `text` as it was.
+// The texts, peaks in the order of the list. Each fails with the name of what its columns cannot hold or what is no finite number, as
+// the dialog calls it ("Amax", "the position of peak 3"), and then leaves `text` as it was. What ends a line or moves on it becomes a blank
+// in names, titles and other texts of the user. TREOR's zero has no line.
 Status Free_Peaks_File(const Points_Source& source, std::span<const Peak_Mark> peaks, std::string& text);
 Status Vecfind_File(const Points_Source& source, const Vecfind_Input& input, std::span<const Peak_Mark> peaks, std::string& text);
 Status Dicvol_File(const Points_Source& source, const Dicvol_Input& input, std::span<const Peak_Mark> peaks, std::string& text);
