@@ -34,8 +34,8 @@ Status Dicvol_File(const Points_Source& source, const Dicvol_Input& input, std::
     Column_Lines lines;
     lines.Put("# Input file for WDICVOL06");
     lines.Put("# created by Vantrelo-2006: ", source.date);
-    lines.Put("! DATA FILE: ", source.file_name);
-    lines.Put("! INSTRM: ", source.instr);
+    lines.Put("! DATA FILE: ", Trim_Right(source.file_name));
+    lines.Put("! INSTRM: ", Trim_Right(source.instr));
     Put_Wavelengths(lines, source);
     lines.Put(" ", Trim_Right(input.title));
     lines.Record(kinds, Named("# of lines used", static_cast<int>(used.size())), input.itype, int{input.cubic}, int{input.tetragonal},
@@ -74,8 +74,8 @@ Status Treor_File(const Points_Source& source, const Treor_Input& input, std::sp
         volume("(2X,A,F7.0,A)"), whole("(2X,A,F5.0,A)"), end("(2X,A)");
     constexpr float least = 0.001f, usual_edge = 20;
     Column_Lines lines;
-    lines.Put("! DATA FILE: ", source.file_name);
-    lines.Put("! INSTRM: ", source.instr);
+    lines.Put("! DATA FILE: ", Trim_Right(source.file_name));
+    lines.Put("! INSTRM: ", Trim_Right(source.instr));
     Put_Wavelengths(lines, source);
     Put_Title(lines, input.title, "Treor input parameters");
     lines.Peaks(points, peaks);

@@ -86,8 +86,8 @@ int Treor_Spacing_Of(std::string_view xspace) { return Is_Spacing(Trim(xspace)) 
 Status Free_Peaks_File(const Points_Source& source, std::span<const Peak_Mark> peaks, std::string& text) {
     static const Edit_Format columns("(3F15.5)");
     Column_Lines lines;
-    lines.Put("! Data file : ", source.path);
-    lines.Put("! Format    : ", source.instr);
+    lines.Put("! Data file : ", Trim_Right(source.path));
+    lines.Put("! Format    : ", Trim_Right(source.instr));
     lines.Put("! peak_position   peak_intensity    peak_background");
     lines.Peaks(columns, peaks);
     return lines.Finish(text);
@@ -96,8 +96,8 @@ Status Free_Peaks_File(const Points_Source& source, std::span<const Peak_Mark> p
 Status Background_File(const Points_Source& source, std::span<const Background_Mark> points, std::string& text) {
     static const Edit_Format columns("(2F15.5)");
     Column_Lines lines;
-    lines.Put("! Data file : ", source.path);
-    lines.Put("! Format    : ", source.instr);
+    lines.Put("! Data file : ", Trim_Right(source.path));
+    lines.Put("! Format    : ", Trim_Right(source.instr));
     lines.Put("! Position      Background_value");
     for (std::size_t i = 0; i < points.size(); ++i) {
         constexpr std::string_view list = "background point";

@@ -82,7 +82,7 @@ Status Vecfind_File(const Points_Source& source, const Vecfind_Input& input, std
     Column_Lines lines;
     lines.Put("! Input file for Vecfind");
     lines.Put("! created by Vantrelo-2006:", source.date);
-    lines.Put("! Data file : ", source.path);
+    lines.Put("! Data file : ", Trim_Right(source.path));
     lines.Put("TITLE ", Trim_Right(input.title));
     lines.Put("SPGR    ", input.lattice);
     lines.Put("CELL    ", input.cell);
