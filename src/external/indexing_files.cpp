@@ -1,6 +1,5 @@
 // Input of the programs that find a cell from the positions of lines.
 #include <algorithm>
-#include <cmath>
 
 #include "base/text.hpp"
 #include "external/column_lines.hpp"
@@ -21,7 +20,8 @@ void Put_Wavelengths(Column_Lines& lines, const Points_Source& source) {
 }
 
 void Put_Title(Column_Lines& lines, std::string_view title, std::string_view usual) {
-    lines.Put("", Trim(title).empty() ? usual : Trim_Right(title));
+    const std::string line = One_Line(title);
+    lines.Put("", Trim(line).empty() ? usual : Trim_Right(line));
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <iterator>
 #include <optional>
+#include <utility>
 
 #include "base/free_form.hpp"
 #include "base/text.hpp"

@@ -317,6 +317,9 @@ TEST(Peaks_File, TextsOfAUserStayOnTheirLines) {
         for (std::size_t at = texts[i].find(good); at != std::string::npos; at = texts[i].find(good, at + 1)) ++found;
         EXPECT_EQ(found, uses[i]) << texts[i];
     }
+    ito.title = "\r\n";  // a blank title too
+    ASSERT_TRUE(Ito_File(ito, peaks, texts[3]).ok());
+    EXPECT_TRUE(texts[3].starts_with("ITO input parameters\n"));
 }
 
 TEST(Peaks_File, VecfindBeginsWithWhatTheTitleTells) {
