@@ -10,6 +10,7 @@
 //
 // What stands behind "!" is a comment. A line that begins with "phase_" opens a phase; the first phase with a cell serves. Other keywords
 // tell of patterns and refinements.
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <optional>
@@ -18,6 +19,7 @@
 
 #include "base/text.hpp"
 #include "base/text_file.hpp"
+#include "crystal/osl_lines.hpp"
 #include "crystal/structure_lines.hpp"
 #include "crystal/structure_readers.hpp"
 
@@ -56,7 +58,7 @@ void Take_Line(const Structure_Line& line, Osl_Phase& phase) {
         phase.generators.emplace_back(rest);
     else if (key == "fix")
         phase.operators.emplace_back(rest);
-    else if (key == "atom" || key == "aniso" || Form_Of(word))
+    else if (const Osl_Line kind = Osl_Line_Of(line.text); kind == Osl_Line::atom || kind == Osl_Line::thermal)
         phase.atoms.push_back(line);
 }
 
@@ -77,12 +79,18 @@ Osl_Phase First_Phase(std::string_view text) {
     return phase;
 }
 
+// Within a Hall symbol they mean axes.
+std::string_view Without_Outer_Quotes(std::string_view symbol) {
+    const bool quoted = symbol.size() > 1 && symbol.front() == symbol.back() && (symbol.front() == '\'' || symbol.front() == '"');
+    return quoted ? symbol.substr(1, symbol.size() - 2) : symbol;
+}
+
 // Operators or generators are more exact than a symbol that stands beside them.
 Status Read_Group(const Osl_Phase& phase, Space_Group_Type& group) {
     if (!phase.operators.empty()) return Set_SpaceGroup({}, group, phase.operators, "FIX");
     if (!phase.generators.empty()) return Set_SpaceGroup({}, group, phase.generators, "GEN");
-    const std::string symbol = Replace_All(Replace_All(phase.symbol.value_or(""), "\"", ""), "'", "");
-    return Set_SpaceGroup(symbol, group).failed ? Status::Fail(bad_group) : Status::Done();
+    const bool failed = Set_SpaceGroup(Without_Outer_Quotes(phase.symbol.value_or("")), group).failed;
+    return failed ? Status::Fail(bad_group) : Status::Done();
 }
 
 // "0.25", "0.25(1)" or "1/4".
@@ -128,24 +136,55 @@ bool Read_Tensor(Line_Words words, std::optional<Thermal_Form> form, const Cryst
     return Set_Anisotropic(*form, values, cell, atom).ok();
 }
 
+// The label names the line of an atom that was read.
 Status Read_Atoms(const std::vector<Structure_Line>& lines, const Crystal_Cell_Type& cell, Atom_List& atoms) {
-    std::optional<Thermal_Form> form;
+    Osl_Atom_Reader reader(cell, atoms);
     for (const Structure_Line& line : lines) {
-        const std::vector<std::string_view> words = Words_Of(line.text);
-        if (Equal_No_Case(words.front(), "atom")) {
-            if (const Status status = Read_Atom(words, atoms.emplace_back()); status.failed) return Refused(status.message, line);
-            form.reset();
-            for (std::size_t i = 6; i < words.size() && !form; ++i) form = Form_Of(words[i]);
-        } else if (atoms.empty()) {
-            return Refused(bad_tensor, line);
-        } else if (!Read_Tensor(words, form, cell, atoms.back())) {
-            return Status::Fail(std::string(bad_tensor) + atoms.back().label);
-        }
+        const bool atom = Osl_Line_Of(line.text) == Osl_Line::atom;
+        const Status status = atom ? reader.Take_Atom(line.text) : reader.Take_Thermal(line.text);
+        if (status.failed) return atom || atoms.empty() ? Refused(status.message, line) : status;
     }
     return Status::Done();
 }
 
 }  // namespace
+
+Osl_Line Osl_Line_Of(std::string_view line) {
+    const std::string_view word = First_Word(Without_Comment(line));
+    if (word.empty()) return Osl_Line::blank;
+    if (Equal_No_Case(word, "atom")) return Osl_Line::atom;
+    return Equal_No_Case(word, "aniso") || Form_Of(word) ? Osl_Line::thermal : Osl_Line::other;
+}
+
+Status Osl_Atom_Reader::Take_Atom(std::string_view line) {
+    const std::vector<std::string_view> words = Words_Of(Without_Comment(line));
+    form_.reset();
+    for (std::size_t i = 6; i < words.size() && !form_; ++i) form_ = Form_Of(words[i]);
+    return Read_Atom(words, atoms_.emplace_back());
+}
+
+Status Osl_Atom_Reader::Take_Thermal(std::string_view line) {
+    if (atoms_.empty()) return Status::Fail(bad_tensor);
+    const std::optional<Thermal_Form> form = form_ || !beta_untold_ ? form_ : Thermal_Form::beta;
+    if (Read_Tensor(Words_Of(Without_Comment(line)), form, cell_, atoms_.back())) return Status::Done();
+    return Status::Fail(std::string(bad_tensor) + atoms_.back().label);
+}
+
+Status Read_Cell_Text(std::string_view text, Crystal_Cell_Type& cell) { return Read_Cell_Line(Without_Comment(text), cell); }
+
+Status Read_Group_Text(std::string_view text, Space_Group_Type& group) {
+    text = Without_Comment(text);
+    const std::string_view word = First_Word(text);
+    const bool generators = Equal_No_Case(word, "gen"), fixed = Equal_No_Case(word, "fix");
+    if (!generators && !fixed) return Set_SpaceGroup(Without_Outer_Quotes(text), group);
+    std::vector<std::string> operators;
+    for (std::string_view rest = text.substr(word.size()); !Trim(rest).empty();) {
+        const std::size_t end = std::min(rest.find(';'), rest.size());
+        if (const std::string_view oper = Trim(rest.substr(0, end)); !oper.empty()) operators.emplace_back(oper);
+        rest.remove_prefix(std::min(end + 1, rest.size()));
+    }
+    return Set_SpaceGroup({}, group, operators, fixed ? "FIX" : "GEN");
+}
 
 Status Read_OSL(std::string_view text, Crystal_Structure& structure) {
     const Osl_Phase phase = First_Phase(text);

@@ -8,6 +8,7 @@
 
 #include "base/text.hpp"
 #include "base/write_file.hpp"
+#include "crystal/osl_lines.hpp"
 #include "crystal/structure_file.hpp"
 
 namespace vntl {
@@ -52,14 +53,6 @@ std::string Two_Decimals(double value) {
     return std::string(width - std::min(width, text.size()), ' ') + text;
 }
 
-// One word of a line: blanks and the sign of a comment would end it.
-std::string Word(std::string_view text) {
-    std::string word(text.empty() ? "?" : text);
-    for (char& c : word)
-        if (static_cast<unsigned char>(c) <= ' ' || c == '!') c = '_';
-    return word;
-}
-
 std::string Padded(std::string text) {
     text.resize(std::max(text.size(), name_width), ' ');
     return text;
@@ -84,18 +77,28 @@ std::vector<std::string> Generators_Of(const Space_Group_Type& group) {
     return generators;
 }
 
-// The symbol where it leads back to these operators, else what makes them.
-std::vector<std::string> Group_Lines(const Space_Group_Type& group) {
-    std::vector<std::string> lines = {"!     Space Group # " + std::to_string(group.spg_number)};
-    const bool fixed = group.setting_type == fixed_operators;
-    if (!fixed)
+bool Fixed(const Space_Group_Type& group) { return group.setting_type == fixed_operators; }
+
+// One of its own symbols that leads back to these operators; blank where there is none.
+std::string Own_Symbol(const Space_Group_Type& group) {
+    if (!Fixed(group))
         for (const std::string& symbol : {group.hm_symbol, group.hall_symbol})
-            if (Gives(symbol, group)) {
-                lines.push_back("Spgr  " + symbol);
-                return lines;
-            }
-    for (const std::string& oper : fixed ? group.operator_strings : Generators_Of(group))
-        lines.push_back((fixed ? "Fix  " : "Gen  ") + oper);
+            if (Gives(symbol, group)) return symbol;
+    return {};
+}
+
+bool Is_Number(std::string_view symbol) { return !symbol.empty() && symbol.front() >= '0' && symbol.front() <= '9'; }
+
+// The symbol where there is one, else what makes the group.
+std::vector<std::string> Group_Lines(const Space_Group_Type& group, std::string_view told) {
+    std::vector<std::string> lines = {"!     Space Group # " + std::to_string(group.spg_number)};
+    const bool by_told = !Fixed(group) && !Is_Number(told) && Gives(told, group);
+    if (const std::string symbol = by_told ? std::string(told) : Own_Symbol(group); !symbol.empty()) {
+        lines.push_back("Spgr  " + symbol);
+        return lines;
+    }
+    for (const std::string& oper : Fixed(group) ? group.operator_strings : Generators_Of(group))
+        lines.push_back((Fixed(group) ? "Fix  " : "Gen  ") + oper);
     return lines;
 }
 
@@ -109,7 +112,7 @@ std::string Cell_Line(const Crystal_Cell_Type& cell) {
 }
 
 std::string Atom_Line(const Atom_Type& atom) {
-    std::string line = "Atom   " + Padded(Word(atom.label)) + "  " + Padded(Word(atom.symbol)) + "   ";
+    std::string line = "Atom   " + Padded(Osl_Word(atom.label)) + "  " + Padded(Osl_Word(atom.symbol)) + "   ";
     for (const double value : {atom.x, atom.y, atom.z}) line += Column(value, coordinate_digits);
     for (const float value : {atom.biso, atom.occupancy}) line += Column(value, value_digits);
     return line + Two_Decimals(atom.occupancy) + Two_Decimals(atom.multiplicity) + "   " + (atom.aniso ? "! aniso" : "! isotr");
@@ -123,18 +126,38 @@ std::string Aniso_Line(const Atom_Type& atom) {
 
 }  // namespace
 
-Status Write_OSL(const std::string& file, const Crystal_Structure& structure, std::string_view title) {
+std::string Osl_Word(std::string_view text) {
+    std::string word(text.empty() ? "?" : text);
+    for (char& c : word)
+        if (static_cast<unsigned char>(c) <= ' ' || c == '!') c = '_';
+    return word;
+}
+
+std::string Group_Text(const Space_Group_Type& group) {
+    if (std::string symbol = Own_Symbol(group); !symbol.empty()) return symbol;
+    std::string text;
+    for (const std::string& oper : Fixed(group) ? group.operator_strings : Generators_Of(group))
+        text += (text.empty() ? (Fixed(group) ? "Fix " : "Gen ") : "; ") + oper;
+    return text;
+}
+
+std::vector<std::string> Osl_Structure_Lines(const Crystal_Structure& structure, std::string_view title, std::string_view symbol) {
     std::string head(title);
     for (char& c : head)
         if (c == '\n' || c == '\r') c = ' ';
     std::vector<std::string> lines = {"TITLE " + head, std::string(generated), std::string(cell_head), Cell_Line(structure.cell)};
-    for (std::string& line : Group_Lines(structure.group)) lines.push_back(std::move(line));
+    for (std::string& line : Group_Lines(structure.group, symbol)) lines.push_back(std::move(line));
     lines.emplace_back(structure.atoms.empty() ? "!  No atoms ..." : atom_head);
     for (const Atom_Type& atom : structure.atoms) {
         lines.push_back(Atom_Line(atom));
         if (atom.aniso) lines.push_back(Aniso_Line(atom));
     }
-    return Write_Text_Lines(file, lines) ? Status::Done() : Status::Fail_File("The file " + file + " cannot be written");
+    return lines;
+}
+
+Status Write_OSL(const std::string& file, const Crystal_Structure& structure, std::string_view title) {
+    return Write_Text_Lines(file, Osl_Structure_Lines(structure, title)) ? Status::Done()
+                                                                         : Status::Fail_File("The file " + file + " cannot be written");
 }
 
 }  // namespace vntl

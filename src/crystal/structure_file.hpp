@@ -12,6 +12,9 @@
 
 namespace vntl {
 
+// What six anisotropic values 11 22 33 12 13 23 are: mean square displacements in angstrom^2, these times 8 pi^2, or beta itself.
+enum class Thermal_Form { u_ij, b_ij, beta };
+
 struct Atom_Type {
     std::string label, symbol;   // symbol: of the chemical element ("D" for deuterium)
     double x = 0, y = 0, z = 0;  // fractions of the cell
@@ -36,6 +39,9 @@ Status Read_Structure_File(const std::string& file, Crystal_Structure& result, s
 
 // The mode that the extension of a name tells: .cif, .osl, .pcr, .res .ins .inp .shx.
 std::string_view Structure_Mode(std::string_view file);
+
+// Counts the sites of each atom in the cell. Images of an atom within 0.05 angstroms of each other are one.
+void Set_Multiplicities(Crystal_Structure& structure);
 
 Status Write_OSL(const std::string& file, const Crystal_Structure& structure, std::string_view title = {});
 

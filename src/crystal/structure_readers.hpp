@@ -28,16 +28,10 @@ inline constexpr std::string_view wrong_uncertainty = "Wrong format using Standa
 // Standard values" when what follows a number is no uncertainty in brackets. Numbers before the fault are set.
 Status Read_Line_Of_Numbers(std::string_view line, std::span<double> values);
 
-// What six anisotropic values 11 22 33 12 13 23 are: mean square displacements in angstrom^2, these times 8 pi^2, or beta itself.
-enum class Thermal_Form { u_ij, b_ij, beta };
-
 inline constexpr double b_of_u = 78.95683;  // 8 pi^2
 
 // Makes the atom anisotropic. The temperature factor is exp(-(beta11 h^2 + .. + 2 beta12 hk + ..)), so that
 // beta_ij = 2 pi^2 a*_i a*_j U_ij = a*_i a*_j B_ij / 4. Fails with "Bad format" where single precision holds no such beta.
 Status Set_Anisotropic(Thermal_Form form, const std::array<double, 6>& values, const Crystal_Cell_Type& cell, Atom_Type& atom);
-
-// Counts the sites of each atom in the cell. Images of an atom within 0.05 angstroms of each other are one.
-void Set_Multiplicities(Crystal_Structure& structure);
 
 }  // namespace vntl
