@@ -6,6 +6,7 @@
 #include "app/command_table.hpp"
 #include "charts/topics.hpp"
 #include "commands/application.hpp"
+#include "external/programs_topic.hpp"
 #include "session/space_group_topic.hpp"
 #include "session/structure_topic.hpp"
 #include "session/topics.hpp"

@@ -46,16 +46,6 @@ const System* Find_System(std::string_view os_tag) {
     return found == std::end(systems) ? nullptr : &*found;
 }
 
-Status Print_Programs(const Program_Suite& in_use, Words words, const Put_Line& put) {
-    if (words.size() > 1) return Status::Fail("usage: print programs [WIND|LINU|MACO]");
-    if (words.size() == 1 && !Has_Programs(words[0])) return Status::Fail("there is no system " + words[0]);
-    const Program_Suite suite = words.empty() ? in_use : Suite_Of_System(words[0]);
-    Json programs = Json::object();
-    for (std::size_t role = 0; role < program_roles; ++role) programs[std::string(table[role].role)] = suite.programs[role];
-    put({{"programs", programs}});
-    return Status::Done();
-}
-
 }  // namespace
 
 std::string_view Name_Of(Program_Role role) { return table[static_cast<std::size_t>(role)].role; }
@@ -92,9 +82,5 @@ Command_Line Program_Suite::By_Name(Program_Role role) const { return Command_Li
 Command_Line Program_Suite::In_Suite(Program_Role role) const { return Command_Line(quendrix_dir).Program_At(Suite_Path(role)); }
 
 Command_Line Program_Suite::In_Console(Program_Role role) const { return By_Name(Program_Role::cmd_run).Program_At(Suite_Path(role)); }
-
-Topic Programs_Topic(const Program_Suite& in_use) {
-    return {"programs", [in_use](Words words, const Put_Line& put) { return Print_Programs(in_use, words, put); }};
-}
 
 }  // namespace vntl

@@ -7,7 +7,6 @@
 #include <string_view>
 
 #include "base/command_line.hpp"
-#include "base/topic.hpp"
 
 namespace vntl {
 
@@ -65,8 +64,5 @@ struct Program_Suite {
 
 // The programs of a system, none of them chosen by the user.
 Program_Suite Suite_Of_System(std::string_view os_tag);
-
-// programs [WIND|LINU|MACO]: those in use, or those of a system.
-Topic Programs_Topic(const Program_Suite& in_use);
 
 }  // namespace vntl

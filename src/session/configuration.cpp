@@ -14,6 +14,7 @@
 #include "base/os.hpp"
 #include "base/text.hpp"
 #include "base/write_file.hpp"
+#include "external/program_suite.hpp"
 #include "session/preferences.hpp"
 
 namespace vntl {

@@ -7,11 +7,11 @@
 #include <string_view>
 
 #include "base/status.hpp"
-#include "external/program_suite.hpp"
 
 namespace vntl {
 
 struct Environment_Prefs;
+struct Program_Suite;
 
 struct Configuration {
     std::string program_name = "Vantrelo-2006";

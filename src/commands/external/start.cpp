@@ -3,6 +3,7 @@
 #include <chrono>
 
 #include "base/os.hpp"
+#include "base/text.hpp"
 #include "base/write_file.hpp"
 #include "commands/application.hpp"
 #include "commands/select_files.hpp"
