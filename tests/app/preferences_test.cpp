@@ -371,12 +371,12 @@ TEST_F(Preferences_Dialogs, TextsAreOpenedByTheEditorOfThePreferences) {
     std::ofstream(directory / "home/.qxs/quendrix.dir") << "/two words\nmodel.pcr\n";
     const Run_Result run =
         Do("programs off;!;set \"Use internal text editor\" 0;set \"Text editor\" \"/opt/my editor\";press Apply;press Exit;command "
-           "40104;command 40107;pref cmd_editor \"\";command 40107",
+           "40104;command 40107;pref cmd_editor \"\";command 40107;print state;command 40104",
            "QUENDRIX=" + Quoted(directory / "suite"));
     Texts started;
     for (const Json& line : run.With("started")) started.push_back(line["started"].get<std::string>() + (line["waited"] ? " waited" : ""));
-    EXPECT_EQ(started, (Texts{"/opt/my editor \"/two words/model.pcr\"", "/opt/my editor"}));
-    EXPECT_EQ(Told(run), Texts{"No text editor is named in the preferences"});
+    EXPECT_EQ(started, (Texts{"/opt/my editor \"/two words/model.pcr\"", "/opt/my editor", "xdg-open \"/two words/model.pcr\""}));
+    EXPECT_EQ(run.With("plot_type").at(0)["status"][0], "The preferences name no program for this.");
 }
 
 }  // namespace
