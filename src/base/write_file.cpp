@@ -142,6 +142,13 @@ mode_t New_Mode() {
     return static_cast<mode_t>((S_IRUSR | S_IWUSR | S_IRGRP | S_IWGRP | S_IROTH | S_IWOTH) & ~mask);
 }
 
+// The permissions of a file that is run: who may read it may run it.
+mode_t With_Running(mode_t mode) {
+    const mode_t mask = umask(0);
+    umask(mask);
+    return mode | (((mode & (S_IRUSR | S_IRGRP | S_IROTH)) >> 2) & ~mask);
+}
+
 bool Give_Owner(int descriptor, const Place& place) {
     struct stat fresh {};
     if (!place.there) return true;
@@ -190,7 +197,7 @@ bool Write_To_Device(const Place& place, std::string_view text) {
     return true;
 }
 
-bool Replace(const Place& place, std::string_view text) {
+bool Replace(const Place& place, std::string_view text, File_Use use) {
     const std::string prefix = Prefix_Of(place.entry);
     Remove_Leftovers(place, prefix);
     std::string name;
@@ -202,7 +209,8 @@ bool Replace(const Place& place, std::string_view text) {
         drop();
         return place.there && Write_In_Place(place, text);
     }
-    const mode_t mode = place.there ? place.about.st_mode & 07777 : New_Mode();
+    mode_t mode = place.there ? place.about.st_mode & 07777 : New_Mode();
+    if (use == File_Use::run) mode = With_Running(mode);
     const bool good = Write_Whole(fresh.number(), text) && fchmod(fresh.number(), mode) == 0 && fsync(fresh.number()) == 0 &&
                       renameat(directory, name.c_str(), directory, place.entry.c_str()) == 0;
     if (!good) drop();
@@ -211,10 +219,10 @@ bool Replace(const Place& place, std::string_view text) {
 
 }  // namespace
 
-bool Replace_File(const std::string& file, std::string_view text) {
+bool Replace_File(const std::string& file, std::string_view text, File_Use use) {
     const std::optional<Place> place = Find_Place(file);
     if (!place || !May_Write(*place)) return false;
-    return !place->there || place->Regular() ? Replace(*place, text) : Write_To_Device(*place, text);
+    return !place->there || place->Regular() ? Replace(*place, text, use) : Write_To_Device(*place, text);
 }
 
 Status IOsCopyFile(const std::string& from, const std::string& to) {

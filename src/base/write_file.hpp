@@ -16,7 +16,8 @@ namespace vntl {
 
 // Replaces `file` by the text. An old file keeps its owner and permissions; one whose owner cannot be given to a new file, or whose
 // directory takes none, is written in place. A new file gets the permissions that the umask leaves.
-bool Replace_File(const std::string& file, std::string_view text);
+enum class File_Use { read, run };  // who may read a file that is run may run it, as far as the umask permits
+bool Replace_File(const std::string& file, std::string_view text, File_Use use = File_Use::read);
 bool Write_Text_Lines(const std::string& file, const std::vector<std::string>& lines);
 
 // `to` becomes a copy of the file, by Replace_File.

@@ -1,7 +1,6 @@
 #include "commands/file/save_name.hpp"
 
 #include "base/os.hpp"
-#include "base/write_file.hpp"
 #include "commands/select_files.hpp"
 
 namespace vntl {
@@ -23,7 +22,7 @@ std::string Name_To_Save(Configuration& config, Ask& ask, const Save_Form& form,
 
 Status Save_Text(const Save_Form& form, const std::string& file, std::string_view text) {
     if (!Can_Be_Written(file)) return Status::Fail_File(form.failure);
-    if (Replace_File(file, text)) return Status::Done();
+    if (Replace_File(file, text, form.use)) return Status::Done();
     return Status::Fail_File(std::string(form.failure) + "\nNothing of it was written; the disk may be full: " + file);
 }
 

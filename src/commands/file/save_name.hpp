@@ -6,6 +6,7 @@
 
 #include "base/ask.hpp"
 #include "base/status.hpp"
+#include "base/write_file.hpp"
 
 namespace vntl {
 
@@ -19,6 +20,7 @@ struct Save_Form {
     std::string_view overwrite_title;  // of the question
     std::string_view failure;          // text of the box about a file that cannot be written
     bool takes_place = false;          // the extension takes the place of any that a name has
+    File_Use use = File_Use::read;     // what is done with the file
 };
 
 // Asks before a file that is there is replaced.
