@@ -3,6 +3,7 @@
 
 #include "base/os.hpp"
 #include "commands/application.hpp"
+#include "commands/external/sequential_dialog.hpp"
 #include "commands/external/start.hpp"
 
 namespace vntl {
@@ -61,9 +62,21 @@ void Start_On_File(Application& app) {
         Start_Program(app, command.File(ito_input));
 }
 
+// --- programs that a dialog prepares --------------------------------------------------------------------------------------------------
+
+void Run_Sequential(Application& app) {
+    Command_Line command;
+    if (const Status status = Sequential_Dialog(app, command); status.failed)
+        Tell(app, status);
+    else
+        Start_Program(app, command);
+}
+
+std::vector<Dialog_Resource> Dialogs() { return {Sequential_Dialog_Resource()}; }
+
 constexpr Command commands[] = {
     {command::run_quendrix, "Run Quendrix", "refine", nullptr, "", "Refine a structure"},
-    {command::run_sequential, "Run Quendrix sequential refinement", "sequential_run", nullptr, "",
+    {command::run_sequential, "Run Quendrix sequential refinement", "sequential_run", Run_Sequential, "",
      "Refine a series of patterns one after another"},
     {command::run_studio, "Run Quendrix Studio", "studio", Start_On_Refinement<Role::prg_studio>, "", "Open the studio of the suite"},
     {command::run_tabedit, "Run Tabedit", "", Start_Tabedit, "", "Edit the control file by forms"},
@@ -83,6 +96,6 @@ constexpr Command commands[] = {
 
 }  // namespace
 
-Command_Family External_Commands() { return {commands}; }
+Command_Family External_Commands() { return {commands, Dialogs}; }
 
 }  // namespace vntl
