@@ -1,9 +1,14 @@
 // Command lines, and programs started from them.
 #include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
+#include <cerrno>
 #include <chrono>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
+#include <thread>
 
 #include "base/os.hpp"
 #include "base/programs.hpp"
@@ -99,6 +104,44 @@ TEST_F(Process, ABareNameIsLookedForInThePathAndThenWithTheSuite) {
     EXPECT_NE(Found_Program("env", suite), suite + "/env");
     ASSERT_TRUE(Run(Command_Line(suite).Program("env").Program_At("tell.sh").File("now")).ok());
     EXPECT_EQ(Taken(), (Words{IOsDirName(), "now"}));
+}
+
+// Files of `/proc/self` below a directory: open files, threads.
+std::size_t Count(const char* kind) {
+    const fs::directory_iterator files(fs::path("/proc/self") / kind);
+    return static_cast<std::size_t>(std::distance(begin(files), end(files)));
+}
+
+TEST_F(Process, ManyStartsLeaveNothingBehind) {
+    const std::size_t files = Count("fd"), threads = Count("task");
+    for (int i = 0; i < 200; ++i) ASSERT_TRUE(IOsCommand(Command_Line().Program("true")).ok());
+    int status = 0;
+    const auto end = std::chrono::steady_clock::now() + 20s;
+    const auto nothing = [&] { return ::waitid(P_ALL, 0, nullptr, WEXITED | WNOHANG | WNOWAIT) < 0 && Count("task") == threads; };
+    while (!nothing() && std::chrono::steady_clock::now() < end) std::this_thread::sleep_for(1ms);
+    EXPECT_EQ(::waitpid(-1, &status, WNOHANG), -1) << "a program that ended still waits for its parent";
+    EXPECT_EQ(errno, ECHILD);
+    EXPECT_EQ(Count("task"), threads);
+    EXPECT_EQ(Count("fd"), files);
+}
+
+// What waits in our own input is ours: a program that reads ends at once, and what was there is there still.
+TEST_F(Process, AProgramReadsNothingOfOurs) {
+    int ends[2] = {};
+    ASSERT_EQ(::pipe(ends), 0);
+    ASSERT_EQ(::write(ends[1], "ours", 4), 4);
+    const int input = ::dup(STDIN_FILENO);
+    ::dup2(ends[0], STDIN_FILENO);
+    Running_Program running;
+    const Status status = IOsCommand(Command_Line().Program("cp /dev/stdin").File(Told().string()), &running);
+    const bool ended = running.Ended_Within(10s);
+    ::dup2(input, STDIN_FILENO);
+    char text[8] = {};
+    EXPECT_EQ(::read(ends[0], text, sizeof text), 4);
+    EXPECT_STREQ(text, "ours");
+    EXPECT_TRUE(status.ok() && ended);
+    EXPECT_EQ(fs::file_size(Told()), 0u);
+    for (const int file : {input, ends[0], ends[1]}) ::close(file);
 }
 
 TEST_F(Process, TheSeamStartsOrTellsAlone) {

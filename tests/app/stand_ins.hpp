@@ -1,0 +1,104 @@
+// Programs that stand in for those that are started: each writes down what it was given.
+#pragma once
+
+#include <algorithm>
+#include <chrono>
+#include <initializer_list>
+#include <thread>
+
+#include "app/testing.hpp"
+
+namespace vntl {
+
+// What one of them was given.
+struct Start {
+    std::string name, directory;
+    std::vector<std::string> words;  // behind its own name
+    std::string input;               // "end" where there is nothing to read
+    std::string leads;               // "yes" where it is the first of a session
+    std::string open;                // the numbers of its open files, a blank behind each
+
+    bool operator<(const Start& other) const { return std::tie(name, words) < std::tie(other.name, other.words); }
+};
+
+// A directory of stand-ins under the names of programs. A text in `Do` is what one does besides, in the shell's language, in its own
+// directory and with its words in $1 and on.
+class Stand_Ins {
+public:
+    Stand_Ins() = default;
+    Stand_Ins(const fs::path& directory, const fs::path& notes, std::initializer_list<const char*> names) : notes_(notes) {
+        fs::create_directories(directory);
+        fs::create_directories(notes);
+        for (const char* name : names) {
+            std::ofstream(directory / name) << Text(name);
+            fs::permissions(directory / name, fs::perms::owner_all);
+        }
+    }
+
+    void Do(const std::string& name, const std::string& text) const { std::ofstream(notes_ / ("do." + name)) << text << '\n'; }
+
+    // What those that were started since the last call have noted, by their names. Waits for as many as there should be.
+    std::vector<Start> Started(std::size_t expected) const {
+        const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(20);
+        std::vector<fs::path> files;
+        std::vector<Start> starts;
+        do {
+            files.clear();
+            starts.clear();
+            for (const auto& entry : fs::directory_iterator(notes_))
+                if (Start start; entry.path().extension() == ".note" && Is_Whole(entry.path(), start)) {
+                    files.push_back(entry.path());
+                    starts.push_back(start);
+                }
+            if (starts.size() < expected) std::this_thread::sleep_for(std::chrono::milliseconds(5));
+        } while (starts.size() < expected && std::chrono::steady_clock::now() < end);
+        for (const fs::path& file : files) fs::remove(file);
+        EXPECT_EQ(starts.size(), expected);
+        std::sort(starts.begin(), starts.end());
+        return starts;
+    }
+
+private:
+    static std::string In_Quotes(const std::string& text) {
+        std::string quoted = "'";
+        for (const char c : text) quoted += c == '\'' ? std::string("'\\''") : std::string(1, c);
+        return quoted + "'";
+    }
+
+    // The shell alone, for speed. Its open files are looked at before it opens any but this text itself.
+    std::string Text(const std::string& name) const {
+        return "#!/bin/sh\n"
+               "notes=" +
+               In_Quotes(notes_) + " name=" + In_Quotes(name) + R"(
+open=
+for file in /proc/$$/fd/*; do
+    [ "$file" -ef "$0" ] || [ ! -e "$file" ] || open="$open${file##*/} "
+done
+input=end
+read -r line && input=more
+read -r stat </proc/$$/stat
+stat=${stat##*) }
+session=${stat#* * * } session=${session%% *}
+[ "$session" = $$ ] && leads=yes || leads=no
+printf '%s\0' "$name" "$PWD" "$input" "$leads" "$open" $# "$@" >"$notes/$name.$$.note"
+[ -f "$notes/do.$name" ] && . "$notes/do.$name"
+if [ "$name" = xterm ] && [ "$1" = -e ]; then shift; exec "$@"; fi
+exit 0
+)";
+    }
+
+    static bool Is_Whole(const fs::path& file, Start& start) {
+        std::ifstream stream(file, std::ios::binary);
+        std::vector<std::string> texts;
+        const std::string all(std::istreambuf_iterator<char>(stream), {});
+        for (std::size_t at = 0, end; (end = all.find('\0', at)) != std::string::npos; at = end + 1)
+            texts.push_back(all.substr(at, end - at));
+        if (texts.size() < 6 || texts.size() - 6 < static_cast<std::size_t>(std::stoi(texts[5]))) return false;
+        start = {texts[0], texts[1], {texts.begin() + 6, texts.end()}, texts[2], texts[3], texts[4]};
+        return true;
+    }
+
+    fs::path notes_;
+};
+
+}  // namespace vntl
