@@ -1,9 +1,8 @@
 #include "external/column_lines.hpp"
 
-#include <algorithm>
 #include <utility>
 
-#include "base/text.hpp"
+#include "patterns/write_columns.hpp"
 
 namespace vntl {
 
@@ -34,15 +33,8 @@ std::string Number_Name::Text() const {
     return "the " + std::string(what) + " of " + std::string(list) + ' ' + std::to_string(place);
 }
 
-std::string One_Line(std::string_view text) {
-    std::string line(text);
-    std::replace_if(
-        line.begin(), line.end(), [](char c) { return static_cast<unsigned char>(c) < ' '; }, ' ');
-    return line;
-}
-
 void Column_Lines::Put(std::string_view told, std::string_view text) {
-    if (status_.ok()) text_.append(told).append(One_Line(text)).append("\n");
+    if (status_.ok()) text_.append(told).append(Without_Line_Ends(text)).append("\n");
 }
 
 void Column_Lines::Peaks(const Edit_Format& format, std::span<const Peak_Mark> peaks) {

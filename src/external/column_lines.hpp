@@ -45,9 +45,6 @@ std::string Shortest(Number value) {
     return std::string(digits, std::to_chars(digits, digits + sizeof digits, value).ptr);
 }
 
-// The text with blanks for what ends a line or moves on it.
-std::string One_Line(std::string_view text);
-
 // The first failure stays; what follows it writes nothing.
 class Column_Lines {
 public:

@@ -4,6 +4,7 @@
 #include "base/text.hpp"
 #include "external/column_lines.hpp"
 #include "external/peaks_file.hpp"
+#include "patterns/write_columns.hpp"
 
 namespace vntl {
 
@@ -20,7 +21,7 @@ void Put_Wavelengths(Column_Lines& lines, const Points_Source& source) {
 }
 
 void Put_Title(Column_Lines& lines, std::string_view title, std::string_view usual) {
-    const std::string line = One_Line(title);
+    const std::string line = Without_Line_Ends(title);
     lines.Put("", Trim(line).empty() ? usual : Trim_Right(line));
 }
 

@@ -12,6 +12,8 @@
 #include "base/text.hpp"
 #include "base/text_file.hpp"
 #include "crystal/osl_lines.hpp"
+#include "external/column_lines.hpp"
+#include "patterns/write_columns.hpp"
 
 namespace vntl {
 
@@ -32,11 +34,6 @@ std::string Digits(double value, int decimals) {
 std::string Column(double value, std::size_t width, int decimals) {
     const std::string digits = Digits(value, decimals);
     return std::string(digits.size() < width ? width - digits.size() : 1, ' ') + digits;
-}
-
-std::string Shortest(float value) {
-    std::array<char, 64> buffer;
-    return {buffer.data(), std::to_chars(buffer.data(), buffer.data() + buffer.size(), value).ptr};
 }
 
 std::string Cell_Text(const Crystal_Cell_Type& cell) {
@@ -86,17 +83,9 @@ private:
 
 std::string Reason(const Status& status) { return std::string(Trim(status.message)); }
 
-// Anything that would end the line is a blank.
-std::string One_Line(std::string_view text) {
-    std::string line(text);
-    for (char& c : line)
-        if (static_cast<unsigned char>(c) < ' ') c = ' ';
-    return line;
-}
-
 // What a panel of one line holds.
 std::string Panel_Line(std::string_view text) {
-    const std::string line = One_Line(text);
+    const std::string line = Without_Line_Ends(text);
     return std::string(Trim(std::string_view(line).substr(0, line.find('!'))));
 }
 
@@ -236,7 +225,7 @@ Status Read_Atoms_Panel(const Pdf_Input& input, Crystal_Structure& structure, Os
 
 std::string Osl_File_Text(const Pdf_Input& input, const Crystal_Structure& structure) {
     const std::string title =
-        input.imported ? "OSL-file imported from file: " + One_Line(input.imported_from) : "OSL-file created by Vantrelo-2006:";
+        input.imported ? "OSL-file imported from file: " + Without_Line_Ends(input.imported_from) : "OSL-file created by Vantrelo-2006:";
     std::string text = "PATTERN_1   1.00\nTitle   " + title + "\n!           Rmin    Rstep     Rmax \n";
     Put(text, "(a,3f9.4)", "PDF_RANGE ", input.pdf_rmin, input.pdf_rstep, input.pdf_rmax);
     Put(text, "(a,f9.4)", "QMAX  ", input.pdf_qmax);

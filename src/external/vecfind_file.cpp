@@ -10,6 +10,7 @@
 #include "base/text.hpp"
 #include "external/column_lines.hpp"
 #include "external/peaks_file.hpp"
+#include "patterns/write_columns.hpp"
 
 namespace vntl {
 
@@ -70,7 +71,7 @@ std::string Wavelength_Text(float wavelength) {
 
 Vecfind_Input Vecfind_Input_Of(const Points_Source& source, std::string_view origin_note, std::string_view title, float wavelength) {
     Vecfind_Input input;
-    input.title = Trim_Right(One_Line(Trim(origin_note).empty() ? title : origin_note));
+    input.title = Trim_Right(Without_Line_Ends(Trim(origin_note).empty() ? title : origin_note));
     if (std::string lattice = Lattice_In(input.title); !lattice.empty()) input.lattice = std::move(lattice);
     if (std::string cell = Cell_In(input.title); !cell.empty()) input.cell = std::move(cell);
     input.tolerance = Text_For(tolerances, source.scat_var);

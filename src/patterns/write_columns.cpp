@@ -47,11 +47,13 @@ float Read_Back(std::string_view text) {
     return value;
 }
 
-std::string On_One_Line(std::string_view text) {
+std::string Without_Line_Ends(std::string_view text) {
     std::string line(text);
     std::replace_if(
         line.begin(), line.end(), [](char c) { return static_cast<unsigned char>(c) < ' '; }, ' ');
-    return std::string(Trim(line));
+    return line;
 }
+
+std::string On_One_Line(std::string_view text) { return std::string(Trim(Without_Line_Ends(text))); }
 
 }  // namespace vntl

@@ -29,7 +29,8 @@ private:
 // What a reader takes the text of a number for.
 float Read_Back(std::string_view text);
 
-// The text on one line, without outer blanks: what ends a line or moves on it becomes a blank.
+// The text on one line: what ends a line or moves on it becomes a blank. And the same without outer blanks.
+std::string Without_Line_Ends(std::string_view text);
 std::string On_One_Line(std::string_view text);
 
 }  // namespace vntl
