@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include "external/programs_topic.hpp"
+
 namespace vntl {
 namespace {
 
