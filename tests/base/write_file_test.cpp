@@ -87,6 +87,20 @@ TEST_F(Write_File, TheOldOwnerAndPermissionsStayANewFileGetsThoseOfTheUmask) {
     EXPECT_EQ(Files(), 1u);
 }
 
+TEST_F(Write_File, WhoMayReadAFileThatIsRunMayRunItAsTheUmaskPermits) {
+    struct Case {
+        mode_t mask, old, runs;  // old 0: a new file
+    };
+    for (const Case& c : {Case{022, 0, 0755}, Case{027, 0, 0750}, Case{077, 0, 0700}, Case{0111, 0, 0666}, Case{022, 0640, 0750},
+                          Case{022, 0755, 0755}, Case{077, 0644, 0744}, Case{022, 0622, 0722}}) {
+        ::umask(c.mask);
+        const std::string file = c.old == 0 ? Path("new") : Make("old", "old", c.old);
+        ASSERT_TRUE(Replace_File(file, "new", File_Use::run));
+        EXPECT_EQ(About(file).st_mode & 07777u, c.runs) << c.mask << ' ' << c.old;
+        fs::remove(file);
+    }
+}
+
 TEST_F(Write_File, AFileOfAnotherAndADirectoryThatTakesNoNewOneAreWrittenInPlace) {
     if (!Is_Root()) GTEST_SKIP() << "needs a second user";
     const std::string shared = Make("shared", "of root", 0666), own = Make("inner", "");

@@ -159,7 +159,7 @@ private:
 }  // namespace
 
 Dialog_Resource Sequential_Dialog_Resource() {
-    constexpr int name_width = 44, code_width = 24, number_width = 8;
+    constexpr int name_width = 32, code_width = 24, number_width = 8;
     const auto name = [](int field, const char* label, int button, const char* button_label) {
         return std::vector<Dialog_Field>{{.number = field, .kind = Field_Kind::string, .label = label, .width = name_width},
                                          {button, Field_Kind::push_button, button_label}};
