@@ -21,6 +21,7 @@ class Bitmap;
 enum class Field_Kind {
     label,          // a text; `heading`: larger and bold
     string,         // one line of text
+    text,           // lines of text in columns, ended by '\n'; its label stands above it
     real,           // a number, shown by `format`
     integer,        // a whole number from `lo` to `hi`, with spin arrows
     check_box,      // 0 or 1
@@ -67,8 +68,9 @@ struct Dialog_Field {
     std::vector<std::string> choices = {};  // menu
     std::vector<Grid_Column> columns = {};  // grid
     int grid_rows = 0;                      // grid: rows at first
-    int rows_seen = 0;                      // grid: rows that it has room for, 0 the usual number; as many as at first: no more
+    int rows_seen = 0;                      // grid, text: rows that it has room for, 0 the usual number; grid, as many as at first: no more
     std::vector<Dialog_Page> pages = {};    // frame: one; tab: any number
+    bool label_above = false;               // of an entry that is alone in its row: above it, as long as it is
     bool unseen_label = false;              // of an entry, a mark, a colour: not shown, the fields around it tell what it is
 };
 

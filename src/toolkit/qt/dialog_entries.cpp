@@ -1,8 +1,11 @@
 // Fields that hold one value: texts, numbers, lists, sliders, progress bars.
 #include <QAbstractSpinBox>
 #include <QComboBox>
+#include <QFontDatabase>
 #include <QLineEdit>
+#include <QPlainTextEdit>
 #include <QProgressBar>
+#include <QScrollBar>
 #include <QSlider>
 #include <algorithm>
 #include <cmath>
@@ -49,6 +52,49 @@ public:
 
 protected:
     QLineEdit* line_;
+};
+
+// Lines of text in columns. TAB leads to the next field, as in the others.
+class Text_Field : public Dialog_Widget {
+public:
+    explicit Text_Field(const Dialog_Field& field) : Dialog_Widget(field), edit_(new QPlainTextEdit) {
+        edit_->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+        edit_->setLineWrapMode(QPlainTextEdit::NoWrap);
+        edit_->setTabChangesFocus(true);
+        const int characters = field.width > 0 ? field.width : usual_text_width,
+                  lines = field.rows_seen > 0 ? field.rows_seen : usual_lines;
+        const QFontMetrics metrics = edit_->fontMetrics();
+        const int border = 2 * edit_->frameWidth() + static_cast<int>(2 * edit_->document()->documentMargin());
+        const int bar = edit_->verticalScrollBar()->sizeHint().width();
+        edit_->setMinimumSize(metrics.horizontalAdvance('0') * characters + border + bar, metrics.lineSpacing() * lines + border + bar);
+        QObject::connect(edit_, &QPlainTextEdit::textChanged, edit_, [this] {
+            if (!putting_) changed();
+        });
+    }
+    QWidget* widget() override { return edit_; }
+    std::string Value() const override { return edit_->toPlainText().toStdString(); }
+    void Put(std::string_view text) override {
+        putting_ = true;
+        edit_->setPlainText(Q(text));
+        putting_ = false;
+    }
+    Status Set(const std::string& value) override {
+        Put(value);
+        changed();
+        return Status::Done();
+    }
+    void Set_State(int state) override {
+        state_ = state;
+        edit_->setEnabled(state != field_disabled);
+        edit_->setReadOnly(state == field_read_only);
+        Mark_Read_Only(edit_, state == field_read_only);
+    }
+
+private:
+    static constexpr int usual_text_width = 60, usual_lines = 8;
+
+    QPlainTextEdit* edit_;
+    bool putting_ = false;  // the program writes, not the user
 };
 
 class Real_Field : public String_Field {
@@ -229,6 +275,8 @@ std::unique_ptr<Dialog_Widget> Build_Entry(const Dialog_Field& field) {
     switch (field.kind) {
         case Field_Kind::string:
             return std::make_unique<String_Field>(field);
+        case Field_Kind::text:
+            return std::make_unique<Text_Field>(field);
         case Field_Kind::real:
             return std::make_unique<Real_Field>(field);
         case Field_Kind::integer:

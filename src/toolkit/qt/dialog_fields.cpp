@@ -22,9 +22,9 @@ namespace vntl {
 
 namespace {
 
-constexpr std::array<std::string_view, 16> kind_names = {"label", "string",   "real",         "integer",      "check_box", "radio",
-                                                         "menu",  "trackbar", "progress_bar", "image",        "frame",     "tab",
-                                                         "tree",  "grid",     "push_button",  "colour_button"};
+constexpr std::array<std::string_view, 17> kind_names = {"label", "string", "text",     "real",         "integer",      "check_box",
+                                                         "radio", "menu",   "trackbar", "progress_bar", "image",        "frame",
+                                                         "tab",   "tree",   "grid",     "push_button",  "colour_button"};
 
 QString Seen_Label(const Dialog_Field& field) { return field.unseen_label ? QString() : Q(field.label); }
 

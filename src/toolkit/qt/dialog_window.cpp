@@ -48,7 +48,19 @@ void Name_Unseen(QWidget& widget, const Dialog_Field& field, const Dialog_Field*
     if (field.kind == Field_Kind::colour_button) widget.setToolTip(name);
 }
 
-bool Takes_Room(Field_Kind kind) { return kind == Field_Kind::grid || kind == Field_Kind::tree; }
+bool Takes_Room(Field_Kind kind) { return kind == Field_Kind::grid || kind == Field_Kind::tree || kind == Field_Kind::text; }
+
+bool Labelled_Above(const Dialog_Field& field) { return (field.label_above || field.kind == Field_Kind::text) && !field.unseen_label; }
+
+// An entry under its label.
+QWidget* Under_Label(QLabel& label, QWidget& entry) {
+    auto* both = new QWidget;
+    auto* column = new QVBoxLayout(both);
+    column->setContentsMargins({});
+    column->addWidget(&label);
+    column->addWidget(&entry, 1);
+    return both;
+}
 
 constexpr int all_columns = -1, columns_a_field = 2;  // a label and an entry
 
@@ -112,10 +124,14 @@ void Dialog_Window::Lay_Out_Row(QGridLayout& grid, int row, const std::vector<Di
             continue;
         }
         if (field.unseen_label) Name_Unseen(*widget, field, leader);
-        if (Shows_Label(field)) {
+        if (Shows_Label(field) || Labelled_Above(field)) {
             auto* label = new QLabel(Q(field.label));
             label->setBuddy(Field(field.number)->Focus_Widget());
             Field(field.number)->caption = label;
+            if (Labelled_Above(field)) {
+                grid.addWidget(Under_Label(*label, *widget), row, column, 1, all_columns);
+                continue;
+            }
             if (column > 0) label->setIndent(2 * label->fontMetrics().averageCharWidth());  // apart from the field before it
             grid.addWidget(label, row, column);
             grid.addWidget(widget, row, column + 1);
