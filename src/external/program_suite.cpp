@@ -79,8 +79,13 @@ std::string Program_Suite::Document(std::string_view name) const { return quendr
 
 Command_Line Program_Suite::By_Name(Program_Role role) const { return Command_Line(quendrix_dir).Program(Of(role)); }
 
-Command_Line Program_Suite::In_Suite(Program_Role role) const { return Command_Line(quendrix_dir).Program_At(Suite_Path(role)); }
+Command_Line Program_Suite::In_Suite(Program_Role role) const {
+    Command_Line command(quendrix_dir);
+    return Of(role).empty() ? command : command.Program_At(Suite_Path(role));
+}
 
-Command_Line Program_Suite::In_Console(Program_Role role) const { return By_Name(Program_Role::cmd_run).Program_At(Suite_Path(role)); }
+Command_Line Program_Suite::In_Console(Program_Role role) const {
+    return Of(role).empty() ? In_Suite(role) : By_Name(Program_Role::cmd_run).Program_At(Suite_Path(role));
+}
 
 }  // namespace vntl

@@ -164,6 +164,12 @@ TEST_F(Programs_Test, ItoReadsACopy) {
     EXPECT_EQ(in_the_way.With("started").size(), 0u);
 }
 
+TEST_F(Programs_Test, AFileOfTheRootIsReadThere) {
+    const Run_Result run = Do("files /missing.dic\ncommand 40188\n");
+    ASSERT_EQ(run.With("started").size(), 1u);
+    EXPECT_EQ(run.With("started")[0]["directory"], "/");
+}
+
 // --- programs that need none, or the control file
 // -------------------------------------------------------------------------------------------
 
@@ -293,9 +299,7 @@ TEST_F(Programs_Test, AMissingProgramIsNamedInTheStatusBar) {
         std::size_t state = 0;
         for (const Plain_Command& row : plain_commands) {
             const std::string text = Status_Bar(run, state++);
-            // The opener is looked for last where there is a file or a directory to open.
-            const bool opens = !row.of_suite && (*row.file != 0 || row.number == std::string("40132")) && row.file != std::string("pcr");
-            EXPECT_NE(text.find(opens ? "xdg-open" : row.program), std::string::npos) << row.number << ": " << text;
+            EXPECT_NE(text.find(row.program), std::string::npos) << row.number << ": " << text;
         }
         for (const File_Command& row : file_commands) {
             const std::string text = Status_Bar(run, state++);
@@ -404,6 +408,14 @@ TEST_F(Programs_Test, LinesOfOtherSystems) {
         }
         EXPECT_EQ(lines, expected) << row.system;
     }
+}
+
+TEST_F(Programs_Test, ASystemWithoutProgramsStartsNone) {
+    const Run_Result run =
+        Do("os UNKN\n" + All_Plain_Commands() + "files " + Word(Touch(work / "a.sat")) + "\ncommand 40178\nprint state\n");
+    EXPECT_EQ(run.status, 0) << run.errors;
+    EXPECT_EQ(run.With("started"), std::vector<Json>());
+    EXPECT_NE(Status_Bar(run), "");
 }
 
 TEST_F(Programs_Test, TheTableIsPrinted) {

@@ -1,7 +1,6 @@
 // Menu "Ext. Applications": sibling programs, and the tools of the desktop.
 #include "commands/families.hpp"
 
-#include "base/os.hpp"
 #include "commands/application.hpp"
 #include "commands/external/sequential_dialog.hpp"
 #include "commands/external/start.hpp"
@@ -54,7 +53,7 @@ void Start_On_File(Application& app) {
     if (file.empty()) return;
     const Program_Suite suite = Suite_Of(app);
     Command_Line command = program.in_console ? suite.In_Console(program.role) : suite.In_Suite(program.role);
-    command.In(Directory_Part(file));
+    command.In(Directory_Of(file));
     if (program.role == Role::prg_rawmerge) command.Word("-fil");
     if (program.role != Role::prg_ito)
         Start_Program(app, command.File(file));

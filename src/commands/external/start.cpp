@@ -16,6 +16,7 @@ namespace vntl {
 
 namespace {
 
+constexpr std::string_view no_program = "The preferences name no program for this.";
 constexpr auto between_looks = std::chrono::milliseconds(20);
 
 // Whether a message ends the wait. Who closes the window wants that after the wait.
@@ -34,9 +35,20 @@ bool Wait_For(const Running_Program& running) {
     return true;
 }
 
-bool Installed(const Program_Suite& suite, Program_Role role) {
-    const std::vector<std::string> words = Command_Words(suite.Of(role));
-    return !words.empty() && !Found_Program(words.front(), suite.quendrix_dir).empty();
+bool Installed(const std::string& program, const std::string& quendrix_dir) {
+    const std::vector<std::string> words = Command_Words(program);
+    return !words.empty() && !Found_Program(words.front(), quendrix_dir).empty();
+}
+
+// Whether the desktop's opener takes the place of the system's own program. With neither installed it is that one that is missed.
+bool Opener_Stands_In(const Program_Suite& suite, Program_Role role) {
+    return !Installed(suite.Of(role), suite.quendrix_dir) && Installed(suite.opener, suite.quendrix_dir);
+}
+
+// Also with programs off there must be one.
+Status Start(Application& app, const Command_Line& command, Running_Program* running = nullptr) {
+    if (command.programs().empty()) return Status::Fail(no_program);
+    return running == nullptr ? app.programs.Start(command) : app.programs.Start(command, *running);
 }
 
 bool Told_Of_Failure(Application& app, const Status& status) {
@@ -58,18 +70,23 @@ std::string Choose_File(Application& app, std::string_view title, std::string_vi
     return chosen.empty() ? std::string() : chosen.front();
 }
 
+std::string Directory_Of(std::string_view file) {
+    const std::string_view directory = Directory_Part(file);
+    return directory.empty() && file.starts_with('/') ? "/" : std::string(directory);
+}
+
 bool Copy_For_Ito(Application& app, const std::string& file) {
-    const std::string copy = app.session.config.Path(Directory_Part(file), ito_input);
+    const std::string copy = app.session.config.Path(Directory_Of(file), ito_input);
     Status status = file == copy ? Status::Done() : IOsCopyFile(file, copy);
     if (status.failed) app.ask.Error(status);
     return status.ok();
 }
 
-bool Start_Program(Application& app, const Command_Line& command) { return !Told_Of_Failure(app, app.programs.Start(command)); }
+bool Start_Program(Application& app, const Command_Line& command) { return !Told_Of_Failure(app, Start(app, command)); }
 
 bool Run_Program(Application& app, const Command_Line& command, std::string_view name) {
     Running_Program running;
-    if (Told_Of_Failure(app, app.programs.Start(command, running))) return false;
+    if (Told_Of_Failure(app, Start(app, command, &running))) return false;
     WindowSelect(main_window);
     WindowOutStatusBar(1, std::string(name) + " is running (Escape stops the wait)");
     const bool ended = Wait_For(running);
@@ -83,11 +100,10 @@ void Open_With(Application& app, Program_Role role, std::string_view file) {
     const bool chosen = program != Program_Of_System(role, suite.os_tag);
     Command_Line command = suite.By_Name(role);
     const std::string opened = file.empty() && role == Program_Role::cmd_files ? IOsDirName() : std::string(file);
-    if (!opened.empty() && (program.empty() || (!chosen && app.programs.on() && !Installed(suite, role))))
+    if (!opened.empty() && (program.empty() || (!chosen && app.programs.on() && Opener_Stands_In(suite, role))))
         command = Command_Line(suite.quendrix_dir).Program(suite.opener).File(opened);
     else if (!file.empty())
         command.File(file);
-    if (command.line().empty()) return app.session.interface.Passing_Text("The preferences name no program for this.");
     Start_Program(app, command);
 }
 
