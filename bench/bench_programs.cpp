@@ -1,4 +1,5 @@
-// Starting another program from a session full of rows, in bare starts of the same program measured in between.
+// Starting another program from a session full of rows, in bare starts of the same program measured in between; and saving the peaks for
+// each program that reads them, in parts of the 5 ms within which it shall be done.
 #include <benchmark/benchmark.h>
 #include <fcntl.h>
 #include <spawn.h>
@@ -6,11 +7,15 @@
 
 #include <algorithm>
 #include <chrono>
+#include <filesystem>
+#include <string>
 #include <vector>
 
 #include "base/programs.hpp"
+#include "base/write_file.hpp"
 #include "bench/synthetic_rows.hpp"
 #include "bench/timing.hpp"
+#include "external/peaks_file.hpp"
 #include "external/program_suite.hpp"
 
 extern char** environ;
@@ -58,6 +63,43 @@ void Start_With_Full_Store(benchmark::State& state) {
     }
 }
 BENCHMARK(Start_With_Full_Store)->Arg(1)->Arg(0)->ArgName("by_path")->Iterations(1)->Unit(benchmark::kMillisecond);
+
+Status Peaks_Text(Peaks_Format format, const Points_Source& source, const std::vector<Peak_Mark>& peaks, std::string& text) {
+    switch (format) {
+        case Peaks_Format::free_format:
+            return Free_Peaks_File(source, peaks, text);
+        case Peaks_Format::vecfind:
+            return Vecfind_File(source, Vecfind_Input_Of(source, "", "title", 1.54f), peaks, text);
+        case Peaks_Format::dicvol:
+            return Dicvol_File(source, {.title = {}, .lines = static_cast<int>(peaks.size()), .wavelength = 1.54f}, peaks, text);
+        case Peaks_Format::ito:
+            return Ito_File({.title = {}, .wavelength = 1.54f}, peaks, text);
+        case Peaks_Format::treor:
+            break;
+    }
+    return Treor_File(source, {.title = {}, .wavelength = 1.54f}, peaks, text);
+}
+
+void Save_Peaks(benchmark::State& state) {
+    constexpr double allowed = 5;
+    const std::string file = std::filesystem::temp_directory_path() / "vantrelo_bench_peaks.txt";
+    std::vector<Peak_Mark> peaks;
+    for (int i = 0; i < 400; ++i) peaks.push_back({5 + 0.3f * static_cast<float>(i), 1000.5f + static_cast<float>(i * 37 % 91), 10.25f});
+    const Points_Source source = {
+        .path = file, .file_name = "a.dat", .instr = "XYDATA", .scat_var = "2theta", .xspace = "2theta", .date = Date_Text_Of_Now()};
+    std::vector<double> times;
+    for ([[maybe_unused]] auto round : state)
+        times.push_back(Milliseconds([&] {
+            std::string text;
+            if (Peaks_Text(static_cast<Peaks_Format>(state.range(0)), source, peaks, text).failed || !Replace_File(file, text))
+                state.SkipWithError("it was not saved");
+        }));
+    std::filesystem::remove(file);
+    const double save = Median(times);
+    state.counters["save_ms"] = save;
+    state.counters["allowed"] = save / allowed;
+}
+BENCHMARK(Save_Peaks)->DenseRange(0, 4)->ArgName("format")->Iterations(50)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 }  // namespace vntl
