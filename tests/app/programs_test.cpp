@@ -64,8 +64,7 @@ protected:
     Stand_Ins of_suite, desktop, opener;
 };
 
-// --- programs that read a file
-// --------------------------------------------------------------------------------------------------------------
+// --- programs that read a file ---------------------------------------------------------------------------------------
 
 struct File_Command {
     const char *number, *program, *ending, *option;
@@ -170,8 +169,7 @@ TEST_F(Programs_Test, AFileOfTheRootIsReadThere) {
     EXPECT_EQ(run.With("started")[0]["directory"], "/");
 }
 
-// --- programs that need none, or the control file
-// -------------------------------------------------------------------------------------------
+// --- programs that need none, or the control file --------------------------------------------------------------------
 
 // Every command that starts a program at once; `file` stands for its file.
 struct Plain_Command {
@@ -262,8 +260,68 @@ TEST_F(Programs_Test, DocumentsInTextAreShownByTheInternalEditorWhereThatIsOn) {
     EXPECT_NE(run.Boxes()[2].find("qx2k.inf"), std::string::npos);
 }
 
-// --- how they are started
-// -------------------------------------------------------------------------------------------------------------------
+// --- a series of refinements --------------------------------------------------------------------------------------------
+
+struct Series {
+    std::string boxes;  // the marks that are set, each by its letter among "PHMDC"
+    std::string first, last, told_numbers, marks;
+};
+const Series all_series[] = {{"", "1", "2", "     1      2", " N N N N N"},
+                             {"PHMDC", "7", "120", "     7    120", " Y Y Y Y Y"},
+                             {"HC", "0", "999999", "     0 999999", " N Y N N Y"}};
+
+TEST_F(Programs_Test, ASeriesOfRefinementsGetsItsWords) {
+    const std::string labels[] = {"Save PRF files", "Save HKL files", "Save MIC/SIZ/STR files", "Save DIS files", "Generate CALC files"};
+    std::string script;
+    std::vector<Texts> expected;
+    Texts lines;
+    const std::string path = suite / "wqx2k";
+    for (const std::string& name : odd_names) {
+        const Series& row = all_series[expected.size() % std::size(all_series)];
+        const std::string pcr = Touch(work / (name + ".pcr")), temperatures = Touch(work / (name + ".T")), base = work / name;
+        const bool with_temperatures = expected.size() % 2 == 1;
+        // The file of temperatures lies where the program runs; what begins with "-" there is no option.
+        const std::string seen = (name[0] == '-' ? "./" : "") + name + ".T";
+        std::string dialog = "command 40161\nfiles " + Word(pcr) + "\npress \"Select PCR file\"\nset \"Data file code [.ext] :\" data_\n" +
+                             "set \"Enter first number :\" " + row.first + "\nset \"Enter last number :\" " + row.last + '\n';
+        for (std::size_t k = 0; k < 5; ++k)
+            if (row.boxes.find("PHMDC"[k]) != std::string::npos) dialog += "set \"" + labels[k] + "\" 1\n";
+        if (with_temperatures) dialog += "files " + Word(temperatures) + "\npress \"Select Temperature file\"\n";
+        for (const char* way : {"off", "on"}) script += "programs " + std::string(way) + '\n' + dialog + "press OK\n";
+
+        Texts words = {path, "seq", base, "data_", row.first, row.last};
+        for (const char mark : row.marks)
+            if (mark != ' ') words.emplace_back(1, mark);
+        std::string line = path + " seq " + Told(base) + " data_ " + row.told_numbers + row.marks;
+        if (with_temperatures) {
+            words.insert(words.end(), {"-temp", seen});
+            line += " -temp " + Told(seen);
+        }
+        expected.push_back(words);
+        lines.push_back(line);
+    }
+    const Run_Result run = Do(script);
+    EXPECT_EQ(run.status, 0) << run.errors;
+    const auto told = run.With("started");
+    ASSERT_EQ(told.size(), 2 * expected.size());
+    for (std::size_t i = 0; i < told.size(); ++i) {
+        EXPECT_EQ(told[i]["started"], lines[i / 2]);
+        EXPECT_EQ(told[i]["arguments"].get<Texts>(), expected[i / 2]);
+        EXPECT_EQ(told[i]["directory"], work.string());
+        EXPECT_EQ(told[i]["waited"], false);
+    }
+    std::vector<Texts> received;
+    for (const Start& start : of_suite.Started(expected.size())) {
+        received.push_back({path});
+        received.back().insert(received.back().end(), start.words.begin(), start.words.end());
+        EXPECT_EQ(start.directory, work);
+    }
+    std::sort(expected.begin(), expected.end());
+    EXPECT_EQ(received, expected);
+    EXPECT_TRUE(Nothing_Else_Ran());
+}
+
+// --- how they are started --------------------------------------------------------------------------------------------
 
 TEST_F(Programs_Test, AProgramHasASessionOfItsOwnAndNoneOfOurFiles) {
     desktop.Do("firefox", "echo '{\"noise\":1}'; echo noise >&2");
@@ -363,8 +421,7 @@ TEST_F(Programs_Test, ProgramsThatPreferencesName) {
     EXPECT_EQ(starts[3].words, Texts{file});
 }
 
-// --- what is told of other systems
-// ----------------------------------------------------------------------------------------------------------
+// --- what is told of other systems -----------------------------------------------------------------------------------
 
 TEST_F(Programs_Test, LinesOfOtherSystems) {
     const std::string pcr = Touch(work / "a b.pcr"), dic = Touch(work / "c d.dic"), inp = Touch(work / "i.inp");
