@@ -40,6 +40,7 @@ struct Row_Shift {
 // Lists, x space and view beside the rows.
 struct Kept_Plot {
     std::vector<Peak_Mark> peaks;
+    X_Space peaks_found_in = X_Space::none;
     std::vector<Background_Mark> background;
     std::vector<Reflection_Mark> hklgen;
     Fit_State fit;

@@ -56,6 +56,7 @@ void Show_As_Detected(Session& session) {
     for (const Fit_Peak& peak : peaks) x.push_back(peak.pos.value);
     const std::vector<float> bgr = Background_Under(session, x);
     session.lists.peaks.clear();
+    session.lists.peaks_found_in = session.plot.xspace;
     for (std::size_t i = 0; i < peaks.size(); ++i) session.lists.peaks.push_back({x[i], peaks[i].top, bgr[i]});
 }
 

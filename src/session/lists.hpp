@@ -6,6 +6,7 @@
 
 #include "fit/fit_state.hpp"
 #include "patterns/listed_points.hpp"
+#include "session/x_space.hpp"
 
 namespace vntl {
 
@@ -21,6 +22,7 @@ struct Reflection_Mark {
 };
 struct Calculation_Lists {
     std::vector<Peak_Mark> peaks;
+    X_Space peaks_found_in = X_Space::none;  // the unit of their positions, which stays when patterns are converted
     std::vector<Background_Mark> background;
     std::vector<Reflection_Mark> hklgen;
     Fit_State fit;

@@ -73,9 +73,11 @@ void Store_Wavelengths(Session& session) {
 }
 
 // The peaks that are further than `nearest` from the last one taken; the first is compared with 0.
-Status Take_Peaks(const PKB_Type& found, float nearest, std::vector<Peak_Mark>& peaks) {
+Status Take_Peaks(const PKB_Type& found, float nearest, Session& session) {
     if (found.np > most_peaks) return Status::Fail(too_many_peaks);
+    std::vector<Peak_Mark>& peaks = session.lists.peaks;
     peaks.clear();
+    session.lists.peaks_found_in = session.plot.xspace;
     float last = 0;
     for (std::size_t i = 0; i < found.x.size(); ++i) {
         if (!(std::fabs(found.x[i] - last) > nearest)) continue;
@@ -91,13 +93,13 @@ Status Find_Peaks(Session& session) {
     Store_Wavelengths(session);
     PKB_Type found;
     if (Status status = Search_View(session, Search_Mode::peaks, found); status.failed) return status;
-    return Take_Peaks(found, steps_apart * session.store.Pattern(1).step, session.lists.peaks);
+    return Take_Peaks(found, steps_apart * session.store.Pattern(1).step, session);
 }
 
 Status Find_Satellites(Session& session) {
     PKB_Type found;
     if (Status status = Search_View(session, Search_Mode::satellites, found); status.failed) return status;
-    return Take_Peaks(found, any_distance, session.lists.peaks);
+    return Take_Peaks(found, any_distance, session);
 }
 
 Status Find_Background(Session& session) {

@@ -32,6 +32,7 @@ float Background_At(const std::vector<Peak_Mark>& peaks, float x) {
 void Insert_Peak(Session& session, Ask& ask, float x, float y) {
     std::vector<Peak_Mark>& peaks = session.lists.peaks;
     if (peaks.size() >= max_peaks) return ask.Error("The limit number of peaks has been attained!");
+    if (peaks.empty()) session.lists.peaks_found_in = session.plot.xspace;
     peaks.push_back({x, y, Background_At(peaks, x)});
     std::stable_sort(peaks.begin(), peaks.end(), Left_Of<Peak_Mark>);
 }
