@@ -179,10 +179,10 @@ Row Radios(int group, std::span<const char* const> labels) {
 }
 
 // What the positions are, and what the program is to take them for.
-Dialog_Field Positions_Frame(int unit, const char* title, const Row& radios) {
+Dialog_Field Positions_Frame(int unit, const std::vector<Row>& rest = {}) {
     std::vector<Row> rows = {{{.number = unit, .kind = Field_Kind::label}}};
-    if (!radios.empty()) rows.push_back(radios);
-    return Frame(title, std::move(rows));
+    rows.insert(rows.end(), rest.begin(), rest.end());
+    return Frame("Positions", std::move(rows));
 }
 
 Row Foot() { return {{button_ok, Field_Kind::push_button, "OK"}, {button_cancel, Field_Kind::push_button, "Cancel"}}; }
@@ -227,8 +227,7 @@ Dialog_Resource Dicvol_Resource() {
     return {dicvol_form.dialog,
             "Save peaks for DICVOL06",
             {part(0, 1),
-             {Positions_Frame(dicvol_unit, "Positions", Radios(dicvol_theta, dicvol_units))},
-             {Frame("Pattern", {With_Unit(part(1, 2), 0, angstrom)})},
+             {Positions_Frame(dicvol_unit, {Radios(dicvol_theta, dicvol_units), With_Unit(part(1, 2), 0, angstrom)})},
              {Frame("Crystal systems", {part(3, 6)})},
              {Frame("Limits of the cell",
                     {With_Unit(part(9, 3), 1, angstrom), With_Unit(part(12, 2), 2, degrees), With_Unit(part(14, 2), 3, cubic_angstrom)})},
@@ -251,7 +250,7 @@ Dialog_Resource Ito_Resource() {
     return {ito_form.dialog,
             "Save peaks for ITO15",
             {{Entry(fields[0])},
-             {Positions_Frame(ito_unit, "Positions", {})},
+             {Positions_Frame(ito_unit)},
              {Frame("Pattern", {With_Unit({Entry(fields[1])}, 0, angstrom), With_Unit({Entry(fields[2])}, 1, degrees)})},
              Foot()}};
 }
@@ -285,7 +284,7 @@ Dialog_Resource Treor_Resource() {
     return {treor_form.dialog,
             "Save peaks for TREOR90",
             {{Entry(fields[0])},
-             {Positions_Frame(treor_unit, "Positions", Radios(treor_theta, treor_units))},
+             {Positions_Frame(treor_unit, {Radios(treor_theta, treor_units)})},
              {Frame("Pattern", {With_Unit({Entry(fields[1])}, 0, angstrom), With_Unit({zero}, 1, "\u00b0, the file has no place for it")})},
              {Frame("Limits of the cell", {With_Unit({Entry(fields[2])}, 2, angstrom), With_Unit({Entry(fields[3])}, 3, cubic_angstrom),
                                            With_Unit({Entry(fields[4])}, 4, "\u00b0, 0: no monoclinic cells")})},
