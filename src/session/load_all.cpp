@@ -102,9 +102,9 @@ Load_Result Load_Several(Session& session, Ask& ask, Read_File file, Load_Notes&
 
 // A profile that takes the place of another one needs no room.
 Load_Result Load_Refined(Session& session, Ask& ask, Read_File file, Load_Notes& notes) {
-    const bool replaces = file.handed_over && session.store.prf_loaded;
+    const bool replaces = (file.handed_over || file.renews) && session.store.prf_loaded;
     if (!replaces && Table_Is_Full(session, ask)) return Load_Result::table_full;
-    return Load_Prf_Row(session, ask, file.path, {file.status, std::move(file.patterns.front())}, std::move(file.info), notes);
+    return Load_Prf_Row(session, ask, file.path, {file.status, std::move(file.patterns.front())}, std::move(file.info), notes, file.renews);
 }
 
 // What was read of a file becomes rows.

@@ -47,6 +47,18 @@ Status Join_Present(Session& session, Ask& ask, Diffraction_Pattern_Type& patter
     return Status::Done();
 }
 
+bool Is_Row_Of(const Session& session, int row, const std::string& full_path) {
+    const PRF_Info_Add_Type& info = session.store.Info(row);
+    return session.config.Path(info.directory, info.file_name) == full_path;
+}
+
+// Nothing stands for the present space but the row that a new one replaces, and that one may not join it: as in an empty store.
+bool Begins_Space(const Session& session, int replaced, const Diffraction_Pattern_Type& pattern) {
+    const Space* const former = Find_Space(session.store.Pattern(replaced).scat_var);
+    const Space* const own = Find_Space(pattern.scat_var);
+    return session.store.nperfiles() == 1 && own != nullptr && (own->kind == Space_Kind::mono || own != former);
+}
+
 // A profile that was brought to another scale has no titles of its own for it.
 void Name_Axes(Session& session, const Diffraction_Pattern_Type& pattern, bool converted) {
     if (converted)
@@ -58,7 +70,7 @@ void Name_Axes(Session& session, const Diffraction_Pattern_Type& pattern, bool c
 }  // namespace
 
 Load_Result Load_Prf_Row(Session& session, Ask& ask, const std::string& path, Fresh_Pattern fresh, PRF_Info_Add_Type info,
-                         Load_Notes& notes) {
+                         Load_Notes& notes, bool renews) {
     Profile_Store& store = session.store;
     const std::string full_path = Absolute_Path(session.config, path);
     if (const auto failure = Check_For_Row(session, ask, path, fresh, notes)) return *failure;
@@ -67,13 +79,17 @@ Load_Result Load_Prf_Row(Session& session, Ask& ask, const std::string& path, Fr
     info.directory = Directory_Part(full_path, session.config.sep);
 
     store.Make_Room();
+    const int refined = Refined_Row(store);
+    const bool own = renews && refined != 0 && Is_Row_Of(session, refined, full_path);
+    const X_Space present = session.plot.xspace;
+    if (own && Begins_Space(session, refined, pattern)) session.plot.xspace = X_Space::none;
     bool converted = false;
     if (const Status status = Join_Present(session, ask, pattern, info, converted); status.failed) {
+        session.plot.xspace = present;
         ask.Error(status.message);
         return Load_Result::refused;
     }
-    const int refined = Refined_Row(store);
-    if (refined != 0 && !May_Overwrite(ask, store.Info(refined).file_name)) {
+    if (refined != 0 && !own && !May_Overwrite(ask, store.Info(refined).file_name)) {
         notes.refusal = info.file_name + " does not take the place of " + store.Info(refined).file_name;
         return Load_Result::refused;
     }

@@ -17,7 +17,9 @@ struct Session;
 Open_Result Open_Prf_File(Session&, Ask&, const std::string& name = {});
 
 // What was read of one profile file goes through the Load sequence behind its first step, with its reflections and excluded regions;
-// `refused` also when the user keeps the refined profile that is there. Finish_Load follows.
-Load_Result Load_Prf_Row(Session&, Ask&, const std::string& path, Fresh_Pattern fresh, PRF_Info_Add_Type info, Load_Notes&);
+// `refused` also when the user keeps the refined profile that is there. With `renews` one of the same file is no other one: it is
+// replaced without a question, and where it stands alone the new one may have another x space. Finish_Load follows.
+Load_Result Load_Prf_Row(Session&, Ask&, const std::string& path, Fresh_Pattern fresh, PRF_Info_Add_Type info, Load_Notes&,
+                         bool renews = false);
 
 }  // namespace vntl

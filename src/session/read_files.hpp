@@ -32,6 +32,7 @@ struct Read_File {
     bool alike = false;  // its patterns were measured together: what keeps one of them out keeps out those behind it
     PRF_Info_Add_Type info = {};
     bool handed_over = false;  // by another window: may take the place of the refined profile of a full table
+    bool renews = false;       // by a program that has just run: takes the place of the row that its file made before
 };
 
 // Each is called in any thread.

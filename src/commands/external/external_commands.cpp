@@ -2,6 +2,7 @@
 #include "commands/families.hpp"
 
 #include "commands/application.hpp"
+#include "commands/external/refine.hpp"
 #include "commands/external/sequential_dialog.hpp"
 #include "commands/external/start.hpp"
 
@@ -74,7 +75,7 @@ void Run_Sequential(Application& app) {
 std::vector<Dialog_Resource> Dialogs() { return {Sequential_Dialog_Resource()}; }
 
 constexpr Command commands[] = {
-    {command::run_quendrix, "Run Quendrix", "refine", nullptr, "", "Refine a structure"},
+    {command::run_quendrix, "Run Quendrix", "refine", Run_Quendrix, "", "Refine a structure"},
     {command::run_sequential, "Run Quendrix sequential refinement", "sequential_run", Run_Sequential, "",
      "Refine a series of patterns one after another"},
     {command::run_studio, "Run Quendrix Studio", "studio", Start_On_Refinement<Role::prg_studio>, "", "Open the studio of the suite"},
@@ -87,7 +88,7 @@ constexpr Command commands[] = {
     {command::run_ito, "Run Ito", "", Start_On_File<ito>, "", "Index a pattern by Ito"},
     {command::run_treor, "Run Treor", "", Start_On_File<treor>, "", "Index a pattern by Treor"},
     {command::run_rawmerge, "Run Rawmerge", "", Start_On_File<rawmerge>, "", "Merge raw data"},
-    {command::run_radiox, "Run Radiox", "", nullptr, "", "Simulate a pattern by Radiox"},
+    {command::run_radiox, "Run Radiox", "", Run_Radiox, "", "Simulate a pattern by Radiox"},
     {command::prepare_osl, "Prepare a OSL file for Radiox", "", nullptr, "", "Prepare the input of Radiox"},
     {command::console, "Open Cmd window", "console", Open_Console, "", "Open a window for commands"},
     {command::explorer, "Explorer", "files", Open_Explorer, "", "Open the file manager"},
