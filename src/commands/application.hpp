@@ -6,6 +6,7 @@
 #include "base/programs.hpp"
 #include "charts/seq_file.hpp"
 #include "commands/ask_user.hpp"
+#include "external/osl_panels.hpp"
 #include "plot/model_state.hpp"
 #include "session/session.hpp"
 
@@ -17,6 +18,7 @@ struct Application {
     Programs programs;                  // that commands start
     Generic_Plots generic;              // in the window of generic graphics
     Seq_File generic_source;            // the sequential refinement that they are drawn of, if they are
+    Pdf_Input pdf;                      // of the dialog that prepares the input of Radiox
     Model3D model;                      // in the window of the model
     bool failed = false;                // a reader or a check failed: exit status 1
     bool leaving = false;               // the message loop ends

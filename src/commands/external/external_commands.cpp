@@ -2,6 +2,7 @@
 #include "commands/families.hpp"
 
 #include "commands/application.hpp"
+#include "commands/external/osl_dialog.hpp"
 #include "commands/external/refine.hpp"
 #include "commands/external/sequential_dialog.hpp"
 #include "commands/external/start.hpp"
@@ -72,7 +73,7 @@ void Run_Sequential(Application& app) {
         Start_Program(app, command);
 }
 
-std::vector<Dialog_Resource> Dialogs() { return {Sequential_Dialog_Resource()}; }
+std::vector<Dialog_Resource> Dialogs() { return {Sequential_Dialog_Resource(), Osl_Dialog_Resource()}; }
 
 constexpr Command commands[] = {
     {command::run_quendrix, "Run Quendrix", "refine", Run_Quendrix, "", "Refine a structure"},
@@ -89,7 +90,7 @@ constexpr Command commands[] = {
     {command::run_treor, "Run Treor", "", Start_On_File<treor>, "", "Index a pattern by Treor"},
     {command::run_rawmerge, "Run Rawmerge", "", Start_On_File<rawmerge>, "", "Merge raw data"},
     {command::run_radiox, "Run Radiox", "", Run_Radiox, "", "Simulate a pattern by Radiox"},
-    {command::prepare_osl, "Prepare a OSL file for Radiox", "", nullptr, "", "Prepare the input of Radiox"},
+    {command::prepare_osl, "Prepare a OSL file for Radiox", "", Prepare_Osl, "", "Prepare the input of Radiox"},
     {command::console, "Open Cmd window", "console", Open_Console, "", "Open a window for commands"},
     {command::explorer, "Explorer", "files", Open_Explorer, "", "Open the file manager"},
 };
