@@ -71,6 +71,13 @@ private:
     posix_spawnattr_t as_usual_;
 };
 
+// Copied without the right to be run it is there, and yet not found.
+Status No_Program(const std::string& name, const std::string& suite) {
+    for (const std::string& file : {name, suite.empty() ? suite : suite + '/' + name})
+        if (Contains(file, "/") && IOsFileExists(file)) return Status::Fail("The file of the program " + file + " may not be executed.");
+    return Status::Fail("The program " + name + " was not found.");
+}
+
 }  // namespace
 
 struct Running_Program::State {
@@ -123,7 +130,7 @@ Status IOsCommand(const Command_Line& command, Running_Program* running) {
     std::string program;
     for (const std::size_t place : command.programs()) {
         const std::string name = words[place], path = Found_Program(name, command.suite());
-        if (path.empty()) return Status::Fail("The program " + name + " was not found.");
+        if (path.empty()) return No_Program(name, command.suite());
         if (program.empty())
             program = path;
         else if (Contains(name, "/") || Found_Program(name).empty())

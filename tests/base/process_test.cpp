@@ -102,6 +102,9 @@ TEST_F(Process, ABareNameIsLookedForInThePathAndThenWithTheSuite) {
     std::ofstream(directory / "env") << "#!/bin/false\n";
     fs::permissions(directory / "env", fs::perms::owner_all);
     EXPECT_NE(Found_Program("env", suite), suite + "/env");
+    std::ofstream(directory / "copied") << "#!/bin/sh\n";
+    for (const std::string& name : {std::string("copied"), suite + "/copied"})
+        EXPECT_EQ(Run(Command_Line(suite).Program_At(name)).message, "The file of the program " + suite + "/copied may not be executed.");
     ASSERT_TRUE(Run(Command_Line(suite).Program("env").Program_At("tell.sh").File("now")).ok());
     EXPECT_EQ(Taken(), (Words{IOsDirName(), "now"}));
 }
