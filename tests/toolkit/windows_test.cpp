@@ -2,6 +2,8 @@
 #include <gtest/gtest.h>
 
 #include <unistd.h>
+#include <QApplication>
+#include <QStatusBar>
 #include <array>
 #include <cstdio>
 
@@ -40,6 +42,20 @@ TEST_F(Windows, TheWindowHasTheSizeThatWasAsked) {
     WindowResize(500, 300);
     EXPECT_EQ(WInfoWindow(1), 500);
     EXPECT_EQ(WMessage().kind, Message_Kind::resize);
+}
+
+// Also while the hand rests on what it has pressed.
+TEST_F(Windows, WhatIsToldIsSeenInThePlaceOfAHint) {
+    QStatusBar* bar = nullptr;
+    for (QWidget* widget : QApplication::allWidgets())
+        if (auto* found = qobject_cast<QStatusBar*>(widget); found != nullptr && found->isVisible()) bar = found;
+    ASSERT_NE(bar, nullptr);
+    WindowOutStatusBar(1, "told");
+    bar->showMessage("hint");
+    WindowOutStatusBar(1, "told");
+    EXPECT_EQ(bar->currentMessage(), "hint") << "there is nothing new";
+    WindowOutStatusBar(1, "new");
+    EXPECT_EQ(bar->currentMessage(), "");
 }
 
 TEST_F(Windows, MessagesComeInOrderAndRepeatsMerge) {

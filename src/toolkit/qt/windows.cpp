@@ -1,4 +1,5 @@
 // The operations on windows, menus and toolbars.
+#include <QStatusBar>
 #include <algorithm>
 
 #include "toolkit/qt/application.hpp"
@@ -102,7 +103,12 @@ void WindowStatusBarParts(std::span<const int> widths) {
 }
 
 void WindowOutStatusBar(int part, const std::string& text) {
-    if (QLabel* label = Selected_Part(part)) label->setText(QString::fromStdString(text));
+    QLabel* label = Selected_Part(part);
+    const QString shown = QString::fromStdString(text);
+    if (label == nullptr || label->text() == shown) return;
+    label->setText(shown);
+    // The hand rests on the button that it has pressed, whose hint lies over what there is to tell since.
+    if (!shown.isEmpty()) Selected()->statusBar()->clearMessage();
 }
 
 std::string WindowStatusBarText(int part) {
