@@ -321,6 +321,59 @@ TEST_F(Programs_Test, ASeriesOfRefinementsGetsItsWords) {
     EXPECT_TRUE(Nothing_Else_Ran());
 }
 
+// --- programs that are waited for ---------------------------------------------------------------------------------------
+
+// What stands behind "xterm -e" and the program; what they leave behind is looked at elsewhere.
+TEST_F(Programs_Test, ARefinementAndASimulationGetTheirWords) {
+    const std::string radiox = suite / "Radiox";
+    std::string script;
+    std::vector<Texts> expected;
+    Texts lines;
+    const auto expect = [&](const std::string& program, const Texts& files, const std::string& last) {
+        expected.push_back({"xterm", "-e", program});
+        lines.push_back("xterm -e " + program);
+        for (const std::string& file : files) {
+            expected.back().push_back(file);
+            lines.back() += ' ' + Told(file);
+        }
+        expected.back().push_back(last);
+        lines.back() += ' ' + last;
+    };
+    for (const std::string& name : odd_names) {
+        const std::string pcr = work / (name + ".pcr"), osl = Touch(work / (name + ".osl")), seen = (name[0] == '-' ? "./" : "") + name;
+        // Every other one is a job of several patterns, which names its data itself.
+        const bool with_data = expected.size() % 4 == 0;
+        std::ofstream(pcr) << "COMM odd\n" << (with_data ? "" : "NPATT 2\n") << "!Job Npr\n   0   7\n";
+        if (with_data) Touch(work / (name + ".dat"));
+        expect("wqx2k", with_data ? Texts{seen, seen + ".dat"} : Texts{seen}, "lprompt");
+        expect(radiox, {osl}, "calcp");
+        for (const char* way : {"off", "on"})
+            script += "programs " + std::string(way) + "\nfiles " + Word(pcr) + "\ncommand 40135\nfiles " + Word(osl) + "\ncommand 40207\n";
+    }
+    const Run_Result run = Do(script);
+    const auto told = run.With("started");
+    ASSERT_EQ(told.size(), 2 * expected.size()) << run.errors;
+    for (std::size_t i = 0; i < told.size(); ++i) {
+        const std::size_t row = i / 4 * 2 + i % 2;  // two with programs off, the same two with programs on
+        EXPECT_EQ(told[i]["started"], lines[row]);
+        EXPECT_EQ(told[i]["arguments"].get<Texts>(), expected[row]);
+        EXPECT_EQ(told[i]["directory"], work.string());
+        EXPECT_EQ(told[i]["waited"], true);
+    }
+    std::vector<Texts> received;
+    for (const Start& start : of_suite.Started(2 * expected.size())) {
+        if (start.name == "xterm") continue;
+        received.push_back({"xterm", "-e", start.name == "wqx2k" ? "wqx2k" : radiox});
+        received.back().insert(received.back().end(), start.words.begin(), start.words.end());
+        EXPECT_EQ(start.directory, work);
+        EXPECT_EQ(start.input + ' ' + start.leads + ' ' + start.open, "end yes 0 1 2 ") << "in the terminal's place";
+    }
+    std::sort(expected.begin(), expected.end());
+    std::sort(received.begin(), received.end());
+    EXPECT_EQ(received, expected);
+    EXPECT_TRUE(Nothing_Else_Ran());
+}
+
 // --- how they are started --------------------------------------------------------------------------------------------
 
 TEST_F(Programs_Test, AProgramHasASessionOfItsOwnAndNoneOfOurFiles) {
