@@ -1,6 +1,7 @@
 // Other programs through the real one: stand-ins write down what they are given, and what is told of them is compared with that.
 #include "app/stand_ins.hpp"
 
+#include <cmath>
 #include <map>
 
 namespace vntl {
@@ -371,6 +372,63 @@ TEST_F(Programs_Test, ARefinementAndASimulationGetTheirWords) {
     std::sort(expected.begin(), expected.end());
     std::sort(received.begin(), received.end());
     EXPECT_EQ(received, expected);
+    EXPECT_TRUE(Nothing_Else_Ran());
+}
+
+// --- programs that read the peaks just saved -----------------------------------------------------------------------------
+
+TEST_F(Programs_Test, PeaksAreSavedAndReadUnderEveryName) {
+    {
+        std::ofstream file(work / "peaks.xye");
+        file << "peaks\n! Scattering variable: 2theta\n! lambda = 1.5\n";
+        for (int i = 0; i < 600; ++i)
+            file << 20 + 0.02 * i << ' ' << 100 + i % 3 + 4000 * std::exp(-0.03 * (i - 200) * (i - 200)) << " 1\n";
+    }
+    const struct {
+        const char *number, *program, *ending;
+        bool in_console;
+    } formats[] = {{"40098", "dicvol06", ".dic", false},
+                   {"40160", "ito15", ".ito", false},
+                   {"40191", "treor90", ".inp", false},
+                   {"40177", "vecfind", ".sat", true}};
+    for (const auto& format : formats) {
+        const bool ito = format.program == std::string("ito15");
+        const std::string path = suite / format.program;
+        // Bare names, but for that which runs in a terminal: they are found beside the suite.
+        const std::string program = format.in_console ? path : format.program;
+        std::string script = "open " + Word(work / "peaks.xye") + "\ncommand 40096\ncommand 40092\npress 1\n";
+        std::vector<Texts> expected;
+        Texts lines;
+        for (const std::string& name : odd_names) {
+            const std::string saved = work / (name + format.ending), file = ito ? "ito_inp.dat" : saved;
+            for (const char* way : {"off", "on"})  // the second time over the first one's file
+                script += "programs " + std::string(way) + "\nfiles " + Word(saved) + (way[1] == 'n' ? "\nanswer yes" : "") +
+                          "\nanswer yes\ncommand " + format.number + "\npress 1\n";
+            expected.push_back(format.in_console ? Texts{"xterm", "-e", program, file} : Texts{program, file});
+            lines.push_back((format.in_console ? "xterm -e " : "") + program + ' ' + Told(file));
+        }
+        const Run_Result run = Do(script);
+        EXPECT_EQ(run.status, 0) << run.errors;
+        const auto told = run.With("started");
+        ASSERT_EQ(told.size(), 2 * expected.size()) << format.program;
+        for (std::size_t i = 0; i < told.size(); ++i) {
+            EXPECT_EQ(told[i]["started"], lines[i / 2]);
+            EXPECT_EQ(told[i]["arguments"].get<Texts>(), expected[i / 2]);
+            EXPECT_EQ(told[i]["directory"], work.string());
+        }
+        std::vector<Texts> received;
+        for (const Start& start : of_suite.Started(expected.size() * (format.in_console ? 2 : 1))) {
+            if (start.name == "xterm") continue;
+            received.push_back(format.in_console ? Texts{"xterm", "-e", program} : Texts{program});
+            received.back().insert(received.back().end(), start.words.begin(), start.words.end());
+            EXPECT_EQ(start.directory, work);
+        }
+        std::sort(expected.begin(), expected.end());
+        EXPECT_EQ(received, expected);
+        if (ito) {
+            EXPECT_EQ(Text_Of(work / "ito_inp.dat"), Text_Of(work / (odd_names.back() + format.ending)));
+        }
+    }
     EXPECT_TRUE(Nothing_Else_Ran());
 }
 
