@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <iterator>
 
+#include "base/os.hpp"
+
 namespace vntl {
 
 namespace {
@@ -76,6 +78,11 @@ std::string Program_Suite::Suite_Path(Program_Role role) const {
 }
 
 std::string Program_Suite::Document(std::string_view name) const { return quendrix_dir + sep + "Docs" + sep + std::string(name); }
+
+std::string Directory_Of(std::string_view file, char separator) {
+    const std::string_view directory = Directory_Part(file, separator);
+    return std::string(directory.empty() && file.starts_with(separator) ? file.substr(0, 1) : directory);
+}
 
 Command_Line Program_Suite::By_Name(Program_Role role) const { return Command_Line(quendrix_dir).Program(Of(role)); }
 

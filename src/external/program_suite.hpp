@@ -62,6 +62,9 @@ struct Program_Suite {
     Command_Line In_Console(Program_Role role) const;
 };
 
+// The directory in which a program reads a file; blank for a bare name.
+std::string Directory_Of(std::string_view file, char separator = '/');
+
 // The programs of a system, none of them chosen by the user.
 Program_Suite Suite_Of_System(std::string_view os_tag);
 

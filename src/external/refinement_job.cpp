@@ -20,6 +20,7 @@
 #include "base/text.hpp"
 #include "base/text_file.hpp"
 #include "base/write_file.hpp"
+#include "external/program_suite.hpp"
 
 namespace vntl {
 
@@ -86,13 +87,13 @@ std::string Run_Names::With(std::string_view ending) const {
 }
 
 std::string Run_Names::Name_There(const std::string& file) const {
-    return Directory_Part(file) == Directory_Part(With("")) ? std::string(File_Part(file)) : file;
+    return Directory_Of(file) == Directory_Of(With("")) ? std::string(File_Part(file)) : file;
 }
 
 Run_Names Names_Of_Run(std::string_view chosen) {
     const std::string_view extension = Extension_Of(chosen), name = File_Part(chosen);
     Run_Names names;
-    names.directory = chosen.size() == name.size() + 1 ? chosen.substr(0, 1) : Directory_Part(chosen);
+    names.directory = Directory_Of(chosen);
     names.base = name.substr(0, name.size() - extension.size());
     names.is_new = Equal_No_Case(extension, ".new");
     return names;

@@ -5,6 +5,7 @@
 
 #include "base/os.hpp"
 #include "base/text.hpp"
+#include "external/program_suite.hpp"
 
 namespace vntl {
 
@@ -72,13 +73,8 @@ void Add_Sequential(Command_Line& command, const Sequential_Input& input) {
     }
 }
 
-std::string Directory_Of_File(std::string_view file, char separator) {
-    const std::string_view directory = Directory_Part(file, separator);
-    return std::string(directory.empty() && file.starts_with(separator) ? file.substr(0, 1) : directory);
-}
-
 std::string Name_Seen_From(std::string_view directory, const std::string& file, char separator) {
-    return Directory_Of_File(file, separator) == directory ? std::string(File_Part(file, separator)) : file;
+    return Directory_Of(file, separator) == directory ? std::string(File_Part(file, separator)) : file;
 }
 
 std::string Sequential_Script_Name(std::string_view control, std::string_view os_tag) {

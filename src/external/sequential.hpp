@@ -33,8 +33,6 @@ void Add_Sequential(Command_Line& command, const Sequential_Input& input);
 
 // A name with its directory, as a program that runs in `directory` is told of it: what lies there loses its directory.
 std::string Name_Seen_From(std::string_view directory, const std::string& file, char separator);
-// The directory of a file, blank for a bare name.
-std::string Directory_Of_File(std::string_view file, char separator);
 
 // Name of the script for a control file without its extension: "_QXseq.bat" stands behind it on "WIND", "_QXseq.sh" elsewhere.
 std::string Sequential_Script_Name(std::string_view control, std::string_view os_tag);

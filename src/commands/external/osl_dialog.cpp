@@ -11,6 +11,7 @@
 #include "commands/file/save_name.hpp"
 #include "commands/modal.hpp"
 #include "external/osl_panels.hpp"
+#include "session/load.hpp"
 
 namespace vntl {
 
@@ -131,7 +132,7 @@ bool Write_File(Application& app) {
     Crystal_Structure structure;
     if (!Numbers_Are_Right(app.pdf) || !Structure_In_Panels(app.pdf, structure)) return false;
     if (app.pdf.pdf_osl_name.empty()) return Refuse_Field(field_name, "The output OSL file needs a name"), false;
-    const std::string file = app.session.config.Here(app.pdf.pdf_osl_name);
+    const std::string file = Absolute_Path(app.session.config, app.pdf.pdf_osl_name);
     if (IOsFileExists(file) && !May_Overwrite(app.ask, osl_form.overwrite_title)) return false;
     Status status = Save_Text(osl_form, file, Osl_File_Text(app.pdf, structure));
     if (status.ok()) return true;

@@ -85,7 +85,7 @@ private:
     // The program runs there.
     std::string Directory() const {
         const std::string control = Control();
-        return control.empty() ? IOsDirName() : Directory_Of_File(control, Separator());
+        return control.empty() ? IOsDirName() : Directory_Of(control, Separator());
     }
 
     void Show_Temperatures(const std::string& file) { temperatures_.Show(file, Name_Seen_From(Directory(), file, Separator())); }
@@ -113,7 +113,7 @@ private:
         }
         Sequential_Input input;
         // A bare name that is typed stays one: the program runs where it is meant.
-        const bool bare = Directory_Of_File(control_.Name(), Separator()).empty();
+        const bool bare = Directory_Of(control_.Name(), Separator()).empty();
         input.control = bare ? std::string(File_Part(control, Separator())) : control;
         input.data_code = Trim(WDialogGetString(code_field));
         input.first = *first;

@@ -70,11 +70,6 @@ std::string Choose_File(Application& app, std::string_view title, std::string_vi
     return chosen.empty() ? std::string() : chosen.front();
 }
 
-std::string Directory_Of(std::string_view file) {
-    const std::string_view directory = Directory_Part(file);
-    return directory.empty() && file.starts_with('/') ? "/" : std::string(directory);
-}
-
 bool Copy_For_Ito(Application& app, const std::string& file) {
     const std::string copy = app.session.config.Path(Directory_Of(file), ito_input);
     Status status = file == copy ? Status::Done() : IOsCopyFile(file, copy);

@@ -18,9 +18,6 @@ std::string Refinement_File(const Configuration&);
 // The one file that the user selects; blank on cancel.
 std::string Choose_File(Application&, std::string_view title, std::string_view filter);
 
-// The directory in which a program reads the file.
-std::string Directory_Of(std::string_view file);
-
 // Ito reads a file of this name in its directory. The copy takes the place of an older one; a failure is told. True where it is `file`
 // itself.
 inline constexpr std::string_view ito_input = "ito_inp.dat";

@@ -58,7 +58,7 @@ void Start_On(Application& app, const List_Program& program, const std::string& 
     if (copied && !Copy_For_Ito(app, file)) return;
     const Program_Suite suite = Suite_Of(app);
     Command_Line command = program.in_console ? suite.In_Console(program.role) : suite.By_Name(program.role);
-    Start_Program(app, command.In(Directory_Part(file)).File(copied ? ito_input : file));
+    Start_Program(app, command.In(Directory_Of(file)).File(copied ? ito_input : file));
 }
 
 template <const List_Program& program>
