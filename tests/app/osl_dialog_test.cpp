@@ -26,7 +26,7 @@ protected:
         if (!boxes.empty()) boxes.erase(boxes.begin());
         return boxes;
     }
-    std::string File(const std::string& name) const { return Text_Of(directory / name); }
+    std::string File(const std::string& file) const { return Text_Of(directory / file); }
 
     static constexpr int cell = 2135, group = 2136, atoms = 2137, rmax = 2141, step = 2142, linear = 2146, name = 2150;
     const std::string salt =

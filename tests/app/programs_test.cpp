@@ -1,4 +1,5 @@
 // Other programs through the real one: stand-ins write down what they are given, and what is told of them is compared with that.
+#include "app/script.hpp"
 #include "app/stand_ins.hpp"
 
 #include <cmath>
@@ -14,12 +15,7 @@ const Texts odd_names = {"plain",       "two words", " ends in blanks ", "do\"ub
                          "`touch x`",   "a;touch x", "a&touch x|b>x",    "50%PATH%",           "two\nlines", "-leading",
                          "back\\slash", "*?[a]~#!",  "écran→μ",          std::string(200, 'l')};
 
-// A word of a script.
-std::string Word(const std::string& text) {
-    std::string word = "\"";
-    for (const char c : text) word += c == '\n' ? "\\n" : (c == '"' || c == '\\' ? "\\" : "") + std::string(1, c);
-    return word + '"';
-}
+std::string Word(const std::string& text) { return Statement_Line({text}); }
 
 // As a file is told.
 std::string Told(const std::string& file) { return file.find(' ') == std::string::npos ? file : '"' + file + '"'; }

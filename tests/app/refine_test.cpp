@@ -1,6 +1,7 @@
 // Programs that are waited for, and the rows that they leave: stand-ins take their places, in a directory that PATH names first.
 #include <algorithm>
 
+#include "app/script.hpp"
 #include "app/testing.hpp"
 #include "patterns/prf_files.hpp"
 
@@ -53,11 +54,7 @@ protected:
         return words;
     }
 
-    static std::string As_Word(const std::string& text) {
-        std::string word = "\"";
-        for (const char c : text) word += c == '\n' ? "\\n"s : c == '"' || c == '\\' ? "\\"s + c : std::string(1, c);
-        return word + '"';
-    }
+    static std::string As_Word(const std::string& text) { return Statement_Line({text}); }
     static std::string Run_On(const std::string& file) { return "files " + As_Word(file) + "\ncommand 40135\n"; }
 
     // The programs are started, but for `off`; `act`: what a stand-in does.
