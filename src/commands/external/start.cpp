@@ -8,6 +8,7 @@
 #include "commands/application.hpp"
 #include "commands/select_files.hpp"
 #include "session/load.hpp"
+#include "toolkit/menu_hold.hpp"
 #include "toolkit/messages.hpp"
 #include "toolkit/window.hpp"
 #include "toolkit/window_service.hpp"
@@ -27,6 +28,7 @@ bool Stops_Wait(const Message& message) {
 
 // False where it was stopped.
 bool Wait_For(const Running_Program& running) {
+    const Menu_Hold hold;
     while (!running.Ended_Within(between_looks))
         while (const auto message = WMessageInWait()) {
             if (Stops_Wait(*message)) return false;
