@@ -46,4 +46,18 @@ inline Json Json_Real(double value) {
 
 inline std::string Json_Text(std::string_view text) { return std::string(Trim_Right(text)); }
 
+// Lists of them.
+template <class Values>
+Json Json_Reals(const Values& values) {
+    Json list = Json::array();
+    for (const auto value : values) list.push_back(Json_Real(value));
+    return list;
+}
+template <class Texts>
+Json Json_Texts(const Texts& texts) {
+    Json list = Json::array();
+    for (const std::string& text : texts) list.push_back(Json_Text(text));
+    return list;
+}
+
 }  // namespace vntl

@@ -38,8 +38,7 @@ Json State(const Session& session) {
     state["saturation_value"] = Json_Real(session.prefs.saturation.saturation_value);
     state["xlabel_text"] = Json_Text(plot.xlabel_text);
     state["ylabel_text"] = Json_Text(plot.ylabel_text);
-    state["status"] = Json::array();
-    for (const std::string& text : session.interface.status) state["status"].push_back(Json_Text(text));
+    state["status"] = Json_Texts(session.interface.status);
     state["window_title"] = session.config.Window_Title();
     return state;
 }
@@ -148,12 +147,11 @@ Status Print_Grid(const PlotGrid& grid, Words words, const Put_Line& put) {
 Json View_Json(const View& view) { return Json::array({Json_Real(view.x1), Json_Real(view.x2), Json_Real(view.y1), Json_Real(view.y2)}); }
 
 Json Quick_View_Json(const Quick_View& quick) {
-    Json files = Json::array(), temperatures = Json::array(), status = Json::array();
+    Json files = Json::array(), temperatures = Json::array();
     for (const Quick_File& file : quick.files) {
         files.push_back(file.name);
         temperatures.push_back(Json_Text(file.temperature));
     }
-    for (const std::string& text : quick.status) status.push_back(Json_Text(text));
     return {{"quickview",
              {{"open", quick.open},
               {"dir", quick.directory},
@@ -161,7 +159,7 @@ Json Quick_View_Json(const Quick_View& quick) {
               {"temps", temperatures},
               {"count", quick.Count()},
               {"index", quick.index},
-              {"status", status},
+              {"status", Json_Texts(quick.status)},
               {"full", View_Json(quick.plot.Whole_Range())},
               {"view", View_Json(quick.plot.Shown_View())}}}};
 }

@@ -55,8 +55,7 @@ void Pattern_Scalars(Json& row, const Diffraction_Pattern_Type& p) {
                                                   {"al_sigma", p.al_sigma},
                                                   {"al_istat", p.al_istat}};
     for (const auto& [name, value] : flags) row[name] = value;
-    row["conv"] = Json::array();
-    for (const float value : p.conv) row["conv"].push_back(Json_Real(value));
+    row["conv"] = Json_Reals(p.conv);
 }
 
 void Info_Scalars(Json& row, const PRF_Info_Add_Type& info) {

@@ -10,13 +10,6 @@ namespace vntl {
 
 namespace {
 
-template <class Values>
-Json Reals(const Values& values) {
-    Json list = Json::array();
-    for (const auto value : values) list.push_back(Json_Real(value));
-    return list;
-}
-
 Json Atom_Json(const Atom_Type& atom) {
     return {{"label", Json_Text(atom.label)},
             {"symbol", Json_Text(atom.symbol)},
@@ -27,7 +20,7 @@ Json Atom_Json(const Atom_Type& atom) {
             {"occupancy", Json_Real(atom.occupancy)},
             {"multiplicity", atom.multiplicity},
             {"thermal", atom.aniso ? "aniso" : "isotr"},
-            {"aniso", Reals(atom.beta)}};
+            {"aniso", Json_Reals(atom.beta)}};
 }
 
 Json Structure_Json(const Crystal_Structure& structure) {
@@ -36,7 +29,7 @@ Json Structure_Json(const Crystal_Structure& structure) {
     for (const Atom_Type& atom : structure.atoms) atoms.push_back(Atom_Json(atom));
     return {{"structure",
              {{"mode", structure.mode},
-              {"cell", Reals(std::array{length[0], length[1], length[2], angle[0], angle[1], angle[2]})},
+              {"cell", Json_Reals(std::array{length[0], length[1], length[2], angle[0], angle[1], angle[2]})},
               {"symbol", Json_Text(structure.group.hm_symbol)},
               {"hall", Json_Text(structure.group.hall_symbol)},
               {"number", structure.group.spg_number},

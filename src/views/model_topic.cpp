@@ -6,17 +6,15 @@ namespace vntl {
 
 namespace {
 
-Json List(const std::array<float, 3>& numbers) { return {Json_Real(numbers[0]), Json_Real(numbers[1]), Json_Real(numbers[2])}; }
-
 Json Model(const Model3D& model, bool full) {
     const W3d_View view = View_Of(model);
     Json all{{"render_mode", model.render_mode},
              {"azimuth", Json_Real(model.view.azimuth)},
              {"elevation", Json_Real(model.view.elevation)},
              {"distance", Json_Real(model.view.distance)},
-             {"eye", List(view.eye)},
-             {"light", List(view.light)},
-             {"scale", List(model.scale)},
+             {"eye", Json_Reals(view.eye)},
+             {"light", Json_Reals(view.light)},
+             {"scale", Json_Reals(model.scale)},
              {"spin_step", Json_Real(model.spin_step)},
              {"vertices", model.shown->vertices.size()},
              {"facets", model.shown->Facets()},
@@ -24,7 +22,7 @@ Json Model(const Model3D& model, bool full) {
              {"edge_colour", model.edge_colour}};
     if (full) {
         all["points"] = Json::array();
-        for (const Vec3& point : model.shown->vertices) all["points"].push_back(List(point));
+        for (const Vec3& point : model.shown->vertices) all["points"].push_back(Json_Reals(point));
     }
     return {{"model3d", all}};
 }
