@@ -5,7 +5,22 @@
 
 namespace vntl {
 
+namespace {
+
+// The path of a program with a drive before it, up to its ".exe"; blanks within are its own.
+std::string_view Path_With_Drive(std::string_view text) {
+    const std::size_t end = text.size() > 2 && text[1] == ':' && text[2] == '\\' ? Lower(text).find(".exe") : std::string::npos;
+    return end == std::string::npos ? std::string_view() : text.substr(0, end + 4);
+}
+
+}  // namespace
+
 std::vector<std::string> Command_Words(std::string_view text) {
+    if (const std::string_view path = Path_With_Drive(text); !path.empty()) {
+        std::vector<std::string> words = Command_Words(text.substr(path.size()));
+        words.insert(words.begin(), std::string(path));
+        return words;
+    }
     std::vector<std::string> words;
     bool quoted = false, open = false;
     for (const char c : text) {

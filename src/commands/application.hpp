@@ -20,6 +20,7 @@ struct Application {
     Seq_File generic_source;            // the sequential refinement that they are drawn of, if they are
     Pdf_Input pdf;                      // of the dialog that prepares the input of Radiox
     Model3D model;                      // in the window of the model
+    std::string data_dir;               // where the data file of a refinement was chosen last, blank for nowhere yet
     bool failed = false;                // a reader or a check failed: exit status 1
     bool leaving = false;               // the message loop ends
     bool lack_of_opengl_told = false;   // the user knows that this display has none

@@ -111,6 +111,7 @@ Status Read_Atom(Line_Words words, Atom_Type& atom) {
     if (words.size() <= z) return Status::Fail(blank_line);
     atom.label = To_Utf8(words[label]);
     atom.symbol = Element_Of(words[symbol]);
+    atom.species = To_Utf8(words[symbol]);
     for (const auto& [place, value] : {std::pair(x, &atom.x), {y, &atom.y}, {z, &atom.z}})
         if (Status status = Read_Coordinate(words[place], *value); status.failed) return status;
     for (const auto& [place, value] : {std::pair(biso, &atom.biso), {occupancy, &atom.occupancy}})

@@ -112,7 +112,7 @@ std::string Cell_Line(const Crystal_Cell_Type& cell) {
 }
 
 std::string Atom_Line(const Atom_Type& atom) {
-    std::string line = "Atom   " + Padded(Osl_Word(atom.label)) + "  " + Padded(Osl_Word(atom.symbol)) + "   ";
+    std::string line = "Atom   " + Padded(Osl_Word(atom.label)) + "  " + Padded(Osl_Word(atom.Species())) + "   ";
     for (const double value : {atom.x, atom.y, atom.z}) line += Column(value, coordinate_digits);
     for (const float value : {atom.biso, atom.occupancy}) line += Column(value, value_digits);
     return line + Two_Decimals(atom.occupancy) + Two_Decimals(atom.multiplicity) + "   " + (atom.aniso ? "! aniso" : "! isotr");

@@ -17,12 +17,15 @@ enum class Thermal_Form { u_ij, b_ij, beta };
 
 struct Atom_Type {
     std::string label, symbol;   // symbol: of the chemical element ("D" for deuterium)
+    std::string species = {};    // as an OSL file or a panel has it, with its charge: "Fe+3"; blank: `symbol`
     double x = 0, y = 0, z = 0;  // fractions of the cell
     float biso = 0;              // angstrom^2
     float occupancy = 1;         // as the file has it
     int multiplicity = 0;        // of the site in the cell, through the group
     bool aniso = false;
     std::array<float, 6> beta = {};  // 11 22 33 12 13 23, without a dimension
+
+    const std::string& Species() const { return species.empty() ? symbol : species; }
 };
 using Atom_List = std::vector<Atom_Type>;
 

@@ -48,7 +48,7 @@ std::string Cell_Text(const Crystal_Cell_Type& cell) {
 }
 
 std::string Lines_Of_Atom(const Atom_Type& atom) {
-    std::string text = "Atom " + Osl_Word(atom.label) + "  " + Osl_Word(atom.symbol) + "  ";
+    std::string text = "Atom " + Osl_Word(atom.label) + "  " + Osl_Word(atom.Species()) + "  ";
     for (const double value : {atom.x, atom.y, atom.z, static_cast<double>(atom.biso), static_cast<double>(atom.occupancy)})
         text += Column(value, 9, 5);
     text += line_end;
@@ -94,20 +94,9 @@ bool Is_A_Number(std::string_view word) {
     return Parse_Real(word, value);
 }
 
-// Species stay as they are written: "Fe+3" is more than its element.
 Status Take_Atom(Osl_Atom_Reader& reader, std::string_view line, Atom_List& atoms) {
     if (Status status = reader.Take_Atom(line); status.failed) return status;
-    std::size_t at = 0;
-    std::string_view word;
-    for (int i = 0; i < 3; ++i) {  // keyword, label, species
-        at = line.find_first_not_of(" \t", at);
-        const std::size_t end = std::min(line.find_first_of(" \t", at), line.size());
-        word = line.substr(at, end - at);
-        at = end;
-    }
-    if (Is_A_Number(word)) return Status::Fail("The species is missing");
-    atoms.back().symbol = To_Utf8(word);
-    return Status::Done();
+    return Is_A_Number(atoms.back().species) ? Status::Fail("The species is missing") : Status::Done();
 }
 
 void Read_Atoms(std::string_view text, const Crystal_Cell_Type& cell, Atom_List& atoms, Faults& faults) {

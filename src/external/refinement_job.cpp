@@ -56,6 +56,11 @@ bool Has_Several_Patterns(Line_Cursor lines) {
     return false;
 }
 
+bool Equal_Bytes(const std::string& a, const std::string& b) {
+    Text_File one, other;
+    return one.Open(a).ok() && other.Open(b).ok() && one.Marked() == other.Marked() && one.Text() == other.Text();
+}
+
 }  // namespace
 
 Status Needs_Data(std::string_view head, bool& needs) {
@@ -107,6 +112,7 @@ std::string Data_Of_Run(const Run_Names& names, const std::function<bool(const s
 
 Status Take_New(const Run_Names& names, const std::string& chosen) {
     const std::string control = names.Control_File();
+    if (Equal_Bytes(chosen, control)) return Status::Done();  // taken before: the ".bak" is the only copy of what was there then
     if (IOsFileExists(control))
         if (Status status = IOsCopyFile(control, control + ".bak"); status.failed) return status;
     return IOsCopyFile(chosen, control);

@@ -59,7 +59,7 @@ void Expect_Same(const Crystal_Structure& a, const Crystal_Structure& b, bool ex
     for (std::size_t i = 0; i < a.atoms.size(); ++i) {
         const Atom_Type &p = a.atoms[i], &q = b.atoms[i];
         const std::string which = what + ", atom " + q.label;
-        EXPECT_EQ(p.label + ' ' + p.symbol, q.label + ' ' + q.symbol) << which;
+        EXPECT_EQ(p.label + ' ' + p.Species(), q.label + ' ' + q.Species()) << which;
         EXPECT_EQ(p.multiplicity, q.multiplicity) << which;
         EXPECT_EQ(p.aniso, q.aniso) << which;
         if (exact) {
@@ -142,7 +142,7 @@ TEST_F(Osl_Panels, PanelsOfAUserAreRead) {
     EXPECT_EQ(s.cell.cell, (std::array<float, 3>{10, 5, 20}));
     EXPECT_EQ(s.group.spg_number, 62);
     ASSERT_EQ(s.atoms.size(), 3u);
-    EXPECT_EQ(s.atoms[0].symbol + s.atoms[1].label + s.atoms[1].symbol + s.atoms[2].symbol, "PBo2Fe+3O-2");
+    EXPECT_EQ(s.atoms[0].species + s.atoms[1].label + s.atoms[1].species + s.atoms[2].species, "PBo2Fe+3O-2");
     EXPECT_EQ(std::tuple(s.atoms[0].x, s.atoms[0].y, s.atoms[0].z, s.atoms[0].multiplicity), std::tuple(0.25, 0.5, -0.1, 8));
     EXPECT_EQ(std::tuple(s.atoms[1].biso, s.atoms[1].occupancy, s.atoms[1].multiplicity), std::tuple(0.0f, 1.0f, 4));
     for (const auto& [i, beta] : {std::pair(0, 0.0025f), {1, 0.01f}, {2, 0.000625f}, {3, 0.0f}})  // B a* a* / 4

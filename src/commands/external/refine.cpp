@@ -26,6 +26,17 @@ struct Job {
     std::string data;  // blank where the job needs none
 };
 
+// The selector opens where the last such file was chosen, and leaves the place of the others as it was.
+std::string Choose_Data(Application& app) {
+    std::string& place = app.session.config.select_dir;
+    const std::string of_others = place;
+    if (!app.data_dir.empty()) place = app.data_dir;
+    std::string file = Choose_File(app, quendrix_selector, data_filter);
+    if (!file.empty()) app.data_dir = Directory_Of(file);
+    place = of_others;
+    return file;
+}
+
 // False where there is nothing to start: the user left a selector, or was told of the failure.
 bool Choose_Job(Application& app, Job& job) {
     job.chosen = Choose_File(app, quendrix_selector, control_filter);
@@ -38,7 +49,7 @@ bool Choose_Job(Application& app, Job& job) {
     if (status.failed) return app.ask.Error(status), false;
     if (!needs_data) return true;
     job.data = Data_Of_Run(job.names, IOsFileExists);
-    if (job.data.empty()) job.data = Choose_File(app, quendrix_selector, data_filter);
+    if (job.data.empty()) job.data = Choose_Data(app);
     return !job.data.empty();
 }
 
@@ -61,7 +72,6 @@ Read_File Read_Result(const std::string& path) {
 
 void Load_Result_Of(Application& app, const Awaited_Results& results) {
     const std::string found = app.programs.on() ? results.Written() : results.There();
-    Set_Menu_Empty(app.session);
     const auto read = [&](const std::string& path) {
         Read_File file =
             found.empty() ? Read_File{.path = path, .refined = true, .status = Status::Fail(Lack_Of_Result(results))} : Read_Result(path);
@@ -69,7 +79,9 @@ void Load_Result_Of(Application& app, const Awaited_Results& results) {
         file.renews = true;
         return file;
     };
-    Show_Opened(app, Load_All(app.session, app.ask, {.paths = {found.empty() ? results.First() : found}}, read));
+    const Open_Result result = Load_All(app.session, app.ask, {.paths = {found.empty() ? results.First() : found}}, read);
+    if (result.opened) return Show_Opened(app, result);
+    app.failed |= result.failed;  // view and lists stay
 }
 
 void Run_For_Result(Application& app, const Command_Line& command, std::string_view name, const Run_Names& names) {

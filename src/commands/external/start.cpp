@@ -20,21 +20,25 @@ namespace {
 constexpr std::string_view no_program = "The preferences name no program for this.";
 constexpr auto between_looks = std::chrono::milliseconds(20);
 
-// Whether a message ends the wait. Who closes the window wants that after the wait.
+// Who closes the main window wants that after the wait, which ends there.
 bool Stops_Wait(const Message& message) {
-    if (message.kind == Message_Kind::close_request) Post_Message(message);
-    return message.kind == Message_Kind::close_request || (message.kind == Message_Kind::key_down && message.record.value1 == key_escape);
+    const bool closes = message.kind == Message_Kind::close_request && message.record.win == main_window;
+    return closes || (message.kind == Message_Kind::key_down && message.record.value1 == key_escape);
 }
 
-// False where it was stopped.
+// False where it was stopped. Windows that are closed meanwhile close after it.
 bool Wait_For(const Running_Program& running) {
     const Menu_Hold hold;
-    while (!running.Ended_Within(between_looks))
-        while (const auto message = WMessageInWait()) {
-            if (Stops_Wait(*message)) return false;
+    std::vector<Message> closed;
+    bool stopped = false;
+    while (!stopped && !running.Ended_Within(between_looks))
+        while (const auto message = stopped ? std::nullopt : WMessageInWait()) {
+            stopped = Stops_Wait(*message);
+            if (message->kind == Message_Kind::close_request) closed.push_back(*message);
             Serve_Meanwhile(*message);
         }
-    return true;
+    for (const Message& message : closed) Post_Message(message);
+    return !stopped;
 }
 
 bool Installed(const std::string& program, const std::string& quendrix_dir) {
