@@ -1,9 +1,6 @@
 // "Run Quendrix sequential refinement": its dialog, the program that it starts, and the script that it leaves.
 #include <sys/stat.h>
 
-#include <chrono>
-#include <thread>
-
 #include "app/testing.hpp"
 
 namespace vntl {
@@ -25,20 +22,10 @@ protected:
         return Script(script + "\nquit\n", {}, "QUENDRIX=" + Quoted(directory / "suite"));
     }
     static std::string Value(const Run_Result& run, std::size_t print, const std::string& label) {
-        const Json dialog = run.With("dialog").at(print);
-        for (const Json& field : dialog["fields"])
-            if (field["label"] == label) return field["value"];
-        return "no field " + label;
-    }
-    // Without the one about the settings, which come first.
-    static std::vector<std::string> Told(const Run_Result& run) {
-        std::vector<std::string> boxes = run.Boxes();
-        if (!boxes.empty() && boxes[0].starts_with("WARNING")) boxes.erase(boxes.begin());
-        return boxes;
+        return Field_Value(run.With("dialog").at(print), label);
     }
     std::string In_Series(const std::string& name) const { return directory / "series" / name; }
     std::string Starts(const std::string& words) const { return (directory / "suite/wqx2k").string() + " seq " + words; }
-    void Make(const fs::path& file, const std::string& text) const { std::ofstream(directory / file) << text; }
     mode_t Mode(const std::string& file) const {
         struct stat about {};
         EXPECT_EQ(::stat((directory / file).c_str(), &about), 0) << file;
@@ -52,32 +39,25 @@ const std::string typed = "set \"Enter PCR filename :\" run;set \"Data file code
                   with_script = "set \"Generate Script for QX-Seq\" 1;", line = "qx2k seq run d      1      2 N N N N N\n";
 
 TEST_F(Sequential, StartsWithNothingMarkedAndForgetsWhatItWasTold) {
-    const std::string all =
-        "set \"Save PRF files\" 1;set \"Save HKL files\" 1;set \"Save MIC/SIZ/STR files\" 1;set \"Save DIS files\" 1;"
-        "set \"Generate CALC files\" 1;set \"Enter first number :\" 7;set \"Enter last number :\" 999999;";
-    const Run_Result run = Do(ask + typed + all + "set \"" + temperatures + "\" \"my t\";" + ok + "command 40161;" + ask + typed + ok);
+    const std::string other = "set \"Save DIS files\" 1;set \"Enter first number :\" 0;set \"" + std::string(temperatures) + "\" \"my t\";";
+    const Run_Result run = Do(ask + typed + other + ok + "command 40161;" + ask + typed + ok);
     EXPECT_EQ(run.errors, "");
     EXPECT_EQ(run.With("dialog").at(0)["title"], "Sequential mode of Quendrix:");
     EXPECT_EQ(run.With("dialog").at(0), run.With("dialog").at(1));
     EXPECT_EQ(Value(run, 0, "Enter first number :") + Value(run, 0, "Enter last number :"), "12");
     EXPECT_EQ(Value(run, 0, control) + Value(run, 0, code) + Value(run, 0, temperatures), "");
-    const std::vector<Json> started = run.With("started");
-    ASSERT_EQ(started.size(), 2u);
-    EXPECT_EQ(started[0]["started"], Starts("run d      7 999999 Y Y Y Y Y -temp \"my t\""));
-    EXPECT_EQ(started[1]["started"], Starts("run d      1      2 N N N N N"));
-    const std::string program = directory / "suite/wqx2k";
-    EXPECT_EQ(started[1]["arguments"], (Json{program, "seq", "run", "d", "1", "2", "N", "N", "N", "N", "N"}));
-    EXPECT_EQ(started[1]["directory"], directory.string());
-    EXPECT_EQ(started[1]["waited"], false);
+    ASSERT_EQ(run.With("started").size(), 2u);
+    EXPECT_EQ(run.With("started")[0]["started"], Starts("run d      0      2 N N N Y N -temp \"my t\""));
+    EXPECT_EQ(run.With("started")[1]["started"], Starts("run d      1      2 N N N N N"));
 }
 
 TEST_F(Sequential, ABadFieldKeepsTheDialogOpen) {
     const std::string blank = "set \"Enter PCR filename :\" \"  \";", first = "set \"Enter first number :\" ",
                       last = "set \"Enter last number :\" ";
     const Run_Result run = Do(ok + ask + blank + ok + typed + first + "3;" + ok + ask + last + "1000000;" + ok + ask + last + "3;" + ok);
-    EXPECT_EQ(Told(run), (std::vector<std::string>{"The name of the PCR file is missing.", "The name of the PCR file is missing.",
-                                                   "The last number is less than the first one.",
-                                                   "Last number: \"1000000\" is not a number from 0 to 999999"}));
+    EXPECT_EQ(run.Told(), (std::vector<std::string>{"The name of the PCR file is missing.", "The name of the PCR file is missing.",
+                                                    "The last number is less than the first one.",
+                                                    "Last number: \"1000000\" is not a number from 0 to 999999"}));
     EXPECT_EQ(run.Marked(), (std::vector<std::vector<int>>{{1611}, {1615}, {1615}}));
     ASSERT_EQ(run.With("started").size(), 1u);
     EXPECT_EQ(run.With("started")[0]["started"], Starts("run d      3      3 N N N N N"));
@@ -87,13 +67,14 @@ TEST_F(Sequential, ABadFieldKeepsTheDialogOpen) {
 
 TEST_F(Sequential, ChosenFilesAreSeenFromTheDirectoryOfTheControlFile) {
     const std::string choose = "press \"Select PCR file\";", temps = "press \"Select Temperature file\";";
-    for (const std::string name : {"series/run.one.pcr", "series/t.txt", "series/-t", "other.pcr"}) Make(name, "");
+    for (const std::string name : {"series/run.one.pcr", "series/t.txt", "other.pcr"}) Write(name, "");
     const Run_Result chosen = Do("files series/run.one.pcr;" + choose + "files series/t.txt;" + temps + "files cancel;" + choose +
                                  "files cancel;" + temps + ask + ok);
     EXPECT_EQ(chosen.errors, "");
     EXPECT_EQ(Value(chosen, 0, control), In_Series("run.one"));
     EXPECT_EQ(Value(chosen, 0, temperatures), "t.txt");
     EXPECT_EQ(chosen.With("started").at(0)["started"], Starts(In_Series("run.one") + " \"\"      1      2 N N N N N -temp t.txt"));
+    EXPECT_EQ(chosen.With("started")[0]["arguments"][3], "") << "the numbers keep their places";
     EXPECT_EQ(chosen.With("started")[0]["directory"], In_Series("").substr(0, In_Series("").size() - 1));
 
     // The file is the chosen one whatever becomes of the name beside it.
@@ -116,15 +97,15 @@ TEST_F(Sequential, AScriptIsRunByTheShellOfTheSystem) {
 }
 
 TEST_F(Sequential, AScriptTakesThePlaceOfItsFormerOneAloneWithoutAQuestion) {
-    Make("run_QXseq.sh", "qx2k seq run e      1     99 N N N N N\n");
+    Write("run_QXseq.sh", "qx2k seq run e      1     99 N N N N N\n");
     ::chmod((directory / "run_QXseq.sh").c_str(), 0600);
-    EXPECT_TRUE(Told(Do(typed + with_script + ok)).empty());
+    EXPECT_TRUE(Do(typed + with_script + ok).Told().empty());
     EXPECT_EQ(Text_Of(directory / "run_QXseq.sh"), line);
     EXPECT_EQ(Mode("run_QXseq.sh"), 0700u);
 
-    Make("run_QXseq.sh", "#!/bin/sh\n" + line);
+    Write("run_QXseq.sh", "#!/bin/sh\n" + line);
     const Run_Result kept = Do(typed + with_script + "answer no;" + ok + ask + "press Cancel");
-    EXPECT_EQ(Told(kept).size(), 1u);
+    EXPECT_EQ(kept.Told().size(), 1u);
     EXPECT_EQ(kept.With("dialog").size(), 1u);
     EXPECT_TRUE(kept.With("started").empty());
     EXPECT_EQ(Text_Of(directory / "run_QXseq.sh"), "#!/bin/sh\n" + line);
@@ -135,35 +116,9 @@ TEST_F(Sequential, AScriptTakesThePlaceOfItsFormerOneAloneWithoutAQuestion) {
     fs::create_directories(directory / "full_QXseq.sh");
     const Run_Result failed =
         Do(typed + "set \"Enter PCR filename :\" full;" + with_script + ok + ask + "set \"Generate Script for QX-Seq\" 0;" + ok);
-    EXPECT_EQ(Told(failed), std::vector<std::string>{"The script cannot be written: " + (directory / "full_QXseq.sh").string()});
+    EXPECT_EQ(failed.Told(), std::vector<std::string>{"The script cannot be written: " + (directory / "full_QXseq.sh").string()});
     EXPECT_EQ(failed.With("started").size(), 1u);
     EXPECT_EQ(failed.status, 1);
-}
-
-TEST_F(Sequential, TheProgramOfTheSuiteTakesTheWordsAndIsNotWaitedFor) {
-    const fs::path program = directory / "suite/wqx2k", told = directory / "series/told";
-    std::ofstream(program) << "#!/bin/sh\nsleep 0.3\nprintf '%s\\0' \"$PWD\" \"$@\" >told.new\nmv told.new told\n";
-    fs::permissions(program, fs::perms::owner_all);
-    const std::string name = "it's $(touch x);%\"q\" -\xc3\xa9";
-    Make(fs::path("series") / (name + ".pcr"), "");
-    std::string escaped;
-    for (const char c : name) escaped += c == '"' ? std::string("\\\"") : std::string(1, c);
-    const Run_Result run = Script("programs on\ncommand 40161\nfiles \"series/" + escaped +
-                                      ".pcr\"\npress \"Select PCR file\"\nset \"Data file code [.ext] :\" -d\npress OK\n",
-                                  {}, "QUENDRIX=" + Quoted(directory / "suite"));
-    EXPECT_EQ(run.errors, "");
-    EXPECT_FALSE(fs::exists(told));
-    for (int i = 0; i < 100 && !fs::exists(told); ++i) std::this_thread::sleep_for(std::chrono::milliseconds(50));
-    std::string expected;
-    for (const std::string& word :
-         {In_Series("").substr(0, In_Series("").size() - 1), std::string("seq"), In_Series(name), std::string("./-d"), std::string("1"),
-          std::string("2"), std::string("N"), std::string("N"), std::string("N"), std::string("N"), std::string("N")})
-        expected += word + '\0';
-    EXPECT_EQ(Text_Of(told), expected);
-    fs::remove(program);
-    const Run_Result missing = Do(typed + ok + "print state", "programs on\n");
-    EXPECT_TRUE(Told(missing).empty());
-    EXPECT_NE(missing.output.find("wqx2k was not found"), std::string::npos) << missing.output;
 }
 
 }  // namespace

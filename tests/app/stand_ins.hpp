@@ -6,17 +6,30 @@
 #include <initializer_list>
 #include <thread>
 
+#include "app/script.hpp"
 #include "app/testing.hpp"
 
 namespace vntl {
 
+using Texts = std::vector<std::string>;
+
+// Names that hold what a shell, a system or a script might take for its own.
+inline const Texts odd_names = {"plain",       "two words", " ends in blanks ", "do\"uble",           "sing'le",    "$(touch x)",
+                                "`touch x`",   "a;touch x", "a&touch x|b>x",    "50%PATH%",           "two\nlines", "-leading",
+                                "back\\slash", "*?[a]~#!",  "écran→μ",          std::string(200, 'l')};
+
+// As a word of a script.
+inline std::string Word(const std::string& text) { return Statement_Line({text}); }
+// As a file is told.
+inline std::string Told(const std::string& file) { return file.find(' ') == std::string::npos ? file : '"' + file + '"'; }
+
 // What one of them was given.
 struct Start {
     std::string name, directory;
-    std::vector<std::string> words;  // behind its own name
-    std::string input;               // "end" where there is nothing to read
-    std::string leads;               // "yes" where it is the first of a session
-    std::string open;                // the numbers of its open files, a blank behind each
+    Texts words;        // behind its own name
+    std::string input;  // "end" where there is nothing to read
+    std::string leads;  // "yes" where it is the first of a session
+    std::string open;   // the numbers of its open files, a blank behind each
 
     bool operator<(const Start& other) const { return std::tie(name, words) < std::tie(other.name, other.words); }
 };
@@ -59,17 +72,11 @@ public:
     }
 
 private:
-    static std::string In_Quotes(const std::string& text) {
-        std::string quoted = "'";
-        for (const char c : text) quoted += c == '\'' ? std::string("'\\''") : std::string(1, c);
-        return quoted + "'";
-    }
-
     // The shell alone, for speed. Its open files are looked at before it opens any but this text itself.
     std::string Text(const std::string& name) const {
         return "#!/bin/sh\n"
                "notes=" +
-               In_Quotes(notes_) + " name=" + In_Quotes(name) + R"(
+               Program::Quoted(notes_) + " name=" + Program::Quoted(name) + R"(
 open=
 for file in /proc/$$/fd/*; do
     [ "$file" -ef "$0" ] || [ ! -e "$file" ] || open="$open${file##*/} "
@@ -89,7 +96,7 @@ exit 0
 
     static bool Is_Whole(const fs::path& file, Start& start) {
         std::ifstream stream(file, std::ios::binary);
-        std::vector<std::string> texts;
+        Texts texts;
         const std::string all(std::istreambuf_iterator<char>(stream), {});
         for (std::size_t at = 0, end; (end = all.find('\0', at)) != std::string::npos; at = end + 1)
             texts.push_back(all.substr(at, end - at));

@@ -27,6 +27,12 @@ struct Run_Result {
             if (line.contains("box")) texts.push_back(line["text"]);
         return texts;
     }
+    // Without the one about preferences, which opens the session of a new user.
+    std::vector<std::string> Told() const {
+        std::vector<std::string> texts = Boxes();
+        std::erase_if(texts, [](const std::string& text) { return text.starts_with("WARNING: No preferences file"); });
+        return texts;
+    }
     // The numbers of the fields marked as refused, at each `print dialog`.
     std::vector<std::vector<int>> Marked() const {
         std::vector<std::vector<int>> marked;
@@ -47,7 +53,21 @@ struct Run_Result {
     }
 };
 
+// What stands in a field of a dialog, by its number or its label.
+inline std::string Field_Value(const Json& dialog, const Json& field) {
+    for (const Json& row : dialog["fields"])
+        if (row[field.is_number() ? "field" : "label"] == field) return row["value"];
+    return "no field " + field.dump() + " in " + dialog.dump();
+}
+
 class Program : public testing::Test {
+public:
+    static std::string Quoted(const std::string& text) {
+        std::string quoted = "'";
+        for (const char c : text) quoted += c == '\'' ? std::string("'\\''") : std::string(1, c);
+        return quoted + "'";
+    }
+
 protected:
     void SetUp() override {
         const auto* info = testing::UnitTest::GetInstance()->current_test_info();
@@ -56,12 +76,6 @@ protected:
         fs::create_directories(directory / "home");
     }
     void TearDown() override { fs::remove_all(directory); }
-
-    static std::string Quoted(const std::string& text) {
-        std::string quoted = "'";
-        for (const char c : text) quoted += c == '\'' ? std::string("'\\''") : std::string(1, c);
-        return quoted + "'";
-    }
 
     static std::string Pattern(const std::string& name) { return std::string(TEST_DATA) + "/patterns/" + name; }
 
@@ -93,6 +107,8 @@ protected:
         return result;
     }
 
+    // Of a path from the test's directory, or another.
+    void Write(const fs::path& file, const std::string& text) const { std::ofstream(directory / file, std::ios::binary) << text; }
     static std::string Text_Of(const fs::path& file) {
         std::ifstream stream(file, std::ios::binary);
         return {std::istreambuf_iterator<char>(stream), {}};
