@@ -11,7 +11,7 @@
 #include <thread>
 
 #include "base/os.hpp"
-#include "base/programs.hpp"
+#include "base/process.hpp"
 
 namespace vntl {
 namespace {
@@ -145,26 +145,6 @@ TEST_F(Process, AProgramReadsNothingOfOurs) {
     EXPECT_TRUE(status.ok() && ended);
     EXPECT_EQ(fs::file_size(Told()), 0u);
     for (const int file : {input, ends[0], ends[1]}) ::close(file);
-}
-
-TEST_F(Process, TheSeamStartsOrTellsAlone) {
-    Programs programs;
-    Words told;
-    programs.Report_To(
-        [&](const Command_Line& command, bool waited) { told.push_back(command.line() + (waited ? " waits" : " goes on")); });
-    Running_Program running;
-    EXPECT_TRUE(programs.Start(Command_Line().Program("/no/such/program x")).failed);  // nothing was started
-    programs.Switch(false);
-    EXPECT_TRUE(programs.Start(Command_Line().Program("/no/such/program y")).ok());
-    EXPECT_TRUE(programs.Start(Command_Line().Program(Program() + " never"), running).ok());
-    EXPECT_TRUE(running.Ended_Within(0ms));
-    EXPECT_FALSE(fs::exists(Told()));
-    programs.Switch(true);
-    EXPECT_TRUE(programs.Start(Command_Line().Program(Program() + " now"), running).ok());
-    EXPECT_FALSE(running.Ended_Within(1ms));
-    EXPECT_TRUE(running.Ended_Within(10s));
-    EXPECT_EQ(Taken(), (Words{IOsDirName(), "now"}));
-    EXPECT_EQ(told, (Words{"/no/such/program y goes on", Program() + " never waits", Program() + " now waits"}));
 }
 
 }  // namespace

@@ -158,37 +158,29 @@ TEST_F(Osl_Panels, PanelsOfAUserAreRead) {
 }
 
 TEST_F(Osl_Panels, FaultsOfPanelsAreNamed) {
+    using enum Osl_Panel;
     struct Case {
-        const char *cell, *group, *atoms;
+        std::string cell, group, atoms;
         Osl_Panel faulty;
         std::vector<std::string> told;
     };
-    const char *cell = "5 5 5 90 90 90", *group = "P 1";
+    const std::string good = "5 5 5 90 90 90", p1 = "P 1", wrong_aniso = "Error reading the anisotropic thermal parameters of atom:";
     const Case cases[] = {
-        {"", group, "", Osl_Panel::cell, {"Cell: Blank line"}},
-        {"5 5 5 90 90", group, "", Osl_Panel::cell, {"Cell: Bad format: 5 5 5 90 90"}},
-        {"5 5 5 120 120 120",
-         "",
-         "x",
-         Osl_Panel::cell,
-         {"Cell: Bad cell parameters", "Space group: ", "Line 1: This is no line of an atom: x"}},
-        {cell, "P 5", "", Osl_Panel::group, {"Space group: ", ": P 5"}},
-        {cell, "Gen x,y", "", Osl_Panel::group, {"Space group: "}},
-        {cell, "Fix ;", "", Osl_Panel::group, {"Space group: "}},
-        {cell, group, "Atom A Fe 0 0", Osl_Panel::atoms, {"Line 1: Blank line: Atom A Fe 0 0"}},
-        {cell,
-         group,
+        {"", p1, "", cell, {"Cell: Blank line"}},
+        {"5 5 5 90 90", p1, "", cell, {"Cell: Bad format: 5 5 5 90 90"}},
+        {"5 5 5 120 120 120", "", "x", cell, {"Cell: Bad cell parameters", "Space group: ", "Line 1: This is no line of an atom: x"}},
+        {good, "P 5", "", group, {"Space group: ", ": P 5"}},
+        {good, "Gen x,y", "", group, {"Space group: "}},
+        {good, "Fix ;", "", group, {"Space group: "}},
+        {good,
+         p1,
          "\nAtom A Fe 0 0 x\nAtoms B Fe 0 0 0\nCell 1 1 1 90 90 90\nphase_2",
-         Osl_Panel::atoms,
+         atoms,
          {"Line 2: Bad format: Atom A Fe 0 0 x", "Line 3: This is no line", "Line 4: This is no line", "Line 5: This is no line"}},
-        {cell, group, "Atom A 0.1 0.2 0.3 1 1", Osl_Panel::atoms, {"Line 1: The species is missing"}},
-        {cell, group, "aniso 1 1 1 1 1 1", Osl_Panel::atoms, {"Line 1: Error reading the anisotropic thermal parameters of atom:"}},
-        {cell,
-         group,
-         "Atom A Fe 0 0 0\naniso 1 1 1 1 1",
-         Osl_Panel::atoms,
-         {"Line 2: Error reading the anisotropic thermal parameters of atom:A: aniso"}},
-        {cell, group, "a\na\na\na\na\na\na\na\na\na\na\na\n", Osl_Panel::atoms, {"Line 10: ", "\nand 2 more"}},
+        {good, p1, "Atom A 0.1 0.2 0.3 1 1", atoms, {"Line 1: The species is missing"}},
+        {good, p1, "aniso 1 1 1 1 1 1", atoms, {"Line 1: " + wrong_aniso}},
+        {good, p1, "Atom A Fe 0 0 0\naniso 1 1 1 1 1", atoms, {"Line 2: " + wrong_aniso + "A: aniso"}},
+        {good, p1, "a\na\na\na\na\na\na\na\na\na\na\na\n", atoms, {"Line 10: ", "\nand 2 more"}},
     };
     for (const Case& c : cases) {
         Pdf_Input input;
@@ -210,24 +202,23 @@ TEST_F(Osl_Panels, NumbersThatTheFileCannotHoldAreNamed) {
         float value;
         const char* told;
     };
-    const float infinite = std::numeric_limits<float>::infinity();
-    for (const Case& c : {Case{0, -1, "Rmin: "},
+    const Case cases[] = {{0, -1, "Rmin: "},
                           {0, 20, "Rmax: it must be larger than Rmin"},
-                          {1, 0.5f, "Rmax: it must be"},
                           {1, 0.50002f, "Rmax: "},
                           {1, 1000, "Rmax: 1000 is too large"},
                           {2, 0, "step: "},
                           {2, -0.1f, "step: "},
                           {2, 0.00001f, "step: "},
                           {3, 0, "Qmax: "},
-                          {3, infinite, "Qmax: "},
+                          {3, std::numeric_limits<float>::infinity(), "Qmax: "},
                           {4, -0.1f, "Qbroad: "},
                           {5, -0.1f, "Qdamp: "},
                           {6, 999.99999f, "Linear "},
                           {7, -100, "Quadratic "},
                           {1, 999.9f, ""},
                           {6, -99.5f, ""},
-                          {0, 0, ""}}) {
+                          {0, 0, ""}};
+    for (const Case& c : cases) {
         Pdf_Input input;
         input.*pdf_numbers[c.place].value = c.value;
         const auto wrong = Find_Wrong_Number(input);

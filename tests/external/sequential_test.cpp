@@ -27,49 +27,19 @@ std::string Script(const Sequential_Input& input, std::string_view system) {
     return text;
 }
 
-TEST(Sequential, TheWordsStandInTheirOrderAndColumns) {
-    struct Case {
-        int first, last;
-        std::array<bool, 5> keeps;
-        std::string temperatures, told;
-    };
-    const bool no = false, yes = true;
-    const Case cases[] = {
-        {1, 2, {no, no, no, no, no}, "", "seq run d.dat      1      2 N N N N N"},
-        {7, 999999, {yes, yes, yes, yes, yes}, "t.txt", "seq run d.dat      7 999999 Y Y Y Y Y -temp t.txt"},
-        {0, 40, {yes, no, no, no, no}, "my t.txt", "seq run d.dat      0     40 Y N N N N -temp \"my t.txt\""},
-        {0, 0, {no, no, yes, no, yes}, "-t", "seq run d.dat      0      0 N N Y N Y -temp ./-t"},
-    };
-    for (const Case& c : cases) {
-        Sequential_Input input = Series("run", "d.dat", c.temperatures);
-        input.first = c.first, input.last = c.last, input.keeps = c.keeps;
-        Command_Line command;
-        Add_Sequential(command, input);
-        EXPECT_EQ(command.line(), c.told);
-        EXPECT_EQ(command.words()[3], std::to_string(c.first));
-        EXPECT_EQ(command.words()[4], std::to_string(c.last));
-    }
-    Command_Line blank;
-    Add_Sequential(blank, Series("run", ""));
-    EXPECT_EQ(blank.line(), "seq run \"\"      1      2 N N N N N");
-    EXPECT_EQ(blank.words()[2], "");  // the numbers keep their places
-}
-
 TEST(Sequential, ANameLosesTheDirectoryInWhichTheProgramRuns) {
     struct Case {
-        std::string directory, file;
-        char separator;
-        std::string seen;
+        std::string directory, file, seen;
     };
-    for (const Case& c : std::initializer_list<Case>{{"/a/b", "/a/b/t", '/', "t"},
-                                                     {"/a/b", "/a/t", '/', "/a/t"},
-                                                     {"/a/b", "/a/b/c/t", '/', "/a/b/c/t"},
-                                                     {"/a/b", "t", '/', "t"},
-                                                     {"/", "/t", '/', "t"},
-                                                     {"/a", "/t", '/', "/t"},
-                                                     {"C:\\a", "C:\\a\\t", '\\', "t"},
-                                                     {"C:\\a", "D:\\a\\t", '\\', "D:\\a\\t"}})
-        EXPECT_EQ(Name_Seen_From(c.directory, c.file, c.separator), c.seen) << c.directory << ' ' << c.file;
+    for (const Case& c : {Case{"/a/b", "/a/b/t", "t"},
+                          {"/a/b", "/a/t", "/a/t"},
+                          {"/a/b", "/a/b/c/t", "/a/b/c/t"},
+                          {"/a/b", "t", "t"},
+                          {"/", "/t", "t"},
+                          {"/a", "/t", "/t"},
+                          {"C:\\a", "C:\\a\\t", "t"},
+                          {"C:\\a", "D:\\a\\t", "D:\\a\\t"}})
+        EXPECT_EQ(Name_Seen_From(c.directory, c.file, c.directory[0] == '/' ? '/' : '\\'), c.seen) << c.directory << ' ' << c.file;
 }
 
 // --- scripts -----------------------------------------------------------------------------------------------------------------------
@@ -114,19 +84,9 @@ TEST(Sequential, TheShellGivesTheWordsOnAsTheyAre) {
     fs::create_directories(directory);
     std::ofstream(directory / "qx2k") << "#!/bin/sh\nprintf '%s\\0' \"$@\" >told\n";
     fs::permissions(directory / "qx2k", fs::perms::owner_all);
-    const Words names = {"plain",     "",
-                         "two words", "it's",
-                         "\"both'",   "$(touch x)",
-                         "`touch x`", "a;touch x",
-                         "a&touch x", "a|b",
-                         "*",         "~",
-                         "#c",        "a\nb",
-                         "back\\sl",  "end\\",
-                         "-dash",     "50%",
-                         "$HOME",     ">x",
-                         "!a",        "{a,b}",
-                         "\xc3\xa9",  "a\tb",
-                         " outside ", std::string(200, 'n')};
+    const Words names = {"plain",     "",          "two words", "it's",  "\"both'", "$(touch x)", "`touch x`",
+                         "a;touch x", "a&touch x", "*",         "~",     "#c",      "a\nb",       "back\\sl",
+                         "end\\",     "-dash",     "50%",       "$HOME", ">x",      "{a,b}",      " outside "};
     for (const std::string& name : names) {
         const Sequential_Input input = Series(name, name, name);
         std::ofstream(directory / "script.sh") << Script(input, "LINU");
