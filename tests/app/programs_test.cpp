@@ -162,11 +162,12 @@ TEST_F(Programs_Test, AFileThatIsChosenIsOneWord) {
     EXPECT_EQ(stand_ins.Started(1).at(0).words, Texts{file});
 }
 
-// A run leaves its control file to the commands behind it. Every other job is one of several patterns, which names its data itself.
-TEST_F(Programs_Test, TheFileOfARefinementIsOneWord) {
+// A run leaves its control file to the commands behind it; the others are started once. Every other job is one of several patterns, which
+// names its data itself.
+TEST_F(Programs_Test, TheFileOfARefinementIsOneWordForEveryCommand) {
     std::vector<Row> rows;
     for (const std::string& name : odd_names) {
-        const bool with_data = rows.size() % 16 == 0;  // of the eight of each name
+        const bool with_data = (&name - &odd_names[0]) % 2 == 0;
         const std::string pcr = Touch(work / (name + ".pcr")), osl = Touch(work / (name + ".osl")),
                           seen = (name[0] == '-' ? "./" : "") + name;
         Write(pcr, std::string("COMM odd\n") + (with_data ? "" : "NPATT 2\n") + "!Job Npr\n   0   7\n");
@@ -179,11 +180,12 @@ TEST_F(Programs_Test, TheFileOfARefinementIsOneWord) {
         rows.push_back(
             {"command 40213\nset 2135 \"5 5 5 90 90 90\"\nset 2136 \"P 1\"\nset 2150 " + Word(osl) + "\nanswer yes\npress \"Run Radiox\"\n",
              simulation, work, true});
-        for (const Plain_Command& row : plain_commands)
-            if (row.file == "pcr")
-                rows.push_back({"command " + std::string(row.number) + '\n',
-                                {row.of_suite ? (suite / row.program).string() : row.program, pcr},
-                                directory});
+        for (const Plain_Command& row : plain_commands) {
+            if (row.file != "pcr" && name != "plain") continue;
+            rows.push_back(
+                {"command " + std::string(row.number) + '\n', {row.of_suite ? suite / row.program : fs::path(row.program)}, directory});
+            if (!row.file.empty()) rows.back().words.push_back(row.file == "pcr" ? fs::path(pcr) : suite / row.file);
+        }
     }
     Expect_Starts(rows, "pref use_internal_editor 0\n");
 }
@@ -234,18 +236,6 @@ TEST_F(Programs_Test, PeaksAreSavedAndReadUnderEveryName) {
     Expect_Starts(rows, "open peaks.xye\ncommand 40096\ncommand 40092\npress 1\n");
     const std::string copy = Text_Of(work / "ito_inp.dat");
     EXPECT_TRUE(copy.starts_with("peaks") && copy == Text_Of(work / (odd_names.back() + ".ito"))) << copy;
-}
-
-TEST_F(Programs_Test, CommandsWithoutAChoice) {
-    const std::string pcr = Touch(work / "a b.pcr");
-    Set_Refinement_File(pcr);
-    std::vector<Row> rows;
-    for (const Plain_Command& row : plain_commands) {
-        rows.push_back(
-            {"command " + std::string(row.number) + '\n', {row.of_suite ? (suite / row.program).string() : row.program}, directory});
-        if (!row.file.empty()) rows.back().words.push_back(row.file == "pcr" ? pcr : (suite / row.file).string());
-    }
-    Expect_Starts(rows, "pref use_internal_editor 0\n");
 }
 
 // --- files that are not as they should be --------------------------------------------------------------------------------

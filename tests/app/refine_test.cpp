@@ -186,6 +186,7 @@ TEST_F(Refinement, TheDataFileOfAJob) {
     EXPECT_EQ(Text_Of(directory / "r.pcr") + Text_Of(directory / "r.pcr.bak"), Control(3) + Control(1));
     EXPECT_EQ(run.With("paths").back()["paths"]["pcr_file"], Path("r.pcr"));
     stand_ins.Started(0);
+    Write("r.new", Control(2));
     fs::permissions(directory / "r.pcr", fs::perms::owner_read);
     const auto refused = Do("", Run_On("r.new"));
     Expect_Box(refused, Path("r.pcr"), "refused");

