@@ -115,6 +115,13 @@ TEST_F(Refinement, WhatARunLeavesDecides) {
         Expect_Box(run, c.box, c.act);
     }
     clear(nullptr);
+    const auto nothing = Do(":", open_data + "command 40096\ncommand 40093\nmouse data down 10.2 3\nmouse data up 10.2 3\nprint peaks\n"s +
+                                     Run_On("r.pcr") + "print peaks\n");
+    EXPECT_EQ(nothing.With("peaks").at(0)["peaks"].size(), 1u);
+    EXPECT_EQ(nothing.With("peaks")[0], nothing.With("peaks").at(1)) << "a run that brings nothing costs no list";
+    const auto scale = Do("cp \"$notes/good\" \"$1.prf\"", "open data.xye data.xye\ncommand 40226\n" + Run_On("r.pcr"));
+    EXPECT_EQ(scale.With("plot_type").back()["plot_type"], "multi_log");
+    clear(nullptr);
     // Where it stands alone another kind of result takes its place; where it does not, it stays.
     Write("notes/kinds", "mono mono flight good good flight");
     const std::string next = "set -- $(cat \"$notes/kinds\"); cp \"$notes/$1\" r.prf; shift; echo \"$@\" >\"$notes/kinds\"";

@@ -57,6 +57,7 @@ TEST_F(Process, WordsOfACommandLine) {
     EXPECT_EQ(Command_Words("  xterm -e  run \"a b\" c "), (Words{"xterm", "-e", "run", "a b", "c"}));
     EXPECT_EQ(Command_Words("run \"\" $HOME;rm *"), (Words{"run", "", "$HOME;rm", "*"}));
     EXPECT_EQ(Command_Words(""), Words{});
+    EXPECT_EQ(Command_Words("C:\\Program Files\\a\\b.EXE -x \"y z\""), (Words{"C:\\Program Files\\a\\b.EXE", "-x", "y z"}));
     EXPECT_EQ(Command_Words(Program() + " x y"), (Words{Program(), "x", "y"}));  // its directory holds a blank
 
     Command_Line command;

@@ -121,11 +121,12 @@ TEST_F(Osl_Panels, StructuresComeBackFromPanelsAndFile) {
 }
 
 TEST_F(Osl_Panels, AnEditedLineLeavesTheOthersTheirDigits) {
-    Pdf_Input input = Filled(From_File("cell 5.1234567 6 7 90 90 90\nspgr P 1\natom A Fe 1/3 0 0\natom B Fe 2/3 0 0 0.1\n"));
+    Pdf_Input input = Filled(From_File("cell 5.1234567 6 7 90 90 90\nspgr P 1\natom A FE+3 1/3 0 0\natom B Fe 2/3 0 0 0.1\n"));
     input.pdf_atoms_text = Replace_All(input.pdf_atoms_text, "0.10000", "0.2");
     const Crystal_Structure structure = From_Panels(input);
     EXPECT_EQ(structure.cell.cell[0], 5.1234567f);
     EXPECT_EQ(structure.atoms[0].x, 1.0 / 3);
+    EXPECT_EQ(structure.atoms[0].species + ' ' + structure.atoms[0].symbol, "FE+3 Fe");  // the charge stays, through a file too
     EXPECT_EQ(structure.atoms[1].x, 0.66667);
     EXPECT_EQ(structure.atoms[1].biso, 0.2f);
 }
