@@ -25,7 +25,8 @@ protected:
     }
 
     Run_Result Do(const std::string& script, const std::string& bin = "bin", const Texts& files = {}) const {
-        return Script(script, files, "QUENDRIX=" + Quoted(suite) + " PATH=" + Quoted(directory / bin));
+        // File 9 is one of ours that others would take over.
+        return Script(script, files, "9</dev/null QUENDRIX=" + Quoted(suite) + " PATH=" + Quoted(directory / bin));
     }
     void Set_Refinement_File(const fs::path& file) const {
         fs::create_directories(directory / "home/.qxs");
@@ -71,7 +72,7 @@ protected:
         ASSERT_EQ(told.size(), 2 * rows.size()) << run.output << run.errors;
         std::vector<Texts> expected, received, missing;
         const auto expect = [&](const Row& row, std::size_t program) {
-            expected.push_back({fs::path(row.words[program]).filename(), row.directory, "end yes 0 1 2 "});
+            expected.push_back({fs::path(row.words[program]).filename(), row.directory, "end leads 0 1 2 "});
             expected.back().insert(expected.back().end(), row.words.begin() + static_cast<std::ptrdiff_t>(program) + 1, row.words.end());
         };
         for (std::size_t i = 0; i < told.size(); ++i) {
@@ -85,7 +86,7 @@ protected:
             expect(row, 2);
         }
         for (const Start& start : stand_ins.Started(expected.size())) {
-            received.push_back({start.name, start.directory, start.input + ' ' + start.leads + ' ' + start.open});
+            received.push_back({start.name, start.directory, start.state});
             received.back().insert(received.back().end(), start.words.begin(), start.words.end());
         }
         std::sort(expected.begin(), expected.end());
@@ -390,11 +391,14 @@ TEST_F(Programs_Test, LinesOfOtherSystems) {
 
 TEST_F(Programs_Test, TheTableIsPrinted) {
     const Run_Result run =
-        Do("pref cmd_editor /opt/ed\nprint programs\nprint programs WIND\nprint programs UNKN\nos MACO\nprint programs\n");
-    EXPECT_TRUE(run.status == 1 && Contains(run.errors, "line 4: ")) << run.errors;
+        Do("pref cmd_editor /opt/ed\nprint programs\nprint programs WIND\nprint programs UNKN\nprint programs LINU MACO\n"
+           "os MACO\nprint programs\n");
+    EXPECT_TRUE(run.status == 1 && Contains(run.errors, "line 4: ") && Contains(run.errors, "line 5: ")) << run.errors;
     std::string all;
-    for (const Json& line : run.With("programs"))
+    for (const Json& line : run.With("programs")) {
+        EXPECT_EQ(line["programs"].size(), 19u);
         for (const char* role : {"cmd_editor", "cmd_files"}) all += line["programs"][role].get<std::string>() + '|';
+    }
     EXPECT_EQ(all, "/opt/ed|gnome-open|notepad.exe|explorer.exe|/opt/ed|open .|") << "what was chosen stays";
 }
 

@@ -26,10 +26,8 @@ inline std::string Told(const std::string& file) { return file.find(' ') == std:
 // What one of them was given.
 struct Start {
     std::string name, directory;
+    std::string state;  // "end" where there is nothing to read, "leads" a session of its own, and the numbers of its open files
     Texts words;        // behind its own name
-    std::string input;  // "end" where there is nothing to read
-    std::string leads;  // "yes" where it is the first of a session
-    std::string open;   // the numbers of its open files, a blank behind each
 
     bool operator<(const Start& other) const { return std::tie(name, words) < std::tie(other.name, other.words); }
 };
@@ -86,8 +84,8 @@ read -r line && input=more
 read -r stat </proc/$$/stat
 stat=${stat##*) }
 session=${stat#* * * } session=${session%% *}
-[ "$session" = $$ ] && leads=yes || leads=no
-printf '%s\0' "$name" "$PWD" "$input" "$leads" "$open" $# "$@" >"$notes/$name.$$.note"
+[ "$session" = $$ ] && leads=leads || leads=follows
+printf '%s\0' "$name" "$PWD" "$input $leads $open" $# "$@" >"$notes/$name.$$.note"
 [ -f "$notes/do.$name" ] && . "$notes/do.$name"
 if [ "$name" = xterm ] && [ "$1" = -e ]; then shift; exec "$@"; fi
 exit 0
@@ -100,8 +98,8 @@ exit 0
         const std::string all(std::istreambuf_iterator<char>(stream), {});
         for (std::size_t at = 0, end; (end = all.find('\0', at)) != std::string::npos; at = end + 1)
             texts.push_back(all.substr(at, end - at));
-        if (texts.size() < 6 || texts.size() - 6 < static_cast<std::size_t>(std::stoi(texts[5]))) return false;
-        start = {texts[0], texts[1], {texts.begin() + 6, texts.end()}, texts[2], texts[3], texts[4]};
+        if (texts.size() < 4 || texts.size() - 4 < static_cast<std::size_t>(std::stoi(texts[3]))) return false;
+        start = {texts[0], texts[1], texts[2], {texts.begin() + 4, texts.end()}};
         return true;
     }
 
