@@ -94,7 +94,7 @@ void Run_For_Result(Application& app, const Command_Line& command, std::string_v
 void Run_Quendrix(Application& app) {
     const Program_Suite suite = Suite_Of(app);
     const std::string& program = suite.Of(Program_Role::prg_refine);
-    if (Trim(program).empty()) return app.session.interface.Passing_Text("The preferences name no program for this.");
+    if (Trim(program).empty()) return app.session.interface.Passing_Text(std::string(no_program));
     Job job;
     if (!Choose_Job(app, job)) return;
     if (job.names.is_new)

@@ -17,7 +17,6 @@ namespace vntl {
 
 namespace {
 
-constexpr std::string_view no_program = "The preferences name no program for this.";
 constexpr auto between_looks = std::chrono::milliseconds(20);
 
 // Who closes the main window wants that after the wait, which ends there.
@@ -32,7 +31,9 @@ bool Wait_For(const Running_Program& running) {
     std::vector<Message> closed;
     bool stopped = false;
     while (!stopped && !running.Ended_Within(between_looks))
-        while (const auto message = stopped ? std::nullopt : WMessageInWait()) {
+        while (!stopped) {
+            const auto message = WMessageInWait();
+            if (!message) break;
             stopped = Stops_Wait(*message);
             if (message->kind == Message_Kind::close_request) closed.push_back(*message);
             Serve_Meanwhile(*message);

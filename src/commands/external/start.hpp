@@ -23,6 +23,8 @@ std::string Choose_File(Application&, std::string_view title, std::string_view f
 inline constexpr std::string_view ito_input = "ito_inp.dat";
 bool Copy_For_Ito(Application&, const std::string& file);
 
+inline constexpr std::string_view no_program = "The preferences name no program for this.";  // in the status bar
+
 // Starts the program, which goes on by itself. One that is not found, or cannot be started, is named in the status bar; false then.
 bool Start_Program(Application&, const Command_Line& command);
 
