@@ -25,6 +25,15 @@ constexpr std::array<float, 3> copper = {1.540599f, 1.54439f, 0.5f}, molybdenum 
 bool Is_Two_Theta(std::string_view xspace) { return xspace == "2theta" || xspace == "----"; }
 bool Is_Spacing(std::string_view xspace) { return xspace == "d-space" || xspace == "d-spacing"; }
 
+// The head of a plain list.
+Column_Lines Lines_Under(const Points_Source& source, std::string_view columns) {
+    Column_Lines lines;
+    lines.Put("! Data file : ", Trim_Right(source.path));
+    lines.Put("! Format    : ", Trim_Right(source.instr));
+    lines.Put(columns);
+    return lines;
+}
+
 }  // namespace
 
 std::optional<Peaks_Format> Peaks_Format_Of(std::string_view word) {
@@ -85,20 +94,14 @@ int Treor_Spacing_Of(std::string_view xspace) { return Is_Spacing(Trim(xspace)) 
 
 Status Free_Peaks_File(const Points_Source& source, std::span<const Peak_Mark> peaks, std::string& text) {
     static const Edit_Format columns("(3F15.5)");
-    Column_Lines lines;
-    lines.Put("! Data file : ", Trim_Right(source.path));
-    lines.Put("! Format    : ", Trim_Right(source.instr));
-    lines.Put("! peak_position   peak_intensity    peak_background");
+    Column_Lines lines = Lines_Under(source, "! peak_position   peak_intensity    peak_background");
     lines.Peaks(columns, peaks);
     return lines.Finish(text);
 }
 
 Status Background_File(const Points_Source& source, std::span<const Background_Mark> points, std::string& text) {
     static const Edit_Format columns("(2F15.5)");
-    Column_Lines lines;
-    lines.Put("! Data file : ", Trim_Right(source.path));
-    lines.Put("! Format    : ", Trim_Right(source.instr));
-    lines.Put("! Position      Background_value");
+    Column_Lines lines = Lines_Under(source, "! Position      Background_value");
     for (std::size_t i = 0; i < points.size(); ++i) {
         constexpr std::string_view list = "background point";
         lines.Record(columns, Named_Number<float>{{"position", list, i + 1}, points[i].x},

@@ -26,6 +26,13 @@ void Show_Characters(QLineEdit& line, int characters) {
     line.setMinimumWidth(room + 2 * line.fontMetrics().averageCharWidth());
 }
 
+template <class Edit>
+void Show_State(Edit& edit, int state) {
+    edit.setEnabled(state != field_disabled);
+    edit.setReadOnly(state == field_read_only);
+    Mark_Read_Only(&edit, state == field_read_only);
+}
+
 class String_Field : public Dialog_Widget {
 public:
     explicit String_Field(const Dialog_Field& field) : Dialog_Widget(field), line_(new QLineEdit) {
@@ -45,9 +52,7 @@ public:
     }
     void Set_State(int state) override {
         state_ = state;
-        line_->setEnabled(state != field_disabled);
-        line_->setReadOnly(state == field_read_only);
-        Mark_Read_Only(line_, state == field_read_only);
+        Show_State(*line_, state);
     }
 
 protected:
@@ -85,9 +90,7 @@ public:
     }
     void Set_State(int state) override {
         state_ = state;
-        edit_->setEnabled(state != field_disabled);
-        edit_->setReadOnly(state == field_read_only);
-        Mark_Read_Only(edit_, state == field_read_only);
+        Show_State(*edit_, state);
     }
 
 private:
