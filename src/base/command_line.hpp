@@ -11,7 +11,8 @@
 namespace vntl {
 
 // The words of a text of settings, parted by blanks, with what stands in double quotes kept together. A program's path may stand there
-// without quotes: when the words up to one of them are together the name of a file, they are the first word.
+// without quotes: when the words up to one of them are together the name of a file, they are the first word, and so is a path with a
+// drive up to its ".exe".
 std::vector<std::string> Command_Words(std::string_view text);
 
 class Command_Line {

@@ -59,15 +59,18 @@ std::string_view Program_Of_System(Program_Role role, std::string_view os_tag) {
 
 bool Has_Programs(std::string_view os_tag) { return Find_System(os_tag) != nullptr; }
 
+char Separator_Of(std::string_view os_tag) {
+    const System* system = Find_System(os_tag);
+    return system == nullptr ? '/' : system->separator;
+}
+
 Program_Suite Suite_Of_System(std::string_view os_tag) {
     Program_Suite suite;
     suite.os_tag = os_tag;
     for (std::size_t role = 0; role < program_roles; ++role)
         suite.programs[role] = Program_Of_System(static_cast<Program_Role>(role), os_tag);
-    if (const System* system = Find_System(os_tag)) {
-        suite.sep = system->separator;
-        suite.opener = system->opener;
-    }
+    suite.sep = Separator_Of(os_tag);
+    if (const System* system = Find_System(os_tag)) suite.opener = system->opener;
     return suite;
 }
 
@@ -82,6 +85,10 @@ std::string Program_Suite::Document(std::string_view name) const { return quendr
 std::string Directory_Of(std::string_view file, char separator) {
     const std::string_view directory = Directory_Part(file, separator);
     return std::string(directory.empty() && file.starts_with(separator) ? file.substr(0, 1) : directory);
+}
+
+std::string Name_Seen_From(std::string_view directory, const std::string& file, char separator) {
+    return Directory_Of(file, separator) == directory ? std::string(File_Part(file, separator)) : file;
 }
 
 Command_Line Program_Suite::By_Name(Program_Role role) const { return Command_Line(quendrix_dir).Program(Of(role)); }

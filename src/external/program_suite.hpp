@@ -39,6 +39,7 @@ std::string_view Name_Of(Program_Role role);  // "cmd_editor"
 // What a system calls the program by itself; blank for one that it has not, and for a system without programs.
 std::string_view Program_Of_System(Program_Role role, std::string_view os_tag);
 bool Has_Programs(std::string_view os_tag);
+char Separator_Of(std::string_view os_tag);  // of paths; that of an unknown system is '/'
 
 // What is in use.
 struct Program_Suite {
@@ -64,6 +65,8 @@ struct Program_Suite {
 
 // The directory in which a program reads a file; blank for a bare name.
 std::string Directory_Of(std::string_view file, char separator = '/');
+// A name with its directory, as a program that runs in `directory` is told of it: what lies there loses its directory.
+std::string Name_Seen_From(std::string_view directory, const std::string& file, char separator = '/');
 
 // The programs of a system, none of them chosen by the user.
 Program_Suite Suite_Of_System(std::string_view os_tag);

@@ -91,10 +91,6 @@ std::string Run_Names::With(std::string_view ending) const {
     return directory + (directory.ends_with('/') ? "" : "/") + base + std::string(ending);
 }
 
-std::string Run_Names::Name_There(const std::string& file) const {
-    return Directory_Of(file) == Directory_Of(With("")) ? std::string(File_Part(file)) : file;
-}
-
 Run_Names Names_Of_Run(std::string_view chosen) {
     const std::string_view extension = Extension_Of(chosen), name = File_Part(chosen);
     Run_Names names;

@@ -30,8 +30,6 @@ struct Run_Names {
     std::string Control_File() const { return With(".pcr"); }
     // Where the result may stand, the first place first.
     std::vector<std::string> Results() const { return {With(".prf"), With("_1.prf")}; }
-    // The name by which the program finds a file: without its directory where that is the one of the run.
-    std::string Name_There(const std::string& file) const;
 };
 Run_Names Names_Of_Run(std::string_view chosen);  // a full path
 

@@ -73,10 +73,6 @@ void Add_Sequential(Command_Line& command, const Sequential_Input& input) {
     }
 }
 
-std::string Name_Seen_From(std::string_view directory, const std::string& file, char separator) {
-    return Directory_Of(file, separator) == directory ? std::string(File_Part(file, separator)) : file;
-}
-
 std::string Sequential_Script_Name(std::string_view control, std::string_view os_tag) {
     return std::string(control) + (os_tag == "WIND" ? "_QXseq.bat" : "_QXseq.sh");
 }

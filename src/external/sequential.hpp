@@ -31,9 +31,6 @@ struct Sequential_Input {
 // Puts the words behind a program. Numbers are told in their columns, a name that is blank as two double quotes.
 void Add_Sequential(Command_Line& command, const Sequential_Input& input);
 
-// A name with its directory, as a program that runs in `directory` is told of it: what lies there loses its directory.
-std::string Name_Seen_From(std::string_view directory, const std::string& file, char separator);
-
 // Name of the script for a control file without its extension: "_QXseq.bat" stands behind it on "WIND", "_QXseq.sh" elsewhere.
 std::string Sequential_Script_Name(std::string_view control, std::string_view os_tag);
 

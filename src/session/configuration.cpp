@@ -30,17 +30,16 @@ using Places = std::array<Place, 2>;  // in the order in which they are tried
 
 struct System_Row {
     std::string_view tag;
-    int family, sub_code;  // as the toolkit reports them
-    char separator;
+    int family, sub_code;              // as the toolkit reports them
     Place directory_files;             // where those that are told above are looked for
     Places settings;                   // where settings are looked for: the first that has them
     Places saved_global, saved_local;  // where they are saved: the first that is there
 };
 
 constexpr System_Row systems[] = {
-    {"WIND", 6, any_code, '\\', Place::suite, {Place::working, Place::suite}, {Place::suite, Place::start}, {Place::working}},
-    {"LINU", 4, 14, '/', Place::home, {Place::home}, {Place::home}, {Place::home}},
-    {"MACO", 4, any_code, '/', Place::home, {Place::home}, {Place::home}, {Place::home}},
+    {"WIND", 6, any_code, Place::suite, {Place::working, Place::suite}, {Place::suite, Place::start}, {Place::working}},
+    {"LINU", 4, 14, Place::home, {Place::home}, {Place::home}, {Place::home}},
+    {"MACO", 4, any_code, Place::home, {Place::home}, {Place::home}, {Place::home}},
 };
 
 // The programs that preferences name.
@@ -164,9 +163,8 @@ Status Init_Configure(Configuration& config, int os_family, int os_sub_code) {
     config = Configuration();
     config.files_allowed = files_allowed;
     config.os_tag = Os_Tag(os_family, os_sub_code);
-    const System_Row* system = Find_System(config.os_tag);
-    if (system == nullptr) return Status::Fail("Fault: Unknown Operating System ");
-    config.sep = system->separator;
+    if (Find_System(config.os_tag) == nullptr) return Status::Fail("Fault: Unknown Operating System ");
+    config.sep = Separator_Of(config.os_tag);
     config.start_dir = config.launch_dir = IOsDirName();
     return Preferences_File_Name(config.program_version, config.set_file);
 }

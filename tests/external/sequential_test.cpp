@@ -1,5 +1,6 @@
 // The words of a sequential refinement, told and in a script. What a script says is heard by a program that a shell runs from it.
 #include "external/sequential.hpp"
+#include "external/program_suite.hpp"
 
 #include <gtest/gtest.h>
 

@@ -101,7 +101,7 @@ void Run_Quendrix(Application& app) {
         if (const Status status = Take_New(job.names, job.chosen); status.failed) return app.ask.Error(status);
     app.session.config.pcr_file = job.names.Control_File();
     Command_Line command = suite.By_Name(Program_Role::cmd_run).Program(program).In(job.names.directory).File(job.names.base);
-    if (!job.data.empty()) command.File(job.names.Name_There(job.data));
+    if (!job.data.empty()) command.File(Name_Seen_From(job.names.directory, job.data));
     Run_For_Result(app, command.Word("lprompt"), "Quendrix", job.names);
 }
 
