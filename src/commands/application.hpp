@@ -7,6 +7,8 @@
 #include "charts/seq_file.hpp"
 #include "commands/ask_user.hpp"
 #include "external/osl_panels.hpp"
+#include "instrument/data_directories.hpp"
+#include "instrument/diffractometer.hpp"
 #include "plot/model_state.hpp"
 #include "session/session.hpp"
 
@@ -20,6 +22,8 @@ struct Application {
     Seq_File generic_source;            // the sequential refinement that they are drawn of, if they are
     Pdf_Input pdf;                      // of the dialog that prepares the input of Radiox
     Model3D model;                      // in the window of the model
+    Data_Directories directories;       // of runs and instruments
+    Instrument_State instrument;        // the one in use
     std::string data_dir;               // where the data file of a refinement was chosen last, blank for nowhere yet
     bool failed = false;                // a reader or a check failed: exit status 1
     bool leaving = false;               // the message loop ends

@@ -1,0 +1,66 @@
+// Readers of numors, and what is told of them.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/status.hpp"
+#include "instrument/numor.hpp"
+
+namespace vntl {
+
+// Whether a reader stands for an instrument, whatever the case of its letters.
+bool Is_Powder_Numor_Instrument(std::string_view instrument);
+bool Is_SXTAL_Numor_Instrument(std::string_view instrument);
+
+// Reads a run of a powder diffractometer: "R3A", "R3B", "R5B", "R8" or "R22", in letters of any case. On failure the record is filled as
+// far as the file could be read, and the message is the reader's; one of a name that ends in ".Z" is refused. Counts are those of the file:
+// R3B and R22 have one frame, R8 nine of 64, R5B 128 n values a frame, tube by tube.
+// `time` and `monitor`: R3A and R5B the sum of the times and the mean of the monitors over the frames.
+Status Read_Numor(const std::string& file, std::string_view instrument, Powder_Numor_Type& numor);
+
+// The same of a text; `file` is the name that messages tell.
+Status Read_Numor_Text(std::string_view text, const std::string& file, std::string_view instrument, Powder_Numor_Type& numor);
+
+// Frames that are wanted, from 1 to nframes. Others are " Invalid frames selection.".
+struct Frame_Selection {
+    int first = 1, last = 1;
+};
+
+// Reads a run of a single-crystal diffractometer: "R6", "R11", "R17", "R18" or "R18_HB"; all frames, or those selected.
+Status Read_Numor(const std::string& file, std::string_view instrument, SXTAL_Numor_Type& numor,
+                  std::optional<Frame_Selection> frames = {});
+Status Read_Numor_Text(std::string_view text, const std::string& file, std::string_view instrument, SXTAL_Numor_Type& numor,
+                       std::optional<Frame_Selection> frames = {});
+
+// The instrument that a run names itself in its first A block; blank for what is no numor.
+std::string Instrument_Of_Text(std::string_view text);
+
+// Whether a text, or the beginning of one, looks like a numor.
+bool Looks_Like_Numor(std::string_view text);
+
+// Counts the lines of a file up to the first marker line (the header) and the marker lines (the frames).
+Status Read_Frames_Index(const std::string& file, int& nheaders, int& nframes, char marker = 'V');
+
+// Counts of a detector with two dimensions.
+struct Count_Matrix {
+    int rows = 0, columns = 0;
+    std::vector<int> counts;  // row by row
+
+    int At(int row, int column) const {
+        return counts[static_cast<std::size_t>(row) * static_cast<std::size_t>(columns) + static_cast<std::size_t>(column)];
+    }
+};
+
+// Unfolds a frame, from 1. "r6" and "r11" (any case; two digits behind the name may tell the lines, up to 27) are square and go row by row;
+// where nbdata is no square, and for "r18_hb", "r18", "db21", "r17" and "1", which go column by column, the detector has np_vert rows and
+// np_horiz columns. Numbers that do not multiply to nbdata are refused.
+Status Get_Counts(int frame, const Numor_Head& numor, std::string_view machine, int np_horiz, int np_vert, Count_Matrix& matrix);
+
+// The listing: lines without their ends. `head_only`: the items of the header.
+std::vector<std::string> Write_Numor_Info(const Powder_Numor_Type& numor);
+std::vector<std::string> Write_Numor_Info(const SXTAL_Numor_Type& numor);
+
+}  // namespace vntl

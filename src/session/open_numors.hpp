@@ -1,0 +1,27 @@
+// Runs of powder diffractometers as rows: they take the place of all rows that are there.
+#pragma once
+
+#include <map>
+#include <string>
+#include <vector>
+
+#include "session/load.hpp"
+
+namespace vntl {
+
+struct Read_File;
+struct Session;
+class Ask;
+
+// Each run, compressed or not, becomes a row, past those that fail, which one box tells at the end. The old rows leave when the first new
+// one is ready, and stay where none is. `unpacked`: plain files that stand for compressed ones, removed when they are read.
+Open_Result Open_Numors(Session&, Ask&, const std::vector<std::string>& files, const std::string& instrument,
+                        const std::map<std::string, std::string>& unpacked = {});
+
+// Runs beside the rows that are there, by the instrument that each names itself.
+Open_Result Add_Numor_Row(Session&, Ask&, const std::string& file);
+
+// A run, in any thread. The instrument is the one that it names itself where none is given.
+Read_File Read_Numor_File(const std::string& file, const std::string& instrument = {}, const std::string& plain = {});
+
+}  // namespace vntl
