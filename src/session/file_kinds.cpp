@@ -4,6 +4,7 @@
 #include "base/text.hpp"
 #include "patterns/read_pattern.hpp"
 #include "session/load.hpp"
+#include "session/open_numors.hpp"
 #include "session/open_prf.hpp"
 #include "session/read_files.hpp"
 
@@ -56,6 +57,18 @@ constexpr File_Kind_Row recognised = {File_Kind::pattern,
                                       Open_As_Recognised,
                                       nullptr};
 
+// A run is known by its first line: its name is a number.
+constexpr File_Kind_Row run = {File_Kind::numor,
+                               [](std::string_view) { return false; },
+                               "",
+                               "",
+                               [] { return std::string(); },
+                               Letters::any,
+                               Letters::any,
+                               "drop",
+                               Open_Numor_Beside,
+                               [](const std::string& path) { return Read_Numor_File(path); }};
+
 std::string_view Extension_With_Point(std::string_view name) {
     const std::size_t point = name.rfind('.');
     return point == std::string_view::npos ? std::string_view{} : name.substr(point);
@@ -72,6 +85,7 @@ const File_Kind_Row* Through(std::string_view name, Letters File_Kind_Row::*door
 const File_Kind_Row* Let_In(std::string_view name) {
     const std::string file(name);
     if (const File_Kind_Row* row = File_Kind_Of(name)) return row->open != nullptr && IOsFileExists(file) ? row : nullptr;
+    if (Is_Numor(file)) return &run;
     const Recognition look = Recognise_Format(file);  // of a binary file the reader tells what it is
     return look.by_content != 0 || !look.binary.empty() ? &recognised : nullptr;
 }

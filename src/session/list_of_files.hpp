@@ -28,6 +28,7 @@ struct Files_To_Open {
     std::vector<std::string> paths;
     std::vector<Opened_List> lists = {};     // in the order of their files
     std::vector<Message_Box> refusals = {};  // of lists that cannot be read
+    bool replaces = false;                   // the rows that are there leave when the first new one is ready
 };
 
 // Puts the files of a list behind the others, or why it cannot be read.

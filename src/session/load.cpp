@@ -67,6 +67,13 @@ std::optional<Load_Result> Make_Sound(Ask& ask, const std::string& path, const s
     return {};
 }
 
+// The rows that are there leave, with all that was told of them.
+void Begin_Anew(Session& session) {
+    session.lists.fit = {};
+    Reset_Profiles(session);
+    Set_Menu_Empty(session);
+}
+
 // The second to the tenth calculated intensity tell whether the file brings a curve of a refinement.
 bool Brings_Calculated_Curve(const Diffraction_Pattern_Type& p) {
     float sum = 0;
@@ -115,14 +122,15 @@ void Note_Coming_Row(Session& session, const std::string& full_path, const Fresh
 
 Load_Result Load_Row(Session& session, Ask& ask, const std::string& path, const std::string& format, Fresh_Pattern fresh,
                      Load_Notes& notes) {
-    if (Table_Is_Full(session, ask)) return Load_Result::table_full;
-    Profile_Store& store = session.store;
-    const int row = store.nperfiles() + 1;
+    if (!notes.replaces && Table_Is_Full(session, ask)) return Load_Result::table_full;
     const std::string full_path = Absolute_Path(session.config, path);
     const std::string name(Trim(File_Part(full_path, session.config.sep)));
     if (const auto failure = Check_For_Row(session, ask, path, fresh, notes)) return *failure;
     Diffraction_Pattern_Type& pattern = fresh.pattern;
 
+    Profile_Store& store = session.store;
+    if (std::exchange(notes.replaces, false)) Begin_Anew(session);
+    const int row = store.nperfiles() + 1;
     const bool rietveld = row <= profiles_with_optional_arrays && Brings_Calculated_Curve(pattern);
     PRF_Info_Add_Type info;
     info.file_name = name;

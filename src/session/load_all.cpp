@@ -148,12 +148,36 @@ Load_Result Load_File_Whole(Session& session, Ask& ask, const std::string& path,
     return Load_Result::failed;
 }
 
+// Files whose rows cannot be trusted in the same thing.
+struct Doubt {
+    std::string text, first_file;
+    int files = 0;
+};
+
 // What became of several files.
 struct Tally {
     int opened = 0, refused = 0;
     bool sound = true;  // no file and no check failed, and the table was not full
     std::vector<std::string> told;
     std::string failure;  // of a list, which the box begins with then
+    std::vector<Doubt> doubts;
+
+    void Doubt_Row(const std::string& name, const std::string& text) {
+        const auto known = std::find_if(doubts.begin(), doubts.end(), [&](const Doubt& doubt) { return doubt.text == text; });
+        if (known == doubts.end())
+            doubts.push_back({text, name, 1});
+        else
+            ++known->files;
+    }
+    std::string Doubts() const {
+        std::string text;
+        for (const Doubt& doubt : doubts) {
+            text += (text.empty() ? "" : "\n\n") + doubt.first_file;
+            if (doubt.files > 1) text += " and " + std::to_string(doubt.files - 1) + " more";
+            text += ": " + doubt.text;
+        }
+        return text;
+    }
 
     void Add(const std::string& name, std::vector<std::string> texts) {
         for (std::string& text : texts) told.push_back(Contains(text, name) ? std::move(text) : name + ": " + text);
@@ -197,9 +221,12 @@ bool Load_One(Session& session, Loading_Ask& ask, const std::string& path, Read_
     const int rows_before = session.store.nperfiles();
     notes.refusal.clear();
     notes.listed = list != nullptr;
+    const std::vector<std::string> warnings = std::move(file.warnings);
     const Load_Result result = Load_File_Whole(session, ask, path, std::move(file), notes);
     tally.sound = tally.sound && result != Load_Result::failed && result != Load_Result::table_full;
     const bool opened = result == Load_Result::added || session.store.nperfiles() > rows_before;
+    if (opened)
+        for (const std::string& warning : warnings) tally.Doubt_Row(Name_Of(session, path), warning);
     std::vector<std::string> told = ask.Kept();
     if (list != nullptr) {
         if (result == Load_Result::failed && !opened) return Fail_List(session, path, told, tally), false;
@@ -215,6 +242,7 @@ bool Load_One(Session& session, Loading_Ask& ask, const std::string& path, Read_
 void Load_Each(Session& session, Loading_Ask& ask, const Files_To_Open& files, std::function<Read_File(const std::string&)> read,
                Load_Notes& notes, Tally& tally) {
     const auto progress = ask.Start_Progress(progress_title, static_cast<int>(files.paths.size()));
+    notes.replaces = files.replaces;
     Files_Ahead ahead(files.paths, std::move(read), session.config.threads);
     Lists_In_Turn lists(files.lists);
     for (std::size_t done = 0; done < files.paths.size(); ++done) {
@@ -246,11 +274,12 @@ Open_Result Load_All(Session& session, Ask& user, const Files_To_Open& files, st
     Tally tally;
     for (const Message_Box& refusal : files.refusals) ++tally.refused, tally.told.push_back(refusal.text);
     Load_Each(session, ask, files, std::move(read), notes, tally);
-    Finish_Load(session, rows_before);
+    const int rows_kept = files.replaces && !notes.replaces ? 0 : rows_before;
+    Finish_Load(session, rows_kept);
     Open_Result result;
     result.failed = !tally.sound || !files.refusals.empty();
     if (tally.failure.empty()) {
-        result.rows_added = session.store.nperfiles() - rows_before;
+        result.rows_added = session.store.nperfiles() - rows_kept;
         result.opened = tally.opened > 0;
         result.notice = notes.Notice();
         if (result.notice.empty() && files.lists.size() == 1) result.notice = files.lists.front().comment;
@@ -258,6 +287,7 @@ Open_Result Load_All(Session& session, Ask& user, const Files_To_Open& files, st
     result.read_ms = ask.Worked_Since(start);
     session.plot.read_ms = result.read_ms;
     if (!tally.told.empty() || !tally.failure.empty()) user.Error(tally.Text());
+    if (!tally.doubts.empty()) user.Warning(tally.Doubts());
     return result;
 }
 

@@ -18,6 +18,7 @@ struct Point_Loss {
 struct Load_Notes {
     bool several = false;       // files: an answer holds for all of them
     std::optional<bool> sorts;  // the user's word about x that does not rise
+    bool replaces = false;      // the rows that are there leave when the first new one is ready
     bool listed = false;        // the present file came with a list, which is the recent file in its place
     std::string refusal;        // why the user himself left the present file out
 

@@ -9,6 +9,7 @@
 #include "patterns/read_pattern.hpp"
 #include "session/file_kinds.hpp"
 #include "session/load_all.hpp"
+#include "session/open_numors.hpp"
 #include "session/open_prf.hpp"
 #include "session/read_files.hpp"
 #include "session/session.hpp"
@@ -23,6 +24,7 @@ int Known_Code(int code) { return code >= 1 && code <= static_cast<int>(Pattern_
 // The name of a file says what is in it: nobody is asked about it.
 bool Name_Tells(const std::string& file) {
     const File_Kind_Row* kind = File_Kind_Of(file);
+    if (kind == nullptr && Is_Numor(file)) return true;
     return (kind != nullptr && kind->read != nullptr) || Format_Of_File(file) != 0;
 }
 

@@ -19,7 +19,10 @@ Open_Result Open_Numors(Session&, Ask&, const std::vector<std::string>& files, c
                         const std::map<std::string, std::string>& unpacked = {});
 
 // Runs beside the rows that are there, by the instrument that each names itself.
-Open_Result Add_Numor_Row(Session&, Ask&, const std::string& file);
+Open_Result Open_Numor_Beside(Session&, Ask&, const std::string& file);
+
+// Whether a file is a run, compressed or not, by its first line.
+bool Is_Numor(const std::string& file);
 
 // A run, in any thread. The instrument is the one that it names itself where none is given.
 Read_File Read_Numor_File(const std::string& file, const std::string& instrument = {}, const std::string& plain = {});

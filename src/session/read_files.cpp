@@ -10,6 +10,7 @@
 #include "patterns/prf.hpp"
 #include "patterns/read_pattern.hpp"
 #include "session/file_kinds.hpp"
+#include "session/open_numors.hpp"
 #include "session/store.hpp"
 
 namespace vntl {
@@ -73,6 +74,7 @@ Read_File Read_Raw_File(const std::string& path, bool correct) {
 Read_File Read_Any_File(const std::string& path, int code) {
     const File_Kind_Row* kind = File_Kind_Of(path);
     if (kind != nullptr && kind->read != nullptr) return kind->read(path);
+    if (kind == nullptr && code == 0 && Is_Numor(path)) return Read_Numor_File(path);
     return Read_Pattern_File(path, {code != 0 ? code : Format_Of_File(path), false});
 }
 

@@ -29,7 +29,8 @@ struct Read_File {
     Status status = {};    // failed: no pattern, and why
     std::vector<Diffraction_Pattern_Type> patterns = {};
     std::vector<std::string> messages = {};
-    bool alike = false;  // its patterns were measured together: what keeps one of them out keeps out those behind it
+    std::vector<std::string> warnings = {};  // what its rows cannot be trusted in
+    bool alike = false;                      // its patterns were measured together: what keeps one of them out keeps out those behind it
     PRF_Info_Add_Type info = {};
     bool handed_over = false;  // by another window: may take the place of the refined profile of a full table
     bool renews = false;       // by a program that has just run: takes the place of the row that its file made before
