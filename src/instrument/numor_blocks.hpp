@@ -33,6 +33,12 @@ struct Numor_Block {
     std::string_view body = {};   // the lines behind that, up to the next marker
 };
 
+// The letter of a marker line, of ten letters or more; blank for any other line.
+char Marker_Letter(std::string_view line);
+
+// " A bad Block R-Type has been found"
+std::string Bad_Block(char letter);
+
 // The blocks of a text in their order; views into it.
 struct Numor_Blocks {
     std::vector<Numor_Block> blocks;
@@ -43,15 +49,17 @@ struct Numor_Blocks {
 };
 
 // Cuts a text into its blocks. A marker line of a wrong length (nine letters) or without its integer record fails with
-// " A bad Block R-Type has been found", by its letter.
+// " A bad Block R-Type has been found", by its letter; an R block whose lines of text end with the file
+// "  Impossible to read a line for this block!". The blocks above the fault are found.
 Status Find_Blocks(std::string_view text, Numor_Blocks& found);
 
-// The text of an A block, its lines joined, cut to word 1 characters; lines of labels above it are no part of it.
+// The text of an A block in UTF-8, its lines of 80 characters joined, word 1 characters of it; lines of labels above it are no part of it.
 // " Impossible to read a line for this block!" where a line is missing.
 Status Block_Text(const Numor_Block& block, std::string& text);
 
 // The numbers of an F, I or J block: as many as word 1 tells, or fewer where the body ends before. A column of stars, or with anything else
-// that is no number, ends them and fails. Behind word 2 lines of labels.
+// that is no finite number, ends them and fails with Bad_Block. Behind word 2 lines of labels. Columns that are blank count as 0 where
+// others stand behind them in their line.
 Status Block_Reals(const Numor_Block& block, std::vector<float>& values);
 Status Block_Integers(const Numor_Block& block, std::vector<int>& values);
 
