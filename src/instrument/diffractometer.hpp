@@ -19,6 +19,8 @@ inline constexpr int most_motors = 15;
 struct Real_Table {
     int columns = 0, rows = 0;
     std::vector<float> values;
+
+    bool operator==(const Real_Table&) const = default;
 };
 
 struct Diffractometer_Type {
@@ -58,6 +60,8 @@ struct Diffractometer_Type {
     std::string alpha_file;
     Real_Table alphas;              // efficiency of each pixel, np_horiz columns and np_vert rows; empty: all 1
     Real_Table resolution_surface;  // empty: none was given
+
+    bool operator==(const Diffractometer_Type&) const = default;
 };
 
 // The orientation of the UB matrix that was read last.
