@@ -1,0 +1,34 @@
+// Files of runs by their numbers: a run is called by its number in six digits, with ".Z" behind it where it was compressed.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "base/status.hpp"
+
+namespace vntl {
+
+inline constexpr int largest_numor = 999999;
+inline constexpr std::string_view compressed_numor = ".Z";  // in capitals: what a name ends in
+
+bool Is_Compressed_Name(std::string_view name);
+
+// The path of a run in a directory, as a compressed file or a plain one; the other one where only that is there.
+std::string Numor_Path(const std::string& directory, int numor, bool compressed);
+
+// The path of a run that lies in the institute's tree or at its root: there, of the present cycle, of the one before. The first of these
+// where there is none. `root` ends in a separator.
+std::string Numor_Path_In_Tree(const std::string& root, int numor, std::string_view instrument, bool compressed);
+
+// The least and the largest number among the runs of a directory, and whether all are compressed.
+struct Numor_Range {
+    int first = 0, last = 0;
+    bool compressed = false;
+};
+inline constexpr int most_names = 90000;  // of a directory that are looked at
+
+// Nothing where no name reads as a number. A directory that cannot be read is a failure.
+Status Numors_In_Directory(const std::string& directory, std::optional<Numor_Range>& range);
+
+}  // namespace vntl
