@@ -55,13 +55,14 @@ std::span<const Button_Row> Buttons_Of(Box_Buttons buttons) {
 constexpr std::array<QMessageBox::Icon, 5> icons = {QMessageBox::NoIcon, QMessageBox::Critical, QMessageBox::Question, QMessageBox::Warning,
                                                     QMessageBox::Information};
 
-// "Data (*.dat)|*.dat;*.xy|" as the desktop's dialog wants it.
+// "Data (*.dat)|*.dat;*.xy|" as the desktop's dialog wants it. "*.*" means every file, and not those alone that have a point.
 QStringList Name_Filters(std::string_view filter) {
     const QStringList parts = QString::fromUtf8(filter.data(), static_cast<qsizetype>(filter.size())).split('|');
     QStringList names;
     for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
         QStringList patterns;
-        for (const QString& pattern : parts[i + 1].split(';', Qt::SkipEmptyParts)) patterns << pattern << pattern.toUpper();
+        for (const QString& pattern : parts[i + 1].split(';', Qt::SkipEmptyParts))
+            patterns << (pattern == "*.*" ? QString("*") : pattern) << pattern.toUpper();
         patterns.removeDuplicates();
         names << parts[i].section('(', 0, 0).trimmed() + " (" + patterns.join(' ') + ')';
     }
