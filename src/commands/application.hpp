@@ -6,6 +6,7 @@
 #include "base/programs.hpp"
 #include "charts/seq_file.hpp"
 #include "commands/ask_user.hpp"
+#include "commands/instrument/numor_series.hpp"
 #include "external/osl_panels.hpp"
 #include "instrument/data_directories.hpp"
 #include "instrument/diffractometer.hpp"
@@ -24,6 +25,7 @@ struct Application {
     Model3D model;                      // in the window of the model
     Data_Directories directories;       // of runs and instruments
     Instrument_State instrument;        // the one in use
+    Numor_Series series;                // of runs that were opened last by their numbers
     std::string data_dir;               // where the data file of a refinement was chosen last, blank for nowhere yet
     bool failed = false;                // a reader or a check failed: exit status 1
     bool leaving = false;               // the message loop ends

@@ -47,12 +47,12 @@ bool Is_Numor(const std::string& file) {
 }
 
 Open_Result Open_Numors(Session& session, Ask& ask, const std::vector<std::string>& files, const std::string& instrument,
-                        const std::map<std::string, std::string>& unpacked) {
+                        const std::map<std::string, std::string>& unpacked, const std::vector<Message_Box>& refusals) {
     const auto read = [&instrument, &unpacked](const std::string& file) {
         const auto plain = unpacked.find(file);
         return Read_Numor_File(file, instrument, plain == unpacked.end() ? std::string() : plain->second);
     };
-    Open_Result result = Load_All(session, ask, {.paths = files, .replaces = true}, read);
+    Open_Result result = Load_All(session, ask, {.paths = files, .refusals = refusals, .replaces = true}, read);
     if (result.opened) session.store.profiles_uniform = true;
     return result;
 }

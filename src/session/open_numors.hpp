@@ -14,9 +14,10 @@ struct Session;
 class Ask;
 
 // Each run, compressed or not, becomes a row, past those that fail, which one box tells at the end. The old rows leave when the first new
-// one is ready, and stay where none is. `unpacked`: plain files that stand for compressed ones, removed when they are read.
+// one is ready, and stay where none is. `unpacked`: plain files that stand for compressed ones, removed when they are read. `refusals`:
+// what that box tells besides.
 Open_Result Open_Numors(Session&, Ask&, const std::vector<std::string>& files, const std::string& instrument,
-                        const std::map<std::string, std::string>& unpacked = {});
+                        const std::map<std::string, std::string>& unpacked = {}, const std::vector<Message_Box>& refusals = {});
 
 // Runs beside the rows that are there, by the instrument that each names itself.
 Open_Result Open_Numor_Beside(Session&, Ask&, const std::string& file);
