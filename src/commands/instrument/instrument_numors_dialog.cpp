@@ -40,13 +40,16 @@ enum Numors_Field {
     only_mark,
     first_adding,  // in the order of Rawmerge_Adding
     block_number = first_adding + 4,
-    rawmerge_frame
+    file_frame,
+    merging_frame,
+    directory_label
 };
 
 constexpr const char* initial_label = "Initial Numor";
 constexpr const char* final_label = "Final Numor";
 constexpr const char* monitor_label = "Monitor for normalization in Rawmerge";
 constexpr const char* interval_label = "Temperature interval to add numors (in K)";
+constexpr const char* directory_text = "Directory for saving input file for Rawmerge and data files";
 constexpr const char* block_label = "Number of numors in each block to be added:";
 constexpr const char* adding_labels[] = {"Save each Numor independently", "Add blocks of N Numors", "Add Numors into a single file",
                                          "Adds Numors with temperatures within a range of +/- dT"};
@@ -222,20 +225,26 @@ Dialog_Field Whole(int field, const char* label, int largest) {
 
 Dialog_Field Radio(int field, const char* label, int group) { return {field, Field_Kind::radio, label, group}; }
 
-Dialog_Page Rawmerge_Page() {
-    Dialog_Page page;
-    page.rows = {
-        {{save_mark, Field_Kind::check_box, "&Save file to run Rawmerge       File Name:"},
-         {.number = file_name, .kind = Field_Kind::string, .label = "File Name:", .unseen_label = true}},
-        {{.number = monitor_number, .kind = Field_Kind::real, .label = monitor_label, .format = "(f12.2)"}},
-        {Radio(columns_radio, "X,Y, Sigma", columns_radio), Radio(instrument_5_radio, "Inst=5 Format", columns_radio)},
-        {{.number = interval_number, .kind = Field_Kind::real, .label = interval_label, .format = "(f8.3)"}},
-        {{code_mark, Field_Kind::check_box, "&Prepend a CodeFile to names     Codefile:"},
-         {.number = code_text, .kind = Field_Kind::string, .label = "Codefile:", .unseen_label = true}},
-        {{temperature_mark, Field_Kind::check_box, "Append the &Temperature (in 0.01K) to the name of the files"}},
-        {{.number = rawmerge_directory, .kind = Field_Kind::string, .label = "Directory for saving input file for Rawmerge and data files"},
-         {browse_rawmerge, Field_Kind::push_button, ".Browse.."}},
-        {{only_mark, Field_Kind::check_box, "Save &only the Rawmerge file"}}};
+Dialog_Page File_Page() {
+    const auto text = [](int field, const char* label) {
+        return Dialog_Field{.number = field, .kind = Field_Kind::string, .label = label, .unseen_label = true};
+    };
+    return {.rows = {{{save_mark, Field_Kind::check_box, "&Save file to run Rawmerge       File Name:"}, text(file_name, "File Name:")},
+                     {{code_mark, Field_Kind::check_box, "&Prepend a CodeFile to names     Codefile:"}, text(code_text, "Codefile:")},
+                     {{temperature_mark, Field_Kind::check_box, "Append the &Temperature (in 0.01K) to the name of the files"}},
+                     {{directory_label, Field_Kind::label, directory_text}},
+                     {text(rawmerge_directory, directory_text), {browse_rawmerge, Field_Kind::push_button, ".Browse.."}},
+                     {{only_mark, Field_Kind::check_box, "Save &only the Rawmerge file"}}}};
+}
+
+Dialog_Page Merging_Page() {
+    const auto real = [](int field, const char* label, const char* format) {
+        return Dialog_Field{.number = field, .kind = Field_Kind::real, .label = label, .format = format};
+    };
+    Dialog_Page page{
+        .rows = {{real(monitor_number, monitor_label, "(f12.2)")},
+                 {Radio(columns_radio, "&X,Y, Sigma", columns_radio), Radio(instrument_5_radio, "Inst=&5 Format", columns_radio)},
+                 {real(interval_number, interval_label, "(f8.3)")}}};
     int field = first_adding;
     for (const char* label : adding_labels) page.rows.push_back({Radio(field++, label, first_adding)});
     page.rows.push_back({Whole(block_number, block_label, largest_block)});
@@ -254,7 +263,8 @@ Dialog_Resource Instrument_Numors_Dialog_Resource() {
               {browse_data, Field_Kind::push_button, ".Browse..."}},
              {Whole(initial_numor, initial_label, largest_numor), Whole(final_numor, final_label, largest_numor)},
              {Radio(plain_radio, "&Un-Compressed", plain_radio), Radio(compressed_radio, "&Compressed", plain_radio)},
-             {{.number = rawmerge_frame, .kind = Field_Kind::frame, .label = "Rawmerge", .pages = {Rawmerge_Page()}}},
+             {{.number = file_frame, .kind = Field_Kind::frame, .label = "Input of Rawmerge", .pages = {File_Page()}}},
+             {{.number = merging_frame, .kind = Field_Kind::frame, .label = "What Rawmerge does", .pages = {Merging_Page()}}},
              {{button_ok, Field_Kind::push_button, "OK"}, {button_cancel, Field_Kind::push_button, "Cancel"}}}};
 }
 

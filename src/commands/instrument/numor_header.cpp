@@ -35,7 +35,7 @@ void Show_Listing(const std::string& file, const std::vector<std::string>& lines
     std::string text;
     for (const std::string& line : lines) text += To_Utf8(line) + '\n';
     WDialogLoad(header_dialog);
-    WDialogPutString(file_label, file);
+    WDialogPutString(file_label, Elide_Middle(file, columns_seen));
     WDialogPutString(listing_text, text);
     WDialogFieldState(listing_text, field_read_only);
     WDialogShow(button_ok, Show_Kind::modal);
