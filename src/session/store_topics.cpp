@@ -1,62 +1,11 @@
 // Rows of the store, as scripts print them.
+#include "session/pattern_json.hpp"
 #include "session/store.hpp"
 #include "session/topics.hpp"
 
 namespace vntl {
 
 namespace {
-
-template <typename T>
-Json Array(const std::vector<T>& values, std::size_t first, std::size_t last) {
-    Json array = Json::array();
-    for (std::size_t i = first; i < std::min(last, values.size()); ++i) {
-        if constexpr (std::is_floating_point_v<T>)
-            array.push_back(Json_Real(values[i]));
-        else
-            array.push_back(values[i]);
-    }
-    return array;
-}
-
-void Pattern_Scalars(Json& row, const Diffraction_Pattern_Type& p) {
-    row["title"] = Json_Text(p.title);
-    row["radiation"] = Json_Text(p.radiation);
-    row["scat_var"] = Json_Text(p.scat_var);
-    row["legend_x"] = Json_Text(p.legend_x);
-    row["legend_y"] = Json_Text(p.legend_y);
-    row["instr"] = Json_Text(p.instr);
-    row["filename"] = Json_Text(p.filename);
-    row["filepath"] = Json_Text(p.filepath);
-    const std::pair<const char*, float> reals[] = {{"xmin", p.xmin},
-                                                   {"xmax", p.xmax},
-                                                   {"ymin", p.ymin},
-                                                   {"ymax", p.ymax},
-                                                   {"scal", p.scal},
-                                                   {"monitor", p.monitor},
-                                                   {"norm_monitor", p.norm_monitor},
-                                                   {"count_time", p.count_time},
-                                                   {"step", p.step},
-                                                   {"TSample", p.TSample},
-                                                   {"TSetting", p.TSetting}};
-    for (const auto& [name, value] : reals) row[name] = Json_Real(value);
-    row["bank"] = p.bank;
-    row["npts"] = p.npts;
-    row["npts_claimed"] = p.npts_claimed;
-    const std::pair<const char*, bool> flags[] = {{"constant_step", p.constant_step},
-                                                  {"has_y", p.has_y},
-                                                  {"has_ycalc", p.has_ycalc},
-                                                  {"has_bgr", p.has_bgr},
-                                                  {"has_sigma", p.has_sigma},
-                                                  {"sigma_is_variance", p.sigma_is_variance},
-                                                  {"al_x", p.al_x},
-                                                  {"al_y", p.al_y},
-                                                  {"al_ycalc", p.al_ycalc},
-                                                  {"al_bgr", p.al_bgr},
-                                                  {"al_sigma", p.al_sigma},
-                                                  {"al_istat", p.al_istat}};
-    for (const auto& [name, value] : flags) row[name] = value;
-    row["conv"] = Json_Reals(p.conv);
-}
 
 void Info_Scalars(Json& row, const PRF_Info_Add_Type& info) {
     row["file_name"] = Json_Text(info.file_name);
@@ -73,15 +22,8 @@ void Info_Scalars(Json& row, const PRF_Info_Add_Type& info) {
 }
 
 Json Data_Of_Row(const Profile_Store& store, int n, int first, int last) {
-    const Diffraction_Pattern_Type& p = store.Pattern(n);
-    const auto from = static_cast<std::size_t>(first - 1), to = static_cast<std::size_t>(last);
     Json row{{"row", n}};
-    const std::pair<const char*, const std::vector<float>*> reals[] = {
-        {"x", &p.x}, {"y", &p.y}, {"sigma", &p.sigma}, {"ycalc", &p.ycalc}, {"bgr", &p.bgr}};
-    for (const auto& [name, values] : reals)
-        if (!values->empty()) row[name] = Array(*values, from, to);
-    if (!p.istat.empty()) row["istat"] = Array(p.istat, from, to);
-    if (!p.nd.empty()) row["nd"] = Array(p.nd, from, to);
+    Put_Pattern_Arrays(row, store.Pattern(n), first, last);
     return row;
 }
 
@@ -116,7 +58,7 @@ Status Print_Rows(const Profile_Store& store, Words words, const Put_Line& put) 
     if (!words.empty()) return Status::Fail("usage: print WHAT");
     for (int n = 1; n <= store.nperfiles(); ++n) {
         Json row{{"row", n}};
-        Pattern_Scalars(row, store.Pattern(n));
+        Put_Pattern_Head(row, store.Pattern(n));
         Info_Scalars(row, store.Info(n));
         row["shown"] = store.shown(n);
         row["show_ycalc_of"] = store.show_ycalc_of[static_cast<std::size_t>(n - 1)];
