@@ -4,6 +4,7 @@
 #include <sstream>
 
 #include "app/crystal_listing.hpp"
+#include "app/instrument_listing.hpp"
 #include "base/os.hpp"
 #include "base/text.hpp"
 #include "patterns/read_pattern.hpp"
@@ -73,7 +74,8 @@ Start_Options Listing(Status (*list)(const What&, std::string&), const What& wha
 Start_Options Parse_Command_Line(int argc, const char* const* argv) {
     Start_Options line;
     std::string size, format, group;
-    std::vector<std::string> reflections;
+    std::vector<std::string> reflections, numor;
+    Instrument_Request instrument;
     CLI::App parser("Vantrelo draws and compares powder diffraction patterns.", "vantrelo");
     parser.footer(
         "Forms: vantrelo [FILE [WIDTH [HEIGHT]]]\n"
@@ -82,7 +84,9 @@ Start_Options Parse_Command_Line(int argc, const char* const* argv) {
         "       vantrelo --script SCRIPT|- [FILE...]\n"
         "       vantrelo --record SCRIPT [FILE...]\n"
         "       vantrelo --spacegroup SYMBOL\n"
-        "       vantrelo --reflections \"A B C ALPHA BETA GAMMA\" SYMBOL WAVELENGTH TTHMAX");
+        "       vantrelo --reflections \"A B C ALPHA BETA GAMMA\" SYMBOL WAVELENGTH TTHMAX\n"
+        "       vantrelo --numor FILE [INSTRUMENT]\n"
+        "       vantrelo --instrument FILE [--ub \"NINE NUMBERS\" [--wave WAVELENGTH]]");
     const Configuration identity;
     parser.set_version_flag("--version", identity.program_name + ' ' + identity.program_version + ' ' + identity.program_date);
     parser.add_option("--export", line.export_file, "Draw the patterns to this file (.png .svg .pdf .ps) and end")->option_text("OUT");
@@ -94,6 +98,11 @@ Start_Options Parse_Command_Line(int argc, const char* const* argv) {
     parser.add_option("--reflections", reflections, "List h k l, multiplicity, d and 2theta of a cell and a space group, and end")
         ->type_size(4)  // taken whatever they begin with: a Hall symbol may begin with a sign
         ->option_text("CELL SYMBOL WAVELENGTH TTHMAX");
+    parser.add_option("--numor", numor, "List the header of a neutron run, and end")->expected(1, 2)->option_text("FILE [INSTRUMENT]");
+    parser.add_option("--instrument", instrument.file, "List an instrument and its orientation, and end")->option_text("FILE");
+    parser.add_option("--ub", instrument.ub, "Write this orientation matrix, row by row, into the instrument's file first")
+        ->option_text("\"NINE NUMBERS\"");
+    parser.add_option("--wave", instrument.wave, "Write this wavelength as well")->option_text("WAVELENGTH");
     parser.add_option("files", line.files, "Patterns to open")->option_text("FILE...");
     try {
         parser.parse(argc, argv);
@@ -104,6 +113,11 @@ Start_Options Parse_Command_Line(int argc, const char* const* argv) {
     }
     if (parser.count("--spacegroup") > 0) return Listing(List_Group, group);
     if (parser.count("--reflections") > 0) return Listing(List_Reflections, reflections);
+    if (parser.count("--numor") > 0) return Listing(List_Numor, numor);
+    if (parser.count("--instrument") == 0 && (instrument.ub || instrument.wave))
+        return Ending(2, "vantrelo: --ub and --wave belong to --instrument\n");
+    if (instrument.wave && !instrument.ub) return Ending(2, "vantrelo: --wave belongs to --ub\n");
+    if (parser.count("--instrument") > 0) return Listing(List_Instrument, instrument);
     for (std::string& file : line.files) file = Without_Quotes(std::move(file));
     const bool exporting = parser.count("--export") > 0;
     const bool scripted = parser.count("--script") > 0, recording = parser.count("--record") > 0;

@@ -7,6 +7,8 @@
 //   vantrelo --record SCRIPT [FILE...]
 //   vantrelo --spacegroup SYMBOL
 //   vantrelo --reflections "A B C ALPHA BETA GAMMA" SYMBOL WAVELENGTH TTHMAX
+//   vantrelo --numor FILE [INSTRUMENT]
+//   vantrelo --instrument FILE [--ub "NINE NUMBERS" [--wave WAVELENGTH]]
 //   vantrelo --help | --version
 #pragma once
 

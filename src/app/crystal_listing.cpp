@@ -1,10 +1,11 @@
 #include "app/crystal_listing.hpp"
 
+#include <array>
 #include <cmath>
 #include <cstdio>
 #include <numbers>
 
-#include "base/scan.hpp"
+#include "app/number_words.hpp"
 #include "base/text.hpp"
 #include "crystal/reflections.hpp"
 
@@ -15,15 +16,8 @@ namespace {
 constexpr double degrees = 180 / std::numbers::pi;
 
 Status Read_Cell(const std::string& text, Crystal_Cell_Type& cell) {
-    std::vector<std::string_view> words;
     std::array<float, 6> constants = {};
-    bool good = !Get_Words(text, words, constants.size() + 1, text.size()).failed && words.size() == constants.size();
-    for (std::size_t i = 0; good && i < constants.size(); ++i) {
-        double value = 0;
-        good = Parse_Real(words[i], value);
-        constants[i] = static_cast<float>(value);
-    }
-    if (!good) return Status::Fail("The cell needs six numbers: a b c in angstroms, alpha beta gamma in degrees");
+    if (!Read_Numbers(text, constants)) return Status::Fail("The cell needs six numbers: a b c in angstroms, alpha beta gamma in degrees");
     return Set_Crystal_Cell({constants[0], constants[1], constants[2]}, {constants[3], constants[4], constants[5]}, cell);
 }
 

@@ -7,6 +7,8 @@
 #include "charts/topics.hpp"
 #include "commands/application.hpp"
 #include "external/programs_topic.hpp"
+#include "instrument/instrument_topics.hpp"
+#include "session/converted_topic.hpp"
 #include "session/space_group_topic.hpp"
 #include "session/structure_topic.hpp"
 #include "session/topics.hpp"
@@ -87,14 +89,15 @@ void Write_Json_Line(std::ostream& output, const Json& object) {
     output << object.dump(-1, ' ', false, Json::error_handler_t::replace) << std::endl;
 }
 
-Status Print_State(const Application& app, const std::string& directory, std::ostream& output, Words words) {
+Status Print_State(Application& app, const std::string& directory, std::ostream& output, Words words) {
     if (words.empty()) return Status::Fail("usage: print WHAT");
     const Session& session = app.session;
     const Put_Line put = [&output](const Json& object) { Write_Json_Line(output, object); };
     for (const auto& topics :
          {Store_Topics(session.store), State_Topics(session), Window_Topics(), Menu_Topics(session.interface),
+          Instrument_Topics(directory, app.directories, app.instrument),
           std::vector<Topic>{Programs_Topic(Suite_In_Use(session.config, session.prefs.environment)), Space_Group_Topic(),
-                             Structure_Topic(directory), Generic_Topic(app.generic), Model_3D_Topic(app)}})
+                             Structure_Topic(directory), Converted_Topic(directory), Generic_Topic(app.generic), Model_3D_Topic(app)}})
         for (const Topic& topic : topics)
             if (topic.name == words.front()) return topic.print(words.subspan(1), put);
     return Status::Fail("there is nothing to print by the name of " + words.front());
