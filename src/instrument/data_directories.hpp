@@ -21,9 +21,12 @@ struct Data_Directories {
     bool KVR_data_found = false, KVR_temp_found = false, instrm_directory_found = false, instrm_geometry_found = false;
     Private_Directory temporary;  // inside KVR_temp_directory, for what must be a file
 
-    // The private directory, made at the first call: "No temporary directory was found in your system" where there is none.
+    // The private directory, made at the first call: "No temporary directory was found in your system" where there is none to make it in.
     Status Temporary_Directory();
 };
+
+// Here and below a directory that may lie on the net is waited for no longer than a second; without an answer it is not there, which a
+// failure tells. What is set stays as it was where that fails.
 
 // The environment's KVRDATA, or the current directory where that is blank.
 void Initialize_Data_Directory(Data_Directories& directories);
@@ -47,18 +50,21 @@ struct Found_Run {
 };
 
 // Finds the file of a run, initialising directories that are not known yet. Without a cycle "data", "data-1" and then the cycles are tried,
-// from the seventh of the present year back to the year 72 of the last century. `go_on` is asked between steps: false ends the search as
-// the user's cancel. A root that does not answer within a second is a failure.
+// from the seventh of the present year back to the year 72 of the last century; in each the plain file goes before the one with ".Z". That
+// is unpacked into the private directory, by the six digits of the run: another run of that number replaces it. `go_on` is asked between
+// steps: false ends the search as the user's cancel. Fails where the number or the instrument's name cannot be one, the tree is not there
+// or does not answer, or a file cannot be unpacked; nothing found is no failure.
 Status Get_Absolute_Data_Path(Data_Directories& directories, int numor, std::string_view instrument, std::optional<Reactor_Cycle> cycle,
                               Found_Run& found, const std::function<bool()>& go_on = {});
 
-// Where in the tree a run of an instrument lies, below the cycle: "r3a/123456", "r22/r22_23/123456".
+// Where in the tree a run of an instrument lies, below the cycle: "r3a/123456", "r22/r22_23/123456". Blank for a number that has not six
+// digits or less, and for what no directory is called by.
 std::string Run_In_Tree(int numor, std::string_view instrument);
 
 // The present year in two digits.
 int Present_Year();
 
-// The bytes of a run, unpacked where they are compressed.
+// The bytes of a run, unpacked where they are compressed, without a byte-order mark. The message names the file; `bytes` stays then.
 Status Read_Run_Bytes(const std::string& file, std::string& bytes);
 
 // The instrument that the directories of a path tell: the component behind "data", "data-1" or a cycle ("053"), where it is one that is
