@@ -113,6 +113,7 @@ private:
     bool Surface(std::string_view value);
 
     Status Missing() const;
+    void Tell_Defaults() const;
     Status Check_Alphas();
     void Order_Gaps();
     void Forget_Other_Motors();
@@ -133,7 +134,8 @@ private:
     int motors_told_ = -1, displacements_told_ = -1;
     int motors_read_ = 0, displacements_read_ = 0;
     bool size_read_ = false, wave_limits_read_ = false, ub_read_ = false;
-    std::string alphas_from_;  // the file that holds the efficiencies
+    std::vector<std::string_view> read_;  // keywords
+    std::string alphas_from_;             // the file that holds the efficiencies
 };
 
 using Instrument = Diffractometer_Type;
@@ -399,6 +401,14 @@ Status Instrument_Reader::Missing() const {
     return Status::Done();
 }
 
+// Limits that stand at their defaults because the file is silent.
+void Instrument_Reader::Tell_Defaults() const {
+    std::string silent;
+    for (const std::string_view limits : {"GAM+_LIMITS", "GAM-_LIMITS", "NU_LIMITS", "X_LIMITS", "Z_LIMITS"})
+        if (std::ranges::find(read_, limits) == read_.end()) silent += (silent.empty() ? "" : ", ") + std::string(limits);
+    if (!silent.empty()) warnings_.push_back(filename_ + ": limits that the file does not tell stand at their defaults: " + silent);
+}
+
 Status Instrument_Reader::Check_Alphas() {
     if (alphas_from_.empty()) return Status::Done();
     if (made_.alphas.values.size() != static_cast<std::size_t>(made_.np_horiz) * static_cast<std::size_t>(made_.np_vert))
@@ -444,11 +454,14 @@ Status Instrument_Reader::Read(Diffractometer_Type& instrument, bool& ub_read) {
     while (Next_Line(line)) {
         const Keyword_Line found = Split_Keyword(line);
         const auto keyword = std::ranges::find(keywords, found.word, &Keyword::word);
-        if (keyword == std::ranges::end(keywords) || (this->*keyword->routine)(found.value)) continue;
+        if (keyword == std::ranges::end(keywords)) continue;
+        read_.push_back(keyword->word);
+        if ((this->*keyword->routine)(found.value)) continue;
         return failure_.failed ? failure_ : Fault(keyword->clause);
     }
     if (Status status = Missing(); status.failed) return status;
     if (Status status = Check_Alphas(); status.failed) return status;
+    Tell_Defaults();
     Order_Gaps();
     Forget_Other_Motors();
     if (igeom_ >= 0) made_.igeom = igeom_;
