@@ -27,6 +27,13 @@ public:
     std::span<const float> All() const { return data_; }
     std::span<float> All() { return data_; }
 
+    // Drops the frames behind the first ones.
+    void Keep(std::size_t frames) {
+        if (frames >= frames_) return;
+        frames_ = frames;
+        data_.resize(values_ * frames);
+    }
+
 private:
     std::size_t values_ = 0, frames_ = 0;
     std::vector<float> data_;
