@@ -13,7 +13,7 @@ constexpr std::size_t frame_width = 80, label_width = 18;
 constexpr float most_plain = 1e9f;  // a larger number is told with its exponent
 
 std::string Column(float value) {
-    static const Edit_Format plain("(F16.4)"), scientific("(1PE16.6E3)");
+    static const Edit_Format plain("(F16.4)"), scientific("(1PE16.6)");
     std::string text;
     const bool fits = std::isfinite(value) && std::fabs(value) < most_plain;
     if (Write_Record(text, fits ? plain : scientific, value).failed) return {};

@@ -1,0 +1,530 @@
+// Runs of every instrument, laid out in every way that files have, against the numbers that they were written from.
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+
+#include "base/text.hpp"
+#include "instrument/numor_blocks.hpp"
+#include "instrument/numor_text.hpp"
+#include "instrument/read_numor.hpp"
+
+namespace vntl {
+namespace {
+
+std::vector<long long> Some_Counts(std::size_t n, std::size_t seed) {
+    std::vector<long long> counts(n);
+    for (std::size_t i = 0; i < n; ++i) counts[i] = static_cast<long long>((i + 17 * seed) * 7919 % 90001);
+    return counts;
+}
+
+std::vector<Numor_Frame> Some_Frames(std::size_t n, std::size_t nbdata, std::size_t nbang = 1) {
+    std::vector<Numor_Frame> frames(n);
+    for (std::size_t i = 0; i < n; ++i) {
+        const auto step = static_cast<double>(i);
+        frames[i] = {.time = 30 + step, .monitor = 10000 + 7 * step, .counts = Some_Counts(nbdata, i)};
+        frames[i].angles.clear();
+        for (std::size_t k = 0; k < nbang; ++k) frames[i].angles.push_back(-20.25 + 0.125 * step + 30 * static_cast<double>(k));
+    }
+    return frames;
+}
+
+Numor_Text Some_Run(const std::string& instrument) {
+    if (instrument == "R3A") return Numor_Text::Of("R3A", Some_Frames(5, 25));
+    if (instrument == "R3B") return Numor_Text::Of("R3B", Some_Frames(1, 400));
+    if (instrument == "R5B") return Numor_Text::Of("R5B", Some_Frames(4, 256));
+    if (instrument == "R8") return Numor_Text::Of("R8", Some_Frames(9, 64));
+    if (instrument == "R22") return Numor_Text::Of("R22", Some_Frames(1, 800));
+    return Numor_Text::Of(instrument.substr(0, 3), Some_Frames(6, 1024, 4));
+}
+
+template <class Numor>
+Numor Read(const std::string& text, const std::string& instrument) {
+    Numor numor;
+    const Status status = Read_Numor_Text(text, "run", instrument, numor);
+    EXPECT_TRUE(status.ok()) << instrument << ": " << status.message;
+    return numor;
+}
+
+std::vector<float> All(const Frame_Values& values) { return {values.All().begin(), values.All().end()}; }
+
+auto Texts(const Numor_Head& n) { return std::tuple(n.header, n.instrm, n.title, n.scantype); }
+auto Header_Numbers(const Numor_Head& n) {
+    return std::tuple(n.numor, n.manip, n.icalc, n.angles, n.scans, n.wave, n.conditions, n.icdesc, n.nbdata, n.nframes, n.nbang);
+}
+auto Frames(const Numor_Head& n) { return std::tuple(n.monitor, n.time, All(n.tmc_ang), All(n.counts)); }
+
+void Expect_Same(const Numor_Head& a, const Numor_Head& b, const std::string& what) {
+    EXPECT_EQ(Texts(a), Texts(b)) << what;
+    EXPECT_EQ(Header_Numbers(a), Header_Numbers(b)) << what;
+    EXPECT_EQ(Frames(a), Frames(b)) << what;
+}
+
+// What was put into the frames of a run is what is read.
+void Expect_Frames(const Numor_Head& numor, const std::vector<Numor_Frame>& frames, std::size_t first = 0) {
+    ASSERT_EQ(numor.counts.frames(), frames.size() - first);
+    ASSERT_EQ(numor.tmc_ang.frames(), frames.size() - first);
+    ASSERT_EQ(numor.tmc_ang.values(), frame_angle + static_cast<std::size_t>(numor.nbang));
+    for (std::size_t i = first; i < frames.size(); ++i) {
+        const std::span<const float> counts = numor.counts.Frame(i - first), told = numor.tmc_ang.Frame(i - first);
+        EXPECT_EQ(std::vector<float>(counts.begin(), counts.end()), std::vector<float>(frames[i].counts.begin(), frames[i].counts.end()));
+        long long total = 0;
+        for (const long long count : frames[i].counts) total += count;
+        EXPECT_EQ(told[frame_total], static_cast<float>(total)) << "frame " << i;
+        EXPECT_FLOAT_EQ(told[frame_time], static_cast<float>(frames[i].time));
+        EXPECT_FLOAT_EQ(told[frame_monitor], static_cast<float>(frames[i].monitor));
+        for (std::size_t k = 0; k < frames[i].angles.size(); ++k)
+            EXPECT_NEAR(told[frame_angle + k], frames[i].angles[k], 1e-5) << "frame " << i << " angle " << k;
+    }
+}
+
+const char* const powder_instruments[] = {"R3A", "R3B", "R5B", "R8", "R22"};
+const char* const crystal_instruments[] = {"R6", "R11", "R17", "R18", "R18_HB"};
+
+TEST(Numors, Every_Instrument_Reads_Its_Frames_And_Texts) {
+    for (const std::string instrument : powder_instruments) {
+        Numor_Text run = Some_Run(instrument);
+        const auto numor = Read<Powder_Numor_Type>(run.Text(), " " + Lower(instrument) + " ");
+        Expect_Frames(numor, run.frames);
+        EXPECT_EQ(numor.numor, 123456);
+        EXPECT_EQ(Texts(numor), std::tuple(std::string("user            26-Nov-05 10:20:"), instrument, std::string("powder at 300 K"),
+                                           std::string("2theta")));
+        EXPECT_EQ(numor.nbdata, static_cast<int>(run.frames[0].counts.size()));
+        EXPECT_EQ(numor.nframes, static_cast<int>(run.frames.size()));
+        EXPECT_FLOAT_EQ(numor.scans[0], -20.25f);
+    }
+    for (const std::string instrument : crystal_instruments) {
+        Numor_Text run = Some_Run(instrument);
+        run.scantype = "q-scan";
+        const auto numor = Read<SXTAL_Numor_Type>(run.Text(), instrument);
+        Expect_Frames(numor, run.frames);
+        EXPECT_EQ(numor.scantype, "q-scan");
+        EXPECT_EQ(numor.notice, " => Reading ASCII files");
+        EXPECT_FLOAT_EQ(numor.time, 30 * 6 + 15);
+        EXPECT_FLOAT_EQ(numor.monitor, 10000 + 7 * 2.5f);
+    }
+}
+
+// Words of the header, each by a value that tells its number.
+TEST(Numors, Header_Words) {
+    const auto numbered = [](Numor_Text run) {
+        for (std::size_t word = 1; word <= 52; ++word) run.F(word) = static_cast<double>(word) + 0.5;
+        return run;
+    };
+    const auto from = [](float first) { return std::array<float, 3>{first, first + 1, first + 2}; };
+    for (const std::string instrument : {"R3A", "R3B", "R5B"}) {
+        Numor_Text run = numbered(Some_Run(instrument));
+        const auto n = Read<Powder_Numor_Type>(run.Text(), instrument);
+        EXPECT_EQ(n.manip, 2);
+        EXPECT_EQ(n.icalc, instrument == "R3A" ? 0 : 3);
+        EXPECT_EQ(n.icdesc[6], instrument == "R3B" ? 31 : 0);
+        EXPECT_EQ(n.wave, 18.5f);
+        EXPECT_EQ(n.angles, (std::array<float, 5>{4.5f, 5.5f, 6.5f, 7.5f, 8.5f}));
+        EXPECT_EQ(n.scans, (std::array<float, 3>{-20.25f, 37.5f, 38.5f}));
+        EXPECT_EQ(n.conditions, (std::array<float, 5>{46.5f, 47.5f, 48.5f, 49.5f, 50.5f}));
+    }
+    const auto r22 = Read<Powder_Numor_Type>(numbered(Some_Run("R22")).Text(), "R22");
+    EXPECT_EQ(std::tuple(r22.wave, r22.monitor, r22.time), std::tuple(1.5f, 51.5f, 52.5f));
+    EXPECT_EQ(r22.conditions, (std::array<float, 5>{2.5f, 3.5f, 4.5f}));
+    EXPECT_EQ(r22.scans, (std::array<float, 3>{-20.25f, 0.2f, 38.5f}));
+    const auto r8 = Read<Powder_Numor_Type>(numbered(Some_Run("R8")).Text(), "R8");
+    EXPECT_EQ(std::tuple(r8.monitor, r8.scans[0], r8.time), std::tuple(1.5f, 12.5f, 30.0f));
+    EXPECT_EQ(r8.conditions, (std::array<float, 5>{}));
+
+    const auto c = Read<SXTAL_Numor_Type>(numbered(Some_Run("R6")).Text(), "R6");
+    EXPECT_EQ(std::tuple(c.hmin, c.hmax, c.dh), std::tuple(from(1.5f), from(22.5f), from(25.5f)));
+    EXPECT_EQ(c.ub, (std::array<std::array<float, 3>, 3>{from(9.5f), from(12.5f), from(15.5f)}));
+    EXPECT_EQ(std::tuple(c.phi, c.chi, c.omega, c.gamma, c.psi), std::tuple(4.5f, 5.5f, 6.5f, 7.5f, 8.5f));
+    EXPECT_EQ(std::tuple(c.coupling, c.wave, c.scans[2], c.conditions[4]), std::tuple(43.5f, 18.5f, 38.5f, 50.5f));
+    EXPECT_EQ(std::tuple(c.manip, c.icalc, c.icdesc[0], c.nbang), std::tuple(2, 3, 25, 4));
+}
+
+struct Layout {
+    const char* name;
+    void (*change)(Numor_Text&);
+};
+constexpr Layout layouts[] = {{"markers of ten letters", [](Numor_Text& r) { r.marker = 10; }},
+                              {"no trailing blanks", [](Numor_Text& r) { r.cut_blanks = true; }},
+                              {"CR LF", [](Numor_Text& r) { r.line_end = "\r\n"; }},
+                              {"CR", [](Numor_Text& r) { r.line_end = "\r"; }},
+                              {"wide integers", [](Numor_Text& r) { r.counts_letter = 'J'; }},
+                              {"reals first", [](Numor_Text& r) { r.reals_first = true; }},
+                              {"no labels", [](Numor_Text& r) { r.labels = false; }},
+                              {"frame markers", [](Numor_Text& r) { r.frame_markers = true, r.one_block = false; }},
+                              {"no subscans", [](Numor_Text& r) { r.subscans = false; }},
+                              {"subscans", [](Numor_Text& r) { r.subscans = true, r.one_block = false; }},
+                              {"groups of integers", [](Numor_Text& r) { r.groups = Numor_Groups::own_integers, r.one_block = false; }},
+                              {"groups of reals", [](Numor_Text& r) { r.groups = Numor_Groups::own_reals, r.one_block = false; }},
+                              {"all at once", [](Numor_Text& r) {
+                                   r.marker = 33, r.cut_blanks = true, r.counts_letter = 'J', r.frame_markers = true, r.one_block = false,
+                                   r.line_end = "\r\n";
+                               }}};
+
+TEST(Numors, Layouts_Give_The_Same_Record) {
+    const auto compare = [](const std::string& instrument, const auto& read) {
+        const auto usual = read(Some_Run(instrument).Text());
+        for (const Layout& layout : layouts) {
+            Numor_Text run = Some_Run(instrument);
+            layout.change(run);
+            // A second F block of R8 is a group where S tells so, or a total.
+            if (instrument == "R8" && run.groups == Numor_Groups::own_reals && !run.subscans) continue;
+            Expect_Same(usual, read(run.Text()), instrument + ", " + layout.name);
+        }
+    };
+    for (const std::string instrument : powder_instruments)
+        compare(instrument, [&](const std::string& text) { return Read<Powder_Numor_Type>(text, instrument); });
+    for (const std::string instrument : crystal_instruments)
+        compare(instrument, [&](const std::string& text) { return Read<SXTAL_Numor_Type>(text, instrument); });
+}
+
+TEST(Numors, Columns_That_Were_Edited_By_Hand) {
+    const std::string text = Some_Run("R3A").Text();
+    const auto usual = Read<Powder_Numor_Type>(text, "R3A");
+    std::string tabs, fed;
+    std::size_t at = 0, line = 0;
+    for (std::size_t end = 0; (end = text.find('\n', at)) != std::string::npos; at = end + 1, ++line) {
+        std::string one = text.substr(at, end - at);
+        fed += (line == 0 ? "" : "\f") + one + '\n';
+        if (one.find_first_not_of("0123456789 -") == std::string::npos && one.find_first_not_of(' ') != std::string::npos) {
+            std::string free;
+            for (const char c : one)
+                if (c != ' ')
+                    free += c;
+                else if (!free.empty() && free.back() != '\t')
+                    free += '\t';
+            one = free;
+        }
+        tabs += one + '\n';
+    }
+    Expect_Same(usual, Read<Powder_Numor_Type>(tabs, "R3A"), "TABs");
+    Expect_Same(usual, Read<Powder_Numor_Type>(fed, "R3A"), "form feeds");
+    Expect_Same(usual, Read<Powder_Numor_Type>("\xEF\xBB\xBF" + text + "\x1a", "R3A"), "marks of the text");
+    Expect_Same(usual, Read<Powder_Numor_Type>(text.substr(0, text.find_last_not_of(" \n") + 1), "R3A"), "no last line end");
+}
+
+TEST(Numors, Large_Counts_And_Adjacent_Columns) {
+    Numor_Text run = Numor_Text::Of("R3B", {{.counts = {99999999, 12345678, 0, 7}}});
+    EXPECT_EQ(All(Read<Powder_Numor_Type>(run.Text(), "R3B").counts), (std::vector<float>{99999999.0f, 12345678.0f, 0, 7}));
+    run.counts_letter = 'J';
+    run.frames[0].counts = {2147483647, 1000000000, 3, 1234567890};
+    const auto numor = Read<Powder_Numor_Type>(run.Text(), "R3B");
+    EXPECT_EQ(All(numor.counts), (std::vector<float>{2147483648.0f, 1e9f, 3, 1234567890.0f}));
+    EXPECT_FLOAT_EQ(numor.tmc_ang.Frame(0)[frame_total], 2147483647.0f + 1e9f + 3 + 1234567890.0f);
+}
+
+TEST(Numors, What_A_File_Leaves_Out) {
+    // R22 without an I block has as many counts as its block; time and monitor stand in the header or in a group.
+    Numor_Text r22 = Some_Run("R22");
+    r22.F(51) = r22.F(52) = 77;
+    const auto whole = Read<Powder_Numor_Type>(r22.Text(), "R22");
+    r22.header_integers = false;
+    for (const bool subscans : {true, false}) {
+        r22.subscans = subscans;
+        for (const Numor_Groups groups : {Numor_Groups::own_reals, Numor_Groups::own_integers}) {
+            r22.groups = groups;
+            Expect_Same(whole, Read<Powder_Numor_Type>(r22.Text(), "R22"), "R22 without header integers");
+        }
+    }
+    r22.groups = Numor_Groups::none;
+    auto bare = Read<Powder_Numor_Type>(r22.Text(), "R22");
+    EXPECT_EQ(std::tuple(bare.nbdata, bare.monitor, bare.time, bare.tmc_ang.Frame(0)[frame_time]), std::tuple(800, 77.0f, 77.0f, 77.0f));
+    EXPECT_EQ(std::tuple(bare.scans[0], bare.tmc_ang.Frame(0)[frame_angle]), std::tuple(-20.25f, -20.25f));
+    r22.groups = Numor_Groups::own_reals;
+    r22.reals.resize(38);
+    bare = Read<Powder_Numor_Type>(r22.Text(), "R22");
+    EXPECT_EQ(std::tuple(bare.monitor, bare.time), std::tuple(10000.0f, 30.0f));
+
+    // R8: nine blocks or one, with or without an I block; a second F block is a group or tells temperatures.
+    Numor_Text r8 = Some_Run("R8");
+    r8.groups = Numor_Groups::none;
+    r8.subscans = false;
+    r8.more_reals = {300, 299.5, 298.25};
+    for (const bool one_block : {true, false})
+        for (const bool integers : {true, false}) {
+            r8.one_block = one_block, r8.header_integers = integers;
+            const auto numor = Read<Powder_Numor_Type>(r8.Text(), "R8");
+            EXPECT_EQ(numor.conditions, (std::array<float, 5>{300, 299.5f, 298.25f}));
+            EXPECT_EQ(std::tuple(numor.counts.frames(), numor.counts.values(), numor.monitor, numor.time),
+                      std::tuple(std::size_t{9}, std::size_t{64}, 10000.0f, 0.0f));
+            EXPECT_EQ(numor.counts.Frame(8)[63], static_cast<float>(r8.frames[8].counts[63]));
+            for (std::size_t bank = 0; bank < 9; ++bank)
+                EXPECT_FLOAT_EQ(numor.tmc_ang.Frame(bank)[frame_angle], -20.25f + 15 * static_cast<float>(bank));
+        }
+    double total = 0;
+    for (const Numor_Frame& frame : r8.frames)
+        for (const long long count : frame.counts) total += static_cast<double>(count);
+    r8.more_reals = {25000, 4321, total, -19500};  // by its total a group
+    const auto grouped = Read<Powder_Numor_Type>(r8.Text(), "R8");
+    EXPECT_EQ(std::tuple(grouped.time, grouped.conditions[0], grouped.tmc_ang.Frame(0)[frame_angle], grouped.scans[0]),
+              std::tuple(25.0f, 0.0f, -19.5f, -20.25f));
+
+    // R3B without a step in its scan, and without counts.
+    Numor_Text r3b = Some_Run("R3B");
+    r3b.F(37) = 0;
+    EXPECT_FLOAT_EQ(Read<Powder_Numor_Type>(r3b.Text(), "R3B").scans[1], 0.2f);
+    r3b = Numor_Text::Of("R3B", {{.counts = {}}});
+    const auto none = Read<Powder_Numor_Type>(r3b.Text(), "R3B");
+    EXPECT_EQ(std::tuple(none.nbdata, none.nframes, none.counts.All().size()), std::tuple(0, 1, std::size_t{0}));
+
+    // Angles of frames of which no group tells are those of the scan.
+    Numor_Text r3a = Some_Run("R3A");
+    r3a.groups = Numor_Groups::none;
+    for (const bool one_block : {true, false}) {
+        r3a.one_block = one_block;
+        const auto numor = Read<Powder_Numor_Type>(r3a.Text(), "R3A");
+        for (std::size_t i = 0; i < 5; ++i) EXPECT_FLOAT_EQ(numor.tmc_ang.Frame(i)[frame_angle], -20.25f + 0.125f * static_cast<float>(i));
+    }
+
+    // Texts shorter than 80 characters hold no kind of scan; letters may be those of Latin-1.
+    std::string text = Replace_All(Some_Run("R3A").Text(), "powder", "\xE9tude ");
+    EXPECT_EQ(Read<Powder_Numor_Type>(text, "R3A").title, "\xC3\xA9tude  at 300 K");
+    text = Replace_All(text, "      80       1", "      40       1");
+    const auto shorter = Read<Powder_Numor_Type>(text, "R3A");
+    EXPECT_EQ(shorter.title + '|' + shorter.scantype, "\xC3\xA9tude  at 300 K|");
+}
+
+TEST(Numors, Selected_Frames_Are_Those_Of_The_Whole_Run) {
+    for (const bool one_block : {true, false})
+        for (const Numor_Groups groups : {Numor_Groups::own_reals, Numor_Groups::own_integers}) {
+            Numor_Text run = Some_Run("R18");
+            run.groups = groups;
+            run.one_block = one_block;
+            run.frame_markers = true;
+            SXTAL_Numor_Type numor;
+            const Status status = Read_Numor_Text(run.Text(), "run", "R18", numor, Frame_Selection{3, 6});
+            ASSERT_TRUE(status.ok()) << status.message;
+            EXPECT_EQ(numor.nframes, 4);
+            if (one_block)
+                EXPECT_EQ(numor.counts.Frame(0)[5], static_cast<float>(run.frames[2].counts[5]));
+            else
+                Expect_Frames(numor, run.frames, 2);
+        }
+}
+
+// A fault in a good run, and what is told of it.
+struct Fault {
+    const char* instrument;
+    std::function<std::string(Numor_Text)> spoil;
+    std::string message;
+};
+
+std::string Without_Tail(const std::string& text, std::size_t part_of_ten) { return text.substr(0, text.size() * part_of_ten / 10); }
+
+// The first value of the last block, and what stands in its place.
+std::string With_Last_Value(const std::string& text, const std::string& value) {
+    std::string changed = text;
+    return changed.replace(changed.find_last_not_of(" \n") - 7, 8, value);
+}
+
+TEST(Numors, Faults) {
+    const auto bad = [](char letter) { return std::string(" A bad Block ") + letter + "-Type has been found"; };
+    const std::string r3a = "Counts problems in Numor format for R3A Instrument", group = " Problem reading Time, Monitor, Counts, Angles ";
+    const auto nine = [](char letter) {
+        return [letter](const Numor_Text& run) { return Replace_All(run.Text(), std::string(80, letter), std::string(9, letter)); };
+    };
+    const auto half = [](const Numor_Text& run) { return Without_Tail(run.Text(), 7); };
+    const auto stars = [](const Numor_Text& run) { return With_Last_Value(run.Text(), "********"); };
+    const auto negative = [](const Numor_Text& run) { return With_Last_Value(run.Text(), "      -1"); };
+    const auto word = [](std::size_t number, int value) {
+        return [=](Numor_Text run) {
+            run.I(number) = value;
+            return run.Text();
+        };
+    };
+    const auto bad_group = [](Numor_Text run) {
+        const std::string text = run.Text();
+        const std::size_t at = text.rfind("  3.0000000");  // the time of the first frame, 30 s
+        return text.substr(0, at) + std::string(16, '*') + text.substr(at + 16);
+    };
+    const Fault faults[] = {
+        {"R3A", nine('R'), bad('R')},
+        {"R3A", nine('A'), bad('A')},
+        {"R3A", nine('I'), bad('I')},
+        {"R3A", nine('F'), bad('F')},
+        {"R3B", nine('S'), bad('S')},
+        {"R6",
+         [](Numor_Text run) {
+             run.frame_markers = true;
+             return Replace_All(run.Text(), std::string(80, 'V'), std::string(9, 'V'));
+         },
+         bad('V')},
+        {"R3B",
+         [](Numor_Text run) {
+             run.counts_letter = 'J';
+             return Replace_All(run.Text(), std::string(80, 'J'), std::string(81, 'J'));
+         },
+         bad('J')},
+        {"R3A", [](const Numor_Text&) { return std::string(80, 'R') + "\n"; }, bad('R')},
+        {"R3A", [](const Numor_Text&) { return std::string(80, 'A') + "\n      80       1\nlabel\nR3A\n"; }, bad('R')},
+        {"R3A", [](const Numor_Text&) { return std::string(80, 'R') + "\n  123456       2\none\n"; },
+         "  Impossible to read a line for this block!"},
+        {"R3A", [](const Numor_Text& run) { return Replace_All(run.Text(), "      80       1", "      80       3"); },
+         " Impossible to read a line for this block!"},
+        {"R3A", [](const Numor_Text&) { return std::string(); }, " Problems trying to read the Numor for R3A Instrument in file run"},
+        {"R18_HB", [](const Numor_Text&) { return std::string("no run at all\n1 2 3\n"); },
+         " Problems trying to read the Numor for R18_HB Instrument in file run"},
+        {"R3A", [](const Numor_Text&) { return Some_Run("R3B").Text(); }, "This numor does not correspond with R3A Format"},
+        {"R18_HB", [](const Numor_Text&) { return Some_Run("R17").Text(); }, "This numor does not correspond with R18_HB Format"},
+        {"R3A",
+         [](Numor_Text run) {
+             run.header_integers = false;
+             return run.Text().substr(0, run.Text().find("IIII"));
+         },
+         bad('I')},
+        {"R3A", word(7, 99999999), r3a},
+        {"R3A", word(7, 6), r3a},
+        {"R3A", word(7, 0), r3a},
+        {"R3A", word(7, -5), r3a},
+        {"R3A", word(24, 2147483647), r3a},
+        {"R3A", word(24, -2147483647), r3a},
+        {"R3A", stars, r3a},
+        {"R3A", negative, r3a},
+        {"R3A", half, r3a},
+        {"R3B", half, " Problem reading Counts in Numor: 123456"},
+        {"R3B", stars, " Problem reading Counts in Numor: 123456"},
+        {"R3B", word(24, 99999999), " Problem reading Counts in Numor: 123456"},
+        {"R3B", bad_group, group + "parameters in Numor: 123456"},
+        {"R22", negative, " Problem reading Counts in Numor: 123456"},
+        {"R5B", stars, " Problem reading Counts in Frame: 4"},
+        {"R5B", word(7, 99999999), " Problem reading Counts in Frame: 5"},
+        {"R5B", half, " Problem reading Counts in Frame: 3"},
+        {"R5B", bad_group, group + "parameters in Frame: 1"},
+        {"R8", stars, " Problem reading Counts for Detector 9 for R8 Instrument"},
+        {"R8",
+         [](Numor_Text run) {
+             run.frames.resize(4);
+             return run.Text();
+         },
+         " Problem reading Counts for Detector 5 for R8 Instrument"},
+        {"R6", word(7, 99999999), " Problem reading Counts in Frame: 7"},
+        {"R6", bad_group, group + "parameters in Frame: 1"},
+        {"R6", negative, " Problem reading Counts in Frame: 6"},
+        {"R11", word(24, 1), "This numor was made using Point detector in the R11 Instrument"},
+        {"R17", word(24, 1), "This numor was made using Point detector in the R17 Instrument"},
+    };
+    for (const Fault& fault : faults) {
+        const std::string text = fault.spoil(Some_Run(fault.instrument));
+        Powder_Numor_Type powder;
+        SXTAL_Numor_Type crystal;
+        const bool is_powder = Is_Powder_Numor_Instrument(fault.instrument);
+        const Status status =
+            is_powder ? Read_Numor_Text(text, "run", fault.instrument, powder) : Read_Numor_Text(text, "run", fault.instrument, crystal);
+        EXPECT_TRUE(status.failed) << fault.message;
+        EXPECT_EQ(status.message, fault.message) << fault.instrument << '\n' << text.substr(0, 200);
+    }
+    // What could be read stays: here the four whole frames in front of the fault.
+    Powder_Numor_Type numor;
+    EXPECT_TRUE(Read_Numor_Text(stars(Some_Run("R5B")), "run", "R5B", numor).failed);
+    EXPECT_EQ(std::tuple(numor.numor, numor.nframes, numor.counts.frames()), std::tuple(123456, 3, std::size_t{3}));
+    SXTAL_Numor_Type crystal;
+    for (const Frame_Selection wrong : {Frame_Selection{0, 1}, {3, 2}, {1, 7}, {-1, 99999999}})
+        EXPECT_EQ(Read_Numor_Text(Some_Run("R6").Text(), "run", "R6", crystal, wrong).message, " Invalid frames selection.");
+    EXPECT_EQ(Read_Numor_Text("", "run", "R6", numor).message, " Not Implemented for the Powder Instrument name: R6");
+    EXPECT_EQ(Read_Numor_Text("", "run", " r3a", crystal).message, " Not Implemented for the SXTAL Instrument name: R3A");
+}
+
+TEST(Numors, Files) {
+    const std::string file = ::testing::TempDir() + "vantrelo_numor_123456";
+    const auto write = [&](const std::string& text) { std::ofstream(file, std::ios::binary) << text; };
+    Powder_Numor_Type numor;
+    SXTAL_Numor_Type crystal;
+    const std::string compressed = " Numor file is compressed. Please uncompress the numor before to use the program ";
+    EXPECT_EQ(Read_Numor("/data/123456.Z", "R3A", numor).message, compressed);
+    EXPECT_EQ(Read_Numor("/data/123456.Z ", "R6", crystal).message, compressed);
+    EXPECT_EQ(Read_Numor(file + "x", "R22", numor).message, " Problems trying to read the Numor for R22 Instrument in file " + file + "x");
+
+    Numor_Text run = Some_Run("R6");
+    run.frame_markers = true;
+    write(run.Text());
+    ASSERT_TRUE(Read_Numor(file, "R6", crystal).ok());
+    Expect_Frames(crystal, run.frames);
+    int headers = 0, frames = 0;
+    EXPECT_TRUE(Read_Frames_Index(file, headers, frames).ok());
+    const std::string text = run.Text(), head = text.substr(0, text.find("VVVV"));
+    EXPECT_EQ(std::pair(headers, frames), std::pair(static_cast<int>(std::count(head.begin(), head.end(), '\n')), 6));
+    write(Some_Run("R6").Text());
+    EXPECT_EQ(Read_Frames_Index(file, headers, frames).message, file + " has no frame.");
+    write(std::string(80, 'V') + '\n');
+    EXPECT_EQ(Read_Frames_Index(file, headers, frames).message, file + " has no header.");
+    std::filesystem::remove(file);
+    EXPECT_EQ(Read_Frames_Index(file, headers, frames).message, file + " does not exist.");
+}
+
+TEST(Numors, Are_Known_By_Their_Beginning) {
+    for (const std::string instrument : {"R3A", "R8", "R18"}) {
+        const std::string text = Some_Run(instrument).Text();
+        EXPECT_TRUE(Looks_Like_Numor(text));
+        EXPECT_TRUE(Looks_Like_Numor(text.substr(0, 90)));
+        EXPECT_EQ(Instrument_Of_Text(text), instrument);
+        EXPECT_EQ(Instrument_Of_Text(text.substr(0, 700)), instrument);
+    }
+    for (const std::string text : {"", "RRR\n 1 2\n", "RRRRRRRRRRRR\nno number\n", "AAAAAAAAAAAA\n      80       1\nR3A\n"}) {
+        EXPECT_FALSE(Looks_Like_Numor(text)) << text;
+        EXPECT_EQ(Instrument_Of_Text(text), "") << text;
+    }
+}
+
+TEST(Numors, Frames_Unfold_Into_Matrices) {
+    Numor_Head numor;
+    numor.counts = Frame_Values(12, 2);
+    for (std::size_t i = 0; i < 12; ++i) numor.counts.Frame(1)[i] = static_cast<float>(i) + 0.4f;
+    Count_Matrix matrix;
+    ASSERT_TRUE(Get_Counts(2, numor, " R18_HB", 4, 3, matrix).ok());
+    for (int i = 0; i < 12; ++i) EXPECT_EQ(matrix.At(i % 3, i / 3), i);
+    ASSERT_TRUE(Get_Counts(2, numor, "r6", 4, 3, matrix).ok());
+    for (int i = 0; i < 12; ++i) EXPECT_EQ(matrix.At(i / 4, i % 4), i);
+    ASSERT_TRUE(Get_Counts(2, numor, "R1106", 99, 99, matrix).ok());
+    EXPECT_EQ(std::tuple(matrix.rows, matrix.columns, matrix.At(5, 1)), std::tuple(6, 2, 11));
+    numor.counts = Frame_Values(9, 1);
+    numor.counts.Frame(0)[3] = 3e9f;
+    ASSERT_TRUE(Get_Counts(1, numor, "r11", 1, 1, matrix).ok());
+    EXPECT_EQ(std::tuple(matrix.rows, matrix.columns, matrix.At(1, 0)), std::tuple(3, 3, 2147483647));
+    const auto refused = [&](int frame, const char* machine, int nx, int ny) {
+        return Get_Counts(frame, numor, machine, nx, ny, matrix).message;
+    };
+    EXPECT_EQ(refused(1, "R18_VB", 3, 3), "Can't read R18 Vertical Banana Detector data!");
+    for (const char* machine : {"r3a", "", "r19", "r6new", "r6123", "11"})
+        EXPECT_EQ(refused(1, machine, 3, 3), "Error in Get_Counts: Unknown machine!") << machine;
+    for (const auto& [nx, ny] : {std::pair(3, 4), {0, 0}, {-3, -3}, {2147483647, 2147483647}})
+        EXPECT_NE(refused(1, "r18", nx, ny).find("9 counts"), std::string::npos);
+    for (const int frame : {0, 2, -1}) EXPECT_NE(refused(frame, "r18", 3, 3).find("frame"), std::string::npos);
+    EXPECT_TRUE(matrix.counts.empty());
+}
+
+TEST(Numors, Listing) {
+    Numor_Text run = Some_Run("R3A");
+    run.F(46) = 299.5;
+    run.F(50) = 5;
+    const std::vector<std::string> lines = Write_Numor_Info(Read<Powder_Numor_Type>(run.Text(), "R3A"));
+    const std::vector<std::string> expected = {
+        std::string(80, '-'),
+        " ---  Header Information about the NUMOR: 123456 of instrument R3A",
+        std::string(80, '-'),
+        " HEADER:            user            26-Nov-05 10:20:",
+        " INTRUMENT:         R3A",
+        " TITLE:             powder at 300 K",
+        " SCAN_TYPE:         2theta",
+        " SCAN_START:              -20.2500",
+        " SCAN_STEP :                0.1250",
+        " MONITOR:               10014.0000",
+        " TIME(seg):               160.0000",
+        " Temp-SETPNT:             299.5000 Kelvin",
+        " Temp-REGUL.:               0.0000 Kelvin",
+        " Temp-SAMPLE:               0.0000 Kelvin",
+        " Magnetic Field:            5.0000",
+    };
+    EXPECT_EQ(lines, expected);
+    Numor_Text crystal = Some_Run("R6");
+    crystal.F(1) = -3;
+    crystal.F(3) = 3e20;
+    const std::vector<std::string> more = Write_Numor_Info(Read<SXTAL_Numor_Type>(crystal.Text(), "R6"));
+    ASSERT_EQ(more.size(), expected.size() + 10);
+    EXPECT_EQ(more[1], " ---  Information about the NUMOR: 123456 of instrument R6");
+    EXPECT_EQ(more[20], " HKL(Min.):                -3.0000          0.0000    3.000000E+20");
+    EXPECT_EQ(more[24], " DELTA-hkl:                 0.0000          0.0000          0.0000");
+}
+
+}  // namespace
+}  // namespace vntl
