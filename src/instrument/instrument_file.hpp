@@ -55,6 +55,9 @@ std::string Instrm_File_Text(const Diffractometer_Type& instrument);
 // columns of the file (nine decimals, five of the wavelength) cannot hold.
 Status Update_Current_Instrm_UB(const std::string& filename, const Matrix3& ub, std::optional<float> wave, Instrument_State& state);
 
+// The text with these lines, all others byte for byte. `first_changed`: the number of the first line that differs.
+Status Instrm_Text_With_UB(std::string_view text, const Matrix3& ub, std::optional<float> wave, std::string& updated, int& first_changed);
+
 // False, and `inverse` as it was, for a matrix that is singular within single precision or not finite.
 bool Invert_Matrix(const Matrix3& matrix, Matrix3& inverse);
 

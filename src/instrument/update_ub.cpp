@@ -152,23 +152,24 @@ private:
     bool ub_found_ = false, wave_found_ = false;
 };
 
-// Of a number with fewer than four digits its columns.
+// In four columns, or as many as it needs.
 std::string Line_Number(int number) {
     const std::string digits = std::to_string(number);
     return std::string(digits.size() < 4 ? 4 - digits.size() : 0, ' ') + digits;
 }
 
-Status Update_File(const std::string& filename, const New_Lines& lines) {
+Status Update_File(const std::string& filename, const Matrix3& ub, std::optional<float> wave) {
     Text_File file;
     if (Status status = Open_Description(filename, file); status.failed) return status;
     if (file.Text().empty()) return Status::Fail_File("Error opening the file: " + filename + " => ZERO lines found!");
-    const std::string_view text = Without_End_Mark(file.Text()), end_mark = file.Text().substr(text.size());
-    const Updated_File updated(text, lines);
-    const Status unwritten = Status::Fail_File("Error updating the file: " + filename + " at line:" + Line_Number(updated.first_changed()));
+    std::string updated;
+    int line = 0;
+    if (Status status = Instrm_Text_With_UB(file.Text(), ub, wave, updated, line); status.failed) return status;
+    const Status unwritten = Status::Fail_File("Error updating the file: " + filename + " at line:" + Line_Number(line));
     if (!Can_Be_Written(filename)) return unwritten;
     const std::string mark(file.Marked() ? byte_order_mark : ""), backup = filename + ".bak";
     if (!Replace_File(backup, mark + std::string(file.Text()))) return Status::Fail_File("Error opening the backup file: " + backup);
-    return Replace_File(filename, mark + updated.text() + std::string(end_mark)) ? Status::Done() : unwritten;
+    return Replace_File(filename, mark + updated) ? Status::Done() : unwritten;
 }
 
 }  // namespace
@@ -194,11 +195,19 @@ bool Invert_Matrix(const Matrix3& matrix, Matrix3& inverse) {
     return true;
 }
 
-Status Update_Current_Instrm_UB(const std::string& filename, const Matrix3& ub, std::optional<float> wave, Instrument_State& state) {
-    if (!state.Current_Instrm_Set) return Status::Fail(" Current Instrument not set! (call subroutine: Read_Current_Instrm) ");
+Status Instrm_Text_With_UB(std::string_view text, const Matrix3& ub, std::optional<float> wave, std::string& updated, int& first_changed) {
     New_Lines lines;
     if (Status status = Make_Lines(ub, wave, lines); status.failed) return status;
-    if (Status status = Update_File(filename, lines); status.failed) return status;
+    const std::string_view described = Without_End_Mark(text);
+    const Updated_File made(described, lines);
+    updated = made.text() + std::string(text.substr(described.size()));
+    first_changed = made.first_changed();
+    return Status::Done();
+}
+
+Status Update_Current_Instrm_UB(const std::string& filename, const Matrix3& ub, std::optional<float> wave, Instrument_State& state) {
+    if (!state.Current_Instrm_Set) return Status::Fail(" Current Instrument not set! (call subroutine: Read_Current_Instrm) ");
+    if (Status status = Update_File(filename, ub, wave); status.failed) return status;
     Diffractometer_Type& current = state.Current_Instrm;
     current.UB = ub;
     Invert_Matrix(ub, current.UB_inverse);

@@ -421,6 +421,23 @@ TEST_F(Instrument_File, TheListingTellsEveryField) {
         EXPECT_TRUE(std::ranges::count(laue, line)) << line;
 }
 
+// The rows of the inverse are the edges of the cell: those of corundum, by its published lengths and angles.
+TEST_F(Instrument_File, TheExampleHoldsTheCellOfItsCrystal) {
+    Instrument_State state;
+    std::vector<std::string> warnings;
+    const Status status = Read_Current_Instrm(SOURCE_TREE "/examples/four_circles.instrm", state, warnings);
+    ASSERT_TRUE(status.ok()) << status.message;
+    EXPECT_TRUE(warnings.empty() && state.Current_Orient.set && state.Current_Instrm.igeom == 2);
+    const Matrix3& edges = state.Current_Orient.UB_inverse;
+    const auto product = [&](std::size_t i, std::size_t j) {
+        return edges[i][0] * edges[j][0] + edges[i][1] * edges[j][1] + edges[i][2] * edges[j][2];
+    };
+    const float a = 4.7589f, c = 12.991f, metric[3][3] = {{a * a, -a * a / 2, 0}, {-a * a / 2, a * a, 0}, {0, 0, c * c}};
+    for (std::size_t i = 0; i < 3; ++i)
+        for (std::size_t j = 0; j < 3; ++j) EXPECT_NEAR(product(i, j), metric[i][j], 1e-3) << i << ' ' << j;
+    EXPECT_TRUE(Reading(Instrm_File_Text(state.Current_Instrm)).instrument == state.Current_Instrm);
+}
+
 TEST_F(Instrument_File, InverseTimesMatrixIsOne) {
     const Matrix3 ub = {{{0.0812f, -0.0313f, 0.0044f}, {0.0221f, 0.0923f, -0.0102f}, {-0.0017f, 0.0151f, 0.1204f}}};
     Matrix3 inverse;
