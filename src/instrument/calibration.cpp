@@ -294,7 +294,8 @@ Status Read_Calibration_Text(std::string_view text, const std::string& file, std
     cal = {};
     cal.cal_instrument = reader->instrument;
     text = Without_End_Mark(Without_Mark(text));
-    if (reader->instrument != "R22" && Trim(text).empty()) return Problem("Calibration File for ", reader->instrument, file + " is empty");
+    if (reader->instrument != "R22" && text.find_first_not_of(" \t\r\n") == std::string_view::npos)
+        return Problem("Calibration File for ", reader->instrument, file + " is empty");
     return reader->read(text, file, cal);
 }
 
