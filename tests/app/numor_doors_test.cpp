@@ -1,0 +1,399 @@
+// What the command line and `print` tell of neutron runs, calibrations and instruments.
+#include <numeric>
+#include <sstream>
+
+#include "app/testing.hpp"
+#include "instrument/numor_text.hpp"
+
+namespace vntl {
+namespace {
+
+const std::string four_circle =
+    "! hot neutrons\n"
+    "INFO Single crystals, hot neutrons\n"
+    "NAME R6\n"
+    "GEOM 4C-Diff High-Chi\n"
+    "DET_TYPE flat ipsd 2\n"
+    "DIST_DET 488\n"
+    "WAVE_LIMITS 0.5 2.5\n"
+    "wave 0.84\n"
+    "DIM_XZP 64 48 2 3\n"
+    "GAPS_CA_AN 16 32\n"
+    "SETTING 0 1 0  1 0 0  0 0 -1\n"
+    "UBMAT\n 0 0.1 0\n -0.2 0 0\n 0 0 0.25\n"
+    "NUM_ANG 2\n"
+    "ANG_LIMITS\n Gamma -5 120 0.5 2\n Chi 80 190 0 1.5\n"
+    "RANGE_TIME\n Gamma 2\n 10 4\n 20 7\n Chi 0\n"
+    "NUM_DISP 1\n"
+    "DISP_LIMITS\n x -3 3 0.25\n"
+    "DET_ALPHAS\n 1 2\n 3 4\n 5 6\n"
+    "RESOLUTION_SURFACE 1 2\n 7 8\n";
+
+class Numor_Doors : public Program {
+protected:
+    // Writes a run, and gives its name back.
+    std::string Put(const fs::path& file, const Numor_Text& run) const {
+        fs::create_directories((directory / file).parent_path());
+        Write(file, run.Text());
+        return file;
+    }
+    // The same compressed.
+    std::string Put_Packed(const fs::path& file, const Numor_Text& run) const {
+        Put(file, run);
+        const std::string name = Quoted(directory / file);
+        EXPECT_EQ(std::system(("gzip -nc " + name + " > " + name + ".Z && rm " + name).c_str()), 0);
+        return file.string() + ".Z";
+    }
+    Run_Result In_Tree(const std::string& script) const { return Script(script, {}, "KVRDATA=" + Quoted(directory)); }
+
+    static Numor_Text R3B(int numor, std::vector<long long> counts) {
+        Numor_Text run = Numor_Text::Of("R3B", {{.time = 90, .monitor = 2000, .angles = {20.0}, .counts = std::move(counts)}});
+        run.numor = numor;
+        run.F(18) = 1.594;
+        run.F(37) = 0.25;
+        return run;
+    }
+    // Two frames of the 25 cells of a bank: 1, 2, 3, ... counts, and a last one that fills its columns.
+    static Numor_Text R3A(double angle = 150.5) {
+        std::vector<long long> counts(25);
+        std::iota(counts.begin(), counts.end(), 1);
+        const Numor_Frame first{.time = 60, .monitor = 1000, .angles = {angle}, .counts = counts};
+        Numor_Frame second{.time = 30, .monitor = 3000, .angles = {angle + 0.25}, .counts = counts};
+        second.counts[24] = 1000000000;
+        Numor_Text run = Numor_Text::Of("R3A", {first, second});
+        run.counts_letter = 'J';
+        run.F(18) = 1.225;
+        for (std::size_t i = 0; i < 5; ++i) run.F(46 + i) = 300 + static_cast<double>(i);
+        return run;
+    }
+
+    void Expect_Refusals(const Run_Result& run, const std::vector<std::string>& messages) const {
+        EXPECT_EQ(run.status, 1);
+        std::istringstream lines(run.errors);
+        std::string line;
+        for (const std::string& message : messages) {
+            std::getline(lines, line);
+            EXPECT_NE(line.find(message), std::string::npos) << message << "\nin: " << line;
+        }
+        EXPECT_FALSE(std::getline(lines, line)) << line;
+    }
+};
+
+// The fields that a line of `print` must have.
+void Expect_Fields(const Json& object, const Json& fields) {
+    for (const auto& [name, value] : fields.items()) EXPECT_EQ(object.value(name, Json()), value) << name;
+}
+
+TEST_F(Numor_Doors, print_tells_a_run_with_every_frame) {
+    Put("123456", R3A());
+    Numor_Text crystal = Numor_Text::Of("R18", {{.time = 5, .monitor = 50, .angles = {1.5}, .counts = {1, 2, 3, 4}},
+                                                {.time = 6, .monitor = 60, .angles = {2.5}, .counts = {5, 6, 7, 8}}});
+    crystal.frame_markers = true;
+    for (std::size_t word = 1; word <= 45; ++word) crystal.F(word) = static_cast<double>(word);
+    Put("200000", crystal);
+    const Run_Result run = Script("print numor 123456 r3a\nprint numor 200000 R18\n");
+    const std::vector<Json> runs = run.With("numor");
+    ASSERT_EQ(runs.size(), 2u) << run.errors;
+    const Json& powder = runs[0]["numor"];
+    Expect_Fields(powder, {{"numor", 123456},
+                           {"manip", 2},
+                           {"instrm", "R3A"},
+                           {"title", "powder at 300 K"},
+                           {"scantype", "2theta"},
+                           {"monitor", 2000.0},
+                           {"time", 90.0},
+                           {"wave", 1.225},
+                           {"conditions", {300.0, 301.0, 302.0, 303.0, 304.0}},
+                           {"nbdata", 25},
+                           {"nframes", 2},
+                           {"nbang", 1}});
+    for (const std::string name : {"icalc", "header", "angles", "scans", "icdesc"}) EXPECT_TRUE(powder.contains(name)) << name;
+    ASSERT_EQ(powder["tmc_ang"].size(), 2u);
+    EXPECT_EQ(powder["tmc_ang"][1], (Json{30.0, 3000.0, 1000000320.0, 150.75}));  // 1000000300 in single precision
+    ASSERT_EQ(powder["counts"].size(), 2u);
+    EXPECT_EQ(powder["counts"][0].size(), 25u);
+    EXPECT_EQ(powder["counts"][1][24], 1e9);
+
+    const Json& single = runs[1]["numor"];
+    Expect_Fields(single, {{"hmin", {1.0, 2.0, 3.0}},
+                           {"hmax", {22.0, 23.0, 24.0}},
+                           {"dh", {25.0, 26.0, 27.0}},
+                           {"ub", {{9.0, 10.0, 11.0}, {12.0, 13.0, 14.0}, {15.0, 16.0, 17.0}}},
+                           {"phi", 4.0},
+                           {"chi", 5.0},
+                           {"omega", 6.0},
+                           {"gamma", 7.0},
+                           {"psi", 8.0},
+                           {"coupling", 43.0},
+                           {"counts", {{1.0, 2.0, 3.0, 4.0}, {5.0, 6.0, 7.0, 8.0}}}});
+    EXPECT_TRUE(single.contains("notice"));
+}
+
+TEST_F(Numor_Doors, print_converted_adds_runs_of_any_packing) {
+    Put("100001", R3B(100001, {4, 16, 1, 9}));
+    Put_Packed("100002", R3B(100002, {6, 14, 9, 1}));
+    const Run_Result run = Script(
+        "print converted R3B 100001 100002.Z\n"
+        "print converted R3B 100001 norm 1000\n");
+    const std::vector<Json> patterns = run.With("converted");
+    ASSERT_EQ(patterns.size(), 2u) << run.errors;
+    const Json& sum = patterns[0]["converted"];
+    Expect_Fields(sum, {{"x", {20.0, 20.25, 20.5, 20.75}},
+                        {"y", {10.0, 30.0, 10.0, 10.0}},
+                        {"sigma", {10.0, 30.0, 10.0, 10.0}},
+                        {"nd", {1, 1, 1, 1}},
+                        {"npts", 4},
+                        {"xmin", 20.0},
+                        {"xmax", 20.75},
+                        {"step", 0.25},
+                        {"monitor", 4000.0},
+                        {"norm_monitor", 4000.0},
+                        {"count_time", 180.0},
+                        {"scat_var", "2theta"},
+                        {"radiation", "neutrons_cw"},
+                        {"sigma_is_variance", true},
+                        {"conv", {1.594, 0.0, 0.0, 0.0, 0.0}}});
+    EXPECT_EQ(patterns[0]["warnings"], Json::array());
+    Expect_Fields(patterns[1]["converted"], {{"y", {2.0, 8.0, 0.5, 4.5}}, {"sigma", {1.0, 4.0, 0.25, 2.25}}, {"norm_monitor", 1000.0}});
+}
+
+TEST_F(Numor_Doors, print_tells_calibrations_and_uses_them) {
+    // Cells 6 degrees apart as without a calibration, all twice as efficient as they count; the third is dead. Counted from the top
+    // position, the last count of a frame is that of the first cell.
+    std::string positions, efficiencies;
+    for (int cell = 0; cell < 25; ++cell) {
+        positions += ' ' + std::to_string(144 - 6 * cell);
+        efficiencies += cell == 2 ? " -1" : " 2";
+    }
+    Write("r3a.cal", "positions and efficiencies\n" + positions + "\n" + efficiencies + "\n");
+    Write("r22.cal", "3 points\n 30.5 10.25 20\n 2 0.5 0\n");
+    Put("123456", R3A(10.5));
+    const Run_Result run = Script(
+        "print calibration r3a.cal R3A\n"
+        "print calibration r22.cal R22\n"
+        "print converted R3A 123456 cal r3a.cal norm 500\n"
+        "print converted R3A 123456\n");
+    const std::vector<Json> cals = run.With("calibration"), patterns = run.With("converted");
+    ASSERT_EQ(cals.size(), 2u) << run.errors;
+    const Json& bank = cals[0]["calibration"];
+    Expect_Fields(bank, {{"cal_instrument", "R3A"}, {"ndet", 25}, {"npoints_det", 1}, {"cal_index", Json::array()}});
+    ASSERT_EQ(bank["cal_active"].size(), 25u);
+    EXPECT_EQ(bank["cal_pos"][23], 6.0);
+    EXPECT_EQ(bank["cal_effic"][1], Json{2.0});
+    EXPECT_EQ(bank["cal_active"][2], Json{false});
+    EXPECT_EQ(bank["cal_active"][3], Json{true});
+    const Json& wire = cals[1]["calibration"];
+    Expect_Fields(wire, {{"ndet", 1}, {"npoints_det", 3}, {"cal_pos", {30.5, 10.25, 20.0}}, {"cal_index", {2, 3, 1}}});
+    EXPECT_EQ(wire["cal_active"], (Json{{true, true, false}}));
+    // At the first frame's angles: counts of a cell times 500 / (efficiency 2 x monitor 1000), that is a quarter.
+    ASSERT_EQ(patterns.size(), 2u) << run.errors;
+    const Json& calibrated = patterns[0]["converted"];
+    const auto at = [](const Json& pattern, double x, const char* array) {
+        const auto point = static_cast<std::size_t>(std::lround((x - pattern["xmin"].get<double>()) / 0.25));
+        return pattern[array].at(point);
+    };
+    Expect_Fields(calibrated, {{"xmin", 10.5}, {"xmax", 154.75}, {"step", 0.25}, {"npts", 578}, {"monitor", 500.0}});
+    EXPECT_EQ(at(calibrated, 10.5, "y"), 0.25);
+    EXPECT_EQ(at(calibrated, 142.5, "nd"), 0);  // the dead cell
+    EXPECT_EQ(at(calibrated, 148.5, "y"), 6.0);
+    EXPECT_EQ(at(patterns[1]["converted"], -1.5, "y"), 23.0);
+}
+
+TEST_F(Numor_Doors, print_instrument_tells_every_field_and_changes_nothing) {
+    Write("r6.instrm", four_circle);
+    const Run_Result run = Script("print instrument\nprint instrument r6.instrm\nprint instrument\n");
+    const std::vector<Json> told = run.With("instrument");
+    ASSERT_EQ(told.size(), 1u) << run.errors;
+    EXPECT_EQ(told[0]["warnings"], Json::array());
+    const Json& record = told[0]["instrument"];
+    Expect_Fields(record, {{"info", "Single crystals, hot neutrons"},
+                           {"name_inst", "R6"},
+                           {"geom", "4C-Diff High-Ch"},
+                           {"BL_frame", "z-up"},
+                           {"dist_units", "mm"},
+                           {"angl_units", "deg"},
+                           {"dist_samp_detector", 488.0},
+                           {"wave", 0.84},
+                           {"wave_min", 0.5},
+                           {"wave_max", 2.5},
+                           {"horiz", 64.0},
+                           {"vert", 48.0},
+                           {"np_horiz", 2},
+                           {"np_vert", 3},
+                           {"cgap", 16.0},
+                           {"agap", 32.0},
+                           {"d_min", 0.5},
+                           {"gamma_p_max", 140.0},
+                           {"nu_min", -15.0},
+                           {"z_max", 40.0},
+                           {"igeom", 2},
+                           {"ipsd", 2},
+                           {"e2", {1.0, 0.0, 0.0}},
+                           {"UB", {{0.0, 0.1, 0.0}, {-0.2, 0.0, 0.0}, {0.0, 0.0, 0.25}}},
+                           {"UB_inverse", {{0.0, -5.0, 0.0}, {10.0, 0.0, 0.0}, {0.0, 0.0, 4.0}}},
+                           {"num_ang", 2},
+                           {"ang_names", {"Gamma", "Chi"}},
+                           {"ang_limits", Json::array({{-5.0, 120.0}, {80.0, 190.0}})},
+                           {"ang_offsets", {0.5, 0.0}},
+                           {"ang_velocity", {2.0, 1.5}},
+                           {"range_time", Json::array({Json::array({{10.0, 4.0}, {20.0, 7.0}}), Json::array()})},
+                           {"num_disp", 1},
+                           {"disp_names", Json::array({"x"})},
+                           {"disp_limits", Json::array({{-3.0, 3.0}})},
+                           {"disp_offsets", Json::array({0.25})},
+                           {"alphas", {{1.0, 2.0}, {3.0, 4.0}, {5.0, 6.0}}}});
+    for (const std::string name : {"detector_type", "gamma_c", "nu_c", "rot_order", "tilt", "gamma_p_min", "gamma_n_min", "gamma_n_max",
+                                   "nu_max", "x_min", "x_max", "z_min", "e1", "e3", "det_offsets", "disp_centre", "alpha_file"})
+        EXPECT_TRUE(record.contains(name)) << name;
+    EXPECT_EQ(record["resolution_surface"].size() * record["resolution_surface"][0].size(), 2u);
+    const std::string none = "Current Instrument not set! (call subroutine: Read_Current_Instrm)";
+    Expect_Refusals(run, {"line 1:  " + none, "line 3:  " + none});
+}
+
+TEST_F(Numor_Doors, print_found_walks_the_tree) {
+    Put("data/r3a/000042", R3A());
+    const std::string packed = Put_Packed("053/r22/r22_23/123456", R3A());
+    const Run_Result run = In_Tree(
+        "print found 42 R3A\n"
+        "print found 123456 R22\n"
+        "print found 123456 R22 05 3\n"
+        "print found 123456 R3A\n");
+    const std::vector<Json> found = run.With("found");
+    ASSERT_EQ(found.size(), 4u) << run.errors;
+    const std::string plain = directory / "data/r3a/000042";
+    EXPECT_EQ(found[0]["found"]["path"], plain);
+    for (const std::size_t line : {1u, 2u}) {
+        const Json& place = found[line]["found"];
+        EXPECT_EQ(place["actual_path"], (directory / packed).string());
+        EXPECT_NE(place["path"], place["actual_path"]);
+        EXPECT_EQ(fs::path(place["path"].get<std::string>()).filename(), "123456");
+        EXPECT_FALSE(fs::exists(place["path"].get<std::string>()));  // it went with the program
+    }
+    EXPECT_EQ(found[3]["found"]["path"], "");
+    EXPECT_EQ(run.status, 0) << run.errors;
+}
+
+TEST_F(Numor_Doors, a_door_refuses_with_the_reason) {
+    Put("123456", R3A());
+    Put_Packed("123457", R3A());
+    Write("short.cal", "R3A\n1 2 3\n");
+    Write("bad.instrm", "NUM_ANG 1\nANG_LIMITS\n Gamma 0 x\n");
+    const Run_Result run = Script(
+        "print numor 123456\n"
+        "print numor 123456 R15\n"
+        "print numor 123457.Z R3A\n"
+        "print numor nothing R3A\n"
+        "print numor 123456 R22\n"
+        "print converted R3A\n"
+        "print converted R6 123456\n"
+        "print converted R3A 123456 norm x\n"
+        "print converted R3A 123456 cal\n"
+        "print converted R3A 123456 bank 0\n"
+        "print converted R3A 123456 norm 1 norm 2\n"
+        "print converted R3A 123456 cal short.cal\n"
+        "print calibration short.cal R3A\n"
+        "print calibration short.cal R4\n"
+        "print instrument nothing.instrm\n"
+        "print instrument bad.instrm\n"
+        "print found R3A 123456\n"
+        "print found 123456 R3A 5\n");
+    EXPECT_EQ(run.With("numor").size() + run.With("converted").size() + run.With("calibration").size() + run.With("found").size(), 0u);
+    const std::string converted = "usage: print converted INSTRUMENT FILE.. [cal FILE] [norm V] [bank N]",
+                      found = "usage: print found NUMOR INSTRUMENT [YEAR CYCLE]";
+    Expect_Refusals(
+        run, {"line 1: usage: print numor FILE INSTRUMENT", "line 2:  Not Implemented for the Powder Instrument name: R15",
+              "Numor file is compressed. Please uncompress the numor before to use the program",
+              "Problems trying to read the Numor for R3A Instrument in file", "This numor does not correspond with R22 Format", converted,
+              "line 7:  Not Implemented for the Powder Instrument name: R6", "norm needs a number, not x", converted,
+              "bank needs a whole number from 1 on, not 0", converted, "Problems reading Positions of Detectors for R3A Instrument",
+              "line 13:  Problems reading Positions of Detectors for R3A Instrument", "Problems reading Calibration File for R4 Instrument",
+              "Error opening the file: ", ", reading the angular names, limits, offsets and velocities", found, found});
+}
+
+TEST_F(Numor_Doors, command_line_lists_a_run) {
+    Put("data/r3a/123456", R3A());
+    Put("alone", R3A());
+    const std::string packed = Put_Packed("123457", R3A());
+    Numor_Text crystal = Numor_Text::Of("R6", {{.angles = {1.5}, .counts = {1, 2, 3, 4}}});
+    Put("crystal", crystal);
+    const std::vector<std::pair<std::vector<std::string>, std::string>> listings = {{{"--numor", "data/r3a/123456"}, "R3A"},
+                                                                                    {{"--numor", "alone"}, "R3A"},
+                                                                                    {{"--numor", packed, "r3a"}, "R3A"},
+                                                                                    {{"--numor", "crystal"}, "ANGLE_CHI:"}};
+    for (const auto& [arguments, text] : listings) {
+        const Run_Result run = Run(arguments);
+        EXPECT_EQ(run.status, 0) << run.errors;
+        for (const std::string& part : {text, std::string("INTRUMENT:"), std::string("123456"), std::string("Temp-SAMPLE: ")})
+            EXPECT_NE(run.output.find(part), std::string::npos) << part << " in\n" << run.output;
+    }
+    Write("text", "nothing of a run\n");
+    const std::vector<std::pair<std::vector<std::string>, std::string>> refusals = {
+        {{"--numor", "nowhere"}, "nowhere"},
+        {{"--numor", "text"}, "The file text names no instrument"},
+        {{"--numor", "data/r3a/123456", "R5B"}, "This numor does not correspond with R5B Format"},
+        {{"--numor", "alone", "R99"}, "Not Implemented for the Powder Instrument name: R99"}};
+    for (const auto& [arguments, message] : refusals) {
+        const Run_Result run = Run(arguments);
+        EXPECT_EQ(run.status, 1) << message;
+        EXPECT_EQ(run.output, "");
+        EXPECT_NE(run.errors.find(message), std::string::npos) << run.errors;
+    }
+}
+
+TEST_F(Numor_Doors, command_line_writes_a_matrix_and_keeps_the_file_before) {
+    const std::string before = "NAME R6\nWAVE_LIMITS 0.5 2.5\nWAVE 0.84\nDIM_XZP 64 64 32 32\n";
+    Write("r6.instrm", before);
+    const Run_Result listed = Run({"--instrument", "r6.instrm"});
+    EXPECT_EQ(listed.status, 0) << listed.errors;
+    EXPECT_NE(listed.output.find(" ---   INFORMATION ABOUT THE CURRENT INSTRUMENT AND ORIENTATION MATRIX   --- "), std::string::npos);
+    EXPECT_EQ(Text_Of(directory / "r6.instrm"), before);
+
+    // A sign in front is a number's and no option's.
+    const Run_Result first = Run({"--instrument", "r6.instrm", "--ub", "-0.1 0 0 0 0.2 0 0 0 0.3", "--wave", "1.25"});
+    EXPECT_EQ(first.status, 0) << first.errors;
+    const std::string once = Text_Of(directory / "r6.instrm");
+    EXPECT_EQ(once,
+              "NAME R6\nWAVE_LIMITS 0.5 2.5\nWAVE    1.25000\nDIM_XZP 64 64 32 32\nUBMAT\n"
+              "    -0.100000001     0.000000000     0.000000000\n"
+              "     0.000000000     0.200000003     0.000000000\n"
+              "     0.000000000     0.000000000     0.300000012\n");
+    EXPECT_EQ(Text_Of(directory / "r6.instrm.bak"), before);
+    const Run_Result second = Run({"--ub", "1 0 0 0 1 0 0 0 1", "--instrument", "r6.instrm"});
+    EXPECT_EQ(second.status, 0) << second.errors;
+    EXPECT_EQ(Text_Of(directory / "r6.instrm.bak"), once);
+    const std::string twice = Text_Of(directory / "r6.instrm");
+    EXPECT_NE(twice.find("WAVE    1.25000\n"), std::string::npos) << twice;
+    EXPECT_NE(twice.find("UBMAT\n     1.000000000     0.000000000     0.000000000\n"), std::string::npos) << twice;
+
+    struct Refusal {
+        std::vector<std::string> arguments;
+        int status;
+        std::string message;
+    };
+    const std::string unit = "1 0 0 0 1 0 0 0 1";
+    const std::vector<Refusal> refusals = {{{"--instrument", "nothing"}, 1, "Error opening the file: nothing"},
+                                           {{"--instrument", "r6.instrm", "--ub", "1 0 0 0 1 0 0 0"}, 1, "nine numbers"},
+                                           {{"--instrument", "r6.instrm", "--ub", unit + " 1"}, 1, "nine numbers"},
+                                           {{"--instrument", "r6.instrm", "--ub", "1 0 0 0 1 0 0 0 1e99"}, 1, "nine numbers"},
+                                           {{"--instrument", "r6.instrm", "--ub", "1 2 3 2 4 6 0 0 1"}, 1, ""},
+                                           {{"--instrument", "r6.instrm", "--ub", unit, "--wave", "0"}, 1, "Bad wavelength"},
+                                           {{"--instrument", "r6.instrm", "--wave", "1"}, 2, "--wave belongs to --ub"},
+                                           {{"--ub", unit}, 2, "--ub and --wave belong to --instrument"}};
+    for (const Refusal& r : refusals) {
+        const Run_Result run = Run(r.arguments);
+        EXPECT_EQ(run.status, r.status) << r.message;
+        EXPECT_EQ(run.output, "");
+        EXPECT_NE(run.errors.find(r.message), std::string::npos) << run.errors;
+        EXPECT_EQ(Text_Of(directory / "r6.instrm"), twice) << r.message;
+    }
+    // What was read otherwise than it stands is told at the end.
+    Write("exchanged.instrm", "DIM_XZP 64 48 32 12\nGAPS_CA_AN 2 4\n");
+    const Run_Result warned = Run({"--instrument", "exchanged.instrm"});
+    EXPECT_EQ(warned.status, 0) << warned.errors;
+    const std::size_t warning = warned.output.find("\nWarning: ");
+    ASSERT_NE(warning, std::string::npos) << warned.output;
+    EXPECT_EQ(warned.output.find('\n', warning + 1), warned.output.size() - 1);
+}
+
+}  // namespace
+}  // namespace vntl
