@@ -25,7 +25,7 @@ std::string Bytes(std::string_view hex) {
 std::string Compressed(std::string_view plain, unsigned most_width, bool may_empty, std::size_t empty_after = 0) {
     std::string packed = "\x1f\x9d";
     packed += static_cast<char>(most_width | (may_empty ? 0x80u : 0u));
-    std::map<std::string, unsigned> table;
+    std::map<std::pair<unsigned, char>, unsigned> table;  // a string's code and a byte, the code of both
     std::vector<bool> bits;
     unsigned width = 9;
     const auto flush = [&](bool whole_group) {
@@ -42,27 +42,27 @@ std::string Compressed(std::string_view plain, unsigned most_width, bool may_emp
     };
     const unsigned first = may_empty ? 257 : 256;
     unsigned next = first;
-    std::string word;
+    unsigned word = 0;
     std::size_t taken = 0;
-    const auto code_of = [&](const std::string& text) { return text.size() == 1 ? static_cast<unsigned char>(text[0]) : table.at(text); };
     const auto put_word = [&] {
-        put(code_of(word));
+        put(word);
         if (next > (1u << width) - 1 && width < most_width) {
             flush(true);
             ++width;
         }
     };
     for (const char c : plain) {
-        ++taken;
-        const std::string longer = word + c;
-        if (word.empty() || table.contains(longer)) {
-            word = longer;
+        const auto longer = table.find({word, c});
+        if (taken++ > 0 && longer != table.end()) {
+            word = longer->second;
             continue;
         }
-        put_word();
-        if (next < 1u << most_width) table[longer] = next++;
-        word = c;
-        if (may_empty && empty_after > 0 && taken % empty_after == 0) {
+        if (taken > 1) {
+            put_word();
+            if (next < 1u << most_width) table[{word, c}] = next++;
+        }
+        word = static_cast<unsigned char>(c);
+        if (may_empty && taken > 1 && empty_after > 0 && taken % empty_after == 0) {
             put(256);
             flush(true);
             width = 9;
@@ -70,7 +70,7 @@ std::string Compressed(std::string_view plain, unsigned most_width, bool may_emp
             next = first;
         }
     }
-    if (!word.empty()) put_word();
+    if (!plain.empty()) put_word();
     flush(false);
     return packed;
 }
