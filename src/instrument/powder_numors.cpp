@@ -79,10 +79,11 @@ Status Read_Optional_Header(Numor_Source& source) {
     return integers ? Read_Header_Integers(source, integers) : Status::Done();
 }
 
-// The second F block of an R8 run, told of the sample, and no group of time, monitor and total.
-const Numor_Block* R8_Conditions(const Numor_Source& source) {
+// The second F block of an R8 run, told of the sample, and no group of time, monitor and total: those stand behind an S block, or in
+// front of each bank.
+const Numor_Block* R8_Conditions(const Numor_Source& source, const std::vector<Data_Block>& data) {
     const Numor_Block* const second = source.blocks.Find('F', 2);
-    if (!second) return nullptr;
+    if (!second || (data.size() > 1 && data[1].group)) return nullptr;
     for (const Numor_Block& block : source.blocks.blocks)
         if (block.letter == 'S' && block.line > source.real_block->line && block.line < second->line) return nullptr;
     return second;
@@ -130,7 +131,7 @@ Status Read_R8(Numor_Source& source, Powder_Numor_Type& numor) {
     numor.monitor = source.F(1);
     numor.scans[0] = source.F(12);
     std::vector<Data_Block> data = Find_Data_Blocks(source, layout);
-    const Numor_Block* conditions = R8_Conditions(source);
+    const Numor_Block* conditions = R8_Conditions(source, data);
     const Numor_Block* group = data.empty() ? nullptr : data[0].group;
     if (conditions && conditions == group) data[0].group = nullptr;
     Frames_Read read = Read_Frames(data, layout, numor);
