@@ -1,5 +1,6 @@
 // What is told of an instrument, and the text of its file.
 #include <algorithm>
+#include <array>
 #include <span>
 
 #include "base/conversions.hpp"
@@ -13,7 +14,7 @@ namespace {
 
 constexpr std::string_view no_surface = " => No resolution surface has been provided";
 constexpr std::string_view surface_heading = "RESOLUTION SURFACE OF THE INSTRUMENT: ";
-constexpr std::size_t number_width = 12, limit_width = 10;
+constexpr std::size_t number_width = 12;
 
 std::size_t Motors(int told) { return static_cast<std::size_t>(std::clamp(told, 0, most_motors)); }
 
@@ -23,10 +24,13 @@ std::string Columns(std::span<const float> values, std::size_t width = number_wi
     return text;
 }
 
-// Names stand in equal columns before their numbers.
+// A motor: its name, then limits, offset and velocity below their heads in the file.
 std::string Named(const std::string& name, std::span<const float> values) {
-    const std::size_t width = motor_name_width + 2, characters = Characters(name);
-    return name + std::string(characters < width ? width - characters : 1, ' ') + Columns(values, limit_width);
+    constexpr std::array<std::size_t, 4> widths = {8, 9, 10, 10};
+    const std::size_t characters = Characters(name);
+    std::string line = name + std::string(characters < motor_name_width ? motor_name_width - characters : 0, ' ');
+    for (std::size_t i = 0; i < values.size(); ++i) line += Number_Column(values[i], widths[i]);
+    return line;
 }
 
 bool Holds(const Real_Table& table) { return table.columns > 0 && !table.values.empty(); }

@@ -352,6 +352,8 @@ TEST_F(Instrument_File, TheTextReadsBackAsTheSameInstrument) {
     i.detector_type.clear();
     const Reading read(Instrm_File_Text(i));
     EXPECT_TRUE(read.status.ok() && read.instrument == i) << read.status.message << '\n' << Instrm_File_Text(i);
+    const Reading fewer(size_line + "NUM_ANG 2\nANG_LIMITS\nOm 0 1\nPhi 0 1 2 3\nRANGE_TIME\nOm 0\nPhi 1\n2 3\nNUM_ANG 1\n");
+    EXPECT_TRUE(fewer.status.ok() && Reading(Instrm_File_Text(fewer.instrument)).instrument == fewer.instrument);
     i.info = "two\nlines";
     EXPECT_EQ(Reading(Instrm_File_Text(i)).instrument.info, "two lines");
     EXPECT_TRUE(Contains(Instrm_File_Text(i), "\nRESOLUTION SURFACE OF THE INSTRUMENT:\n"));
