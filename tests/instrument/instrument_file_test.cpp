@@ -235,6 +235,7 @@ TEST_F(Instrument_File, EachFaultIsToldByItsClause) {
         {"(motors)RANGE_TIME\nOm x", ", reading name of motor and number of pairs range - time"},
         {"(motors)RANGE_TIME\nOm -1", ", reading name of motor and number of pairs range - time"},
         {"(motors)RANGE_TIME\nChi 0", ", reading name of motor and number of pairs range - time"},
+        {"(motors)RANGE_TIME\nOm 0\nOm 0", ", reading name of motor and number of pairs range - time"},
         {"(motors)RANGE_TIME\nOm 2000000000\n0 1\n", ", reading section of pairs range - time"},
         {"(motors)RANGE_TIME\nOm 0", ", reading section of pairs range - time"},
         {"DET_ALPHAS\n1 1 1\n", ", reading the efficiency of 2D-detector"},
@@ -294,6 +295,20 @@ TEST_F(Instrument_File, EfficienciesLieBesideTheDescription) {
     for (const std::string file : {"few.eff", "words.eff"})
         EXPECT_EQ(Reading(size + "ALPHA_FILE " + file, name).status.message,
                   "Error in file: " + file + ", reading the efficiency of 2D-detector");
+}
+
+TEST_F(Instrument_File, TheLastOfSeveralCountsAndTimesMayStandBeforeTheNames) {
+    Make("cells.eff", "1 2 3 4");
+    const Reading read(
+        "NUM_ANG 2\nRANGE_TIME\nOm 1\n1 2\nPhi 0\nANG_LIMITS\nPhi 0 1\nOm 0 1\nRANGE_TIME\nOm 1\n3 4\nPhi 1\n5 6\n"
+        "DIM_XZP 9 9 9 9\nDET_ALPHAS\n5 6\nALPHA_FILE cells.eff\nDIM_XZP 1 1 4 1\nWAVE 1\nWAVE 2",
+        directory + "/i.instrm");
+    ASSERT_TRUE(read.status.ok()) << read.status.message;
+    using Times = std::vector<std::pair<float, float>>;
+    EXPECT_TRUE(read.instrument.range_time[0] == Times({{5, 6}}) && read.instrument.range_time[1] == Times({{3, 4}}));
+    EXPECT_TRUE((read.instrument.alphas == Real_Table{4, 1, {1, 2, 3, 4}}) && read.instrument.wave == 2);
+    const Reading early(size_line + "NUM_ANG 2\nRANGE_TIME\nOm 1\n1 2\nPhi 0\nANG_LIMITS\nOmega 0 1\nPhi 0 1\n");
+    EXPECT_TRUE(early.status.ok() && early.instrument.range_time[0] == Times({{1, 2}})) << early.status.message;
 }
 
 TEST_F(Instrument_File, GapsChangePlacesWhereThePixelsTellSo) {
