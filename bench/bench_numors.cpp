@@ -12,7 +12,7 @@ namespace {
 
 using namespace vntl;
 
-std::vector<Powder_Numor_Type> Make_Runs(const char* instrument, int runs, std::size_t cells, std::size_t frames) {
+std::vector<Powder_Numor_Type> Make_Runs(const char* instrument, int runs, std::size_t cells, std::size_t frames, bool even = true) {
     std::vector<Powder_Numor_Type> made(static_cast<std::size_t>(runs));
     for (int r = 0; r < runs; ++r) {
         Powder_Numor_Type& run = made[static_cast<std::size_t>(r)];
@@ -23,7 +23,8 @@ std::vector<Powder_Numor_Type> Make_Runs(const char* instrument, int runs, std::
         run.counts = Frame_Values(cells, frames);
         for (std::size_t f = 0; f < frames; ++f) {
             run.tmc_ang.Frame(f)[frame_monitor] = 1000;
-            run.tmc_ang.Frame(f)[frame_angle] = 5.0f + 0.05f * static_cast<float>(f) + 0.013f * static_cast<float>(r % 7);
+            run.tmc_ang.Frame(f)[frame_angle] = static_cast<float>(
+                (5000.0 + 50.0 * static_cast<double>(f) + 13.0 * (r % 7) + (even ? 0.0 : 3.0 * static_cast<double>(f % 3))) / 1000);
         }
         std::size_t i = 0;
         for (float& count : run.counts.All()) count = static_cast<float>(1000 + i++ * 37 % 411);
@@ -72,7 +73,7 @@ void Convert(benchmark::State& state, const std::vector<Powder_Numor_Type>& runs
 }
 
 void Bank_Scan(benchmark::State& state) {
-    const auto runs = Make_Runs("R3A", 100, 25, 64);
+    const auto runs = Make_Runs("R3A", 100, 25, 64, state.range(1) != 0);
     Calibration_Detector_Type cal;
     cal.cal_instrument = "R3A";
     cal.ndet = 25, cal.npoints_det = 1;
@@ -85,7 +86,7 @@ void Bank_Scan(benchmark::State& state) {
 void Banks_Of_R8(benchmark::State& state) { Convert(state, Make_Runs("R8", 200, 64, 9), {}); }
 
 BENCHMARK(Adding)->Unit(benchmark::kMillisecond);
-BENCHMARK(Bank_Scan)->ArgName("calibrated")->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
+BENCHMARK(Bank_Scan)->ArgNames({"calibrated", "even"})->ArgsProduct({{0, 1}, {0, 1}})->Unit(benchmark::kMillisecond);
 BENCHMARK(Banks_Of_R8)->Unit(benchmark::kMillisecond);
 
 }  // namespace

@@ -81,6 +81,8 @@ Status Factor_Of(const Powder_Numor_Type& run, const Powder_Numor_Type& first, d
 
 void Add_Bank(const Cells& cells, const Powder_Numor_Type& run, Bank_Spline bank, std::vector<Bank_Spline>& splines) {
     const auto counts = run.counts.Frame(bank.bank);
+    bank.x.reserve(r8_cells);
+    bank.y.reserve(r8_cells);
     for (std::size_t cell = 0; cell < r8_cells; ++cell) {
         if (cells.on[Cell(bank.bank, cell)] == 0) continue;
         bank.x.push_back(bank.start + cell_distance * static_cast<double>(cell));
@@ -93,24 +95,24 @@ void Add_Bank(const Cells& cells, const Powder_Numor_Type& run, Bank_Spline bank
     splines.push_back(std::move(bank));
 }
 
-// Adds what a bank tells of the points of `band`.
+// Adds what a bank tells of the points of `band`. Points are as far from each other as cells are: all lie at the same part of their way
+// from a cell to the next.
 void Add_Points(const Cells& cells, const Bank_Spline& bank, Grid_Part band, Mean_Sums& sums) {
     const Grid_Part part = Points_Between(sums, bank.x.front(), bank.x.back());
-    for (std::size_t i = std::max(part.first, band.first); i < std::min(part.behind, band.behind); ++i) {
-        const double place = (sums.X(i) - bank.start) / cell_distance;
-        const std::size_t low = static_cast<std::size_t>(std::max(std::floor(place + play), 0.0));
-        const bool on_cell = std::fabs(place - static_cast<double>(low)) <= play;
-        const std::size_t high = on_cell ? low : low + 1;
-        if (high >= r8_cells) continue;
-        const std::size_t a = Cell(bank.bank, low), b = Cell(bank.bank, high);
+    const std::size_t first = std::max(part.first, band.first), behind = std::min(part.behind, band.behind);
+    if (first >= behind) return;
+    const double place = std::max((sums.X(first) - bank.start) / cell_distance, 0.0);
+    std::size_t low = static_cast<std::size_t>(place + play);
+    const double rest = place - static_cast<double>(low);
+    const bool on_cell = std::fabs(rest) <= play;
+    const Spline_Weights weights(on_cell ? 0.0 : rest, cell_distance);
+    const std::size_t to_right = on_cell ? 0 : 1;
+    for (std::size_t i = first; i < behind && low + to_right < r8_cells; ++i, ++low) {
+        const std::size_t a = Cell(bank.bank, low), b = a + to_right;
         if (cells.on[a] == 0 || cells.on[b] == 0) continue;
         const std::size_t left = cells.number[a], right = cells.number[b];
-        double value = bank.y[left], reciprocal = std::fabs(cells.reciprocal[a]);
-        if (!on_cell) {
-            const Spline_Weights weights(bank.x[left], bank.x[right], sums.X(i));
-            value = weights.Value(bank.y[left], bank.y[right], bank.derivatives[left], bank.derivatives[right]);
-            reciprocal = weights.left * reciprocal + weights.right * std::fabs(cells.reciprocal[b]);
-        }
+        const double value = weights.Value(bank.y[left], bank.y[right], bank.derivatives[left], bank.derivatives[right]);
+        const double reciprocal = weights.left * std::fabs(cells.reciprocal[a]) + weights.right * std::fabs(cells.reciprocal[b]);
         sums.y[i] += value;
         sums.variance[i] += bank.factor * reciprocal * value;
         sums.cells[i] += 1;
@@ -120,7 +122,7 @@ void Add_Points(const Cells& cells, const Bank_Spline& bank, Grid_Part band, Mea
 // Each thread has points of its own, so that each sum is made in one order.
 void Add_Banks(const Cells& cells, const std::vector<Bank_Spline>& splines, const Numor_Conversion& how, Mean_Sums& sums) {
     const int several = Threads_For(how.threads, splines.size() * r8_cells);
-    const std::size_t points = sums.y.size(), bands = static_cast<std::size_t>(several) * 4;
+    const std::size_t points = sums.y.size(), bands = several > 1 ? static_cast<std::size_t>(several) * 4 : 1;
 #ifdef _OPENMP
 #pragma omp parallel for num_threads(several) schedule(dynamic)
 #endif

@@ -31,17 +31,22 @@ struct Scan {
     const Powder_Numor_Type* run = nullptr;
     std::size_t frames = 0;
     std::size_t first_frame = 0;  // in arrays of frames
+    std::size_t row = 0;          // of its first frame in arrays of rows
+    bool even = false;            // its frames are as far from each other as the points
 };
 
 struct Work {
     std::vector<Scan> scans;
+    // A value of each frame of all scans.
     std::vector<std::size_t> order;      // frames as the file has them
     std::vector<double> angle, monitor;  // of each frame
-    std::vector<double> scratch;         // a value of each frame
-    std::vector<double> y, derivatives;  // a value of each frame and cell
-    std::vector<double> weight;          // variance of a count by its value, before the monitor: of each cell, or frame and cell
-    std::size_t weight_stride = 0;       // from a frame to the next
+    std::vector<double> to_part;         // of the way from the frame before: 1 by the difference of their angles
     double value = 1;                    // of the monitor, to which is normalised
+    // Rows of the scans that are at work: a value of each cell.
+    std::vector<double> scratch;  // one value a row
+    std::vector<double> y, derivatives;
+    std::vector<double> weight;     // variance of a count by its value, before the monitor; one row for all where it is that of a cell
+    std::size_t weight_stride = 0;  // from a row to the next
 };
 
 Status Take_Layout(const Powder_Numor_Type& first, std::string_view instrument, const Calibration_Detector_Type* cal, Bank& bank) {
@@ -102,6 +107,7 @@ Status Take_Frames(const Active_Runs& runs, Work& work) {
         std::stable_sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) { return angle(a) < angle(b); });
         for (const std::size_t frame : order) {
             work.angle.push_back(Told_Decimal(angle(frame)));
+            work.to_part.push_back(frame == order.front() ? 0.0 : 1 / (work.angle.back() - work.angle[work.angle.size() - 2]));
             work.monitor.push_back(static_cast<double>(run->tmc_ang.Frame(frame)[frame_monitor]));
         }
         work.scans.push_back(scan);
@@ -175,85 +181,150 @@ void Take_Tubes(const Bank& bank, std::span<const float> counts, double factor, 
 }
 
 void Fill_Scan(const Bank& bank, const Scan& scan, Work& work) {
-    const std::size_t cells = bank.cells, first = scan.first_frame;
-    for (std::size_t i = first; i < first + scan.frames; ++i) {
-        const auto counts = scan.run->counts.Frame(work.order[i]);
-        const double factor = bank.calibrated ? work.value / work.monitor[i] : 1.0;
-        double* const y = work.y.data() + i * cells;
+    const std::size_t cells = bank.cells;
+    for (std::size_t i = 0; i < scan.frames; ++i) {
+        const auto counts = scan.run->counts.Frame(work.order[scan.first_frame + i]);
+        const double factor = bank.calibrated ? work.value / work.monitor[scan.first_frame + i] : 1.0;
+        double* const y = work.y.data() + (scan.row + i) * cells;
         if (bank.heights == 1)
             Take_Row(bank, counts, factor, y);
         else
-            Take_Tubes(bank, counts, factor, y, work.weight.data() + i * cells);
+            Take_Tubes(bank, counts, factor, y, work.weight.data() + (scan.row + i) * cells);
     }
-    const auto part = [&](std::vector<double>& values, std::size_t columns) {
-        return std::span(values).subspan(first * columns, scan.frames * columns);
+    const auto rows = [&](std::vector<double>& values, std::size_t columns) {
+        return std::span(values).subspan(scan.row * columns, scan.frames * columns);
     };
-    Block_Spline(part(work.angle, 1), part(work.y, cells), cells, part(work.scratch, 1), part(work.derivatives, cells));
+    const auto angle = std::span(work.angle).subspan(scan.first_frame, scan.frames);
+    Block_Spline(angle, rows(work.y, cells), cells, rows(work.scratch, 1), rows(work.derivatives, cells));
 }
 
-// Every scan writes its own part of the arrays.
-void Fill_Scans(const Bank& bank, Work& work, int threads) {
-    const std::size_t frames = work.angle.size();
-    work.scratch.assign(frames, 0.0);
-    work.y.assign(frames * bank.cells, 0.0);
-    work.derivatives.assign(frames * bank.cells, 0.0);
-    if (bank.heights == 1) {
-        work.weight.resize(bank.cells);
-        std::transform(bank.reciprocal.begin(), bank.reciprocal.end(), work.weight.begin(), [](double r) { return std::fabs(r); });
-    } else {
-        work.weight.assign(frames * bank.cells, 1.0);
-        work.weight_stride = bank.cells;
-    }
-    const auto scans = static_cast<std::ptrdiff_t>(work.scans.size());
-    [[maybe_unused]] const int several = Threads_For(threads, work.y.size());
+// Every scan writes rows of its own.
+void Fill_Scans(const Bank& bank, std::span<const Scan> scans, [[maybe_unused]] int several, Work& work) {
 #ifdef _OPENMP
 #pragma omp parallel for num_threads(several) schedule(static)
 #endif
-    for (std::ptrdiff_t i = 0; i < scans; ++i) Fill_Scan(bank, work.scans[static_cast<std::size_t>(i)], work);
+    for (std::ptrdiff_t i = 0; i < static_cast<std::ptrdiff_t>(scans.size()); ++i)
+        Fill_Scan(bank, scans[static_cast<std::size_t>(i)], work);
 }
 
-// What one cell of a scan tells of the points of `band`.
-void Add_Cell(const Bank& bank, const Work& work, const Scan& scan, std::size_t cell, Grid_Part band, Mean_Sums& sums) {
-    const double* const angle = work.angle.data() + scan.first_frame;
-    const double* const monitor = work.monitor.data() + scan.first_frame;
-    const double position = bank.position[cell], first = angle[0], last = angle[scan.frames - 1];
-    const Grid_Part part = Points_Between(sums, first + position, last + position);
-    const std::size_t cells = bank.cells;
-    const double* const y = work.y.data() + scan.first_frame * cells + cell;
-    const double* const m = work.derivatives.data() + scan.first_frame * cells + cell;
-    const double* const weight = work.weight.data() + scan.first_frame * work.weight_stride + cell;
-    std::size_t right = 1;
-    for (std::size_t i = std::max(part.first, band.first); i < std::min(part.behind, band.behind); ++i) {
-        const double at = std::clamp(sums.X(i) - position, first, last);
-        while (angle[right] < at) ++right;
-        const Spline_Weights at_point(angle[right - 1], angle[right], at);
-        const std::size_t b = right * cells, a = b - cells;
-        const double value = at_point.Value(y[a], y[b], m[a], m[b]);
+// A cell of a scan, frame by frame, and the points to which it tells something.
+struct Cell_Walk {
+    const double *angle, *to_part, *monitor;  // of the frames
+    const double *y, *m, *weight;             // of the frame before the point
+    std::size_t next, next_weight;            // from a frame to the next
+    double position, value;
+    bool calibrated;
+    std::size_t first, behind;  // points
+    double* sum;
+    double* variance;
+    std::int32_t* count;
+
+    Cell_Walk(const Bank& bank, const Work& work, const Scan& scan, std::size_t cell, Grid_Part band, Mean_Sums& sums)
+        : angle(work.angle.data() + scan.first_frame),
+          to_part(work.to_part.data() + scan.first_frame),
+          monitor(work.monitor.data() + scan.first_frame),
+          y(work.y.data() + scan.row * bank.cells + cell),
+          m(work.derivatives.data() + scan.row * bank.cells + cell),
+          weight(work.weight.data() + scan.row * work.weight_stride + cell),
+          next(bank.cells),
+          next_weight(work.weight_stride),
+          position(bank.position[cell]),
+          value(work.value),
+          calibrated(bank.calibrated),
+          sum(sums.y.data()),
+          variance(sums.variance.data()),
+          count(sums.cells.data()) {
+        const Grid_Part part = Points_Between(sums, angle[0] + position, angle[scan.frames - 1] + position);
+        first = std::max(part.first, band.first), behind = std::min(part.behind, band.behind);
+    }
+
+    // Point i, between frame `left` and the one behind it.
+    void Add(const Spline_Weights& of, std::size_t left, std::size_t i) const {
+        const double at_point = of.Value(y[0], y[next], m[0], m[next]);
         double f = 1;
-        if (bank.calibrated) {
-            const double of_cell =
-                at_point.left * weight[(right - 1) * work.weight_stride] + at_point.right * weight[right * work.weight_stride];
-            f = of_cell * work.value / (at_point.left * monitor[right - 1] + at_point.right * monitor[right]);
-        }
-        sums.y[i] += value;
-        sums.variance[i] += f * value;
-        sums.cells[i] += 1;
+        if (calibrated)
+            f = (of.left * weight[0] + of.right * weight[next_weight]) * value / (of.left * monitor[left] + of.right * monitor[left + 1]);
+        sum[i] += at_point;
+        variance[i] += f * at_point;
+        count[i] += 1;
+    }
+    void Move(std::size_t frames) { y += frames * next, m += frames * next, weight += frames * next_weight; }
+};
+
+void Add_Cell(Cell_Walk walk, std::size_t frames, const Mean_Sums& sums) {
+    const double xmin = sums.xmin, step = sums.step, first = walk.angle[0], last = walk.angle[frames - 1];
+    std::size_t left = 0;
+    for (std::size_t i = walk.first; i < walk.behind; ++i) {
+        const double at = std::clamp(xmin + static_cast<double>(i) * step - walk.position, first, last);
+        for (; walk.angle[left + 1] < at; ++left) walk.Move(1);
+        const double from = walk.angle[left], to = walk.angle[left + 1];
+        walk.Add({(at - from) * walk.to_part[left + 1], to - from}, left, i);
     }
 }
 
+// Of frames that are a step of the pattern apart: all points lie at the same part of their way from a frame to the next.
+void Add_Even_Cell(Cell_Walk walk, std::size_t frames, const Mean_Sums& sums) {
+    if (walk.first >= walk.behind) return;
+    const double place = std::max((sums.X(walk.first) - walk.position - walk.angle[0]) / sums.step, 0.0);
+    std::size_t left = std::min(static_cast<std::size_t>(place), frames - 2);
+    const Spline_Weights of(std::min(place - static_cast<double>(left), 1.0), sums.step);
+    walk.Move(left);
+    const std::size_t behind = std::min(walk.behind, walk.first + (frames - 1 - left));
+    for (std::size_t i = walk.first; i < behind; ++i, ++left, walk.Move(1)) walk.Add(of, left, i);
+    if (behind == walk.behind) return;
+    // The last frame has none behind it.
+    left = frames - 2;
+    walk.y -= walk.next, walk.m -= walk.next, walk.weight -= walk.next_weight;
+    walk.Add({1.0, sums.step}, left, behind);
+}
+
+bool Is_Even(const Work& work, const Scan& scan, double step) {
+    const double* const angle = work.angle.data() + scan.first_frame;
+    for (std::size_t i = 1; i < scan.frames; ++i)
+        if (std::fabs(angle[i] - angle[0] - static_cast<double>(i) * step) > 1e-7 * step) return false;
+    return true;
+}
+
 // Each thread has points of its own, so that each sum is made in one order.
-void Add_Scans(const Bank& bank, const Work& work, int threads, Mean_Sums& sums) {
-    const int several = Threads_For(threads, work.y.size());
-    const std::size_t points = sums.y.size(), bands = static_cast<std::size_t>(several) * 4;
+void Add_Scans(const Bank& bank, std::span<const Scan> scans, int several, const Work& work, Mean_Sums& sums) {
+    const std::size_t points = sums.y.size(), bands = several > 1 ? static_cast<std::size_t>(several) * 4 : 1;
 #ifdef _OPENMP
 #pragma omp parallel for num_threads(several) schedule(dynamic)
 #endif
     for (std::ptrdiff_t part = 0; part < static_cast<std::ptrdiff_t>(bands); ++part) {
         const auto number = static_cast<std::size_t>(part);
         const Grid_Part band{points * number / bands, points * (number + 1) / bands};
-        for (const Scan& scan : work.scans)
+        for (const Scan& scan : scans)
             for (std::size_t cell = 0; cell < bank.cells; ++cell)
-                if (bank.on[cell] != 0) Add_Cell(bank, work, scan, cell, band, sums);
+                if (bank.on[cell] != 0) (scan.even ? Add_Even_Cell : Add_Cell)({bank, work, scan, cell, band, sums}, scan.frames, sums);
+    }
+}
+
+// A few scans at a time, which stay near the processor: one for a thread alone, enough for several to share.
+void Sum_Scans(const Bank& bank, int threads, Work& work, Mean_Sums& sums) {
+    std::size_t all = 0, most = 0;
+    for (Scan& scan : work.scans) {
+        all += scan.frames * bank.cells, most = std::max(most, scan.frames);
+        scan.even = Is_Even(work, scan, sums.step);
+    }
+    const int several = Threads_For(threads, all);
+    const std::size_t together = several > 1 ? std::min<std::size_t>(work.scans.size(), 16 * static_cast<std::size_t>(several)) : 1;
+    const std::size_t rows = together * most;
+    work.scratch.resize(rows);
+    work.y.resize(rows * bank.cells);
+    work.derivatives.resize(rows * bank.cells);
+    if (bank.heights == 1) {
+        work.weight.resize(bank.cells);
+        std::transform(bank.reciprocal.begin(), bank.reciprocal.end(), work.weight.begin(), [](double r) { return std::fabs(r); });
+    } else {
+        work.weight.resize(rows * bank.cells);
+        work.weight_stride = bank.cells;
+    }
+    for (std::size_t first = 0; first < work.scans.size(); first += together) {
+        const auto scans = std::span(work.scans).subspan(first, std::min(together, work.scans.size() - first));
+        for (std::size_t i = 0; i < scans.size(); ++i) scans[i].row = i * most;
+        Fill_Scans(bank, scans, several, work);
+        Add_Scans(bank, scans, several, work, sums);
     }
 }
 
@@ -311,10 +382,9 @@ Status Convert_Bank_Scan(const Active_Runs& runs, std::string_view instrument, c
     if (Status status = Check_Frames(bank, work); status.failed) return status;
     std::size_t points = 0;
     if (Status status = Points_Of_Range(range.low, range.high, step, points); status.failed) return status;
-    Fill_Scans(bank, work, how.threads);
     Mean_Sums sums{range.low, step, std::vector<double>(points, 0.0), std::vector<double>(points, 0.0),
                    std::vector<std::int32_t>(points, 0)};
-    Add_Scans(bank, work, how.threads, sums);
+    Sum_Scans(bank, how.threads, work, sums);
     return Take_Mean(sums, range.high, p);
 }
 

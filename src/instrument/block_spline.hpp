@@ -17,11 +17,9 @@ void Block_Spline(std::span<const double> x, std::span<const double> y, std::siz
 struct Spline_Weights {
     double left, right, bend_left, bend_right;
 
-    Spline_Weights(double from, double to, double at) {
-        const double h = to - from;
-        right = (at - from) / h;
-        left = 1 - right;
-        const double sixth = h * h / 6;
+    // At `part` (0 to 1) of an interval of length h.
+    Spline_Weights(double part, double h) : left(1 - part), right(part) {
+        const double sixth = h * h * (1.0 / 6);
         bend_left = (left * left - 1) * left * sixth;
         bend_right = (right * right - 1) * right * sixth;
     }

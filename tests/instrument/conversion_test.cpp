@@ -102,7 +102,7 @@ TEST(Conversion, SplinesHaveTheSlopesOfTheirChords) {
         Block_Spline(x, y, columns, scratch, found);
         for (std::size_t i = 0; i < found.size(); ++i) EXPECT_NEAR(found[i], wanted[i], 1e-9) << n;
     }
-    const Spline_Weights weights(1.0, 1.5, 1.1);
+    const Spline_Weights weights(0.2, 0.5);
     EXPECT_NEAR(weights.Value(2, 3, 4, -5), Cubic({1, 1.5}, {2, 3}, {4, -5}, 1.1), 1e-14);
 }
 
@@ -120,7 +120,7 @@ struct Simulated {
     Runs runs;
 };
 
-// Positions are whole steps away from 6.0 k, so that all frames stand on the points of the pattern.
+// Positions are whole steps away from 6.0 k, so that all frames stand on the points of the pattern; or anywhere, with uneven frames.
 Simulated Simulated_Bank(const std::string& instrument, int cells, int heights, double distance, bool whole_steps = true,
                          std::size_t frames = 200, double step = 0.05) {
     Dice dice(7);
@@ -134,7 +134,10 @@ Simulated Simulated_Bank(const std::string& instrument, int cells, int heights, 
         for (int i = 0; i < heights; ++i)
             if (i < k % 4 || i >= heights - k % 3 || k == 2) made.cal.cal_active[made.cal.Cell(i, k)] = false;
     for (int run = 0; run < 3; ++run) {
-        made.runs.push_back(Bank_Run(made.cal, 100 + run, Even_Angles(2 + (whole_steps ? 0.15 : 0.137) * run, step, frames), dice));
+        Doubles angles = Even_Angles(2 + (whole_steps ? 0.15 : 0.137) * run, step, frames);
+        for (double& angle : angles)
+            if (run == 1 && !whole_steps) angle += dice.Between(-0.4, 0.4) * step;
+        made.runs.push_back(Bank_Run(made.cal, 100 + run, angles, dice));
         made.runs.back().time = 50.0f + static_cast<float>(run);
     }
     return made;
