@@ -50,7 +50,7 @@ constexpr const char* final_label = "Final Numor";
 constexpr const char* monitor_label = "Monitor for normalization in Rawmerge";
 constexpr const char* interval_label = "Temperature interval to add numors (in K)";
 constexpr const char* directory_text = "Directory for saving input file for Rawmerge and data files";
-constexpr const char* block_label = "Number of numors in each block to be added:";
+constexpr const char* block_label = "Number of numors in each block to be added";
 constexpr const char* adding_labels[] = {"Save each Numor independently", "Add blocks of N Numors", "Add Numors into a single file",
                                          "Adds Numors with temperatures within a range of +/- dT"};
 constexpr int largest_block = 9999;  // has four columns
@@ -219,8 +219,8 @@ void Couple_Marks(int field) {
 
 // --- resource ----------------------------------------------------------------------------------------------------------------------
 
-Dialog_Field Whole(int field, const char* label, int largest) {
-    return {.number = field, .kind = Field_Kind::integer, .label = label, .width = 8, .lo = 0, .hi = largest};
+Dialog_Field Whole(int field, std::string label, int largest) {
+    return {.number = field, .kind = Field_Kind::integer, .label = std::move(label), .width = 8, .lo = 0, .hi = largest};
 }
 
 Dialog_Field Radio(int field, const char* label, int group) { return {field, Field_Kind::radio, label, group}; }
@@ -232,7 +232,7 @@ Dialog_Page File_Page() {
     return {.rows = {{{save_mark, Field_Kind::check_box, "&Save file to run Rawmerge       File Name:"}, text(file_name, "File Name:")},
                      {{code_mark, Field_Kind::check_box, "&Prepend a CodeFile to names     Codefile:"}, text(code_text, "Codefile:")},
                      {{temperature_mark, Field_Kind::check_box, "Append the &Temperature (in 0.01K) to the name of the files"}},
-                     {{directory_label, Field_Kind::label, directory_text}},
+                     {{directory_label, Field_Kind::label, std::string(directory_text) + ":"}},
                      {text(rawmerge_directory, directory_text), {browse_rawmerge, Field_Kind::push_button, ".Browse.."}},
                      {{only_mark, Field_Kind::check_box, "Save &only the Rawmerge file"}}}};
 }
@@ -247,7 +247,7 @@ Dialog_Page Merging_Page() {
                  {real(interval_number, interval_label, "(f8.3)")}}};
     int field = first_adding;
     for (const char* label : adding_labels) page.rows.push_back({Radio(field++, label, first_adding)});
-    page.rows.push_back({Whole(block_number, block_label, largest_block)});
+    page.rows.push_back({Whole(block_number, std::string(block_label) + ":", largest_block)});
     return page;
 }
 
