@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <set>
 #include <span>
 #include <utility>
 
@@ -134,8 +135,8 @@ private:
     int motors_told_ = -1, displacements_told_ = -1;
     int motors_read_ = 0, displacements_read_ = 0;
     bool size_read_ = false, wave_limits_read_ = false, ub_read_ = false;
-    std::vector<std::string_view> read_;  // keywords
-    std::string alphas_from_;             // the file that holds the efficiencies
+    std::set<std::string_view> read_;  // keywords
+    std::string alphas_from_;          // the file that holds the efficiencies
 };
 
 using Instrument = Diffractometer_Type;
@@ -405,7 +406,7 @@ Status Instrument_Reader::Missing() const {
 void Instrument_Reader::Tell_Defaults() const {
     std::string silent;
     for (const std::string_view limits : {"GAM+_LIMITS", "GAM-_LIMITS", "NU_LIMITS", "X_LIMITS", "Z_LIMITS"})
-        if (std::ranges::find(read_, limits) == read_.end()) silent += (silent.empty() ? "" : ", ") + std::string(limits);
+        if (!read_.contains(limits)) silent += (silent.empty() ? "" : ", ") + std::string(limits);
     if (!silent.empty()) warnings_.push_back(filename_ + ": limits that the file does not tell stand at their defaults: " + silent);
 }
 
@@ -455,7 +456,7 @@ Status Instrument_Reader::Read(Diffractometer_Type& instrument, bool& ub_read) {
         const Keyword_Line found = Split_Keyword(line);
         const auto keyword = std::ranges::find(keywords, found.word, &Keyword::word);
         if (keyword == std::ranges::end(keywords)) continue;
-        read_.push_back(keyword->word);
+        read_.insert(keyword->word);
         if ((this->*keyword->routine)(found.value)) continue;
         return failure_.failed ? failure_ : Fault(keyword->clause);
     }

@@ -19,7 +19,8 @@
 // DET_ALPHAS and RESOLUTION_SURFACE have the rows of a matrix, up to the next keyword.
 //
 // What has no default must stand there: DIM_XZP, ANG_LIMITS where NUM_ANG tells motors, DISP_LIMITS where NUM_DISP does, and WAVE_LIMITS
-// of a Laue diffractometer. GEOM tells the code of the geometry by its words; IGEOM (0 to 3) tells it where they do not.
+// of a Laue diffractometer. Other limits that a file is silent on are told as a warning. GEOM tells the code of the geometry by its words;
+// IGEOM (0 to 3) tells it where they do not.
 #pragma once
 
 #include <array>

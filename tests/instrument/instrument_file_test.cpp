@@ -153,6 +153,9 @@ TEST_F(Instrument_File, EveryKeywordSetsItsField) {
         EXPECT_TRUE(read.instrument == Whole_Instrument());
         EXPECT_TRUE(read.ub_read && read.warnings.empty());
     }
+    const std::vector<std::string> silent = Reading(size_line + "nu_limits -1 1\nX_LIMITS 0 1").warnings;
+    ASSERT_EQ(silent.size(), 1u);
+    EXPECT_TRUE(silent[0].starts_with("i.instrm: ") && silent[0].ends_with(": GAM+_LIMITS, GAM-_LIMITS, Z_LIMITS")) << silent[0];
     const Reading least(size_line);  // all else has a default, the unit matrix among them
     Diffractometer_Type expected;
     expected.horiz = 64, expected.vert = 32, expected.np_horiz = 32, expected.np_vert = 16, expected.igeom = 1;
@@ -313,7 +316,7 @@ TEST_F(Instrument_File, TheLastOfSeveralCountsAndTimesMayStandBeforeTheNames) {
 
 TEST_F(Instrument_File, GapsChangePlacesWhereThePixelsTellSo) {
     // The pitch is 80 / 160 horizontally and 64 / 32 vertically.
-    const std::string size = "DIM_XZP 80 64 160 32\n";
+    const std::string size = "DIM_XZP 80 64 160 32\nGAM+_LIMITS 0 1\nGAM-_LIMITS 0 1\nNU_LIMITS 0 1\nX_LIMITS 0 1\nZ_LIMITS 0 1\n";
     struct Case {
         const char* line;
         float cathodes, anodes;
