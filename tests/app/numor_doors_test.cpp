@@ -19,6 +19,11 @@ const std::string four_circle =
     "wave 0.875\n"
     "DIM_XZP 64 48 2 3\n"
     "GAPS_CA_AN 16 32\n"
+    "GAM+_LIMITS 1 130\n"
+    "GAM-_LIMITS -20 -1\n"
+    "NU_LIMITS -12 13\n"
+    "X_LIMITS 2 64\n"
+    "Z_LIMITS 3 48\n"
     "SETTING 0 1 0  1 0 0  0 0 -1\n"
     "UBMAT\n 0 0.125 0\n -0.5 0 0\n 0 0 0.25\n"
     "NUM_ANG 2\n"
@@ -223,9 +228,16 @@ TEST_F(Numor_Doors, print_instrument_tells_every_field_and_changes_nothing) {
                            {"cgap", 16.0},
                            {"agap", 32.0},
                            {"d_min", 0.5},
-                           {"gamma_p_max", 140.0},
-                           {"nu_min", -15.0},
-                           {"z_max", 40.0},
+                           {"gamma_p_min", 1.0},
+                           {"gamma_p_max", 130.0},
+                           {"gamma_n_min", -20.0},
+                           {"gamma_n_max", -1.0},
+                           {"nu_min", -12.0},
+                           {"nu_max", 13.0},
+                           {"x_min", 2.0},
+                           {"x_max", 64.0},
+                           {"z_min", 3.0},
+                           {"z_max", 48.0},
                            {"igeom", 2},
                            {"ipsd", 2},
                            {"e2", {1.0, 0.0, 0.0}},
@@ -242,8 +254,8 @@ TEST_F(Numor_Doors, print_instrument_tells_every_field_and_changes_nothing) {
                            {"disp_limits", Json::array({{-3.0, 3.0}})},
                            {"disp_offsets", Json::array({0.25})},
                            {"alphas", {{1.0, 2.0}, {3.0, 4.0}, {5.0, 6.0}}}});
-    for (const std::string name : {"detector_type", "gamma_c", "nu_c", "rot_order", "tilt", "gamma_p_min", "gamma_n_min", "gamma_n_max",
-                                   "nu_max", "x_min", "x_max", "z_min", "e1", "e3", "det_offsets", "disp_centre", "alpha_file"})
+    for (const std::string name :
+         {"detector_type", "gamma_c", "nu_c", "rot_order", "tilt", "e1", "e3", "det_offsets", "disp_centre", "alpha_file"})
         EXPECT_TRUE(record.contains(name)) << name;
     EXPECT_EQ(record["resolution_surface"].size() * record["resolution_surface"][0].size(), 2u);
     const std::string none = "Current Instrument not set! (call subroutine: Read_Current_Instrm)";
@@ -386,13 +398,14 @@ TEST_F(Numor_Doors, command_line_writes_a_matrix_and_keeps_the_file_before) {
         EXPECT_NE(run.errors.find(r.message), std::string::npos) << run.errors;
         EXPECT_EQ(Text_Of(directory / "r6.instrm"), twice) << r.message;
     }
-    // What was read otherwise than it stands is told at the end.
-    Write("exchanged.instrm", "DIM_XZP 64 48 32 12\nGAPS_CA_AN 2 4\n");
+    // What was read otherwise than it stands, or not at all, is told at the end.
+    Write("exchanged.instrm", "DIM_XZP 64 48 32 12\nGAPS_CA_AN 2 4\nX_LIMITS 0 64\n");
     const Run_Result warned = Run({"--instrument", "exchanged.instrm"});
     EXPECT_EQ(warned.status, 0) << warned.errors;
-    const std::size_t warning = warned.output.find("\nWarning: ");
-    ASSERT_NE(warning, std::string::npos) << warned.output;
-    EXPECT_EQ(warned.output.find('\n', warning + 1), warned.output.size() - 1);
+    std::istringstream lines(warned.output.substr(std::min(warned.output.find("Warning: "), warned.output.size())));
+    int warnings = 0;
+    for (std::string line; std::getline(lines, line); ++warnings) EXPECT_TRUE(line.starts_with("Warning: exchanged.instrm: ")) << line;
+    EXPECT_EQ(warnings, 2) << warned.output;
 }
 
 }  // namespace
