@@ -139,9 +139,9 @@ constexpr const char* table = R"(
 40207 111 Run Radiox
 40208 ??? Free Format File (.dat)
 40209 ??? XY / XYS Data File (.xys)
-40210 ??? View Header Numor...
-40211 ??? Open KVR Instrument + Numors
-40212 ??? Open Numor File (KVR)
+40210 111 View Header Numor...
+40211 111 Open KVR Instrument + Numors
+40212 111 Open Numor File (KVR)
 40213 111 Prepare a OSL file for Radiox
 40215 011 Spectral Lines
 40216 ??? K-alpha1

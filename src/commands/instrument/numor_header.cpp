@@ -12,7 +12,7 @@ namespace vntl {
 namespace {
 
 constexpr int header_dialog = 444;
-enum Header_Field { file_label = 4440, listing_text };
+enum Header_Field { file_label = 4455, listing_text };
 constexpr int columns_seen = 84, lines_seen = 24;
 
 template <class Numor>

@@ -23,6 +23,7 @@ namespace {
 
 using Names = std::vector<std::string>;
 
+constexpr std::string_view no_place = "No temporary directory was found in your system";
 // One more than there is room for: the table tells that it is full.
 constexpr int most_looked_for = max_profiles + 1;
 
@@ -58,11 +59,11 @@ void Unpack_By_Program(Application& app, Runs_To_Open& runs) {
     const Program_Suite suite = Suite_Of(app);
     const auto compressed = [](const std::string& file) { return Is_Compressed_Name(file); };
     if (!Has_Own_Program(suite) || std::none_of(runs.files.begin(), runs.files.end(), compressed)) return;
-    const Status status = app.directories.Temporary_Directory();
-    if (status.failed) {
+    if (const Status status = app.directories.Temporary_Directory(); status.failed) {
+        const std::string why = Contains(status.message, no_place) ? status.message : std::string(no_place) + '\n' + status.message;
         for (const std::string& file : runs.files)
             if (compressed(file))
-                runs.refusals.push_back({.text = std::string(File_Part(file)) + ": " + status.message, .title = std::string(error_title)});
+                runs.refusals.push_back({.text = std::string(File_Part(file)) + ": " + why, .title = std::string(error_title)});
         std::erase_if(runs.files, compressed);
         return;
     }
@@ -83,8 +84,7 @@ Open_Result Open_Runs(Application& app, Names files, const std::string& instrume
 
 void Find_Directories(Application& app) {
     Data_Directories& directories = app.directories;
-    if (directories.KVR_data_directory.empty()) (void)Set_KVR_data_directory(directories, IOsDirName() + app.session.config.sep);
-    Initialize_Data_Directory(directories);
+    if (directories.KVR_data_directory.empty()) Initialize_Data_Directory(directories);
     Initialize_Temp_Directory(directories);
 }
 

@@ -9,7 +9,7 @@ struct Application;
 
 inline constexpr const char* numor_filter = "Numor Data File |*.*;*.Z|";  // of selectors
 
-// Finds the directories of runs and of temporary files; the first thing that a command about runs does.
+// Finds the directories of runs, which the session keeps, and of temporary files; the first thing that a command about runs does.
 void Find_Directories(Application&);
 
 // The instrument that measured a file: by the directories of its path, or as the user tells, to whom the one that the file names itself is

@@ -13,7 +13,7 @@ namespace vntl {
 namespace {
 
 constexpr int instrument_dialog = 443;
-enum Instrument_Field { group_menu = 4430, type_menu, name_menu };
+enum Instrument_Field { group_menu = 4450, type_menu, name_menu };
 constexpr std::size_t name_width = 4;
 
 // Places in the groups, the types of a group, the names of a type.
