@@ -38,11 +38,10 @@ Diffractometer_Type Default_Laue() {
 }
 
 Diffractometer_Type Default_Four_Circles() {
-    constexpr std::string_view description = "4C-Diff High-Chi, Eulerian cradle";
     Diffractometer_Type made = Both_Kinds("2Theta");
     made.info = "Default 4-cercles diffractrometer";
-    made.name_inst = Trim_Right(Cut(description, name_inst_width));
-    made.geom = Trim_Right(Cut(description, geom_width));
+    made.name_inst = Cut("4C-Diff High-Chi", name_inst_width);
+    made.geom = "Eulerian cradle";
     made.igeom = 2;
     made.horiz = made.vert = 64;
     made.agap = made.cgap = 2;

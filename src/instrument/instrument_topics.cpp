@@ -15,8 +15,6 @@ namespace vntl {
 
 namespace {
 
-constexpr std::string_view no_current_instrument = " Current Instrument not set! (call subroutine: Read_Current_Instrm) ";
-
 // A list of the lists of real numbers.
 template <class Rows>
 Json Rows_Of_Reals(const Rows& rows) {
@@ -142,6 +140,14 @@ Json Table_Json(const Real_Table& table) {
     return list;
 }
 
+// Where none was told all are 1, which millions of pixels need no list for.
+Json Alphas_Json(const Diffractometer_Type& d) {
+    constexpr long long most_listed = 1 << 16;
+    const long long pixels = static_cast<long long>(d.np_horiz) * d.np_vert;
+    if (!d.alphas.values.empty() || pixels < 1 || pixels > most_listed) return Table_Json(d.alphas);
+    return Table_Json({d.np_horiz, d.np_vert, std::vector<float>(static_cast<std::size_t>(pixels), 1.0f)});
+}
+
 Json Times_Json(std::span<const std::vector<std::pair<float, float>>> motors) {
     Json list = Json::array();
     for (const auto& pairs : motors) {
@@ -213,22 +219,22 @@ Json Instrument_Json(const Diffractometer_Type& d) {
     record["det_offsets"] = Json_Reals(d.det_offsets);
     record["disp_centre"] = Json_Reals(d.disp_centre);
     record["alpha_file"] = Json_Text(d.alpha_file);
-    record["alphas"] = Table_Json(d.alphas);
+    record["alphas"] = Alphas_Json(d);
     record["resolution_surface"] = Table_Json(d.resolution_surface);
     return record;
 }
 
-Status Print_Instrument(const std::string& directory, const Instrument_State& current, Words words, const Put_Line& put) {
+// A file becomes the current instrument. As long as none is, the default stands in its place, which is not set by that.
+Status Print_Instrument(const std::string& directory, Instrument_State& current, Words words, const Put_Line& put) {
     if (words.size() > 1) return Status::Fail("usage: print instrument [FILE]");
-    if (words.empty()) {
-        if (!current.Current_Instrm_Set) return Status::Fail(no_current_instrument);
-        put({{"instrument", Instrument_Json(current.Current_Instrm)}});
-        return Status::Done();
-    }
-    Instrument_State of_file;
     std::vector<std::string> warnings;
-    if (Status status = Read_Current_Instrm(In_Directory(directory, words[0]), of_file, warnings); status.failed) return status;
-    put({{"instrument", Instrument_Json(of_file.Current_Instrm)}, {"warnings", Json_Texts(warnings)}});
+    if (!words.empty())
+        if (Status status = Read_Current_Instrm(In_Directory(directory, words[0]), current, warnings); status.failed) return status;
+    Instrument_State shown = current;
+    if (!current.Current_Instrm_Set) Set_Default_Instrument(shown);
+    Json line{{"instrument", Instrument_Json(shown.Current_Instrm)}, {"Current_Instrm_Set", current.Current_Instrm_Set}};
+    if (!words.empty()) line["warnings"] = Json_Texts(warnings);
+    put(line);
     return Status::Done();
 }
 
@@ -249,7 +255,7 @@ Status Print_Found(Data_Directories& directories, Words words, const Put_Line& p
 
 }  // namespace
 
-std::vector<Topic> Instrument_Topics(const std::string& directory, Data_Directories& directories, const Instrument_State& current) {
+std::vector<Topic> Instrument_Topics(const std::string& directory, Data_Directories& directories, Instrument_State& current) {
     return {{"numor", [directory](Words words, const Put_Line& put) { return Print_Numor(directory, words, put); }},
             {"calibration", [directory](Words words, const Put_Line& put) { return Print_Calibration(directory, words, put); }},
             {"instrument",

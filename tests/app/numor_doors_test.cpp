@@ -204,13 +204,13 @@ TEST_F(Numor_Doors, print_tells_calibrations_and_uses_them) {
     EXPECT_EQ(at(patterns[1]["converted"], -1.5, "y"), 23.0);
 }
 
-TEST_F(Numor_Doors, print_instrument_tells_every_field_and_changes_nothing) {
+TEST_F(Numor_Doors, print_instrument_tells_every_field_and_takes_the_file_over) {
     Write("r6.instrm", four_circle);
     const Run_Result run = Script("print instrument\nprint instrument r6.instrm\nprint instrument\n");
     const std::vector<Json> told = run.With("instrument");
-    ASSERT_EQ(told.size(), 1u) << run.errors;
-    EXPECT_EQ(told[0]["warnings"], Json::array());
-    const Json& record = told[0]["instrument"];
+    ASSERT_EQ(told.size(), 3u) << run.errors;
+    EXPECT_EQ(told[1]["warnings"], Json::array());
+    const Json& record = told[1]["instrument"];
     Expect_Fields(record, {{"info", "Single crystals, hot neutrons"},
                            {"name_inst", "R6"},
                            {"geom", "4C-Diff High-Ch"},
@@ -258,8 +258,12 @@ TEST_F(Numor_Doors, print_instrument_tells_every_field_and_changes_nothing) {
          {"detector_type", "gamma_c", "nu_c", "rot_order", "tilt", "e1", "e3", "det_offsets", "disp_centre", "alpha_file"})
         EXPECT_TRUE(record.contains(name)) << name;
     EXPECT_EQ(record["resolution_surface"].size() * record["resolution_surface"][0].size(), 2u);
-    const std::string none = "Current Instrument not set! (call subroutine: Read_Current_Instrm)";
-    Expect_Refusals(run, {"line 1:  " + none, "line 3:  " + none});
+    // Before it, that of the default, which is not set; behind it, the file's.
+    EXPECT_EQ(told[0]["Current_Instrm_Set"], false);
+    EXPECT_EQ(told[0]["instrument"]["info"], "Default 4-cercles diffractrometer");
+    EXPECT_EQ(told[0]["instrument"]["alphas"].size(), 32u);
+    EXPECT_EQ(told[2]["Current_Instrm_Set"], true);
+    EXPECT_EQ(told[2]["instrument"], record);
 }
 
 TEST_F(Numor_Doors, print_found_walks_the_tree) {
