@@ -4,6 +4,7 @@
 #include <cmath>
 #include <limits>
 #include <numeric>
+#include <utility>
 
 #include "base/conversions.hpp"
 #include "instrument/block_spline.hpp"
@@ -50,7 +51,7 @@ struct Work {
 };
 
 Status Take_Layout(const Powder_Numor_Type& first, std::string_view instrument, const Calibration_Detector_Type* cal, Bank& bank) {
-    const std::size_t counts = first.counts.values();
+    const auto counts = static_cast<std::size_t>(first.nbdata);
     bank.calibrated = cal != nullptr;
     if (cal == nullptr) {
         bank.heights = instrument == "R5B" && counts > 0 && counts % tubes_of_r5b == 0 ? counts / tubes_of_r5b : 1;
@@ -300,16 +301,22 @@ void Add_Scans(const Bank& bank, std::span<const Scan> scans, int several, const
     }
 }
 
+// Scans stand one behind the other in the arrays of rows; how many rows they take.
+std::size_t Place_Scans(std::span<Scan> scans) {
+    std::size_t rows = 0;
+    for (Scan& scan : scans) scan.row = std::exchange(rows, rows + scan.frames);
+    return rows;
+}
+
 // A few scans at a time, which stay near the processor: one for a thread alone, enough for several to share.
 void Sum_Scans(const Bank& bank, int threads, Work& work, Mean_Sums& sums) {
-    std::size_t all = 0, most = 0;
-    for (Scan& scan : work.scans) {
-        all += scan.frames * bank.cells, most = std::max(most, scan.frames);
-        scan.even = Is_Even(work, scan, sums.step);
-    }
-    const int several = Threads_For(threads, all);
-    const std::size_t together = several > 1 ? std::min<std::size_t>(work.scans.size(), 16 * static_cast<std::size_t>(several)) : 1;
-    const std::size_t rows = together * most;
+    for (Scan& scan : work.scans) scan.even = Is_Even(work, scan, sums.step);
+    const int several = Threads_For(threads, work.angle.size() * bank.cells);
+    const std::size_t together = several > 1 ? 16 * static_cast<std::size_t>(several) : 1;
+    const std::span all(work.scans);
+    const auto some = [&](std::size_t first) { return all.subspan(first, std::min(together, all.size() - first)); };
+    std::size_t rows = 0;
+    for (std::size_t first = 0; first < all.size(); first += together) rows = std::max(rows, Place_Scans(some(first)));
     work.scratch.resize(rows);
     work.y.resize(rows * bank.cells);
     work.derivatives.resize(rows * bank.cells);
@@ -320,11 +327,9 @@ void Sum_Scans(const Bank& bank, int threads, Work& work, Mean_Sums& sums) {
         work.weight.resize(rows * bank.cells);
         work.weight_stride = bank.cells;
     }
-    for (std::size_t first = 0; first < work.scans.size(); first += together) {
-        const auto scans = std::span(work.scans).subspan(first, std::min(together, work.scans.size() - first));
-        for (std::size_t i = 0; i < scans.size(); ++i) scans[i].row = i * most;
-        Fill_Scans(bank, scans, several, work);
-        Add_Scans(bank, scans, several, work, sums);
+    for (std::size_t first = 0; first < all.size(); first += together) {
+        Fill_Scans(bank, some(first), several, work);
+        Add_Scans(bank, some(first), several, work, sums);
     }
 }
 
