@@ -23,8 +23,11 @@ struct Numor_Conversion {
 inline constexpr int most_converted_points = 500000;
 
 // Makes a pattern of those runs that are `active` (one flag a run). R3B and R22: their sum. R3A and R5B: the mean over all cells and runs
-// of the splines through the frames of a cell. R8: the same of the cells of nine banks. A pattern without points (a scan without a step)
-// is no failure. `warnings`: what the pattern cannot be trusted in.
+// of the splines through the frames of a cell. R8: the same of the cells of nine banks. x rises, whichever way scans went. A pattern
+// without points (a scan without a step) is no failure; of another instrument nothing is filled. `warnings`: what the pattern cannot be
+// trusted in. Refused, with the pattern as it was: runs of several instruments, wavelengths or sizes; a calibration of another instrument
+// or size, or without an active cell; frames at one angle; a monitor or time of 0 by which counts were to be divided; more than
+// most_converted_points.
 Status PowderNumors_To_DiffPattern(std::span<const Powder_Numor_Type> numors, const std::vector<bool>& active,
                                    Diffraction_Pattern_Type& pattern, const Numor_Conversion& how, std::vector<std::string>& warnings);
 

@@ -144,7 +144,7 @@ Simulated Simulated_Bank(const std::string& instrument, int cells, int heights, 
 }
 
 TEST(Conversion, TrueCalibrationsGiveThePatternBack) {
-    const Simulated r3a = Simulated_Bank("R3A", 25, 1, 6.0), r5b = Simulated_Bank("R5B", 128, 16, 1.25);
+    const Simulated r3a = Simulated_Bank("R3A", 25, 1, 6.0), r5b = Simulated_Bank("R5B", 128, 16, 1.25, true, 80);
     for (const Simulated* bank : {&r3a, &r5b}) {
         const float wanted = 3 * normal_monitor;
         const Diffraction_Pattern_Type p = Pattern(bank->runs, {.vnorm = wanted, .cal = &bank->cal});
