@@ -158,6 +158,7 @@ void Script_Runner::At_End() {
         cancelled_ = front;
     } else {
         app_.leaving = true;  // also where a dialog does not mind
+        cancelled_ = 0;       // the next one may have the same number
     }
     Post_Message({Message_Kind::repaint, {}});  // wakes the loop, which then sees that the program is being left
 }
