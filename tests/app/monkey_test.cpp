@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "app/testing.hpp"
+#include "instrument/numor_text.hpp"
 #include "patterns/prf_files.hpp"
 #include "patterns/sample_files.hpp"
 
@@ -18,7 +19,8 @@ constexpr const char* files =
     "txt|"
     "refined.prf|refined.prf|cut.prf|results.seq|table.gdf|pie.gdf|bad.gdf|saved.w3d|peaks.xrf|falling.xye|noise.xye|empty.dat|ten_points."
     "dat|huge_claim.dat|strange.dat|home|missing.xye|"
-    "missing.buf|good.buf|good.buf|mixed.buf|bad.buf|bank.3t2|saved.dat|saved.xys|\"\"|\"odd \\\" #.xye\"|/";
+    "data/r3b/100001|data/r3b/100003|missing.buf|good.buf|good.buf|mixed.buf|bad.buf|bank.3t2|saved.dat|saved.xys|\"\"|\"odd \\\" "
+    "#.xye\"|/";
 constexpr const char* keys = "Escape|Escape|Enter|Tab|Space|Backspace|Delete|Left|Up|Home|End|F1|F5|Back|Forward|a|z|\"#\"";
 constexpr const char* fields = "1|2|1001|1002|1003|1004|1010|1599|1603|1701|1702|\"Free Format (Inst. 0)\"|OK|Cancel|Text";
 constexpr const char* formats = "1002|1003|1004|1005|1006|1007|1008|1009|1010|1011|1599|1600|1601|1602|1603";
@@ -47,16 +49,16 @@ constexpr const char* dialogs =
     "40100|40123|40101|40162|40163|40020|40090|40092|40180|40159|40017|40042|40043|40089|40081|40087|40088|40023|40149|40115|40124|40151|"
     "40034|"
     "40044|40044|40122|40220|40222|40025|40025|40026|40036|40037|40141|40141|40158|40158|40157|40208|40209|40209|"
-    "40010|40002|40098|40160|40177|40191|40161|40213|40213";
+    "40010|40002|40098|40160|40177|40191|40161|40213|40213|40210|40210|40211|40211|40212|40212";
 constexpr const char* dialog_fields =
     "1020|1021|1282|1330|1647|1226|1227|1530|1531|1666|1314|1316|1317|1327|1306|1307|1356|1357|1358|1359|1712|1713|1714|1715|1721|1722|"
     "1732|"
     "1741|1802|1804|1812|1821|1822|1823|1824|1794|1795|1796|1799|1845|1848|1849|1850|1450|1451|1453|1460|1460|1461|1463|1465|1470|1473|"
     "1611|1614|1615|1631|1633|1241|1242|1251|1257|1271|1276|1901|1910|2135|2136|2137|2140|2141|2150|2101|2102|2105|2106|2112|4601|4605|"
-    "4606|4607|4609|4802|4803|4807";
+    "4606|4607|4609|4802|4803|4807|4420|4423|4424|4424|4426|4427|4428|4429|4431|4432|4433|4434|4438|4440|4443|4450|4451|4452";
 constexpr const char* dialog_buttons =
     "1|1|1|2|1437|1438|1441|1442|1332|1333|1528|1529|1532|1533|1534|1665|1328|1716|1717|1724|1725|1738|1739|1740|1752|1753|1754|1782|1800|"
-    "1800|2002|2003|2004|2006|4602|1612|1632|2130|2131|2132|2133|3";
+    "1800|2002|2003|2004|2006|4602|1612|1632|2130|2131|2132|2133|3|4422|4437";
 constexpr const char* grids =
     "1331 4|1331 4|1527 2|1527 2|1527 3|1527 4|1305 2|1318 2|1318 3|1711 3|1711 3|1723 3|1736 3|1742 1|1781 2|1791 3|1791 4";
 constexpr const char* modes = "40096|40097|40093|40094|40147|40138|40139|40144|40145|40148|40095|40099|40110|40216|40217|40218|40219|40221";
@@ -76,7 +78,7 @@ const std::string leave_own_windows = "press 2\ndialog 43\ncommand 40041\npress 
 
 // What a change that is taken back and made again leaves as it was.
 const std::string undo_and_redo =
-    "print changes\nprint rows\nprint data 1\nprint peaks\nprint background\nprint changes\ncommand 40506\ncommand 40507\n"
+    "print changes\nprint rows\nprint data 1\nprint peaks\nprint background\nprint changes\nmain\ncommand 40506\nmain\ncommand 40507\n"
     "print changes\nprint rows\nprint data 1\nprint peaks\nprint background\nprint changes";
 
 // Files of instruments: each one whole, cut short, and with some of its characters replaced.
@@ -102,10 +104,9 @@ public:
         if (choice < 8) return Files("drop");
         if (choice < 14) return Files("open") + (Below(2) == 0 ? Format_Answers() : "");
         if (choice < 17)
-            return "files " +
-                   (Below(2) == 0
-                        ? One_Of(files)
-                        : One_Of("cancel|cancel|saved.w3d|a.png|b.svg|c.gif|/x/d.ps|good.buf|saved.buf|saved|saved.xys|bank.3t2"));
+            return "files " + (Below(2) == 0 ? One_Of(files)
+                                             : One_Of("data/r3b/100001|data/r3b/100003|text.txt|cancel|cancel|saved.w3d|a.png|b.svg|c.gif|/"
+                                                      "x/d.ps|good.buf|saved.buf|saved|saved.xys|bank.3t2"));
         if (choice < 27) return Command();
         if (choice < 32) return Dialog();
         if (choice < 35) return "command " + One_Of(modes);
@@ -229,6 +230,12 @@ protected:
         std::ofstream(directory / "table.gdf") << "TITLE t\nN_PLOTS 1\nPLOT_TYPE polar\n{/ a\nN_POINTS 2\n1 2\n3 nan\nlegend\n/}\n";
         std::ofstream(directory / "pie.gdf") << "N_PLOTS 1\nPLOT_TYPE piechart\n{/ a\nN_POINTS 2\n1 2 x\n3 4 y\n/}\n";
         std::ofstream(directory / "bad.gdf") << "N_PLOTS 40\n{/ a\n";
+        fs::create_directories(directory / "data/r3b");
+        std::string run = Numor_Text::Of("R3B", {{.counts = {3, 5, 9, 4, 2}}}).Text();
+        for (const char* name : {"100001", "100003"}) {
+            std::ofstream(directory / "data/r3b" / name) << run;
+            run.resize(run.size() * 3 / 4);
+        }
         std::ofstream(directory / "text.txt") << "Two lines\nof text";
     }
 };
