@@ -343,6 +343,14 @@ TEST_F(Program, EmptyNamesAndADirectoryThatIsGone) {
     EXPECT_EQ(Run({"--script", a, "--record", "b.vns"}, gone).status, 2);
 }
 
+TEST_F(Program, TheEndLeavesEveryDialogThatComes) {
+    const std::string file = ' ' + Pattern("rising.xye");
+    const auto run =
+        Script("open" + file + "\ncommand 40017\ncell 1305 2 1 1.5406\npress OK\ndrop" + file + file + file + "\nprint dialog\n");
+    EXPECT_EQ(run.With("dialog").size(), 1u);  // which asks for constants, once a file
+    EXPECT_EQ(run.status, 0) << run.errors;
+}
+
 TEST_F(Program, ExitWritesTheRecentFilesAndQuitDoesNot) {
     Script("open " + Pattern("rising.xye") + "\nquit\n");
     EXPECT_FALSE(fs::exists(directory / "vantrelo.mlf"));

@@ -27,11 +27,13 @@ struct Choice {
 
 std::string As_Told(std::string_view name) { return std::string(Trim(Cut(name, name_width))); }
 
+// Behind "_" stands a form of the detector.
 Choice Choice_Of(std::string_view instrument) {
+    instrument = Trim(instrument.substr(0, instrument.find('_')));
     for (Choice choice; choice.group < Instrument_Groups().size(); ++choice.group)
         for (choice.type = 0; choice.type < choice.Group().types.size(); ++choice.type)
             for (choice.name = 0; choice.name < choice.Type().names.size(); ++choice.name)
-                if (Equal_No_Case(As_Told(choice.Name()), Trim(instrument))) return choice;
+                if (Equal_No_Case(As_Told(choice.Name()), instrument)) return choice;
     return {};
 }
 
