@@ -51,7 +51,7 @@ inline Powder_Numor_Type Empty_Run(const std::string& instrument, int numor, std
     return run;
 }
 
-// A run whose frames stand at `angles`; a cell counts what `mean` tells (frame, cell). `monitors` of each frame, or the normal one.
+// A run whose frames stand at `angles`, at the normal monitor; `counts` tells what a cell counts (frame, cell).
 inline Powder_Numor_Type Scan_Run(const std::string& instrument, int numor, std::size_t cells, const std::vector<double>& angles,
                                   const std::function<double(std::size_t, std::size_t)>& counts) {
     Powder_Numor_Type run = Empty_Run(instrument, numor, cells, angles.size());
