@@ -57,8 +57,9 @@ Status List_Numor(const std::vector<std::string>& words, std::string& text) {
     std::string instrument = words.size() > 1 ? words[1] : Instrument_Of_Path(In_Directory(IOsDirName(), file));
     if (instrument.empty()) instrument = Instrument_Of_Text(bytes);
     if (Trim(instrument).empty()) return Status::Fail_File("The file " + file + " names no instrument: give one behind it");
-    return Is_SXTAL_Numor_Instrument(instrument) ? List_Run<SXTAL_Numor_Type>(bytes, file, instrument, text)
-                                                 : List_Run<Powder_Numor_Type>(bytes, file, instrument, text);
+    const Status status = Is_SXTAL_Numor_Instrument(instrument) ? List_Run<SXTAL_Numor_Type>(bytes, file, instrument, text)
+                                                                : List_Run<Powder_Numor_Type>(bytes, file, instrument, text);
+    return With_File(status, file);
 }
 
 Status List_Instrument(const Instrument_Request& request, std::string& text) {

@@ -56,6 +56,11 @@ std::string By(long long a, long long b) { return std::to_string(a) + " x " + st
 
 }  // namespace
 
+Status With_File(Status status, const std::string& file) {
+    if (status.failed && !Contains(status.message, file)) status.message += " (" + file + ')';
+    return status;
+}
+
 std::string Instrument_Of_Text(std::string_view text) {
     Numor_Blocks found;
     (void)Find_Blocks(text.substr(0, head_size), found);  // a text cut within a block is still one

@@ -25,6 +25,7 @@ constexpr std::array<Geometry_Word, 6> geometry_words = {
 Status Open_Description(const std::string& filename, Text_File& file) {
     const std::string fault = "Error opening the file: " + filename;
     if (file.Open(filename, largest_description + 1).failed) return Status::Fail_File(fault);
+    if (file.Text().empty()) return Status::Fail_File(fault + " => ZERO lines found!");
     return file.Text().size() <= largest_description ? Status::Done() : Status::Fail_File(fault + ", which is larger than 512 MB");
 }
 

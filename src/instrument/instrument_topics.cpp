@@ -78,7 +78,7 @@ Json Numor_Json(const SXTAL_Numor_Type& numor) {
 template <class Numor>
 Status Print_Run(const std::string& file, const std::string& instrument, const Put_Line& put) {
     Numor numor;
-    if (Status status = Read_Numor(file, instrument, numor); status.failed) return status;
+    if (Status status = Read_Numor(file, instrument, numor); status.failed) return With_File(status, file);
     Json run = Numor_Json(numor);
     run["tmc_ang"] = Frames_Json(numor.tmc_ang);
     run["counts"] = Frames_Json(numor.counts);

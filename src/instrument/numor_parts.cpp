@@ -6,6 +6,7 @@
 
 #include "base/text.hpp"
 #include "base/text_file.hpp"
+#include "instrument/data_directories.hpp"
 
 namespace vntl {
 
@@ -66,7 +67,7 @@ bool Is_Group(const Numor_Block& block, const Numor_Block* next, const Frame_Lay
     if (!next || !Is_Integers(*next)) return false;
     const std::size_t told = Told(block), nbdata = Size(layout.nbdata), group = frame_angle + Size(layout.nbang);
     if (told == nbdata) return false;
-    if (layout.may_hold_groups && told == nbdata + group_in_counts && Told(*next) == told) return false;
+    if (told == nbdata + group_in_counts && Told(*next) == told) return false;
     return told == group || told == group * Size(layout.nframes) || (told < nbdata && told <= frame_angle + most_angles);
 }
 
@@ -78,11 +79,11 @@ const Numor_Block* Next_Numbers(const std::vector<const Numor_Block*>& blocks, s
 }
 
 bool Holds_Groups(const std::vector<Data_Block>& data, const Frame_Layout& layout) {
-    if (!layout.may_hold_groups || data.empty()) return false;
+    if (data.empty()) return false;
     if (std::any_of(data.begin(), data.end(), [](const Data_Block& d) { return d.group != nullptr; })) return false;
     const std::size_t told = Told(*data[0].counts), nframes = Size(layout.nframes), nbdata = Size(layout.nbdata);
     const auto fits = [&](std::size_t frame) { return told == frame || told == nframes * frame; };
-    return fits(nbdata + group_in_counts) || !fits(nbdata);
+    return layout.always_holds_groups ? fits(nbdata + group_in_counts) || !fits(nbdata) : fits(nbdata + group_in_counts) && !fits(nbdata);
 }
 
 // Numbers of a block at most; two characters are the least that one takes.
@@ -144,7 +145,8 @@ private:
             if (!Take_Counts(k)) return Fault(Frame_Part::counts, frame_);
             ++kept_;
         }
-        const bool whole = status.ok() && numbers_.size() == told && frames > 0;
+        const bool aligned = Values() == 0 || told % Values() == 0;
+        const bool whole = status.ok() && numbers_.size() == told && frames > 0 && aligned;
         return whole || frame_ >= last_ ? Frames_Read{} : Fault(Frame_Part::counts, frame_);
     }
 
@@ -227,10 +229,10 @@ private:
 
 }  // namespace
 
-Status Open_Numor(const std::string& file, std::string_view instrument, Text_File& source) {
+Status Open_Numor(const std::string& file, std::string_view instrument, std::string& text) {
     if (Trim_Right(file).ends_with(".Z"))
         return Status::Fail(" Numor file is compressed. Please uncompress the numor before to use the program ");
-    return source.Open(file).ok() ? Status::Done() : Status::Fail_File(No_Lines(instrument, file));
+    return Read_Run_Bytes(file, text).ok() ? Status::Done() : Status::Fail_File(No_Lines(instrument, file));
 }
 
 Status Read_Numor_Texts(std::string_view text, const std::string& file, std::string_view instrument, std::string_view letters,
@@ -271,16 +273,30 @@ void Take_Common_Reals(const Numor_Source& source, Numor_Head& head) {
 
 int Angles_Of_Frame(int told) { return std::clamp(told, 1, most_angles); }
 
+// Of a detector with as many cells as a group has values: every other block is a group.
+bool Alternate(const std::vector<const Numor_Block*>& blocks, const Frame_Layout& layout) {
+    if (layout.nbdata != static_cast<int>(frame_angle) + layout.nbang) return false;
+    std::size_t alike = 0;
+    for (const Numor_Block* block : blocks) {
+        if (block->letter == 'F') return false;
+        alike += Is_Integers(*block) && Told(*block) == Size(layout.nbdata);
+    }
+    return alike == 2 * Size(layout.nframes);
+}
+
 std::vector<Data_Block> Find_Data_Blocks(const Numor_Source& source, Frame_Layout& layout) {
     std::vector<const Numor_Block*> behind;
     for (const Numor_Block& block : source.blocks.blocks)
         if (&block != source.integer_block && &block != source.real_block) behind.push_back(&block);
+    const bool alternate = Alternate(behind, layout);
     std::vector<Data_Block> data;
     const Numor_Block* group = nullptr;
     for (std::size_t i = 0; i < behind.size(); ++i) {
         const Numor_Block& block = *behind[i];
         if (block.letter == 'V') group = nullptr;
-        if (block.letter == 'F' || (Is_Integers(block) && Is_Group(block, Next_Numbers(behind, i + 1), layout)))
+        const bool of_integers =
+            Is_Integers(block) && (alternate ? group == nullptr : Is_Group(block, Next_Numbers(behind, i + 1), layout));
+        if (block.letter == 'F' || of_integers)
             group = &block;
         else if (Is_Integers(block))
             data.push_back({std::exchange(group, nullptr), &block});

@@ -12,10 +12,9 @@
 
 namespace vntl {
 
-class Text_File;
-
-// Opens the file of a run; `instrument` is the name of the reader. A name that ends in ".Z" is refused.
-Status Open_Numor(const std::string& file, std::string_view instrument, Text_File& source);
+// The text of a run; `instrument` is the name of the reader. A name that ends in ".Z" is refused; what is packed under another one is
+// unpacked.
+Status Open_Numor(const std::string& file, std::string_view instrument, std::string& text);
 
 // Words count from 1; those that the file does not hold are 0.
 struct Numor_Source {
@@ -49,10 +48,10 @@ struct Data_Block {
 
 struct Frame_Layout {
     int nframes = 1, nbdata = 0, nbang = 1;
-    bool may_hold_groups = false;  // blocks of counts may begin each frame with monitor, time and angle
-    bool holds_groups = false;
-    int first = 1, last = 0;  // frames to keep; 0: up to nframes
-    float step = 0;           // of the angles of frames of which no group tells
+    bool always_holds_groups = false;  // where no group has a block of its own
+    bool holds_groups = false;         // blocks of counts begin each frame with monitor, time and angle
+    int first = 1, last = 0;           // frames to keep; 0: up to nframes
+    float step = 0;                    // of the angles of frames of which no group tells
 };
 
 // Angles of a frame that a record has room for; every frame has one.

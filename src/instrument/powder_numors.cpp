@@ -2,7 +2,6 @@
 #include <numeric>
 
 #include "base/text.hpp"
-#include "base/text_file.hpp"
 #include "instrument/numor_parts.hpp"
 #include "instrument/read_numor.hpp"
 
@@ -37,7 +36,7 @@ Status Read_Full_Header(Numor_Source& source, Numor_Head& head, Frame_Layout& la
 Status Read_R3A(Numor_Source& source, Powder_Numor_Type& numor) {
     Frame_Layout layout;
     if (Status status = Read_Full_Header(source, numor, layout); status.failed) return status;
-    layout.may_hold_groups = true;
+    layout.always_holds_groups = true;
     const std::vector<Data_Block> data = Find_Data_Blocks(source, layout);
     if (!Read_Frames(data, layout, numor).ok()) return Status::Fail("Counts problems in Numor format for R3A Instrument");
     Take_Time_And_Monitor(numor);
@@ -68,7 +67,8 @@ Status Read_R5B(Numor_Source& source, Powder_Numor_Type& numor) {
 // R8 and R22 may do without an I block in the header: their first one then holds a group or counts, and stands behind the first F block.
 const Numor_Block* Optional_Integers(const Numor_Source& source) {
     const Numor_Block* const first = source.blocks.Find('I');
-    if (!first || first->words[0] > most_header_integers) return nullptr;
+    const bool counts_follow = source.blocks.Find('I', 2) || source.blocks.Find('J');
+    if (!first || !counts_follow || first->words[0] > most_header_integers) return nullptr;
     const bool in_front = source.real_block && first->line < source.real_block->line;
     return in_front || first->words[0] >= header_integers ? first : nullptr;
 }
@@ -205,9 +205,9 @@ Status Read_Numor(const std::string& file, std::string_view instrument, Powder_N
     numor = {};
     const std::string name = Upper(Trim(instrument));
     if (!Find_Reader(name)) return No_Reader(name);
-    Text_File source;
-    if (Status status = Open_Numor(file, name, source); status.failed) return status;
-    return Read_Numor_Text(source.Text(), file, name, numor);
+    std::string text;
+    if (Status status = Open_Numor(file, name, text); status.failed) return status;
+    return Read_Numor_Text(text, file, name, numor);
 }
 
 }  // namespace vntl

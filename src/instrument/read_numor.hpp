@@ -35,6 +35,9 @@ Status Read_Numor(const std::string& file, std::string_view instrument, SXTAL_Nu
 Status Read_Numor_Text(std::string_view text, const std::string& file, std::string_view instrument, SXTAL_Numor_Type& numor,
                        std::optional<Frame_Selection> frames = {});
 
+// What was told of a run, with the name of its file behind it where that is not told yet.
+Status With_File(Status status, const std::string& file);
+
 // The instrument that a run names itself in its first A block; blank for what is no numor.
 std::string Instrument_Of_Text(std::string_view text);
 

@@ -1,7 +1,6 @@
 #include <algorithm>
 
 #include "base/text.hpp"
-#include "base/text_file.hpp"
 #include "instrument/numor_parts.hpp"
 #include "instrument/read_numor.hpp"
 
@@ -90,9 +89,9 @@ Status Read_Numor(const std::string& file, std::string_view instrument, SXTAL_Nu
     numor = {};
     const std::string name = Upper(Trim(instrument));
     if (!Find_Reader(name)) return No_Reader(name);
-    Text_File source;
-    if (Status status = Open_Numor(file, name, source); status.failed) return status;
-    return Read_Numor_Text(source.Text(), file, name, numor, frames);
+    std::string text;
+    if (Status status = Open_Numor(file, name, text); status.failed) return status;
+    return Read_Numor_Text(text, file, name, numor, frames);
 }
 
 }  // namespace vntl

@@ -161,7 +161,6 @@ std::string Line_Number(int number) {
 Status Update_File(const std::string& filename, const Matrix3& ub, std::optional<float> wave) {
     Text_File file;
     if (Status status = Open_Description(filename, file); status.failed) return status;
-    if (file.Text().empty()) return Status::Fail_File("Error opening the file: " + filename + " => ZERO lines found!");
     std::string updated;
     int line = 0;
     if (Status status = Instrm_Text_With_UB(file.Text(), ub, wave, updated, line); status.failed) return status;

@@ -60,7 +60,8 @@ Status Read_Runs(const std::string& directory, const Wanted& wanted, std::vector
         const std::string file = In_Directory(directory, name);
         std::string bytes;
         if (Status status = Read_Run_Bytes(file, bytes); status.failed) return status;
-        if (Status status = Read_Numor_Text(bytes, file, wanted.instrument, runs.emplace_back()); status.failed) return status;
+        Status status = Read_Numor_Text(bytes, file, wanted.instrument, runs.emplace_back());
+        if (status.failed) return With_File(status, file);
     }
     return Status::Done();
 }

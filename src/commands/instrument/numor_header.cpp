@@ -65,11 +65,10 @@ void View_Numor_Header(Application& app) {
     const std::string instrument = Instrument_Of_File(file);
     if (instrument.empty()) return;
     std::vector<std::string> lines;
-    Status status = Listing_Of_File(file, instrument, lines);
+    const Status status = Listing_Of_File(file, instrument, lines);
     if (status.ok()) return Show_Listing(file, lines);
-    if (!Contains(status.message, file)) status.message += '\n' + file;
     app.failed = true;
-    app.ask.Error(status);
+    app.ask.Error(With_File(status, file));
 }
 
 }  // namespace vntl
