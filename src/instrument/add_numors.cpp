@@ -22,6 +22,9 @@ Status Check_Alike(const Active_Runs& runs) {
         if (run->nbdata != first.nbdata || run->counts.frames() != first.counts.frames() || run->counts.values() != first.counts.values())
             return Status::Fail("Impossible to add the numors selected. Not all Numors have the same number of counts!\n" + shape(first) +
                                 "\n" + shape(*run));
+    for (const Powder_Numor_Type* run : runs)
+        if (std::fabs(run->scans[1] - first.scans[1]) * static_cast<float>(first.counts.values()) > 0.1f)
+            return Status::Fail("Impossible to add the numors selected. Not all Numors have the same step!");
     return Status::Done();
 }
 

@@ -1,6 +1,7 @@
 #include "instrument/numor_parts.hpp"
 
 #include <algorithm>
+#include <numeric>
 #include <span>
 #include <utility>
 
@@ -131,6 +132,7 @@ private:
 
     Frames_Read Take(const Data_Block& block) {
         const std::size_t told = Told(*block.counts), frames = Frames_In(told);
+        if (nbdata_ > 0 && told % Values() != 0) return Fault(Frame_Part::counts, frame_);  // what fills no frame would shift others
         if (frames > 0 && frame_ + frames <= first_) {
             frame_ += frames;
             return {};
@@ -145,8 +147,7 @@ private:
             if (!Take_Counts(k)) return Fault(Frame_Part::counts, frame_);
             ++kept_;
         }
-        const bool aligned = Values() == 0 || told % Values() == 0;
-        const bool whole = status.ok() && numbers_.size() == told && frames > 0 && aligned;
+        const bool whole = status.ok() && numbers_.size() == told && frames > 0;
         return whole || frame_ >= last_ ? Frames_Read{} : Fault(Frame_Part::counts, frame_);
     }
 
@@ -180,9 +181,12 @@ private:
             told_angle_[kept_] = true;
         } else if ((k + 1) * group_size_ <= group_.size()) {
             const double* const group = group_.data() + k * group_size_;
-            for (std::size_t i = 0; i < std::min(group_size_, told.size()); ++i)
-                told[i] = static_cast<float>(i == frame_monitor || i == frame_total ? group[i] : group[i] / thousandths);
-            told_angle_[kept_] = group_size_ > frame_angle;
+            const std::size_t missing = Lacks_Total(group, k) ? 1 : 0, given = std::min(group_size_, told.size() - missing);
+            for (std::size_t i = 0; i < given; ++i) {
+                const std::size_t place = i < frame_total ? i : i + missing;
+                told[place] = static_cast<float>(place == frame_monitor || place == frame_total ? group[i] : group[i] / thousandths);
+            }
+            told_angle_[kept_] = given + missing > frame_angle;
         }
         if (group_size_ == group_.size()) {  // it was told of one frame
             group_.clear();
@@ -190,8 +194,17 @@ private:
         }
     }
 
+    const int* Counts(std::size_t k) const { return numbers_.data() + k * Values() + skipped_; }
+
+    // A group that is short of one value has no total, unless what stands in its place is just that.
+    bool Lacks_Total(const double* group, std::size_t k) const {
+        if (group_size_ != frame_total + Angles()) return false;
+        const int* const counts = Counts(k);
+        return group[frame_total] != std::accumulate(counts, counts + nbdata_, 0.0);
+    }
+
     bool Take_Counts(std::size_t k) {
-        const int* const counts = numbers_.data() + k * Values() + skipped_;
+        const int* const counts = Counts(k);
         const std::span<float> kept = head_.counts.Frame(kept_);
         long long total = 0;
         int least = 0;

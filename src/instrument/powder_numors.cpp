@@ -83,7 +83,9 @@ Status Read_Optional_Header(Numor_Source& source) {
 // front of each bank.
 const Numor_Block* R8_Conditions(const Numor_Source& source, const std::vector<Data_Block>& data) {
     const Numor_Block* const second = source.blocks.Find('F', 2);
-    if (!second || (data.size() > 1 && data[1].group)) return nullptr;
+    const bool is_group = std::any_of(data.begin(), data.end(), [second](const Data_Block& block) { return block.group == second; });
+    if (!second || !is_group) return second;
+    if (data.size() > 1 && data[1].group) return nullptr;
     for (const Numor_Block& block : source.blocks.blocks)
         if (block.letter == 'S' && block.line > source.real_block->line && block.line < second->line) return nullptr;
     return second;
