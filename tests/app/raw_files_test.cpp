@@ -50,6 +50,14 @@ TEST_F(Raw_Files, EveryWayInGivesARowADetector) {
         EXPECT_EQ(Script(left + print).With("kind").size(), 0u);
 }
 
+TEST_F(Raw_Files, WhatFailsKeepsTheViewOfTheUser) {
+    const auto run = Script("drop run.3t2\npress 1\ncommand 40137\nprint state\ndrop short.g44\npress 1\nprint state\n");
+    const auto states = run.With("plot_type");
+    ASSERT_EQ(states.size(), 2u) << run.output << run.errors;
+    EXPECT_GT(states[0]["x_view_min"], states[0]["x_all_min"]);
+    for (const char* side : {"x_view_min", "x_view_max", "y_view_min", "y_view_max"}) EXPECT_EQ(states[1][side], states[0][side]) << side;
+}
+
 TEST_F(Raw_Files, WhatFailsIsToldOnceAndKeepsTheRowsThatAreThere) {
     const struct {
         const char *statements, *box;
