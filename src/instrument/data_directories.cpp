@@ -168,6 +168,8 @@ void Initialize_Temp_Directory(Data_Directories& directories) {
     directories.KVR_temp_found = !found.empty() && Directory_Is_There(directories.KVR_temp_directory).value_or(false);
 }
 
+Status Look_For_Data_Directory(const std::string& path) { return Look_For_Directory("KVR", With_Separator(path)); }
+
 Status Set_KVR_data_directory(Data_Directories& directories, const std::string& path) {
     if (Is_Blank(path)) return Refuse_Directory("KVR", path, "doesn't exist");
     const std::string directory = With_Separator(path);

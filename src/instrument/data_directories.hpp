@@ -33,6 +33,8 @@ void Initialize_Data_Directory(Data_Directories& directories);
 // The environment's TEMP, TMP, USERPROFILE, TMPDIR, the first that is not blank, or /tmp.
 void Initialize_Temp_Directory(Data_Directories& directories);
 
+// Whether a directory of runs is there, and answers within a second.
+Status Look_For_Data_Directory(const std::string& path);
 Status Set_KVR_data_directory(Data_Directories& directories, const std::string& path);
 // A working directory, or that of an instrument in the tree ("data", its name).
 Status Set_Instrm_directory(Data_Directories& directories, std::optional<std::string> working_dir, std::string_view instrument = {});

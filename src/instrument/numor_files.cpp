@@ -21,13 +21,6 @@ std::string Numor_Name(int numor) {
     return std::string(name_digits - std::min(name_digits, digits.size()), '0') + digits;
 }
 
-// The path, or with ".Z": the one that is meant, unless only the other is there.
-std::string Plain_Or_Compressed(const std::string& plain, bool compressed) {
-    const std::string packed = plain + std::string(compressed_numor);
-    if (compressed) return IOsFileExists(plain) && !IOsFileExists(packed) ? plain : packed;
-    return IOsFileExists(packed) && !IOsFileExists(plain) ? packed : plain;
-}
-
 // Digits alone: a sign or a blank makes no number of a run.
 std::optional<int> Number_Of(std::string_view name) {
     int number = 0;
@@ -42,15 +35,23 @@ bool Is_Compressed_Name(std::string_view name) { return name.ends_with(compresse
 
 std::string Numor_Path(const std::string& directory, int numor, bool compressed) {
     const bool separated = directory.empty() || directory.ends_with('/');
-    return Plain_Or_Compressed(directory + (separated ? "" : "/") + Numor_Name(numor), compressed);
+    return directory + (separated ? "" : "/") + Numor_Name(numor) + std::string(compressed ? compressed_numor : "");
 }
 
-std::string Numor_Path_In_Tree(const std::string& root, int numor, std::string_view instrument, bool compressed) {
-    const std::string at_root = Numor_Path(root, numor, compressed);
-    if (IOsFileExists(at_root)) return at_root;
+std::string Actual_Numor(const std::string& path) {
+    const bool compressed = Is_Compressed_Name(path);
+    const std::string other = compressed ? path.substr(0, path.size() - compressed_numor.size()) : path + std::string(compressed_numor);
+    return !IOsFileExists(path) && IOsFileExists(other) ? other : path;
+}
+
+std::string Actual_Numor_In_Tree(const std::string& root, const std::string& path, std::string_view instrument) {
+    const std::string at_root = Actual_Numor(path);
+    const std::optional<int> numor = Number_Of(File_Part(path).substr(0, name_digits));
+    if (IOsFileExists(at_root) || !numor) return at_root;
     for (const char* cycle : {"data/", "data-1/"}) {
-        const std::string path = Plain_Or_Compressed(root + cycle + Run_In_Tree(numor, instrument), compressed);
-        if (IOsFileExists(path)) return path;
+        const std::string there = root + cycle + Run_In_Tree(*numor, instrument);
+        const std::string actual = Actual_Numor(Is_Compressed_Name(path) ? there + std::string(compressed_numor) : there);
+        if (IOsFileExists(actual)) return actual;
     }
     return at_root;
 }

@@ -14,12 +14,15 @@ inline constexpr std::string_view compressed_numor = ".Z";  // in capitals: what
 
 bool Is_Compressed_Name(std::string_view name);
 
-// The path of a run in a directory, as a compressed file or a plain one; the other one where only that is there.
+// The path of a run in a directory, as a compressed file or a plain one.
 std::string Numor_Path(const std::string& directory, int numor, bool compressed);
 
-// The path of a run that lies in the institute's tree or at its root: there, of the present cycle, of the one before. The first of these
-// where there is none. `root` ends in a separator.
-std::string Numor_Path_In_Tree(const std::string& root, int numor, std::string_view instrument, bool compressed);
+// Where such a run lies: there, or in its other form where only that is there. These look at files, and so may wait for a share of the net.
+std::string Actual_Numor(const std::string& path);
+
+// The same of a path at the root of the institute's tree: there, of the present cycle, of the one before. The first of these where there is
+// none. `root` ends in a separator.
+std::string Actual_Numor_In_Tree(const std::string& root, const std::string& path, std::string_view instrument);
 
 // The least and the largest number among the runs of a directory, and whether all are compressed.
 struct Numor_Range {

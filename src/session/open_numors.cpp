@@ -47,12 +47,13 @@ bool Is_Numor(const std::string& file) {
 }
 
 Open_Result Open_Numors(Session& session, Ask& ask, const std::vector<std::string>& files, const std::string& instrument,
-                        const std::map<std::string, std::string>& unpacked, const std::vector<Message_Box>& refusals) {
-    const auto read = [&instrument, &unpacked](const std::string& file) {
-        const auto plain = unpacked.find(file);
-        return Read_Numor_File(file, instrument, plain == unpacked.end() ? std::string() : plain->second);
+                        const Run_Sources& sources) {
+    const auto read = [&instrument, &sources](const std::string& file) {
+        const auto plain = sources.unpacked.find(file);
+        if (plain != sources.unpacked.end()) return Read_Numor_File(file, instrument, plain->second);
+        return Read_Numor_File(sources.place ? sources.place(file) : file, instrument);
     };
-    Open_Result result = Load_All(session, ask, {.paths = files, .refusals = refusals, .replaces = true}, read);
+    Open_Result result = Load_All(session, ask, {.paths = files, .refusals = sources.refusals, .replaces = true}, read);
     if (result.opened) session.store.profiles_uniform = true;
     return result;
 }

@@ -1,6 +1,7 @@
 // Runs of powder diffractometers as rows: they take the place of all rows that are there.
 #pragma once
 
+#include <functional>
 #include <map>
 #include <string>
 #include <vector>
@@ -13,11 +14,17 @@ struct Read_File;
 struct Session;
 class Ask;
 
+// Where runs come from.
+struct Run_Sources {
+    std::function<std::string(const std::string& file)> place = {};  // where a run really lies, called in any thread
+    std::map<std::string, std::string> unpacked = {};  // plain files that stand for compressed ones, removed when they are read
+    std::vector<Message_Box> refusals = {};            // what the box at the end tells besides
+};
+
 // Each run, compressed or not, becomes a row, past those that fail, which one box tells at the end. The old rows leave when the first new
-// one is ready, and stay where none is. `unpacked`: plain files that stand for compressed ones, removed when they are read. `refusals`:
-// what that box tells besides.
+// one is ready, and stay where none is.
 Open_Result Open_Numors(Session&, Ask&, const std::vector<std::string>& files, const std::string& instrument,
-                        const std::map<std::string, std::string>& unpacked = {}, const std::vector<Message_Box>& refusals = {});
+                        const Run_Sources& sources = {});
 
 // Runs beside the rows that are there, by the instrument that each names itself.
 Open_Result Open_Numor_Beside(Session&, Ask&, const std::string& file);

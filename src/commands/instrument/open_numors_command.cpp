@@ -1,7 +1,6 @@
 #include "commands/instrument/open_numors_command.hpp"
 
 #include <algorithm>
-#include <map>
 #include <vector>
 
 #include "base/os.hpp"
@@ -27,11 +26,9 @@ constexpr std::string_view no_place = "No temporary directory was found in your 
 // One more than there is room for: the table tells that it is full.
 constexpr int most_looked_for = max_profiles + 1;
 
-// Files and, of the compressed ones that a program has unpacked, the plain ones.
 struct Runs_To_Open {
     Names files;
-    std::map<std::string, std::string> unpacked = {};
-    std::vector<Message_Box> refusals = {};
+    Run_Sources sources = {};
 };
 
 // Runs are unpacked in memory, unless the user chose a program for that.
@@ -51,7 +48,7 @@ bool Unpack_By_Program(Application& app, const Program_Suite& suite, const std::
     const Command_Line command = suite.By_Name(Program_Role::cmd_unzip).In(place.path()).File(name);
     const bool ended = Run_Program(app, command, suite.Of(Program_Role::cmd_unzip));
     IOsDeleteFile(copy);
-    if (ended && IOsFileExists(plain)) runs.unpacked[file] = plain;
+    if (ended && IOsFileExists(plain)) runs.sources.unpacked[file] = plain;
     return ended;
 }
 
@@ -63,7 +60,7 @@ void Unpack_By_Program(Application& app, Runs_To_Open& runs) {
         const std::string why = Contains(status.message, no_place) ? status.message : std::string(no_place) + '\n' + status.message;
         for (const std::string& file : runs.files)
             if (compressed(file))
-                runs.refusals.push_back({.text = std::string(File_Part(file)) + ": " + why, .title = std::string(error_title)});
+                runs.sources.refusals.push_back({.text = std::string(File_Part(file)) + ": " + why, .title = std::string(error_title)});
         std::erase_if(runs.files, compressed);
         return;
     }
@@ -71,11 +68,10 @@ void Unpack_By_Program(Application& app, Runs_To_Open& runs) {
         if (compressed(file) && !Unpack_By_Program(app, suite, file, runs)) return;
 }
 
-Open_Result Open_Runs(Application& app, Names files, const std::string& instrument) {
-    Runs_To_Open runs{std::move(files)};
+Open_Result Open_Runs(Application& app, Runs_To_Open runs, const std::string& instrument) {
     Unpack_By_Program(app, runs);
-    Open_Result result = Open_Numors(app.session, app.ask, runs.files, instrument, runs.unpacked, runs.refusals);
-    for (const auto& [file, plain] : runs.unpacked) IOsDeleteFile(plain);  // of runs that were not read any more
+    Open_Result result = Open_Numors(app.session, app.ask, runs.files, instrument, runs.sources);
+    for (const auto& [file, plain] : runs.sources.unpacked) IOsDeleteFile(plain);  // of runs that were not read any more
     Show_Opened(app, result);
     return result;
 }
@@ -101,7 +97,7 @@ void Open_Selected_Numors(Application& app) {
     Names files = app.ask.Select_Files("Select Numors to open", numor_filter);
     if (files.empty()) return;
     const std::string instrument = Instrument_Of_File(files.front());
-    if (!instrument.empty()) Open_Runs(app, std::move(files), instrument);
+    if (!instrument.empty()) Open_Runs(app, {std::move(files)}, instrument);
 }
 
 void Open_Numors_Of_Instrument(Application& app) {
@@ -110,13 +106,19 @@ void Open_Numors_Of_Instrument(Application& app) {
     const Numor_Series& series = app.series;
     const std::string instrument = series.runs.instrument;
     if (instrument.empty() || series.only_rawmerge) return;
+    const std::string& told = series.runs.data_directory;
+    const std::string directory = told.empty() ? app.directories.KVR_data_directory : told;
+    if (const Status status = Look_For_Data_Directory(directory); status.failed) {
+        app.failed = true;
+        return app.ask.Error(status);
+    }
     const int last = std::min(series.runs.last, series.runs.first + most_looked_for - 1);
-    Names files;
-    for (int numor = series.runs.first; numor <= last; ++numor)
-        files.push_back(series.runs.data_directory.empty()
-                            ? Numor_Path_In_Tree(app.directories.KVR_data_directory, numor, instrument, series.compressed)
-                            : Numor_Path(series.runs.data_directory, numor, series.compressed));
-    const Open_Result result = Open_Runs(app, std::move(files), instrument);
+    Runs_To_Open runs;
+    for (int numor = series.runs.first; numor <= last; ++numor) runs.files.push_back(Numor_Path(directory, numor, series.compressed));
+    runs.sources.place = Actual_Numor;
+    if (told.empty())
+        runs.sources.place = [directory, instrument](const std::string& file) { return Actual_Numor_In_Tree(directory, file, instrument); };
+    const Open_Result result = Open_Runs(app, std::move(runs), instrument);
     if (last < series.runs.last && result.rows_added < max_profiles)
         app.ask.Warning("The numors from " + std::to_string(last + 1) + " to " + std::to_string(series.runs.last) +
                         " were not looked for: no more than " + std::to_string(max_profiles) + " can be opened.");
