@@ -1,10 +1,11 @@
 // Runs of every instrument, laid out in every way that files have, against the numbers that they were written from.
 #include <gtest/gtest.h>
 
-#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <functional>
+#include <numeric>
+#include <sstream>
 
 #include "base/text.hpp"
 #include "instrument/numor_blocks.hpp"
@@ -32,11 +33,10 @@ std::vector<Numor_Frame> Some_Frames(std::size_t n, std::size_t nbdata, std::siz
 }
 
 Numor_Text Some_Run(const std::string& instrument) {
-    if (instrument == "R3A") return Numor_Text::Of("R3A", Some_Frames(5, 25));
-    if (instrument == "R3B") return Numor_Text::Of("R3B", Some_Frames(1, 400));
-    if (instrument == "R5B") return Numor_Text::Of("R5B", Some_Frames(4, 256));
-    if (instrument == "R8") return Numor_Text::Of("R8", Some_Frames(9, 64));
-    if (instrument == "R22") return Numor_Text::Of("R22", Some_Frames(1, 800));
+    const std::tuple<const char*, std::size_t, std::size_t> sizes[] = {
+        {"R3A", 5, 25}, {"R3B", 1, 400}, {"R5B", 4, 256}, {"R8", 9, 64}, {"R22", 1, 800}};
+    for (const auto& [name, frames, nbdata] : sizes)
+        if (instrument == name) return Numor_Text::Of(instrument, Some_Frames(frames, nbdata));
     return Numor_Text::Of(instrument.substr(0, 3), Some_Frames(6, 1024, 4));
 }
 
@@ -51,28 +51,23 @@ Numor Read(const std::string& text, const std::string& instrument) {
 std::vector<float> All(const Frame_Values& values) { return {values.All().begin(), values.All().end()}; }
 
 auto Texts(const Numor_Head& n) { return std::tuple(n.header, n.instrm, n.title, n.scantype); }
-auto Header_Numbers(const Numor_Head& n) {
-    return std::tuple(n.numor, n.manip, n.icalc, n.angles, n.scans, n.wave, n.conditions, n.icdesc, n.nbdata, n.nframes, n.nbang);
-}
-auto Frames(const Numor_Head& n) { return std::tuple(n.monitor, n.time, All(n.tmc_ang), All(n.counts)); }
 
 void Expect_Same(const Numor_Head& a, const Numor_Head& b, const std::string& what) {
-    EXPECT_EQ(Texts(a), Texts(b)) << what;
-    EXPECT_EQ(Header_Numbers(a), Header_Numbers(b)) << what;
-    EXPECT_EQ(Frames(a), Frames(b)) << what;
+    const auto numbers = [](const Numor_Head& n) {
+        return std::tuple(n.numor, n.manip, n.icalc, n.angles, n.scans, n.wave, n.conditions, n.icdesc, n.nbdata, n.nframes, n.nbang);
+    };
+    const auto frames = [](const Numor_Head& n) { return std::tuple(n.monitor, n.time, All(n.tmc_ang), All(n.counts)); };
+    EXPECT_TRUE(Texts(a) == Texts(b) && numbers(a) == numbers(b) && frames(a) == frames(b)) << what;
 }
 
 // What was put into the frames of a run is what is read.
 void Expect_Frames(const Numor_Head& numor, const std::vector<Numor_Frame>& frames, std::size_t first = 0) {
-    ASSERT_EQ(numor.counts.frames(), frames.size() - first);
-    ASSERT_EQ(numor.tmc_ang.frames(), frames.size() - first);
+    ASSERT_EQ(std::pair(numor.counts.frames(), numor.tmc_ang.frames()), std::pair(frames.size() - first, frames.size() - first));
     ASSERT_EQ(numor.tmc_ang.values(), frame_angle + static_cast<std::size_t>(numor.nbang));
     for (std::size_t i = first; i < frames.size(); ++i) {
         const std::span<const float> counts = numor.counts.Frame(i - first), told = numor.tmc_ang.Frame(i - first);
         EXPECT_EQ(std::vector<float>(counts.begin(), counts.end()), std::vector<float>(frames[i].counts.begin(), frames[i].counts.end()));
-        long long total = 0;
-        for (const long long count : frames[i].counts) total += count;
-        EXPECT_EQ(told[frame_total], static_cast<float>(total)) << "frame " << i;
+        EXPECT_EQ(told[frame_total], static_cast<float>(std::accumulate(frames[i].counts.begin(), frames[i].counts.end(), 0ll)));
         EXPECT_FLOAT_EQ(told[frame_time], static_cast<float>(frames[i].time));
         EXPECT_FLOAT_EQ(told[frame_monitor], static_cast<float>(frames[i].monitor));
         for (std::size_t k = 0; k < frames[i].angles.size(); ++k)
@@ -88,22 +83,18 @@ TEST(Numors, Every_Instrument_Reads_Its_Frames_And_Texts) {
         Numor_Text run = Some_Run(instrument);
         const auto numor = Read<Powder_Numor_Type>(run.Text(), " " + Lower(instrument) + " ");
         Expect_Frames(numor, run.frames);
-        EXPECT_EQ(numor.numor, 123456);
-        EXPECT_EQ(Texts(numor), std::tuple(std::string("user            26-Nov-05 10:20:"), instrument, std::string("powder at 300 K"),
-                                           std::string("2theta")));
-        EXPECT_EQ(numor.nbdata, static_cast<int>(run.frames[0].counts.size()));
-        EXPECT_EQ(numor.nframes, static_cast<int>(run.frames.size()));
-        EXPECT_FLOAT_EQ(numor.scans[0], -20.25f);
+        using Four = std::tuple<std::string, std::string, std::string, std::string>;
+        EXPECT_EQ(Texts(numor), Four("user            26-Nov-05 10:20:", instrument, "powder at 300 K", "2theta"));
+        EXPECT_EQ(std::tuple(numor.numor, numor.nbdata, numor.nframes, numor.scans[0]),
+                  std::tuple(123456, run.frames[0].counts.size(), run.frames.size(), -20.25f));
     }
     for (const std::string instrument : crystal_instruments) {
         Numor_Text run = Some_Run(instrument);
         run.scantype = "q-scan";
         const auto numor = Read<SXTAL_Numor_Type>(run.Text(), instrument);
         Expect_Frames(numor, run.frames);
-        EXPECT_EQ(numor.scantype, "q-scan");
-        EXPECT_EQ(numor.notice, " => Reading ASCII files");
-        EXPECT_FLOAT_EQ(numor.time, 30 * 6 + 15);
-        EXPECT_FLOAT_EQ(numor.monitor, 10000 + 7 * 2.5f);
+        EXPECT_EQ(numor.scantype + numor.notice, "q-scan => Reading ASCII files");
+        EXPECT_EQ(std::pair(numor.time, numor.monitor), std::pair(30 * 6 + 15.0f, 10000 + 7 * 2.5f));
     }
 }
 
@@ -117,10 +108,8 @@ TEST(Numors, Header_Words) {
     for (const std::string instrument : {"R3A", "R3B", "R5B"}) {
         Numor_Text run = numbered(Some_Run(instrument));
         const auto n = Read<Powder_Numor_Type>(run.Text(), instrument);
-        EXPECT_EQ(n.manip, 2);
-        EXPECT_EQ(n.icalc, instrument == "R3A" ? 0 : 3);
-        EXPECT_EQ(n.icdesc[6], instrument == "R3B" ? 31 : 0);
-        EXPECT_EQ(n.wave, 18.5f);
+        EXPECT_EQ(std::tuple(n.manip, n.icalc, n.icdesc[6], n.wave),
+                  std::tuple(2, instrument == "R3A" ? 0 : 3, instrument == "R3B" ? 31 : 0, 18.5f));
         EXPECT_EQ(n.angles, (std::array<float, 5>{4.5f, 5.5f, 6.5f, 7.5f, 8.5f}));
         EXPECT_EQ(n.scans, (std::array<float, 3>{-20.25f, 37.5f, 38.5f}));
         EXPECT_EQ(n.conditions, (std::array<float, 5>{46.5f, 47.5f, 48.5f, 49.5f, 50.5f}));
@@ -141,34 +130,29 @@ TEST(Numors, Header_Words) {
     EXPECT_EQ(std::tuple(c.manip, c.icalc, c.icdesc[0], c.nbang), std::tuple(2, 3, 25, 4));
 }
 
-struct Layout {
-    const char* name;
-    void (*change)(Numor_Text&);
-};
-constexpr Layout layouts[] = {{"markers of ten letters", [](Numor_Text& r) { r.marker = 10; }},
-                              {"no trailing blanks", [](Numor_Text& r) { r.cut_blanks = true; }},
-                              {"CR LF", [](Numor_Text& r) { r.line_end = "\r\n"; }},
-                              {"CR", [](Numor_Text& r) { r.line_end = "\r"; }},
-                              {"wide integers", [](Numor_Text& r) { r.counts_letter = 'J'; }},
-                              {"reals first", [](Numor_Text& r) { r.reals_first = true; }},
-                              {"no labels", [](Numor_Text& r) { r.labels = false; }},
-                              {"frame markers", [](Numor_Text& r) { r.frame_markers = true, r.one_block = false; }},
-                              {"no subscans", [](Numor_Text& r) { r.subscans = false; }},
-                              {"subscans", [](Numor_Text& r) { r.subscans = true, r.one_block = false; }},
-                              {"groups of integers", [](Numor_Text& r) { r.groups = Numor_Groups::own_integers, r.one_block = false; }},
-                              {"groups of reals", [](Numor_Text& r) { r.groups = Numor_Groups::own_reals, r.one_block = false; }},
-                              {"all at once", [](Numor_Text& r) {
-                                   r.marker = 33, r.cut_blanks = true, r.counts_letter = 'J', r.frame_markers = true, r.one_block = false,
-                                   r.line_end = "\r\n";
-                               }}};
+using R = Numor_Text;
+const std::pair<const char*, void (*)(R&)> layouts[] = {
+    {"markers of ten letters", [](R& r) { r.marker = 10; }},
+    {"no trailing blanks", [](R& r) { r.cut_blanks = true; }},
+    {"CR LF", [](R& r) { r.line_end = "\r\n"; }},
+    {"CR", [](R& r) { r.line_end = "\r"; }},
+    {"wide integers", [](R& r) { r.counts_letter = 'J'; }},
+    {"reals first", [](R& r) { r.reals_first = true; }},
+    {"no labels", [](R& r) { r.labels = false; }},
+    {"frame markers", [](R& r) { r.frame_markers = true, r.one_block = false; }},
+    {"no subscans", [](R& r) { r.subscans = false; }},
+    {"subscans", [](R& r) { r.subscans = true, r.one_block = false; }},
+    {"groups of integers", [](R& r) { r.groups = Numor_Groups::own_integers, r.one_block = false; }},
+    {"groups of reals", [](R& r) { r.groups = Numor_Groups::own_reals, r.one_block = false; }},
+    {"all", [](R& r) { r.marker = 33, r.cut_blanks = r.frame_markers = true, r.counts_letter = 'J', r.one_block = false; }}};
 
 TEST(Numors, Layouts_Give_The_Same_Record) {
     const auto compare = [](const std::string& instrument, const auto& read) {
         const auto usual = read(Some_Run(instrument).Text());
-        for (const Layout& layout : layouts) {
+        for (const auto& [name, change] : layouts) {
             Numor_Text run = Some_Run(instrument);
-            layout.change(run);
-            Expect_Same(usual, read(run.Text()), instrument + ", " + layout.name);
+            change(run);
+            Expect_Same(usual, read(run.Text()), instrument + ", " + name);
         }
     };
     for (const std::string instrument : powder_instruments)
@@ -180,22 +164,14 @@ TEST(Numors, Layouts_Give_The_Same_Record) {
 TEST(Numors, Columns_That_Were_Edited_By_Hand) {
     const std::string text = Some_Run("R3A").Text();
     const auto usual = Read<Powder_Numor_Type>(text, "R3A");
-    std::string tabs, fed;
-    std::size_t at = 0, line = 0;
-    for (std::size_t end = 0; (end = text.find('\n', at)) != std::string::npos; at = end + 1, ++line) {
-        std::string one = text.substr(at, end - at);
-        fed += (line == 0 ? "" : "\f") + one + '\n';
-        if (one.find_first_not_of("0123456789 -") == std::string::npos && one.find_first_not_of(' ') != std::string::npos) {
-            std::string free;
-            for (const char c : one)
-                if (c != ' ')
-                    free += c;
-                else if (!free.empty() && free.back() != '\t')
-                    free += '\t';
-            one = free;
-        }
-        tabs += one + '\n';
+    std::string tabs;
+    std::istringstream lines(text);
+    for (std::string line, word; std::getline(lines, line); tabs += line + '\n') {
+        if (line.find_first_not_of("0123456789 -") != std::string::npos) continue;
+        std::istringstream words(std::exchange(line, {}));
+        while (words >> word) line += (line.empty() ? "" : "\t") + word;
     }
+    const std::string fed = Replace_All(text, "\n", "\n\f");
     Expect_Same(usual, Read<Powder_Numor_Type>(tabs, "R3A"), "TABs");
     Expect_Same(usual, Read<Powder_Numor_Type>(fed, "R3A"), "form feeds");
     Expect_Same(usual, Read<Powder_Numor_Type>("\xEF\xBB\xBF" + text + "\x1a", "R3A"), "marks of the text");
@@ -204,12 +180,11 @@ TEST(Numors, Columns_That_Were_Edited_By_Hand) {
 
 TEST(Numors, Large_Counts_And_Adjacent_Columns) {
     Numor_Text run = Numor_Text::Of("R3B", {{.counts = {99999999, 12345678, 0, 7}}});
-    EXPECT_EQ(All(Read<Powder_Numor_Type>(run.Text(), "R3B").counts), (std::vector<float>{99999999.0f, 12345678.0f, 0, 7}));
+    Expect_Frames(Read<Powder_Numor_Type>(run.Text(), "R3B"), run.frames);
     run.counts_letter = 'J';
     run.frames[0].counts = {2147483647, 1000000000, 3, 1234567890};
-    const auto numor = Read<Powder_Numor_Type>(run.Text(), "R3B");
-    EXPECT_EQ(All(numor.counts), (std::vector<float>{2147483648.0f, 1e9f, 3, 1234567890.0f}));
-    EXPECT_FLOAT_EQ(numor.tmc_ang.Frame(0)[frame_total], 2147483647.0f + 1e9f + 3 + 1234567890.0f);
+    run.frames[0].angles = {10};
+    Expect_Frames(Read<Powder_Numor_Type>(run.Text(), "R3B"), run.frames);
 }
 
 TEST(Numors, What_A_File_Leaves_Out) {
@@ -251,8 +226,7 @@ TEST(Numors, What_A_File_Leaves_Out) {
                 EXPECT_FLOAT_EQ(numor.tmc_ang.Frame(bank)[frame_angle], -20.25f + 15 * static_cast<float>(bank));
         }
     double total = 0;
-    for (const Numor_Frame& frame : r8.frames)
-        for (const long long count : frame.counts) total += static_cast<double>(count);
+    for (const Numor_Frame& frame : r8.frames) total += static_cast<double>(std::accumulate(frame.counts.begin(), frame.counts.end(), 0ll));
     r8.more_reals = {25000, 4321, total, -19500};  // by its total a group
     const auto grouped = Read<Powder_Numor_Type>(r8.Text(), "R8");
     EXPECT_EQ(std::tuple(grouped.time, grouped.conditions[0], grouped.tmc_ang.Frame(0)[frame_angle], grouped.scans[0]),
@@ -301,117 +275,95 @@ TEST(Numors, Selected_Frames_Are_Those_Of_The_Whole_Run) {
         }
 }
 
-// A fault in a good run, and what is told of it.
-struct Fault {
-    const char* instrument;
-    std::function<std::string(Numor_Text)> spoil;
-    std::string message;
-};
-
-std::string Without_Tail(const std::string& text, std::size_t part_of_ten) { return text.substr(0, text.size() * part_of_ten / 10); }
-
-// The first value of the last block, and what stands in its place.
-std::string With_Last_Value(const std::string& text, const std::string& value) {
-    std::string changed = text;
-    return changed.replace(changed.find_last_not_of(" \n") - 7, 8, value);
-}
-
+// Ways to spoil a run of an instrument, and what is told of it then.
 TEST(Numors, Faults) {
+    using Spoil = std::function<std::string(Numor_Text)>;
     const auto bad = [](char letter) { return std::string(" A bad Block ") + letter + "-Type has been found"; };
     const std::string r3a = "Counts problems in Numor format for R3A Instrument", group = " Problem reading Time, Monitor, Counts, Angles ";
-    const auto nine = [](char letter) {
-        return [letter](const Numor_Text& run) { return Replace_All(run.Text(), std::string(80, letter), std::string(9, letter)); };
+    const std::string counts = " Problem reading Counts in ", of_numor = counts + "Numor: 123456",
+                      bank = " Problem reading Counts for Detector ";
+    const std::string lines = " Problems trying to read the Numor for ", point = "This numor was made using Point detector in the ";
+    const auto is = [](const std::string& text) { return [text](const Numor_Text&) { return text; }; };
+    const auto letters = [](char letter, std::size_t n) {
+        return [=](Numor_Text run) {
+            run.frame_markers = letter == 'V';
+            if (letter == 'J') run.counts_letter = 'J';
+            return Replace_All(run.Text(), std::string(80, letter), std::string(n, letter));
+        };
     };
-    const auto half = [](const Numor_Text& run) { return Without_Tail(run.Text(), 7); };
-    const auto stars = [](const Numor_Text& run) { return With_Last_Value(run.Text(), "********"); };
-    const auto negative = [](const Numor_Text& run) { return With_Last_Value(run.Text(), "      -1"); };
+    const auto replaced = [](const std::string& text, const std::string& by) {
+        return [=](const Numor_Text& run) { return Replace_All(run.Text(), text, by); };
+    };
+    const auto until = [](const std::function<std::size_t(const std::string&)>& end) {
+        return [=](const Numor_Text& run) { return run.Text().substr(0, end(run.Text())); };
+    };
+    const auto last_value = [](const std::string& value) {
+        return [=](const Numor_Text& run) {
+            std::string text = run.Text();
+            return text.replace(text.find_last_not_of(" \n") - 7, 8, value);
+        };
+    };
     const auto word = [](std::size_t number, int value) {
         return [=](Numor_Text run) {
             run.I(number) = value;
             return run.Text();
         };
     };
-    const auto bad_group = [](Numor_Text run) {
-        const std::string text = run.Text();
-        const std::size_t at = text.rfind("  3.0000000");  // the time of the first frame, 30 s
-        return text.substr(0, at) + std::string(16, '*') + text.substr(at + 16);
+    const auto bad_group = [](const Numor_Text& run) {
+        std::string text = run.Text();
+        return text.replace(text.rfind("  3.0000000"), 16, std::string(16, '*'));  // the time of the first frame, 30 s
     };
-    const Fault faults[] = {
-        {"R3A", nine('R'), bad('R')},
-        {"R3A", nine('A'), bad('A')},
-        {"R3A", nine('I'), bad('I')},
-        {"R3A", nine('F'), bad('F')},
-        {"R3B", nine('S'), bad('S')},
-        {"R6",
-         [](Numor_Text run) {
-             run.frame_markers = true;
-             return Replace_All(run.Text(), std::string(80, 'V'), std::string(9, 'V'));
-         },
-         bad('V')},
-        {"R3B",
-         [](Numor_Text run) {
-             run.counts_letter = 'J';
-             return Replace_All(run.Text(), std::string(80, 'J'), std::string(81, 'J'));
-         },
-         bad('J')},
-        {"R3A", [](const Numor_Text&) { return std::string(80, 'R') + "\n"; }, bad('R')},
-        {"R3A", [](const Numor_Text&) { return std::string(80, 'A') + "\n      80       1\nlabel\nR3A\n"; }, bad('R')},
-        {"R3A", [](const Numor_Text&) { return std::string(80, 'R') + "\n  123456       2\none\n"; },
-         "  Impossible to read a line for this block!"},
-        {"R3A", [](const Numor_Text& run) { return Replace_All(run.Text(), "      80       1", "      80       3"); },
-         " Impossible to read a line for this block!"},
-        {"R3A", [](const Numor_Text&) { return std::string(); }, " Problems trying to read the Numor for R3A Instrument in file run"},
-        {"R18_HB", [](const Numor_Text&) { return std::string("no run at all\n1 2 3\n"); },
-         " Problems trying to read the Numor for R18_HB Instrument in file run"},
-        {"R3A", [](const Numor_Text&) { return Some_Run("R3B").Text(); }, "This numor does not correspond with R3A Format"},
-        {"R18_HB", [](const Numor_Text&) { return Some_Run("R17").Text(); }, "This numor does not correspond with R18_HB Format"},
-        {"R3A",
-         [](Numor_Text run) {
-             run.header_integers = false;
-             return run.Text().substr(0, run.Text().find("IIII"));
-         },
-         bad('I')},
-        {"R3A", word(7, 99999999), r3a},
-        {"R3A", word(7, 6), r3a},
-        {"R3A", word(7, 0), r3a},
-        {"R3A", word(7, -5), r3a},
-        {"R3A", word(24, 2147483647), r3a},
-        {"R3A", word(24, -2147483647), r3a},
-        {"R3A", stars, r3a},
-        {"R3A", negative, r3a},
-        {"R3A", half, r3a},
-        {"R3B", half, " Problem reading Counts in Numor: 123456"},
-        {"R3B", stars, " Problem reading Counts in Numor: 123456"},
-        {"R3B", word(24, 99999999), " Problem reading Counts in Numor: 123456"},
-        {"R3B", bad_group, group + "parameters in Numor: 123456"},
-        {"R22", negative, " Problem reading Counts in Numor: 123456"},
-        {"R5B", stars, " Problem reading Counts in Frame: 4"},
-        {"R5B", word(7, 99999999), " Problem reading Counts in Frame: 5"},
-        {"R5B", half, " Problem reading Counts in Frame: 3"},
-        {"R5B", bad_group, group + "parameters in Frame: 1"},
-        {"R8", stars, " Problem reading Counts for Detector 9 for R8 Instrument"},
-        {"R8",
-         [](Numor_Text run) {
-             run.frames.resize(4);
-             return run.Text();
-         },
-         " Problem reading Counts for Detector 5 for R8 Instrument"},
-        {"R6", word(7, 99999999), " Problem reading Counts in Frame: 7"},
-        {"R6", bad_group, group + "parameters in Frame: 1"},
-        {"R6", negative, " Problem reading Counts in Frame: 6"},
-        {"R11", word(24, 1), "This numor was made using Point detector in the R11 Instrument"},
-        {"R17", word(24, 1), "This numor was made using Point detector in the R17 Instrument"},
+    const Spoil half = until([](const std::string&text) { return text.size() * 7 / 10; }), stars = last_value("********");
+    const Spoil negative = last_value("      -1"), no_integers = until([](const std::string&text) { return text.find("IIII"); });
+    const auto four_banks = [](Numor_Text run) {
+        run.frames.resize(4);
+        return run.Text();
     };
-    for (const Fault& fault : faults) {
-        const std::string text = fault.spoil(Some_Run(fault.instrument));
-        Powder_Numor_Type powder;
-        SXTAL_Numor_Type crystal;
-        const bool is_powder = Is_Powder_Numor_Instrument(fault.instrument);
-        const Status status =
-            is_powder ? Read_Numor_Text(text, "run", fault.instrument, powder) : Read_Numor_Text(text, "run", fault.instrument, crystal);
-        EXPECT_TRUE(status.failed) << fault.message;
-        EXPECT_EQ(status.message, fault.message) << fault.instrument << '\n' << text.substr(0, 200);
-    }
+    const std::string r_marker(80, 'R'), a_marker(80, 'A');
+    const struct {
+        const char* instrument;
+        std::vector<Spoil> spoils;
+        std::string message;
+    } faults[] = {
+        {"R3A", {letters('R', 9), is(r_marker + "\n"), is(a_marker + "\n      80       1\nlabel\nR3A\n")}, bad('R')},
+        {"R3A", {letters('A', 9)}, bad('A')},
+        {"R3A", {letters('I', 9), no_integers}, bad('I')},
+        {"R3A", {letters('F', 9)}, bad('F')},
+        {"R3B", {letters('S', 9)}, bad('S')},
+        {"R6", {letters('V', 9)}, bad('V')},
+        {"R3B", {letters('J', 81)}, bad('J')},
+        {"R3A", {is(r_marker + "\n  123456       2\none\n")}, "  Impossible to read a line for this block!"},
+        {"R3A", {replaced("      80       1", "      80       3")}, " Impossible to read a line for this block!"},
+        {"R3A", {is("")}, lines + "R3A Instrument in file run"},
+        {"R18_HB", {is("no run at all\n1 2 3\n")}, lines + "R18_HB Instrument in file run"},
+        {"R3A", {is(Some_Run("R3B").Text())}, "This numor does not correspond with R3A Format"},
+        {"R18_HB", {is(Some_Run("R17").Text())}, "This numor does not correspond with R18_HB Format"},
+        {"R3A", {word(7, 99999999), word(7, 6), word(7, 0), word(7, -5), word(24, 2147483647), word(24, -2147483647)}, r3a},
+        {"R3A", {stars, negative, half}, r3a},
+        {"R3B", {half, stars, word(24, 99999999)}, of_numor},
+        {"R3B", {bad_group}, group + "parameters in Numor: 123456"},
+        {"R22", {negative}, of_numor},
+        {"R5B", {stars}, counts + "Frame: 4"},
+        {"R5B", {word(7, 99999999)}, counts + "Frame: 5"},
+        {"R5B", {half}, counts + "Frame: 3"},
+        {"R5B", {bad_group}, group + "parameters in Frame: 1"},
+        {"R8", {stars}, bank + "9 for R8 Instrument"},
+        {"R8", {four_banks}, bank + "5 for R8 Instrument"},
+        {"R6", {word(7, 99999999)}, counts + "Frame: 7"},
+        {"R6", {bad_group}, group + "parameters in Frame: 1"},
+        {"R6", {negative}, counts + "Frame: 6"},
+        {"R11", {word(24, 1)}, point + "R11 Instrument"},
+        {"R17", {word(24, 1)}, point + "R17 Instrument"},
+    };
+    for (const auto& [instrument, spoils, message] : faults)
+        for (const Spoil& spoil : spoils) {
+            const std::string text = spoil(Some_Run(instrument));
+            Powder_Numor_Type powder;
+            SXTAL_Numor_Type crystal;
+            const Status status = Is_Powder_Numor_Instrument(instrument) ? Read_Numor_Text(text, "run", instrument, powder)
+                                                                         : Read_Numor_Text(text, "run", instrument, crystal);
+            EXPECT_TRUE(status.failed && status.message == message) << status.message << '\n' << message << '\n' << &spoil - spoils.data();
+        }
     // What could be read stays: here the four whole frames in front of the fault.
     Powder_Numor_Type numor;
     EXPECT_TRUE(Read_Numor_Text(stars(Some_Run("R5B")), "run", "R5B", numor).failed);
