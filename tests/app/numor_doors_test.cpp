@@ -9,30 +9,11 @@ namespace vntl {
 namespace {
 
 const std::string four_circle =
-    "! hot neutrons\n"
-    "INFO Single crystals, hot neutrons\n"
-    "NAME R6\n"
-    "GEOM 4C-Diff High-Chi\n"
-    "DET_TYPE flat ipsd 2\n"
-    "DIST_DET 488\n"
-    "WAVE_LIMITS 0.5 2.5\n"
-    "wave 0.875\n"
-    "DIM_XZP 64 48 2 3\n"
-    "GAPS_CA_AN 16 32\n"
-    "GAM+_LIMITS 1 130\n"
-    "GAM-_LIMITS -20 -1\n"
-    "NU_LIMITS -12 13\n"
-    "X_LIMITS 2 64\n"
-    "Z_LIMITS 3 48\n"
-    "SETTING 0 1 0  1 0 0  0 0 -1\n"
-    "UBMAT\n 0 0.125 0\n -0.5 0 0\n 0 0 0.25\n"
-    "NUM_ANG 2\n"
-    "ANG_LIMITS\n Gamma -5 120 0.5 2\n Chi 80 190 0 1.5\n"
-    "RANGE_TIME\n Gamma 2\n 10 4\n 20 7\n Chi 0\n"
-    "NUM_DISP 1\n"
-    "DISP_LIMITS\n x -3 3 0.25\n"
-    "DET_ALPHAS\n 1 2\n 3 4\n 5 6\n"
-    "RESOLUTION_SURFACE 1 2\n 7 8\n";
+    "! hot neutrons\nINFO Single crystals, hot neutrons\nNAME R6\nGEOM 4C-Diff High-Chi\nDET_TYPE flat ipsd 2\nDIST_DET 488\n"
+    "WAVE_LIMITS 0.5 2.5\nwave 0.875\nDIM_XZP 64 48 2 3\nGAPS_CA_AN 16 32\nGAM+_LIMITS 1 130\nGAM-_LIMITS -20 -1\nNU_LIMITS -12 13\n"
+    "X_LIMITS 2 64\nZ_LIMITS 3 48\nSETTING 0 1 0  1 0 0  0 0 -1\nUBMAT\n 0 0.125 0\n -0.5 0 0\n 0 0 0.25\n"
+    "NUM_ANG 2\nANG_LIMITS\n Gamma -5 120 0.5 2\n Chi 80 190 0 1.5\nRANGE_TIME\n Gamma 2\n 10 4\n 20 7\n Chi 0\n"
+    "NUM_DISP 1\nDISP_LIMITS\n x -3 3 0.25\nDET_ALPHAS\n 1 2\n 3 4\n 5 6\nRESOLUTION_SURFACE 1 2\n 7 8\n";
 
 class Numor_Doors : public Program {
 protected:
@@ -48,6 +29,12 @@ protected:
         const std::string name = Quoted(directory / file);
         EXPECT_EQ(std::system(("gzip -nc " + name + " > " + name + ".Z && rm " + name).c_str()), 0);
         return file.string() + ".Z";
+    }
+    using Words = std::vector<std::string>;
+    void Refused(const Words& arguments, const std::string& message, int status = 1) const {
+        const Run_Result run = Run(arguments);
+        EXPECT_TRUE(run.status == status && run.output.empty()) << message << run.output;
+        EXPECT_NE(run.errors.find(message), std::string::npos) << run.errors;
     }
     Run_Result In_Tree(const std::string& script) const { return Script(script, {}, "KVRDATA=" + Quoted(directory)); }
 
@@ -71,22 +58,14 @@ protected:
         for (std::size_t i = 0; i < 5; ++i) run.F(46 + i) = 300 + static_cast<double>(i);
         return run;
     }
-
-    // The statements that failed, in their order; a message may have further lines.
-    static void Expect_Refusals(const Run_Result& run, const std::vector<std::string>& messages) {
-        std::vector<std::string> refusals;
-        std::istringstream lines(run.errors);
-        for (std::string line; std::getline(lines, line);)
-            if (line.starts_with("line ")) refusals.push_back(line);
-        ASSERT_EQ(refusals.size(), messages.size()) << run.errors;
-        for (std::size_t i = 0; i < messages.size(); ++i) EXPECT_NE(refusals[i].find(messages[i]), std::string::npos) << refusals[i];
-        EXPECT_EQ(run.status, 1);
-    }
 };
 
-// The fields that a line of `print` must have.
-void Expect_Fields(const Json& object, const Json& fields) {
-    for (const auto& [name, value] : fields.items()) EXPECT_EQ(object.value(name, Json()), value) << name;
+// The fields that a line of `print` must have; null: any value.
+void Expect_Fields(const Json& object, const char* fields) {
+    for (const auto& [name, value] : Json::parse(fields).items()) {
+        EXPECT_TRUE(object.contains(name)) << name;
+        if (!value.is_null()) EXPECT_EQ(object.value(name, Json()), value) << name;
+    }
 }
 
 TEST_F(Numor_Doors, print_tells_a_run_with_every_frame) {
@@ -100,38 +79,15 @@ TEST_F(Numor_Doors, print_tells_a_run_with_every_frame) {
     const std::vector<Json> runs = run.With("numor");
     ASSERT_EQ(runs.size(), 2u) << run.errors;
     const Json& powder = runs[0]["numor"];
-    Expect_Fields(powder, {{"numor", 123456},
-                           {"manip", 2},
-                           {"instrm", "R3A"},
-                           {"title", "powder at 300 K"},
-                           {"scantype", "2theta"},
-                           {"monitor", 2000.0},
-                           {"time", 90.0},
-                           {"wave", 1.25},
-                           {"conditions", {300.0, 301.0, 302.0, 303.0, 304.0}},
-                           {"nbdata", 25},
-                           {"nframes", 2},
-                           {"nbang", 1}});
-    for (const std::string name : {"icalc", "header", "angles", "scans", "icdesc"}) EXPECT_TRUE(powder.contains(name)) << name;
-    ASSERT_EQ(powder["tmc_ang"].size(), 2u);
-    EXPECT_EQ(powder["tmc_ang"][1], (Json{30.0, 3000.0, 1000000320.0, 150.75}));  // 1000000300 in single precision
-    ASSERT_EQ(powder["counts"].size(), 2u);
-    EXPECT_EQ(powder["counts"][0].size(), 25u);
-    EXPECT_EQ(powder["counts"][1][24], 1e9);
-
-    const Json& single = runs[1]["numor"];
-    Expect_Fields(single, {{"hmin", {1.0, 2.0, 3.0}},
-                           {"hmax", {22.0, 23.0, 24.0}},
-                           {"dh", {25.0, 26.0, 27.0}},
-                           {"ub", {{9.0, 10.0, 11.0}, {12.0, 13.0, 14.0}, {15.0, 16.0, 17.0}}},
-                           {"phi", 4.0},
-                           {"chi", 5.0},
-                           {"omega", 6.0},
-                           {"gamma", 7.0},
-                           {"psi", 8.0},
-                           {"coupling", 43.0},
-                           {"counts", {{1.0, 2.0, 3.0, 4.0}, {5.0, 6.0, 7.0, 8.0}}}});
-    EXPECT_TRUE(single.contains("notice"));
+    Expect_Fields(powder, R"({"numor": 123456, "manip": 2, "instrm": "R3A", "title": "powder at 300 K", "scantype": "2theta",
+        "monitor": 2000.0, "time": 90.0, "wave": 1.25, "conditions": [300.0, 301.0, 302.0, 303.0, 304.0], "nbdata": 25, "nframes": 2,
+        "nbang": 1, "icalc": null, "header": null, "angles": null, "scans": null, "icdesc": null})");
+    EXPECT_EQ(powder["tmc_ang"].at(1), (Json{30.0, 3000.0, 1000000320.0, 150.75}));  // 1000000300 in single precision
+    EXPECT_EQ(powder["counts"].at(0).size(), 25u);
+    EXPECT_EQ(powder["counts"].at(1).at(24), 1e9);
+    Expect_Fields(runs[1]["numor"], R"({"hmin": [1.0, 2.0, 3.0], "hmax": [22.0, 23.0, 24.0], "dh": [25.0, 26.0, 27.0],
+        "ub": [[9.0, 10.0, 11.0], [12.0, 13.0, 14.0], [15.0, 16.0, 17.0]], "phi": 4.0, "chi": 5.0, "omega": 6.0, "gamma": 7.0,
+        "psi": 8.0, "coupling": 43.0, "counts": [[1.0, 2.0, 3.0, 4.0], [5.0, 6.0, 7.0, 8.0]], "notice": null})");
 }
 
 TEST_F(Numor_Doors, print_converted_adds_runs_of_any_packing) {
@@ -142,24 +98,12 @@ TEST_F(Numor_Doors, print_converted_adds_runs_of_any_packing) {
         "print converted R3B 100001 norm 1000\n");
     const std::vector<Json> patterns = run.With("converted");
     ASSERT_EQ(patterns.size(), 2u) << run.errors;
-    const Json& sum = patterns[0]["converted"];
-    Expect_Fields(sum, {{"x", {20.0, 20.25, 20.5, 20.75}},
-                        {"y", {10.0, 30.0, 10.0, 10.0}},
-                        {"sigma", {10.0, 30.0, 10.0, 10.0}},
-                        {"nd", {1, 1, 1, 1}},
-                        {"npts", 4},
-                        {"xmin", 20.0},
-                        {"xmax", 20.75},
-                        {"step", 0.25},
-                        {"monitor", 4000.0},
-                        {"norm_monitor", 4000.0},
-                        {"count_time", 180.0},
-                        {"scat_var", "2theta"},
-                        {"radiation", "neutrons_cw"},
-                        {"sigma_is_variance", true},
-                        {"conv", {1.5, 0.0, 0.0, 0.0, 0.0}}});
+    Expect_Fields(patterns[0]["converted"], R"({"x": [20.0, 20.25, 20.5, 20.75], "y": [10.0, 30.0, 10.0, 10.0],
+        "sigma": [10.0, 30.0, 10.0, 10.0], "nd": [1, 1, 1, 1], "npts": 4, "xmin": 20.0, "xmax": 20.75, "step": 0.25, "monitor": 4000.0,
+        "norm_monitor": 4000.0, "count_time": 180.0, "scat_var": "2theta", "radiation": "neutrons_cw", "sigma_is_variance": true,
+        "conv": [1.5, 0.0, 0.0, 0.0, 0.0]})");
     EXPECT_EQ(patterns[0]["warnings"], Json::array());
-    Expect_Fields(patterns[1]["converted"], {{"y", {2.0, 8.0, 0.5, 4.5}}, {"sigma", {1.0, 4.0, 0.25, 2.25}}, {"norm_monitor", 1000.0}});
+    Expect_Fields(patterns[1]["converted"], R"({"y": [2.0, 8.0, 0.5, 4.5], "sigma": [1.0, 4.0, 0.25, 2.25], "norm_monitor": 1000.0})");
 }
 
 TEST_F(Numor_Doors, print_tells_calibrations_and_uses_them) {
@@ -181,15 +125,12 @@ TEST_F(Numor_Doors, print_tells_calibrations_and_uses_them) {
     const std::vector<Json> cals = run.With("calibration"), patterns = run.With("converted");
     ASSERT_EQ(cals.size(), 2u) << run.errors;
     const Json& bank = cals[0]["calibration"];
-    Expect_Fields(bank, {{"cal_instrument", "R3A"}, {"ndet", 25}, {"npoints_det", 1}, {"cal_index", Json::array()}});
-    ASSERT_EQ(bank["cal_active"].size(), 25u);
-    EXPECT_EQ(bank["cal_pos"][23], 6.0);
-    EXPECT_EQ(bank["cal_effic"][1], Json{2.0});
-    EXPECT_EQ(bank["cal_active"][2], Json{false});
-    EXPECT_EQ(bank["cal_active"][3], Json{true});
-    const Json& wire = cals[1]["calibration"];
-    Expect_Fields(wire, {{"ndet", 1}, {"npoints_det", 3}, {"cal_pos", {30.5, 10.25, 20.0}}, {"cal_index", {2, 3, 1}}});
-    EXPECT_EQ(wire["cal_active"], (Json{{true, true, false}}));
+    Expect_Fields(bank, R"({"cal_instrument": "R3A", "ndet": 25, "npoints_det": 1, "cal_index": []})");
+    EXPECT_EQ(bank["cal_pos"].at(23), 6.0);
+    EXPECT_EQ(bank["cal_effic"].at(1), Json{2.0});
+    EXPECT_EQ(bank["cal_active"].at(2).at(0).dump() + bank["cal_active"].at(3).at(0).dump(), "falsetrue");
+    Expect_Fields(cals[1]["calibration"], R"({"ndet": 1, "npoints_det": 3, "cal_pos": [30.5, 10.25, 20.0], "cal_index": [2, 3, 1],
+        "cal_active": [[true, true, false]]})");
     // At the first frame's angles: counts of a cell times 500 / (efficiency 2 x monitor 1000), that is a quarter.
     ASSERT_EQ(patterns.size(), 2u) << run.errors;
     const Json& calibrated = patterns[0]["converted"];
@@ -197,7 +138,7 @@ TEST_F(Numor_Doors, print_tells_calibrations_and_uses_them) {
         const auto point = static_cast<std::size_t>(std::lround((x - pattern["xmin"].get<double>()) / 0.25));
         return pattern[array].at(point);
     };
-    Expect_Fields(calibrated, {{"xmin", 10.5}, {"xmax", 154.75}, {"step", 0.25}, {"npts", 578}, {"monitor", 500.0}});
+    Expect_Fields(calibrated, R"({"xmin": 10.5, "xmax": 154.75, "step": 0.25, "npts": 578, "monitor": 500.0})");
     EXPECT_EQ(at(calibrated, 10.5, "y"), 0.25);
     EXPECT_EQ(at(calibrated, 142.5, "nd"), 0);  // the dead cell
     EXPECT_EQ(at(calibrated, 148.5, "y"), 6.0);
@@ -211,52 +152,18 @@ TEST_F(Numor_Doors, print_instrument_tells_every_field_and_takes_the_file_over) 
     ASSERT_EQ(told.size(), 3u) << run.errors;
     EXPECT_EQ(told[1]["warnings"], Json::array());
     const Json& record = told[1]["instrument"];
-    Expect_Fields(record, {{"info", "Single crystals, hot neutrons"},
-                           {"name_inst", "R6"},
-                           {"geom", "4C-Diff High-Ch"},
-                           {"BL_frame", "z-up"},
-                           {"dist_units", "mm"},
-                           {"angl_units", "deg"},
-                           {"dist_samp_detector", 488.0},
-                           {"wave", 0.875},
-                           {"wave_min", 0.5},
-                           {"wave_max", 2.5},
-                           {"horiz", 64.0},
-                           {"vert", 48.0},
-                           {"np_horiz", 2},
-                           {"np_vert", 3},
-                           {"cgap", 16.0},
-                           {"agap", 32.0},
-                           {"d_min", 0.5},
-                           {"gamma_p_min", 1.0},
-                           {"gamma_p_max", 130.0},
-                           {"gamma_n_min", -20.0},
-                           {"gamma_n_max", -1.0},
-                           {"nu_min", -12.0},
-                           {"nu_max", 13.0},
-                           {"x_min", 2.0},
-                           {"x_max", 64.0},
-                           {"z_min", 3.0},
-                           {"z_max", 48.0},
-                           {"igeom", 2},
-                           {"ipsd", 2},
-                           {"e2", {1.0, 0.0, 0.0}},
-                           {"UB", {{0.0, 0.125, 0.0}, {-0.5, 0.0, 0.0}, {0.0, 0.0, 0.25}}},
-                           {"UB_inverse", {{0.0, -2.0, 0.0}, {8.0, 0.0, 0.0}, {0.0, 0.0, 4.0}}},
-                           {"num_ang", 2},
-                           {"ang_names", {"Gamma", "Chi"}},
-                           {"ang_limits", Json::array({{-5.0, 120.0}, {80.0, 190.0}})},
-                           {"ang_offsets", {0.5, 0.0}},
-                           {"ang_velocity", {2.0, 1.5}},
-                           {"range_time", Json::array({Json::array({{10.0, 4.0}, {20.0, 7.0}}), Json::array()})},
-                           {"num_disp", 1},
-                           {"disp_names", Json::array({"x"})},
-                           {"disp_limits", Json::array({{-3.0, 3.0}})},
-                           {"disp_offsets", Json::array({0.25})},
-                           {"alphas", {{1.0, 2.0}, {3.0, 4.0}, {5.0, 6.0}}}});
-    for (const std::string name :
-         {"detector_type", "gamma_c", "nu_c", "rot_order", "tilt", "e1", "e3", "det_offsets", "disp_centre", "alpha_file"})
-        EXPECT_TRUE(record.contains(name)) << name;
+    Expect_Fields(record, R"({"info": "Single crystals, hot neutrons", "name_inst": "R6", "geom": "4C-Diff High-Ch", "BL_frame": "z-up",
+        "dist_units": "mm", "angl_units": "deg", "dist_samp_detector": 488.0, "wave": 0.875, "wave_min": 0.5, "wave_max": 2.5,
+        "horiz": 64.0, "vert": 48.0, "np_horiz": 2, "np_vert": 3, "cgap": 16.0, "agap": 32.0, "d_min": 0.5,
+        "gamma_p_min": 1.0, "gamma_p_max": 130.0, "gamma_n_min": -20.0, "gamma_n_max": -1.0, "nu_min": -12.0, "nu_max": 13.0,
+        "x_min": 2.0, "x_max": 64.0, "z_min": 3.0, "z_max": 48.0, "igeom": 2, "ipsd": 2, "e1": null, "e2": [1.0, 0.0, 0.0], "e3": null,
+        "UB": [[0.0, 0.125, 0.0], [-0.5, 0.0, 0.0], [0.0, 0.0, 0.25]],
+        "UB_inverse": [[0.0, -2.0, 0.0], [8.0, 0.0, 0.0], [0.0, 0.0, 4.0]],
+        "num_ang": 2, "ang_names": ["Gamma", "Chi"], "ang_limits": [[-5.0, 120.0], [80.0, 190.0]], "ang_offsets": [0.5, 0.0],
+        "ang_velocity": [2.0, 1.5], "range_time": [[[10.0, 4.0], [20.0, 7.0]], []],
+        "num_disp": 1, "disp_names": ["x"], "disp_limits": [[-3.0, 3.0]], "disp_offsets": [0.25],
+        "alphas": [[1.0, 2.0], [3.0, 4.0], [5.0, 6.0]], "detector_type": null, "gamma_c": null, "nu_c": null, "rot_order": null,
+        "tilt": null, "det_offsets": null, "disp_centre": null, "alpha_file": null, "resolution_surface": null})");
     EXPECT_EQ(record["resolution_surface"].size() * record["resolution_surface"][0].size(), 2u);
     // Before it, that of the default, which is not set; behind it, the file's.
     EXPECT_EQ(told[0]["Current_Instrm_Set"], false);
@@ -294,36 +201,40 @@ TEST_F(Numor_Doors, a_door_refuses_with_the_reason) {
     Put_Packed("123457", R3A());
     Write("short.cal", "R3A\n1 2 3\n");
     Write("bad.instrm", "NUM_ANG 1\nANG_LIMITS\n Gamma 0 x\n");
-    const Run_Result run = Script(
-        "print numor 123456\n"
-        "print numor 123456 R15\n"
-        "print numor 123457.Z R3A\n"
-        "print numor nothing R3A\n"
-        "print numor 123456 R22\n"
-        "print converted R3A\n"
-        "print converted R6 123456\n"
-        "print converted R3A 123456 norm x\n"
-        "print converted R3A 123456 cal\n"
-        "print converted R3A 123456 bank 0\n"
-        "print converted R3A 123456 norm 1 norm 2\n"
-        "print converted R3A 123456 cal short.cal\n"
-        "print calibration short.cal R3A\n"
-        "print calibration short.cal R4\n"
-        "print instrument nothing.instrm\n"
-        "print instrument bad.instrm\n"
-        "print found R3A 123456\n"
-        "print found 123456 R3A 5\n");
+    const std::string converted = "usage: print converted INSTRUMENT FILE.. [cal FILE] [norm V] [bank N]";
+    const std::string found = "usage: print found NUMOR INSTRUMENT [YEAR CYCLE]",
+                      positions = " Problems reading Positions of Detectors for R3A";
+    const std::pair<std::string, std::string> refusals[] = {
+        {"numor 123456", "usage: print numor FILE INSTRUMENT"},
+        {"numor 123456 R15", " Not Implemented for the Powder Instrument name: R15"},
+        {"numor 123457.Z R3A", " Numor file is compressed. Please uncompress the numor before to use the program"},
+        {"numor nothing R3A", " Problems trying to read the Numor for R3A Instrument in file"},
+        {"numor 123456 R22", "This numor does not correspond with R22 Format"},
+        {"converted R3A", converted},
+        {"converted R6 123456", " Not Implemented for the Powder Instrument name: R6"},
+        {"converted R3A 123456 norm x", "norm needs a number, not x"},
+        {"converted R3A 123456 cal", converted},
+        {"converted R3A 123456 bank 0", "bank needs a whole number from 1 on, not 0"},
+        {"converted R3A 123456 norm 1 norm 2", converted},
+        {"converted R3A 123456 cal short.cal", positions},
+        {"calibration short.cal R3A", positions},
+        {"calibration short.cal R4", " Problems reading Calibration File for R4 Instrument"},
+        {"instrument nothing.instrm", "Error opening the file: "},
+        {"instrument bad.instrm", ", reading the angular names, limits, offsets and velocities"},
+        {"found R3A 123456", found},
+        {"found 123456 R3A 5", found},
+    };
+    std::string script;
+    for (const auto& [statement, message] : refusals) script += "print " + statement + '\n';
+    const Run_Result run = Script(script);
     EXPECT_EQ(run.With("numor").size() + run.With("converted").size() + run.With("calibration").size() + run.With("found").size(), 0u);
-    const std::string converted = "usage: print converted INSTRUMENT FILE.. [cal FILE] [norm V] [bank N]",
-                      found = "usage: print found NUMOR INSTRUMENT [YEAR CYCLE]";
-    Expect_Refusals(
-        run, {"line 1: usage: print numor FILE INSTRUMENT", "line 2:  Not Implemented for the Powder Instrument name: R15",
-              "Numor file is compressed. Please uncompress the numor before to use the program",
-              "Problems trying to read the Numor for R3A Instrument in file", "This numor does not correspond with R22 Format", converted,
-              "line 7:  Not Implemented for the Powder Instrument name: R6", "norm needs a number, not x", converted,
-              "bank needs a whole number from 1 on, not 0", converted, "Problems reading Positions of Detectors for R3A Instrument",
-              "line 13:  Problems reading Positions of Detectors for R3A Instrument", "Problems reading Calibration File for R4 Instrument",
-              "Error opening the file: ", ", reading the angular names, limits, offsets and velocities", found, found});
+    std::vector<std::string> told;  // a message may have further lines
+    std::istringstream lines(run.errors);
+    for (std::string line; std::getline(lines, line);)
+        if (line.starts_with("line ")) told.push_back(line);
+    ASSERT_EQ(told.size(), std::size(refusals)) << run.errors;
+    for (std::size_t i = 0; i < told.size(); ++i) EXPECT_NE(told[i].find(refusals[i].second), std::string::npos) << told[i];
+    EXPECT_EQ(run.status, 1);
 }
 
 TEST_F(Numor_Doors, command_line_lists_a_run) {
@@ -332,28 +243,23 @@ TEST_F(Numor_Doors, command_line_lists_a_run) {
     const std::string packed = Put_Packed("123457", R3A());
     Numor_Text crystal = Numor_Text::Of("R6", {{.angles = {1.5}, .counts = {1, 2, 3, 4}}});
     Put("crystal", crystal);
-    const std::vector<std::pair<std::vector<std::string>, std::string>> listings = {{{"--numor", "data/r3a/123456"}, "R3A"},
-                                                                                    {{"--numor", "alone"}, "R3A"},
-                                                                                    {{"--numor", packed, "r3a"}, "R3A"},
-                                                                                    {{"--numor", "crystal"}, "ANGLE_CHI:"}};
-    for (const auto& [arguments, text] : listings) {
-        const Run_Result run = Run(arguments);
+    const auto Numor = [](Words words) {
+        words.insert(words.begin(), "--numor");
+        return words;
+    };
+    const std::pair<Words, std::string> listings[] = {
+        {{"data/r3a/123456"}, "R3A"}, {{"alone"}, "R3A"}, {{packed, "r3a"}, "R3A"}, {{"crystal"}, "ANGLE_CHI:"}};
+    for (const auto& [words, text] : listings) {
+        const Run_Result run = Run(Numor(words));
         EXPECT_EQ(run.status, 0) << run.errors;
         for (const std::string& part : {text, std::string("INTRUMENT:"), std::string("123456"), std::string("Temp-SAMPLE: ")})
             EXPECT_NE(run.output.find(part), std::string::npos) << part << " in\n" << run.output;
     }
     Write("text", "nothing of a run\n");
-    const std::vector<std::pair<std::vector<std::string>, std::string>> refusals = {
-        {{"--numor", "nowhere"}, "nowhere"},
-        {{"--numor", "text"}, "The file text names no instrument"},
-        {{"--numor", "data/r3a/123456", "R5B"}, "This numor does not correspond with R5B Format"},
-        {{"--numor", "alone", "R99"}, "Not Implemented for the Powder Instrument name: R99"}};
-    for (const auto& [arguments, message] : refusals) {
-        const Run_Result run = Run(arguments);
-        EXPECT_EQ(run.status, 1) << message;
-        EXPECT_EQ(run.output, "");
-        EXPECT_NE(run.errors.find(message), std::string::npos) << run.errors;
-    }
+    Refused(Numor({"nowhere"}), "nowhere");
+    Refused(Numor({"text"}), "The file text names no instrument");
+    Refused(Numor({"data/r3a/123456", "R5B"}), "This numor does not correspond with R5B Format");
+    Refused(Numor({"alone", "R99"}), "Not Implemented for the Powder Instrument name: R99");
 }
 
 TEST_F(Numor_Doors, command_line_writes_a_matrix_and_keeps_the_file_before) {
@@ -381,27 +287,15 @@ TEST_F(Numor_Doors, command_line_writes_a_matrix_and_keeps_the_file_before) {
     EXPECT_NE(twice.find("WAVE    1.25000\n"), std::string::npos) << twice;
     EXPECT_NE(twice.find("UBMAT\n     1.000000000     0.000000000     0.000000000\n"), std::string::npos) << twice;
 
-    struct Refusal {
-        std::vector<std::string> arguments;
-        int status;
-        std::string message;
-    };
     const std::string unit = "1 0 0 0 1 0 0 0 1";
-    const std::vector<Refusal> refusals = {{{"--instrument", "nothing"}, 1, "Error opening the file: nothing"},
-                                           {{"--instrument", "r6.instrm", "--ub", "1 0 0 0 1 0 0 0"}, 1, "nine numbers"},
-                                           {{"--instrument", "r6.instrm", "--ub", unit + " 1"}, 1, "nine numbers"},
-                                           {{"--instrument", "r6.instrm", "--ub", "1 0 0 0 1 0 0 0 1e99"}, 1, "nine numbers"},
-                                           {{"--instrument", "r6.instrm", "--ub", "1 2 3 2 4 6 0 0 1"}, 1, ""},
-                                           {{"--instrument", "r6.instrm", "--ub", unit, "--wave", "0"}, 1, "Bad wavelength"},
-                                           {{"--instrument", "r6.instrm", "--wave", "1"}, 2, "--wave belongs to --ub"},
-                                           {{"--ub", unit}, 2, "--ub and --wave belong to --instrument"}};
-    for (const Refusal& r : refusals) {
-        const Run_Result run = Run(r.arguments);
-        EXPECT_EQ(run.status, r.status) << r.message;
-        EXPECT_EQ(run.output, "");
-        EXPECT_NE(run.errors.find(r.message), std::string::npos) << run.errors;
-        EXPECT_EQ(Text_Of(directory / "r6.instrm"), twice) << r.message;
-    }
+    for (const std::string bad : {"1 0 0 0 1 0 0 0", "1 0 0 0 1 0 0 0 1 1", "1 0 0 0 1 0 0 0 1e99"})
+        Refused({"--instrument", "r6.instrm", "--ub", bad}, "nine numbers");
+    Refused({"--instrument", "nothing"}, "Error opening the file: nothing");
+    Refused({"--instrument", "r6.instrm", "--ub", "1 2 3 2 4 6 0 0 1"}, "cannot be inverted");
+    Refused({"--instrument", "r6.instrm", "--ub", unit, "--wave", "0"}, "Bad wavelength");
+    Refused({"--instrument", "r6.instrm", "--wave", "1"}, "--wave belongs to --ub", 2);
+    Refused({"--ub", unit}, "--ub and --wave belong to --instrument", 2);
+    EXPECT_EQ(Text_Of(directory / "r6.instrm"), twice);
     // What was read otherwise than it stands, or not at all, is told at the end.
     Write("exchanged.instrm", "DIM_XZP 64 48 32 12\nGAPS_CA_AN 2 4\nX_LIMITS 0 64\n");
     const Run_Result warned = Run({"--instrument", "exchanged.instrm"});

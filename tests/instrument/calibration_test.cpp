@@ -41,25 +41,20 @@ std::size_t Dead(const Calibration_Detector_Type& cal) {
     return static_cast<std::size_t>(std::count(cal.cal_active.begin(), cal.cal_active.end(), false));
 }
 
+double Rising(std::size_t i) { return 1 + 0.001 * static_cast<double>(i); }
+
 // A zone of cells 3 to 3 + i % 4 of tube i, 8 cells a tube.
 std::string R5b_File(int tubes) {
     const auto n = static_cast<std::size_t>(tubes);
-    std::string text =
-        "angles (degrees)\n" + Numbers(n, [](std::size_t i) { return 1.25 * static_cast<double>(i); }) + "Zones first, last\n";
+    const auto angle = [](std::size_t i) { return 1.25 * static_cast<double>(i); };
+    std::string text = "angles (degrees)\n" + Numbers(n, angle) + "Zones first, last\n";
     for (int i = 0; i < tubes; ++i) text += " 3 " + std::to_string(3 + i % 4) + "\n";
-    return text + "EFFICIENCIES\n" +
-           Numbers(
-               8 * n, [](std::size_t i) { return 1 + 0.001 * static_cast<double>(i); }, 8);
+    return text + "EFFICIENCIES\n" + Numbers(8 * n, Rising, 8);
 }
 std::string R8_File() {
-    return "ANGLES\n" +
-           Numbers(
-               9, [](std::size_t i) { return 0.01 * static_cast<double>(i) - 0.03; }, 4) +
-           "effic of cells\n" +
-           Numbers(
-               576, [](std::size_t i) { return i == 70   ? 0.0
-                                               : i == 71 ? -1.0
-                                                         : 1 + 0.001 * static_cast<double>(i); }, 8);
+    const auto angle = [](std::size_t i) { return 0.01 * static_cast<double>(i) - 0.03; };
+    const auto efficiency = [](std::size_t i) { return i == 70 ? 0.0 : i == 71 ? -1.0 : Rising(i); };
+    return "ANGLES\n" + Numbers(9, angle, 4) + "effic of cells\n" + Numbers(576, efficiency, 8);
 }
 const std::string r22_file = " 5 points\n 0.2, 0.1 0.4\n 0.3 -0.5 behind the last\n 2.0 0. 4.0\n -1 0.5\n what stands behind is free\n";
 
@@ -72,13 +67,9 @@ TEST(Calibration, PositionsAndEfficienciesOfR3a) {
                 "free text 1 2 3\n! a comment\n" + Numbers(25, position, in_line) + "\n" + Numbers(25, efficiency, in_line) + "more\n",
                 "\n", end);
             const Calibration_Detector_Type cal = Read(text, "r3a");
-            EXPECT_EQ(cal.cal_instrument, "R3A");
-            EXPECT_EQ(cal.ndet, 25);
-            EXPECT_EQ(cal.npoints_det, 1);
-            EXPECT_EQ(cal.cal_pos[24], 144);
-            EXPECT_FLOAT_EQ(cal.cal_effic[24], 1.14f);
-            EXPECT_EQ(Dead(cal), 3u);
-            EXPECT_FALSE(cal.cal_active[3] || cal.cal_active[7] || cal.cal_active[8]);
+            EXPECT_EQ(std::tuple(cal.cal_instrument, cal.ndet, cal.npoints_det), std::tuple("R3A", 25, 1));
+            EXPECT_EQ(std::pair(cal.cal_pos.at(24), cal.cal_effic.at(24)), std::pair(144.0f, 1.14f));
+            EXPECT_TRUE(Dead(cal) == 3 && !cal.cal_active[3] && !cal.cal_active[7] && !cal.cal_active[8]);
         }
     const auto down = [](std::size_t i) { return -6.0 * static_cast<double>(i); };
     EXPECT_EQ(Dead(Read("down\n" + Numbers(25, down, 25) + "25*1.0\n", "R3A")), 0u);
@@ -87,9 +78,7 @@ TEST(Calibration, PositionsAndEfficienciesOfR3a) {
 TEST(Calibration, TubesAndTheirZones) {
     for (const int tubes : {1, 7, 128}) {
         const Calibration_Detector_Type cal = Read("R5B, a title\n" + R5b_File(tubes), "R5B");
-        ASSERT_EQ(cal.ndet, tubes);
-        ASSERT_EQ(cal.npoints_det, 8);
-        EXPECT_EQ(cal.cal_pos.back(), 1.25f * static_cast<float>(tubes - 1));
+        ASSERT_EQ(std::tuple(cal.ndet, cal.npoints_det, cal.cal_pos.back()), std::tuple(tubes, 8, 1.25f * static_cast<float>(tubes - 1)));
         for (int tube = 0; tube < tubes; ++tube)
             for (int point = 0; point < 8; ++point) {
                 const std::size_t cell = cal.Cell(point, tube);
@@ -106,12 +95,8 @@ TEST(Calibration, TubesAndTheirZones) {
 
 TEST(Calibration, BanksOfR8) {
     const Calibration_Detector_Type cal = Read(R8_File(), "R8");
-    EXPECT_EQ(cal.ndet, 9);
-    EXPECT_EQ(cal.npoints_det, 64);
-    EXPECT_FLOAT_EQ(cal.cal_pos[8], 0.05f);
-    EXPECT_FLOAT_EQ(cal.cal_effic[cal.Cell(63, 8)], 1.575f);
-    EXPECT_EQ(Dead(cal), 2u);
-    EXPECT_FALSE(cal.cal_active[cal.Cell(6, 1)] || cal.cal_active[cal.Cell(7, 1)]);
+    EXPECT_EQ(std::tuple(cal.ndet, cal.npoints_det, cal.cal_pos.at(8), cal.cal_effic[cal.Cell(63, 8)]), std::tuple(9, 64, 0.05f, 1.575f));
+    EXPECT_TRUE(Dead(cal) == 2 && !cal.cal_active[cal.Cell(6, 1)] && !cal.cal_active[cal.Cell(7, 1)]);
 }
 
 TEST(Calibration, FactorsOfR22) {
@@ -133,59 +118,41 @@ TEST(Calibration, WhatDoesNotFitIsTold) {
     const std::string r22 = " R22 detector in calibration file: file.cal";
     const auto zone = [](const std::string& pair) { return "angles\n1 2\nzones\n1 2 " + pair + "\nefficiencies\n 1 1 1 1\n"; };
     const struct {
-        std::string text, instrument, message;
+        std::string instrument, message;
+        std::vector<std::string> texts;
     } faults[] = {
-        {good_r3a, " r4 ", " Problems reading Calibration File for r4 Instrument"},
-        {"", "R3A", " Problems reading Calibration File for R3A Instrument"},
-        {" \n", "R5B", " Problems reading Calibration File for R5B Instrument"},
-        {"", "R8", " Problems reading Calibration File for R8 Instrument"},
-        {"free\n", "R3A", r3a_positions},
-        {"free\n" + Same(24, "1.5") + Same(25, "0.9"), "R3A", r3a_positions},
-        {"free\n" + Same(24, "1.5") + "x\n" + Same(25, "0.9"), "R3A", r3a_positions},
-        {"free\n" + Same(24, "1.5") + "nan\n" + Same(25, "0.9"), "R3A", r3a_positions},
-        {"free\n" + Same(25, "1.5"), "R3A", r3a_effic},
-        {"free\n" + Same(25, "1.5") + Same(24, "0.9"), "R3A", r3a_effic},
-        {"zones\n1 2\n", "R5B", angles + "R5B Instrument"},
-        {"angles\n" + Same(129, "1"), "R5B", angles + "R5B Instrument"},
-        {"angles\n1 2 3,5x\nzones\n1 1\n", "R5B", angles + "R5B Instrument"},
-        {"angles\n1 2\n", "R5B", zones},
-        {"angles\n1 2\nzones\n1 2 3\n", "R5B", zones},
-        {zone("1 2 3 4"), "R5B", zones},
-        {zone("1 129"), "R5B", active},
-        {zone("2 1"), "R5B", active},
-        {zone("0 1"), "R5B", active},
-        {zone("1 1.5"), "R5B", active},
-        {zone("1 3"), "R5B", effic + "R5B Instrument"},
-        {"angles\n1\nzones\n1 2\n", "R5B", effic + "R5B Instrument"},
-        {zone("1 2") + "1*\n", "R5B", effic + "R5B Instrument"},
-        {zone("1 2") + "999999999*1.0\n", "R5B", effic + "R5B Instrument"},
-        {"angles\n1 2 3 4 5 6 7 8\neffic\n576*1\n", "R8", angles + "R8 Instrument"},
-        {"effic\n576*1\n", "R8", angles + "R8 Instrument"},
-        {"angles\n9*0\neffic\n575*1\n", "R8", effic + "R8 Instrument"},
-        {"angles\n9*0\neffic\n577*1\n", "R8", effic + "R8 Instrument"},
-        {"angles\n9*0\n", "R8", effic + "R8 Instrument"},
-        {"", "R22", " Problems reading Calibration File: file.cal, for R22 Instrument"},
-        {"many\n1 2\n1 1\n", "R22", " Problem reading the number of points of the" + r22},
-        {"0\n", "R22", " Problem reading the number of points of the" + r22},
-        {"2000000000\n1 2\n1 1\n", "R22", " Problem reading cell positions of" + r22},
-        {"3\n1 2 ?\n1 1 1\n", "R22", " Problem reading cell positions of" + r22},
-        {"3\n1 2 inf\n1 1 1\n", "R22", " Problem reading cell positions of" + r22},
-        {"3\n1 2 3\n1 1\n", "R22", " Problem reading efficiencies of" + r22},
-        {"3\n1 2 3\n1 1 /\n", "R22", " Problem reading efficiencies of" + r22},
+        {" r4 ", " Problems reading Calibration File for r4 Instrument", {good_r3a}},
+        {"R3A", " Problems reading Calibration File for R3A Instrument", {""}},
+        {"R5B", " Problems reading Calibration File for R5B Instrument", {" \n"}},
+        {"R8", " Problems reading Calibration File for R8 Instrument", {""}},
+        {"R3A",
+         r3a_positions,
+         {"free\n", "free\n" + Same(24, "1.5") + Same(25, "0.9"), "free\n" + Same(24, "1.5") + "x\n" + Same(25, "0.9"),
+          "free\n" + Same(24, "1.5") + "nan\n" + Same(25, "0.9")}},
+        {"R3A", r3a_effic, {"free\n" + Same(25, "1.5"), "free\n" + Same(25, "1.5") + Same(24, "0.9")}},
+        {"R5B", angles + "R5B Instrument", {"zones\n1 2\n", "angles\n" + Same(129, "1"), "angles\n1 2 3,5x\nzones\n1 1\n"}},
+        {"R5B", zones, {"angles\n1 2\n", "angles\n1 2\nzones\n1 2 3\n", zone("1 2 3 4")}},
+        {"R5B", active, {zone("1 129"), zone("2 1"), zone("0 1"), zone("1 1.5")}},
+        {"R5B", effic + "R5B Instrument", {zone("1 3"), "angles\n1\nzones\n1 2\n", zone("1 2") + "1*\n", zone("1 2") + "999999999*1.0\n"}},
+        {"R8", angles + "R8 Instrument", {"angles\n1 2 3 4 5 6 7 8\neffic\n576*1\n", "effic\n576*1\n"}},
+        {"R8", effic + "R8 Instrument", {"angles\n9*0\neffic\n575*1\n", "angles\n9*0\neffic\n577*1\n", "angles\n9*0\n"}},
+        {"R22", " Problems reading Calibration File: file.cal, for R22 Instrument", {""}},
+        {"R22", " Problem reading the number of points of the" + r22, {"many\n1 2\n1 1\n", "0\n"}},
+        {"R22", " Problem reading cell positions of" + r22, {"2000000000\n1 2\n1 1\n", "3\n1 2 ?\n1 1 1\n", "3\n1 2 inf\n1 1 1\n"}},
+        {"R22", " Problem reading efficiencies of" + r22, {"3\n1 2 3\n1 1\n", "3\n1 2 3\n1 1 /\n"}},
     };
-    for (const auto& fault : faults) {
-        const std::string message = Message(fault.text, fault.instrument);
-        EXPECT_EQ(message.substr(0, message.find('\n')), fault.message) << fault.text;
-        EXPECT_EQ(message.find("file.cal") == std::string::npos, fault.instrument == " r4 ") << message;
-    }
-    EXPECT_EQ(Message(good_r3a, "R3A"), "");
-    EXPECT_EQ(Message(zone("1 2"), "R5B"), "");
+    for (const auto& [instrument, told, texts] : faults)
+        for (const std::string& text : texts) {
+            const std::string message = Message(text, instrument);
+            EXPECT_EQ(message.substr(0, message.find('\n')), told) << text;
+            EXPECT_EQ(Contains(message, "file.cal"), instrument != " r4 ") << message;
+        }
+    EXPECT_EQ(Message(good_r3a, "R3A") + Message(zone("1 2"), "R5B"), "");
     Calibration_Detector_Type cal;
     for (const std::string name : {"R3A", "R5B", "R8", "R22"}) {
         const Status status = Read_Calibration_File("/nowhere/at.all", name, cal);
-        EXPECT_TRUE(status.of_file);
-        EXPECT_TRUE(status.message.starts_with(" Problems reading Calibration File")) << status.message;
-        EXPECT_NE(status.message.find("/nowhere/at.all"), std::string::npos);
+        EXPECT_TRUE(status.of_file && status.message.starts_with(" Problems reading Calibration File")) << status.message;
+        EXPECT_TRUE(Contains(status.message, "/nowhere/at.all"));
     }
 }
 

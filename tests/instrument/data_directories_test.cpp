@@ -13,6 +13,7 @@
 #include <thread>
 
 #include "base/answer.hpp"
+#include "base/text.hpp"
 #include "instrument/instrument_names.hpp"
 
 namespace vntl {
@@ -24,23 +25,18 @@ using namespace std::chrono_literals;
 // "abababababababab", as the program compress packs it.
 const std::string packed("\x1f\x9d\x90\x61\xc4\x04\x1c\x28\xb0\x20\x41", 11), unpacked = "abababababababab";
 
-// The environment is put back.
-class Environment {
+// A variable of the environment, which is put back.
+class Variable {
 public:
-    ~Environment() {
-        for (const auto& [name, value] : before_) Put(name, value);
+    explicit Variable(const char* name) : name_(name) {
+        if (const char* value = std::getenv(name)) before_ = value;
     }
-    void Set(const char* name, const std::optional<std::string>& value) {
-        const char* old = std::getenv(name);
-        before_.try_emplace(name, old != nullptr ? std::optional<std::string>(old) : std::nullopt);
-        Put(name, value);
-    }
+    ~Variable() { Set(before_); }
+    void Set(const std::optional<std::string>& value) const { value ? ::setenv(name_, value->c_str(), 1) : ::unsetenv(name_); }
 
 private:
-    static void Put(const std::string& name, const std::optional<std::string>& value) {
-        value ? ::setenv(name.c_str(), value->c_str(), 1) : ::unsetenv(name.c_str());
-    }
-    std::map<std::string, std::optional<std::string>> before_;
+    const char* name_;
+    std::optional<std::string> before_;
 };
 
 class Run_Tree : public testing::Test {
@@ -85,10 +81,9 @@ std::string Two_Digits(int year) { return {static_cast<char>('0' + year / 10), s
 
 TEST_F(Run_Tree, RunsAreSplitByHundredsOfThousandsForSomeInstruments) {
     const std::pair<const char*, const char*> places[] = {
-        {"R3A", "r3a/123456"},        {"R5B", "r5b/123456"},     {"r8", "r8/123456"},          {" R3B ", "r3b/r3b_23/123456"},
-        {"R22", "r22/r22_23/123456"}, {"R6", "r6/r6_23/123456"}, {"R15", "r15/r15_23/123456"}, {"R18", "r18/r18_23/123456"},
-        {"R17", "r17/r17_23/123456"}, {"R11", "r11/123456"},
-    };
+        {"R3A", "r3a/123456"},          {"R5B", "r5b/123456"},        {"r8", "r8/123456"},       {"R11", "r11/123456"},
+        {" R3B ", "r3b/r3b_23/123456"}, {"R22", "r22/r22_23/123456"}, {"R6", "r6/r6_23/123456"}, {"R15", "r15/r15_23/123456"},
+        {"R18", "r18/r18_23/123456"},   {"R17", "r17/r17_23/123456"}};
     for (const auto& [instrument, place] : places) EXPECT_EQ(Run_In_Tree(123456, instrument), place);
     EXPECT_EQ(Run_In_Tree(7, "R22"), "r22/r22_00/000007");
     for (const char* none : {"", " ", "..", "../r3a", "r3a/x", ".r3a"}) EXPECT_EQ(Run_In_Tree(1, none), "") << none;
@@ -130,10 +125,8 @@ TEST_F(Run_Tree, APackedRunComesAsAPlainFileThatNobodyElseReads) {
         ASSERT_TRUE(Get_Absolute_Data_Path(own, 123, "R3A", {}, found).ok());
         EXPECT_EQ(found.actual_path, actual);
         EXPECT_EQ(fs::path(found.path).filename(), "000123");
-        EXPECT_EQ(fs::path(found.path).parent_path().parent_path(), root / "tmp");
-        struct stat about {};
-        ASSERT_EQ(::stat(fs::path(found.path).parent_path().c_str(), &about), 0);
-        EXPECT_EQ(about.st_mode & 0777u, 0700u);
+        const fs::path own_place = fs::path(found.path).parent_path();
+        EXPECT_TRUE(own_place.parent_path() == root / "tmp" && fs::status(own_place).permissions() == fs::perms::owner_all);
         EXPECT_EQ(Text(found.path), unpacked);
         Make("053/r3a/000123.Z", "not packed, whatever its name");
         ASSERT_TRUE(Get_Absolute_Data_Path(own, 123, "R3A", Reactor_Cycle{5, 3}, found).ok());
@@ -142,9 +135,9 @@ TEST_F(Run_Tree, APackedRunComesAsAPlainFileThatNobodyElseReads) {
     EXPECT_TRUE(fs::is_empty(root / "tmp")) << "they go with the program";
 
     const std::string bad = Make("data/r3a/000124.Z", packed.substr(0, 9) + "\xff\xff");
-    EXPECT_TRUE(Failure(124, "R3A").find(bad) != std::string::npos);
+    EXPECT_TRUE(Contains(Failure(124, "R3A"), bad));
     directories.KVR_temp_directory = (root / "missing").string();
-    EXPECT_TRUE(Failure(123, "R3A").find((root / "missing").string()) != std::string::npos);
+    EXPECT_TRUE(Contains(Failure(123, "R3A"), (root / "missing").string()));
 }
 
 TEST_F(Run_Tree, WhatIsNoRunIsPassedOver) {
@@ -155,10 +148,10 @@ TEST_F(Run_Tree, WhatIsNoRunIsPassedOver) {
     for (const int numor : {1, 2, 3}) EXPECT_EQ(Found(numor, "R3A"), "");
     Make("data-1/r3a/000001");
     EXPECT_EQ(Found(1, "R3A"), "data-1/r3a/000001");
-    for (const int numor : {-1, 1000000}) EXPECT_TRUE(Failure(numor, "R3A").find(std::to_string(numor)) != std::string::npos);
-    for (const char* name : {"", "..", "a/b"}) EXPECT_TRUE(Failure(1, name).find("'" + std::string(name) + "'") != std::string::npos);
-    for (const Reactor_Cycle& cycle : {Reactor_Cycle{2005, 3}, Reactor_Cycle{5, 10}, Reactor_Cycle{-5, 3}})
-        EXPECT_TRUE(Failure(1, "R3A", cycle).find(std::to_string(cycle.year)) != std::string::npos);
+    for (const int numor : {-1, 1000000}) EXPECT_TRUE(Contains(Failure(numor, "R3A"), std::to_string(numor)));
+    for (const std::string name : {"", "..", "a/b"}) EXPECT_TRUE(Contains(Failure(1, name), "'" + name + "'"));
+    for (const Reactor_Cycle& cycle : {Reactor_Cycle{2005, 3}, {5, 10}, {-5, 3}})
+        EXPECT_TRUE(Contains(Failure(1, "R3A", cycle), std::to_string(cycle.year)));
 }
 
 TEST_F(Run_Tree, ASearchCanBeCancelledAndASilentTreeIsGivenUp) {
@@ -190,39 +183,36 @@ TEST_F(Run_Tree, ASearchCanBeCancelledAndASilentTreeIsGivenUp) {
 }
 
 TEST_F(Run_Tree, TheEnvironmentTellsTheDirectories) {
-    Environment environment;
-    const std::string here = fs::current_path().string() + '/', there = root.string() + '/', temporary = there + "tmp/";
-    environment.Set("KVRDATA", root.string());
+    const Variable kvrdata("KVRDATA"), places[] = {Variable("TEMP"), Variable("TMP"), Variable("USERPROFILE"), Variable("TMPDIR")};
+    const std::string here = fs::current_path().string() + '/', there = root.string() + '/';
+    kvrdata.Set(root.string());
     Initialize_Data_Directory(directories);
-    EXPECT_EQ(directories.KVR_data_directory, there);
-    EXPECT_TRUE(directories.KVR_data_found);
-    environment.Set("KVRDATA", there + "missing");
+    EXPECT_TRUE(directories.KVR_data_directory == there && directories.KVR_data_found);
+    kvrdata.Set(there + "missing");
     Data_Directories fresh;
     Found_Run found;
     EXPECT_EQ(Get_Absolute_Data_Path(fresh, 1, "R3A", {}, found).message, "The KVR directory: '" + there + "missing' doesn't exist");
     for (const std::optional<std::string>& blank : {std::optional<std::string>(), std::optional<std::string>("  ")}) {
-        environment.Set("KVRDATA", blank);
+        kvrdata.Set(blank);
         Initialize_Data_Directory(directories);
-        EXPECT_EQ(directories.KVR_data_directory, here);
-        EXPECT_TRUE(directories.KVR_data_found);
+        EXPECT_TRUE(directories.KVR_data_directory == here && directories.KVR_data_found);
     }
 
-    const char* const names[] = {"TEMP", "TMP", "USERPROFILE", "TMPDIR"};
-    for (const char* name : names) environment.Set(name, std::nullopt);
-    Initialize_Temp_Directory(directories);
-    EXPECT_EQ(directories.KVR_temp_directory, "/tmp/");
-    for (std::size_t i = std::size(names); i-- > 0;) {  // each goes before those behind it
-        const std::string own = there + names[i];
-        environment.Set(names[i], own);
+    const auto temporary = [&](const std::string& directory, bool is_there) {
         Initialize_Temp_Directory(directories);
-        EXPECT_EQ(directories.KVR_temp_directory, own + '/');
-        EXPECT_FALSE(directories.KVR_temp_found);
+        EXPECT_EQ(directories.KVR_temp_directory, directory);
+        EXPECT_EQ(directories.KVR_temp_found, is_there);
+    };
+    for (const Variable& place : places) place.Set({});
+    temporary("/tmp/", true);
+    for (std::size_t i = std::size(places); i-- > 0;) {  // each goes before those behind it
+        places[i].Set(there + std::to_string(i));
+        temporary(there + std::to_string(i) + '/', false);
     }
-    environment.Set("TEMP", " ");
-    environment.Set("TMP", temporary);
-    Initialize_Temp_Directory(directories);
-    EXPECT_EQ(directories.KVR_temp_directory, temporary);
-    EXPECT_TRUE(directories.KVR_temp_found && directories.Temporary_Directory().ok());
+    places[0].Set(" ");
+    places[1].Set(there + "tmp/");
+    temporary(there + "tmp/", true);
+    EXPECT_TRUE(directories.Temporary_Directory().ok());
 }
 
 TEST_F(Run_Tree, DirectoriesThatAreSetMustBeThere) {
@@ -240,35 +230,29 @@ TEST_F(Run_Tree, DirectoriesThatAreSetMustBeThere) {
     ASSERT_TRUE(Set_Instrm_directory(directories, {}, "R3A").ok());
     EXPECT_EQ(directories.instrm_directory, there + "data/r3a/");
     ASSERT_TRUE(Set_Instrm_directory(directories, there, "R3A").ok());
-    EXPECT_EQ(directories.instrm_directory, there);
-    EXPECT_TRUE(directories.instrm_directory_found);
-
+    EXPECT_TRUE(directories.instrm_directory == there && directories.instrm_directory_found);
     ASSERT_TRUE(Set_Instrm_Geometry_directory(directories, there).ok());
     EXPECT_EQ(directories.instrm_geometry_directory, there);
     for (const std::string& none : {missing, std::string()}) {
         EXPECT_EQ(Set_Instrm_Geometry_directory(directories, none).message,
                   " The INSTRM Geometry directory doesn't exist, current directory assumed");
-        EXPECT_EQ(directories.instrm_geometry_directory, fs::current_path().string() + '/');
-        EXPECT_FALSE(directories.instrm_geometry_found);
+        EXPECT_TRUE(directories.instrm_geometry_directory == fs::current_path().string() + '/' && !directories.instrm_geometry_found);
     }
 }
 
 TEST_F(Run_Tree, TheBytesOfARunWhateverItsName) {
-    const std::pair<std::string, std::string> files[] = {{Make("a.Z", packed), unpacked},
-                                                         {Make("b", packed), unpacked},
-                                                         {Make("c.Z", "plain"), "plain"},
-                                                         {Make("d", "\xEF\xBB\xBFtext"), "text"},
-                                                         {Make("e", ""), ""}};
-    for (const auto& [file, text] : files) {
+    for (const auto& [file, text] : {std::pair(Make("a.Z", packed), unpacked),
+                                     {Make("b", packed), unpacked},
+                                     {Make("c.Z", "plain"), "plain"},
+                                     {Make("d", "\xEF\xBB\xBFtext"), "text"},
+                                     {Make("e", ""), ""}}) {
         std::string bytes = "before";
-        EXPECT_TRUE(Read_Run_Bytes(file, bytes).ok());
-        EXPECT_EQ(bytes, text) << file;
+        EXPECT_TRUE(Read_Run_Bytes(file, bytes).ok() && bytes == text) << file;
     }
     for (const std::string& file : {Make("f", packed.substr(0, 2)), root.string(), Make("g") + "no"}) {
         std::string bytes = "before";
         const Status status = Read_Run_Bytes(file, bytes);
-        EXPECT_TRUE(status.failed && status.of_file && status.message.find(file) != std::string::npos) << status.message;
-        EXPECT_EQ(bytes, "before");
+        EXPECT_TRUE(status.failed && status.of_file && Contains(status.message, file) && bytes == "before") << status.message;
     }
 }
 
@@ -277,35 +261,32 @@ TEST(Instrument_Names, ArePathsAndGroupsOfThem) {
         const char *path, *instrument;
         char separator = '/';
     };
-    const Case cases[] = {
-        {"/share/data/r3b/r3b_01/101234", "R3B"},
-        {"/share/data-1/r3b/101234", "R3B"},
-        {"/share/053/r22/r22_23/123456.Z", "R22"},
-        {"data/DB21/1", "DB21"},
-        {"/data/db21x/1", "DB21"},  // four characters count
-        {"/data/r3axx/1", ""},
-        {"/home/data/mine/053/r8/1", "R8"},  // "mine" measures nothing
-        {"/data/053/R5B/1", "R5B"},
-        {"/data/r3a/data-1/r8/1", "R3A"},  // the first
-        {"/share/000/r3a/1", ""},
-        {"/share/05x/r3a/1", ""},
-        {"/share/0533/r3a/1", ""},
-        {"/r3a/data", ""},
-        {"/data/", ""},
-        {"", ""},
-        {"R:\\data\\r3a\\101234", "R3A", '\\'},
-        {"R:\\data\\r3a\\101234", ""},
-    };
+    // Four characters of a name count, and "mine" measures nothing; the first instrument is taken.
+    const Case cases[] = {{"/share/data/r3b/r3b_01/101234", "R3B"},
+                          {"/share/data-1/r3b/101234", "R3B"},
+                          {"/share/053/r22/r22_23/123456.Z", "R22"},
+                          {"data/DB21/1", "DB21"},
+                          {"/data/db21x/1", "DB21"},
+                          {"/data/r3axx/1", ""},
+                          {"/home/data/mine/053/r8/1", "R8"},
+                          {"/data/053/R5B/1", "R5B"},
+                          {"/data/r3a/data-1/r8/1", "R3A"},
+                          {"/share/000/r3a/1", ""},
+                          {"/share/05x/r3a/1", ""},
+                          {"/share/0533/r3a/1", ""},
+                          {"/r3a/data", ""},
+                          {"/data/", ""},
+                          {"", ""},
+                          {"R:\\data\\r3a\\101234", "R3A", '\\'},
+                          {"R:\\data\\r3a\\101234", ""}};
     for (const Case& c : cases) EXPECT_EQ(Instrument_Of_Path(c.path, c.separator), c.instrument) << c.path;
 
     std::map<std::string_view, int> names;
     for (const Instrument_Group& group : Instrument_Groups())
         for (const Instrument_Kind& kind : group.types) {
             EXPECT_FALSE(kind.names.empty()) << kind.type;
-            for (const std::string_view name : kind.names) {
-                EXPECT_EQ(++names[name], 1) << name;
-                EXPECT_TRUE(name.size() <= 4 && Is_Known_Instrument(name)) << name;
-            }
+            for (const std::string_view name : kind.names)
+                EXPECT_TRUE(++names[name] == 1 && name.size() <= 4 && Is_Known_Instrument(name)) << name;
         }
     for (const std::string_view name : Two_Axes_Instruments()) EXPECT_TRUE(names.contains(name)) << name;
     EXPECT_TRUE(Is_Known_Instrument(" r3a ") && !Is_Known_Instrument("") && !Is_Known_Instrument("R3"));
