@@ -13,8 +13,6 @@ namespace {
 using namespace std::chrono_literals;
 
 TEST(Answer_Within, SilenceIsGivenUpAndAsksNobodyElseUntilItEnds) {
-    EXPECT_EQ(Answer_Within(10s, "here", [] { return true; }), true);
-    EXPECT_EQ(Answer_Within(10s, "here", [] { return false; }), false);
     EXPECT_EQ(Answer_Within(10s, "here", []() -> bool { throw std::runtime_error("refused"); }), false);
 
     const auto end = std::make_shared<std::promise<void>>();

@@ -15,6 +15,7 @@
 #include "base/answer.hpp"
 #include "base/text.hpp"
 #include "instrument/instrument_names.hpp"
+#include "instrument/numor_files.hpp"
 
 namespace vntl {
 namespace {
@@ -87,7 +88,6 @@ TEST_F(Run_Tree, RunsAreSplitByHundredsOfThousandsForSomeInstruments) {
     for (const auto& [instrument, place] : places) EXPECT_EQ(Run_In_Tree(123456, instrument), place);
     EXPECT_EQ(Run_In_Tree(7, "R22"), "r22/r22_00/000007");
     for (const char* none : {"", " ", "..", "../r3a", "r3a/x", ".r3a"}) EXPECT_EQ(Run_In_Tree(1, none), "") << none;
-    for (const int numor : {-1, 1000000}) EXPECT_EQ(Run_In_Tree(numor, "R3A"), "");
 }
 
 // Each place is looked at before all that stand below it.
@@ -254,6 +254,39 @@ TEST_F(Run_Tree, TheBytesOfARunWhateverItsName) {
         const Status status = Read_Run_Bytes(file, bytes);
         EXPECT_TRUE(status.failed && status.of_file && Contains(status.message, file) && bytes == "before") << status.message;
     }
+}
+
+TEST_F(Run_Tree, NumbersBecomePathsInTheFormThatIsThere) {
+    for (const char* name : {"000007", "123456.Z", "200000", "200000.Z", "data/r3a/000007", "data/r3a/000002", "data-1/r3a/000002",
+                             "data-1/r3b/r3b_23/123456.Z"})
+        Make(name);
+    const std::string directory = root.string() + '/';
+    const std::tuple<int, bool, const char*> places[] = {{7, false, "000007"},       {7, true, "000007"},       {123456, false, "123456.Z"},
+                                                         {200000, true, "200000.Z"}, {200000, false, "200000"}, {8, true, "000008.Z"}};
+    for (const auto& [numor, packed_one, name] : places) {
+        EXPECT_EQ(Numor_Path(root, numor, packed_one), directory + name);
+        EXPECT_EQ(Numor_Path(directory, numor, packed_one), directory + name);
+    }
+    EXPECT_EQ(Numor_Path("", 8, false), "000008");
+    fs::remove(root / "123456.Z");
+    const std::tuple<int, const char*, const char*> in_tree[] = {
+        {7, "R3A", "000007"}, {2, "R3A", "data/r3a/000002"}, {123456, "R3B", "data-1/r3b/r3b_23/123456.Z"}, {3, "R3A", "000003"}};
+    for (const auto& [numor, instrument, name] : in_tree)
+        EXPECT_EQ(Numor_Path_In_Tree(directory, numor, instrument, false), directory + name);
+}
+
+TEST_F(Run_Tree, NumbersOfADirectoryHaveALeastAndALargest) {
+    std::optional<Numor_Range> found;
+    const auto range = [&](std::initializer_list<const char*> names) {
+        for (const char* name : names) Make(name);
+        EXPECT_TRUE(Numors_In_Directory(root, found).ok());
+        return found ? std::to_string(found->first) + ' ' + std::to_string(found->last) + (found->compressed ? " Z" : "") : "none";
+    };
+    EXPECT_EQ(range({"readme", "12a", "-5", "1 2", ".Z", "1234567", "99999999999999999999", "900000/a", "000300.gz"}), "none");
+    EXPECT_EQ(range({"123460.Z", "123450.Z"}), "123450 123460 Z");
+    EXPECT_EQ(range({"123455"}), "123450 123460");
+    EXPECT_EQ(range({"999999", "000000"}), "0 999999");
+    EXPECT_TRUE(Contains(Numors_In_Directory(root / "absent", found).message, "absent"));
 }
 
 TEST(Instrument_Names, ArePathsAndGroupsOfThem) {

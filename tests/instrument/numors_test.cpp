@@ -249,11 +249,17 @@ TEST(Numors, What_A_File_Leaves_Out) {
         for (std::size_t i = 0; i < 5; ++i) EXPECT_FLOAT_EQ(numor.tmc_ang.Frame(i)[frame_angle], -20.25f + 0.125f * static_cast<float>(i));
     }
 
-    // Texts shorter than 80 characters hold no kind of scan; letters may be those of Latin-1.
-    std::string text = Replace_All(Some_Run("R3A").Text(), "powder", "\xE9tude ");
-    EXPECT_EQ(Read<Powder_Numor_Type>(text, "R3A").title, "\xC3\xA9tude  at 300 K");
-    text = Replace_All(text, "      80       1", "      40       1");
-    const auto shorter = Read<Powder_Numor_Type>(text, "R3A");
+    // A second F block of the header is no group of the first frame.
+    Numor_Text r6 = Some_Run("R6");
+    r6.groups = Numor_Groups::none, r6.frame_markers = true;
+    r6.more_reals = {1000, 2000, 3000, 4000};
+    EXPECT_EQ(Read<SXTAL_Numor_Type>(r6.Text(), "R6").tmc_ang.Frame(0)[frame_time], 0);
+
+    // Texts shorter than 80 characters hold no kind of scan; letters may be those of Latin-1. The name has four characters.
+    const std::string text = Replace_All(Replace_All(Some_Run("R3A").Text(), "powder", "\xE9tude "), "R3A user", "R3AXuser");
+    const auto named = Read<Powder_Numor_Type>(text, "R3A");
+    EXPECT_EQ(named.title + '|' + named.instrm, "\xC3\xA9tude  at 300 K|R3AX");
+    const auto shorter = Read<Powder_Numor_Type>(Replace_All(text, "      80       1", "      40       1"), "R3A");
     EXPECT_EQ(shorter.title + '|' + shorter.scantype, "\xC3\xA9tude  at 300 K|");
 }
 
@@ -403,17 +409,11 @@ TEST(Numors, Files) {
 }
 
 TEST(Numors, Are_Known_By_Their_Beginning) {
-    for (const std::string instrument : {"R3A", "R8", "R18"}) {
-        const std::string text = Some_Run(instrument).Text();
-        EXPECT_TRUE(Looks_Like_Numor(text));
-        EXPECT_TRUE(Looks_Like_Numor(text.substr(0, 90)));
-        EXPECT_EQ(Instrument_Of_Text(text), instrument);
-        EXPECT_EQ(Instrument_Of_Text(text.substr(0, 700)), instrument);
-    }
-    for (const std::string text : {"", "RRR\n 1 2\n", "RRRRRRRRRRRR\nno number\n", "AAAAAAAAAAAA\n      80       1\nR3A\n"}) {
-        EXPECT_FALSE(Looks_Like_Numor(text)) << text;
-        EXPECT_EQ(Instrument_Of_Text(text), "") << text;
-    }
+    const std::string text = Some_Run("R18").Text();
+    EXPECT_TRUE(Looks_Like_Numor(text) && Looks_Like_Numor(text.substr(0, 90)));
+    EXPECT_EQ(Instrument_Of_Text(text) + Instrument_Of_Text(text.substr(0, 700)), "R18R18");
+    for (const std::string other : {"", "RRR\n 1 2\n", "RRRRRRRRRRRR\nno number\n", "AAAAAAAAAAAA\n      80       1\nR3A\n"})
+        EXPECT_TRUE(!Looks_Like_Numor(other) && Instrument_Of_Text(other).empty()) << other;
 }
 
 TEST(Numors, Frames_Unfold_Into_Matrices) {
@@ -445,32 +445,28 @@ TEST(Numors, Frames_Unfold_Into_Matrices) {
 
 TEST(Numors, Listing) {
     Numor_Text run = Some_Run("R3A");
-    run.F(46) = 299.5;
-    run.F(50) = 5;
+    run.F(46) = 299.5, run.F(47) = 298.5, run.F(48) = 297.5, run.F(50) = 5;
     const std::vector<std::string> lines = Write_Numor_Info(Read<Powder_Numor_Type>(run.Text(), "R3A"));
-    const std::vector<std::string> expected = {
-        std::string(80, '-'),
-        " ---  Header Information about the NUMOR: 123456 of instrument R3A",
-        std::string(80, '-'),
-        " HEADER:            user            26-Nov-05 10:20:",
-        " INTRUMENT:         R3A",
-        " TITLE:             powder at 300 K",
-        " SCAN_TYPE:         2theta",
-        " SCAN_START:              -20.2500",
-        " SCAN_STEP :                0.1250",
-        " MONITOR:               10014.0000",
-        " TIME(seg):               160.0000",
-        " Temp-SETPNT:             299.5000 Kelvin",
-        " Temp-REGUL.:               0.0000 Kelvin",
-        " Temp-SAMPLE:               0.0000 Kelvin",
-        " Magnetic Field:            5.0000",
-    };
-    EXPECT_EQ(lines, expected);
+    const std::string rule = std::string(80, '-') + '\n', head = " ---  Header Information about the NUMOR: 123456 of instrument R3A\n";
+    std::string text;
+    for (const std::string& line : lines) text += line + '\n';
+    EXPECT_EQ(text, rule + head + rule + R"( HEADER:            user            26-Nov-05 10:20:
+ INTRUMENT:         R3A
+ TITLE:             powder at 300 K
+ SCAN_TYPE:         2theta
+ SCAN_START:              -20.2500
+ SCAN_STEP :                0.1250
+ MONITOR:               10014.0000
+ TIME(seg):               160.0000
+ Temp-SETPNT:             299.5000 Kelvin
+ Temp-REGUL.:             298.5000 Kelvin
+ Temp-SAMPLE:             297.5000 Kelvin
+ Magnetic Field:            5.0000
+)");
     Numor_Text crystal = Some_Run("R6");
-    crystal.F(1) = -3;
-    crystal.F(3) = 3e20;
+    crystal.F(1) = -3, crystal.F(3) = 3e20;
     const std::vector<std::string> more = Write_Numor_Info(Read<SXTAL_Numor_Type>(crystal.Text(), "R6"));
-    ASSERT_EQ(more.size(), expected.size() + 10);
+    ASSERT_EQ(more.size(), lines.size() + 10);
     EXPECT_EQ(more[1], " ---  Information about the NUMOR: 123456 of instrument R6");
     EXPECT_EQ(more[20], " HKL(Min.):                -3.0000          0.0000    3.000000E+20");
     EXPECT_EQ(more[24], " DELTA-hkl:                 0.0000          0.0000          0.0000");
