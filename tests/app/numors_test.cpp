@@ -90,14 +90,13 @@ TEST_F(Numors, ARangeIsFoundInItsDirectoryAndHolesAreToldOnce) {
     const auto dialogs = run.With("dialog");
     ASSERT_EQ(dialogs.size(), 3u) << run.output << run.errors;
     EXPECT_EQ(dialogs[0]["title"], "KVR 2-axes Diffractometer and Numors");
-    const Json at_first = Json::parse(R"json({"Instrument Name:": "R3B", "Data Directory": "", "Initial Numor": "0", "Final Numor": "0",
+    const Json at_first = Json::parse(R"x({"Instrument Name:": "R3B", "Data Directory": "", "Initial Numor": "0", "Final Numor": "0",
         "Un-Compressed": "1", "Save file to run Rawmerge       File Name:": "0", "File Name:": "rawmerge.inp",
         "Monitor for normalization in Rawmerge": "10000.00", "X,Y, Sigma": "1", "Temperature interval to add numors (in K)": "0.500",
         "Prepend a CodeFile to names     Codefile:": "0", "Codefile:": "",
         "Append the Temperature (in 0.01K) to the name of the files": "0", "Save only the Rawmerge file": "0",
         "Directory for saving input file for Rawmerge and data files": "", "Save each Numor independently": "1",
-        "Number of numors in each block to be added:": "0"
-})json");
+        "Number of numors in each block to be added:": "0"})x");
     for (const auto& [label, value] : at_first.items()) EXPECT_EQ(Field_Value(dialogs[0], label), value) << label;
     const std::string runs = fs::canonical(directory / "runs");
     for (const Json& dialog : {dialogs[1], dialogs[2]})  // the session keeps them
