@@ -85,7 +85,7 @@ private:
         Put("DET_TYPE: ", of.detector_type);
         Put("DIST_SDETR: ", of.dist_samp_detector, of.dist_units);
         if (!laue || of.wave > 0) Put("WAVELENGTH: ", of.wave, "Angstroms");
-        if (laue || of.wave_max > 0) {
+        if (laue) {
             Put("LAMBDA_MIN: ", of.wave_min, "Angstroms");
             Put("LAMBDA_MAX: ", of.wave_max, "Angstroms");
         }

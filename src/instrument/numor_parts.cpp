@@ -1,6 +1,7 @@
 #include "instrument/numor_parts.hpp"
 
 #include <algorithm>
+#include <cmath>
 #include <numeric>
 #include <span>
 #include <utility>
@@ -98,6 +99,7 @@ public:
           skipped_(layout.holds_groups ? group_in_counts : 0),
           first_(Size(layout.first) - 1),
           last_(Size(layout.last > 0 ? layout.last : layout.nframes)),
+          all_(Size(layout.nframes)),
           one_frame_(layout.nframes == 1),
           step_(layout.step) {}
 
@@ -108,6 +110,8 @@ public:
         head_.counts = Frame_Values(nbdata_, room);
         told_angle_.assign(room, false);
         Frames_Read read;
+        const std::size_t all = all_ * Values();
+        if (data.size() == 1 && all > 0 && Told(*data[0].counts) > all) return Fault(Frame_Part::counts, all_);
         for (const Data_Block& block : data) {
             if (frame_ >= last_) break;
             if (read = Take(block); !read.ok()) break;
@@ -196,11 +200,14 @@ private:
 
     const int* Counts(std::size_t k) const { return numbers_.data() + k * Values() + skipped_; }
 
-    // A group that is short of one value has no total, unless what stands in its place is just that.
+    // A group that is short of one value has no total, unless what stands in its place is none, is about the sum of the counts, or would
+    // turn a motor more than once round.
     bool Lacks_Total(const double* group, std::size_t k) const {
+        constexpr double turn = 360 * static_cast<double>(thousandths), tolerance = 0.1;
         if (group_size_ != frame_total + Angles()) return false;
         const int* const counts = Counts(k);
-        return group[frame_total] != std::accumulate(counts, counts + nbdata_, 0.0);
+        const double third = group[frame_total], sum = std::accumulate(counts, counts + nbdata_, 0.0);
+        return third != 0 && std::fabs(third) <= turn && std::fabs(third - sum) > tolerance * sum;
     }
 
     bool Take_Counts(std::size_t k) {
@@ -231,6 +238,7 @@ private:
     Numor_Head& head_;
     const std::size_t nbdata_, skipped_;
     const std::size_t first_, last_;  // frames wanted: [first, last)
+    const std::size_t all_;           // frames of the file
     const bool one_frame_;
     const float step_;
     std::size_t frame_ = 0, kept_ = 0;

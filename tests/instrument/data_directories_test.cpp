@@ -264,15 +264,15 @@ TEST_F(Run_Tree, NumbersBecomePathsInTheFormThatIsThere) {
     const std::tuple<int, bool, const char*> places[] = {{7, false, "000007"},       {7, true, "000007"},       {123456, false, "123456.Z"},
                                                          {200000, true, "200000.Z"}, {200000, false, "200000"}, {8, true, "000008.Z"}};
     for (const auto& [numor, packed_one, name] : places) {
-        EXPECT_EQ(Numor_Path(root, numor, packed_one), directory + name);
-        EXPECT_EQ(Numor_Path(directory, numor, packed_one), directory + name);
+        EXPECT_EQ(Actual_Numor(Numor_Path(root, numor, packed_one)), directory + name);
+        EXPECT_EQ(Actual_Numor(Numor_Path(directory, numor, packed_one)), directory + name);
     }
     EXPECT_EQ(Numor_Path("", 8, false), "000008");
     fs::remove(root / "123456.Z");
     const std::tuple<int, const char*, const char*> in_tree[] = {
         {7, "R3A", "000007"}, {2, "R3A", "data/r3a/000002"}, {123456, "R3B", "data-1/r3b/r3b_23/123456.Z"}, {3, "R3A", "000003"}};
     for (const auto& [numor, instrument, name] : in_tree)
-        EXPECT_EQ(Numor_Path_In_Tree(directory, numor, instrument, false), directory + name);
+        EXPECT_EQ(Actual_Numor_In_Tree(directory, Numor_Path(directory, numor, false), instrument), directory + name);
 }
 
 TEST_F(Run_Tree, NumbersOfADirectoryHaveALeastAndALargest) {

@@ -298,6 +298,8 @@ TEST_F(Instrument_File, TheListingTellsEveryField) {
     EXPECT_EQ(Write_Current_Instrm_data(state).size(), 4u);
     state.Current_Instrm = Reading(whole_text).instrument;
     state.Current_Instrm_Set = true;
+    for (const std::string& line : Write_Current_Instrm_data(state)) EXPECT_FALSE(line.starts_with("LAMBDA")) << "of one wavelength";
+    state.Current_Instrm.geom = "Laue";
     const std::vector<std::string> lines = Write_Current_Instrm_data(state);
     EXPECT_EQ(lines[1], " ---   INFORMATION ABOUT THE CURRENT INSTRUMENT AND ORIENTATION MATRIX   --- ");
     EXPECT_TRUE(lines[0] == lines[2] && lines[0].find_first_not_of(" -") == std::string::npos);

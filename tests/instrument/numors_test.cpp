@@ -78,6 +78,11 @@ void Expect_Frames(const Numor_Head& numor, const std::vector<Numor_Frame>& fram
 const char* const powder_instruments[] = {"R3A", "R3B", "R5B", "R8", "R22"};
 const char* const crystal_instruments[] = {"R6", "R11", "R17", "R18", "R18_HB"};
 
+std::string Eight(int value) {
+    const std::string digits = std::to_string(value);
+    return std::string(8 - digits.size(), ' ') + digits;
+}
+
 TEST(Numors, Every_Instrument_Reads_Its_Frames_And_Texts) {
     for (const std::string instrument : powder_instruments) {
         Numor_Text run = Some_Run(instrument);
@@ -470,6 +475,43 @@ TEST(Numors, Listing) {
     EXPECT_EQ(more[1], " ---  Information about the NUMOR: 123456 of instrument R6");
     EXPECT_EQ(more[20], " HKL(Min.):                -3.0000          0.0000    3.000000E+20");
     EXPECT_EQ(more[24], " DELTA-hkl:                 0.0000          0.0000          0.0000");
+}
+
+// What stands in front of the counts, told from them and from one another by their numbers.
+TEST(Numors, Groups_Of_Every_Kind_Are_Told_From_Counts) {
+    using Integers = std::vector<int>;
+    const struct {
+        std::vector<Integers> blocks;
+        float monitor, total, angle;  // of frame 2; monitor -1: refused
+    } cases[] = {
+        {{{60000, 900, 10, 11000}, {1, 2, 3, 4}, {60000, 901, 26, 11500}, {5, 6, 7, 8}}, 901, 26, 11.5f},  // as many cells as values
+        {{{60000, 900, 11000}, {1, 2, 3, 4}, {60000, 901, 11500}, {5, 6, 7, 8}}, 901, 26, 11.5f},          // no total
+        {{{60000, 900, 10}, {1, 2, 3, 4}, {60000, 901, 26}, {5, 6, 7, 8}}, 901, 26, 10.5f},                // no angle
+        {{{60000, 900, 0}, {1, 2, 3, 4}, {60000, 901, 27}, {5, 6, 7, 8}}, 901, 27, 10.5f},                 // a total of another count
+        {{{60000, 900, 0}, {1, 2, 3, 4}, {60000, 901, 900000}, {5, 6, 7, 8}}, 901, 900000, 10.5f},         // 900 degrees
+        {{{900, 60000, 11000, 1, 2, 3, 4, 901, 60000, 11500, 5, 6, 7, 8}}, 901, 26, 11.5f},                // among the counts
+        {{{1, 2, 3, 4, 5, 6, 7, 8}}, 0, 26, 10.5f},                                                        // none
+        {{{1, 2, 3, 4, 5, 6, 7, 8, 9}}, -1, 0, 0},
+        {{{1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12}}, -1, 0, 0},
+    };
+    Numor_Text header = Numor_Text::Of("R5B", {});
+    header.I(5) = 1, header.I(7) = 2, header.I(24) = 4;
+    header.F(36) = 10, header.F(37) = 0.5;
+    for (const auto& c : cases) {
+        std::string text = header.Text();
+        for (const Integers& block : c.blocks) {
+            text += std::string(80, 'I') + '\n' + Eight(static_cast<int>(block.size())) + Eight(0) + '\n';
+            for (std::size_t i = 0; i < block.size(); ++i) text += Eight(block[i]) + (i % 10 == 9 || i + 1 == block.size() ? "\n" : "");
+        }
+        Powder_Numor_Type numor;
+        const Status status = Read_Numor_Text(text, "run", "R5B", numor);
+        const std::string what = std::to_string(c.blocks[0].size()) + " and " + std::to_string(c.blocks.back().back());
+        ASSERT_EQ(status.failed, c.monitor < 0) << what << status.message;
+        if (status.failed) continue;
+        const auto told = numor.tmc_ang.Frame(1);
+        EXPECT_EQ(std::tuple(told[frame_monitor], told[frame_total], told[frame_angle]), std::tuple(c.monitor, c.total, c.angle)) << what;
+        EXPECT_EQ(numor.counts.Frame(1)[3], 8) << what;
+    }
 }
 
 }  // namespace

@@ -43,6 +43,8 @@ bool Unpack_By_Program(Application& app, const Program_Suite& suite, const std::
     const Private_Directory& place = app.directories.temporary;
     const std::string name(File_Part(file)), copy = place.File(name);
     const std::string plain = copy.substr(0, copy.size() - compressed_numor.size());
+    const auto taken = [&plain](const auto& run) { return run.second == plain; };  // by a run of another directory
+    if (std::any_of(runs.sources.unpacked.begin(), runs.sources.unpacked.end(), taken)) return true;
     if (IOsCopyFile(file, copy).failed) return true;  // a file that cannot be read is told of when it is opened
     IOsDeleteFile(plain);
     const Command_Line command = suite.By_Name(Program_Role::cmd_unzip).In(place.path()).File(name);
