@@ -119,19 +119,11 @@ void Add_Points(const Cells& cells, const Bank_Spline& bank, Grid_Part band, Mea
     }
 }
 
-// Each thread has points of its own, so that each sum is made in one order.
 void Add_Banks(const Cells& cells, const std::vector<Bank_Spline>& splines, const Numor_Conversion& how, Mean_Sums& sums) {
-    const int several = Threads_For(how.threads, splines.size() * r8_cells);
-    const std::size_t points = sums.y.size(), bands = several > 1 ? static_cast<std::size_t>(several) * 4 : 1;
-#ifdef _OPENMP
-#pragma omp parallel for num_threads(several) schedule(dynamic)
-#endif
-    for (std::ptrdiff_t part = 0; part < static_cast<std::ptrdiff_t>(bands); ++part) {
-        const auto number = static_cast<std::size_t>(part);
-        const Grid_Part band{points * number / bands, points * (number + 1) / bands};
+    For_Parts(sums.y.size(), Threads_For(how.threads, splines.size() * r8_cells), [&](Grid_Part part) {
         for (const Bank_Spline& bank : splines)
-            if (how.bank == 0 || bank.bank + 1 == static_cast<std::size_t>(how.bank)) Add_Points(cells, bank, band, sums);
-    }
+            if (how.bank == 0 || bank.bank + 1 == static_cast<std::size_t>(how.bank)) Add_Points(cells, bank, part, sums);
+    });
 }
 
 void Find_Range(const std::vector<Bank_Spline>& splines, [[maybe_unused]] int threads, double& xmin, double& xmax) {

@@ -286,19 +286,12 @@ bool Is_Even(const Work& work, const Scan& scan, double step) {
     return true;
 }
 
-// Each thread has points of its own, so that each sum is made in one order.
 void Add_Scans(const Bank& bank, std::span<const Scan> scans, int several, const Work& work, Mean_Sums& sums) {
-    const std::size_t points = sums.y.size(), bands = several > 1 ? static_cast<std::size_t>(several) * 4 : 1;
-#ifdef _OPENMP
-#pragma omp parallel for num_threads(several) schedule(dynamic)
-#endif
-    for (std::ptrdiff_t part = 0; part < static_cast<std::ptrdiff_t>(bands); ++part) {
-        const auto number = static_cast<std::size_t>(part);
-        const Grid_Part band{points * number / bands, points * (number + 1) / bands};
+    For_Parts(sums.y.size(), several, [&](Grid_Part part) {
         for (const Scan& scan : scans)
             for (std::size_t cell = 0; cell < bank.cells; ++cell)
-                if (bank.on[cell] != 0) (scan.even ? Add_Even_Cell : Add_Cell)({bank, work, scan, cell, band, sums}, scan.frames, sums);
-    }
+                if (bank.on[cell] != 0) (scan.even ? Add_Even_Cell : Add_Cell)({bank, work, scan, cell, part, sums}, scan.frames, sums);
+    });
 }
 
 // Scans stand one behind the other in the arrays of rows; how many rows they take.

@@ -62,4 +62,17 @@ Grid_Part Points_Between(const Mean_Sums& sums, double low, double high);
 // What OpenMP is asked for: `wanted`, or as many as it chooses for 0; one for little work.
 int Threads_For(int wanted, std::size_t work);
 
+// Calls `add` for parts of the points that make up all of them. Each thread has points of its own, so that each sum is made in one order.
+template <class Add>
+void For_Parts(std::size_t points, [[maybe_unused]] int threads, Add add) {
+    const std::size_t parts = threads > 1 ? static_cast<std::size_t>(threads) * 4 : 1;
+#ifdef _OPENMP
+#pragma omp parallel for num_threads(threads) schedule(dynamic)
+#endif
+    for (std::ptrdiff_t part = 0; part < static_cast<std::ptrdiff_t>(parts); ++part) {
+        const auto number = static_cast<std::size_t>(part);
+        add(Grid_Part{points * number / parts, points * (number + 1) / parts});
+    }
+}
+
 }  // namespace vntl

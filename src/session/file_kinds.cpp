@@ -45,29 +45,15 @@ constexpr File_Kind_Row kinds[] = {
 
 Open_Result Open_As_Recognised(Session& session, Ask& ask, const std::string& name) { return Open_Files(session, ask, {name}); }
 
-// Behind the rows of the table: a file whose name tells nothing, and whose contents speak for a format.
-constexpr File_Kind_Row recognised = {File_Kind::pattern,
-                                      [](std::string_view) { return false; },
-                                      "",
-                                      "",
-                                      [] { return std::string(); },
-                                      Letters::any,
-                                      Letters::any,
-                                      "drop",
-                                      Open_As_Recognised,
-                                      nullptr};
-
-// A run is known by its first line: its name is a number.
-constexpr File_Kind_Row run = {File_Kind::numor,
-                               [](std::string_view) { return false; },
-                               "",
-                               "",
-                               [] { return std::string(); },
-                               Letters::any,
-                               Letters::any,
-                               "drop",
-                               Open_Numor_Beside,
-                               [](const std::string& path) { return Read_Numor_File(path); }};
+// Behind the rows of the table: files whose names tell nothing.
+constexpr File_Kind_Row Known_By_Content(File_Kind kind, decltype(File_Kind_Row::open) open, decltype(File_Kind_Row::read) read) {
+    const auto no_extension = [](std::string_view) { return false; };
+    const auto no_filter = [] { return std::string(); };
+    return {kind, no_extension, "", "", no_filter, Letters::any, Letters::any, "drop", open, read};
+}
+constexpr File_Kind_Row recognised = Known_By_Content(File_Kind::pattern, Open_As_Recognised, nullptr);
+constexpr File_Kind_Row run =  // known by its first line: its name is a number
+    Known_By_Content(File_Kind::numor, Open_Numor_Beside, [](const std::string& path) { return Read_Numor_File(path); });
 
 std::string_view Extension_With_Point(std::string_view name) {
     const std::size_t point = name.rfind('.');
