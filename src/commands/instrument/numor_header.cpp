@@ -13,7 +13,7 @@ namespace {
 
 constexpr int header_dialog = 444;
 enum Header_Field { file_label = 4455, listing_text };
-constexpr int columns_seen = 84, lines_seen = 24;
+constexpr int columns_seen = 84, lines_seen = 26;
 
 template <class Numor>
 Status Listing_Of(const std::string& text, const std::string& file, const std::string& instrument, std::vector<std::string>& lines) {
