@@ -206,7 +206,9 @@ TEST_F(Numor_Doors, a_door_refuses_with_the_reason) {
 }
 
 TEST_F(Numor_Doors, command_line_lists_a_run) {
-    Put("data/r3a/123456", R3A());
+    Numor_Text named = R3A();
+    named.instrument = "R3AX";  // the directory's name goes before the one in the file
+    Put("data/r3a/123456", named);
     Put("alone", R3A());
     const std::string packed = Put_Packed("123457", R3A());
     Numor_Text crystal = Numor_Text::Of("R6", {{.angles = {1.5}, .counts = {1, 2, 3, 4}}});
@@ -239,22 +241,15 @@ TEST_F(Numor_Doors, command_line_writes_a_matrix_and_keeps_the_file_before) {
     EXPECT_EQ(Text_Of(directory / "r6.instrm"), before);
 
     // A sign in front is a number's and no option's.
-    const Run_Result first = Run({"--instrument", "r6.instrm", "--ub", "-0.1 0 0 0 0.2 0 0 0 0.3", "--wave", "1.25"});
+    const Run_Result first = Run({"--ub", "-0.1 0.4 0 0 0.2 0 0 0 0.3", "--wave", "1.25", "--instrument", "r6.instrm"});
     EXPECT_EQ(first.status, 0) << first.errors;
     const std::string once = Text_Of(directory / "r6.instrm");
     EXPECT_EQ(once,
               "NAME R6\nWAVE_LIMITS 0.5 2.5\nWAVE    1.25000\nDIM_XZP 64 64 32 32\nUBMAT\n"
-              "    -0.100000001     0.000000000     0.000000000\n"
+              "    -0.100000001     0.400000006     0.000000000\n"
               "     0.000000000     0.200000003     0.000000000\n"
               "     0.000000000     0.000000000     0.300000012\n");
     EXPECT_EQ(Text_Of(directory / "r6.instrm.bak"), before);
-    const Run_Result second = Run({"--ub", "1 0 0 0 1 0 0 0 1", "--instrument", "r6.instrm"});
-    EXPECT_EQ(second.status, 0) << second.errors;
-    EXPECT_EQ(Text_Of(directory / "r6.instrm.bak"), once);
-    const std::string twice = Text_Of(directory / "r6.instrm");
-    EXPECT_NE(twice.find("WAVE    1.25000\n"), std::string::npos) << twice;
-    EXPECT_NE(twice.find("UBMAT\n     1.000000000     0.000000000     0.000000000\n"), std::string::npos) << twice;
-
     const std::string unit = "1 0 0 0 1 0 0 0 1";
     for (const std::string bad : {"1 0 0 0 1 0 0 0", "1 0 0 0 1 0 0 0 1 1", "1 0 0 0 1 0 0 0 1e99"})
         Refused({"--instrument", "r6.instrm", "--ub", bad}, "nine numbers");
@@ -263,15 +258,14 @@ TEST_F(Numor_Doors, command_line_writes_a_matrix_and_keeps_the_file_before) {
     Refused({"--instrument", "r6.instrm", "--ub", unit, "--wave", "0"}, "Bad wavelength");
     Refused({"--instrument", "r6.instrm", "--wave", "1"}, "--wave belongs to --ub", 2);
     Refused({"--ub", unit}, "--ub and --wave belong to --instrument", 2);
-    EXPECT_EQ(Text_Of(directory / "r6.instrm"), twice);
+    EXPECT_EQ(Text_Of(directory / "r6.instrm"), once);
     // What was read otherwise than it stands, or not at all, is told at the end.
     Write("exchanged.instrm", "DIM_XZP 64 48 32 12\nGAPS_CA_AN 2 4\nX_LIMITS 0 64\n");
     const Run_Result warned = Run({"--instrument", "exchanged.instrm"});
     EXPECT_EQ(warned.status, 0) << warned.errors;
-    std::istringstream lines(warned.output.substr(std::min(warned.output.find("Warning: "), warned.output.size())));
-    int warnings = 0;
-    for (std::string line; std::getline(lines, line); ++warnings) EXPECT_TRUE(line.starts_with("Warning: exchanged.instrm: ")) << line;
-    EXPECT_EQ(warnings, 2) << warned.output;
+    std::size_t warnings = 0, at = 0;
+    for (; (at = warned.output.find("\nWarning: exchanged.instrm: ", at)) != std::string::npos; ++at) ++warnings;
+    EXPECT_EQ(warnings, 2u) << warned.output;
 }
 
 }  // namespace

@@ -20,7 +20,9 @@ protected:
     void Make_Run(const fs::path& file, int numor, const std::string& instrument = "R3B") const {
         Numor_Frame frame{.time = 30, .monitor = 5000, .angles = {4.5}, .counts = {}};
         for (int i = 0; i < points; ++i) frame.counts.push_back(numor % 1000 + i);
-        Numor_Text run = Numor_Text::Of(instrument, {frame});
+        std::vector<Numor_Frame> frames(instrument == "R5B" ? 2 : 1, frame);  // a bank is moved
+        frames.back().angles[0] += 0.25 * static_cast<double>(frames.size() - 1);
+        Numor_Text run = Numor_Text::Of(instrument, frames);
         run.numor = numor;
         run.F(18) = 2.52, run.F(46) = 300, run.F(47) = 299, run.F(48) = 301.5;
         fs::create_directories((directory / file).parent_path());
@@ -55,6 +57,15 @@ TEST_F(Numors, SelectedRunsTakeThePlaceOfTheRows) {
     }
     EXPECT_EQ(run.With("plot_type").at(0)["profiles_uniform"], true);
     EXPECT_TRUE(run.status == 0 && run.Told().empty());
+}
+
+TEST_F(Numors, WhatNeedsACalibrationIsToldOnceAndRunsThatAreOpenedLikeFilesStandBeside) {
+    for (const int numor : {100001, 100002}) Make_Run("data/r5b/" + Number(numor), numor, "R5B");
+    const auto run = Script("files data/r5b/100001 data/r5b/100002\ncommand 40212\nopen data/r5b/100001\nprint rows\n");
+    EXPECT_EQ(Names(run), (Texts{"100001", "100002", "100001"})) << run.output << run.errors;
+    const Texts told = run.Told();
+    ASSERT_EQ(told.size(), 2u) << run.output;
+    EXPECT_TRUE(told[0].starts_with("100001 and 1 more: The counts of R5B need a calibration")) << told[0];
 }
 
 TEST_F(Numors, WithoutATreeTheInstrumentIsAskedFor) {
@@ -113,9 +124,12 @@ TEST_F(Numors, ABlankDirectoryIsTheTreeOfTheInstitute) {
     Make_Run("tree/data/r3b/r3b_23/123456", 123456);
     Make_Run("tree/data-1/r3b/r3b_23/123457", 123457);
     Pack("tree/data-1/r3b/r3b_23/123457");
-    const auto run =
-        Script("command 40211\nset \"Initial Numor\" 123456\nset \"Final Numor\" 123457\npress 1\nprint rows\n", {}, "KVRDATA=tree");
+    const auto run = Script(
+        "command 40211\nset \"Initial Numor\" 123456\nset \"Final Numor\" 123457\npress 1\nprint rows\n"
+        "command 40211\ndirectory tree/data-1/r3b/r3b_23\npress .Browse...\nprint dialog\npress 2\n",
+        {}, "KVRDATA=tree");
     EXPECT_EQ(Names(run), (Texts{"123456", "123457.Z"})) << run.output << run.errors;
+    EXPECT_EQ(Field_Value(run.With("dialog").at(0), "Compressed"), "1");  // all that lie there are
 }
 
 TEST_F(Numors, WhereAllFailTheRowsStay) {
@@ -139,9 +153,10 @@ TEST_F(Numors, TheTableTakesTwoThousand) {
         return "command 40211\nset \"Data Directory\" runs\nset \"Initial Numor\" " + Number(first) + "\nset \"Final Numor\" " +
                Number(last) + "\npress 1\nprint state\n";
     };
-    const auto full = Script(range(100001, 102001));
+    const auto full = Script(range(100001, 102001) + range(102001, 102001));
     EXPECT_EQ(full.Told(), Texts{"The maximum number of profiles has been attained!"}) << full.errors;
     EXPECT_EQ(full.With("plot_type").at(0)["nperfiles"], 2000) << full.output;
+    EXPECT_EQ(full.With("plot_type").at(1)["nperfiles"], 1);  // the full table leaves
     for (int numor = 100002; numor <= 102000; ++numor) fs::remove(runs / Number(numor));
     const auto cut = Script(range(100001, 999999));
     const Texts told = cut.Told();

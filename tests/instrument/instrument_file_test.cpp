@@ -390,7 +390,7 @@ TEST_F(Update, ChangesTheLinesOfMatrixAndWavelengthAlone) {
     for (const Case& c : cases) {
         for (const char* end : {"\n", "\r\n", "\r"}) {
             const std::string before = Replace_All(c.before, "\n", end);
-            if (Replace_All(before, end, "") == before) continue;  // nothing tells its line ends
+            if (*end != '\n' && !Contains(before, end)) continue;  // nothing tells its line ends
             const std::string file = Make("i.instrm", before);
             const Status status = Put(file, 0.84005f);
             ASSERT_TRUE(status.ok()) << status.message;

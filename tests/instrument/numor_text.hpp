@@ -102,19 +102,12 @@ private:
         const double start = frames[0].angles.empty() ? 0.0 : frames[0].angles[0];
         const bool several = frames.size() > 1 && !frames[1].angles.empty();
         const double step = several ? frames[1].angles[0] - start : instrument == "R3B" ? 0.05 : 0.0;
-        double monitor = 0, time = 0;
-        for (const Numor_Frame& frame : frames) monitor += frame.monitor, time += frame.time;
         if (instrument == "R8") {
-            F(1) = frames[0].monitor;
-            F(12) = start;
+            F(1) = frames[0].monitor, F(12) = start;
             return;
         }
-        F(36) = start;
-        F(37) = step;
-        F(38) = step * static_cast<double>(frames.size() - 1);
-        if (instrument != "R22") return;
-        F(51) = monitor;
-        F(52) = time;
+        F(36) = start, F(37) = step, F(38) = step * static_cast<double>(frames.size() - 1);
+        if (instrument == "R22") F(51) = frames[0].monitor, F(52) = frames[0].time;
     }
 
     static std::string Padded(std::string text, std::size_t width) {

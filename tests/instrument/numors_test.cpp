@@ -294,42 +294,31 @@ TEST(Numors, Faults) {
     const std::string counts = " Problem reading Counts in ", of_numor = counts + "Numor: 123456",
                       bank = " Problem reading Counts for Detector ";
     const std::string lines = " Problems trying to read the Numor for ", point = "This numor was made using Point detector in the ";
-    const auto is = [](const std::string& text) { return [text](const Numor_Text&) { return text; }; };
-    const auto letters = [](char letter, std::size_t n) {
-        return [=](Numor_Text run) {
-            run.frame_markers = letter == 'V';
-            if (letter == 'J') run.counts_letter = 'J';
-            return Replace_All(run.Text(), std::string(80, letter), std::string(n, letter));
-        };
-    };
-    const auto replaced = [](const std::string& text, const std::string& by) {
-        return [=](const Numor_Text& run) { return Replace_All(run.Text(), text, by); };
-    };
-    const auto until = [](const std::function<std::size_t(const std::string&)>& end) {
-        return [=](const Numor_Text& run) { return run.Text().substr(0, end(run.Text())); };
-    };
-    const auto last_value = [](const std::string& value) {
-        return [=](const Numor_Text& run) {
+    const auto edited = [](auto change) {
+        return [change](const R& run) {
             std::string text = run.Text();
-            return text.replace(text.find_last_not_of(" \n") - 7, 8, value);
+            change(text);
+            return text;
         };
     };
-    const auto word = [](std::size_t number, int value) {
-        return [=](Numor_Text run) {
-            run.I(number) = value;
-            return run.Text();
-        };
+    const auto changed = [](auto change) { return [change](R run) { return change(run), run.Text(); }; };
+    const auto is = [&](const std::string& by) { return edited([by](std::string& text) { text = by; }); };
+    const auto replaced = [&](const std::string& part, const std::string& by) {
+        return edited([=](std::string& text) { text = Replace_All(text, part, by); });
     };
-    const auto bad_group = [](const Numor_Text& run) {
-        std::string text = run.Text();
-        return text.replace(text.rfind("  3.0000000"), 16, std::string(16, '*'));  // the time of the first frame, 30 s
+    const auto letters = [&](char letter, std::size_t n) { return replaced(std::string(80, letter), std::string(n, letter)); };
+    const auto last_value = [&](const char* value) {
+        return edited([value](std::string& text) { text.replace(text.find_last_not_of(" \n") - 7, 8, value); });
     };
-    const Spoil half = until([](const std::string&text) { return text.size() * 7 / 10; }), stars = last_value("********");
-    const Spoil negative = last_value("      -1"), no_integers = until([](const std::string&text) { return text.find("IIII"); });
-    const auto four_banks = [](Numor_Text run) {
-        run.frames.resize(4);
-        return run.Text();
-    };
+    const auto word = [&](std::size_t number, int value) { return changed([=](R& run) { run.I(number) = value; }); };
+    // The time of the first frame, 30 s.
+    const Spoil bad_group = edited([](std::string& text) { text.replace(text.rfind("  3.0000000"), 16, std::string(16, '*')); });
+    const Spoil half = edited([](std::string& text) { text.resize(text.size() * 7 / 10); });
+    const Spoil no_integers = edited([](std::string& text) { text.resize(text.find("IIII")); });
+    const Spoil four_banks = changed([](R& run) { run.frames.resize(4); });
+    const Spoil negative = last_value("      -1"), stars = last_value("********");
+    const Spoil no_markers = [&](R run) { return run.frame_markers = true, letters('V', 9)(run); };
+    const Spoil long_markers = [&](R run) { return run.counts_letter = 'J', letters('J', 81)(run); };
     const std::string r_marker(80, 'R'), a_marker(80, 'A');
     const struct {
         const char* instrument;
@@ -341,8 +330,8 @@ TEST(Numors, Faults) {
         {"R3A", {letters('I', 9), no_integers}, bad('I')},
         {"R3A", {letters('F', 9)}, bad('F')},
         {"R3B", {letters('S', 9)}, bad('S')},
-        {"R6", {letters('V', 9)}, bad('V')},
-        {"R3B", {letters('J', 81)}, bad('J')},
+        {"R6", {no_markers}, bad('V')},
+        {"R3B", {long_markers}, bad('J')},
         {"R3A", {is(r_marker + "\n  123456       2\none\n")}, "  Impossible to read a line for this block!"},
         {"R3A", {replaced("      80       1", "      80       3")}, " Impossible to read a line for this block!"},
         {"R3A", {is("")}, lines + "R3A Instrument in file run"},
@@ -444,6 +433,7 @@ TEST(Numors, Frames_Unfold_Into_Matrices) {
         EXPECT_EQ(refused(1, machine, 3, 3), "Error in Get_Counts: Unknown machine!") << machine;
     for (const auto& [nx, ny] : {std::pair(3, 4), {0, 0}, {-3, -3}, {2147483647, 2147483647}})
         EXPECT_NE(refused(1, "r18", nx, ny).find("9 counts"), std::string::npos);
+    EXPECT_NE(refused(1, "r11_99", 3, 3).find("27 x 0"), std::string::npos);  // no detector has more lines
     for (const int frame : {0, 2, -1}) EXPECT_NE(refused(frame, "r18", 3, 3).find("frame"), std::string::npos);
     EXPECT_TRUE(matrix.counts.empty());
 }

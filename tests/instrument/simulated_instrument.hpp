@@ -37,25 +37,19 @@ private:
     std::mt19937 generator_;
 };
 
-inline Powder_Numor_Type Empty_Run(const std::string& instrument, int numor, std::size_t cells, std::size_t frames) {
+// A run whose frames stand at `angles`, at the normal monitor; `counts` tells what a cell counts (frame, cell).
+inline Powder_Numor_Type Scan_Run(const std::string& instrument, int numor, std::size_t cells, const std::vector<double>& angles,
+                                  const std::function<double(std::size_t, std::size_t)>& counts) {
+    const std::size_t frames = angles.size();
     Powder_Numor_Type run;
-    run.numor = numor;
-    run.instrm = instrument, run.title = " Y2O3 ", run.header = instrument + " user ", run.scantype = "2theta";
-    run.wave = 1.594f;
-    run.conditions = {10, 11, 12, 0, 0};
+    run.numor = numor, run.instrm = instrument, run.title = " Y2O3 ", run.header = instrument + " user ", run.scantype = "2theta";
+    run.wave = 1.594f, run.conditions = {10, 11, 12, 0, 0};
     run.time = 60, run.monitor = normal_monitor;
     run.nbdata = static_cast<int>(cells), run.nframes = static_cast<int>(frames), run.nbang = 1;
     run.tmc_ang = Frame_Values(4, frames);
     run.counts = Frame_Values(cells, frames);
-    for (std::size_t f = 0; f < frames; ++f) run.tmc_ang.Frame(f)[frame_monitor] = normal_monitor;
-    return run;
-}
-
-// A run whose frames stand at `angles`, at the normal monitor; `counts` tells what a cell counts (frame, cell).
-inline Powder_Numor_Type Scan_Run(const std::string& instrument, int numor, std::size_t cells, const std::vector<double>& angles,
-                                  const std::function<double(std::size_t, std::size_t)>& counts) {
-    Powder_Numor_Type run = Empty_Run(instrument, numor, cells, angles.size());
-    for (std::size_t f = 0; f < angles.size(); ++f) {
+    for (std::size_t f = 0; f < frames; ++f) {
+        run.tmc_ang.Frame(f)[frame_monitor] = normal_monitor;
         run.tmc_ang.Frame(f)[frame_angle] = static_cast<float>(angles[f]);
         for (std::size_t c = 0; c < cells; ++c) run.counts.Frame(f)[c] = static_cast<float>(counts(f, c));
     }
@@ -119,24 +113,6 @@ inline Powder_Numor_Type Line_Run(const std::string& instrument, int numor, doub
     run.scans = {static_cast<float>(start), static_cast<float>(step), 0};
     run.monitor = static_cast<float>(monitor);
     return run;
-}
-
-// Root mean square of the distances from the true pattern, in standard deviations, over the points that some cell covers.
-struct Pulls {
-    double mean = 0, width = 0;
-    int points = 0;
-};
-inline Pulls Pulls_Of(const Diffraction_Pattern_Type& p, double scale = 1) {
-    Pulls pulls;
-    double sum = 0, squares = 0;
-    for (std::size_t i = 0; i < p.x.size(); ++i) {
-        if (p.nd[i] == 0) continue;
-        const double pull =
-            (static_cast<double>(p.y[i]) - scale * True_Counts(static_cast<double>(p.x[i]))) / std::sqrt(static_cast<double>(p.sigma[i]));
-        sum += pull, squares += pull * pull, ++pulls.points;
-    }
-    pulls.mean = sum / pulls.points, pulls.width = std::sqrt(squares / pulls.points);
-    return pulls;
 }
 
 }  // namespace vntl::test
