@@ -61,10 +61,11 @@ TEST_F(Numors, SelectedRunsTakeThePlaceOfTheRows) {
 
 TEST_F(Numors, WhatNeedsACalibrationIsToldOnceAndRunsThatAreOpenedLikeFilesStandBeside) {
     for (const int numor : {100001, 100002}) Make_Run("data/r5b/" + Number(numor), numor, "R5B");
-    const auto run = Script("files data/r5b/100001 data/r5b/100002\ncommand 40212\nopen data/r5b/100001\nprint rows\n");
-    EXPECT_EQ(Names(run), (Texts{"100001", "100002", "100001"})) << run.output << run.errors;
+    const auto run =
+        Script("files data/r5b/100001 data/r5b/100002\ncommand 40212\nopen data/r5b/100001\ndrop data/r5b/100002\nprint rows\n");
+    EXPECT_EQ(Names(run), (Texts{"100001", "100002", "100001", "100002"})) << run.output << run.errors;
     const Texts told = run.Told();
-    ASSERT_EQ(told.size(), 2u) << run.output;
+    ASSERT_EQ(told.size(), 3u) << run.output;
     EXPECT_TRUE(told[0].starts_with("100001 and 1 more: The counts of R5B need a calibration")) << told[0];
 }
 
