@@ -18,10 +18,10 @@ void Block_Spline(std::span<const double> x, std::span<const double> y, std::siz
         const double pivot = 2 * (before + behind) - before * above[i - 1];
         above[i] = behind / pivot;
         const double to_before = 6 / (before * pivot), to_behind = 6 / (behind * pivot), carry = before / pivot;
-        const double* const here = y.data() + i * columns;
-        double* const row = m + i * columns;
+        const double *const y_before = y.data() + (i - 1) * columns, *const y_here = y_before + columns, *const y_behind = y_here + columns;
+        double *const m_before = m + (i - 1) * columns, *const m_here = m_before + columns;
         for (std::size_t k = 0; k < columns; ++k)
-            row[k] = (here[columns + k] - here[k]) * to_behind - (here[k] - here[k - columns]) * to_before - carry * row[k - columns];
+            m_here[k] = (y_behind[k] - y_here[k]) * to_behind - (y_here[k] - y_before[k]) * to_before - carry * m_before[k];
     }
     const double last = -1 / (2 - above[n - 2]);
     for (std::size_t k = 0; k < columns; ++k) m[(n - 1) * columns + k] = last * m[(n - 2) * columns + k];
