@@ -1,8 +1,5 @@
 // A sequential refinement of 10,000 runs: reading it, and with curves of one and of ten of its rows, in plain reads of the same file.
 #include <benchmark/benchmark.h>
-#include <fcntl.h>
-#include <sys/mman.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <cstdio>
@@ -11,6 +8,7 @@
 #include <vector>
 
 #include "base/os.hpp"
+#include "bench/plain_read.hpp"
 #include "bench/timing.hpp"
 #include "charts/seq_file.hpp"
 
@@ -35,18 +33,6 @@ std::string Written_File() {
     return name;
 }
 
-// Into memory that the program did not have before, as a program that opens one file needs it.
-double Plain_Read(const std::string& name) {
-    return Milliseconds([&] {
-        const int file = open(name.c_str(), O_RDONLY);
-        const auto size = static_cast<std::size_t>(std::filesystem::file_size(name));
-        void* bytes = mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
-        benchmark::DoNotOptimize(read(file, bytes, size));
-        munmap(bytes, size);
-        close(file);
-    });
-}
-
 void Sequential_Results(benchmark::State& state) {
     const std::string name = Written_File();
     std::vector<Seq_Choice> rows;
@@ -57,7 +43,7 @@ void Sequential_Results(benchmark::State& state) {
         Generic_Plots plots;
         bool good = false;
         least = std::min(least, Milliseconds([&] { good = seq.Read(name).ok() && (rows.empty() || seq.Curves(1, rows, plots).ok()); }));
-        plain = std::min(plain, Plain_Read(name));
+        plain = std::min(plain, Milliseconds([&] { Plain_Read(name); }));
         if (!good || seq.nblocks() != runs) state.SkipWithError("not read");
     }
     state.counters["best_ms"] = least;

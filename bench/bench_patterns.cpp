@@ -1,8 +1,5 @@
 // Reading of large text patterns, as a ratio to one plain read of the same file in the same run ("reads").
 #include <benchmark/benchmark.h>
-#include <fcntl.h>
-#include <sys/mman.h>
-#include <unistd.h>
 
 #include <chrono>
 #include <cstdio>
@@ -12,6 +9,7 @@
 
 #include "base/os.hpp"
 #include "base/text_file.hpp"
+#include "bench/plain_read.hpp"
 #include "patterns/prf.hpp"
 #include "patterns/read_pattern.hpp"
 
@@ -29,19 +27,6 @@ double Milliseconds(const std::function<void()>& work) {
     return best;
 }
 
-// A plain read into memory that the program did not have before, as a program that opens one file needs it.
-double Plain_Read(const std::string& name) {
-    return Milliseconds([&] {
-        const int file = open(name.c_str(), O_RDONLY);
-        const auto size = static_cast<std::size_t>(lseek(file, 0, SEEK_END));
-        lseek(file, 0, SEEK_SET);
-        void* bytes = mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
-        benchmark::DoNotOptimize(read(file, bytes, size));
-        munmap(bytes, size);
-        close(file);
-    });
-}
-
 using Reader = std::function<bool(const std::string& name, Diffraction_Pattern_Type&)>;
 
 void Read_By(benchmark::State& state, const char* ending, const Reader& reader, const std::function<void(std::FILE*)>& write) {
@@ -49,7 +34,7 @@ void Read_By(benchmark::State& state, const char* ending, const Reader& reader, 
     std::FILE* file = std::fopen(name.c_str(), "w");
     write(file);
     std::fclose(file);
-    const double plain = Plain_Read(name);
+    const double plain = Milliseconds([&] { Plain_Read(name); });
     Diffraction_Pattern_Type pattern;
     double best = 1e30;
     for (auto _ : state) {

@@ -1,8 +1,5 @@
 // Reading of runs, 50 MB of them in files, as a ratio to plain reads of the same files in the same run ("reads").
 #include <benchmark/benchmark.h>
-#include <fcntl.h>
-#include <sys/mman.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <filesystem>
@@ -10,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "bench/plain_read.hpp"
 #include "bench/timing.hpp"
 #include "instrument/read_numor.hpp"
 #include "tests/instrument/numor_text.hpp"
@@ -19,17 +17,6 @@ namespace {
 using namespace vntl;
 
 constexpr std::size_t all_bytes = 50'000'000;
-
-// A plain read into memory that the program did not have before.
-void Plain_Read(const std::string& name) {
-    const int file = open(name.c_str(), O_RDONLY);
-    const auto size = static_cast<std::size_t>(lseek(file, 0, SEEK_END));
-    lseek(file, 0, SEEK_SET);
-    void* bytes = mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
-    benchmark::DoNotOptimize(read(file, bytes, size));
-    munmap(bytes, size);
-    close(file);
-}
 
 Numor_Text Run(const std::string& instrument, std::size_t nframes, std::size_t nbdata) {
     std::vector<Numor_Frame> frames(nframes);

@@ -17,16 +17,6 @@ void Add_Lines(const std::vector<std::string>& lines, std::string& text) {
     for (const std::string& line : lines) text += line + '\n';
 }
 
-template <class Numor>
-Status List_Run(const std::string& bytes, const std::string& file, const std::string& instrument, std::string& text) {
-    Numor numor;
-    if (Status status = Read_Numor_Text(bytes, file, instrument, numor); status.failed) return status;
-    if constexpr (requires { numor.notice; })
-        if (!numor.notice.empty()) text += numor.notice + '\n';
-    Add_Lines(Write_Numor_Info(numor), text);
-    return Status::Done();
-}
-
 Status Read_UB(const Instrument_Request& request, Matrix3& ub, std::optional<float>& wave) {
     std::array<float, 9> numbers{};
     if (!Read_Numbers(*request.ub, numbers)) return Status::Fail("The UB matrix needs nine numbers, row by row");
@@ -52,14 +42,14 @@ Status Update_File(const Instrument_Request& request, Instrument_State& state, s
 
 Status List_Numor(const std::vector<std::string>& words, std::string& text) {
     const std::string& file = words.front();
-    std::string bytes;
-    if (Status status = Read_Run_Bytes(file, bytes); status.failed) return status;
     std::string instrument = words.size() > 1 ? words[1] : Instrument_Of_Path(In_Directory(IOsDirName(), file));
-    if (instrument.empty()) instrument = Instrument_Of_Text(bytes);
+    std::vector<std::string> lines;
+    if (instrument.empty())
+        if (Status status = Instrument_Of_Run(file, instrument); status.failed) return status;
     if (Trim(instrument).empty()) return Status::Fail_File("The file " + file + " names no instrument: give one behind it");
-    const Status status = Is_SXTAL_Numor_Instrument(instrument) ? List_Run<SXTAL_Numor_Type>(bytes, file, instrument, text)
-                                                                : List_Run<Powder_Numor_Type>(bytes, file, instrument, text);
-    return With_File(status, file);
+    const Status status = List_Numor_File(file, instrument, lines);
+    Add_Lines(lines, text);
+    return status;
 }
 
 Status List_Instrument(const Instrument_Request& request, std::string& text) {

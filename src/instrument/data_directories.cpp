@@ -1,9 +1,7 @@
 #include "instrument/data_directories.hpp"
 
 #include <algorithm>
-#include <array>
 #include <chrono>
-#include <cstdio>
 #include <ctime>
 #include <filesystem>
 #include <memory>
@@ -17,6 +15,7 @@
 #include "base/text_file.hpp"
 #include "base/write_file.hpp"
 #include "instrument/instrument_names.hpp"
+#include "instrument/numor_files.hpp"
 
 namespace vntl {
 
@@ -24,8 +23,7 @@ namespace {
 
 constexpr char separator = '/';
 constexpr std::chrono::milliseconds patience(1000);  // with a directory that may lie on the net
-constexpr int highest_numor = 999999, last_cycle = 7, first_year = 72;
-constexpr std::string_view packed_end = ".Z";
+constexpr int last_cycle = 7, first_year = 72;
 
 bool Is_Blank(std::string_view text) { return Trim(text).empty(); }
 
@@ -72,12 +70,6 @@ Status Look_For_Tree(Data_Directories& directories) {
 
 // --- the tree ----------------------------------------------------------------------------------------------------------------------
 
-std::string Six_Digits(int numor) {
-    std::array<char, 16> text{};
-    std::snprintf(text.data(), text.size(), "%06d", numor);
-    return text.data();
-}
-
 // These have measured more runs than a directory should hold.
 bool Is_Split(std::string_view instrument) {
     constexpr std::string_view split[] = {"r3b", "r22", "r6", "r15", "r18", "r17"};
@@ -109,8 +101,8 @@ std::optional<std::string> Run_There(const std::string& root, const std::string&
     const std::optional<bool> there = Answer_Within(patience, root, [found, file] {
         if (Is_Run(file))
             *found = file;
-        else if (Is_Run(file + std::string(packed_end)))
-            *found = file + std::string(packed_end);
+        else if (Is_Run(file + std::string(compressed_numor)))
+            *found = file + std::string(compressed_numor);
         return true;
     });
     if (!there) return {};
@@ -128,8 +120,8 @@ Status Unpack_Run(Data_Directories& directories, const std::string& packed, cons
 }
 
 Status Refuse_Question(int numor, std::string_view instrument, const std::optional<Reactor_Cycle>& cycle) {
-    if (numor < 0 || numor > highest_numor)
-        return Status::Fail("A run has a number from 0 to " + std::to_string(highest_numor) + ", not " + std::to_string(numor));
+    if (numor < 0 || numor > largest_numor)
+        return Status::Fail("A run has a number from 0 to " + std::to_string(largest_numor) + ", not " + std::to_string(numor));
     if (Run_In_Tree(numor, instrument).empty()) return Status::Fail("No instrument has the name '" + std::string(instrument) + "'");
     if (cycle && (cycle->year < 0 || cycle->year > 99 || cycle->cycle < 0 || cycle->cycle > 9))
         return Status::Fail("A cycle is told by a year from 0 to 99 and a number from 0 to 9, not by " + std::to_string(cycle->year) +
@@ -214,8 +206,8 @@ int Present_Year() {
 std::string Run_In_Tree(int numor, std::string_view instrument) {
     const std::string name = Lower(Trim(instrument));
     const bool is_name = !name.empty() && name.front() != '.' && name.find_first_of(std::string_view("/\0", 2)) == std::string::npos;
-    if (!is_name || numor < 0 || numor > highest_numor) return {};
-    const std::string digits = Six_Digits(numor);
+    if (!is_name || numor < 0 || numor > largest_numor) return {};
+    const std::string digits = Numor_Name(numor);
     std::string path = name + separator;
     if (Is_Split(name)) path += name + '_' + digits.substr(1, 2) + separator;
     return path + digits;
@@ -234,11 +226,32 @@ Status Get_Absolute_Data_Path(Data_Directories& directories, int numor, std::str
         if (!there) return Does_Not_Answer("KVR", root);
         if (there->empty()) continue;
         std::string path = *there;
-        if (there->ends_with(packed_end))
-            if (Status status = Unpack_Run(directories, *there, Six_Digits(numor), path); status.failed) return status;
+        if (Is_Compressed_Name(*there))
+            if (Status status = Unpack_Run(directories, *there, Numor_Name(numor), path); status.failed) return status;
         found = {path, *there};
         return Status::Done();
     }
+    return Status::Done();
+}
+
+std::string Actual_Numor_In_Tree(const std::string& root, const std::string& path, std::string_view instrument) {
+    constexpr std::size_t digits = 6;
+    const std::string at_root = Actual_Numor(path);
+    int numor = 0;
+    if (IOsFileExists(at_root) || !Parse_Integer(File_Part(path).substr(0, digits), numor)) return at_root;
+    for (const char* cycle : {"data/", "data-1/"}) {
+        const std::string there = root + cycle + Run_In_Tree(numor, instrument);
+        const std::string actual = Actual_Numor(Is_Compressed_Name(path) ? there + std::string(compressed_numor) : there);
+        if (IOsFileExists(actual)) return actual;
+    }
+    return at_root;
+}
+
+Status Read_Run_Head(const std::string& file, std::size_t count, std::string& head) {
+    constexpr std::size_t least_packed = 4096;
+    Text_File text;
+    if (Status status = text.Open(file, std::max(count, least_packed)); status.failed) return status;
+    head = Unpacked_Head(text.Text(), count);
     return Status::Done();
 }
 

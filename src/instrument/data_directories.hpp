@@ -66,6 +66,13 @@ std::string Run_In_Tree(int numor, std::string_view instrument);
 // The present year in two digits.
 int Present_Year();
 
+// Where a run lies of which a path at the root of the tree is told: there, of the present cycle, of the one before, in the other form where
+// only that is there. The first of these where there is none. `root` ends in a separator. It waits for a root that does not answer.
+std::string Actual_Numor_In_Tree(const std::string& root, const std::string& path, std::string_view instrument);
+
+// The first `count` bytes of a run, or fewer, unpacked where they are compressed.
+Status Read_Run_Head(const std::string& file, std::size_t count, std::string& head);
+
 // The bytes of a run, unpacked where they are compressed, without a byte-order mark. The message names the file; `bytes` stays then.
 Status Read_Run_Bytes(const std::string& file, std::string& bytes);
 

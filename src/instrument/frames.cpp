@@ -5,6 +5,7 @@
 #include "base/os.hpp"
 #include "base/text.hpp"
 #include "base/text_file.hpp"
+#include "instrument/data_directories.hpp"
 #include "instrument/numor_blocks.hpp"
 #include "instrument/read_numor.hpp"
 
@@ -68,6 +69,13 @@ std::string Instrument_Of_Text(std::string_view text) {
     std::string name;
     if (!found.Find('R') || !block || Block_Text(*block, name).failed) return {};
     return std::string(Trim(Cut(name, 4)));
+}
+
+Status Instrument_Of_Run(const std::string& file, std::string& instrument) {
+    std::string head;
+    const Status status = Read_Run_Head(file, head_size, head);
+    instrument = Instrument_Of_Text(head);
+    return status;
 }
 
 bool Looks_Like_Numor(std::string_view text) {

@@ -205,7 +205,6 @@ Status Find_Blocks(std::string_view text, Numor_Blocks& found) {
         block.body = {lines.Rest().data(), 0};
         found.blocks.push_back(block);
     }
-    found.nlines = lines.Number();
     close(lines.Rest().data());
     if (found.blocks.empty() || found.blocks.back().letter != 'R') return Status::Done();
     Line_Cursor last(found.blocks.back().body);

@@ -42,7 +42,6 @@ std::string Bad_Block(char letter);
 // The blocks of a text in their order; views into it.
 struct Numor_Blocks {
     std::vector<Numor_Block> blocks;
-    int nlines = 0;
 
     // The `number`-th block of a letter, from 1; null for none.
     const Numor_Block* Find(char letter, std::size_t number = 1) const;

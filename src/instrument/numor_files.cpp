@@ -6,7 +6,6 @@
 
 #include "base/os.hpp"
 #include "base/text.hpp"
-#include "instrument/data_directories.hpp"
 
 namespace vntl {
 
@@ -15,11 +14,6 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr std::size_t name_digits = 6;
-
-std::string Numor_Name(int numor) {
-    const std::string digits = std::to_string(numor);
-    return std::string(name_digits - std::min(name_digits, digits.size()), '0') + digits;
-}
 
 // Digits alone: a sign or a blank makes no number of a run.
 std::optional<int> Number_Of(std::string_view name) {
@@ -30,6 +24,11 @@ std::optional<int> Number_Of(std::string_view name) {
 }
 
 }  // namespace
+
+std::string Numor_Name(int numor) {
+    const std::string digits = std::to_string(numor);
+    return std::string(name_digits - std::min(name_digits, digits.size()), '0') + digits;
+}
 
 bool Is_Compressed_Name(std::string_view name) { return name.ends_with(compressed_numor); }
 
@@ -42,18 +41,6 @@ std::string Actual_Numor(const std::string& path) {
     const bool compressed = Is_Compressed_Name(path);
     const std::string other = compressed ? path.substr(0, path.size() - compressed_numor.size()) : path + std::string(compressed_numor);
     return !IOsFileExists(path) && IOsFileExists(other) ? other : path;
-}
-
-std::string Actual_Numor_In_Tree(const std::string& root, const std::string& path, std::string_view instrument) {
-    const std::string at_root = Actual_Numor(path);
-    const std::optional<int> numor = Number_Of(File_Part(path).substr(0, name_digits));
-    if (IOsFileExists(at_root) || !numor) return at_root;
-    for (const char* cycle : {"data/", "data-1/"}) {
-        const std::string there = root + cycle + Run_In_Tree(*numor, instrument);
-        const std::string actual = Actual_Numor(Is_Compressed_Name(path) ? there + std::string(compressed_numor) : there);
-        if (IOsFileExists(actual)) return actual;
-    }
-    return at_root;
 }
 
 Status Numors_In_Directory(const std::string& directory, std::optional<Numor_Range>& range) {

@@ -12,17 +12,14 @@ namespace vntl {
 inline constexpr int largest_numor = 999999;
 inline constexpr std::string_view compressed_numor = ".Z";  // in capitals: what a name ends in
 
+std::string Numor_Name(int numor);  // in six digits
 bool Is_Compressed_Name(std::string_view name);
 
 // The path of a run in a directory, as a compressed file or a plain one.
 std::string Numor_Path(const std::string& directory, int numor, bool compressed);
 
-// Where such a run lies: there, or in its other form where only that is there. These look at files, and so may wait for a share of the net.
+// Where such a run lies: there, or in its other form where only that is there. It looks at files, and so may wait for a share of the net.
 std::string Actual_Numor(const std::string& path);
-
-// The same of a path at the root of the institute's tree: there, of the present cycle, of the one before. The first of these where there is
-// none. `root` ends in a separator.
-std::string Actual_Numor_In_Tree(const std::string& root, const std::string& path, std::string_view instrument);
 
 // The least and the largest number among the runs of a directory, and whether all are compressed.
 struct Numor_Range {

@@ -3,6 +3,7 @@
 
 #include "base/edit_descriptor.hpp"
 #include "base/text.hpp"
+#include "instrument/data_directories.hpp"
 #include "instrument/read_numor.hpp"
 
 namespace vntl {
@@ -76,6 +77,16 @@ private:
     std::vector<std::string> lines_;
 };
 
+template <class Numor>
+Status List_Text(std::string_view text, const std::string& file, std::string_view instrument, std::vector<std::string>& lines) {
+    Numor numor;
+    const Status status = Read_Numor_Text(text, file, instrument, numor);
+    if (status.failed) return With_File(status, file);
+    lines = Write_Numor_Info(numor);
+    if constexpr (requires { numor.notice; }) lines.insert(lines.begin(), numor.notice);
+    return status;
+}
+
 }  // namespace
 
 std::vector<std::string> Write_Numor_Info(const Powder_Numor_Type& numor) {
@@ -89,6 +100,13 @@ std::vector<std::string> Write_Numor_Info(const SXTAL_Numor_Type& numor) {
     listing.Head(numor);
     listing.Scan(numor);
     return listing.Lines();
+}
+
+Status List_Numor_File(const std::string& file, std::string_view instrument, std::vector<std::string>& lines) {
+    std::string text;
+    if (Status status = Read_Run_Bytes(file, text); status.failed) return status;
+    return Is_SXTAL_Numor_Instrument(instrument) ? List_Text<SXTAL_Numor_Type>(text, file, instrument, lines)
+                                                 : List_Text<Powder_Numor_Type>(text, file, instrument, lines);
 }
 
 }  // namespace vntl

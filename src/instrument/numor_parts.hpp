@@ -26,7 +26,6 @@ struct Numor_Source {
 
     int I(std::size_t word) const { return word <= integers.size() ? integers[word - 1] : 0; }
     float F(std::size_t word) const { return word <= reals.size() ? reals[word - 1] : 0.0f; }
-    bool Has_F(std::size_t word) const { return word <= reals.size(); }
 };
 
 // Finds the blocks and reads number, instrument, header and title. The file's instrument must hold `letters`.

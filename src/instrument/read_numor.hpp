@@ -41,6 +41,9 @@ Status With_File(Status status, const std::string& file);
 // The instrument that a run names itself in its first A block; blank for what is no numor.
 std::string Instrument_Of_Text(std::string_view text);
 
+// The same of a file, compressed or not, of which the beginning is read.
+Status Instrument_Of_Run(const std::string& file, std::string& instrument);
+
 // Whether a text, or the beginning of one, looks like a numor.
 bool Looks_Like_Numor(std::string_view text);
 
@@ -62,8 +65,11 @@ struct Count_Matrix {
 // np_horiz columns. Numbers that do not multiply to nbdata are refused.
 Status Get_Counts(int frame, const Numor_Head& numor, std::string_view machine, int np_horiz, int np_vert, Count_Matrix& matrix);
 
-// The listing: lines without their ends. `head_only`: the items of the header.
+// The listing: lines without their ends.
 std::vector<std::string> Write_Numor_Info(const Powder_Numor_Type& numor);
 std::vector<std::string> Write_Numor_Info(const SXTAL_Numor_Type& numor);
+
+// That of a file, compressed or not, by the reader of the instrument; what the reader tells of the file's form stands above it.
+Status List_Numor_File(const std::string& file, std::string_view instrument, std::vector<std::string>& lines);
 
 }  // namespace vntl

@@ -2,9 +2,7 @@
 
 #include <utility>
 
-#include "base/expand.hpp"
 #include "base/os.hpp"
-#include "base/text_file.hpp"
 #include "instrument/data_directories.hpp"
 #include "instrument/numors_to_pattern.hpp"
 #include "instrument/read_numor.hpp"
@@ -41,9 +39,9 @@ Read_File Read_Numor_File(const std::string& file, const std::string& instrument
 }
 
 bool Is_Numor(const std::string& file) {
-    constexpr std::size_t packed_head = 4096, head = 256;
-    Text_File source;
-    return source.Open(file, packed_head).ok() && Looks_Like_Numor(Unpacked_Head(source.Text(), head));
+    constexpr std::size_t first_lines = 256;
+    std::string head;
+    return Read_Run_Head(file, first_lines, head).ok() && Looks_Like_Numor(head);
 }
 
 Open_Result Open_Numors(Session& session, Ask& ask, const std::vector<std::string>& files, const std::string& instrument,

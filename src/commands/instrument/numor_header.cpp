@@ -13,23 +13,7 @@ namespace {
 
 constexpr int header_dialog = 444;
 enum Header_Field { file_label = 4455, listing_text };
-constexpr int columns_seen = 84, lines_seen = 26;
-
-template <class Numor>
-Status Listing_Of(const std::string& text, const std::string& file, const std::string& instrument, std::vector<std::string>& lines) {
-    Numor numor;
-    const Status status = Read_Numor_Text(text, file, instrument, numor);
-    if (status.ok()) lines = Write_Numor_Info(numor);
-    return status;
-}
-
-Status Listing_Of_File(const std::string& file, const std::string& instrument, std::vector<std::string>& lines) {
-    std::string text;
-    const Status status = Read_Run_Bytes(file, text);
-    if (status.failed) return status;
-    return Is_SXTAL_Numor_Instrument(instrument) ? Listing_Of<SXTAL_Numor_Type>(text, file, instrument, lines)
-                                                 : Listing_Of<Powder_Numor_Type>(text, file, instrument, lines);
-}
+constexpr int columns_seen = 84, lines_seen = 27;
 
 void Show_Listing(const std::string& file, const std::vector<std::string>& lines) {
     std::string text;
@@ -65,10 +49,10 @@ void View_Numor_Header(Application& app) {
     const std::string instrument = Instrument_Of_File(file);
     if (instrument.empty()) return;
     std::vector<std::string> lines;
-    const Status status = Listing_Of_File(file, instrument, lines);
+    const Status status = List_Numor_File(file, instrument, lines);
     if (status.ok()) return Show_Listing(file, lines);
     app.failed = true;
-    app.ask.Error(With_File(status, file));
+    app.ask.Error(status);
 }
 
 }  // namespace vntl

@@ -89,8 +89,7 @@ void Find_Directories(Application& app) {
 std::string Instrument_Of_File(const std::string& file) {
     std::string instrument = Instrument_Of_Path(file);
     if (!instrument.empty()) return instrument;
-    std::string bytes;
-    if (Read_Run_Bytes(file, bytes).ok()) instrument = Instrument_Of_Text(bytes);
+    (void)Instrument_Of_Run(file, instrument);  // a file that cannot be read is told of when it is opened
     return Select_Instrument_Dialog(instrument);
 }
 
