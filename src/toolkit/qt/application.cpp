@@ -1,5 +1,6 @@
 #include "toolkit/qt/application.hpp"
 
+#include <QThreadPool>
 #include <algorithm>
 #include <clocale>
 #include <cstdio>
@@ -50,7 +51,10 @@ void Tell_Faults_Alone(QtMsgType type, const QMessageLogContext&, const QString&
 }  // namespace
 
 Toolkit::Toolkit(int& argc, char** argv) : application(argc, argv) {}
-Toolkit::~Toolkit() = default;
+
+// Threads that the library has kept for images end here, long before the program does: a checker of memory that looks at the very end finds
+// none of them half gone.
+Toolkit::~Toolkit() { QThreadPool::globalInstance()->waitForDone(); }
 
 Dialog_Window* Toolkit::Dialog(int number) const {
     for (const auto& dialog : dialogs)
