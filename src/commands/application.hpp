@@ -12,6 +12,7 @@
 #include "instrument/diffractometer.hpp"
 #include "plot/model_state.hpp"
 #include "session/session.hpp"
+#include "session/viewer_2d.hpp"
 
 namespace vntl {
 
@@ -23,6 +24,7 @@ struct Application {
     Seq_File generic_source;            // the sequential refinement that they are drawn of, if they are
     Pdf_Input pdf;                      // of the dialog that prepares the input of Radiox
     Model3D model;                      // in the window of the model
+    Viewer2D viewer;                    // of area detectors
     Data_Directories directories;       // of runs and instruments
     Instrument_State instrument;        // the one in use
     Numor_Series series;                // of runs that were opened last by their numbers

@@ -74,6 +74,11 @@ enum Id : int {
     model_view = 40047, model_scale = 40062, model_filter = 40061, model_colour = 40063, model_edge_colour = 40048,
     model_spin_high = 40040, model_spin_medium = 40060, model_spin_low = 40071, model_clockwise = 40073, model_anti_clockwise = 40074,
     model_spin_stop = 40059, model_web_site = 40065, model_info = 40078, model_about = 40066,
+
+    // The window of area detectors
+    viewer_open = 40166, viewer_instrument = 40530, viewer_reset, viewer_exit, viewer_bitmap, viewer_contour, viewer_surface,
+    viewer_reload, viewer_linear, viewer_root_square, viewer_logarithm, viewer_rectangle, viewer_line, viewer_section, viewer_omega,
+    viewer_zone,
 };
 // clang-format on
 

@@ -84,8 +84,10 @@ inline constexpr int button_ok = 1, button_cancel = 2;
 
 void Register_Dialogs(std::span<const Dialog_Resource> resources);  // a number that is known already is replaced
 
-// A semi-modeless dialog is modal, and stands beside the picture that it is used with.
-enum class Show_Kind { modal = 1, modeless = 2, semi_modeless = 3 };
+// A semi-modeless dialog is modal, and stands beside the picture that it is used with. A panel stands in its window, left of the drawing
+// area, in a column that can be scrolled and is as wide as the panel needs, at least `panel_width` pixels.
+enum class Show_Kind { modal = 1, modeless = 2, semi_modeless = 3, panel = 4 };
+inline constexpr int panel_width = 165;
 
 void WDialogLoad(int dialog);  // builds and selects it; it belongs to the window selected last
 void WDialogSelect(int dialog);

@@ -63,7 +63,8 @@ struct Message {
     WIN_MESSAGE record;
 };
 
-inline constexpr int main_window = 0, quick_view_window = 40, editor_window = 41, generic_window = 42, model_window = 43;
+inline constexpr int main_window = 0, quick_view_window = 40, editor_window = 41, generic_window = 42, model_window = 43,
+                     viewer_window = 44, section_window = 45, omega_window = 46, zone_window = 47;
 
 // Starts the toolkit; first call of the program. Without a display that answers pictures are drawn in memory where `offscreen` allows
 // it, and it is false, with nothing started, elsewhere. argc and argv stay in use for the life of the program.

@@ -42,8 +42,10 @@ enum class Child_Kind { plot, editor, solid };
 
 void WindowOpen(int width, int height, const std::string& title, const std::string& icon);
 // A child that holds the others back has a message loop of its own: as long as it is open the user can act in it and its dialogs alone.
-void WindowOpenChild(int number, const std::string& title, int width, int height, Child_Kind kind, bool holds_others = false);
-void WindowCloseChild(int number);  // and its dialogs
+// A child of another window than the main one, its `owner`, is open no longer than that, and the user can act in it as in the owner.
+void WindowOpenChild(int number, const std::string& title, int width, int height, Child_Kind kind, bool holds_others = false,
+                     int owner = main_window);
+void WindowCloseChild(int number);  // and its dialogs, and the windows that it owns
 bool WindowIsOpen(int number);
 void WindowShow();  // when its menu and status bar are there
 void WindowSelect(int number);

@@ -19,6 +19,7 @@ struct Window_Service {
     // Page units of a place in data units, nothing while there is no plot.
     std::function<std::optional<Point>(Point data)> page_at = {};
     std::function<bool()> may_close = {};  // the program ends: asks what must be asked; false when the user wants to stay
+    int owner = main_window;               // the window whose loop serves it
 };
 
 void Register_Window(int window, Window_Service service);

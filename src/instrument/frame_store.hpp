@@ -1,0 +1,68 @@
+// Runs with pictures that were read: their headers and frame tables stay in memory, their counts as far as they have room.
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/status.hpp"
+#include "instrument/diffractometer.hpp"
+#include "instrument/frame_source.hpp"
+
+namespace vntl {
+
+inline constexpr std::size_t most_bytes_of_counts = std::size_t{512} << 20;
+
+// The name by which a run is read and its counts unfolded: that of the instrument in use where a reader knows it, else the one that the
+// file tells. Blank, and a failure, where no reader knows either.
+Status Machine_Of_Run(const std::string& file, const Diffractometer_Type& instrument, std::string& machine);
+
+class Frame_Store {
+public:
+    explicit Frame_Store(std::size_t most_bytes = most_bytes_of_counts) : most_bytes_(most_bytes) {}
+
+    // Reads a run and appends it. Fails, and the store stays, for a file that cannot be read, one without frames or pixels, and one whose
+    // pixels are not those of the instrument, which tells both numbers. The name of the file stands in the message.
+    Status Add(const std::string& file, const Diffractometer_Type& instrument);
+
+    int size() const { return static_cast<int>(runs_.size()); }
+    // Runs count from 1, in the order in which they were added.
+    const SXTAL_Numor_Type& Run(int index) const;
+    const std::string& File(int index) const;
+    const std::string& Machine(int index) const;
+    int nx(int index) const;
+    int ny(int index) const;
+    int Index_Of(int numor) const;  // of the run with that number, 0 none
+
+    // The counts of a frame, read again where they have left the memory; then a file that has gone or has changed is a failure.
+    Status Frame(int index, int frame, Count_Matrix& counts);
+    // A run by itself; it refers to the store.
+    std::unique_ptr<Frame_Source> Source(int index);
+
+    std::size_t Bytes_Held() const;  // by counts
+
+private:
+    struct Entry {
+        std::string file, machine;
+        SXTAL_Numor_Type run;  // without its counts
+        int nx = 0, ny = 0;
+        Frame_Values counts;          // of the frames from `first` on
+        int first = 0;                // 0: none are held
+        unsigned long long used = 0;  // when, counted in uses
+    };
+    std::size_t most_bytes_;
+    unsigned long long uses_ = 0;
+    std::vector<Entry> runs_;
+};
+
+// The numbers of the runs in a directory, in rising order: names that read as a number, with or without ".Z". A directory that cannot be
+// read is a failure.
+struct Run_In_Directory {
+    int numor = 0;
+    std::string file;  // full path
+};
+Status Runs_In_Directory(const std::string& directory, std::vector<Run_In_Directory>& runs);
+
+}  // namespace vntl

@@ -1,0 +1,65 @@
+// What the files of the viewer's window share.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "commands/application.hpp"
+#include "toolkit/dialog.hpp"
+#include "toolkit/messages.hpp"
+#include "toolkit/window.hpp"
+
+namespace vntl {
+
+// --- what the window shows ---------------------------------------------------------------------------------------------------------
+
+// After run, frame, mode or scale have changed: picture, panel, menu, status and the windows beside it.
+void Show_Viewer(Application&);
+
+// --- what menu, toolbar and panel do; each tells its failure in one box ------------------------------------------------------------
+
+void Open_Numor_File(Application&);       // asks for it
+void Choose_Run_Directory(Application&);  // likewise
+void List_Run_Directory(Application&, const std::string& directory);
+void Read_Runs(Application&, int from, int to);  // of the directory, by number
+void Search_Run(Application&, const std::string& instrument, int numor, std::optional<Reactor_Cycle> cycle);
+
+void Step_To_Run(Application&, int index);  // from 1
+void Go_To_Numor(Application&, int numor);
+void Go_To_Frame(Application&, int frame);
+void Switch_Projection(Application&);
+void Accept_View(Application&, View_Axis axis);
+void Read_UB_Matrix(Application&);  // asks for it, and builds the volume
+
+void Set_Current_Instrument(Application&);                    // the dialog
+void Load_Instrument(Application&, const std::string& file);  // " An instrument file should be given!" for a blank name
+void Choose_Instrument_File(Application&);                    // asks for it, loads nothing
+void Edit_Viewer_Preferences(Application&);
+
+// --- the panel ---------------------------------------------------------------------------------------------------------------------
+
+inline constexpr int viewer_panel = 450, ub_dialog = 451, current_instrument_dialog = 452;
+
+std::vector<Dialog_Resource> Viewer_Dialogs();  // all three
+
+void Open_Panel(const Application&);
+void Show_In_Panel(const Application&);  // what the state tells; fields that the user is filling stay
+void Handle_Panel(Application&, const Message& message);
+
+// --- dialogs -----------------------------------------------------------------------------------------------------------------------
+
+struct UB_Input {
+    Matrix3d ub{}, inverse{};
+};
+// "Reading UB-Matrix", which begins with the matrix that is known and stays open below a text that is none; nothing on cancel.
+std::optional<UB_Input> UB_Dialog(const Viewer2D&);
+
+// "Use Default Instrument", or "Read Instrument File" with its name; nothing on cancel.
+struct Instrument_Choice {
+    bool of_file = false;
+    std::string file;
+};
+std::optional<Instrument_Choice> Current_Instrument_Dialog(Application&);
+
+}  // namespace vntl
