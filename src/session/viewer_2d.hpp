@@ -33,6 +33,7 @@ struct Viewer2D {
 
     // The picture: rows of x, in the present scale, over pixels (from 1) or reciprocal lattice units.
     std::vector<float> frame_x, frame_y, frame_z;
+    std::vector<float> unscaled_z;  // frame_z as it was measured
     std::string title, x_label, y_label;
 
     int plot_kind = 0;  // 0 the map alone, 1 with the omega scan beside it
@@ -81,12 +82,12 @@ Status Show_Frame(Viewer2D&, int frame, const Saturation&);
 // The instrument has changed: reciprocal mode ends, and the geometry of the run in hand is that of the new one.
 Status Take_Instrument(Viewer2D&, const Diffractometer_Type& instrument, const Saturation&, std::vector<std::string>& warnings);
 
-// The matrix is known from now on; what was built by another one goes.
+// The matrix is known from now on.
 void Take_UB(Viewer2D&, const Matrix3d& ub, const Matrix3d& inverse);
 
 // The volume that was built of the run in hand: reciprocal mode, first plane.
 void Take_Volume(Viewer2D&, Reciprocal_Volume volume, const Saturation&);
-// Another axis of a volume that is there.
+// Another axis of a volume that is there: its first plane.
 void Show_Along(Viewer2D&, View_Axis axis, const Saturation&);
 
 // --- the picture -------------------------------------------------------------------------------------------------------------------
