@@ -3,9 +3,13 @@
 
 #include <array>
 #include <memory>
+#include <optional>
+#include <string>
 
 #include "base/colour.hpp"
+#include "session/plot_grid.hpp"
 #include "solid/w3d.hpp"
+#include "toolkit/messages.hpp"
 
 namespace vntl {
 
@@ -26,6 +30,10 @@ struct Model3D {
     bool dragging = false;
     double hand_x = 0, hand_y = 0;  // where a drag was last, page units
     bool of_grid = true;            // else of a file
+    int window = model_window;      // that it is shown in
+
+    std::optional<PlotGrid> own_grid;  // where it is not the session's
+    std::string own_x_title;           // and what lies along its x
 
     std::shared_ptr<const W3d> solid;  // none while the window is closed
     std::shared_ptr<const W3d> shown;  // the same, stretched

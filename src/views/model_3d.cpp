@@ -33,7 +33,7 @@ W3d_View View_Of(const Model3D& model) {
 }
 
 void Draw_Model(const Model3D& model, bool turning) {
-    WindowSelect(model_window);
+    WindowSelect(model.window);
     W3dShow(View_Of(model), turning);
 }
 
@@ -43,7 +43,7 @@ void Show_Solid(Model3D& model) {
     const auto [x, y, z] = model.scale;
     const bool as_it_is = x == 1 && y == 1 && z == 1;
     model.shown = as_it_is ? model.solid : std::make_shared<const W3d>(Scaled(*model.solid, x, y, z));
-    WindowSelect(model_window);
+    WindowSelect(model.window);
     W3dPut(model.shown);
     Show_View(model);
 }
@@ -103,9 +103,16 @@ void Smooth(Application& app) {
     Take_Solid(app.model, Build_Model(plot.grid, plot.xlabel_text, app.model.model_colour));
 }
 
+void Take_Own_Grid(Model3D& model) { Take_Solid(model, Build_Model(*model.own_grid, model.own_x_title, model.model_colour)); }
+
 void Filter(Application& app) {
     if (!app.model.of_grid) return;
-    Smooth(app);
+    if (app.model.own_grid) {
+        Smooth_PlotGrid(*app.model.own_grid);
+        Take_Own_Grid(app.model);
+    } else {
+        Smooth(app);
+    }
     Show_Solid(app.model);
 }
 
@@ -183,7 +190,7 @@ void Do_Command(Application& app, int command) {
 void Take_In_Hand(Model3D& model, const WIN_MESSAGE& record, bool held) {
     model.dragging = held;
     model.hand_x = record.x, model.hand_y = record.y;
-    for (const Message_Kind kind : {Message_Kind::mouse_up, Message_Kind::mouse_move}) WMessageEnable(model_window, kind, held);
+    for (const Message_Kind kind : {Message_Kind::mouse_up, Message_Kind::mouse_move}) WMessageEnable(model.window, kind, held);
     if (!held) Draw_Model(model);  // in full
 }
 
@@ -206,6 +213,35 @@ void Do_Mouse(Model3D& model, const Message& message) {
     }
 }
 
+}  // namespace
+
+void Serve_Model_View(Model3D& model, const Message& message) {
+    switch (message.kind) {
+        case Message_Kind::mouse_down:
+        case Message_Kind::mouse_up:
+        case Message_Kind::mouse_move:
+        case Message_Kind::wheel:
+            return Do_Mouse(model, message);
+        case Message_Kind::repaint:
+        case Message_Kind::resize:
+            return Draw_Model(model);
+        default:
+            return;
+    }
+}
+
+void Put_Model_On(const Model3D& model, Device& device) {
+    if (model.shown != nullptr) Draw_W3d(*model.shown, View_Of(model), device);
+}
+
+void Tell_Lack_Of_OpenGL(Application& app) {
+    if (W3dOpenGL()) return;
+    app.lack_of_opengl_told = true;
+    app.ask.Information("This display offers no OpenGL: the model is drawn without the graphics card, more slowly and with fewer facets.");
+}
+
+namespace {
+
 void Serve(Application& app, const Message& message) {
     if (!WindowIsOpen(model_window)) return;
     Model3D& model = app.model;
@@ -218,25 +254,17 @@ void Serve(Application& app, const Message& message) {
             if (message.record.value1 != spin_timer) return;
             Spin_Model(model);
             return Show_View(model, true);
-        case Message_Kind::mouse_down:
-        case Message_Kind::mouse_up:
-        case Message_Kind::mouse_move:
-        case Message_Kind::wheel:
-            return Do_Mouse(model, message);
-        case Message_Kind::repaint:
-        case Message_Kind::resize:
-            return Draw_Model(model);
         case Message_Kind::close_request:
             return WindowCloseChild(model_window);
         default:
-            return;
+            return Serve_Model_View(model, message);
     }
 }
 
 // --- the window ------------------------------------------------------------------------------------------------------------------
 
-void Open_Window(const Configuration& config, const Model3D& model) {
-    WindowOpenChild(model_window, config.program_name + ' ' + config.program_version, width, height, Child_Kind::solid, true);
+void Open_Window(const Configuration& config, const Model3D& model, int owner) {
+    WindowOpenChild(model_window, config.program_name + ' ' + config.program_version, width, height, Child_Kind::solid, true, owner);
     WMenu(Model_Menu());
     for (const int mode : {command::model_hidden_lines, command::model_phong}) WMenuSetState(mode, menu_enabled, 0);
     WMenuSetState(command::model_filter, menu_enabled, model.of_grid);
@@ -249,38 +277,41 @@ void Open_Window(const Configuration& config, const Model3D& model) {
 }
 
 // Once a run of the program, and to nobody who would not see the model either.
-void Tell_Lack_Of_OpenGL(Application& app) {
-    if (W3dOpenGL() || !Display_Answers() || app.lack_of_opengl_told) return;
-    app.lack_of_opengl_told = true;
-    app.ask.Information("This display offers no OpenGL: the model is drawn without the graphics card, more slowly and with fewer facets.");
+void Tell_Lack_Of_OpenGL_Once(Application& app) {
+    if (Display_Answers() && !app.lack_of_opengl_told) Tell_Lack_Of_OpenGL(app);
 }
 
 // Shows the solid of the state until the window is closed.
-void Run(Application& app) {
-    Open_Window(app.session.config, app.model);
+void Run(Application& app, int owner, void (*tell_lack_of_opengl)(Application&)) {
+    Open_Window(app.session.config, app.model, owner);
     Show_Solid(app.model);
-    Tell_Lack_Of_OpenGL(app);
+    tell_lack_of_opengl(app);
     Run_Window(model_window, app.leaving);
     app.model.solid = app.model.shown = nullptr;
+    app.model.own_grid.reset();
+}
+
+void Run_Over_Main(Application& app) {
+    Run(app, main_window, Tell_Lack_Of_OpenGL_Once);
     WindowSelect(main_window);
     if (!app.leaving) Plot_Redraw(app.session);
 }
 
 // More corners than a solid can have come of a series that nobody can see point by point.
-Status Prepare(Session& session) {
-    const Status status = Prepare_Model_Grid(session);
-    if (status.failed) return status;
-    const std::size_t points = session.plot.grid.grid_z.size();
-    if (points <= max_w3d_vertices) return status;
+Status Check_Size(const PlotGrid& grid) {
+    const std::size_t points = grid.grid_z.size();
+    if (points <= max_w3d_vertices) return Status::Done();
     return Status::Fail("The view holds " + std::to_string(points) + " points, and a model at most " + std::to_string(max_w3d_vertices) +
                         ".\nZoom in on fewer of them");
 }
 
 void Model3D_Main(Application& app) {
-    if (const Status status = Prepare(app.session); status.failed) return app.ask.Error("ERROR: " + status.message);
+    Status status = Prepare_Model_Grid(app.session);
+    if (!status.failed) status = Check_Size(app.session.plot.grid);
+    if (status.failed) return app.ask.Error("ERROR: " + status.message);
     app.model = {};
     Smooth(app);
-    Run(app);
+    Run_Over_Main(app);
 }
 
 constexpr Command commands[] = {
@@ -305,7 +336,17 @@ void Show_W3d_File(Application& app, const std::string& file) {
     model.edge_colour = view.edge_colour;
     model.background = view.background;
     Take_Solid(model, std::move(solid));
-    Run(app);
+    Run_Over_Main(app);
+}
+
+void Show_Model_Of(Application& app, PlotGrid grid, std::string x_title, int owner) {
+    if (const Status status = Check_Size(grid); status.failed) return app.ask.Error(status);
+    Model3D& model = app.model;
+    model = {};
+    model.own_grid = std::move(grid);
+    model.own_x_title = std::move(x_title);
+    Take_Own_Grid(model);
+    Run(app, owner, Tell_Lack_Of_OpenGL);
 }
 
 Command_Family Model_3D_Commands() { return {commands, Model_Dialogs}; }
@@ -313,11 +354,7 @@ Command_Family Model_3D_Commands() { return {commands, Model_Dialogs}; }
 void Register_Model_3D(Application& app) {
     Register_Window(model_window, {.dialogs = Position_Dialogs(),
                                    .message = [&app](const Message& message) { Serve(app, message); },
-                                   .picture =
-                                       [&app](Device& device) {
-                                           const Model3D& model = app.model;
-                                           if (model.shown != nullptr) Draw_W3d(*model.shown, View_Of(model), device);
-                                       }});
+                                   .picture = [&app](Device& device) { Put_Model_On(app.model, device); }});
 }
 
 }  // namespace vntl

@@ -121,6 +121,7 @@ void Serve_Position_Dialog(Model3D& model, const Message& message) {
 }
 
 void Follow_In_Dialogs(const Model3D& model) {
+    if (model.window != model_window) return;  // they are of another one
     for (const int dialog : Position_Dialogs())
         if (WDialogLoaded(dialog)) Put_Place(model, dialog);
 }
