@@ -90,11 +90,11 @@ std::vector<Menu_Entry> Entries(std::span<const Place>& place) {
 }  // namespace
 
 std::vector<Command_Family> Families() {
-    return {File_Commands(),     Edit_Commands(),        Profiles_Commands(),   Xspace_Commands(),
-            Calc_Commands(),     Peaks_Commands(),       Fit_Commands(),        Crystal_Commands(),
-            Plot_Commands(),     Instrument_Commands(),  Options_Commands(),    External_Commands(),
-            Window_Commands(),   Text_Editor_Commands(), Quick_View_Commands(), Generic_Graphics_Commands(),
-            Model_3D_Commands(), Help_Commands()};
+    return {File_Commands(),      Edit_Commands(),        Profiles_Commands(),   Xspace_Commands(),
+            Calc_Commands(),      Peaks_Commands(),       Fit_Commands(),        Crystal_Commands(),
+            Plot_Commands(),      Instrument_Commands(),  Options_Commands(),    External_Commands(),
+            Viewer_2D_Commands(), Text_Editor_Commands(), Quick_View_Commands(), Generic_Graphics_Commands(),
+            Model_3D_Commands(),  Help_Commands()};
 }
 
 std::span<const Command> Command_Table() { return All_Commands(); }
@@ -111,7 +111,7 @@ std::vector<Menu_Entry> Menu_Bar() {
 }
 
 // The first bar of each form holds files and what the form is for, the second one of the 2D forms the ways to move the view and the
-// profiles. 30105 to 30107 name commands of the windows of quick view, text editor and generic graphics.
+// profiles. 30105 to 30108 name commands of the windows of quick view, text editor, generic graphics and area detectors.
 std::vector<Toolbar_Resource> Toolbars() {
     return {
         {30101,
@@ -222,6 +222,12 @@ std::vector<Toolbar_Resource> Toolbars() {
          16,
          16,
          {command::generic_open, command::generic_close, command::generic_reload, 0, command::generic_print, 0, command::generic_exit}},
+        {30108,
+         16,
+         16,
+         {command::viewer_open, command::viewer_reload, command::viewer_reset, 0, command::viewer_linear, command::viewer_root_square,
+          command::viewer_logarithm, 0, command::viewer_rectangle, command::viewer_line, 0, command::viewer_section, command::viewer_omega,
+          command::viewer_zone, 0, command::viewer_exit}},
     };
 }
 

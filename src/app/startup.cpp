@@ -170,6 +170,7 @@ void Register_Windows(Application& app) {
     Register_Quick_View(app);
     Register_Generic_Graphics(app);
     Register_Model_3D(app);
+    Register_Viewer_2D(app);
 }
 
 int Run_Window(const Start_Options& line, const std::optional<std::string>& script) {

@@ -24,6 +24,7 @@ struct Application {
     Seq_File generic_source;            // the sequential refinement that they are drawn of, if they are
     Pdf_Input pdf;                      // of the dialog that prepares the input of Radiox
     Model3D model;                      // in the window of the model
+    Model3D zone_model;                 // of a part of the viewer's picture
     Viewer2D viewer;                    // of area detectors
     Data_Directories directories;       // of runs and instruments
     Instrument_State instrument;        // the one in use

@@ -105,22 +105,6 @@ Picture Picture_Of_Volume(const Viewer2D& viewer) {
     return picture;
 }
 
-void Show(Viewer2D& viewer, Picture picture, const Saturation& saturation) {
-    const bool same_axes = picture.values.x == viewer.frame_x && picture.values.y == viewer.frame_y;
-    viewer.frame_x = std::move(picture.values.x);
-    viewer.frame_y = std::move(picture.values.y);
-    viewer.unscaled_z = std::move(picture.values.z);
-    viewer.title = std::move(picture.title);
-    viewer.x_label = std::move(picture.x_label);
-    viewer.y_label = std::move(picture.y_label);
-    viewer.frame_z = viewer.unscaled_z;
-    Scale_Intensities(viewer.frame_z, viewer.intensity_scale);
-    if (same_axes) return Fill_Grid(viewer, saturation);
-    viewer.section_known = false;
-    viewer.plot.rubber = {};
-    Show_Whole(viewer, saturation);
-}
-
 // --- the part of it in view --------------------------------------------------------------------------------------------------------
 
 // Where an axis, rising, comes nearest to a value.
@@ -149,6 +133,22 @@ View View_Of(const Viewer2D& viewer, const Cells& cells) {
 }
 
 View Whole_View(const Viewer2D& viewer) { return View_Of(viewer, {0, viewer.frame_x.size() - 1, 0, viewer.frame_y.size() - 1}); }
+
+void Show(Viewer2D& viewer, Picture picture, const Saturation& saturation) {
+    const bool same_axes = picture.values.x == viewer.frame_x && picture.values.y == viewer.frame_y;
+    viewer.frame_x = std::move(picture.values.x);
+    viewer.frame_y = std::move(picture.values.y);
+    viewer.unscaled_z = std::move(picture.values.z);
+    viewer.title = std::move(picture.title);
+    viewer.x_label = std::move(picture.x_label);
+    viewer.y_label = std::move(picture.y_label);
+    if (!same_axes) {
+        viewer.plot.Show(Whole_View(viewer));
+        viewer.section_known = false;
+        viewer.plot.rubber = {};
+    }
+    Rescale(viewer, saturation);
+}
 
 // --- texts -------------------------------------------------------------------------------------------------------------------------
 
@@ -297,6 +297,12 @@ Status Plot_Frame(Viewer2D& viewer, const Saturation& saturation) {
         return status;
     Show(viewer, std::move(picture), saturation);
     return Status::Done();
+}
+
+void Rescale(Viewer2D& viewer, const Saturation& saturation) {
+    viewer.frame_z = viewer.unscaled_z;
+    Scale_Intensities(viewer.frame_z, viewer.intensity_scale);
+    Fill_Grid(viewer, saturation);
 }
 
 bool Zoom_To(Viewer2D& viewer, const View& window, const Saturation& saturation) {

@@ -57,6 +57,7 @@ struct Viewer2D {
     // Zone, view (in units of the picture), the grid that is drawn of the picture, the rubber shape.
     Plot_State plot;
     std::array<std::string, viewer_status_parts> status;
+    std::string message;  // what the last work had to tell, beside them
 
     // What the panel lists.
     std::string directory;
@@ -95,6 +96,8 @@ void Show_Along(Viewer2D&, View_Axis axis, const Saturation&);
 // Fills frame_z and its axes, title and labels for the present mode, and the grid of the view; the view stays where the axes do. Nothing
 // changes on failure.
 Status Plot_Frame(Viewer2D&, const Saturation&);
+
+void Rescale(Viewer2D&, const Saturation&);  // the same picture, after `intensity_scale` has changed
 
 // The grid for a window of the picture, which becomes the view; false, and nothing changes, for one of fewer than two columns or rows.
 bool Zoom_To(Viewer2D&, const View& window, const Saturation&);

@@ -15,8 +15,8 @@ inline Menu_Entry Popup(std::string label, std::vector<Menu_Entry> entries) {
 inline Menu_Entry Entry(int command, std::string label, std::string hint, std::string key = {}, std::string icon = {}) {
     return {command, std::move(label), std::move(key), std::move(hint), std::move(icon), {}};
 }
-inline Menu_Entry Marked_Entry(int command, std::string label, std::string hint) {
-    return {command, std::move(label), "", std::move(hint), "", {}, false, true};
+inline Menu_Entry Marked_Entry(int command, std::string label, std::string hint, std::string icon = {}) {
+    return {command, std::move(label), "", std::move(hint), std::move(icon), {}, false, true};
 }
 
 }  // namespace vntl

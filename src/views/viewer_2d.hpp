@@ -17,12 +17,16 @@ namespace vntl {
 // After run, frame, mode or scale have changed: picture, panel, menu, status and the windows beside it.
 void Show_Viewer(Application&);
 
+void Choose_Side_Plot(Application&, int side);
+void Choose_Plot_Kind(Application&, int kind);
+
 // --- what menu, toolbar and panel do; each tells its failure in one box ------------------------------------------------------------
 
 void Open_Numor_File(Application&);       // asks for it
 void Choose_Run_Directory(Application&);  // likewise
 void List_Run_Directory(Application&, const std::string& directory);
 void Read_Runs(Application&, int from, int to);  // of the directory, by number
+void Reload_Runs(Application&);                  // those that are there, from their files
 void Search_Run(Application&, const std::string& instrument, int numor, std::optional<Reactor_Cycle> cycle);
 
 void Step_To_Run(Application&, int index);  // from 1

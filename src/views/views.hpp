@@ -12,12 +12,13 @@ Command_Family Text_Editor_Commands();
 Command_Family Quick_View_Commands();
 Command_Family Generic_Graphics_Commands();
 Command_Family Model_3D_Commands();
-Command_Family Window_Commands();  // of windows still to come
+Command_Family Viewer_2D_Commands();
 
 void Register_Text_Editor(Application&);
 void Register_Quick_View(Application&);
 void Register_Generic_Graphics(Application&);
 void Register_Model_3D(Application&);
+void Register_Viewer_2D(Application&);
 
 // Opens the window of generic graphics with a file of it, and comes back when the window is closed.
 void Show_Generic_File(Application&, const std::string& file);
