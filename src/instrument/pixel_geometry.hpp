@@ -55,7 +55,12 @@ private:
     struct Offsets {
         double u, distance, v;
     };
+    struct Slopes {
+        double u, v;
+    };
     Offsets On_Detector(double px, double py) const;
+    std::optional<Slopes> Slopes_Of(const Vector3d& direction) const;
+    double Least_Distance() const { return 1e-9 * distance_; }  // of what is no longer at the sample
 
     int nx_ = 0, ny_ = 0;
     int kind_ = 2;  // `ipsd`, as the sides have it
@@ -82,8 +87,8 @@ Matrix3d To_Crystal(const Frame_Setting& setting);
 // that |z1| = 2 sin(theta) / wavelength. Fails without a wavelength, and as Setting_Of_Frame does.
 Status Get_z1_from_pixel(double px, double py, int frame, const SXTAL_Numor_Type& numor, const Pixel_Geometry& geometry, Vector3d& z1);
 
-// Where in a run a scattering vector was measured: the frame in which it comes nearest to reflecting, and the place that sees it there.
-// Nothing where that place is not on the detector.
+// Where in a run a scattering vector was measured: the frame in which it comes nearest to reflecting while the detector sees it, and the
+// place that sees it there. Nothing where no frame comes within half a step of reflecting it, or the detector is not there.
 struct Measured_At {
     int frame = 0;
     Pixel_Place pixel;

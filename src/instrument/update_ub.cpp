@@ -11,6 +11,7 @@
 #include "base/write_file.hpp"
 #include "instrument/instrument_file.hpp"
 #include "instrument/instrument_text.hpp"
+#include "instrument/pixel_geometry.hpp"
 
 namespace vntl {
 
@@ -174,21 +175,13 @@ Status Update_File(const std::string& filename, const Matrix3& ub, std::optional
 }  // namespace
 
 bool Invert_Matrix(const Matrix3& matrix, Matrix3& inverse) {
-    constexpr double flat = 1e-6;  // of a volume over the product of its edges: what rounding to single precision leaves
-    const auto at = [&](std::size_t i, std::size_t j) { return static_cast<double>(matrix[i % 3][j % 3]); };
-    const auto minor = [&](std::size_t i, std::size_t j) {
-        return at(i + 1, j + 1) * at(i + 2, j + 2) - at(i + 1, j + 2) * at(i + 2, j + 1);
-    };
-    const double volume = at(0, 0) * minor(0, 0) + at(0, 1) * minor(0, 1) + at(0, 2) * minor(0, 2);
-    double edges = 1;
-    for (std::size_t i = 0; i < 3; ++i) edges *= std::hypot(at(i, 0), at(i, 1), at(i, 2));
-    if (!(std::fabs(volume) > flat * edges)) return false;
+    Matrix3d whole{}, inverted{};
+    for (std::size_t i = 0; i < 9; ++i) whole[i / 3][i % 3] = static_cast<double>(matrix[i / 3][i % 3]);
+    if (!Invert(whole, inverted)) return false;
     Matrix3 made;
-    for (std::size_t i = 0; i < 3; ++i) {
-        for (std::size_t j = 0; j < 3; ++j) {
-            made[i][j] = static_cast<float>(minor(j, i) / volume);
-            if (!std::isfinite(made[i][j])) return false;
-        }
+    for (std::size_t i = 0; i < 9; ++i) {
+        made[i / 3][i % 3] = static_cast<float>(inverted[i / 3][i % 3]);
+        if (!std::isfinite(made[i / 3][i % 3])) return false;
     }
     inverse = made;
     return true;
