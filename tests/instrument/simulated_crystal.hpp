@@ -1,0 +1,231 @@
+// A crystal of known cell and orientation in front of an area detector, and the run that measures it: spots at whole h k l over a flat
+// background. Where they fall is found from the Ewald sphere frame by frame, by closed forms of each detector and nothing of the program.
+//
+//     const auto crystal = Simulated_Crystal::Of(3, "phi");
+//     Read_Numor_Text(crystal.Text().Text(), "run", crystal.machine, numor);
+//     for (const auto& spot : crystal.Spots(4)) ...
+#pragma once
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <numbers>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "instrument/diffractometer.hpp"
+#include "instrument/numor.hpp"
+#include "instrument/numor_text.hpp"
+#include "instrument/read_numor.hpp"
+#include "instrument/vectors.hpp"
+
+namespace vntl::test {
+
+struct Simulated_Spot {
+    std::array<int, 3> hkl{};
+    double px = 0, py = 0, frame = 0;  // from 1, whole numbers in the middle of pixels and frames
+};
+
+struct Simulated_Crystal {
+    int kind = 2;  // of the detector: 1 vertical banana, 2 flat, 3 horizontal banana
+    std::string scan = "omega";
+    std::string machine = "R18";
+    int numor = 123456;
+    int nx = 48, ny = 48, frames = 40;
+    double distance = 500, pitch = 2.5;                        // mm
+    double wave = 1.1;                                         // angstroms
+    double gamma = 32, omega = 14, chi = 21, phi = 37;         // degrees, of the first frame
+    double step = 0.5;                                         // degrees a frame
+    std::array<double, 6> cell = {11, 12.5, 14, 90, 102, 95};  // angstroms, degrees
+    double height = 2000, background = 10;                     // counts
+    double wide = 1.2;                                         // sigma of a spot, in pixels and frames
+
+    // A detector of each kind, longer along its arc, and the machine that writes it.
+    static Simulated_Crystal Of(int kind, const std::string& scan) {
+        Simulated_Crystal made;
+        made.kind = kind, made.scan = scan;
+        if (kind == 1) made.nx = 40, made.ny = 56;
+        if (kind == 2) made.machine = "R6";
+        if (kind == 3) made.nx = 56, made.ny = 40;
+        return made;
+    }
+
+    // Columns a*, b*, c*: those of the cell (a* along x, b* in the plane of x and y), turned about z, x, and z.
+    Matrix3d UB() const {
+        const double ca = Cos(cell[3]), cb = Cos(cell[4]), cg = Cos(cell[5]);
+        const double root = std::sqrt(1 - ca * ca - cb * cb - cg * cg + 2 * ca * cb * cg);
+        const Vector3d star = {Sin(cell[3]) / (cell[0] * root), Sin(cell[4]) / (cell[1] * root), Sin(cell[5]) / (cell[2] * root)};
+        const double cbs = (ca * cg - cb) / (Sin(cell[3]) * Sin(cell[5])), cgs = (ca * cb - cg) / (Sin(cell[3]) * Sin(cell[4]));
+        const Matrix3d b = {{{star[0], star[1] * cgs, star[2] * cbs},
+                             {0, star[1] * std::sqrt(1 - cgs * cgs), -star[2] * std::sqrt(1 - cbs * cbs) * ca},
+                             {0, 0, 1 / cell[2]}}};
+        return About_Z(25) * (Matrix3d{{{1, 0, 0}, {0, Cos(17), -Sin(17)}, {0, Sin(17), Cos(17)}}} * (About_Z(-48) * b));
+    }
+
+    // gamma, omega, chi, phi of a frame, from 1; those in between are of the way from one to the next.
+    std::array<double, 4> Angles(double frame) const {
+        const double turn = step * (frame - 1);
+        if (scan == "phi") return {gamma, omega, chi, phi + turn};
+        if (scan == "q-scan") return {gamma + 0.2 * turn, omega + turn, chi + 0.1 * turn, phi - 0.2 * turn};
+        return {gamma, omega + turn, chi, phi};
+    }
+
+    // Reflections that cross the Ewald sphere on the detector, at least `margin` pixels and frames within the run (or without: < 0).
+    std::vector<Simulated_Spot> Spots(double margin = 0) const {
+        std::vector<Simulated_Spot> spots;
+        const Matrix3d ub = UB();
+        const int h_most = Most(0), k_most = Most(1), l_most = Most(2);
+        for (int h = -h_most; h <= h_most; ++h)
+            for (int k = -k_most; k <= k_most; ++k)
+                for (int l = -l_most; l <= l_most; ++l)
+                    if (h != 0 || k != 0 || l != 0) Cross({h, k, l}, ub * Vector3d{double(h), double(k), double(l)}, margin, spots);
+        return spots;
+    }
+
+    // All frames, each row by row.
+    std::vector<std::vector<long long>> Counts() const {
+        std::vector<std::vector<double>> mean(static_cast<std::size_t>(frames),
+                                              std::vector<double>(static_cast<std::size_t>(nx * ny), background));
+        const double reach = 5 * wide;
+        for (const Simulated_Spot& spot : Spots(-reach))
+            For_Near(spot.frame, reach, frames, [&](int frame, double along_scan) {
+                For_Near(spot.py, reach, ny, [&](int py, double up) {
+                    For_Near(spot.px, reach, nx, [&](int px, double aside) {
+                        mean[static_cast<std::size_t>(frame) - 1][static_cast<std::size_t>((py - 1) * nx + px - 1)] +=
+                            height * along_scan * up * aside;
+                    });
+                });
+            });
+        std::vector<std::vector<long long>> counts;
+        for (const auto& frame : mean) {
+            counts.emplace_back();
+            for (const double count : frame) counts.back().push_back(std::llround(count));
+        }
+        return counts;
+    }
+
+    Diffractometer_Type Instrument() const {
+        Diffractometer_Type made;
+        made.info = "Simulated", made.name_inst = machine, made.detector_type = "Area";
+        made.dist_samp_detector = static_cast<float>(distance);
+        made.horiz = static_cast<float>(nx * pitch), made.vert = static_cast<float>(ny * pitch);
+        made.np_horiz = nx, made.np_vert = ny;
+        made.agap = made.cgap = static_cast<float>(pitch);
+        made.wave = static_cast<float>(wave);
+        made.igeom = 1, made.ipsd = kind;
+        return made;
+    }
+
+    Numor_Text Text() const {
+        std::vector<Numor_Frame> of_run;
+        const auto counts = Counts();
+        for (std::size_t f = 0; f < counts.size(); ++f) {
+            const std::array<double, 4> at = Angles(static_cast<double>(f) + 1);
+            Numor_Frame frame{.angles = {scan == "phi" ? at[3] : at[1]}, .counts = In_File_Order(counts[f])};
+            if (scan == "q-scan") frame.angles.assign(at.begin(), at.end());
+            of_run.push_back(std::move(frame));
+        }
+        Numor_Text run = Numor_Text::Of(machine, std::move(of_run));
+        run.numor = numor, run.title = "simulated crystal", run.scantype = scan;
+        run.frame_markers = true;
+        run.F(4) = phi, run.F(5) = chi, run.F(6) = omega, run.F(7) = gamma, run.F(18) = wave;
+        const Matrix3d ub = UB();
+        const Vector3d first = Indices_Of_Centre(1), last = Indices_Of_Centre(frames);
+        for (std::size_t i = 0; i < 3; ++i) {
+            run.F(1 + i) = first[i], run.F(22 + i) = last[i], run.F(25 + i) = (last[i] - first[i]) / std::max(frames - 1, 1);
+            for (std::size_t k = 0; k < 3; ++k) run.F(9 + 3 * i + k) = ub[i][k];
+        }
+        return run;
+    }
+
+    // As its machine's reader has it; the record is empty where that refuses.
+    SXTAL_Numor_Type Run() const {
+        SXTAL_Numor_Type run;
+        return Read_Numor_Text(Text().Text(), "run", machine, run).ok() ? run : SXTAL_Numor_Type{};
+    }
+
+    // h k l in the middle of the detector.
+    Vector3d Indices_Of_Centre(double frame) const {
+        const std::array<double, 4> at = Angles(frame);
+        const Vector3d z = {Sin(at[0]) / wave, (Cos(at[0]) - 1) / wave, 0};
+        const Vector3d in_crystal = About_Z(at[3]) * (About_Y(at[2]) * (About_Z(at[1]) * z));
+        const Matrix3d ub = UB();
+        const auto column = [&ub](std::size_t k) { return Vector3d{ub[0][k], ub[1][k], ub[2][k]}; };
+        Vector3d indices{};
+        const double volume = Dot(column(0), Cross_Product(column(1), column(2)));
+        for (std::size_t k = 0; k < 3; ++k) indices[k] = Dot(in_crystal, Cross_Product(column((k + 1) % 3), column((k + 2) % 3))) / volume;
+        return indices;
+    }
+
+private:
+    static double Sin(double degrees) { return std::sin(degrees * degree); }
+    static double Cos(double degrees) { return std::cos(degrees * degree); }
+    static Matrix3d About_Z(double degrees) { return {{{Cos(degrees), -Sin(degrees), 0}, {Sin(degrees), Cos(degrees), 0}, {0, 0, 1}}}; }
+    static Matrix3d About_Y(double degrees) {  // as chi turns: x towards z
+        return {{{Cos(degrees), 0, -Sin(degrees)}, {0, 1, 0}, {Sin(degrees), 0, Cos(degrees)}}};
+    }
+    static Vector3d Cross_Product(const Vector3d& a, const Vector3d& b) {
+        return {a[1] * b[2] - a[2] * b[1], a[2] * b[0] - a[0] * b[2], a[0] * b[1] - a[1] * b[0]};
+    }
+
+    // No reflection is longer than twice the radius of the Ewald sphere.
+    int Most(std::size_t axis) const { return static_cast<int>(2 / wave * cell[axis]) + 1; }
+
+    // From the crystal's axes to the laboratory.
+    Vector3d In_Laboratory(const Vector3d& z1, double frame) const {
+        const std::array<double, 4> at = Angles(frame);
+        return About_Z(-at[1]) * (About_Y(-at[2]) * (About_Z(-at[3]) * z1));
+    }
+
+    // How far a vector is from the sphere about (0, -1 / wave, 0) that goes through the origin.
+    double Off_Sphere(const Vector3d& z1, double frame) const { return In_Laboratory(z1, frame)[1] + wave * Dot(z1, z1) / 2; }
+
+    void Cross(const std::array<int, 3>& hkl, const Vector3d& z1, double margin, std::vector<Simulated_Spot>& spots) const {
+        const double first = 1 + margin, last = frames - margin;
+        const int pieces = std::max(1, static_cast<int>(2 * (last - first)));
+        for (int i = 0; i < pieces; ++i) {
+            double low = first + (last - first) * i / pieces, high = first + (last - first) * (i + 1) / pieces;
+            const bool inside = Off_Sphere(z1, low) < 0;
+            if ((Off_Sphere(z1, high) < 0) == inside) continue;
+            for (int halving = 0; halving < 60; ++halving) {
+                const double middle = (low + high) / 2;
+                ((Off_Sphere(z1, middle) < 0) == inside ? low : high) = middle;
+            }
+            Simulated_Spot spot{hkl, 0, 0, low};
+            if (!Place(In_Laboratory(z1, low), Angles(low)[0], spot)) continue;
+            const auto within = [margin](double at, int n) { return at >= 1 + margin && at <= n - margin; };
+            if (within(spot.px, nx) && within(spot.py, ny)) spots.push_back(spot);
+        }
+    }
+
+    // Where the beam that a vector reflects meets the detector, of which the middle is along the arm.
+    bool Place(const Vector3d& z, double arm, Simulated_Spot& spot) const {
+        const Vector3d to = {wave * z[0], wave * z[1] + 1, wave * z[2]};
+        const double aside = to[0] * Cos(arm) - to[1] * Sin(arm), ahead = to[0] * Sin(arm) + to[1] * Cos(arm), up = to[2];
+        if (ahead <= 0) return false;
+        double u = distance * aside / ahead, v = distance * up / ahead;
+        if (kind == 1) u = distance * aside / std::hypot(ahead, up), v = distance * std::atan2(up, ahead);
+        if (kind == 3) u = distance * std::atan2(aside, ahead), v = distance * up / std::hypot(ahead, aside);
+        spot.px = u / pitch + (nx + 1) / 2.0;
+        spot.py = v / pitch + (ny + 1) / 2.0;
+        return true;
+    }
+
+    // Whole numbers from 1 to n about a place, with the Gaussian's height there.
+    template <class Visit>
+    void For_Near(double place, double reach, int n, const Visit& visit) const {
+        const int first = std::max(1, static_cast<int>(std::ceil(place - reach))), last = std::min(n, static_cast<int>(place + reach));
+        for (int i = first; i <= last; ++i) visit(i, std::exp(-(i - place) * (i - place) / (2 * wide * wide)));
+    }
+
+    std::vector<long long> In_File_Order(const std::vector<long long>& by_rows) const {
+        if (machine == "R6" || machine == "R11") return by_rows;
+        std::vector<long long> by_columns;
+        for (int px = 0; px < nx; ++px)
+            for (int py = 0; py < ny; ++py) by_columns.push_back(by_rows[static_cast<std::size_t>(py * nx + px)]);
+        return by_columns;
+    }
+};
+
+}  // namespace vntl::test
