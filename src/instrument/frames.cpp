@@ -37,7 +37,7 @@ Unfolding Unfolding_Of(std::string_view machine, int& lines) {
     return Unfolding::unknown;
 }
 
-struct Shape {
+struct Shape {  // in 64 bits, for a product of any two numbers
     long long rows = 0, columns = 0;
 };
 
@@ -50,7 +50,18 @@ Shape Square_Shape(int nbdata, int lines, const Shape& told) {
 
 int To_Count(float value) {
     constexpr double most = std::numeric_limits<int>::max();
-    return static_cast<int>(std::clamp(std::round(static_cast<double>(value)), -most, most));
+    return std::isnan(value) ? 0 : static_cast<int>(std::clamp(std::round(static_cast<double>(value)), -most, most));
+}
+
+// A few columns at a time, so that neither what is read nor what is written jumps from one place of the memory to another.
+void Unfold_Columns(std::span<const float> counts, std::size_t rows, std::size_t columns, std::vector<int>& unfolded) {
+    constexpr std::size_t tile = 16;
+    for (std::size_t first = 0; first < columns; first += tile) {
+        const std::size_t end = std::min(first + tile, columns);
+        for (std::size_t row = 0; row < rows; ++row)
+            for (std::size_t column = first; column < end; ++column)
+                unfolded[row * columns + column] = To_Count(counts[column * rows + row]);
+    }
 }
 
 std::string By(long long a, long long b) { return std::to_string(a) + " x " + std::to_string(b); }
@@ -104,29 +115,43 @@ Status Read_Frames_Index(const std::string& file, int& nheaders, int& nframes, c
     return nframes > 0 ? Status::Done() : Status::Fail(file + " has no frame.");
 }
 
-Status Get_Counts(int frame, const Numor_Head& numor, std::string_view machine, int np_horiz, int np_vert, Count_Matrix& matrix) {
-    matrix = {};
+Status Shape_Of_Frame(int nbdata, std::string_view machine, int np_horiz, int np_vert, Frame_Shape& shape) {
     int lines = 0;
     const Unfolding unfolding = Unfolding_Of(Lower(Trim(machine)), lines);
     if (unfolding == Unfolding::refused) return Status::Fail("Can't read R18 Vertical Banana Detector data!");
     if (unfolding == Unfolding::unknown) return Status::Fail("Error in Get_Counts: Unknown machine!");
-    const auto held = static_cast<long long>(numor.counts.frames());
-    if (frame < 1 || frame > held)
-        return Status::Fail("Error in Get_Counts: there is no frame " + std::to_string(frame) + " of " + std::to_string(held));
-    const std::span<const float> counts = numor.counts.Frame(static_cast<std::size_t>(frame) - 1);
-    const auto nbdata = static_cast<int>(counts.size());
     const bool by_rows = unfolding == Unfolding::rows;
-    Shape shape{np_vert, np_horiz};
-    if (by_rows) shape = Square_Shape(nbdata, lines, shape);
-    if (shape.rows < 1 || shape.columns < 1 || shape.rows * shape.columns != nbdata)
+    const Shape told{np_vert, np_horiz}, found = by_rows ? Square_Shape(nbdata, lines, told) : told;
+    if (nbdata < 1 || (lines == 0 && (found.rows < 1 || found.columns < 1))) return Status::Fail("Pixels by Frame is zero!!!");
+    if (found.rows < 1 || found.columns < 1 || found.rows * found.columns != nbdata)
         return Status::Fail("Error in Get_Counts: a frame holds " + std::to_string(nbdata) + " counts, and the detector has " +
-                            By(shape.rows, shape.columns) + " pixels");
-    const auto rows = static_cast<std::size_t>(shape.rows), columns = static_cast<std::size_t>(shape.columns);
-    matrix.rows = static_cast<int>(shape.rows);
-    matrix.columns = static_cast<int>(shape.columns);
-    matrix.counts.resize(counts.size());
-    for (std::size_t i = 0; i < counts.size(); ++i) matrix.counts[by_rows ? i : (i % rows) * columns + i / rows] = To_Count(counts[i]);
+                            By(found.rows, found.columns) + " pixels");
+    shape = {static_cast<int>(found.rows), static_cast<int>(found.columns), by_rows};
     return Status::Done();
+}
+
+Status Get_Counts(std::span<const float> counts, std::string_view machine, int np_horiz, int np_vert, Count_Matrix& matrix) {
+    Frame_Shape shape;
+    const Status status = Shape_Of_Frame(static_cast<int>(counts.size()), machine, np_horiz, np_vert, shape);
+    if (status.failed) return status;
+    matrix.rows = shape.rows;
+    matrix.columns = shape.columns;
+    matrix.counts.resize(counts.size());
+    if (shape.by_rows)
+        std::transform(counts.begin(), counts.end(), matrix.counts.begin(), To_Count);
+    else
+        Unfold_Columns(counts, static_cast<std::size_t>(shape.rows), static_cast<std::size_t>(shape.columns), matrix.counts);
+    return status;
+}
+
+std::string Reader_Of_Machine(std::string_view machine) {
+    std::string name = Upper(Trim(machine));
+    if (Is_SXTAL_Numor_Instrument(name)) return name;
+    int lines = 0;
+    if (Unfolding_Of(Lower(name), lines) == Unfolding::unknown) return {};
+    for (const std::string_view reader : {"R18", "R11", "R6"})
+        if (name.starts_with(reader)) return std::string(reader);
+    return {};
 }
 
 }  // namespace vntl

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -60,10 +61,24 @@ struct Count_Matrix {
     }
 };
 
-// Unfolds a frame, from 1. "r6" and "r11" (any case; two digits behind the name may tell the lines, up to 27) are square and go row by row;
-// where nbdata is no square, and for "r18_hb", "r18", "db21", "r17" and "1", which go column by column, the detector has np_vert rows and
-// np_horiz columns. Numbers that do not multiply to nbdata are refused.
-Status Get_Counts(int frame, const Numor_Head& numor, std::string_view machine, int np_horiz, int np_vert, Count_Matrix& matrix);
+// How the counts of a frame lie on the detector.
+struct Frame_Shape {
+    int rows = 0, columns = 0;
+    bool by_rows = true;
+};
+
+// "r6" and "r11" (any case; two digits behind the name may tell the lines, up to 27) are square and go row by row; where nbdata is no
+// square, and for "r18_hb", "r18", "db21", "r17" and "1", which go column by column, the detector has np_vert rows and np_horiz columns.
+// None of these is "Pixels by Frame is zero!!!", as is a frame without counts; numbers that do not multiply to nbdata are refused, and so
+// is any other machine.
+Status Shape_Of_Frame(int nbdata, std::string_view machine, int np_horiz, int np_vert, Frame_Shape& shape);
+
+// Unfolds the counts of a frame, rounded. `matrix` stays on failure.
+Status Get_Counts(std::span<const float> counts, std::string_view machine, int np_horiz, int np_vert, Count_Matrix& matrix);
+
+// The reader of the runs of a machine: its own name, or that in front of what tells the form of its frames ("R18_VB", "R6_27"). In capital
+// letters; blank where there is none.
+std::string Reader_Of_Machine(std::string_view machine);
 
 // The listing: lines without their ends.
 std::vector<std::string> Write_Numor_Info(const Powder_Numor_Type& numor);

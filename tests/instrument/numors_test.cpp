@@ -411,31 +411,40 @@ TEST(Numors, Are_Known_By_Their_Beginning) {
 }
 
 TEST(Numors, Frames_Unfold_Into_Matrices) {
-    Numor_Head numor;
-    numor.counts = Frame_Values(12, 2);
-    for (std::size_t i = 0; i < 12; ++i) numor.counts.Frame(1)[i] = static_cast<float>(i) + 0.4f;
+    std::vector<float> counts(12);
+    for (std::size_t i = 0; i < counts.size(); ++i) counts[i] = static_cast<float>(i) + 0.4f;
     Count_Matrix matrix;
-    ASSERT_TRUE(Get_Counts(2, numor, " R18_HB", 4, 3, matrix).ok());
+    ASSERT_TRUE(Get_Counts(counts, " R18_HB", 4, 3, matrix).ok());
     for (int i = 0; i < 12; ++i) EXPECT_EQ(matrix.At(i % 3, i / 3), i);
-    ASSERT_TRUE(Get_Counts(2, numor, "r6", 4, 3, matrix).ok());
+    ASSERT_TRUE(Get_Counts(counts, "r6", 4, 3, matrix).ok());
     for (int i = 0; i < 12; ++i) EXPECT_EQ(matrix.At(i / 4, i % 4), i);
-    ASSERT_TRUE(Get_Counts(2, numor, "R1106", 99, 99, matrix).ok());
+    ASSERT_TRUE(Get_Counts(counts, "R1106", 99, 99, matrix).ok());
     EXPECT_EQ(std::tuple(matrix.rows, matrix.columns, matrix.At(5, 1)), std::tuple(6, 2, 11));
-    numor.counts = Frame_Values(9, 1);
-    numor.counts.Frame(0)[3] = 3e9f;
-    ASSERT_TRUE(Get_Counts(1, numor, "r11", 1, 1, matrix).ok());
+    counts.resize(9);
+    counts[3] = 3e9f;
+    ASSERT_TRUE(Get_Counts(counts, "r11", 0, 0, matrix).ok());
     EXPECT_EQ(std::tuple(matrix.rows, matrix.columns, matrix.At(1, 0)), std::tuple(3, 3, 2147483647));
-    const auto refused = [&](int frame, const char* machine, int nx, int ny) {
-        return Get_Counts(frame, numor, machine, nx, ny, matrix).message;
-    };
-    EXPECT_EQ(refused(1, "R18_VB", 3, 3), "Can't read R18 Vertical Banana Detector data!");
+
+    const auto refused = [&](const char* machine, int nx, int ny) { return Get_Counts(counts, machine, nx, ny, matrix).message; };
+    EXPECT_EQ(refused("R18_VB", 3, 3), "Can't read R18 Vertical Banana Detector data!");
     for (const char* machine : {"r3a", "", "r19", "r6new", "r6123", "11"})
-        EXPECT_EQ(refused(1, machine, 3, 3), "Error in Get_Counts: Unknown machine!") << machine;
-    for (const auto& [nx, ny] : {std::pair(3, 4), {0, 0}, {-3, -3}, {2147483647, 2147483647}})
-        EXPECT_NE(refused(1, "r18", nx, ny).find("9 counts"), std::string::npos);
-    EXPECT_NE(refused(1, "r11_99", 3, 3).find("27 x 0"), std::string::npos);  // no detector has more lines
-    for (const int frame : {0, 2, -1}) EXPECT_NE(refused(frame, "r18", 3, 3).find("frame"), std::string::npos);
-    EXPECT_TRUE(matrix.counts.empty());
+        EXPECT_EQ(refused(machine, 3, 3), "Error in Get_Counts: Unknown machine!") << machine;
+    for (const auto& [nx, ny] : {std::pair(3, 4), {2147483647, 2147483647}}) EXPECT_TRUE(Contains(refused("r18", nx, ny), "9 counts"));
+    for (const auto& [nx, ny] : {std::pair(0, 3), {3, 0}, {-3, -3}}) EXPECT_EQ(refused("r18", nx, ny), "Pixels by Frame is zero!!!");
+    EXPECT_TRUE(Contains(refused("r11_99", 3, 3), "27 x 0"));  // no detector has more lines
+    counts.clear();
+    EXPECT_EQ(refused("r6", 3, 3), "Pixels by Frame is zero!!!");
+    EXPECT_EQ(matrix.At(1, 0), 2147483647) << "it stays";
+
+    // More columns than are unfolded at a time.
+    counts.resize(37 * 41);
+    for (std::size_t i = 0; i < counts.size(); ++i) counts[i] = static_cast<float>(i);
+    ASSERT_TRUE(Get_Counts(counts, "r17", 41, 37, matrix).ok());
+    for (int i = 0; i < 37 * 41; ++i) ASSERT_EQ(matrix.At(i % 37, i / 37), i);
+
+    const std::pair<const char*, const char*> readers[] = {{" r18_hb", "R18_HB"}, {"R18_VB", "R18"}, {"r6_27", "R6"}, {"R1106", "R11"},
+                                                           {"R6", "R6"},          {"r6new", ""},     {"db21", ""},    {"R3A", ""}};
+    for (const auto& [machine, reader] : readers) EXPECT_EQ(Reader_Of_Machine(machine), reader) << machine;
 }
 
 TEST(Numors, Listing) {
