@@ -38,10 +38,6 @@ std::string_view Without_Separator(std::string_view directory) {
     return directory;
 }
 
-std::optional<bool> Directory_Is_There(const std::string& directory) {
-    return Answer_Within(patience, directory, [directory] { return IOsDirExists(directory); });
-}
-
 Status Refuse_Directory(const std::string& kind, const std::string& directory, const std::string& reason) {
     return Status::Fail_File("The " + kind + " directory: '" + std::string(Without_Separator(directory)) + "' " + reason);
 }
@@ -158,6 +154,10 @@ void Initialize_Temp_Directory(Data_Directories& directories) {
     if (found.empty() && IOsDirExists("/tmp")) found = "/tmp";
     directories.KVR_temp_directory = found.empty() ? found : With_Separator(found);
     directories.KVR_temp_found = !found.empty() && Directory_Is_There(directories.KVR_temp_directory).value_or(false);
+}
+
+std::optional<bool> Directory_Is_There(const std::string& directory) {
+    return Answer_Within(patience, directory, [directory] { return IOsDirExists(directory); });
 }
 
 Status Look_For_Data_Directory(const std::string& path) { return Look_For_Directory("KVR", With_Separator(path)); }

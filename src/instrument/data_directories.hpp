@@ -33,6 +33,9 @@ void Initialize_Data_Directory(Data_Directories& directories);
 // The environment's TEMP, TMP, USERPROFILE, TMPDIR, the first that is not blank, or /tmp.
 void Initialize_Temp_Directory(Data_Directories& directories);
 
+// Whether a directory is there; nothing where it does not answer.
+std::optional<bool> Directory_Is_There(const std::string& directory);
+
 // Whether a directory of runs is there, and answers within a second.
 Status Look_For_Data_Directory(const std::string& path);
 Status Set_KVR_data_directory(Data_Directories& directories, const std::string& path);

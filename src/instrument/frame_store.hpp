@@ -10,13 +10,14 @@
 #include "base/status.hpp"
 #include "instrument/diffractometer.hpp"
 #include "instrument/frame_source.hpp"
+#include "instrument/numor_files.hpp"
 
 namespace vntl {
 
 inline constexpr std::size_t most_bytes_of_counts = std::size_t{512} << 20;
 
-// The name by which a run is read and its counts unfolded: that of the instrument in use where a reader knows it, else the one that the
-// file tells. Blank, and a failure, where no reader knows either.
+// The name by which a run is read and its counts unfolded, in capital letters: that of the instrument in use where a reader knows it, else
+// the one that the file tells. Blank, and a failure, where no reader knows either.
 Status Machine_Of_Run(const std::string& file, const Diffractometer_Type& instrument, std::string& machine);
 
 class Frame_Store {
@@ -28,7 +29,7 @@ public:
     Status Add(const std::string& file, const Diffractometer_Type& instrument);
 
     int size() const { return static_cast<int>(runs_.size()); }
-    // Runs count from 1, in the order in which they were added.
+    // Runs count from 1, in the order in which they were added; others have no header to refer to. References last until the next Add.
     const SXTAL_Numor_Type& Run(int index) const;
     const std::string& File(int index) const;
     const std::string& Machine(int index) const;
@@ -36,7 +37,8 @@ public:
     int ny(int index) const;
     int Index_Of(int numor) const;  // of the run with that number, 0 none
 
-    // The counts of a frame, read again where they have left the memory; then a file that has gone or has changed is a failure.
+    // The counts of a frame, read again where they have left the memory; then a file that has gone or has changed is a failure. `counts`
+    // stays on failure, as for a run or a frame that is not there.
     Status Frame(int index, int frame, Count_Matrix& counts);
     // A run by itself; it refers to the store.
     std::unique_ptr<Frame_Source> Source(int index);
@@ -46,23 +48,23 @@ public:
 private:
     struct Entry {
         std::string file, machine;
+        std::size_t mark = 0;  // of the file's bytes
         SXTAL_Numor_Type run;  // without its counts
         int nx = 0, ny = 0;
         Frame_Values counts;          // of the frames from `first` on
         int first = 0;                // 0: none are held
         unsigned long long used = 0;  // when, counted in uses
     };
+    const Entry& At(int index) const { return runs_[static_cast<std::size_t>(index) - 1]; }
+    Status Append(const std::string& file, const Diffractometer_Type& instrument);
+    Status Unfold(Entry& entry, int frame, Count_Matrix& counts);
+    Status Read_Again(const Entry& entry, int frame, Frame_Values& read, int& first) const;
+    int Frames_In_Room(const Entry& entry) const;
+    void Hold(Entry& entry, Frame_Values counts, int first);
+
     std::size_t most_bytes_;
     unsigned long long uses_ = 0;
     std::vector<Entry> runs_;
 };
-
-// The numbers of the runs in a directory, in rising order: names that read as a number, with or without ".Z". A directory that cannot be
-// read is a failure.
-struct Run_In_Directory {
-    int numor = 0;
-    std::string file;  // full path
-};
-Status Runs_In_Directory(const std::string& directory, std::vector<Run_In_Directory>& runs);
 
 }  // namespace vntl

@@ -2,10 +2,14 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <functional>
 #include <system_error>
+#include <tuple>
+#include <utility>
 
 #include "base/os.hpp"
 #include "base/text.hpp"
+#include "instrument/data_directories.hpp"
 
 namespace vntl {
 
@@ -21,6 +25,24 @@ std::optional<int> Number_Of(std::string_view name) {
     const bool digits = std::all_of(name.begin(), name.end(), [](char c) { return c >= '0' && c <= '9'; });
     if (!digits || !Parse_Integer(name, number) || number > largest_numor) return {};
     return number;
+}
+
+// What is told of a name that is a number: that, whether it is one of a compressed run, and its path.
+using Take_Name = std::function<void(int number, bool compressed, const fs::path& path)>;
+
+Status Walk_Numors(const std::string& directory, const Take_Name& take) {
+    if (!Directory_Is_There(directory)) return Status::Fail_File("The directory " + directory + " does not answer");
+    int names = 0;
+    std::error_code error, of_entry;
+    for (fs::directory_iterator entry(directory, error), end; !error && entry != end && names < most_names; entry.increment(error)) {
+        ++names;
+        std::string name = entry->path().filename().string();
+        const bool compressed = Is_Compressed_Name(name);
+        if (compressed) name.resize(name.size() - compressed_numor.size());
+        const std::optional<int> number = Number_Of(name);
+        if (number && !entry->is_directory(of_entry)) take(*number, compressed, entry->path());
+    }
+    return error ? Status::Fail_File("The directory " + directory + " cannot be read: " + error.message()) : Status::Done();
 }
 
 }  // namespace
@@ -45,20 +67,22 @@ std::string Actual_Numor(const std::string& path) {
 
 Status Numors_In_Directory(const std::string& directory, std::optional<Numor_Range>& range) {
     Numor_Range found{largest_numor, 0, true};
-    int names = 0;
-    std::error_code error, of_entry;
-    for (fs::directory_iterator entry(directory, error), end; !error && entry != end && names < most_names; entry.increment(error)) {
-        ++names;
-        std::string name = entry->path().filename().string();
-        const bool compressed = Is_Compressed_Name(name);
-        if (compressed) name.resize(name.size() - compressed_numor.size());
-        const std::optional<int> number = Number_Of(name);
-        if (!number || entry->is_directory(of_entry)) continue;
-        found = {std::min(found.first, *number), std::max(found.last, *number), found.compressed && compressed};
+    return Walk_Numors(directory, [&](int number, bool compressed, const fs::path&) {
+        found = {std::min(found.first, number), std::max(found.last, number), found.compressed && compressed};
         range = found;
-    }
-    if (error) return Status::Fail_File("The directory " + directory + " cannot be read: " + error.message());
-    return Status::Done();
+    });
+}
+
+Status Runs_In_Directory(const std::string& directory, std::vector<Run_In_Directory>& runs) {
+    std::vector<std::tuple<int, bool, std::string>> found;
+    const Status status = Walk_Numors(
+        directory, [&](int number, bool compressed, const fs::path& path) { found.emplace_back(number, compressed, path.string()); });
+    if (status.failed) return status;
+    std::sort(found.begin(), found.end());  // of one number the plain file goes first, and of two of them that with more digits
+    runs.clear();
+    for (auto& [number, compressed, file] : found)
+        if (runs.empty() || runs.back().numor != number) runs.push_back({number, std::move(file)});
+    return status;
 }
 
 }  // namespace vntl

@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "base/status.hpp"
 
@@ -28,7 +29,15 @@ struct Numor_Range {
 };
 inline constexpr int most_names = 90000;  // of a directory that are looked at
 
-// Nothing where no name reads as a number. A directory that cannot be read is a failure.
+// Nothing where no name reads as a number. A directory that cannot be read, or does not answer within a second, is a failure.
 Status Numors_In_Directory(const std::string& directory, std::optional<Numor_Range>& range);
+
+// The runs of a directory, by rising numbers; of a number that stands there twice the plain file. A directory that cannot be read, or does
+// not answer within a second, is a failure, and `runs` stays.
+struct Run_In_Directory {
+    int numor = 0;
+    std::string file;  // in the directory as that was told
+};
+Status Runs_In_Directory(const std::string& directory, std::vector<Run_In_Directory>& runs);
 
 }  // namespace vntl

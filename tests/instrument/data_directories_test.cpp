@@ -287,6 +287,17 @@ TEST_F(Run_Tree, NumbersOfADirectoryHaveALeastAndALargest) {
     EXPECT_EQ(range({"123455"}), "123450 123460");
     EXPECT_EQ(range({"999999", "000000"}), "0 999999");
     EXPECT_TRUE(Contains(Numors_In_Directory(root / "absent", found).message, "absent"));
+
+    // Of one number the plain file, and of two plain ones that of six digits.
+    for (const char* name : {"42.Z", "42", "000042", "000043.Z", "43.Z"}) Make(name);
+    std::vector<Run_In_Directory> runs;
+    ASSERT_TRUE(Runs_In_Directory(root, runs).ok());
+    std::string all;
+    for (const Run_In_Directory& run : runs)
+        all += std::to_string(run.numor) + '=' + fs::path(run.file).lexically_relative(root).string() + ' ';
+    EXPECT_EQ(all, "0=000000 42=000042 43=000043.Z 123450=123450.Z 123455=123455 123460=123460.Z 999999=999999 ");
+    EXPECT_TRUE(Contains(Runs_In_Directory(root / "absent", runs).message, "absent"));
+    EXPECT_EQ(runs.size(), 7u) << "they stay";
 }
 
 TEST(Instrument_Names, ArePathsAndGroupsOfThem) {
