@@ -32,6 +32,9 @@ struct Numor_Source {
 Status Read_Numor_Texts(std::string_view text, const std::string& file, std::string_view instrument, std::string_view letters,
                         Numor_Source& source, Numor_Head& head);
 
+// " Not Implemented for the SXTAL Instrument name: "
+Status No_SXTAL_Reader(const std::string& name);
+
 // The numbers of the header's F block, the first, and of its I block.
 Status Read_Header_Reals(Numor_Source& source);
 Status Read_Header_Integers(Numor_Source& source, const Numor_Block* block);

@@ -22,8 +22,6 @@ const Crystal_Reader* Find_Reader(std::string_view name) {
     return nullptr;
 }
 
-Status No_Reader(const std::string& name) { return Status::Fail(" Not Implemented for the SXTAL Instrument name: " + name); }
-
 void Take_Integers(const Numor_Source& source, SXTAL_Numor_Type& numor) {
     numor.manip = source.I(4);
     numor.nbang = Angles_Of_Frame(source.I(5));
@@ -72,6 +70,8 @@ Status Read_Crystal(const Crystal_Reader& reader, Numor_Source& source, const st
 
 }  // namespace
 
+Status No_SXTAL_Reader(const std::string& name) { return Status::Fail(" Not Implemented for the SXTAL Instrument name: " + name); }
+
 bool Is_SXTAL_Numor_Instrument(std::string_view instrument) { return Find_Reader(Upper(Trim(instrument))) != nullptr; }
 
 Status Read_Numor_Text(std::string_view text, const std::string& file, std::string_view instrument, SXTAL_Numor_Type& numor,
@@ -79,7 +79,7 @@ Status Read_Numor_Text(std::string_view text, const std::string& file, std::stri
     numor = {};
     const std::string name = Upper(Trim(instrument));
     const Crystal_Reader* const reader = Find_Reader(name);
-    if (!reader) return No_Reader(name);
+    if (!reader) return No_SXTAL_Reader(name);
     Numor_Source source;
     if (Status status = Read_Numor_Texts(text, file, name, reader->letters, source, numor); status.failed) return status;
     return Read_Crystal(*reader, source, frames, numor);
@@ -88,7 +88,7 @@ Status Read_Numor_Text(std::string_view text, const std::string& file, std::stri
 Status Read_Numor(const std::string& file, std::string_view instrument, SXTAL_Numor_Type& numor, std::optional<Frame_Selection> frames) {
     numor = {};
     const std::string name = Upper(Trim(instrument));
-    if (!Find_Reader(name)) return No_Reader(name);
+    if (!Find_Reader(name)) return No_SXTAL_Reader(name);
     std::string text;
     if (Status status = Open_Numor(file, name, text); status.failed) return status;
     return Read_Numor_Text(text, file, name, numor, frames);
