@@ -280,8 +280,8 @@ Status Script_Runner::Timer(const Words& words) {
 
 Status Script_Runner::Close(const Words& words) {
     if (const Status extra = Nothing_Left(words, "close"); extra.failed) return extra;
-    if (WDialogLoaded(WindowFront())) return Act_Key(WindowFront(), key_escape);
-    Post_Message({Message_Kind::close_request, {.win = WindowFront()}});
+    if (const int front = WindowFront(); WDialogLoaded(front) && !WDialogIsPanel(front)) return Act_Key(front, key_escape);
+    Post_Message({Message_Kind::close_request, {.win = Window_In_Front()}});
     return Status::Done();
 }
 

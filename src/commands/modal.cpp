@@ -43,7 +43,8 @@ int Run_Modal(int dialog, const Modal_Routines& routines) {
 void Run_Window(int window, const bool& leaving) {
     while (WindowIsOpen(window) && !leaving) {
         const Message message = WMessage();
-        if (Window_Of(message.record.win) == window && message.record.win != main_window)
+        const int of = Window_Of(message.record.win);
+        if (of != main_window && (of == window || Service_Of(of).owner == window))
             Serve_Message(message);
         else
             Serve_Meanwhile(message);

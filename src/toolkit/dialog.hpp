@@ -78,6 +78,7 @@ struct Dialog_Resource {
     int number = 0;
     std::string title;
     std::vector<std::vector<Dialog_Field>> rows;
+    bool close = false;  // narrow margins and buttons, as wide as the column that it stands in: for a panel
 };
 
 inline constexpr int button_ok = 1, button_cancel = 2;
@@ -85,7 +86,10 @@ inline constexpr int button_ok = 1, button_cancel = 2;
 void Register_Dialogs(std::span<const Dialog_Resource> resources);  // a number that is known already is replaced
 
 // A semi-modeless dialog is modal, and stands beside the picture that it is used with. A panel stands in its window, left of the drawing
-// area, in a column that can be scrolled and is as wide as the panel needs, at least `panel_width` pixels.
+// area, in a column that can be scrolled and is as wide as the panel needs, at least `panel_width` pixels. The picture is drawn anew by who
+// shows it. It holds nobody back, nor does it go to the front: it is there while a user fills its fields. ENTER in one of them is the
+// message key_down of the dialog, with the field as value2; a field that is left, for whatever place of the window, is told by
+// field_changed.
 enum class Show_Kind { modal = 1, modeless = 2, semi_modeless = 3, panel = 4 };
 inline constexpr int panel_width = 165;
 
@@ -96,7 +100,9 @@ void WDialogShow(int field, Show_Kind kind, std::span<const int> commands = {});
 void WDialogHide();
 void WDialogUnload();
 bool WDialogLoaded(int dialog);
-bool WDialogModal(int dialog);        // it is open, and holds the others back
+bool WDialogModal(int dialog);  // it is open, and holds the others back
+bool WDialogIsPanel(int dialog);
+int WDialogFocus();                   // the field that the user is in, 0 none
 bool Modal_Loop_Serves(int command);  // of the main window: false while a modal dialog that does not let it through, or a window that holds
                                       // the others back, is open
 

@@ -10,7 +10,7 @@
 namespace vntl {
 
 enum class Message_Kind {
-    key_down = 1,     // value1 key code
+    key_down = 1,     // value1 key code; ENTER in a panel: value2 its field
     command = 2,      // value1 command number
     push_button = 3,  // value1 field number; 1 default, 2 cancel
     mouse_down = 4,   // value1 button: 1 left, 2 middle, 3 right; x, y
@@ -19,7 +19,7 @@ enum class Message_Kind {
     repaint = 7,
     resize = 8,
     close_request = 9,
-    field_changed = 10,  // value1 field left, value2 field entered
+    field_changed = 10,  // value1 field left, value2 field entered; of a panel, 0 when the user went elsewhere
     timer = 13,          // value1 timer number
     wheel = 20,          // value1 +1 up, -1 down; x, y
     files_dropped = 21,  // `files`

@@ -54,7 +54,26 @@ Toolkit::Toolkit(int& argc, char** argv) : application(argc, argv) {}
 
 // Threads that the library has kept for images end here, long before the program does: a checker of memory that looks at the very end finds
 // none of them half gone.
-Toolkit::~Toolkit() { QThreadPool::globalInstance()->waitForDone(); }
+Toolkit::~Toolkit() {
+    QThreadPool::globalInstance()->waitForDone();
+    dialogs.clear();
+    // What stands in another window's care goes before it.
+    while (!windows.empty()) {
+        const auto owns_none = [this](const auto& entry) {
+            return std::none_of(windows.begin(), windows.end(),
+                                [&](const auto& other) { return other.second->parentWidget() == entry.second.get(); });
+        };
+        windows.erase(std::find_if(windows.begin(), windows.end(), owns_none));
+    }
+}
+
+bool Toolkit::Belongs_To(const QWidget* widget, const Window* window) const {
+    while (widget != nullptr && widget != window) {
+        const auto* dialog = dynamic_cast<const Dialog_Window*>(widget);
+        widget = dialog != nullptr ? dialog->Owner() : widget->parentWidget();
+    }
+    return widget != nullptr;
+}
 
 Dialog_Window* Toolkit::Dialog(int number) const {
     for (const auto& dialog : dialogs)
@@ -70,8 +89,10 @@ Window* Toolkit::Find_Window(int number) const {
 QWidget* Toolkit::Owner() const { return Find_Window(selected_window); }
 
 Window* Toolkit::Holding_Window() const {
-    const auto found = std::find_if(windows.begin(), windows.end(), [](const auto& entry) { return entry.second->Holds_Others(); });
-    return found == windows.end() ? nullptr : found->second.get();
+    Window* innermost = nullptr;
+    for (const auto& [number, window] : windows)
+        if (window->Holds_Since() > (innermost == nullptr ? 0 : innermost->Holds_Since())) innermost = window.get();
+    return innermost;
 }
 
 void Toolkit::To_Front(int number) {

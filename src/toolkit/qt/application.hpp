@@ -29,7 +29,8 @@ struct Toolkit {
     Dialog_Window* Dialog(int number) const;  // null when it is not loaded
     Window* Find_Window(int number) const;    // null when it is not open
     QWidget* Owner() const;                   // of boxes and dialogs: the window selected last
-    Window* Holding_Window() const;           // the open window that holds the others back, null for none
+    Window* Holding_Window() const;           // the window that holds all others back now: the one opened last, null for none
+    bool Belongs_To(const QWidget* widget, const Window* window) const;  // it is the window, one that it owns, or a dialog of these
     void To_Front(int number);
     void Activated(int number);  // by the user
     int Front() const;           // number of the dialog or window in front; a modal dialog holds the others back

@@ -179,6 +179,10 @@ public:
     }
     void Put(std::string_view text) override { box_->line().setText(Q(text)); }
     void Put_Number(double value, std::string_view) override { Put(std::to_string(static_cast<int>(value))); }
+    void Clear() override {
+        Put({});
+        Mark_Invalid(box_, false, {});  // nothing is in it yet
+    }
     void Range(int lo, int hi) override { box_->Range(lo, hi); }
     Status Set(const std::string& value) override {
         Put(value);

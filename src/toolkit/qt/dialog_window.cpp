@@ -1,16 +1,23 @@
 #include "toolkit/qt/dialog_window.hpp"
 
+#include <QAbstractSpinBox>
 #include <QApplication>
 #include <QButtonGroup>
+#include <QComboBox>
 #include <QDeadlineTimer>
 #include <QGroupBox>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QScreen>
 #include <algorithm>
+#include <utility>
 
 #include "toolkit/qt/application.hpp"
+#include "toolkit/qt/keys.hpp"
+#include "toolkit/qt/main_window.hpp"
 
 namespace vntl {
 
@@ -63,17 +70,21 @@ QWidget* Under_Label(QLabel& label, QWidget& entry) {
 }
 
 constexpr int all_columns = -1, columns_a_field = 2;  // a label and an entry
+constexpr int close_gap = 2;                          // pixels
 
 }  // namespace
 
-Dialog_Window::Dialog_Window(const Dialog_Resource& resource, QWidget* parent)
-    : QDialog(parent), number_(resource.number), foot_(new QDialogButtonBox(this)) {
+Dialog_Window::Dialog_Window(const Dialog_Resource& resource, Window* owner)
+    : QDialog(owner), number_(resource.number), owner_(owner), close_(resource.close), foot_(new QDialogButtonBox(this)) {
     setWindowTitle(QString::fromStdString(resource.title));
     auto* column = new QVBoxLayout(this);
     auto* grid = new QGridLayout;
     Lay_Out(*grid, resource.rows);
     column->addLayout(grid, 1);
-    column->addSpacing(6);
+    if (close_)
+        column->setContentsMargins(close_gap, close_gap, close_gap, close_gap);
+    else
+        column->addSpacing(6);
     column->addWidget(foot_);
     for (const auto& [button, role] : at_foot_) foot_->addButton(button, role);  // last in the order of TAB
     foot_->setVisible(!foot_->buttons().isEmpty());
@@ -90,6 +101,12 @@ Dialog_Window::~Dialog_Window() {
 
 void Dialog_Window::Lay_Out(QGridLayout& grid, const Rows& rows) {
     int row = 0;
+    if (close_) {
+        grid.setSpacing(close_gap);
+        for (const auto& fields : rows) Lay_Out_Close_Row(grid, row++, fields);
+        grid.setColumnStretch(1, 1);
+        return;
+    }
     for (const auto& fields : rows) {
         Lay_Out_Row(grid, row, fields);
         const bool stretch = std::any_of(fields.begin(), fields.end(),
@@ -97,6 +114,57 @@ void Dialog_Window::Lay_Out(QGridLayout& grid, const Rows& rows) {
         grid.setRowStretch(row++, stretch ? 1 : 0);
     }
     grid.setColumnStretch(grid.columnCount(), 1);
+}
+
+QLabel* Dialog_Window::Caption(const Dialog_Field& field) {
+    auto* label = new QLabel(Q(field.label));
+    label->setBuddy(Field(field.number)->Focus_Widget());
+    Field(field.number)->caption = label;
+    return label;
+}
+
+// What takes more room than it needs needs no more than its text. The keys step a number as well as arrows do.
+void Dialog_Window::Narrow(QWidget& widget) const {
+    if (auto* button = qobject_cast<QPushButton*>(&widget)) {
+        button->setMinimumWidth(button->fontMetrics().horizontalAdvance(Q(Bare_Label(button->text().toStdString()))) + 4 * close_gap + 2);
+        button->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+    } else if (auto* number = qobject_cast<QAbstractSpinBox*>(&widget)) {
+        number->setButtonSymbols(QAbstractSpinBox::NoButtons);
+        number->setMinimumWidth(number->findChild<QLineEdit*>()->minimumWidth());
+        number->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+    } else if (auto* menu = qobject_cast<QComboBox*>(&widget)) {
+        constexpr int least_seen = 6;
+        menu->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+        menu->setMinimumContentsLength(least_seen);
+    }
+}
+
+// A row takes the whole width: buttons alone share it, beside an entry they are as short as they can be. The labels of first entries stand
+// in a column.
+void Dialog_Window::Lay_Out_Close_Row(QGridLayout& grid, int row, const std::vector<Dialog_Field>& fields) {
+    const bool entries = std::any_of(fields.begin(), fields.end(), [](const Dialog_Field& f) { return Is_Entry(f.kind); });
+    auto* line = new QHBoxLayout;
+    line->setSpacing(close_gap);
+    int column = 0;
+    for (const Dialog_Field& field : fields) {
+        QWidget* widget = Build(field);
+        Narrow(*widget);
+        if (field.unseen_label) Name_Unseen(*widget, field, Leader(fields));
+        if (Labelled_Above(field)) {
+            widget = Under_Label(*Caption(field), *widget);
+            widget->layout()->setSpacing(0);
+        } else if (Shows_Label(field)) {
+            QLabel* const label = Caption(field);
+            if (&field == &fields.front())
+                grid.addWidget(label, row, column++);
+            else
+                line->addWidget(label);
+        }
+        const bool short_button = entries && field.kind == Field_Kind::push_button;
+        if (short_button) widget->setMaximumWidth(widget->minimumWidth());
+        line->addWidget(widget, short_button ? 0 : 1);
+    }
+    grid.addLayout(line, row, column, 1, all_columns);
 }
 
 // Entries stand in columns, their labels before them, and so do labels that are alone in a row. Marks and buttons without an entry stand
@@ -125,9 +193,7 @@ void Dialog_Window::Lay_Out_Row(QGridLayout& grid, int row, const std::vector<Di
         }
         if (field.unseen_label) Name_Unseen(*widget, field, leader);
         if (Shows_Label(field) || Labelled_Above(field)) {
-            auto* label = new QLabel(Q(field.label));
-            label->setBuddy(Field(field.number)->Focus_Widget());
-            Field(field.number)->caption = label;
+            QLabel* const label = Caption(field);
             if (Labelled_Above(field)) {
                 grid.addWidget(Under_Label(*label, *widget), row, column, 1, all_columns);
                 continue;
@@ -167,6 +233,7 @@ QWidget* Dialog_Window::Build_Page(const Dialog_Page& page) {
 QWidget* Dialog_Window::Build_Frame(const Dialog_Field& field) {
     auto* box = new QGroupBox(Q(field.label));
     auto* grid = new QGridLayout(box);
+    if (close_) grid->setContentsMargins(2 * close_gap, close_gap, 2 * close_gap, close_gap);
     titles_.push_back(Bare_Label(field.label));
     for (const Dialog_Page& page : field.pages) Lay_Out(*grid, page.rows);
     titles_.pop_back();
@@ -185,6 +252,7 @@ QWidget* Dialog_Window::Build(const Dialog_Field& field) {
     widget->changed = [this, widget, number] {
         Toolkit& toolkit = The_Toolkit();
         if (widget->Refused()) widget->Clear_Refused();
+        if (panel_) toolkit.Activated(number_);
         if (toolkit.Wants(number_, Message_Kind::field_changed))
             Post_Message({Message_Kind::field_changed, {.win = number_, .value1 = number, .value2 = number}});
         if (toolkit.witness == nullptr || widget->field().kind == Field_Kind::grid) return;
@@ -197,6 +265,11 @@ QWidget* Dialog_Window::Build(const Dialog_Field& field) {
         grid->cell_changed = [this, grid, number](int column, int row) {
             if (Witness* witness = The_Toolkit().witness) witness->Saw_Cell(number_, number, column, row, grid->Cell(column, row));
         };
+    // A key of its own presses a button that has not the focus.
+    if (auto* button = qobject_cast<QPushButton*>(widget->widget()))
+        connect(button, &QPushButton::clicked, this, [this] {
+            if (panel_) The_Toolkit().Activated(number_);
+        });
     return widget->widget();
 }
 
@@ -221,13 +294,51 @@ int Dialog_Window::Number_Of(const QWidget* widget) const {
     return number;
 }
 
+int Dialog_Window::Focus() const { return panel_ ? in_field_ : Number_Of(focusWidget()); }
+
+void Dialog_Window::Now_In(int field) {
+    const int left = std::exchange(in_field_, field);
+    if (left != 0 && left != field && The_Toolkit().Wants(number_, Message_Kind::field_changed))
+        Post_Message({Message_Kind::field_changed, {.win = number_, .value1 = left, .value2 = field}});
+}
+
+void Dialog_Window::Enter_Panel(int field) {
+    if (!panel_) return;
+    if (Dialog_Widget* const widget = Field(field)) widget->Focus_Widget()->setFocus();
+    Now_In(field != 0 ? field : Number_Of(focusWidget()));
+}
+
+void Dialog_Window::Leave_Panel() {
+    if (panel_) Now_In(0);
+}
+
 void Dialog_Window::Focus_Moved(QWidget* left, QWidget* entered) {
+    if (panel_) {
+        // In a script the statements alone decide where the user is. What is over the window for a while takes him nowhere.
+        if (The_Toolkit().stand_in != nullptr || entered == nullptr || entered->window() != owner_) return;
+        const bool here = isAncestorOf(entered);
+        The_Toolkit().Activated(here ? number_ : owner_->number());
+        return Now_In(here ? Number_Of(entered) : 0);
+    }
     const int from = Number_Of(left), to = Number_Of(entered);
     if (from != 0 && to != 0 && from != to && The_Toolkit().Wants(number_, Message_Kind::field_changed))
         Post_Message({Message_Kind::field_changed, {.win = number_, .value1 = from, .value2 = to}});
 }
 
+// It goes to the front with the first field that a user enters.
+void Dialog_Window::Stand_In_Window() {
+    panel_ = true;
+    layout()->setSizeConstraint(QLayout::SetDefaultConstraint);
+    setWindowFlags(Qt::Widget);
+    setAttribute(Qt::WA_Moved);  // its place is that of the column
+    owner_->Put_Panel(this);
+    show();
+    auto& order = The_Toolkit().order;
+    if (std::find(order.begin(), order.end(), number_) == order.end()) order.insert(order.begin(), number_);
+}
+
 void Dialog_Window::Show(int field, Show_Kind kind, std::span<const int> commands) {
+    if (kind == Show_Kind::panel && owner_ != nullptr) return panel_ ? show() : Stand_In_Window();
     modal_ = kind != Show_Kind::modeless;
     commands_.assign(commands.begin(), commands.end());
     if (kind != Show_Kind::modal) Stand_Aside();
@@ -290,14 +401,25 @@ void Dialog_Window::Await_Activation() {
 
 bool Dialog_Window::Lets_Through(int command) const { return std::find(commands_.begin(), commands_.end(), command) != commands_.end(); }
 
+// What no field of a panel needs is a key of the window.
+void Dialog_Window::keyPressEvent(QKeyEvent* event) {
+    if (!panel_) return QDialog::keyPressEvent(event);
+    const int field = Number_Of(focusWidget());
+    if (Code_Of(*event) == key_enter && field != 0)
+        Post_Message({Message_Kind::key_down, {.win = number_, .value1 = key_enter, .value2 = field}});
+    else
+        event->ignore();
+}
+
 void Dialog_Window::reject() {
+    if (panel_) return;
     const int button = Field(button_cancel) != nullptr ? button_cancel : button_ok;
     if (const Dialog_Widget* field = Field(button); field != nullptr && !field->Takes_Input()) return;
     Post_Message({Message_Kind::push_button, {.win = number_, .value1 = button}});
 }
 
 bool Dialog_Window::event(QEvent* event) {
-    if (event->type() == QEvent::WindowActivate) The_Toolkit().Activated(number_);
+    if (event->type() == QEvent::WindowActivate && !panel_) The_Toolkit().Activated(number_);
     return QDialog::event(event);
 }
 

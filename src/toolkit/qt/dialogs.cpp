@@ -44,10 +44,13 @@ std::string Number_Text(int number) { return std::to_string(number); }
 
 // The field that a script acts on; fails where there is none, or one that takes no input.
 Status Field_To_Act_On(int dialog, int number, Dialog_Widget*& field) {
-    const Dialog_Window* window = The_Toolkit().Dialog(dialog);
+    Dialog_Window* window = The_Toolkit().Dialog(dialog);
     field = window == nullptr ? nullptr : window->Field(number);
     if (field == nullptr) return Status::Fail("dialog " + Number_Text(dialog) + " has no field " + Number_Text(number));
-    if (field->widget()->isEnabled() && field->Takes_Input()) return Status::Done();
+    if (field->widget()->isEnabled() && field->Takes_Input()) {
+        window->Enter_Panel(number);
+        return Status::Done();
+    }
     return Status::Fail("field " + Number_Text(number) + " (" + Bare_Label(field->field().label) + ") is disabled");
 }
 
@@ -87,7 +90,8 @@ void WDialogLoad(int dialog) {
     toolkit.selected_dialog = dialog;
     if (toolkit.Dialog(dialog) != nullptr) return;
     for (const Dialog_Resource& resource : Resources())
-        if (resource.number == dialog) toolkit.dialogs.push_back(std::make_unique<Dialog_Window>(resource, toolkit.Owner()));
+        if (resource.number == dialog)
+            toolkit.dialogs.push_back(std::make_unique<Dialog_Window>(resource, toolkit.Find_Window(toolkit.selected_window)));
 }
 
 void WDialogSelect(int dialog) { The_Toolkit().selected_dialog = dialog; }
@@ -110,6 +114,7 @@ void WDialogUnload() {
     toolkit.dialogs.erase(loaded);
     std::erase(toolkit.order, number);
     std::erase_if(toolkit.wanted, [number](const auto& wish) { return wish.first == number; });
+    if (dialog->Is_Panel()) dialog->Owner()->Put_Panel(nullptr);
     dialog.reset();
     // What was still to be said to it is void.
     std::erase_if(toolkit.queue, [number](const Message& message) { return message.record.win == number; });
@@ -120,6 +125,16 @@ bool WDialogLoaded(int dialog) { return The_Toolkit().Dialog(dialog) != nullptr;
 bool WDialogModal(int dialog) {
     const Dialog_Window* window = The_Toolkit().Dialog(dialog);
     return window != nullptr && window->isVisible() && window->Holds_Others();
+}
+
+bool WDialogIsPanel(int dialog) {
+    const Dialog_Window* window = The_Toolkit().Dialog(dialog);
+    return window != nullptr && window->Is_Panel();
+}
+
+int WDialogFocus() {
+    const Dialog_Window* dialog = Selected();
+    return dialog == nullptr ? 0 : dialog->Focus();
 }
 
 bool Modal_Loop_Serves(int command) {
@@ -382,6 +397,7 @@ Status Act_Key(int window, int code) {
     if (Window* editor = The_Toolkit().Find_Window(window); editor != nullptr && editor->editor() != nullptr) target = editor->editor();
     if (target == nullptr) return Status::Fail("window " + Number_Text(window) + " takes no keys");
     Send_Key(target->focusWidget() != nullptr ? *target->focusWidget() : *target, code);
+    if (dialog != nullptr) dialog->Enter_Panel(0);
     return Status::Done();
 }
 

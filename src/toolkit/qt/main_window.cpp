@@ -2,6 +2,7 @@
 
 #include <QCloseEvent>
 #include <QDropEvent>
+#include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLayout>
 #include <QMenuBar>
@@ -16,6 +17,7 @@
 #include "toolkit/qt/application.hpp"
 #include "toolkit/qt/icons.hpp"
 #include "toolkit/qt/keys.hpp"
+#include "toolkit/qt/panel_column.hpp"
 
 namespace vntl {
 
@@ -67,12 +69,26 @@ private:
 Window::Window(int number, const std::string& title, Child_Kind kind, QWidget* parent) : QMainWindow(parent), number_(number) {
     setWindowTitle(QString::fromStdString(title));
     setAcceptDrops(number == main_window);
+    setCentralWidget(new QWidget);
+    room_ = new QHBoxLayout(centralWidget());
+    room_->setContentsMargins({});
+    room_->setSpacing(0);
     if (kind == Child_Kind::editor)
-        setCentralWidget(editor_ = new Text_Edit(number));
+        Show_Content(editor_ = new Text_Edit(number));
     else if (kind == Child_Kind::solid)
-        setCentralWidget(solid_ = new Solid_Pane(number));
+        Show_Content(solid_ = new Solid_Pane(number));
     else
         Split(1, true);
+}
+
+void Window::Show_Content(QWidget* content) {
+    if (content_ != nullptr) {
+        content_->hide();
+        content_->deleteLater();
+        room_->removeWidget(content_);
+    }
+    content_ = content;
+    room_->addWidget(content, 1);
 }
 
 void Window::Split(int panes, bool side_by_side) {
@@ -83,14 +99,15 @@ void Window::Split(int panes, bool side_by_side) {
         areas_.push_back(new Drawing_Area(number_, pane));
         splitter->addWidget(areas_.back());
     }
-    const QSize size = centralWidget() != nullptr ? centralWidget()->size() : QSize();
-    setCentralWidget(splitter);
+    const QSize size = content_ != nullptr ? content_->size() : QSize();
+    Show_Content(splitter);
     if (!size.isValid()) return;
     // The panes have their sizes at once, for who draws on them before the windowing system has its turn.
     splitter->resize(size);
     if (isVisible()) {
         splitter->show();
         layout()->activate();
+        room_->activate();
     }
 }
 
@@ -100,7 +117,8 @@ Drawing_Area* Window::Area(int pane) const {
 
 QWidget* Window::Surface(int pane) const { return solid_ != nullptr && pane == 1 ? &solid_->area() : Area(pane); }
 
-void Window::Resize_Area(int width, int height) { resize(size() + QSize(width, height) - centralWidget()->size()); }
+void Window::Resize_Area(int width, int height) { resize(size() + QSize(width, height) - content_->size()); }
+void Window::Resize_Room(int width, int height) { resize(size() + QSize(width, height) - centralWidget()->size()); }
 
 QAction* Window::Action(int command) const {
     const auto found = actions_.find(command);
@@ -114,7 +132,8 @@ std::vector<int> Window::Commands() const {
 }
 
 void Window::Hold_Others() {
-    holds_others_ = true;
+    static int holders = 0;
+    holds_since_ = ++holders;
     setWindowModality(Qt::ApplicationModal);
 }
 
@@ -161,21 +180,40 @@ void Window::Set_Menu(std::span<const Menu_Entry> bar) {
     for (const Menu_Entry& entry : bar) menuBar()->addMenu(Add_Popup(entry));
 }
 
-// A bar that comes or goes changes the size of the picture and not that of the window. Who sets it knows, and draws the picture anew: no
-// message tells of it.
-void Window::Set_Toolbar(const Toolbar_Resource* table, int row) {
+// A bar or panel that comes or goes changes the size of the picture and not that of the window. Who sets it knows, and draws the picture
+// anew: no message tells of it.
+template <class Change>
+void Window::Without_Resize_Message(const Change& change) {
     auto& queue = The_Toolkit().queue;
     const auto resize = [this](const Message& m) { return m.kind == Message_Kind::resize && m.record.win == number_; };
     const bool resized = std::any_of(queue.begin(), queue.end(), resize);  // before, and not told yet
-    if (const auto standing = toolbars_.find(row); standing != toolbars_.end()) {
-        removeToolBar(standing->second);
-        delete standing->second;
-        toolbars_.erase(standing);
-    }
-    if (table != nullptr) Add_Toolbar(*table, row);
+    change();
     if (!isVisible()) return;
     layout()->activate();
+    room_->activate();
     if (!resized) std::erase_if(queue, resize);
+}
+
+void Window::Set_Toolbar(const Toolbar_Resource* table, int row) {
+    Without_Resize_Message([&] {
+        if (const auto standing = toolbars_.find(row); standing != toolbars_.end()) {
+            removeToolBar(standing->second);
+            delete standing->second;
+            toolbars_.erase(standing);
+        }
+        if (table != nullptr) Add_Toolbar(*table, row);
+    });
+}
+
+void Window::Put_Panel(QWidget* panel) {
+    Without_Resize_Message([&] {
+        if (panel_ != nullptr) panel_->Let_Go();
+        delete panel_;
+        panel_ = nullptr;
+        if (panel == nullptr) return;
+        room_->insertWidget(0, panel_ = new Panel_Column(panel));
+        panel_->show();
+    });
 }
 
 void Window::Add_Toolbar(const Toolbar_Resource& table, int row) {

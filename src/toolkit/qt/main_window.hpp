@@ -11,9 +11,12 @@
 #include "toolkit/qt/text_edit.hpp"
 #include "toolkit/window.hpp"
 
+class QHBoxLayout;
 class QToolBar;
 
 namespace vntl {
+
+class Panel_Column;
 
 class Window : public QMainWindow {
 public:
@@ -21,12 +24,15 @@ public:
 
     void Split(int panes, bool side_by_side);
     void Resize_Area(int width, int height);
-    Drawing_Area* Area(int pane = 1) const;  // null for a pane that it has not
-    QWidget* Surface(int pane) const;        // of that pane, whatever it shows; null for an editor
+    void Resize_Room(int width, int height);  // of panel and drawing area together
+    Drawing_Area* Area(int pane = 1) const;   // null for a pane that it has not
+    QWidget* Surface(int pane) const;         // of that pane, whatever it shows; null for an editor
     Text_Edit* editor() const { return editor_; }
     Solid_Pane* solid() const { return solid_; }
-    void Hold_Others();  // from the time when it is shown
-    bool Holds_Others() const { return holds_others_; }
+    void Hold_Others();                               // from the time when it is shown
+    int Holds_Since() const { return holds_since_; }  // counts the windows that hold others back; 0: this one does not
+    void Put_Panel(QWidget* panel);                   // at the left; null: none any more
+    int number() const { return number_; }
     QAction* Action(int command) const;
     std::vector<int> Commands() const;  // by number
 
@@ -47,6 +53,9 @@ protected:
     QMenu* createPopupMenu() override { return nullptr; }  // the program decides which toolbars stand
 
 private:
+    void Show_Content(QWidget* content);
+    template <class Change>
+    void Without_Resize_Message(const Change& change);
     void Add_Entries(QMenu& menu, std::span<const Menu_Entry> entries);
     QMenu* Add_Popup(const Menu_Entry& entry);
     void Add_Toolbar(const Toolbar_Resource& table, int row);
@@ -57,7 +66,10 @@ private:
     };
 
     int number_;
-    bool holds_others_ = false;
+    int holds_since_ = 0;
+    QHBoxLayout* room_;  // panel and what the window shows
+    QWidget* content_ = nullptr;
+    Panel_Column* panel_ = nullptr;
     std::vector<Drawing_Area*> areas_;
     Text_Edit* editor_ = nullptr;
     Solid_Pane* solid_ = nullptr;

@@ -47,7 +47,7 @@ int Window_Of(int number) {
     if (WindowIsOpen(number)) return number;
     const Dialog_Window* dialog = The_Toolkit().Dialog(number);
     for (const auto& [window, widget] : The_Toolkit().windows)
-        if (dialog != nullptr && dialog->parentWidget() == widget.get()) return window;
+        if (dialog != nullptr && dialog->Owner() == widget.get()) return window;
     return main_window;
 }
 

@@ -43,13 +43,13 @@ void WindowOpen(int width, int height, const std::string& title, const std::stri
     Selected()->setWindowIcon(Resource_Icon(icon));
 }
 
-void WindowOpenChild(int number, const std::string& title, int width, int height, Child_Kind kind, bool holds_others) {
+void WindowOpenChild(int number, const std::string& title, int width, int height, Child_Kind kind, bool holds_others, int owner) {
     if (WindowIsOpen(number)) {
         WindowSelect(number);
         WindowToFront(number);
         return;
     }
-    Open(number, title, width, height, kind, nullptr);
+    Open(number, title, width, height, kind, owner == main_window ? nullptr : The_Toolkit().Find_Window(owner));
     if (holds_others) Selected()->Hold_Others();
 }
 
@@ -57,8 +57,12 @@ void WindowCloseChild(int number) {
     Toolkit& toolkit = The_Toolkit();
     if (number == main_window || !WindowIsOpen(number)) return;
     std::vector<int> own;
+    for (const auto& [owned, window] : toolkit.windows)
+        if (window->parentWidget() == toolkit.Find_Window(number)) own.push_back(owned);
+    for (const int owned : own) WindowCloseChild(owned);
+    own.clear();
     for (const auto& dialog : toolkit.dialogs)
-        if (dialog->parentWidget() == toolkit.Find_Window(number)) own.push_back(dialog->number());
+        if (dialog->Owner() == toolkit.Find_Window(number)) own.push_back(dialog->number());
     for (const int dialog : own) {
         WDialogSelect(dialog);
         WDialogUnload();
@@ -76,10 +80,10 @@ bool WindowIsOpen(int number) { return The_Toolkit().Find_Window(number) != null
 void WindowShow() {
     Toolkit& toolkit = The_Toolkit();
     Window* window = Selected();
-    const QSize wanted = window->size();  // of the drawing area, as it was opened
+    const QSize wanted = window->size();  // of the drawing area, and a panel beside it, as it was opened
     window->show();
     QCoreApplication::processEvents();
-    window->Resize_Area(wanted.width(), wanted.height());
+    window->Resize_Room(wanted.width(), wanted.height());
     QCoreApplication::processEvents();
     // The first size is no change of it.
     std::erase_if(toolkit.queue,
@@ -140,16 +144,18 @@ int WindowFront() { return The_Toolkit().Front(); }
 
 bool WindowToFront(int number) {
     Toolkit& toolkit = The_Toolkit();
-    QWidget* widget = toolkit.Find_Window(number);
-    if (widget == nullptr) widget = toolkit.Dialog(number);
+    Window* const window = toolkit.Find_Window(number);
+    QWidget* const widget = window != nullptr ? static_cast<QWidget*>(window) : toolkit.Dialog(number);
     if (widget == nullptr) return false;
     const Dialog_Window *front = toolkit.Dialog(toolkit.Front()), *wanted = toolkit.Dialog(number);
     if (front != nullptr && wanted != nullptr && front != wanted && front->Holds_Others() && wanted->Holds_Others())
         return true;  // it waits for the end of the one in front
     const Window* holder = toolkit.Holding_Window();
-    if (holder != nullptr && widget != holder && widget->parentWidget() != holder) return true;
+    if (holder != nullptr && !toolkit.Belongs_To(widget, holder)) return true;
     toolkit.To_Front(number);
-    widget->raise();
+    for (const auto& dialog : toolkit.dialogs)
+        if (dialog->Owner() == widget) dialog->Leave_Panel();
+    widget->window()->raise();
     widget->activateWindow();
     return true;
 }
