@@ -9,39 +9,6 @@ namespace vntl {
 
 namespace {
 
-// The cells that a pixel shows along one axis.
-struct Share {
-    int first, end;
-    bool operator==(const Share&) const = default;
-};
-
-// One axis of the picture: pixels and what each of them shows.
-struct Axis_Shares {
-    int pixel = 0;  // that of the first share
-    std::vector<Share> shares;
-};
-
-// Shares of `cells` cells that lie between two places, for the pixels of the clip.
-Axis_Shares Share_Out(double from, double to, int cells, int clip_from, int clip_to) {
-    const double cell = (to - from) / cells;
-    const auto whole = [&](double value) { return static_cast<int>(std::round(std::clamp(value, clip_from - 1.0, clip_to + 1.0))); };
-    const int first = whole(from), end = whole(to);
-    const auto limited = [&](double count) { return static_cast<int>(std::clamp(count, 0.0, static_cast<double>(cells))); };
-    const auto centres_before = [&](int pixel) {
-        return pixel <= first ? 0 : pixel >= end ? cells : limited(std::ceil((pixel - from) / cell - 0.5));
-    };
-    Axis_Shares axis{std::max(first, clip_from), {}};
-    for (int pixel = axis.pixel; pixel < std::min(end, clip_to); ++pixel) {
-        Share share{centres_before(pixel), centres_before(pixel + 1)};
-        if (share.first == share.end) {
-            share.first = std::min(limited((pixel + 0.5 - from) / cell), cells - 1);
-            share.end = share.first + 1;
-        }
-        axis.shares.push_back(share);
-    }
-    return axis;
-}
-
 struct Sum {
     std::uint64_t red = 0, green = 0, blue = 0, count = 0;
 
@@ -61,6 +28,26 @@ std::uint32_t Mean(const Sum& sum) {
 
 }  // namespace
 
+Axis_Shares Share_Out(double from, double to, int cells, int clip_from, int clip_to) {
+    const double cell = (to - from) / cells;
+    const auto whole = [&](double value) { return static_cast<int>(std::round(std::clamp(value, clip_from - 1.0, clip_to + 1.0))); };
+    const int first = whole(from), end = whole(to);
+    const auto limited = [&](double count) { return static_cast<int>(std::clamp(count, 0.0, static_cast<double>(cells))); };
+    const auto centres_before = [&](int pixel) {
+        return pixel <= first ? 0 : pixel >= end ? cells : limited(std::ceil((pixel - from) / cell - 0.5));
+    };
+    Axis_Shares axis{std::max(first, clip_from), {}};
+    for (int pixel = axis.pixel; pixel < std::min(end, clip_to); ++pixel) {
+        Cell_Share share{centres_before(pixel), centres_before(pixel + 1)};
+        if (share.first == share.end) {
+            share.first = std::min(limited((pixel + 0.5 - from) / cell), cells - 1);
+            share.end = share.first + 1;
+        }
+        axis.shares.push_back(share);
+    }
+    return axis;
+}
+
 void Paint_Cells(const Pixel_Buffer& target, const Pixel_Rect& clip, const Rect& place, const Cell_Image& image) {
     if (!image.Shows()) return;
     const Axis_Shares across = Share_Out(place.x1, place.x2, image.columns, clip.x1, clip.x2);
@@ -71,7 +58,7 @@ void Paint_Cells(const Pixel_Buffer& target, const Pixel_Rect& clip, const Rect&
     bool whole = false;  // the line before, so that it may be copied
     for (std::size_t y = 0; y < down.shares.size(); ++y) {
         std::uint32_t* const line = target.pixels + (down.pixel + static_cast<std::ptrdiff_t>(y)) * target.stride + across.pixel;
-        const Share rows = down.shares[y];
+        const Cell_Share rows = down.shares[y];
         if (whole && rows == down.shares[y - 1]) {
             std::memcpy(line, line - target.stride, width * sizeof *line);
             continue;

@@ -15,6 +15,18 @@
 
 namespace vntl {
 
+// The cells that a pixel shows along one axis.
+struct Cell_Share {
+    int first, end;
+    bool operator==(const Cell_Share&) const = default;
+};
+struct Axis_Shares {
+    int pixel = 0;  // that of the first share
+    std::vector<Cell_Share> shares;
+};
+// Of `cells` cells that lie between two places, for the pixels of a clip.
+Axis_Shares Share_Out(double from, double to, int cells, int clip_from, int clip_to);
+
 // `place` is the rectangle of the cells in pixels from the upper left corner of `target`, y downward. What a pixel gets does not depend on
 // the clip.
 void Paint_Cells(const Pixel_Buffer& target, const Pixel_Rect& clip, const Rect& place, const Cell_Image& image);

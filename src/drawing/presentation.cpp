@@ -187,6 +187,26 @@ void Presentation::IPgXScale(std::string_view flags, float y_at) {
     }
 }
 
+float Presentation::Margin_Of_Y_Numbers() const {
+    const auto axis = Ticks_Of_Axis(static_cast<float>(py1_), static_cast<float>(py2_));
+    double widest = 0;
+    for (const float value : axis.values)
+        widest = std::max(widest, Target().Text_Width(Tick_Text(value, axis.exponent, decimals_), graphics_->Current_Text()));
+    const double width = Area().x2 - Area().x1, tick = y_ticks_inward_ ? 0 : y_tick_length_ * width / ticks_a_zone;
+    return static_cast<float>((widest + tick + number_gap * Target().Width() / page_width) / numbers_share / width);
+}
+
+float Presentation::Margin_Of_X_Texts() const {
+    const Text_Style style = graphics_->Current_Text();
+    const double em = Em_Of_Cell(style.width, style.height), height = Area().y2 - Area().y1, unit_y = Target().Height() / page_height;
+    const double tick = x_ticks_inward_ ? 0 : x_tick_length_ * page_width / ticks_a_zone * unit_y;
+    const double foot_of_numbers = tick + number_gap * unit_y + (cap_height + descent) * em, half_of_label = 0.5 * cap_height * em;
+    return static_cast<float>(
+        std::max((foot_of_numbers + half_of_label) / xlabel_share, (half_of_label + descent * em) / (1 - xlabel_share)) / height);
+}
+
+float Presentation::Width_Of_Upright_Y_Label() const { return static_cast<float>((1 - numbers_share) * bx1_); }
+
 void Presentation::IPgYScale(std::string_view flags, float x_at) {
     const Rect box = Box();
     const double unit_x = Target().Width() / page_width;

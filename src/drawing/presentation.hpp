@@ -93,7 +93,12 @@ public:
 
     void IPgXScale(std::string_view flags, float y_at);  // axis along x at y = y_at; "T" ticks, "N" numbers
     void IPgYScale(std::string_view flags, float x_at);
-    void IPgXTickLength(float length);  // of the x scale: 1 is an 80th of the width of the plot box, 0.8 at first
+    // Margin left of the plot box, a fraction of the area, with which the y scale need not make its numbers smaller than the font in force;
+    // and below the box, with which the x label keeps clear of the numbers of the x scale.
+    float Margin_Of_Y_Numbers() const;
+    float Margin_Of_X_Texts() const;
+    float Width_Of_Upright_Y_Label() const;  // that IPgYLabelLeft gives each word of a label in the way V, a fraction of the area
+    void IPgXTickLength(float length);       // of the x scale: 1 is an 80th of the width of the plot box, 0.8 at first
     void IPgYTickLength(float length);
     void IPgXTickPos(int side);           // ticks of the x scale: 1 outward (downward), as at first, 2 inward (upward)
     void IPgYTickPos(int side);           // of the y scale: 1 outward (to the left), 2 inward

@@ -1,11 +1,15 @@
-// A series of patterns as a map: contour lines, colours between two, or bands of a palette over x and pattern.
+// A grid as a map: contour lines, colours between two, or bands of a palette; or cell by cell.
 #include <algorithm>
+#include <cmath>
 #include <string>
 #include <vector>
 
 #include "base/text.hpp"
+#include "drawing/mixed_colour.hpp"
 #include "drawing/presentation.hpp"
+#include "drawing/value_cells.hpp"
 #include "plot/frame_texts.hpp"
+#include "plot/grid_map.hpp"
 #include "plot/plot.hpp"
 #include "plot/text_style.hpp"
 
@@ -47,9 +51,8 @@ std::string Band_Label(int band, int bands) {
 }
 
 // The colours side by side over the whole plot box, each under its label.
-void Draw_Key(const Scene& scene, Graphics& g, int bands) {
-    const Plot_Zone& zone = scene.plot.zone;
-    const Graph2D_Prefs& prefs = scene.prefs.graph2d;
+void Draw_Key(const Plot_Zone& zone, const Preferences& all_prefs, Graphics& g, int bands) {
+    const Graph2D_Prefs& prefs = all_prefs.graph2d;
     const float left = zone.x1 * page_width, step = (zone.x2 - zone.x1) * page_width / static_cast<float>(bands);
     const float foot = zone.y2 * page_height + key_foot;
     float width = 0.8f * Char_Width(prefs.yscale.size), height = 0.8f * Char_Height(prefs.yscale.size);
@@ -61,7 +64,7 @@ void Draw_Key(const Scene& scene, Graphics& g, int bands) {
     g.IGrFillPattern(fill_solid);
     for (int band = 1; band <= bands; ++band) {
         const float x = left + step * static_cast<float>(band - 1);
-        g.IGrColourN(scene.prefs.contour.contour_palette[static_cast<std::size_t>(band - 1)]);
+        g.IGrColourN(all_prefs.contour.contour_palette[static_cast<std::size_t>(band - 1)]);
         g.IGrRectangle(x, foot, x + step, foot + key_height);
         g.IGrColourN(prefs.yscale.colour);
         g.IGrCharOut(x + 0.5f * step, foot + key_height + key_gap, Band_Label(band, bands));
@@ -69,9 +72,9 @@ void Draw_Key(const Scene& scene, Graphics& g, int bands) {
     g.IGrCharJustify(0);
 }
 
-void Draw_Bands(const Scene& scene, Presentation& p) {
-    const Contour_Prefs& prefs = scene.prefs.contour;
-    const PlotGrid& grid = scene.plot.grid;
+void Draw_Bands(const Grid_Map& map, const Preferences& all_prefs, Presentation& p) {
+    const Contour_Prefs& prefs = all_prefs.contour;
+    const PlotGrid& grid = map.grid;
     const int bands = Bands_Of(prefs);
     New_Plot(grid, p, bands, option_contoured);
     std::vector<float> levels;
@@ -80,12 +83,12 @@ void Draw_Bands(const Scene& scene, Presentation& p) {
         levels.push_back(static_cast<float>(band) * (grid.z_max - grid.z_min) / static_cast<float>(bands) + grid.z_min);
     }
     p.IPgConFill2(Data_Of(grid), levels, std::clamp(prefs.contour_granularity, 3, 50));
-    Draw_Key(scene, p.graphics(), bands);
+    Draw_Key(map.zone, all_prefs, p.graphics(), bands);
 }
 
-void Draw_Map(const Scene& scene, Presentation& p) {
-    const Contour_Prefs& prefs = scene.prefs.contour;
-    const PlotGrid& grid = scene.plot.grid;
+void Draw_Contours(const Grid_Map& map, const Preferences& all_prefs, Presentation& p) {
+    const Contour_Prefs& prefs = all_prefs.contour;
+    const PlotGrid& grid = map.grid;
     switch (prefs.contour_type) {
         case 1:
         case 2:
@@ -100,29 +103,67 @@ void Draw_Map(const Scene& scene, Presentation& p) {
             p.IPgConGrad2(Data_Of(grid));
             break;
         default:
-            Draw_Bands(scene, p);
+            Draw_Bands(map, all_prefs, p);
     }
+}
+
+// --- cell by cell ------------------------------------------------------------------------------------------------------------------
+
+View Units_Of_Cells(const PlotGrid& grid) {
+    const auto half = [](const std::vector<float>& axis) {
+        return axis.size() > 1 ? 0.5f * (axis.back() - axis.front()) / static_cast<float>(axis.size() - 1) : 0.5f;
+    };
+    const View points = Units_Of(grid);
+    const float across = half(grid.grid_x), up = half(grid.grid_y);
+    return {points.x1 - across, points.x2 + across, points.y1 - up, points.y2 + up};
+}
+
+// They fill the plot box.
+void Draw_Cells(const Grid_Map& map, const Contour_Prefs& prefs, Graphics& g) {
+    const PlotGrid& grid = map.grid;
+    const Point from = g.To_Device(map.zone.x1 * page_width, map.zone.y1 * page_height);
+    const Point to = g.To_Device(map.zone.x2 * page_width, map.zone.y2 * page_height);
+    const Value_Cells seen = Seen_Cells(g.device(), {from.x, from.y, to.x, to.y}, static_cast<int>(grid.grid_x.size()),
+                                        static_cast<int>(grid.grid_y.size()), grid.grid_z);
+    const double least = grid.z_min, range = grid.z_max - least, per_value = range > 0 ? 1 / range : 0;
+    std::vector<Colour> colours;
+    colours.reserve(seen.values.size());
+    for (const float z : seen.values)
+        colours.push_back(std::isfinite(z) ? Mixed(prefs.contour_min_colour, prefs.contour_max_colour,
+                                                   std::clamp((static_cast<double>(z) - least) * per_value, 0.0, 1.0))
+                                           : no_colour);
+    g.device().Cells({seen.rect, seen.columns, seen.rows, colours});
 }
 
 }  // namespace
 
-Drawn Plot_Contour(const Scene& scene, Graphics& g, float x1, float x2, int first, int last) {
-    const Contour_Prefs& prefs = scene.prefs.contour;
-    const PlotGrid& grid = scene.plot.grid;
-    const View window{x1, x2, static_cast<float>(first), static_cast<float>(last)};
+View Draw_Grid_Map(const Grid_Map& map, const Preferences& prefs, Graphics& g) {
+    const PlotGrid& grid = map.grid;
     Presentation p(g);
-    Draw_Page(scene.plot, p, prefs.contour_background, prefs.contour_foreground);
-    if (grid.grid_z.empty()) return {window, {}, scene.plot.ylabel_text};
-    const View units = Units_Of(grid);
+    Draw_Page(map.zone, p, prefs.contour.contour_background, prefs.contour.contour_foreground);
+    if (grid.grid_z.empty()) return {};
+    const bool cells = map.cells || !Data_Of(grid).Whole();
+    const View units = cells ? Units_Of_Cells(grid) : Units_Of(grid);
     p.IPgUnitsXYZ(units.x1, units.x2, units.y1, units.y2, grid.z_min, grid.z_max);
-    Draw_Map(scene, p);
-    const bool log = scene.plot.plot_type == Plot_Form::contour_log;
-    Draw_Title_Text(scene, p, std::string(Trim(prefs.contour_title)) + (log ? " (Log-Scale)" : ""));
-    Draw_Axis_Labels(scene, p, grid.Of_Temperatures() ? "Temperature" : "Pattern", false);
-    Draw_Scales(scene, p, units);
+    cells ? Draw_Cells(map, prefs.contour, g) : Draw_Contours(map, prefs, p);
+    g.IGrLineWidth(1);
+    Write_Title(prefs.graph2d.title, map.zone, p, map.title);
+    Write_Y_Label(prefs.graph2d.ylabel, p, map.y_label);
+    Write_X_Label(prefs.graph2d.xlabel, map.zone, p, map.x_label);
+    Write_Y_Scale(prefs.graph2d.yscale, p, units);
+    Write_X_Scale(prefs.graph2d.xscale, p, units);
     Page_Units(g);
     Draw_Frame(p);
-    return {window, units, scene.plot.ylabel_text};
+    return units;
+}
+
+Drawn Plot_Contour(const Scene& scene, Graphics& g, float x1, float x2, int first, int last) {
+    const Plot_State& plot = scene.plot;
+    const bool log = plot.plot_type == Plot_Form::contour_log;
+    const std::string title = std::string(Trim(scene.prefs.contour.contour_title)) + (log ? " (Log-Scale)" : "");
+    const View units = Draw_Grid_Map(
+        {plot.grid, plot.zone, title, plot.xlabel_text, plot.grid.Of_Temperatures() ? "Temperature" : "Pattern"}, scene.prefs, g);
+    return {{x1, x2, static_cast<float>(first), static_cast<float>(last)}, units, plot.ylabel_text};
 }
 
 }  // namespace vntl

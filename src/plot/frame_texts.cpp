@@ -103,9 +103,8 @@ void Page_Units(Graphics& g) {
     g.IGrUnits(0, 0, page_width, page_height);
 }
 
-void Draw_Page(const Plot_State& plot, Presentation& p, Colour background, Colour foreground) {
+void Draw_Page(const Plot_Zone& zone, Presentation& p, Colour background, Colour foreground) {
     Graphics& g = p.graphics();
-    const Plot_Zone& zone = plot.zone;
     Page_Units(g);
     p.IPgArea(zone.x1, zone.y1, zone.x2, zone.y2);
     g.IGrPaletteBack(background);
@@ -136,24 +135,37 @@ void Write_Y_Label(const Text_Prefs& prefs, Presentation& p, std::string_view te
     p.IPgYLabelLeft(Trim(text), Entry(along_y, prefs.pos));
 }
 
-void Draw_Title(const Scene& scene, Presentation& p, int n) {
-    if (n >= 1) Draw_Title_Text(scene, p, Title_Text(scene, n));
+void Write_Y_Scale(const Text_Prefs& prefs, Presentation& p, const View& window) {
+    Select_Text(p.graphics(), prefs);
+    p.IPgYScale("TN", window.x1);
 }
 
-void Draw_Title_Text(const Scene& scene, Presentation& p, std::string_view title) {
+void Write_X_Scale(const Text_Prefs& prefs, Presentation& p, const View& window) {
+    Select_Text(p.graphics(), prefs);
+    p.IPgXScale("TN", window.y1);
+}
+
+void Write_In_Middle(Graphics& g, int font, float char_width, float char_height, std::string_view text) {
+    g.WGrTextFont(font, 0, char_width, char_height);
+    g.IGrColour("Black");
+    g.IGrCharJustify(1);
+    const float scale = std::min(1.0f, 0.9f * page_width / std::max(g.Text_Width(text), 1.0f));
+    g.WGrTextFont(0, 0, scale * char_width, scale * char_height);
+    g.IGrCharOut(0.5f * page_width, 0.5f * page_height, text);
+    g.IGrCharJustify(0);
+}
+
+void Draw_Title(const Scene& scene, Presentation& p, int n) {
+    if (n < 1) return;
     p.graphics().IGrLineWidth(1);
-    Write_Title(scene.prefs.graph2d.title, scene.plot.zone, p, title);
+    Write_Title(scene.prefs.graph2d.title, scene.plot.zone, p, Title_Text(scene, n));
 }
 
 void Draw_Scales(const Scene& scene, Presentation& p, const View& window) {
-    Graphics& g = p.graphics();
     const Graph2D_Prefs& prefs = scene.prefs.graph2d;
-    Select_Text(g, prefs.yscale);
-    p.IPgYScale("TN", window.x1);
-    if (scene.store.prf_loaded && scene.prefs.prf.hide_negative && !scene.plot.Is_Map())
-        Hide_Negative_Numbers(scene.plot, prefs, p, window);
-    Select_Text(g, prefs.xscale);
-    p.IPgXScale("TN", window.y1);
+    Write_Y_Scale(prefs.yscale, p, window);
+    if (scene.store.prf_loaded && scene.prefs.prf.hide_negative) Hide_Negative_Numbers(scene.plot, prefs, p, window);
+    Write_X_Scale(prefs.xscale, p, window);
 }
 
 std::string Y_Title(const Scene& scene) {

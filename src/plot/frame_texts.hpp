@@ -6,16 +6,21 @@
 
 namespace vntl {
 
-void Page_Units(Graphics&);                                                              // the whole page, 1200 x 800
-void Draw_Page(const Plot_State&, Presentation&, Colour background, Colour foreground);  // cleared, and the plot box filled
+void Page_Units(Graphics&);                                                             // the whole page, 1200 x 800
+void Draw_Page(const Plot_Zone&, Presentation&, Colour background, Colour foreground);  // cleared, and the plot box filled
 
 // A text each, in the font, the colour and the place of its preference.
 void Write_Title(const Text_Prefs&, const Plot_Zone&, Presentation&, std::string_view title);
 void Write_X_Label(const Text_Prefs&, const Plot_Zone&, Presentation&, std::string_view text);
 void Write_Y_Label(const Text_Prefs&, Presentation&, std::string_view text);
+// Axes with ticks and numbers, at the left of the window and at its foot.
+void Write_Y_Scale(const Text_Prefs&, Presentation&, const View& window);
+void Write_X_Scale(const Text_Prefs&, Presentation&, const View& window);
+
+// Why there is no plot, in the middle of the page, as large as the page has room for.
+void Write_In_Middle(Graphics&, int font, float char_width, float char_height, std::string_view text);
 
 void Draw_Title(const Scene&, Presentation&, int n);
-void Draw_Title_Text(const Scene&, Presentation&, std::string_view title);
 void Draw_Scales(const Scene&, Presentation&, const View& window);  // with the numbers under zero of a refined profile hidden
 void Draw_Axis_Labels(const Scene&, Presentation&, std::string_view y_title, bool log);
 void Draw_Target(const Plot_State&, Graphics&);

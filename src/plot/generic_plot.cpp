@@ -16,6 +16,7 @@
 #include "drawing/font_table.hpp"
 #include "drawing/mixed_colour.hpp"
 #include "drawing/presentation.hpp"
+#include "plot/axis_limits.hpp"
 #include "plot/curve_style.hpp"
 #include "plot/frame_texts.hpp"
 #include "plot/text_style.hpp"
@@ -33,27 +34,6 @@ constexpr Plot_Zone graph_box, polar_box{0.1f, 0.1f, 0.8f, 0.8f}, pie_box{0.2f, 
 constexpr Plot_Zone key_box{0.865f, 0.15f, 0.99f, 0.85f}, polar_key_box{0.865f, 0.05f, 0.99f, 0.85f},
     pie_key_box{0.78f, 0.05f, 0.99f, 0.85f};
 constexpr float beside_polar = 0.075f, beside_pie = 0.1f;  // room between a circle and its key for numbers, share of the width
-constexpr float flat_margin = 0.05f;                       // share of the only value that is shown above and below it
-
-double Largest(Values values) {
-    const Extremes found = Finite_Extremes(values);
-    return found.Found() ? std::max(std::fabs(static_cast<double>(found.low)), std::fabs(static_cast<double>(found.high))) : 0;
-}
-
-// As a number of single precision, which ends where its numbers do.
-float Limit(double value) {
-    constexpr double most = std::numeric_limits<float>::max();
-    return static_cast<float>(std::clamp(value, -most, most));
-}
-
-// Limits that an axis can number: about a single value, or several that are nearly the same, there is some room.
-Extremes With_Extent(Extremes limits) {
-    if (Ticks_Of_Axis(limits.low, limits.high).values.size() > 1 || limits.high - limits.low > 1) return limits;
-    const double room = std::max(Largest(std::array{limits.low, limits.high}) * static_cast<double>(flat_margin),
-                                 static_cast<double>(std::numeric_limits<float>::min()));
-    const double by = limits.low == 0 && limits.high == 0 ? 1 : room;
-    return {Limit(limits.low - by), Limit(limits.high + by)};
-}
 
 Extremes Of_Both(Extremes a, Extremes b) { return {std::min(a.low, b.low), std::max(a.high, b.high)}; }
 
@@ -156,15 +136,9 @@ private:
         p_.IPgKeys(box.x1, box.y1, box.x2, box.y2, entries);
     }
 
-    // Why there is no plot, in the middle of the page.
     void Tell(std::string_view text) {
-        Select_Font(g_, graph_.xscale);
-        g_.IGrColourN(black);
-        g_.IGrCharJustify(1);
-        const float scale = std::min(1.0f, 0.9f * page_width / std::max(g_.Text_Width(text), 1.0f));
-        g_.WGrTextFont(0, 0, scale * Char_Width(graph_.xscale.size), scale * Char_Height(graph_.xscale.size));
-        g_.IGrCharOut(0.5f * page_width, 0.5f * page_height, text);
-        g_.IGrCharJustify(0);
+        const Text_Prefs& font = graph_.xscale;
+        Write_In_Middle(g_, Font_Number(font.font), Char_Width(font.size), Char_Height(font.size), text);
     }
 
     // --- the four plots ------------------------------------------------------------------------------------------------------------

@@ -195,7 +195,7 @@ Drawn plot_graph2d(const Scene& scene, Graphics& g, int n, const View& window, b
     const Profile_Store& store = scene.store;
     n = std::clamp(n, 0, store.nperfiles());
     Presentation p(g);
-    Draw_Page(scene.plot, p, scene.prefs.graph2d.frame_background, scene.prefs.graph2d.frame_foreground);
+    Draw_Page(scene.plot.zone, p, scene.prefs.graph2d.frame_background, scene.prefs.graph2d.frame_foreground);
     if (window.Drawable()) {
         p.IPgUnits(window.x1, window.y1, window.x2, window.y2);
         Draw_Rows(scene, p, n, window, log);

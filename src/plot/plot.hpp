@@ -43,7 +43,7 @@ Drawn Plot_3D_Lines(const Scene&, Graphics&, int n, const View& window, float ro
 // The grid as a surface.
 Drawn Plot_3D_Surface(const Scene&, Graphics&, float rotation, float elevation);
 
-void Plot_Welcome(const Window_Prefs&, const Configuration&, Graphics&);
+void Plot_Welcome(Colour ground, Colour letters, const Configuration&, Graphics&);
 
 // The marks of the form "calculation", drawn over the picture.
 void Draw_Marks(const Scene&, Graphics&);

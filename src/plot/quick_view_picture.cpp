@@ -165,7 +165,7 @@ void Draw_Texts(const Quick_View& quick, const Preferences& prefs, Presentation&
 
 void Plot_QuickView(const Quick_View& quick, const Preferences& prefs, Graphics& g) {
     Presentation p(g);
-    Draw_Page(quick.plot, p, prefs.quick_view.qv_background, prefs.quick_view.qv_foreground);
+    Draw_Page(quick.plot.zone, p, prefs.quick_view.qv_background, prefs.quick_view.qv_foreground);
     const bool drawable = quick.Holds_Profile() && quick.plot.Shown_View().Drawable();
     if (drawable) Draw_Profile(quick, prefs, p);
     Draw_Frame(p);
@@ -176,11 +176,7 @@ void QuickView_Welcome(const Preferences& prefs, Graphics& g) {
     Page_Units(g);
     g.IGrPaletteBack(prefs.quick_view.qv_background);
     g.IGrClear();
-    g.IGrColour("Black");
-    g.WGrTextFont(Font_Number(prefs.graph2d.title.font), 0, welcome_width, welcome_height);
-    g.IGrCharJustify(1);
-    g.IGrCharOut(0.5f * page_width, 0.5f * page_height, welcome_text);
-    g.IGrCharJustify(0);
+    Write_In_Middle(g, Font_Number(prefs.graph2d.title.font), welcome_width, welcome_height, welcome_text);
 }
 
 void Draw_Quick_View(const Quick_View& quick, const Preferences& prefs, Device& device) {

@@ -31,30 +31,6 @@ void Segment(Graphics& g, double x0, double y0, double x1, double y1) {
 void Upright(const Plot_State& plot, Graphics& g, double x) { Segment(g, x, plot.zone.y1 * page_height, x, plot.zone.y2 * page_height); }
 void Level(const Plot_State& plot, Graphics& g, double y) { Segment(g, plot.zone.x1 * page_width, y, plot.zone.x2 * page_width, y); }
 
-void Draw_Shape(const Plot_State& plot, Graphics& g) {
-    const Rubber_Shape& r = plot.rubber;
-    const auto rectangle = [&g](double x0, double y0, double x1, double y1) {
-        g.IGrRectangle(static_cast<float>(x0), static_cast<float>(y0), static_cast<float>(x1), static_cast<float>(y1));
-    };
-    g.IGrFillPattern(fill_outline);
-    switch (r.kind) {
-        case Rubber_Kind::rectangle:
-            On_Dark_Seam(g, yellow, 1, [&] { rectangle(r.x0, r.y0, r.x1, r.y1); });
-            break;
-        case Rubber_Kind::band: {
-            const double foot = plot.zone.y1 * page_height, top = plot.zone.y2 * page_height;
-            On_Dark_Seam(g, yellow, 1, [&] { rectangle(r.x0, foot, r.x1, top); });
-            g.IGrFillPattern(fill_hatched);
-            rectangle(r.x0, foot, r.x1, top);
-            g.IGrFillPattern(fill_outline);
-            break;
-        }
-        case Rubber_Kind::line:
-            On_Dark_Seam(g, yellow, 2, [&] { Segment(g, r.x0, r.y0, r.x1, r.y1); });
-            break;
-    }
-}
-
 void Draw_Pivot(const Plot_State& plot, Graphics& g) {
     g.IGrColour("Black");
     g.IGrLineWidth(2);
@@ -84,11 +60,36 @@ std::optional<float> Spectral_Angle(float two_theta, double ratio) {
     return static_cast<float>(std::asin(sine) / half);
 }
 
+void Draw_On_Dark_Seam(Graphics& g, float line_width, const std::function<void()>& draw) { On_Dark_Seam(g, yellow, line_width, draw); }
+
+void Draw_Rubber_Shape(const Rubber_Shape& r, const Plot_Zone& zone, float line_width, Graphics& g) {
+    const auto rectangle = [&g](double x0, double y0, double x1, double y1) {
+        g.IGrRectangle(static_cast<float>(x0), static_cast<float>(y0), static_cast<float>(x1), static_cast<float>(y1));
+    };
+    g.IGrFillPattern(fill_outline);
+    switch (r.kind) {
+        case Rubber_Kind::rectangle:
+            On_Dark_Seam(g, yellow, line_width, [&] { rectangle(r.x0, r.y0, r.x1, r.y1); });
+            break;
+        case Rubber_Kind::band: {
+            const double foot = zone.y1 * page_height, top = zone.y2 * page_height;
+            On_Dark_Seam(g, yellow, line_width, [&] { rectangle(r.x0, foot, r.x1, top); });
+            g.IGrFillPattern(fill_hatched);
+            rectangle(r.x0, foot, r.x1, top);
+            g.IGrFillPattern(fill_outline);
+            break;
+        }
+        case Rubber_Kind::line:
+            On_Dark_Seam(g, yellow, line_width, [&] { Segment(g, r.x0, r.y0, r.x1, r.y1); });
+            break;
+    }
+}
+
 void Draw_Rubber(const Plot_State& plot, const Profile_Store& store, Graphics& g) {
     g.IGrArea(0, 0, 1, 1);
     g.IGrUnits(0, 0, page_width, page_height);
     g.IGrLineType(0);
-    if (plot.rubber.active) Draw_Shape(plot, g);
+    if (plot.rubber.active) Draw_Rubber_Shape(plot.rubber, plot.zone, plot.rubber.kind == Rubber_Kind::line ? 2 : 1, g);
     if (plot.row_move.has_pivot) Draw_Pivot(plot, g);
     if (plot.spectral.shown && store.nperfiles() > 0) Draw_Spectral_Lines(plot, store, g);
 }

@@ -44,7 +44,8 @@ void Draw_Hits(const Scene& scene, Graphics& g) {
 // --- the forms -------------------------------------------------------------------------------------------------------------------
 
 Drawn Draw_Welcome(const Scene& scene, Graphics& g) {
-    Plot_Welcome(scene.prefs.window, scene.config, g);
+    const Window_Prefs& colours = scene.prefs.window;
+    Plot_Welcome(colours.colour_a, colours.colour_b, scene.config, g);
     return {scene.plot.drawn, scene.plot.units, scene.plot.ylabel_text};
 }
 Drawn Draw_Graph(const Scene& scene, Graphics& g) { return plot_graph2d(scene, g, scene.store.nperfiles(), scene.plot.Shown_View()); }

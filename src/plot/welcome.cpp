@@ -1,7 +1,7 @@
 // The empty screen: name, what the program is, and version, over a faint diffraction pattern.
-#include <cmath>
 #include <vector>
 
+#include "drawing/mixed_colour.hpp"
 #include "plot/plot.hpp"
 
 namespace vntl {
@@ -20,13 +20,6 @@ constexpr Welcome_Line name_line{0.6f, bold, 40}, first_line{0.5f, 0, 18}, secon
 void Write_Line(Graphics& g, const Welcome_Line& line, std::string_view text) {
     g.WGrTextFont(sans_serif, line.style, line.size / 1000.0f, 2 * line.size / 1000.0f);
     g.IGrCharOut(0.5f * page_width, line.height * page_height, text);
-}
-
-Colour Mix(Colour a, Colour b, double part_of_b) {
-    const auto channel = [&](unsigned from, unsigned to) {
-        return static_cast<unsigned>(std::lround(from + (double(to) - from) * part_of_b));
-    };
-    return WRGB(channel(Red(a), Red(b)), channel(Green(a), Green(b)), channel(Blue(a), Blue(b)));
 }
 
 // Lines of a face-centred cubic powder, their heights and places those of a strong scatterer; Lorentzians that widen with the angle.
@@ -53,16 +46,16 @@ void Draw_Ornament(Graphics& g) {
 
 }  // namespace
 
-void Plot_Welcome(const Window_Prefs& prefs, const Configuration& config, Graphics& g) {
+void Plot_Welcome(Colour ground, Colour letters, const Configuration& config, Graphics& g) {
     g.IGrArea(0, 0, 1, 1);
     g.IGrUnits(0, 0, page_width, page_height);
-    g.IGrPaletteBack(prefs.colour_a);
+    g.IGrPaletteBack(ground);
     g.IGrClear();
-    g.IGrColourN(Mix(prefs.colour_a, prefs.colour_b, 0.3));
+    g.IGrColourN(Mixed(ground, letters, 0.3));
     g.IGrLineWidth(1.5f);
     Draw_Ornament(g);
     g.IGrLineWidth(1);
-    g.IGrColourN(prefs.colour_b);
+    g.IGrColourN(letters);
     g.IGrCharJustify(1);
     Write_Line(g, name_line, config.program_name);
     Write_Line(g, first_line, config.program_line1);
