@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "base/topic.hpp"
 #include "commands/command.hpp"
@@ -26,6 +27,7 @@ void Show_Generic_File(Application&, const std::string& file);
 // Shows the solid of a file in the window of the model until that is closed.
 void Show_W3d_File(Application&, const std::string& file);
 
-Topic Model_3D_Topic(const Application&);  // model3d
+Topic Model_3D_Topic(const Application&);              // model3d
+std::vector<Topic> Viewer_Topics(const Application&);  // viewer, frame, pixel, volume, section, omega
 
 }  // namespace vntl
