@@ -81,7 +81,8 @@ Json Viewer_Json(const Viewer2D& viewer, const std::string& instrument) {
             {"x_view_max", Json_Real(viewer.plot.x_view_max)},
             {"y_view_min", Json_Real(viewer.plot.y_view_min)},
             {"y_view_max", Json_Real(viewer.plot.y_view_max)},
-            {"status", Json_Texts(viewer.status)}};
+            {"status", Json_Texts(viewer.status)},
+            {"message", viewer.message}};
 }
 
 // --- what is in it -----------------------------------------------------------------------------------------------------------------
@@ -98,14 +99,6 @@ Json Frame_Json(const Viewer2D& viewer, bool full) {
         frame["z"] = Rows_Of_Picture(viewer.frame_z, viewer.frame_x.size());
     }
     return {{"frame", std::move(frame)}};
-}
-
-Json Cells_Of_Volume(const Reciprocal_Volume& volume) {
-    const auto columns = static_cast<std::size_t>(volume.h.count), plane = columns * static_cast<std::size_t>(volume.k.count);
-    Json planes = Json::array();
-    for (std::size_t at = 0; at + plane <= volume.z.size() && plane > 0; at += plane)
-        planes.push_back(Rows_Of_Picture(Values(volume.z).subspan(at, plane), columns));
-    return planes;
 }
 
 Json Volume_Json(const Reciprocal_Volume& volume, bool full) {
@@ -128,7 +121,7 @@ Json Volume_Json(const Reciprocal_Volume& volume, bool full) {
             Json& values = all[std::string(name) + "_values"] = Json::array();
             for (int cell = 1; cell <= axis.count; ++cell) values.push_back(Json_Real(axis.Value(cell)));
         }
-        all["z"] = Cells_Of_Volume(volume);
+        all["z"] = Json_Reals(volume.z);  // l slowest, then k, then h
     }
     return {{"volume", std::move(all)}};
 }
