@@ -277,14 +277,12 @@ std::vector<Ray_In_Frame> Rays_Of_Frames(const Vector3d& z1, const SXTAL_Numor_T
 }
 
 // How far from reflecting a frame may be and have measured it: half the way to its neighbours, and where the scan does not move it half
-// the way to the next pixel. Negative where a neighbour is nearer.
+// the way to the next pixel.
 double Reach_Of_Frame(const std::vector<Ray_In_Frame>& rays, std::size_t frame, double half_pixel) {
     constexpr double rounding = 1e-9;
     double step = 0;
-    for (std::size_t i = std::max<std::size_t>(frame, 1) - 1; i < std::min(frame + 2, rays.size()); ++i) {
-        if (std::fabs(rays[i].excess) < std::fabs(rays[frame].excess)) return -1;
+    for (std::size_t i = std::max<std::size_t>(frame, 1) - 1; i < std::min(frame + 2, rays.size()); ++i)
         step = std::max(step, std::fabs(rays[i].excess - rays[frame].excess));
-    }
     return step > rounding ? step / 2 + rounding : half_pixel;
 }
 
