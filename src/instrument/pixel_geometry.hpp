@@ -36,8 +36,9 @@ struct Pixel_Place {
 
 class Pixel_Geometry {
 public:
-    // Of a detector with nx by ny pixels. Fails, and `geometry` stays, where there is no pixel, or where distance, sizes or angles give no
-    // place. `warnings`: the longer side decides about the arc where it contradicts the instrument's kind of detector, and the like.
+    // Of a detector with nx by ny pixels. Fails, and `geometry` stays, where there is no pixel, where distance, sizes or angles give no
+    // place, and where tilts bring a pixel to the sample or behind it. `warnings`: the longer side decides about the arc where it
+    // contradicts the instrument's kind of detector; a kind, or an order of several tilts, that is unknown.
     static Status Make(const Diffractometer_Type& instrument, int nx, int ny, Pixel_Geometry& geometry, std::vector<std::string>& warnings);
 
     int nx() const { return nx_; }
@@ -76,7 +77,7 @@ struct Frame_Setting {
 };
 
 // Of a frame, from 1: the run's angles, of which scans of "omega", "phi" and "q-scan" (gamma, omega, chi, phi) take theirs from the frame
-// table. Fails for a frame that is not there, and for one whose table lacks the angles of its scan.
+// table. Fails for a frame that is not there, for one whose table lacks the angles of its scan, and for angles that are not finite.
 Status Setting_Of_Frame(const SXTAL_Numor_Type& numor, int frame, Frame_Setting& setting);
 
 // From the laboratory at these angles to the crystal's axes at zero: about omega, chi, then phi (Busing and Levy, Acta Cryst. 22, 1967,
