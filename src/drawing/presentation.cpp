@@ -22,6 +22,7 @@ constexpr double ylabel_share = 0.74;        // of the y label, share of the lef
 constexpr double right_label_share = 0.50;   // of the right y label, share of the right margin
 constexpr double widest_right_label = 0.80;  // share of the right margin
 constexpr double numbers_share = 0.66;       // room of the y numbers, share of the left margin
+constexpr double beside_page_edge = 0.01;    // of an upright y label, share of the width
 
 // The style made small enough for its letters to need no more than `room` between their tops and what hangs below the base line.
 Text_Style Lowered(Text_Style style, double room) {
@@ -205,7 +206,9 @@ float Presentation::Margin_Of_X_Texts() const {
         std::max((foot_of_numbers + half_of_label) / xlabel_share, (half_of_label + descent * em) / (1 - xlabel_share)) / height);
 }
 
-float Presentation::Width_Of_Upright_Y_Label() const { return static_cast<float>((1 - numbers_share) * bx1_); }
+float Presentation::Width_Of_Upright_Y_Label() const {
+    return static_cast<float>(std::max((1 - numbers_share) * bx1_ - beside_page_edge, 0.0));
+}
 
 void Presentation::IPgYScale(std::string_view flags, float x_at) {
     const Rect box = Box();
@@ -285,12 +288,12 @@ void Presentation::IPgYLabelLeft(std::string_view text, std::string_view positio
     const char place = position[0], turn = position[1];
     Text_Style style = graphics_->Current_Text();
     if (turn == 'V') {
-        const double left = Area().x1 + 0.01 * (Area().x2 - Area().x1);
+        const double left = Area().x1 + beside_page_edge * (Area().x2 - Area().x1);
         style.justify = Justify::left;
         if (place == 'T')
             Target().Text({left, box.y2 + 0.12 * (Area().y2 - box.y2)}, text, Fitted(Target(), text, style, 0.5 * (Area().x2 - Area().x1)));
         else
-            Stack_Words(Target(), text, style, left, (1 - numbers_share) * (box.x1 - Area().x1), box, place == 'C');
+            Stack_Words(Target(), text, style, left, Width_Of_Upright_Y_Label() * (Area().x2 - Area().x1), box, place == 'C');
         return;
     }
     Turned_Label(text, position, style, box.x1 - ylabel_share * (box.x1 - Area().x1));
