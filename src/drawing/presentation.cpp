@@ -22,6 +22,7 @@ constexpr double ylabel_share = 0.74;        // of the y label, share of the lef
 constexpr double right_label_share = 0.50;   // of the right y label, share of the right margin
 constexpr double widest_right_label = 0.80;  // share of the right margin
 constexpr double numbers_share = 0.66;       // room of the y numbers, share of the left margin
+constexpr double label_apart = 0.3;          // em between a label and the numbers, at least, where there is a choice
 constexpr double beside_page_edge = 0.01;    // of an upright y label, share of the width
 
 // The style made small enough for its letters to need no more than `room` between their tops and what hangs below the base line.
@@ -189,19 +190,21 @@ void Presentation::IPgXScale(std::string_view flags, float y_at) {
 }
 
 float Presentation::Margin_Of_Y_Numbers() const {
+    const Text_Style style = graphics_->Current_Text();
     const auto axis = Ticks_Of_Axis(static_cast<float>(py1_), static_cast<float>(py2_));
     double widest = 0;
-    for (const float value : axis.values)
-        widest = std::max(widest, Target().Text_Width(Tick_Text(value, axis.exponent, decimals_), graphics_->Current_Text()));
+    for (const float value : axis.values) widest = std::max(widest, Target().Text_Width(Tick_Text(value, axis.exponent, decimals_), style));
     const double width = Area().x2 - Area().x1, tick = y_ticks_inward_ ? 0 : y_tick_length_ * width / ticks_a_zone;
-    return static_cast<float>((widest + tick + number_gap * Target().Width() / page_width) / numbers_share / width);
+    const double numbers = widest + tick + number_gap * Target().Width() / page_width;
+    const double beside_label = (0.5 * cap_height + descent + label_apart) * Em_Of_Cell(style.width, style.height);
+    return static_cast<float>(std::max(numbers / numbers_share, (numbers + beside_label) / ylabel_share) / width);
 }
 
 float Presentation::Margin_Of_X_Texts() const {
     const Text_Style style = graphics_->Current_Text();
     const double em = Em_Of_Cell(style.width, style.height), height = Area().y2 - Area().y1, unit_y = Target().Height() / page_height;
     const double tick = x_ticks_inward_ ? 0 : x_tick_length_ * page_width / ticks_a_zone * unit_y;
-    const double foot_of_numbers = tick + number_gap * unit_y + (cap_height + descent) * em, half_of_label = 0.5 * cap_height * em;
+    const double foot_of_numbers = tick + number_gap * unit_y + (cap_height + label_apart) * em, half_of_label = 0.5 * cap_height * em;
     return static_cast<float>(
         std::max((foot_of_numbers + half_of_label) / xlabel_share, (half_of_label + descent * em) / (1 - xlabel_share)) / height);
 }

@@ -93,8 +93,8 @@ public:
 
     void IPgXScale(std::string_view flags, float y_at);  // axis along x at y = y_at; "T" ticks, "N" numbers
     void IPgYScale(std::string_view flags, float x_at);
-    // Margin left of the plot box, a fraction of the area, with which the y scale need not make its numbers smaller than the font in force;
-    // and below the box, with which the x label keeps clear of the numbers of the x scale.
+    // Margin left of the plot box, a fraction of the area, with which the y scale need not make its numbers smaller than the font in force,
+    // and a turned y label keeps clear of them; and below the box, with which the x label keeps clear of the numbers of the x scale.
     float Margin_Of_Y_Numbers() const;
     float Margin_Of_X_Texts() const;
     float Width_Of_Upright_Y_Label() const;  // that IPgYLabelLeft gives each word of a label in the way V, a fraction of the area

@@ -36,16 +36,18 @@ void Draw_Section(const Viewer2D& viewer, Graphics& g) {
     const auto at = [&](std::size_t end) { return viewer.plot.Page_At({viewer.section_x[end], viewer.section_y[end]}); };
     const std::array<float, 2> x = {static_cast<float>(at(0).x), static_cast<float>(at(1).x)};
     const std::array<float, 2> y = {static_cast<float>(at(0).y), static_cast<float>(at(1).y)};
+    const Device& page = g.device();
+    const auto round = static_cast<float>(page.Width() / page_width * page_height / page.Height());  // in every shape of the window
     Clip_To_Box(viewer.plot.zone, g);
     Draw_On_Dark_Seam(g, line_width, [&] {
         g.IGrMoveTo(x[0], y[0]);
         g.IGrLineTo(x[1], y[1]);
         g.IGrFillPattern(fill_outline);
-        g.IGrCircle(x[0], y[0], radius);
-        g.IGrCircle(x[1], y[1], radius);
+        g.IGrEllipse(x[0], y[0], radius, round);
+        g.IGrEllipse(x[1], y[1], radius, round);
     });
     g.IGrFillPattern(fill_solid);
-    g.IGrCircle(x[0], y[0], radius);
+    g.IGrEllipse(x[0], y[0], radius, round);
     Page_Units(g);
 }
 
@@ -54,7 +56,7 @@ void Draw_Section(const Viewer2D& viewer, Graphics& g) {
 struct Letters {
     float width, height;  // fractions of the page
 };
-constexpr Letters title_letters{0.0133f, 0.04f}, other_letters{0.012f, 0.024f};
+constexpr Letters title_letters{0.0133f, 0.0266f}, other_letters{0.009f, 0.018f};
 
 // As told, or larger where those could not be read.
 void Select_Legible(Graphics& g, Letters letters) {
@@ -91,7 +93,8 @@ public:
         const Extremes x = Finite_Extremes(picture_.line.x), y = Finite_Extremes(picture_.line.y);
         if (picture_.line.x.empty()) return Tell(picture_.without_points);
         if (!x.Found() || !y.Found()) return Tell("There is no point to draw");
-        const Extremes across = With_Extent(x), up = Limits_Up(y);
+        const float beside = picture_.of_frames ? 0.5f : 0;
+        const Extremes across = With_Extent({x.low - beside, x.high + beside}), up = Limits_Up(y);
         units_ = {across.low, across.high, up.low, up.high};
         Lay_Out();
         Draw_Curve();
