@@ -163,6 +163,52 @@ TEST(Raster, PagesStretchAndTextsStandWhereTheyShould) {
     EXPECT_GT(g.Text_Width("Å µ Intensity"), g.Text_Width("Intensity"));
 }
 
+// Against the share of each pixel's 8 x 8 places that lie on the line: nearer than half its width to a segment, and not beyond its ends.
+TEST(Raster, LinesOfAnyDirectionCoverWhatLiesOnThem) {
+    const std::vector<Point> open = {{20.3, 30.1}, {60, 90.7}, {61.4, 88}, {140.2, 95.5}, {120, 180}},
+                             closed = {{200, 40}, {280.5, 60}, {230, 150}, {200, 40}};
+    constexpr int fine = 8;
+    for (const double pen : {1.0, 2.0, 5.5})
+        for (const bool is_open : {true, false}) {
+            const std::vector<Point>& line = is_open ? open : closed;
+            Bitmap bitmap(width, height);
+            bitmap.Drawing().Polyline(line, {red, pen, Line_Style::solid});
+            const auto lies_on = [&](double x, double y) {
+                for (std::size_t i = 1; i < line.size(); ++i) {
+                    const double dx = line[i].x - line[i - 1].x, dy = line[i].y - line[i - 1].y, length = std::hypot(dx, dy);
+                    const double along = ((x - line[i - 1].x) * dx + (y - line[i - 1].y) * dy) / length;
+                    const double beyond = std::max({-along, along - length, 0.0});
+                    const bool cut = is_open && ((i == 1 && along < 0) || (i + 1 == line.size() && along > length));
+                    const double across = ((x - line[i - 1].x) * dy - (y - line[i - 1].y) * dx) / length;
+                    if (!cut && std::hypot(across, beyond) <= 0.5 * pen) return true;
+                }
+                return false;
+            };
+            double all = 0, worst = 0;
+            for (int row = 0; row < height; ++row)
+                for (int column = 0; column < width; ++column) {
+                    double share = 0;
+                    for (int k = 0; k < fine * fine; ++k)
+                        share += lies_on(column + (k % fine + 0.5) / fine, height - row - (k / fine + 0.5) / fine);
+                    share /= fine * fine;
+                    all += share;
+                    worst = std::max(worst, std::fabs(share - (255.0 - Green(bitmap.Pixel(column, row))) / 255));
+                }
+            EXPECT_LT(worst, 0.3) << pen;  // in a sharp corner, where one half lies on one segment and one on the other
+            EXPECT_NEAR(Ink(bitmap), all, 0.02 * all) << pen;
+            Bitmap part(width, height);  // a clip changes nothing of what it shows, nor does the line before
+            Device& device = part.Drawing();
+            for (const Rect& clip : {Rect{0, 0, 110, height}, Rect{110, 0, width, height}}) {
+                device.Set_Clip(clip);
+                device.Polyline(line, {red, pen, Line_Style::solid});
+            }
+            int different = 0;
+            for (int row = 0; row < height; ++row)
+                for (int column = 0; column < width; ++column) different += part.Pixel(column, row) != bitmap.Pixel(column, row);
+            EXPECT_EQ(different, 0) << pen;
+        }
+}
+
 TEST(Raster, HostileNumbersEnd) {
     constexpr float inf = std::numeric_limits<float>::infinity();
     const std::vector<float> x = {-inf, -3e38f, 0, 1, 2, 3e38f, inf}, y = {0, 3e38f, -3e38f, inf, 5, 6, 7};
@@ -170,6 +216,9 @@ TEST(Raster, HostileNumbersEnd) {
     Device& device = bitmap.Drawing();
     for (const auto style : {Line_Style::solid, Line_Style::dashed}) device.Curve({x, y, 1e300, 1e300, -1e300, 1e200}, {red, 1, style});
     device.Curve({x, y}, {red, 1, Line_Style::solid});
+    const std::vector<Point> far = {{-1e300, 5}, {1e300, inf}, {3, -1e9}, {3.00000001, 1e9}, {7, 7}, {7, 7}};
+    for (const double pen : {std::numeric_limits<double>::quiet_NaN(), 1e300, 0.0, -5.0, 2.0})
+        device.Polyline(far, {red, pen, Line_Style::solid});
     device.Markers({x, y, 0, 1e30, 0, 1}, {221, 1e9, -4, red, true});
     SUCCEED();
 }

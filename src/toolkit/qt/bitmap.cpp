@@ -12,6 +12,7 @@
 #include "drawing/curve_raster.hpp"
 #include "drawing/facet_raster.hpp"
 #include "drawing/font_table.hpp"
+#include "drawing/line_raster.hpp"
 #include "toolkit/qt/bitmap_qt.hpp"
 
 namespace vntl {
@@ -64,6 +65,12 @@ public:
         if (pen.style == Line_Style::none || points.empty() || Refuses()) return;
         if (pen.style == Line_Style::solid && Upright(points)) {
             Crisp(points, pen);
+            return;
+        }
+        if (pen.style == Line_Style::solid) {
+            line_.clear();
+            for (const Point& p : points) line_.push_back({At(p).x(), At(p).y()});
+            lines_.Draw(Buffer(), clip_, line_, pen.width * unit_, pen.colour);
             return;
         }
         QPainter painter(&image_);
@@ -227,6 +234,8 @@ private:
     double unit_;
     Pixel_Rect bounds_, clip_{};
     Curve_Raster raster_;
+    Line_Raster lines_;
+    std::vector<Point> line_;             // in hand, in pixels
     std::optional<Under_Layers> layers_;  // while it draws backwards
     bool refused_ = false;
 };
