@@ -97,7 +97,8 @@ Status Print_State(Application& app, const std::string& directory, std::ostream&
          {Store_Topics(session.store), State_Topics(session), Window_Topics(), Menu_Topics(session.interface),
           Instrument_Topics(directory, app.directories, app.instrument),
           std::vector<Topic>{Programs_Topic(Suite_In_Use(session.config, session.prefs.environment)), Space_Group_Topic(),
-                             Structure_Topic(directory), Converted_Topic(directory), Generic_Topic(app.generic), Model_3D_Topic(app)}})
+                             Structure_Topic(directory), Converted_Topic(directory), Generic_Topic(app.generic), Model_3D_Topic(app)},
+          Viewer_Topics(app)})
         for (const Topic& topic : topics)
             if (topic.name == words.front()) return topic.print(words.subspan(1), put);
     return Status::Fail("there is nothing to print by the name of " + words.front());
