@@ -39,6 +39,7 @@ struct Simulated_Crystal {
     double step = 0.5;                                         // degrees a frame
     std::array<double, 6> cell = {11, 12.5, 14, 90, 102, 95};  // angstroms, degrees
     double height = 2000, background = 10;                     // counts
+    bool level = false;                                        // the plane of a* and b* lies level where chi is 0
     double wide = 1.2;                                         // sigma of a spot, in pixels and frames
 
     // A detector of each kind, longer along its arc, and the machine that writes it.
@@ -60,6 +61,7 @@ struct Simulated_Crystal {
         const Matrix3d b = {{{star[0], star[1] * cgs, star[2] * cbs},
                              {0, star[1] * std::sqrt(1 - cgs * cgs), -star[2] * std::sqrt(1 - cbs * cbs) * ca},
                              {0, 0, 1 / cell[2]}}};
+        if (level) return About_Z(25) * b;
         return About_Z(25) * (Matrix3d{{{1, 0, 0}, {0, Cos(17), -Sin(17)}, {0, Sin(17), Cos(17)}}} * (About_Z(-48) * b));
     }
 
@@ -75,11 +77,12 @@ struct Simulated_Crystal {
     std::vector<Simulated_Spot> Spots(double margin = 0) const {
         std::vector<Simulated_Spot> spots;
         const Matrix3d ub = UB();
+        const Scan pieces = Pieces(1 + margin, frames - margin);
         const int h_most = Most(0), k_most = Most(1), l_most = Most(2);
         for (int h = -h_most; h <= h_most; ++h)
             for (int k = -k_most; k <= k_most; ++k)
                 for (int l = -l_most; l <= l_most; ++l)
-                    if (h != 0 || k != 0 || l != 0) Cross({h, k, l}, ub * Vector3d{double(h), double(k), double(l)}, margin, spots);
+                    if (h != 0 || k != 0 || l != 0) Cross({h, k, l}, ub * Vector3d{double(h), double(k), double(l)}, pieces, margin, spots);
         return spots;
     }
 
@@ -178,19 +181,33 @@ private:
         return About_Z(-at[1]) * (About_Y(-at[2]) * (About_Z(-at[3]) * z1));
     }
 
-    // How far a vector is from the sphere about (0, -1 / wave, 0) that goes through the origin.
-    double Off_Sphere(const Vector3d& z1, double frame) const { return In_Laboratory(z1, frame)[1] + wave * Dot(z1, z1) / 2; }
+    // Frames between which a vector crosses the sphere once at most, and the beam in the crystal's axes there.
+    using Scan = std::vector<std::pair<double, Vector3d>>;
+    Scan Pieces(double first, double last) const {
+        Scan pieces;
+        const int n = std::max(1, static_cast<int>(2 * (last - first)));
+        for (int i = 0; i <= n; ++i) {
+            const double frame = first + (last - first) * i / n;
+            pieces.emplace_back(frame, Beam_In_Crystal(frame));
+        }
+        return pieces;
+    }
+    Vector3d Beam_In_Crystal(double frame) const {
+        return {In_Laboratory({1, 0, 0}, frame)[1], In_Laboratory({0, 1, 0}, frame)[1], In_Laboratory({0, 0, 1}, frame)[1]};
+    }
 
-    void Cross(const std::array<int, 3>& hkl, const Vector3d& z1, double margin, std::vector<Simulated_Spot>& spots) const {
-        const double first = 1 + margin, last = frames - margin;
-        const int pieces = std::max(1, static_cast<int>(2 * (last - first)));
-        for (int i = 0; i < pieces; ++i) {
-            double low = first + (last - first) * i / pieces, high = first + (last - first) * (i + 1) / pieces;
-            const bool inside = Off_Sphere(z1, low) < 0;
-            if ((Off_Sphere(z1, high) < 0) == inside) continue;
+    // Whether a vector is inside of the sphere about (0, -1 / wave, 0) that goes through the origin.
+    bool Inside(const Vector3d& z1, const Vector3d& beam) const { return Dot(z1, beam) + wave * Dot(z1, z1) / 2 < 0; }
+
+    void Cross(const std::array<int, 3>& hkl, const Vector3d& z1, const Scan& pieces, double margin,
+               std::vector<Simulated_Spot>& spots) const {
+        for (std::size_t i = 0; i + 1 < pieces.size(); ++i) {
+            const bool inside = Inside(z1, pieces[i].second);
+            if (Inside(z1, pieces[i + 1].second) == inside) continue;
+            double low = pieces[i].first, high = pieces[i + 1].first;
             for (int halving = 0; halving < 60; ++halving) {
                 const double middle = (low + high) / 2;
-                ((Off_Sphere(z1, middle) < 0) == inside ? low : high) = middle;
+                (Inside(z1, Beam_In_Crystal(middle)) == inside ? low : high) = middle;
             }
             Simulated_Spot spot{hkl, 0, 0, low};
             if (!Place(In_Laboratory(z1, low), Angles(low)[0], spot)) continue;
