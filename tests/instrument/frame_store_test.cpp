@@ -69,21 +69,18 @@ protected:
 TEST_F(Frame_Stores, UnfoldTheFramesOfEveryMachine) {
     struct Case {
         Diffractometer_Type current;
-        const char* own;
-        int nbdata;
-        const char* machine;
+        const char *own, *machine;
         int columns, rows;
         bool by_rows;
     };
-    const Case cases[] = {
-        {Instrument("", 0, 0), "R6", 25, "R6", 5, 5, true},       {Instrument("r11 ", 9, 9), "R11", 16, "R11", 4, 4, true},
-        {Instrument("R11"), "R11", 12, "R11", 4, 3, true},        {Instrument("R1102", 0, 0), "R11", 12, "R1102", 6, 2, true},
-        {Instrument("R18_HB"), "R18", 12, "R18_HB", 4, 3, false}, {Instrument("R3A"), "R18", 12, "R18", 4, 3, false},
-        {Instrument("R6new"), "R17", 12, "R17", 4, 3, false}};
+    const Case cases[] = {{Instrument("", 0, 0), "R6", "R6", 5, 5, true},       {Instrument("r11 ", 9, 9), "R11", "R11", 4, 4, true},
+                          {Instrument("R11"), "R11", "R11", 4, 3, true},        {Instrument("R1102", 0, 0), "R11", "R1102", 6, 2, true},
+                          {Instrument("R18_HB"), "R18", "R18_HB", 4, 3, false}, {Instrument("R3A"), "R18", "R18", 4, 3, false},
+                          {Instrument("R6new"), "R17", "R17", 4, 3, false}};
     Frame_Store store;
     for (int i = 0; i < static_cast<int>(std::size(cases)); ++i) {
         const Case& c = cases[i];
-        const std::string file = Make(Run_Of(c.own, 123401 + i, 3, c.nbdata));
+        const std::string file = Make(Run_Of(c.own, 123401 + i, 3, c.columns * c.rows));
         std::string machine;
         EXPECT_TRUE(Machine_Of_Run(file, c.current, machine).ok());
         const Status status = store.Add(file, c.current);
