@@ -363,7 +363,7 @@ constexpr Command commands[] = {
 
 void Edit_Viewer_Preferences(Application& app) {
     WindowSelect(viewer_window);
-    Preferences_Main(app.session, app.ask);
+    Preferences_In_Viewer(app.session, app.ask);
     Fill_Grid(app.viewer, Saturation_Of(app));
     Show_Viewer(app);
 }

@@ -45,6 +45,7 @@ void Edit_Viewer_Preferences(Application&);
 
 inline constexpr int viewer_panel = 450, ub_dialog = 451, current_instrument_dialog = 452;
 
+Dialog_Resource Viewer_Panel_Resource();
 std::vector<Dialog_Resource> Viewer_Dialogs();  // all three
 
 void Open_Panel(const Application&);
@@ -65,5 +66,7 @@ struct Instrument_Choice {
     std::string file;
 };
 std::optional<Instrument_Choice> Current_Instrument_Dialog(Application&);
+
+std::string Select_Instrument_File(Application&);  // blank on cancel
 
 }  // namespace vntl

@@ -17,7 +17,7 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
-constexpr std::string_view all_files = "All files|*|", instrument_files = "Instrument files|*.instrm;*.geom;*.par;*.dat|All files|*|";
+constexpr std::string_view all_files = "All files|*|";
 constexpr std::size_t most_lines_of_a_box = 12;
 
 // One box for all that there is to tell.
@@ -265,9 +265,9 @@ void Load_Instrument(Application& app, const std::string& file) {
 
 void Choose_Instrument_File(Application& app) {
     WindowSelect(viewer_window);
-    const auto files = Select_Files(app.session.config, Select_Kind::open, instrument_files, "Open instrument file");
-    if (files.empty()) return;
-    app.viewer.instrument_file = files.front();
+    const std::string file = Select_Instrument_File(app);
+    if (file.empty()) return;
+    app.viewer.instrument_file = file;
     Show_In_Panel(app);
 }
 

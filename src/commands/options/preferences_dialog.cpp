@@ -85,12 +85,13 @@ Preference_Page First_Page(const Session& session) {
 
 class Preferences_Dialog {
 public:
-    Preferences_Dialog(Session& session, Ask& ask) : session_(session), ask_(ask), working_(session.prefs) {}
+    Preferences_Dialog(Session& session, Ask& ask, bool in_viewer)
+        : session_(session), ask_(ask), in_viewer_(in_viewer), working_(session.prefs) {}
 
     void Run() {
         WDialogLoad(preferences_dialog);
         Fill();
-        WDialogSetTab(pages_field, Tab_Of(First_Page(session_)));
+        WDialogSetTab(pages_field, Tab_Of(in_viewer_ ? Preference_Page::contour : First_Page(session_)));
         WDialogShow(pages_field, Show_Kind::semi_modeless);  // "Apply" is to be seen
         const Modal_Routines routines{.changed = [this](int field) { Changed(field); }};
         for (int pressed = 0; pressed != exit_button;) {
@@ -145,7 +146,7 @@ private:
         for (const char* name : {"ycalc_style", "ycalc_pitch", "ydif_style", "ydif_pitch"}) enable(name, lines);
         for (const char* name : {"xscale_format", "yscale_format"}) enable(name, false);  // no plot reads them
         enable("excl_colour", !working_.prf.excl_match);
-        const bool of_rows = !session_.plot.Is_Map() && !session_.plot.In_Space();
+        const bool of_rows = !in_viewer_ && !session_.plot.Is_Map() && !session_.plot.In_Space();
         for (const Preference_Page page : {Preference_Page::profiles_data, Preference_Page::profile_prf})
             WDialogTabState(pages_field, Tab_Of(page), of_rows ? field_enabled : field_disabled);
     }
@@ -269,7 +270,14 @@ private:
         Match_Excluded(taken);
         session_.prefs = working_ = taken;
         for (const char* name : {"contour_title", "excl_colour"}) Put(*form_.With_Number(form_.Number_Of(name)), taken);
-        Show_Whole_Range(session_, ask_);
+        Show(true);
+    }
+
+    void Show(bool whole_range) const {
+        if (in_viewer_)
+            Show_Other_Windows(session_);
+        else
+            whole_range ? Show_Whole_Range(session_, ask_) : Show_Present_View(session_, ask_);
         WDialogSelect(preferences_dialog);
     }
 
@@ -305,13 +313,13 @@ private:
         std::string title = Title_With_Saturation(session_.prefs.contour.contour_title, session_.prefs.saturation);
         (void)Set_Preference(session_.prefs, "contour_title", title);
         Fill();
-        session_.prefs.prf.excl_ignore_sides == sides_ignored ? Show_Present_View(session_, ask_) : Show_Whole_Range(session_, ask_);
-        WDialogSelect(preferences_dialog);
+        Show(session_.prefs.prf.excl_ignore_sides != sides_ignored);
         if (status.ok()) Tell("Loaded from ", file);
     }
 
     Session& session_;
     Ask& ask_;
+    bool in_viewer_;
     Preferences working_;
     const Preferences_Form& form_ = The_Preferences_Form();
 };
@@ -320,6 +328,7 @@ private:
 
 Dialog_Resource Preferences_Dialog_Resource() { return The_Preferences_Form().resource; }
 
-void Preferences_Main(Session& session, Ask& ask) { Preferences_Dialog(session, ask).Run(); }
+void Preferences_Main(Session& session, Ask& ask) { Preferences_Dialog(session, ask, false).Run(); }
+void Preferences_In_Viewer(Session& session, Ask& ask) { Preferences_Dialog(session, ask, true).Run(); }
 
 }  // namespace vntl

@@ -4,6 +4,7 @@
 #include "session/grid_view.hpp"
 #include "session/ranges.hpp"
 #include "toolkit/messages.hpp"
+#include "toolkit/window.hpp"
 
 namespace vntl {
 
@@ -39,6 +40,7 @@ void Show_Whole_Range(Session& session, Ask& ask) {
 
 void Show_Other_Windows(const Session& session) {
     if (session.quick_view.open) Post_Message({Message_Kind::repaint, {.win = quick_view_window}});
+    if (WindowIsOpen(viewer_window)) Post_Message({Message_Kind::repaint, {.win = viewer_window}});
 }
 
 }  // namespace vntl
