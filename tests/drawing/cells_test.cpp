@@ -3,8 +3,11 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <random>
+#include <tuple>
 
+#include "drawing/value_cells.hpp"
 #include "toolkit/bitmap.hpp"
 
 namespace vntl {
@@ -94,6 +97,35 @@ TEST(Cells, EveryPixelShowsItsOwn) {
         }
         EXPECT_EQ(wrong, 0) << columns << 'x' << rows;
         EXPECT_EQ(unlike, 0) << columns << 'x' << rows;
+    }
+}
+
+// Of cells that share a pixel the largest value shows; a gap gives way to any value.
+TEST(Cells, TheLargestValueOfAPixelShows) {
+    const std::tuple<Rect, int, int> cases[] = {{{7.3, 5.2, 51.8, 41.6}, 7, 11},
+                                                {{7.3, 5.2, 51.8, 41.63}, 45, 36},
+                                                {{7.4, 5.6, 51.9, 41.1}, 331, 200},
+                                                {{7.4, 5.6, 51.9, 41.1}, 331, 2},
+                                                {{7.4, 5.6, 51.9, 41.1}, 1, 90}};
+    std::mt19937 random(3);
+    for (const auto& [rect, columns, rows] : cases) {
+        std::vector<float> values;
+        for (int i = 0; i < columns * rows; ++i)
+            values.push_back(random() % 4 == 0 ? std::numeric_limits<float>::quiet_NaN() : static_cast<float>(random() % 0xfffffe));
+        Bitmap bitmap(width, height);
+        bitmap.Drawing().Clear(ground);
+        const Value_Cells seen = Seen_Cells(bitmap.Drawing(), rect, columns, rows, values);
+        std::vector<Colour> colours;
+        for (const float value : seen.values) colours.push_back(std::isfinite(value) ? static_cast<Colour>(value) : no_colour);
+        bitmap.Drawing().Cells({seen.rect, seen.columns, seen.rows, colours});
+        for (int y = 0; y < height; ++y)
+            for (int x = 0; x < width; ++x) {
+                float largest = -1;
+                for (const int row : Cells_Of_Pixel(height - 1 - y, rect.y1, rect.y2, rows))
+                    for (const int column : Cells_Of_Pixel(x, rect.x1, rect.x2, columns))
+                        largest = std::fmax(largest, values[static_cast<std::size_t>(row * columns + column)]);
+                ASSERT_EQ(bitmap.Pixel(x, y), largest < 0 ? ground : static_cast<Colour>(largest)) << columns << ": " << x << ' ' << y;
+            }
     }
 }
 
