@@ -153,7 +153,8 @@ private:
     const int nx_, ny_, nframes_;
     const double pixels_;  // of all frames
 
-    std::array<bool, 3> changes_{};  // an index, by more than rounding
+    std::array<bool, 3> changes_{};    // an index, by more than rounding
+    std::array<bool, 3> one_layer_{};  // of an axis without divisions, in which all pixels are
     Reciprocal_Volume made_;
     Directions to_;
     Padded_Cells cells_;
@@ -220,13 +221,15 @@ Status Volume_Builder::Find_Steps() {
     return Status::Done();
 }
 
-// Divisions of an axis, one at least.
-double Divisions(const Volume_Axis& axis) { return std::max(std::round((axis.max - axis.min) / axis.step), 1.0); }
-
 Status Volume_Builder::Divide() {
     constexpr double most_told = std::numeric_limits<int>::max();
     const auto cells_of = [this](std::array<double, 3>& divisions) {
-        for (std::size_t i = 0; i < 3; ++i) divisions[i] = changes_[i] ? Divisions(*Axes()[i]) : 1;
+        for (std::size_t i = 0; i < 3; ++i) {
+            const Volume_Axis& axis = *Axes()[i];
+            divisions[i] = changes_[i] ? std::round((axis.max - axis.min) / axis.step) : 0;
+            one_layer_[i] = divisions[i] < 1;
+            divisions[i] = std::max(divisions[i], 1.0);
+        }
         return divisions[0] * divisions[1] * divisions[2];
     };
     std::array<double, 3> divisions{};
@@ -244,7 +247,7 @@ Status Volume_Builder::Divide() {
     for (std::size_t i = 0; i < 3; ++i) {
         Volume_Axis& axis = *Axes()[i];
         axis.count = static_cast<int>(divisions[i]);
-        if (axis.count == 1) axis.step = (axis.max - axis.min) / 2;  // its cell lies about the middle
+        if (one_layer_[i]) axis.step = (axis.max - axis.min) / 2;  // its cell lies about the middle
     }
     return Status::Done();
 }
@@ -270,7 +273,7 @@ Status Volume_Builder::Find_Cells_Of_Directions(int frame, Cells_Of_Directions& 
     for (std::size_t i = 0; i < 3; ++i) {
         const Volume_Axis& axis = *Axes()[i];
         of[i] = {{0, 0, 0}, 1};
-        if (axis.count == 1) continue;
+        if (one_layer_[i]) continue;
         for (std::size_t k = 0; k < 3; ++k) of[i].turn[k] = all[i][k] / wave / axis.step;
         of[i].shift = (-crystal[i][1] / wave - axis.min) / axis.step;
         if (!Is_Finite(of[i].turn) || !std::isfinite(of[i].shift))

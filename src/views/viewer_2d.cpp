@@ -183,7 +183,9 @@ void Show_Surface(Application& app) {
 }
 
 void Reset(Application& app) {
+    Panel_Memory panel = std::move(app.viewer.panel);  // by which its fields are emptied
     app.viewer = Viewer2D();
+    app.viewer.panel = std::move(panel);
     WindowSelect(viewer_window);
     WCursorShape(static_cast<int>(Cursor_Shape::arrow));
     Show_Viewer(app);

@@ -48,8 +48,8 @@ inline constexpr int viewer_panel = 450, ub_dialog = 451, current_instrument_dia
 Dialog_Resource Viewer_Panel_Resource();
 std::vector<Dialog_Resource> Viewer_Dialogs();  // all three
 
-void Open_Panel(const Application&);
-void Show_In_Panel(const Application&);  // what the state tells; fields that the user is filling stay
+void Open_Panel(Application&);
+void Show_In_Panel(Application&);  // what the state tells; fields that the user is filling stay
 void Handle_Panel(Application&, const Message& message);
 
 // --- dialogs -----------------------------------------------------------------------------------------------------------------------

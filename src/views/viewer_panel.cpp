@@ -2,7 +2,6 @@
 // reciprocal space. A number or a directory that is typed counts with ENTER, or when the user goes elsewhere.
 #include <algorithm>
 #include <array>
-#include <map>
 #include <utility>
 
 #include "base/text.hpp"
@@ -62,65 +61,57 @@ constexpr const char* views[] = {"H-View", "K-View", "L-View"};
 constexpr const char* nothing_chosen = "----";
 constexpr int first_year = 1973, last_cycle = 7, one_century = 100;
 
-// What the panel was given last: a field is written over when that changes, and not while the user fills it.
-struct Panel_Memory {
-    std::map<int, std::string> given;
-    int edited = 0;  // the field that the user has changed, and that nothing was taken of yet
-};
-
-Panel_Memory& Memory() {
-    static Panel_Memory memory;
-    return memory;
-}
-
 // --- showing -----------------------------------------------------------------------------------------------------------------------
 
 void Write(int field, const std::string& text) { text.empty() ? WDialogClearField(field) : WDialogPutString(field, text); }
 
 // A value of the state, which comes back when the user leaves the field.
-void Show(int field, const std::string& text) {
-    std::string& given = Memory().given[field];
+void Show(Panel_Memory& memory, int field, const std::string& text) {
+    std::string& given = memory.given[field];
     if (given == text && (WDialogFocus() == field || WDialogGetString(field) == text)) return;
     given = text;
     Write(field, text);
 }
 
 // One that is proposed: what the user makes of it stays, until there is another one.
-bool Is_New(int field, const std::string& proposed) { return std::exchange(Memory().given[field], proposed) != proposed; }
-void Propose(int field, const std::string& text) {
-    if (Is_New(field, text)) Write(field, text);
+bool Is_New(Panel_Memory& memory, int field, const std::string& proposed) {
+    return std::exchange(memory.given[field], proposed) != proposed;
 }
-void Propose_Choice(int field, std::size_t choice) {
-    if (Is_New(field, std::to_string(choice))) WDialogPutOption(field, static_cast<int>(choice) + 1);
+void Propose(Panel_Memory& memory, int field, const std::string& text) {
+    if (Is_New(memory, field, text)) Write(field, text);
+}
+void Propose_Choice(Panel_Memory& memory, int field, std::size_t choice) {
+    if (Is_New(memory, field, std::to_string(choice))) WDialogPutOption(field, static_cast<int>(choice) + 1);
 }
 
 void Enable(std::initializer_list<int> fields, bool on) {
     for (const int field : fields) WDialogFieldState(field, on ? field_enabled : field_disabled);
 }
 
-void Show_Sources(const Application& app) {
+void Show_Sources(Application& app) {
     const Viewer2D& viewer = app.viewer;
+    Panel_Memory& memory = app.viewer.panel;
     const std::string current = Reader_Of_Machine(app.instrument.Current_Instrm.name_inst);
     const auto known = std::find(instruments.begin(), instruments.end(), current);
-    if (known != instruments.end()) Propose_Choice(instrument_menu, static_cast<std::size_t>(known - instruments.begin()));
-    Propose(instrument_file, viewer.instrument_file);
-    Propose(data_directory, viewer.directory);
+    if (known != instruments.end()) Propose_Choice(memory, instrument_menu, static_cast<std::size_t>(known - instruments.begin()));
+    Propose(memory, instrument_file, viewer.instrument_file);
+    Propose(memory, data_directory, viewer.directory);
     const bool runs = !viewer.listed.empty();
     const std::string lowest = runs ? std::to_string(viewer.listed.front().numor) : std::string();
     const std::string highest = runs ? std::to_string(viewer.listed.back().numor) : std::string();
-    Show(lowest_numor, lowest);
-    Show(highest_numor, highest);
-    if (Is_New(from_numor, viewer.directory + '\n' + lowest)) Write(from_numor, lowest);
-    if (Is_New(to_numor, viewer.directory + '\n' + highest)) Write(to_numor, highest);
+    Show(memory, lowest_numor, lowest);
+    Show(memory, highest_numor, highest);
+    if (Is_New(memory, from_numor, viewer.directory + '\n' + lowest)) Write(from_numor, lowest);
+    if (Is_New(memory, to_numor, viewer.directory + '\n' + highest)) Write(to_numor, highest);
     Enable({from_numor, to_numor, read_button}, runs);
 }
 
-void Show_Place(const Viewer2D& viewer) {
+void Show_Place(const Viewer2D& viewer, Panel_Memory& memory) {
     const bool run = viewer.Holds_Run(), steps = run && !viewer.projection_mode;
     const Step_Buttons numors = Numor_Buttons(viewer), frames = Frame_Buttons(viewer);
     WDialogRangeInteger(frame_shown, 1, std::max(1, viewer.Steps()));
-    Show(numor_shown, run ? std::to_string(viewer.Run().numor) : std::string());
-    Show(frame_shown, run ? std::to_string(viewer.current_frame) : std::string());
+    Show(memory, numor_shown, run ? std::to_string(viewer.Run().numor) : std::string());
+    Show(memory, frame_shown, run ? std::to_string(viewer.current_frame) : std::string());
     Enable({numor_shown, sum_of_frames, projection_button, read_matrix}, run);
     Enable({frame_shown}, steps);
     Enable({first_run, previous_run}, numors.back);
@@ -128,18 +119,18 @@ void Show_Place(const Viewer2D& viewer) {
     Enable({first_frame, previous_frame}, frames.back);
     Enable({next_frame, last_frame}, frames.forward);
     Enable({view_menu, accept_view}, run && viewer.ub_known);
-    Propose_Choice(view_menu, static_cast<std::size_t>(viewer.view_axis));
+    Propose_Choice(memory, view_menu, static_cast<std::size_t>(viewer.view_axis));
 }
 
-void Show_Header(const Viewer2D& viewer) {
+void Show_Header(const Viewer2D& viewer, Panel_Memory& memory) {
     const Viewer_Header header = Header_Of(viewer);
-    Show(header_text, header.header);
-    Show(title_text, header.title);
-    Show(angles_text, header.angles);
-    Show(wavelength_text, header.wavelength);
-    Show(scan_text, header.scan_type);
-    Show(frames_text, header.nframes);
-    Show(reflection_text, header.reflection);
+    Show(memory, header_text, header.header);
+    Show(memory, title_text, header.title);
+    Show(memory, angles_text, header.angles);
+    Show(memory, wavelength_text, header.wavelength);
+    Show(memory, scan_text, header.scan_type);
+    Show(memory, frames_text, header.nframes);
+    Show(memory, reflection_text, header.reflection);
 }
 
 // --- what is asked for -------------------------------------------------------------------------------------------------------------
@@ -175,7 +166,7 @@ void Search(Application& app) {
 }
 
 void Choose_Instrument(Application& app) {
-    Memory().given.erase(instrument_file);  // the same as before is chosen as well
+    app.viewer.panel.given.erase(instrument_file);  // the same as before is chosen as well
     Choose_Instrument_File(app);
 }
 
@@ -242,7 +233,7 @@ void List_Typed_Directory(Application& app) {
 }
 
 void Enter(Application& app, int field) {
-    Memory().edited = 0;
+    app.viewer.panel.edited = 0;
     if (Is_Place(field) && app.viewer.Holds_Run()) return Take_Place(app, field);
     switch (field) {
         case instrument_file:
@@ -261,14 +252,14 @@ void Enter(Application& app, int field) {
 
 // What is no number gives way to the present one, and nothing is asked twice.
 void Leave(Application& app, int field, int entered) {
-    if (std::exchange(Memory().edited, 0) != field) return;
+    if (std::exchange(app.viewer.panel.edited, 0) != field) return;
     if (field == data_directory && entered != browse_data) return List_Typed_Directory(app);
     if (Is_Place(field) && app.viewer.Holds_Run() && WDialogGetInteger(field)) Take_Place(app, field);
 }
 
 void Note_Change(Application& app, const WIN_MESSAGE& record) {
     if (record.value1 == record.value2)
-        Memory().edited = record.value1;
+        app.viewer.panel.edited = record.value1;
     else
         Leave(app, record.value1, record.value2);
 }
@@ -346,8 +337,8 @@ Dialog_Resource Viewer_Panel_Resource() {
     return resource;
 }
 
-void Open_Panel(const Application& app) {
-    Memory() = {};
+void Open_Panel(Application& app) {
+    app.viewer.panel = {};
     WDialogLoad(viewer_panel);
     for (const int field :
          {lowest_numor, highest_numor, header_text, title_text, angles_text, wavelength_text, scan_text, frames_text, reflection_text})
@@ -358,12 +349,12 @@ void Open_Panel(const Application& app) {
     Show_In_Panel(app);
 }
 
-void Show_In_Panel(const Application& app) {
+void Show_In_Panel(Application& app) {
     if (!WDialogLoaded(viewer_panel)) return;
     WDialogSelect(viewer_panel);
     Show_Sources(app);
-    Show_Place(app.viewer);
-    Show_Header(app.viewer);
+    Show_Place(app.viewer, app.viewer.panel);
+    Show_Header(app.viewer, app.viewer.panel);
 }
 
 void Handle_Panel(Application& app, const Message& message) {
