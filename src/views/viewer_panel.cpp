@@ -101,9 +101,9 @@ void Show_Sources(Application& app) {
     const std::string highest = runs ? std::to_string(viewer.listed.back().numor) : std::string();
     Show(memory, lowest_numor, lowest);
     Show(memory, highest_numor, highest);
-    if (Is_New(memory, from_numor, viewer.directory + '\n' + lowest)) Write(from_numor, lowest);
-    if (Is_New(memory, to_numor, viewer.directory + '\n' + highest)) Write(to_numor, highest);
-    Enable({from_numor, to_numor, read_button}, runs);
+    for (const auto& [field, bound] : {std::pair(from_numor, lowest), std::pair(to_numor, highest)})
+        if (Is_New(memory, field, viewer.directory + '\n' + bound) && WDialogFocus() != field) Write(field, bound);
+    Enable({from_numor, to_numor, read_button}, !viewer.directory.empty() || memory.edited == data_directory);
 }
 
 void Show_Place(const Viewer2D& viewer, Panel_Memory& memory) {
