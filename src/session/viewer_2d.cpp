@@ -123,8 +123,8 @@ struct Cells {
     std::size_t Rows() const { return y2 - y1 + 1; }
 };
 Cells Cells_Of(const Viewer2D& viewer, const View& view) {
-    const auto [x1, x2] = std::minmax(Nearest(viewer.frame_x, view.x1), Nearest(viewer.frame_x, view.x2));
-    const auto [y1, y2] = std::minmax(Nearest(viewer.frame_y, view.y1), Nearest(viewer.frame_y, view.y2));
+    const auto [x1, x2] = std::minmax({Nearest(viewer.frame_x, view.x1), Nearest(viewer.frame_x, view.x2)});
+    const auto [y1, y2] = std::minmax({Nearest(viewer.frame_y, view.y1), Nearest(viewer.frame_y, view.y2)});
     return {x1, x2, y1, y2};
 }
 
