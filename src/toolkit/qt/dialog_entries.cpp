@@ -44,6 +44,7 @@ public:
     void Put(std::string_view text) override {
         line_->setText(Q(text));
         line_->setCursorPosition(0);
+        Tell_Whole();
     }
     Status Set(const std::string& value) override {
         line_->setText(Q(value));
@@ -51,11 +52,18 @@ public:
         return Status::Done();
     }
     void Set_State(int state) override {
+        if (state_ == field_read_only) line_->setToolTip({});
         state_ = state;
         Show_State(*line_, state);
+        Tell_Whole();
     }
 
 protected:
+    // What only shows its text tells it whole to a hand that rests on it.
+    void Tell_Whole() {
+        if (state_ == field_read_only) line_->setToolTip(line_->text());
+    }
+
     QLineEdit* line_;
 };
 

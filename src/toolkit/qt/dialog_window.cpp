@@ -3,7 +3,6 @@
 #include <QAbstractSpinBox>
 #include <QApplication>
 #include <QButtonGroup>
-#include <QComboBox>
 #include <QDeadlineTimer>
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -132,10 +131,6 @@ void Dialog_Window::Narrow(QWidget& widget) const {
         number->setButtonSymbols(QAbstractSpinBox::NoButtons);
         number->setMinimumWidth(number->findChild<QLineEdit*>()->minimumWidth());
         number->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
-    } else if (auto* menu = qobject_cast<QComboBox*>(&widget)) {
-        constexpr int least_seen = 6;
-        menu->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-        menu->setMinimumContentsLength(least_seen);
     }
 }
 
@@ -161,7 +156,10 @@ void Dialog_Window::Lay_Out_Close_Row(QGridLayout& grid, int row, const std::vec
                 line->addWidget(label);
         }
         const bool short_button = entries && field.kind == Field_Kind::push_button;
-        if (short_button) widget->setMaximumWidth(widget->minimumWidth());
+        if (short_button) {
+            widget->setFixedWidth(widget->minimumWidth());
+            widget->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+        }
         line->addWidget(widget, short_button ? 0 : 1);
     }
     grid.addLayout(line, row, column, 1, all_columns);
@@ -234,9 +232,10 @@ QWidget* Dialog_Window::Build_Frame(const Dialog_Field& field) {
     auto* box = new QGroupBox(Q(field.label));
     auto* grid = new QGridLayout(box);
     if (close_) grid->setContentsMargins(2 * close_gap, close_gap, 2 * close_gap, close_gap);
-    titles_.push_back(Bare_Label(field.label));
+    const std::string title = Bare_Label(field.label);
+    if (!title.empty()) titles_.push_back(title);
     for (const Dialog_Page& page : field.pages) Lay_Out(*grid, page.rows);
-    titles_.pop_back();
+    if (!title.empty()) titles_.pop_back();
     return box;
 }
 
