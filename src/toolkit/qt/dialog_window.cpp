@@ -79,11 +79,13 @@ Dialog_Window::Dialog_Window(const Dialog_Resource& resource, Window* owner)
     auto* column = new QVBoxLayout(this);
     auto* grid = new QGridLayout;
     Lay_Out(*grid, resource.rows);
-    column->addLayout(grid, 1);
-    if (close_)
+    column->addLayout(grid, close_ ? 0 : 1);
+    if (close_) {
         column->setContentsMargins(close_gap, close_gap, close_gap, close_gap);
-    else
+        column->addStretch(1);  // a short panel stands at the top
+    } else {
         column->addSpacing(6);
+    }
     column->addWidget(foot_);
     for (const auto& [button, role] : at_foot_) foot_->addButton(button, role);  // last in the order of TAB
     foot_->setVisible(!foot_->buttons().isEmpty());
@@ -129,7 +131,7 @@ void Dialog_Window::Narrow(QWidget& widget) const {
         button->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     } else if (auto* number = qobject_cast<QAbstractSpinBox*>(&widget)) {
         number->setButtonSymbols(QAbstractSpinBox::NoButtons);
-        number->setMinimumWidth(number->findChild<QLineEdit*>()->minimumWidth());
+        number->setMinimumWidth(number->findChild<QLineEdit*>()->minimumWidth() + 4 * close_gap);  // with its frame
         number->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     }
 }
