@@ -214,9 +214,11 @@ Status Volume_Builder::Find_Steps() {
     if (nframes_ > 1)
         if (Status status = step_to(px, py, frame + 1); status.failed) return status;
     for (std::size_t i = 0; i < 3; ++i) {
-        const double rounding = no_change * Length(ub_inverse_[i]) / static_cast<double>(run_.wave);
-        const Volume_Axis& axis = *Axes()[i];
-        changes_[i] = axis.max - axis.min > rounding && axis.step > rounding;
+        const Vector3d& row = ub_inverse_[i];
+        const double rounding = no_change * (std::fabs(row[0]) + std::fabs(row[1]) + std::fabs(row[2])) / static_cast<double>(run_.wave);
+        const double range = Axes()[i]->max - Axes()[i]->min, step = Axes()[i]->step;
+        if (!std::isfinite(range + step + rounding)) return Status::Fail("The range of the indices is no number.");
+        changes_[i] = range > rounding && step > rounding;
     }
     return Status::Done();
 }
