@@ -12,7 +12,7 @@ namespace vntl {
 
 namespace {
 
-constexpr int section_width = 220, section_height = 280, omega_width = 480, omega_height = 300, zone_width = 480, zone_height = 400;
+constexpr int section_width = 220, section_height = 280, omega_width = 380, omega_height = 280, zone_width = 380, zone_height = 340;
 constexpr int width_info = 1, height_info = 2;
 
 void Draw_Section(const Application& app, Device& device) { Draw_Cross_Section(Section_Of(app.viewer), app.session.prefs, device); }

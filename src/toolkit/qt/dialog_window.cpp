@@ -10,13 +10,13 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QScreen>
 #include <algorithm>
 #include <utility>
 
 #include "toolkit/qt/application.hpp"
 #include "toolkit/qt/keys.hpp"
 #include "toolkit/qt/main_window.hpp"
+#include "toolkit/qt/place_beside.hpp"
 
 namespace vntl {
 
@@ -361,35 +361,11 @@ void Dialog_Window::Show(int field, Show_Kind kind, std::span<const int> command
         focusNextPrevChild(true);
 }
 
-// What is used with the picture in sight stands beside the window where the screen has room, else in a corner of it, and covers no other
-// dialog.
 void Dialog_Window::Stand_Aside() {
     const QWidget* owner = parentWidget();
     if (owner == nullptr || !owner->isVisible()) return;
     adjustSize();
-    const QRect window = owner->frameGeometry(), screen = owner->screen()->availableGeometry();
-    const QSize own = size() + window.size() - owner->size();  // with a frame as the window has
-    const int left = window.x() - own.width(), inside = window.x() + window.width() - own.width();
-    const int below = window.y() + window.height(), foot = below - own.height();
-    std::vector<QPoint> places = {{window.x() + window.width(), window.y()}, {left, window.y()}, {window.x(), below}};
-    std::vector<QRect> taken;
-    for (const auto& dialog : The_Toolkit().dialogs) {
-        if (dialog.get() == this || !dialog->isVisible()) continue;
-        taken.push_back(dialog->frameGeometry());
-        places.emplace_back(taken.back().x(), taken.back().y() + taken.back().height());
-    }
-    places.emplace_back(inside, window.y());
-    places.emplace_back(inside, foot);
-    const auto free = [&](QPoint place) {
-        const QRect room(place, own);
-        return screen.contains(room) &&
-               std::none_of(taken.begin(), taken.end(), [&](const QRect& other) { return other.intersects(room); });
-    };
-    const auto found = std::find_if(places.begin(), places.end(), free);
-    // A dialog wider than the window still has its left side on the screen.
-    const int farthest_right = screen.x() + screen.width() - own.width();
-    const QPoint over(std::max(screen.x(), std::min(inside, farthest_right)), window.y());
-    move(found == places.end() ? over : *found);
+    move(Place_Beside(*this, *owner));
 }
 
 void Dialog_Window::Await_Activation() {

@@ -7,6 +7,7 @@
 #include "toolkit/qt/dialog_window.hpp"
 #include "toolkit/qt/icons.hpp"
 #include "toolkit/qt/main_window.hpp"
+#include "toolkit/qt/place_beside.hpp"
 
 namespace vntl {
 
@@ -81,6 +82,8 @@ void WindowShow() {
     Toolkit& toolkit = The_Toolkit();
     Window* window = Selected();
     const QSize wanted = window->size();  // of the drawing area, and a panel beside it, as it was opened
+    const QWidget* const owner = window->parentWidget();
+    if (owner != nullptr) window->move(Place_Beside(*window, *owner));
     window->show();
     QCoreApplication::processEvents();
     window->Resize_Room(wanted.width(), wanted.height());
@@ -156,6 +159,8 @@ bool WindowToFront(int number) {
     for (const auto& dialog : toolkit.dialogs)
         if (dialog->Owner() == widget) dialog->Leave_Panel();
     widget->window()->raise();
+    for (const auto& [owned, beside] : toolkit.windows)  // not every windowing system keeps them above it
+        if (beside->parentWidget() == widget) beside->raise();
     widget->activateWindow();
     return true;
 }
