@@ -11,6 +11,7 @@
 #include "base/text_file.hpp"
 #include "commands/application.hpp"
 #include "session/file_kinds.hpp"
+#include "toolkit/dialog.hpp"
 
 namespace vntl {
 
@@ -27,6 +28,8 @@ bool Same_File(const std::string& a, const std::string& b) {
     return !b.empty() && (std::filesystem::path(a).lexically_normal() == std::filesystem::path(b).lexically_normal() ||
                           std::filesystem::equivalent(a, b, error));
 }
+
+std::string Key_Of_Set(int dialog, int field) { return "set " + std::to_string(dialog) + ' ' + std::to_string(field); }
 
 }  // namespace
 
@@ -129,6 +132,10 @@ void Recorder::Saw_Message(const Message& message) {
         }
         case Message_Kind::push_button:
             return Statement({"press", std::to_string(record.value1)});
+        case Message_Kind::field_changed:  // what was typed in a panel counts once the user leaves it
+            if (WDialogIsPanel(record.win) && record.value1 != record.value2 && waiting_key_ == Key_Of_Set(record.win, record.value1))
+                Statement({"key", Key_Name(key_tab)});
+            return;
         case Message_Kind::mouse_down:
         case Message_Kind::mouse_up:
         case Message_Kind::mouse_move:
@@ -156,8 +163,7 @@ void Recorder::Saw_Message(const Message& message) {
 }
 
 void Recorder::Saw_Field(int dialog, int field, const std::string& value) {
-    const std::string number = std::to_string(field);
-    Replaceable("set " + std::to_string(dialog) + ' ' + number, {"set", number, value});
+    Replaceable(Key_Of_Set(dialog, field), {"set", std::to_string(field), value});
 }
 
 void Recorder::Saw_Cell(int dialog, int field, int column, int row, const std::string& value) {

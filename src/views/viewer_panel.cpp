@@ -227,9 +227,19 @@ void Take_Place(Application& app, int field) {
 
 bool Is_Place(int field) { return field == numor_shown || field == frame_shown; }
 
-void List_Typed_Directory(Application& app) {
+std::string Typed_Directory(const Application& app) {
     const std::string directory(Trim(WDialogGetString(data_directory)));
-    if (!directory.empty()) List_Run_Directory(app, Absolute_Path(app.session.config, directory));
+    return directory.empty() ? directory : Absolute_Path(app.session.config, directory);
+}
+
+void List_Typed_Directory(Application& app) {
+    if (const std::string directory = Typed_Directory(app); !directory.empty()) List_Run_Directory(app, directory);
+}
+
+// On the way to the button that chooses one what is no directory yet is left alone.
+bool Is_Typed_Directory(const Application& app) {
+    const std::string directory = Typed_Directory(app);
+    return !directory.empty() && Directory_Is_There(directory).value_or(false);
 }
 
 void Enter(Application& app, int field) {
@@ -253,7 +263,7 @@ void Enter(Application& app, int field) {
 // What is no number gives way to the present one, and nothing is asked twice.
 void Leave(Application& app, int field, int entered) {
     if (std::exchange(app.viewer.panel.edited, 0) != field) return;
-    if (field == data_directory && entered != browse_data) return List_Typed_Directory(app);
+    if (field == data_directory && (entered != browse_data || Is_Typed_Directory(app))) return List_Typed_Directory(app);
     if (Is_Place(field) && app.viewer.Holds_Run() && WDialogGetInteger(field)) Take_Place(app, field);
 }
 

@@ -44,11 +44,9 @@ void Panel_Column::Fit() {
 }
 
 bool Panel_Column::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == widget()) {
-        if (event->type() == QEvent::LayoutRequest) Fit();
-        return QScrollArea::eventFilter(watched, event);
-    }
-    if (event->type() != QEvent::Wheel || static_cast<QWidget*>(watched)->hasFocus()) return false;
+    if (watched == widget() && event->type() == QEvent::LayoutRequest) Fit();
+    const bool passes = event->type() == QEvent::Wheel && Turns_By_Wheel(watched) && !static_cast<QWidget*>(watched)->hasFocus();
+    if (!passes) return QScrollArea::eventFilter(watched, event);
     event->ignore();  // the column takes it
     return true;
 }
