@@ -191,6 +191,7 @@ TEST(Reciprocal_Volume, Each_Pixel_Is_In_Its_Cell) {
     const Shape shapes[] = {
         {"flat", [](Simulated_Crystal& c) { c.background = 0; }},
         {"q-scan", [](Simulated_Crystal& c) { c = Simulated_Crystal::Of(3, "q-scan"), c.frames = 12, c.step = 1; }},
+        {"indices beyond the corners", [](Simulated_Crystal& c) { c.nx = c.ny = 20, c.step = 4; }},
         {"one frame", [](Simulated_Crystal& c) { c.frames = 1; }},
         {"one column", [](Simulated_Crystal& c) { c = Simulated_Crystal::Of(1, "phi"), c.nx = 1; }},
         {"a row in the plane of h and k", level, true},
