@@ -74,7 +74,8 @@ Volume_Picture Picture(const Reciprocal_Volume& volume, View_Axis axis, std::siz
     const View_Of_Volume view = View_Along(volume, axis);
     Volume_Picture picture{Values_Of(view.x), Values_Of(view.y), {}};
     const std::size_t nx = picture.x.size(), ny = picture.y.size();
-    const auto [to_x, to_y, across] = Strides(volume, axis);
+    const std::array<std::size_t, 3> strides = Strides(volume, axis);
+    const std::size_t to_x = strides[0], to_y = strides[1], across = strides[2];
     std::vector<double> sums(nx * ny, 0.0);
     const auto add = [&](std::size_t x, std::size_t y, std::size_t cell) {
         sums[y * nx + x] += static_cast<double>(volume.z[x * to_x + y * to_y + cell * across]);
