@@ -216,7 +216,13 @@ Status Take_Runs(Viewer2D& viewer, Frame_Store runs, const Diffractometer_Type& 
 
 namespace {
 
+std::string By(int nx, int ny) { return std::to_string(nx) + " x " + std::to_string(ny); }
+
+// Runs of square detectors tell their pixels themselves.
 void Make_Geometry(Viewer2D& viewer, const Diffractometer_Type& instrument, std::vector<std::string>& warnings) {
+    if (viewer.nx_pixels != instrument.np_horiz || viewer.ny_pixels != instrument.np_vert)
+        warnings.push_back("The frames have " + By(viewer.nx_pixels, viewer.ny_pixels) + " pixels, and the detector of the instrument " +
+                           By(instrument.np_horiz, instrument.np_vert) + ": angles and h k l are right for the right instrument alone.");
     Pixel_Geometry geometry;
     const Status status = Pixel_Geometry::Make(instrument, viewer.nx_pixels, viewer.ny_pixels, geometry, warnings);
     viewer.geometry = status.ok() ? std::optional(geometry) : std::nullopt;

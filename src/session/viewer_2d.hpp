@@ -60,6 +60,7 @@ struct Viewer2D {
 
     std::optional<Pixel_Geometry> geometry;  // of the run in hand; none where the instrument does not tell it
     std::string no_geometry;                 // why
+    std::vector<std::string> told;           // doubts about the instrument that the user knows of
 
     // Zone, view (in units of the picture), the grid that is drawn of the picture, the rubber shape.
     Plot_State plot;

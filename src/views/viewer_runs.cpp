@@ -28,8 +28,13 @@ std::string In_One_Text(const Texts& texts) {
     return all;
 }
 
-void Tell_Warnings(Application& app, const Texts& warnings) {
-    if (!warnings.empty()) app.ask.Warning(In_One_Text(warnings));
+// Once.
+void Tell_Warnings(Application& app, Texts warnings) {
+    Texts& told = app.viewer.told;
+    std::erase_if(warnings, [&told](const std::string& text) { return std::find(told.begin(), told.end(), text) != told.end(); });
+    if (warnings.empty()) return;
+    told.insert(told.end(), warnings.begin(), warnings.end());
+    app.ask.Warning(In_One_Text(warnings));
 }
 
 const Saturation& Saturation_Of(const Application& app) { return app.session.prefs.saturation; }
