@@ -67,10 +67,20 @@ protected:
     QLineEdit* line_;
 };
 
+// At first as large as it must be, where a dialog has told how many lines it shows.
+class Lines_Edit : public QPlainTextEdit {
+public:
+    explicit Lines_Edit(bool no_larger) : no_larger_(no_larger) {}
+    QSize sizeHint() const override { return no_larger_ ? minimumSize() : QPlainTextEdit::sizeHint(); }
+
+private:
+    bool no_larger_;
+};
+
 // Lines of text in columns. TAB leads to the next field, as in the others.
 class Text_Field : public Dialog_Widget {
 public:
-    explicit Text_Field(const Dialog_Field& field) : Dialog_Widget(field), edit_(new QPlainTextEdit) {
+    explicit Text_Field(const Dialog_Field& field) : Dialog_Widget(field), edit_(new Lines_Edit(field.rows_seen > 0)) {
         edit_->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
         edit_->setLineWrapMode(QPlainTextEdit::NoWrap);
         edit_->setTabChangesFocus(true);
