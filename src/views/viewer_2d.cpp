@@ -7,6 +7,7 @@
 
 #include "commands/modal.hpp"
 #include "commands/options/preferences_dialog.hpp"
+#include "commands/options/redraw.hpp"
 #include "commands/plot/mouse_tools.hpp"
 #include "plot/plot.hpp"
 #include "plot/viewer_picture.hpp"
@@ -343,7 +344,7 @@ void Viewer2D_Main(Application& app) {
     app.zone_model = {};
     std::fputs(" Leaving 2D mode\n", stderr);
     WindowSelect(main_window);
-    if (!app.leaving) Plot_Redraw(app.session);
+    if (!app.leaving) Show_Present_View(app.session, app.ask);
 }
 
 std::optional<Point> Page_Of(const Viewer2D& viewer, Point data) {

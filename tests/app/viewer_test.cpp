@@ -386,7 +386,7 @@ TEST_F(Viewer_Window, RefusalsKeepTheRunOnTheScreen) {
 
 TEST_F(Viewer_Window, ClosingLeavesTheMainWindowAsItWas) {
     Put({Crystal(2, "omega", 4)});
-    for (const std::string& way : {"40532", "dialog 44;close"}) {
+    for (const std::string way : {"40532", "dialog 44;close"}) {
         const Run_Result run = Do(read_all + std::string("40543;40542;") + way + ";print state;print viewer", false,
                                   {SOURCE_TREE "/examples/corundum_cuka.xye"});
         EXPECT_NE(run.errors.find(" Leaving 2D mode"), std::string::npos) << run.errors;
