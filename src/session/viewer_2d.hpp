@@ -72,6 +72,7 @@ struct Viewer2D {
     std::vector<Run_In_Directory> listed;
     std::string instrument_file;
     Panel_Memory panel;
+    bool preferences_changed = false;  // from here, as far as is known
 
     bool Holds_Run() const { return current_numor > 0; }
     const SXTAL_Numor_Type& Run() const { return numors.Run(current_numor); }

@@ -340,11 +340,13 @@ void Viewer2D_Main(Application& app) {
     Open_Window(app);
     Show_Viewer(app);
     Run_Window(viewer_window, app.leaving);
+    const bool preferences_changed = app.viewer.preferences_changed;
     app.viewer = Viewer2D();
     app.zone_model = {};
     std::fputs(" Leaving 2D mode\n", stderr);
     WindowSelect(main_window);
-    if (!app.leaving) Show_Present_View(app.session, app.ask);
+    if (app.leaving) return;
+    preferences_changed ? Show_Present_View(app.session, app.ask) : Plot_Redraw(app.session);
 }
 
 std::optional<Point> Page_Of(const Viewer2D& viewer, Point data) {
@@ -367,6 +369,7 @@ constexpr Command commands[] = {
 void Edit_Viewer_Preferences(Application& app) {
     WindowSelect(viewer_window);
     Preferences_In_Viewer(app.session, app.ask);
+    app.viewer.preferences_changed = true;
     Fill_Grid(app.viewer, Saturation_Of(app));
     Show_Viewer(app);
 }
