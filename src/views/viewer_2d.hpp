@@ -1,6 +1,7 @@
 // What the files of the viewer's window share.
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -60,12 +61,9 @@ struct UB_Input {
 // "Reading UB-Matrix", which begins with the matrix that is known and stays open below a text that is none; nothing on cancel.
 std::optional<UB_Input> UB_Dialog(const Viewer2D&);
 
-// "Use Default Instrument", or "Read Instrument File" with its name; nothing on cancel.
-struct Instrument_Choice {
-    bool of_file = false;
-    std::string file;
-};
-std::optional<Instrument_Choice> Current_Instrument_Dialog(Application&);
+// "Use Default Instrument", for which `take` gets a blank name, or "Read Instrument File". It stays open below what `take` refuses; false
+// on cancel.
+bool Current_Instrument_Dialog(Application&, const std::function<Status(const std::string& file)>& take);
 
 std::string Select_Instrument_File(Application&);  // blank on cancel
 

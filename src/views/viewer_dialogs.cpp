@@ -35,15 +35,14 @@ std::optional<UB_Input> Matrix_In_Field() {
     return {};
 }
 
-// Nothing below a file that was not told.
-std::optional<Instrument_Choice> Choice_In_Fields() {
-    Instrument_Choice choice;
-    if (WDialogGetRadioButton(default_radio) != file_radio) return choice;
-    choice.of_file = true;
-    choice.file = Trim(WDialogGetString(file_field));
-    if (!choice.file.empty()) return choice;
-    Refuse_Field(file_field, " An instrument file should be given!");
-    return {};
+// Whether what the fields choose could be taken: the file, or blank for the default. What is wrong is told.
+bool Take_Choice(const std::function<Status(const std::string& file)>& take) {
+    const bool of_file = WDialogGetRadioButton(default_radio) == file_radio;
+    const std::string file(of_file ? Trim(WDialogGetString(file_field)) : std::string_view());
+    Status status = of_file && file.empty() ? Status::Fail(" An instrument file should be given!") : take(file);
+    WDialogSelect(current_instrument_dialog);
+    if (status.failed) Refuse_Field(file_field, status.message);
+    return status.ok();
 }
 
 void Browse(Application& app) {
@@ -87,7 +86,7 @@ std::optional<UB_Input> UB_Dialog(const Viewer2D& viewer) {
     return input;
 }
 
-std::optional<Instrument_Choice> Current_Instrument_Dialog(Application& app) {
+bool Current_Instrument_Dialog(Application& app, const std::function<Status(const std::string& file)>& take) {
     WDialogLoad(current_instrument_dialog);
     const std::string& file = app.viewer.instrument_file;
     WDialogPutRadioButton(file.empty() ? default_radio : file_radio);
@@ -97,14 +96,14 @@ std::optional<Instrument_Choice> Current_Instrument_Dialog(Application& app) {
     const Modal_Routines routines{.changed = [](int field) {
         if (field == file_field && !Trim(WDialogGetString(file_field)).empty()) WDialogPutRadioButton(file_radio);
     }};
-    std::optional<Instrument_Choice> choice;
-    for (int pressed = 0; !choice && pressed != button_cancel;) {
+    bool taken = false;
+    for (int pressed = 0; !taken && pressed != button_cancel;) {
         pressed = Run_Modal(current_instrument_dialog, routines);
         if (pressed == browse_button) Browse(app);
-        if (pressed == button_ok) choice = Choice_In_Fields();
+        if (pressed == button_ok) taken = Take_Choice(take);
     }
     WDialogUnload();
-    return choice;
+    return taken;
 }
 
 std::string Select_Instrument_File(Application& app) {

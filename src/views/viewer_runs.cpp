@@ -8,6 +8,7 @@
 #include "commands/progress_dialog.hpp"
 #include "commands/select_files.hpp"
 #include "instrument/instrument_file.hpp"
+#include "session/load.hpp"
 #include "toolkit/window.hpp"
 #include "views/viewer_2d.hpp"
 
@@ -117,7 +118,7 @@ bool Read_Files(Application& app, const Texts& files) {
 }
 
 void Tell_And_Show(Application& app, const Status& status, const Texts& warnings = {}) {
-    if (status.ok()) app.viewer.message.clear();
+    if (status.ok() && !app.viewer.recip_mode) app.viewer.message.clear();
     Show_Viewer(app);
     if (status.failed) app.ask.Error(status);
     Tell_Warnings(app, warnings);
@@ -253,6 +254,15 @@ void Read_UB_Matrix(Application& app) {
 
 namespace {
 
+// On failure the present instrument stays.
+Status Take_Instrument_File(Application& app, const std::string& file, Texts& warnings) {
+    warnings.clear();
+    const std::string path = Absolute_Path(app.session.config, std::string(Trim(file)));
+    Status status = Read_Current_Instrm(path, app.instrument, warnings);
+    if (status.ok()) app.viewer.instrument_file = path;
+    return status;
+}
+
 void Show_New_Instrument(Application& app, Texts warnings) {
     const Status status = Take_Instrument(app.viewer, Instrument_Of(app), Saturation_Of(app), warnings);
     Tell_And_Show(app, status, warnings);
@@ -263,8 +273,7 @@ void Show_New_Instrument(Application& app, Texts warnings) {
 void Load_Instrument(Application& app, const std::string& file) {
     if (Trim(file).empty()) return app.ask.Error(" An instrument file should be given!");
     Texts warnings;
-    if (const Status status = Read_Current_Instrm(file, app.instrument, warnings); status.failed) return app.ask.Error(status);
-    app.viewer.instrument_file = file;
+    if (const Status status = Take_Instrument_File(app, file, warnings); status.failed) return app.ask.Error(status);
     Show_New_Instrument(app, std::move(warnings));
 }
 
@@ -278,12 +287,14 @@ void Choose_Instrument_File(Application& app) {
 
 void Set_Current_Instrument(Application& app) {
     WindowSelect(viewer_window);
-    const std::optional<Instrument_Choice> choice = Current_Instrument_Dialog(app);
-    if (!choice) return;
-    if (choice->of_file) return Load_Instrument(app, choice->file);
-    Set_Default_Instrument(app.instrument);
-    app.viewer.instrument_file.clear();
-    Show_New_Instrument(app, {});
+    Texts warnings;
+    const auto take = [&](const std::string& file) {
+        if (!file.empty()) return Take_Instrument_File(app, file, warnings);
+        Set_Default_Instrument(app.instrument);
+        app.viewer.instrument_file.clear();
+        return Status::Done();
+    };
+    if (Current_Instrument_Dialog(app, take)) Show_New_Instrument(app, std::move(warnings));
 }
 
 }  // namespace vntl
