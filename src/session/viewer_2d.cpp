@@ -30,8 +30,9 @@ const Volume_Axis& Axis_In_View(const Viewer2D& viewer) {
 
 // As long as the number is.
 std::string Number(double value, int digits) {
-    constexpr double largest_whole = 1e15;
-    if (digits == 0 && std::fabs(value) < largest_whole) return std::to_string(std::llround(value));
+    constexpr double largest_in_columns = 1e15;
+    if (!(std::fabs(value) < largest_in_columns)) return IRealToString(static_cast<float>(value));
+    if (digits == 0) return std::to_string(std::llround(value));
     const std::string format = "(f32." + std::to_string(digits) + ')';
     return std::string(Trim(IRealToString(static_cast<float>(value), format)));
 }
@@ -98,7 +99,10 @@ Picture Picture_Of_Volume(const Viewer2D& viewer) {
     } else {
         picture.values = Plane(viewer.volume, viewer.view_axis, viewer.current_frame);
         const double value = Axis_In_View(viewer).Value(viewer.current_frame);
-        picture.title = title + "cut at q" + std::string(names.letter) + ": " + Number(value, 4);
+        constexpr double least_step = 1e-3;  // that four digits tell apart
+        const bool fine = Axis_In_View(viewer).step < least_step;
+        picture.title =
+            title + "cut at q" + std::string(names.letter) + ": " + (fine ? IRealToString(static_cast<float>(value)) : Number(value, 4));
     }
     picture.x_label = names.x_label;
     picture.y_label = names.y_label;

@@ -66,6 +66,7 @@ struct Viewer2D {
     Plot_State plot;
     std::array<std::string, viewer_status_parts> status;
     std::string message;  // what the last work had to tell, beside them
+    std::string hint;     // in its place, while the picture is as it is
 
     // What the panel lists.
     std::string directory;

@@ -58,7 +58,7 @@ const std::vector<Menu_Entry>& Menu() {
 
 void Show_Status(const Viewer2D& viewer) {
     WindowSelect(viewer_window);
-    WindowOutStatusBar(1, viewer.message);
+    WindowOutStatusBar(1, viewer.hint.empty() ? viewer.message : viewer.hint);
     for (std::size_t part = 0; part < viewer_status_parts; ++part) WindowOutStatusBar(static_cast<int>(part) + 2, viewer.status[part]);
 }
 
@@ -100,6 +100,7 @@ void Show_Menu_State(const Viewer2D& viewer) {
 
 // What hangs on the picture in view alone: a zoom, a scale.
 void Show_Picture(Application& app) {
+    app.viewer.hint.clear();
     Redraw(app);
     Show_Beside(app);
     Show_Status(app.viewer);
@@ -117,9 +118,11 @@ void Show_Viewer(Application& app) {
 
 void Choose_Side_Plot(Application& app, int side) {
     app.viewer.side_plot = side;
+    app.viewer.hint.clear();
     Show_Menu_State(app.viewer);
     Show_Beside(app);
     Show_Marks(app.viewer);
+    Show_Status(app.viewer);
 }
 
 void Choose_Plot_Kind(Application& app, int kind) {
@@ -247,10 +250,11 @@ void Move(Viewer2D& viewer, const WIN_MESSAGE& record) {
 
 void Take_Line(Application& app, Plot_State::Place from, Plot_State::Place to) {
     Viewer2D& viewer = app.viewer;
+    viewer.hint.clear();
     viewer.section_known = true;
     viewer.section_x = {static_cast<float>(from.x), static_cast<float>(to.x)};
     viewer.section_y = {static_cast<float>(from.y), static_cast<float>(to.y)};
-    if (viewer.side_plot != side_section) viewer.message = "\"Cross Section Plot\" shows the intensity along the line";
+    if (viewer.side_plot != side_section) viewer.hint = "\"Cross Section Plot\" shows the intensity along the line";
     Show_Marks(viewer);
     Show_Beside(app);
     Show_Status(viewer);

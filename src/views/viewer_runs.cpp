@@ -193,11 +193,14 @@ void Reload_Runs(Application& app) {
     Viewer2D& viewer = app.viewer;
     Texts files;
     for (int index = 1; index <= viewer.numors.size(); ++index) files.push_back(viewer.numors.File(index));
-    const int run = viewer.current_numor, frame = viewer.current_frame;
+    if (files.empty()) return;
+    const int numor = viewer.Run().numor, frame = viewer.current_frame;
     const bool of_planes = viewer.recip_mode;
-    if (!Read_Files(app, files) || run > viewer.numors.size()) return;
+    if (!Read_Files(app, files)) return;
+    const int index = viewer.numors.Index_Of(numor);
+    if (index == 0) return;  // the run in hand has gone, and the first one is
     Texts warnings;
-    Status status = Show_Run(viewer, run, Instrument_Of(app), Saturation_Of(app), warnings);
+    Status status = Show_Run(viewer, index, Instrument_Of(app), Saturation_Of(app), warnings);
     if (status.ok() && !of_planes) status = Show_Frame(viewer, frame, Saturation_Of(app));
     Tell_And_Show(app, status);
 }

@@ -35,7 +35,7 @@ void Put_Picture(const Application& app, int window, void (*draw)(const Applicat
     WBitmapPut(std::move(bitmap));
 }
 
-// The surface is turned as it was. A part in view that gives none leaves the former one.
+// The surface is turned as it was. Where the part in view gives none nothing is drawn, which the status bar tells.
 void Put_Zone(Application& app, bool fresh) {
     Model3D& model = app.zone_model;
     if (fresh) {
@@ -44,8 +44,9 @@ void Put_Zone(Application& app, bool fresh) {
         WMessageEnable(zone_window, Message_Kind::mouse_down, true);
     }
     PlotGrid zone;
-    if (Zone_Grid(app.viewer, zone).failed || zone.grid_z.size() > max_w3d_vertices) return;
-    Take_Solid(model, Build_Model(zone, app.viewer.x_label, model.model_colour));
+    const Status status = Zone_Grid(app.viewer, zone);
+    if (status.failed) app.viewer.hint = status.message;
+    Take_Solid(model, status.ok() ? Build_Model(zone, app.viewer.x_label, model.model_colour) : W3d());
     Show_Solid(model);
 }
 

@@ -82,7 +82,7 @@ Json Viewer_Json(const Viewer2D& viewer, const std::string& instrument) {
             {"y_view_min", Json_Real(viewer.plot.y_view_min)},
             {"y_view_max", Json_Real(viewer.plot.y_view_max)},
             {"status", Json_Texts(viewer.status)},
-            {"message", viewer.message}};
+            {"message", viewer.hint.empty() ? viewer.message : viewer.hint}};
 }
 
 // --- what is in it -----------------------------------------------------------------------------------------------------------------
