@@ -14,6 +14,7 @@
 #include <utility>
 
 #include "base/huge_pages.hpp"
+#include "instrument/conversion_tools.hpp"
 #include "instrument/frame_store.hpp"
 
 namespace vntl {
@@ -24,6 +25,7 @@ constexpr float hole = 0.001f;       // a cell inside with less takes the mean o
 constexpr double no_change = 1e-12;  // of an index, as a share of what its axis can reach: rounding alone
 constexpr std::size_t block = 1024;  // pixels that are taken at once
 constexpr std::size_t most_cells = most_bytes_of_counts / sizeof(float);
+constexpr const char* no_memory = "There is not enough memory for the volume of reciprocal space.";
 constexpr auto most_pixels = static_cast<double>(std::numeric_limits<std::uint32_t>::max());  // that a cell can count
 
 std::string By(int nx, int ny) { return std::to_string(nx) + " x " + std::to_string(ny); }
@@ -101,6 +103,18 @@ private:
     std::unique_ptr<Cell[], Free> cells_;
 };
 
+// A frame, and where each of its pixels falls in the list of cells.
+struct Placed_Frame {
+    Count_Matrix counts;
+    std::vector<std::int32_t> places;
+    Status status;
+};
+
+// Of cells inside of the volume.
+struct Totals {
+    long long pixels = 0, counts = 0, filled = 0;
+};
+
 class Volume_Builder {
 public:
     Volume_Builder(Frame_Source& frames, const Pixel_Geometry& geometry, const Matrix3d& ub_inverse)
@@ -120,10 +134,7 @@ public:
         if (Status status = Divide(); status.failed) return status;
         Find_Directions();
         cells_.Make(made_.h.count, made_.k.count, made_.l.count);
-        for (int frame = 1; frame <= nframes_; ++frame) {
-            if (Status status = Add_Frame(frame); status.failed) return status;
-            if (go_on && !go_on(frame)) return Status::Cancel();
-        }
+        if (Status status = Add_Frames(go_on); status.failed) return status;
         Take_Cells();
         return Status::Done();
     }
@@ -140,11 +151,15 @@ private:
     Status Divide();
     void Find_Directions();
     Status Find_Cells_Of_Directions(int frame, Cells_Of_Directions& of);
-    Status Add_Frame(int frame);
-    void Find_Cells_Of_Pixels(const Cells_Of_Directions& of, std::size_t first, std::size_t n);
+    Status Add_Frames(const std::function<bool(int)>& go_on);
+    void Prepare(int frame, Placed_Frame& placed);
+    Status Place_Frame(int frame, Placed_Frame& placed);
+    void Find_Cells_Of_Pixels(const Cells_Of_Directions& of, std::int32_t* places) const;
+    void Add(const Placed_Frame& placed);
     void Take_Cells();
-    void Means_Of_Layer(std::size_t l, std::vector<float>& means);
-    void Fill_Row(const float* below, const float* here, const float* above);
+    Totals Take_Layers(std::size_t first, std::size_t end);
+    void Means_Of_Layer(std::size_t l, std::vector<float>& means, Totals* totals) const;
+    long long Fill_Row(const float* below, const float* here, const float* above, float* row) const;
 
     Frame_Source& frames_;
     const SXTAL_Numor_Type& run_;
@@ -158,9 +173,7 @@ private:
     Reciprocal_Volume made_;
     Directions to_;
     Padded_Cells cells_;
-    Count_Matrix counts_;                       // of the frame in hand
-    std::array<std::int32_t, block> places_{};  // in the list of cells, of a block of pixels
-    std::vector<float> row_;                    // of means, holes filled
+    std::array<Placed_Frame, 2> placed_;  // the frame that is counted in, and the next one
     long long all_counts_ = 0;
 };
 
@@ -285,7 +298,7 @@ Status Volume_Builder::Find_Cells_Of_Directions(int frame, Cells_Of_Directions& 
 }
 
 // Numbers of cells are kept within the layer about the volume; adding and subtracting `whole` rounds them.
-void Volume_Builder::Find_Cells_Of_Pixels(const Cells_Of_Directions& of, std::size_t first, std::size_t n) {
+void Volume_Builder::Find_Cells_Of_Pixels(const Cells_Of_Directions& of, std::int32_t* places) const {
     const auto number = [](const Cell_Of_Direction& along, double outside, double x, double y, double z) {
         constexpr double whole = 6755399441055744;  // 1.5 * 2^52
         const double at = along.turn[0] * x + along.turn[1] * y + along.turn[2] * z + along.shift;
@@ -295,57 +308,98 @@ void Volume_Builder::Find_Cells_Of_Pixels(const Cells_Of_Directions& of, std::si
     const Cells_Of_Directions along = of;
     const double h_end = made_.h.count + 1, k_end = made_.k.count + 1, l_end = made_.l.count + 1;
     const double a_row = cells_.row(), a_layer = cells_.layer();
-    const double* const to_x = to_.x.data() + first;
-    const double* const to_y = to_.y.data() + first;
-    const double* const to_z = to_.z.data() + first;
+    const std::size_t n = to_.size();
     for (std::size_t i = 0; i < n; ++i) {
-        const double x = to_x[i], y = to_y[i], z = to_z[i];
-        places_[i] = static_cast<std::int32_t>(number(along[2], l_end, x, y, z) * a_layer + number(along[1], k_end, x, y, z) * a_row +
-                                               number(along[0], h_end, x, y, z));
+        const double x = to_.x[i], y = to_.y[i], z = to_.z[i];
+        places[i] = static_cast<std::int32_t>(number(along[2], l_end, x, y, z) * a_layer + number(along[1], k_end, x, y, z) * a_row +
+                                              number(along[0], h_end, x, y, z));
     }
 }
 
-Status Volume_Builder::Add_Frame(int frame) {
+Status Volume_Builder::Place_Frame(int frame, Placed_Frame& placed) {
     Cells_Of_Directions of;
     if (Status status = Find_Cells_Of_Directions(frame, of); status.failed) return status;
-    if (Status status = frames_.Frame(frame, counts_); status.failed) return status;
-    if (counts_.columns != nx_ || counts_.rows != ny_ || counts_.counts.size() != to_.size())
-        return Status::Fail("Frame " + std::to_string(frame) + " has " + By(counts_.columns, counts_.rows) + " pixels, and the run has " +
+    if (Status status = frames_.Frame(frame, placed.counts); status.failed) return status;
+    const Count_Matrix& counts = placed.counts;
+    if (counts.columns != nx_ || counts.rows != ny_ || counts.counts.size() != to_.size())
+        return Status::Fail("Frame " + std::to_string(frame) + " has " + By(counts.columns, counts.rows) + " pixels, and the run has " +
                             By(nx_, ny_) + '.');
+    placed.places.resize(to_.size());
+    Find_Cells_Of_Pixels(of, placed.places.data());
+    return Status::Done();
+}
+
+// No exception leaves the thread in which it is done.
+void Volume_Builder::Prepare(int frame, Placed_Frame& placed) {
+    try {
+        placed.status = Place_Frame(frame, placed);
+    } catch (const std::bad_alloc&) {
+        placed.status = Status::Fail(no_memory);
+    }
+}
+
+void Volume_Builder::Add(const Placed_Frame& placed) {
     Cell* const cells = cells_.All();
     for (std::size_t first = 0; first < to_.size(); first += block) {
         const std::size_t n = std::min(block, to_.size() - first);
-        Find_Cells_Of_Pixels(of, first, n);
-        const int* const counts = counts_.counts.data() + first;
+        const int* const counts = placed.counts.counts.data() + first;
+        const std::int32_t* const places = placed.places.data() + first;
         // Neighbours often fall into one cell, and would wait for each other's sum: far pixels take turns.
         const std::size_t part = n / 4;
         for (std::size_t i = 0; i < part; ++i)
-            for (std::size_t k = i; k < i + 4 * part; k += part) cells[places_[k]].Add(counts[k]);
-        for (std::size_t i = 4 * part; i < n; ++i) cells[places_[i]].Add(counts[i]);
+            for (std::size_t k = i; k < i + 4 * part; k += part) cells[places[k]].Add(counts[k]);
+        for (std::size_t i = 4 * part; i < n; ++i) cells[places[i]].Add(counts[i]);
         all_counts_ += std::accumulate(counts, counts + n, std::int64_t{0});
+    }
+}
+
+// While a frame is counted in, a second thread has the places of the next one: cells are touched by one alone, in the order of the frames.
+Status Volume_Builder::Add_Frames(const std::function<bool(int)>& go_on) {
+    Prepare(1, placed_[0]);
+    [[maybe_unused]] const int threads = std::min(Threads_For(0, static_cast<std::size_t>(pixels_)), 2);
+    for (int frame = 1; frame <= nframes_; ++frame) {
+        const auto at = static_cast<std::size_t>(frame - 1) % 2;
+        if (placed_[at].status.failed) return placed_[at].status;
+#ifdef _OPENMP
+#pragma omp parallel sections num_threads(threads)
+#endif
+        {
+#ifdef _OPENMP
+#pragma omp section
+#endif
+            Add(placed_[at]);
+#ifdef _OPENMP
+#pragma omp section
+#endif
+            if (frame < nframes_) Prepare(frame + 1, placed_[1 - at]);
+        }
+        if (go_on && !go_on(frame)) return Status::Cancel();
     }
     return Status::Done();
 }
 
-void Volume_Builder::Means_Of_Layer(std::size_t l, std::vector<float>& means) {
+void Volume_Builder::Means_Of_Layer(std::size_t l, std::vector<float>& means, Totals* totals) const {
     const auto nh = static_cast<std::size_t>(made_.h.count), nk = static_cast<std::size_t>(made_.k.count);
     float* mean = means.data();
+    Totals layer;
     for (std::size_t k = 1; k <= nk; ++k) {
         const Cell* const row = cells_.Row(k, l);
         for (std::size_t h = 1; h <= nh; ++h) {
             const std::int64_t sum = row[h].Sum();
             const std::uint32_t pixels = row[h].Pixels();
-            made_.used += pixels;
-            made_.used_counts += sum;
+            layer.pixels += pixels;
+            layer.counts += sum;
             *mean++ = pixels > 0 ? static_cast<float>(static_cast<double>(sum) / pixels) : 0.0f;
         }
     }
+    if (totals == nullptr) return;
+    totals->pixels += layer.pixels;
+    totals->counts += layer.counts;
 }
 
-// Appends a row inside of the volume.
-void Volume_Builder::Fill_Row(const float* below, const float* here, const float* above) {
-    const std::size_t nh = row_.size();
-    float* const row = row_.data();
+// A row inside of the volume; how many of its cells were filled.
+long long Volume_Builder::Fill_Row(const float* below, const float* here, const float* above, float* row) const {
+    const auto nh = static_cast<std::size_t>(made_.h.count);
     int filled = 0;
     for (std::size_t h = 1; h + 1 < nh; ++h) {
         const float sum = here[h - 1] + here[h + 1] + here[h - nh] + here[h + nh] + below[h] + above[h];
@@ -354,31 +408,59 @@ void Volume_Builder::Fill_Row(const float* below, const float* here, const float
         filled += is_hole ? 1 : 0;
     }
     row[0] = here[0], row[nh - 1] = here[nh - 1];
-    made_.z.insert(made_.z.end(), row_.begin(), row_.end());
-    made_.filled += filled;
+    return filled;
 }
 
-// The means layer by layer; a layer is filled when the one above it is there, for what counts are neighbours as they were.
-void Volume_Builder::Take_Cells() {
+// The means of layers [first, end), from 1. A layer is filled when the one above it is there, for what counts are neighbours as they were.
+Totals Volume_Builder::Take_Layers(std::size_t first, std::size_t end) {
     const auto nh = static_cast<std::size_t>(made_.h.count), nk = static_cast<std::size_t>(made_.k.count),
                nl = static_cast<std::size_t>(made_.l.count), layer = nh * nk;
     std::array<std::vector<float>, 3> means;
     for (auto& of_layer : means) of_layer.resize(layer);
-    row_.resize(nh);
-    Reserve_Many(made_.z, layer * nl);
-    Means_Of_Layer(1, means[1]);
-    for (std::size_t l = 1; l <= nl; ++l) {
+    Totals totals;
+    if (first > 1) Means_Of_Layer(first - 1, means[(first - 1) % 3], nullptr);
+    Means_Of_Layer(first, means[first % 3], &totals);
+    for (std::size_t l = first; l < end; ++l) {
         const float* const below = means[(l + 2) % 3].data();
         const float* const here = means[l % 3].data();
         const float* const above = means[(l + 1) % 3].data();
-        if (l < nl) Means_Of_Layer(l + 1, means[(l + 1) % 3]);
+        if (l < nl) Means_Of_Layer(l + 1, means[(l + 1) % 3], l + 1 < end ? &totals : nullptr);
+        float* const to = made_.z.data() + (l - 1) * layer;
         for (std::size_t at = 0; at < layer; at += nh) {
             const bool inside = l > 1 && l < nl && at > 0 && at + nh < layer && nh > 2;
             if (inside)
-                Fill_Row(below + at, here + at, above + at);
+                totals.filled += Fill_Row(below + at, here + at, above + at, to + at);
             else
-                made_.z.insert(made_.z.end(), here + at, here + at + nh);
+                std::copy_n(here + at, nh, to + at);
         }
+    }
+    return totals;
+}
+
+void Volume_Builder::Take_Cells() {
+    const auto nl = static_cast<std::size_t>(made_.l.count);
+    const std::size_t cells = nl * static_cast<std::size_t>(made_.h.count) * static_cast<std::size_t>(made_.k.count);
+    Reserve_Many(made_.z, cells);
+    made_.z.resize(cells);
+    const std::size_t parts = std::min(static_cast<std::size_t>(Threads_For(0, cells)), nl);
+    std::vector<Totals> totals(parts);
+    bool no_room = false;
+#ifdef _OPENMP
+#pragma omp parallel for num_threads(static_cast <int>(parts)) reduction(|| : no_room)
+#endif
+    for (std::ptrdiff_t i = 0; i < static_cast<std::ptrdiff_t>(parts); ++i) {
+        const auto part = static_cast<std::size_t>(i);
+        try {
+            totals[part] = Take_Layers(nl * part / parts + 1, nl * (part + 1) / parts + 1);
+        } catch (const std::bad_alloc&) {
+            no_room = true;
+        }
+    }
+    if (no_room) throw std::bad_alloc();
+    for (const Totals& of_part : totals) {
+        made_.used += of_part.pixels;
+        made_.used_counts += of_part.counts;
+        made_.filled += of_part.filled;
     }
     made_.dropped = static_cast<long long>(pixels_) - made_.used;
     made_.dropped_counts = all_counts_ - made_.used_counts;
@@ -394,7 +476,7 @@ Status Build_Reciprocal_Volume(Frame_Source& frames, const Pixel_Geometry& geome
         volume = builder.Take();
         return Status::Done();
     } catch (const std::bad_alloc&) {
-        return Status::Fail("There is not enough memory for the volume of reciprocal space.");
+        return Status::Fail(no_memory);
     }
 }
 
