@@ -149,8 +149,7 @@ void Build(Application& app, const UB_Input& matrix, View_Axis axis) {
     if (status.ok()) {
         for (const std::string& line : Describe_Volume(built->volume, matrix.ub)) std::fprintf(stderr, "%s\n", line.c_str());
         const Reciprocal_Volume& volume = built->volume;
-        viewer.message = std::to_string(volume.dropped) + " of " + std::to_string(volume.used + volume.dropped) + " pixels (" +
-                         std::to_string(volume.dropped_counts) + " counts) lie outside of the volume";
+        viewer.message = "Left out: " + std::to_string(volume.dropped) + " pixels, " + std::to_string(volume.dropped_counts) + " counts";
         Take_Volume(viewer, std::move(built->volume), Saturation_Of(app));
         if (axis != View_Axis::l) Show_Along(viewer, axis, Saturation_Of(app));
     }
