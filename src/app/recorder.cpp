@@ -145,7 +145,8 @@ void Recorder::Saw_Message(const Message& message) {
             WindowSelect(record.win);
             if (WInfoWindow(1) < 1) return;  // a window without a picture
             return Replaceable("resize", {"resize", std::to_string(WInfoWindow(1)), std::to_string(WInfoWindow(2))});
-        case Message_Kind::close_request:
+        case Message_Kind::close_request:  // of a window that may never have been in front
+            if (record.win != WindowFront()) Saw_Front(record.win);
             return Statement({"close"});
         case Message_Kind::key_down:
             if (const std::string name = Key_Name(record.value1); !name.empty()) Statement({"key", name});

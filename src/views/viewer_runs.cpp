@@ -81,8 +81,16 @@ Runs_Read Read_Into_Store(const Texts& files, const Diffractometer_Type& instrum
     return read;
 }
 
-// The runs that can be read take the place of those in the list; where none can, or the user ends it, these stay.
-bool Read_Files(Application& app, const Texts& files) {
+// Of the run of a file, 0 none.
+int Place_In(const Frame_Store& store, const std::string& file) {
+    for (int index = 1; index <= store.size(); ++index)
+        if (store.File(index) == file) return index;
+    return 0;
+}
+
+// The runs that can be read take the place of those in the list; where none can, or not the one that is told of, or the user ends it, these
+// stay.
+bool Read_Files(Application& app, const Texts& files, const std::string& wanted = {}) {
     const Diffractometer_Type& instrument = Instrument_Of(app);
     if (instrument.np_horiz < 1 || instrument.np_vert < 1) {
         app.ask.Error("Pixels by Frame is zero!!!");
@@ -101,7 +109,7 @@ bool Read_Files(Application& app, const Texts& files) {
     if (read->cancelled) return false;
     Texts warnings;
     bool taken = false;
-    if (read->store.size() > 0) {
+    if (wanted.empty() ? read->store.size() > 0 : Place_In(read->store, wanted) > 0) {
         const Status status = Take_Runs(app.viewer, std::move(read->store), instrument, Saturation_Of(app), warnings);
         taken = status.ok();
         if (status.failed) read->refused.push_back(status.message);
@@ -193,13 +201,12 @@ void Reload_Runs(Application& app) {
     Texts files;
     for (int index = 1; index <= viewer.numors.size(); ++index) files.push_back(viewer.numors.File(index));
     if (files.empty()) return;
-    const int numor = viewer.Run().numor, frame = viewer.current_frame;
+    const std::string in_hand = viewer.numors.File(viewer.current_numor);
+    const int frame = viewer.current_frame;
     const bool of_planes = viewer.recip_mode;
-    if (!Read_Files(app, files)) return;
-    const int index = viewer.numors.Index_Of(numor);
-    if (index == 0) return;  // the run in hand has gone, and the first one is
+    if (!Read_Files(app, files, in_hand)) return;
     Texts warnings;
-    Status status = Show_Run(viewer, index, Instrument_Of(app), Saturation_Of(app), warnings);
+    Status status = Show_Run(viewer, Place_In(viewer.numors, in_hand), Instrument_Of(app), Saturation_Of(app), warnings);
     if (status.ok() && !of_planes) status = Show_Frame(viewer, frame, Saturation_Of(app));
     Tell_And_Show(app, status);
 }

@@ -4,7 +4,9 @@
 #include <string_view>
 
 #include "app/testing.hpp"
+#include "instrument/instrument_file.hpp"
 #include "instrument/numor_text.hpp"
+#include "instrument/simulated_crystal.hpp"
 #include "patterns/prf_files.hpp"
 #include "patterns/sample_files.hpp"
 
@@ -74,7 +76,8 @@ constexpr const char* own_window_deeds =
     "mouse down 500 300|mouse move 700 500|mouse up 900 500|mouse data down 12 10|mouse data up 14 100|mouse down right 600 400|"
     "resize 300 200|resize 900 700|print model3d|print generic|print quickview|print picture|print menu|print dialog|export a.svg|main|"
     "cell 1 1 1 1|cell 2 2 5 1|key Escape";
-const std::string leave_own_windows = "press 2\ndialog 43\ncommand 40041\npress 2\ndialog 42\ncommand 40205\nmain";
+const std::string leave_own_windows =
+    "press 2\ndialog 43\ncommand 40041\npress 2\ndialog 42\ncommand 40205\npress 2\ndialog 44\ncommand 40532\nmain";
 
 // What a change that is taken back and made again leaves as it was.
 const std::string undo_and_redo =
@@ -112,7 +115,7 @@ public:
         if (choice < 35) return "command " + One_Of(modes);
         if (choice < 65) return Mouse();
         if (choice < 69) return "key " + One_Of(keys);
-        if (choice == 69) return Own_Window();
+        if (choice == 69) return Below(3) == 0 ? Viewer() : Own_Window();
         if (choice < 73) return "press " + One_Of("1|2|1|2|1002|OK|Find next");
         if (choice < 76) return "set " + One_Of(fields) + ' ' + One_Of(values);
         if (choice < 77) return "cell " + One_Of(fields) + " 1 " + std::to_string(Below(4)) + ' ' + One_Of(values);
@@ -162,6 +165,23 @@ private:
         text += "\ndirectory .\nfiles " + One_Of("results.seq|table.gdf|pie.gdf|bad.gdf|solid.w3d") + "\ncommand " + One_Of(own_windows) +
                 "\npress 1";
         for (int i = Below(25); i > 0; --i) text += '\n' + One_Of(own_window_deeds);
+        return text + '\n' + leave_own_windows;
+    }
+
+    // Runs of two detectors, or nothing, and whatever its panel and its commands are good for.
+    std::string Viewer() {
+        std::string text = leave_own_windows + "\ncommand 40169\ndialog 450\nset 4503 " + One_Of("area.instrm|area.instrm|text.txt|/x") +
+                           "\npress 4502\ndirectory " + One_Of("frames|frames|frames|data/r3b|home") + "\npress 4506\npress 4511";
+        for (int i = 10 + Below(40); i > 0; --i) {
+            const int choice = Below(10);
+            if (choice < 2) text += "\ndialog " + One_Of("44|45|46|47|450|450|451");
+            if (choice == 2 || choice == 3) text += "\ndialog 44\ncommand " + std::to_string(40530 + Below(15));
+            if (choice == 4) text += "\ndialog 450\nset " + std::to_string(4501 + Below(40)) + ' ' + One_Of("1|2|3|9999|-1|abc|7");
+            if (choice == 5 || choice == 6) text += "\ndialog 450\npress " + std::to_string(4501 + Below(40));
+            if (choice == 7) text += "\nset 4601 " + One_Of("\"0.1 0 0 0 0.1 0 0 0 0.1\"|\"1e30 0 0 0 1 0 0 0 1e-30\"|nan|1") + "\npress 1";
+            if (choice == 8) text += '\n' + Mouse();
+            if (choice == 9) text += "\nprint " + One_Of("viewer|frame full|volume|section|omega|pixel 3 4 2|pixel 1e300 -1e300 1|picture");
+        }
         return text + '\n' + leave_own_windows;
     }
 
@@ -235,6 +255,15 @@ protected:
         for (const char* name : {"100001", "100003"}) {
             std::ofstream(directory / "data/r3b" / name) << run;
             run.resize(run.size() * 3 / 4);
+        }
+        fs::create_directories(directory / "frames");
+        test::Simulated_Crystal crystal = test::Simulated_Crystal::Of(2, "omega");
+        crystal.nx = crystal.ny = 12, crystal.frames = 6, crystal.pitch = 10, crystal.step = 3;
+        std::ofstream(directory / "area.instrm") << Instrm_File_Text(crystal.Instrument());
+        std::string frames = crystal.Text().Text();
+        for (const char* name : {"1", "2", "3"}) {
+            std::ofstream(directory / "frames" / name) << frames;
+            frames.resize(frames.size() * 9 / 10);
         }
         std::ofstream(directory / "text.txt") << "Two lines\nof text";
     }
