@@ -5,7 +5,7 @@
 
 #include <functional>
 #include <limits>
-#include <set>
+#include <utility>
 
 #include "instrument/simulated_crystal.hpp"
 
@@ -73,33 +73,24 @@ void For_Cells(const Cell& first, const Cell& last, const std::function<void(con
             for (int h = first[0]; h <= last[0]; ++h) visit({h, k, l});
 }
 
-// How many cells the peak about a place lies from it, along each axis: the strongest cell, and the centre of mass about that.
+// How many cells the middle of the peak about a place lies from it, along each axis.
 Vector3d Peak_Off(const Reciprocal_Volume& volume, const Vector3d& place, const Simulated_Crystal& crystal) {
     const auto axes = Axes(volume);
     Vector3d wanted{}, sum{};
-    Cell strongest{}, first{}, last{};
-    const auto within = [&](const Vector3d& middle, int cells) {
-        for (std::size_t i = 0; i < 3; ++i) {
-            first[i] = std::clamp(static_cast<int>(std::lround(middle[i])) - cells, 1, axes[i]->count);
-            last[i] = std::clamp(static_cast<int>(std::lround(middle[i])) + cells, 1, axes[i]->count);
-        }
-    };
-    for (std::size_t i = 0; i < 3; ++i) wanted[i] = (place[i] - axes[i]->min) / axes[i]->step;
-    const auto value = [&](const Cell& cell) { return static_cast<double>(volume.z[volume.Index(cell[0], cell[1], cell[2])]); };
-    double most = 0, mass = 0;
-    within(wanted, 4);
+    Cell first{}, last{};
+    double mass = 0;
+    for (std::size_t i = 0; i < 3; ++i) {
+        wanted[i] = (place[i] - axes[i]->min) / axes[i]->step;
+        first[i] = std::clamp(static_cast<int>(std::lround(wanted[i])) - 4, 1, axes[i]->count);
+        last[i] = std::clamp(static_cast<int>(std::lround(wanted[i])) + 4, 1, axes[i]->count);
+    }
     For_Cells(first, last, [&](const Cell& cell) {
-        if (value(cell) > most) most = value(cell), strongest = cell;
-    });
-    EXPECT_GT(most, crystal.height / 3);
-    within({double(strongest[0]), double(strongest[1]), double(strongest[2])}, 3);
-    For_Cells(first, last, [&](const Cell& cell) {
-        const double above = std::max(value(cell) - most / 5, 0.0);
+        const double above = std::max(static_cast<double>(volume.z[volume.Index(cell[0], cell[1], cell[2])]) - crystal.height / 5, 0.0);
         mass += above;
-        for (std::size_t i = 0; i < 3; ++i) sum[i] += above * cell[i];
+        for (std::size_t i = 0; i < 3; ++i) sum[i] += above * (cell[i] - wanted[i]);
     });
-    for (std::size_t i = 0; i < 3; ++i) sum[i] = sum[i] / mass - wanted[i];
-    return sum;
+    EXPECT_GT(mass, crystal.height);
+    return {sum[0] / mass, sum[1] / mass, sum[2] / mass};
 }
 
 TEST(Reciprocal_Volume, Spots_Of_A_Crystal_Lie_At_Whole_Indices) {
@@ -125,27 +116,26 @@ TEST(Reciprocal_Volume, Spots_Of_A_Crystal_Lie_At_Whole_Indices) {
         }
 }
 
-// All pixels of a run, each by itself, into the cells of a volume; the cells in which rounding may decide are left out.
+// All pixels of a run, each by itself, into the cells of a volume. Where rounding may decide, a pixel changes two cells and those about
+// them.
 void Check_By_Pixels(const Crystal_Frames& frames, const Matrix3d& inverse, const Reciprocal_Volume& volume) {
     const auto axes = Axes(volume);
     const Cell counts = {volume.h.count, volume.k.count, volume.l.count};
     std::vector<double> sums(volume.z.size()), pixels(volume.z.size());
-    std::set<Cell> doubtful;
-    long long all = 0, all_counts = 0, inside = 0, inside_counts = 0, in_doubt = 0;
+    long long all = 0, all_counts = 0, inside = 0, inside_counts = 0, in_doubt = 0, filled = 0, wrong = 0;
     for (int frame = 1; frame <= frames.crystal.frames; ++frame)
         For_Cells({1, 1, 1}, {frames.crystal.nx, frames.crystal.ny, 1}, [&](const Cell& pixel) {
             const Vector3d hkl = frames.Indices(pixel[0], pixel[1], frame, inverse);
             const long long count = frames.Count(pixel[0], pixel[1], frame);
-            Cell cell{}, low{}, high{};
-            bool in = true;
+            Cell cell{};
+            bool in = true, doubt = false;
             for (std::size_t i = 0; i < 3; ++i) {
                 const double at = counts[i] == 1 ? 1 : (hkl[i] - axes[i]->min) / axes[i]->step;
                 cell[i] = static_cast<int>(std::lround(at));
-                low[i] = static_cast<int>(std::lround(at - 1e-4)), high[i] = static_cast<int>(std::lround(at + 1e-4));
+                doubt = doubt || std::lround(at - 1e-7) != std::lround(at + 1e-7);
                 in = in && cell[i] >= 1 && cell[i] <= counts[i];
             }
-            ++all, all_counts += count;
-            if (low != high) ++in_doubt, For_Cells(low, high, [&](const Cell& c) { doubtful.insert(c); });
+            ++all, all_counts += count, in_doubt += doubt;
             if (!in) return;
             ++inside, inside_counts += count;
             const std::size_t index = volume.Index(cell[0], cell[1], cell[2]);
@@ -155,29 +145,22 @@ void Check_By_Pixels(const Crystal_Frames& frames, const Matrix3d& inverse, cons
     EXPECT_EQ(volume.used_counts + volume.dropped_counts, all_counts);
     EXPECT_LE(std::abs(volume.used - inside), in_doubt);
     EXPECT_TRUE(in_doubt > 0 || volume.used_counts == inside_counts);
+    EXPECT_LT(in_doubt, 10);
     for (std::size_t i = 0; i < sums.size(); ++i) sums[i] = pixels[i] > 0 ? sums[i] / pixels[i] : 0;
-    long long filled = 0, wrong = 0;
     For_Cells({1, 1, 1}, counts, [&](const Cell& cell) {
         const auto at = [&](int h, int k, int l) { return sums[volume.Index(h, k, l)]; };
         const auto [h, k, l] = cell;
         double expected = at(h, k, l);
-        bool known = !doubtful.contains(cell), within = true;
+        bool within = true;
         for (std::size_t i = 0; i < 3; ++i) within = within && cell[i] > 1 && cell[i] < counts[i];
         if (within && expected < 0.001) {
             ++filled;
             expected = (at(h - 1, k, l) + at(h + 1, k, l) + at(h, k - 1, l) + at(h, k + 1, l) + at(h, k, l - 1) + at(h, k, l + 1)) / 6;
-            for (std::size_t i = 0; i < 3; ++i)
-                for (const int aside : {-1, 1}) {
-                    Cell neighbour = cell;
-                    neighbour[i] += aside;
-                    known = known && !doubtful.contains(neighbour);
-                }
         }
-        if (known && !(std::fabs(static_cast<double>(volume.z[volume.Index(h, k, l)]) - expected) <= 1e-6 * expected)) ++wrong;
+        wrong += !(std::fabs(static_cast<double>(volume.z[volume.Index(h, k, l)]) - expected) <= 1e-6 * expected);
     });
-    EXPECT_EQ(wrong, 0);
-    EXPECT_LE(std::abs(volume.filled - filled), static_cast<long long>(doubtful.size()));
-    EXPECT_LT(doubtful.size(), 10 + volume.z.size() / 100);
+    EXPECT_LE(wrong, 14 * in_doubt);
+    EXPECT_LE(std::abs(volume.filled - filled), 2 * in_doubt);
 }
 
 struct Shape {
@@ -240,104 +223,83 @@ TEST(Reciprocal_Volume, Axes_Reach_From_Corner_To_Corner_With_A_Cell_A_Pixel) {
         EXPECT_NEAR(axes[i]->count * axes[i]->step, high[i] - low[i], axes[i]->step / 2);
     }
     EXPECT_NEAR(static_cast<double>(volume.z.size()) / (crystal.nx * crystal.ny * crystal.frames), 1, 0.05);
-    const std::vector<std::string> lines = Describe_Volume(volume, crystal.UB());
-    ASSERT_EQ(lines.size(), 18u);
-    const char* const labels[] = {"       k-min(r.l.u.) : ", "       k-max(r.l.u.) : ", "     k-range(r.l.u.) : ",
-                                  "   Initial divisions : ", "     k-steps(r.l.u.) : ", "   k-steps(1/angstr) : "};
     const Matrix3d ub = crystal.UB();
+    const std::vector<std::string> lines = Describe_Volume(volume, ub);
+    ASSERT_EQ(lines.size(), 18u);
     const double star = std::sqrt(ub[0][1] * ub[0][1] + ub[1][1] * ub[1][1] + ub[2][1] * ub[2][1]);
-    const double told[] = {low[1], high[1], high[1] - low[1], double(volume.k.first_count), volume.k.step, volume.k.step * star};
+    const std::pair<const char*, double> told[] = {
+        {"       k-min(r.l.u.) : ", low[1]},           {"       k-max(r.l.u.) : ", high[1]},
+        {"     k-range(r.l.u.) : ", high[1] - low[1]}, {"   Initial divisions : ", double(volume.k.first_count)},
+        {"     k-steps(r.l.u.) : ", volume.k.step},    {"   k-steps(1/angstr) : ", volume.k.step * star}};
     for (std::size_t i = 0; i < 6; ++i) {
-        const std::string& line = lines[6 + i];
-        EXPECT_EQ(line.substr(0, 23), labels[i]);
-        EXPECT_NEAR(std::stod(line.substr(23)), told[i], 1e-6);
+        EXPECT_EQ(lines[6 + i].substr(0, 23), told[i].first);
+        EXPECT_NEAR(std::stod(lines[6 + i].substr(23)), told[i].second, 1e-6);
     }
 }
 
 TEST(Reciprocal_Volume, What_Cannot_Be_Built_Leaves_The_Former_One) {
-    Simulated_Crystal small;
-    small.nx = small.ny = 6, small.frames = 5, small.machine = "R18";
-    Simulated_Crystal point = small;
+    Simulated_Crystal small, point, wide;
+    small.nx = small.ny = wide.ny = 6, small.frames = point.frames = 5, small.machine = point.machine = wide.machine = "R18", wide.nx = 7;
     point.nx = point.ny = 1, point.chi = 0, point.level = true, point.cell = {11, 12.5, 14, 90, 90, 90};
-    const Matrix3d good = Inverse(small.UB());
-    struct Case {
-        std::function<void(Crystal_Frames&, Matrix3d&)> change;
-        const char* told;
-        bool of_a_point = false;
-    };
-    const auto angle = [](int frame, float value) {
+    const Pixel_Geometry wider = Crystal_Frames(wide).geometry;
+    using Change = std::function<void(Crystal_Frames&, Matrix3d&)>;
+    const auto angle = [](int frame, float value) -> Change {
         return [=](Crystal_Frames& f, Matrix3d&) { f.run.tmc_ang.Frame(static_cast<std::size_t>(frame) - 1)[frame_angle] = value; };
     };
-    const auto wave = [](float value) { return [=](Crystal_Frames& f, Matrix3d&) { f.run.wave = value; }; };
-    const Case cases[] = {
-        {[](Crystal_Frames& f, Matrix3d&) { f.fails_at = 3; }, "gone"},
-        {[](Crystal_Frames& f, Matrix3d&) { f.short_at = 4; }, "Frame 4 has 6 x 5 pixels"},
-        {[](Crystal_Frames& f, Matrix3d&) { f.run.nframes = 0; }, "no frames"},
-        {[](Crystal_Frames& f, Matrix3d&) { f.run.nframes = 100'000'000; }, "Frame 100000000"},
-        {[](Crystal_Frames&, Matrix3d& m) { m[1][2] = nan; }, "UB matrix"},
-        {[](Crystal_Frames& f, Matrix3d& m) { m[0][0] = 1e308, f.run.wave = 1e-6f; }, "no numbers"},
-        {[](Crystal_Frames&, Matrix3d& m) {
-             m[0] = {1.7e308, 0, -1.7e308};
-         },
-         "no number"},
-        {wave(0), "wavelength"},
-        {wave(-1), "wavelength"},
-        {wave(static_cast<float>(nan)), "wavelength"},
-        {angle(4, static_cast<float>(nan)), "4"},
-        {angle(1, 100), "more than 4", true},  // the step in the middle is a small share of the range
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.told);
-        Crystal_Frames frames(c.of_a_point ? point : small);
+    const auto wave = [](float value) -> Change { return [=](Crystal_Frames& f, Matrix3d&) { f.run.wave = value; }; };
+    const struct {
+        Change change;
+        const char* told;
+        bool of_a_point = false;
+    } cases[] = {{[](Crystal_Frames& f, Matrix3d&) { f.fails_at = 3; }, "gone"},
+                 {[](Crystal_Frames& f, Matrix3d&) { f.short_at = 4; }, "Frame 4 has 6 x 5 pixels"},
+                 {[](Crystal_Frames& f, Matrix3d&) { f.run.nframes = 0; }, "no frames"},
+                 {[](Crystal_Frames& f, Matrix3d&) { f.run.nframes = 100'000'000; }, "Frame 100000000"},
+                 {[&](Crystal_Frames& f, Matrix3d&) { f.geometry = wider; }, "6 x 6 pixels, and the detector of the instrument has 7 x 6"},
+                 {[](Crystal_Frames&, Matrix3d& m) { m[1][2] = nan; }, "UB matrix"},
+                 {[](Crystal_Frames& f, Matrix3d& m) { m[0][0] = 1e308, f.run.wave = 1e-6f; }, "no numbers"},
+                 {[](Crystal_Frames&, Matrix3d& m) { m[0][0] = 1.7e308, m[0][1] = 0, m[0][2] = -1.7e308; }, "no number"},
+                 {wave(0), "wavelength"},
+                 {wave(static_cast<float>(nan)), "wavelength"},
+                 {angle(4, static_cast<float>(nan)), "4"},
+                 {angle(1, 100), "more than 4", true}};  // the step in the middle is a small share of the range
+    for (const auto& [change, told, of_a_point] : cases) {
+        Crystal_Frames frames(of_a_point ? point : small);
         Matrix3d inverse = Inverse(frames.crystal.UB());
-        c.change(frames, inverse);
+        change(frames, inverse);
         Reciprocal_Volume volume;
         volume.z = {7};
         const Status status = Build_Reciprocal_Volume(frames, frames.geometry, inverse, volume);
-        EXPECT_TRUE(status.to_tell());
-        EXPECT_NE(status.message.find(c.told), std::string::npos) << status.message;
-        EXPECT_EQ(volume.z, std::vector<float>{7});
+        EXPECT_TRUE(status.to_tell() && status.message.find(told) != std::string::npos) << told << ": " << status.message;
+        EXPECT_EQ(volume.z, std::vector<float>{7}) << told;
     }
     Crystal_Frames frames(small);
     Reciprocal_Volume volume;
     std::vector<int> asked;
-    const auto until_two = [&](int done) {
-        asked.push_back(done);
-        return done < 2;
-    };
-    const Status status = Build_Reciprocal_Volume(frames, frames.geometry, good, volume, until_two);
+    const auto until_two = [&](int done) { return asked.push_back(done), done < 2; };
+    const Status status = Build_Reciprocal_Volume(frames, frames.geometry, Inverse(small.UB()), volume, until_two);
     EXPECT_TRUE(status.failed && status.cancelled && volume.empty());
     EXPECT_EQ(asked, (std::vector<int>{1, 2}));
-    small.nx = 7;
-    const Pixel_Geometry wider = Crystal_Frames(small).geometry;
-    EXPECT_NE(
-        Build_Reciprocal_Volume(frames, wider, good, volume).message.find("6 x 6 pixels, and the detector of the instrument has 7 x 6"),
-        std::string::npos);
 }
 
 TEST(Reciprocal_Volume, Planes_And_Projections) {
     Reciprocal_Volume volume;
     volume.h = {0, 1, 0.5, 2, 2}, volume.k = {-1, 2, 1, 3, 3}, volume.l = {10, 14, 1, 4, 4};
-    for (int l = 1; l <= 4; ++l)
-        for (int k = 1; k <= 3; ++k)
-            for (int h = 1; h <= 2; ++h) volume.z.push_back(static_cast<float>(100 * h + 10 * k + l));
-    const std::vector<float> hs = {0.5f, 1}, ks = {0, 1, 2}, ls = {11, 12, 13, 14};
-    const auto expect = [](const Volume_Picture& picture, const std::vector<float>& x, const std::vector<float>& y,
-                           const std::function<float(int, int)>& value) {
-        EXPECT_EQ(picture.x, x);
-        EXPECT_EQ(picture.y, y);
-        std::vector<float> z;
-        for (std::size_t row = 1; row <= y.size(); ++row)
-            for (std::size_t column = 1; column <= x.size(); ++column) z.push_back(value(static_cast<int>(column), static_cast<int>(row)));
-        EXPECT_EQ(picture.z, z);
-    };
-    const auto f = [](int value) { return static_cast<float>(value); };
-    expect(Plane(volume, View_Axis::h, 2), ks, ls, [&](int k, int l) { return f(200 + 10 * k + l); });
-    expect(Plane(volume, View_Axis::k, 3), hs, ls, [&](int h, int l) { return f(100 * h + 30 + l); });
-    expect(Plane(volume, View_Axis::l, 4), hs, ks, [&](int h, int k) { return f(100 * h + 10 * k + 4); });
-    expect(Projection(volume, View_Axis::h), ks, ls, [&](int k, int l) { return f(300 + 20 * k + 2 * l); });
-    expect(Projection(volume, View_Axis::k), hs, ls, [&](int h, int l) { return f(300 * h + 60 + 3 * l); });
-    expect(Projection(volume, View_Axis::l), hs, ks, [&](int h, int k) { return f(400 * h + 40 * k + 10); });
+    For_Cells({1, 1, 1}, {2, 3, 4}, [&](const Cell& c) { volume.z.push_back(static_cast<float>(100 * c[0] + 10 * c[1] + c[2])); });
+    const std::vector<float> values[] = {{0.5f, 1}, {0, 1, 2}, {11, 12, 13, 14}};
+    for (std::size_t axis = 0; axis < 3; ++axis)
+        for (int plane = 0; plane <= static_cast<int>(values[axis].size()); ++plane) {  // 0: all
+            const std::size_t x = axis == 0 ? 1 : 0, y = axis == 2 ? 1 : 2;
+            const auto view = static_cast<View_Axis>(axis);
+            std::vector<float> z(values[x].size() * values[y].size());
+            For_Cells({1, 1, 1}, {2, 3, 4}, [&](const Cell& c) {
+                const std::size_t at = static_cast<std::size_t>(c[y] - 1) * values[x].size() + static_cast<std::size_t>(c[x] - 1);
+                if (plane == 0 || c[axis] == plane) z[at] += static_cast<float>(100 * c[0] + 10 * c[1] + c[2]);
+            });
+            const Volume_Picture picture = plane == 0 ? Projection(volume, view) : Plane(volume, view, plane);
+            EXPECT_TRUE(picture.x == values[x] && picture.y == values[y]);
+            EXPECT_EQ(picture.z, z) << axis << ' ' << plane;
+        }
     EXPECT_TRUE(Plane(volume, View_Axis::l, 5).z.empty() && Plane(volume, View_Axis::h, 0).z.empty());
 }
 
@@ -348,9 +310,7 @@ TEST(Reciprocal_Volume, Matrices_Are_Read_As_They_Are_Pasted) {
         Matrix3d ub{}, inverse{};
         ASSERT_TRUE(Parse_UB_Matrix(text, ub, inverse).ok()) << text;
         EXPECT_EQ(ub, expected);
-        const Matrix3d product = inverse * ub;
-        for (std::size_t i = 0; i < 3; ++i)
-            for (std::size_t k = 0; k < 3; ++k) EXPECT_NEAR(product[i][k], i == k, 1e-12);
+        for (std::size_t i = 0; i < 9; ++i) EXPECT_NEAR((inverse * ub)[i / 3][i % 3], i % 4 == 0, 1e-12);
     }
     for (const char* const text :
          {"", "1 0 0 0 1 0 0 0", "1 0 0 0 1 0 0 0 1 0", "1 0 0 0 1 0 0 0 x", "1 0 0 0 1 0 0 0 1 x", "1 0 0 0 1 0 0 0 nan",

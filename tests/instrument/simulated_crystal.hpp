@@ -17,6 +17,7 @@
 #include "instrument/diffractometer.hpp"
 #include "instrument/numor.hpp"
 #include "instrument/numor_text.hpp"
+#include "instrument/pixel_geometry.hpp"
 #include "instrument/read_numor.hpp"
 #include "instrument/vectors.hpp"
 
@@ -153,12 +154,9 @@ struct Simulated_Crystal {
         const std::array<double, 4> at = Angles(frame);
         const Vector3d z = {Sin(at[0]) / wave, (Cos(at[0]) - 1) / wave, 0};
         const Vector3d in_crystal = About_Z(at[3]) * (About_Y(at[2]) * (About_Z(at[1]) * z));
-        const Matrix3d ub = UB();
-        const auto column = [&ub](std::size_t k) { return Vector3d{ub[0][k], ub[1][k], ub[2][k]}; };
-        Vector3d indices{};
-        const double volume = Dot(column(0), Cross_Product(column(1), column(2)));
-        for (std::size_t k = 0; k < 3; ++k) indices[k] = Dot(in_crystal, Cross_Product(column((k + 1) % 3), column((k + 2) % 3))) / volume;
-        return indices;
+        Matrix3d inverse{};
+        Invert(UB(), inverse);
+        return inverse * in_crystal;
     }
 
 private:
@@ -167,9 +165,6 @@ private:
     static Matrix3d About_Z(double degrees) { return {{{Cos(degrees), -Sin(degrees), 0}, {Sin(degrees), Cos(degrees), 0}, {0, 0, 1}}}; }
     static Matrix3d About_Y(double degrees) {  // as chi turns: x towards z
         return {{{Cos(degrees), 0, -Sin(degrees)}, {0, 1, 0}, {Sin(degrees), 0, Cos(degrees)}}};
-    }
-    static Vector3d Cross_Product(const Vector3d& a, const Vector3d& b) {
-        return {a[1] * b[2] - a[2] * b[1], a[2] * b[0] - a[0] * b[2], a[0] * b[1] - a[1] * b[0]};
     }
 
     // No reflection is longer than twice the radius of the Ewald sphere.
