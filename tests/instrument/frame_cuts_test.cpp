@@ -18,13 +18,6 @@ struct Picture {
     Picture_Grid Grid() const { return {x, y, z}; }
 };
 
-Picture Picture_Of(std::vector<float> x, std::vector<float> y, const std::function<double(double, double)>& f) {
-    Picture picture{std::move(x), std::move(y), {}};
-    for (const float row : picture.y)
-        for (const float column : picture.x) picture.z.push_back(static_cast<float>(f(column, row)));
-    return picture;
-}
-
 // From 0 at an even number to 1 at an odd one.
 double Zigzag(double x) { return 1 - std::fabs(x - 2 * std::floor(x / 2) - 1); }
 
@@ -39,7 +32,9 @@ TEST(Frame_Cuts, FollowFormulasThatAreBilinear) {
     std::uniform_real_distribution<double> place(-5, 6);
     for (std::size_t f = 0; f < std::size(formulas); ++f)
         for (const auto& axis : f == 2 ? Axes{even} : Axes{even, uneven, falling}) {
-            const Picture picture = Picture_Of(axis, even, formulas[f]);
+            Picture picture{axis, even, {}};
+            for (const float y : even)
+                for (const float x : axis) picture.z.push_back(static_cast<float>(formulas[f](x, y)));
             for (int i = 0; i < 300; ++i) {
                 const double x = i < 8 ? even[static_cast<std::size_t>(i)] : place(dice), y = i < 8 ? 4 - 7 * (i % 2) : place(dice);
                 const double expected = formulas[f](std::clamp(x, -3.0, 4.0), std::clamp(y, -3.0, 4.0));
@@ -56,22 +51,17 @@ TEST(Frame_Cuts, FollowFormulasThatAreBilinear) {
 }
 
 TEST(Frame_Cuts, OfFewAndBadPoints) {
-    const Picture plane = Picture_Of({1, 2, 3}, {1, 2}, [](double x, double y) { return x + 10 * y; });
+    const Picture plane{{1, 2, 3}, {1, 2}, {11, 12, 13, 21, 22, 23}};
     const Line_Plot still = Cross_Section(plane.Grid(), 2.5f, 1.5f, 2.5f, 1.5f);
     EXPECT_TRUE(still.x == std::vector<float>(50, 0) && still.y == std::vector<float>(50, 17.5f));
-    struct Case {
+    const struct {
         Picture picture;
         double x, y;
         float value;
-    };
-    const Case cases[] = {{{{5}, {7}, {42}}, -1, 99, 42},
-                          {{{1, 2}, {7}, {10, 20}}, 1.25, 0, 12.5f},
-                          {{{3, 3, 3}, {1}, {5, 5, 5}}, 3, 1, 5},
-                          {plane, nan, 1, nan},
-                          {{{1, 2, 3}, {1, 2}, {1, 2, 3, 4, 5}}, 1, 1, nan},  // a point is missing
-                          {{{}, {}, {}}, 1, 1, nan},
-                          {{{1, 2, 3}, {1, 2}, {1, 2, nan, 1, 2, 3}}, 2.5, 1.5, nan}};
-    for (const Case& c : cases) {
+    } cases[] = {{{{5}, {7}, {42}}, -1, 99, 42}, {{{1, 2}, {7}, {10, 20}}, 1.25, 0, 12.5f},         {{{3, 3, 3}, {1}, {5, 5, 5}}, 3, 1, 5},
+                 {plane, nan, 1, nan},           {{{1, 2, 3}, {1, 2}, {1, 2, 3, 4, 5}}, 1, 1, nan},  // a point is missing
+                 {{{}, {}, {}}, 1, 1, nan}};
+    for (const auto& c : cases) {
         const float value = Bilinear(c.picture.Grid(), c.x, c.y);
         EXPECT_TRUE(std::isnan(c.value) ? std::isnan(value) : value == c.value) << &c - cases << ": " << value;
     }

@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <random>
@@ -73,10 +72,10 @@ TEST_F(Frame_Stores, UnfoldTheFramesOfEveryMachine) {
         int columns, rows;
         bool by_rows;
     };
-    const Case cases[] = {{Instrument("", 0, 0), "R6", "R6", 5, 5, true},       {Instrument("r11 ", 9, 9), "R11", "R11", 4, 4, true},
-                          {Instrument("R11"), "R11", "R11", 4, 3, true},        {Instrument("R1102", 0, 0), "R11", "R1102", 6, 2, true},
-                          {Instrument("R18_HB"), "R18", "R18_HB", 4, 3, false}, {Instrument("R3A"), "R18", "R18", 4, 3, false},
-                          {Instrument("R6new"), "R17", "R17", 4, 3, false}};
+    const Case cases[] = {{Instrument("", 0, 0), "R6", "R6", 5, 5, true},        {Instrument("r11 ", 9, 9), "R11", "R11", 4, 4, true},
+                          {Instrument("R11"), "R11", "R11", 4, 3, true},         {Instrument("R1102", 0, 0), "R11", "R1102", 6, 2, true},
+                          {Instrument("R18_HB"), "R18", "R18_HB", 4, 3, false},  {Instrument("R3A"), "R18", "R18", 4, 3, false},
+                          {Instrument("R6new", 0, 0), "R6", "R6NEW", 5, 5, true}};
     Frame_Store store;
     for (int i = 0; i < static_cast<int>(std::size(cases)); ++i) {
         const Case& c = cases[i];
@@ -97,11 +96,6 @@ TEST_F(Frame_Stores, UnfoldTheFramesOfEveryMachine) {
     Count_Matrix counts;
     ASSERT_TRUE(source->Frame(2, counts).ok());
     EXPECT_EQ(std::tuple(source->Run().numor, source->nx(), source->ny(), counts.At(1, 5)), std::tuple(123404, 6, 2, Count(4, 2, 11)));
-
-    const std::string plain = Make(Run_Of("R18", 123499, 2));
-    ASSERT_EQ(std::system(("gzip -c " + plain + " >" + plain + ".Z").c_str()), 0);
-    ASSERT_TRUE(store.Add(plain + ".Z", Instrument("R18")).ok());
-    EXPECT_TRUE(Is_Right(store, store.size(), 2));
 }
 
 TEST_F(Frame_Stores, GiveTheSameFramesWithLittleMemory) {
@@ -110,13 +104,12 @@ TEST_F(Frame_Stores, GiveTheSameFramesWithLittleMemory) {
     // Of all, of most, of less than one run, of less than a frame.
     for (const std::size_t most : {1000 * frame_bytes, 10 * frame_bytes + 5, 3 * frame_bytes, frame_bytes - 1, std::size_t{0}}) {
         Frame_Store store(most);
-        for (int i = 0; i < 4; ++i)
-            for (const bool one_block : {false, true}) {
-                Numor_Text run = Run_Of("R17", 100001 + 2 * i + one_block, nframes[i]);
-                run.one_block = one_block, run.groups = one_block ? Numor_Groups::in_counts : Numor_Groups::own_reals;
-                ASSERT_TRUE(store.Add(Make(run), Instrument("R17")).ok());
-                EXPECT_LE(store.Bytes_Held(), most);
-            }
+        for (int i = 0; i < 8; ++i) {
+            Numor_Text run = Run_Of("R17", 100001 + i, nframes[i / 2]);
+            run.one_block = i % 2 == 1, run.groups = run.one_block ? Numor_Groups::in_counts : Numor_Groups::own_reals;
+            ASSERT_TRUE(store.Add(Make(run), Instrument("R17")).ok());
+            EXPECT_LE(store.Bytes_Held(), most);
+        }
         std::mt19937 dice(7);
         for (int step = 0; step < 200; ++step) {
             const int index = static_cast<int>(dice() % 8) + 1, frame = static_cast<int>(dice() % 20) % nframes[(index - 1) / 2] + 1;
@@ -170,38 +163,28 @@ TEST_F(Frame_Stores, RefuseWhatIsNoRunWithPictures) {
         run.I(static_cast<std::size_t>(word)) = value;
         return run.Text();
     };
-    const auto with_count = [](const std::string& count) {
-        std::string text = Run_Of("R18", 9, 4).Text();
-        return text.replace(text.rfind("90301"), 5, count);
-    };
     const std::string whole = Run_Of("R18", 9, 4).Text();
-    struct Case {
+    std::string no_number = whole;
+    no_number.replace(no_number.rfind("90301"), 5, "  NaN");
+    const struct {
         std::string text;
         Diffractometer_Type current;
         std::string message;
-    };
-    const Case cases[] = {
-        {whole.substr(0, whole.size() - 90), Instrument("R18"), " Problem reading Counts in Frame: 4"},
-        {told(7, 5), Instrument("R18"), " Problem reading Counts in Frame: 5"},
-        {told(7, 100'000'000), Instrument("R18"), " Problem reading Counts in Frame: 5"},
-        {told(7, 0), Instrument("R18"), " Problem reading Counts in Frame: 1"},
-        {told(24, 0), Instrument("R18"), " Problem reading Counts in Frame: 1"},
-        {told(24, 1, "R11"), Instrument("R11"), "This numor was made using Point detector in the R11 Instrument"},
-        {with_count("  NaN"), Instrument("R18"), " Problem reading Counts in Frame: 3"},
-        {with_count("-9999"), Instrument("R18"), " Problem reading Counts in Frame: 3"},
-        {whole, Instrument("R18", 5, 3), "Error in Get_Counts: a frame holds 12 counts, and the detector has 3 x 5 pixels"},
-        {whole, Instrument("R18", 0, 3), "Pixels by Frame is zero!!!"},
-        {whole, Instrument("R18", 4, 0), "Pixels by Frame is zero!!!"},
-        {Run_Of("R6", 9, 2).Text(), Instrument("", 0, 0), "Pixels by Frame is zero!!!"},
-        {whole, Instrument("r18_vb"), "Can't read R18 Vertical Banana Detector data!"},
-        {whole, Instrument("R6"), "This numor does not correspond with R6 Format"},
-        {Run_Of("R22", 9, 1).Text(), Instrument("R22"), " Not Implemented for the SXTAL Instrument name: R22"},
-        {"", Instrument(""), "The file tells of no instrument: "},
-        {"", Instrument("R6"), " Problems trying to read the Numor for R6 Instrument in file "},
-        {"\x1f\x9d", Instrument("R6"), "The compressed data break off: "}};
+    } cases[] = {{whole.substr(0, whole.size() - 90), Instrument("R18"), " Problem reading Counts in Frame: 4"},
+                 {told(7, 100'000'000), Instrument("R18"), " Problem reading Counts in Frame: 5"},
+                 {told(7, 0), Instrument("R18"), " Problem reading Counts in Frame: 1"},
+                 {told(24, 1, "R11"), Instrument("R11"), "This numor was made using Point detector in the R11 Instrument"},
+                 {no_number, Instrument("R18"), " Problem reading Counts in Frame: 3"},
+                 {whole, Instrument("R18", 5, 3), "Error in Get_Counts: a frame holds 12 counts, and the detector has 3 x 5 pixels"},
+                 {Run_Of("R6", 9, 2).Text(), Instrument("", 0, 0), "Pixels by Frame is zero!!!"},
+                 {whole, Instrument("r18_vb"), "Can't read R18 Vertical Banana Detector data!"},
+                 {whole, Instrument("R6"), "This numor does not correspond with R6 Format"},
+                 {Run_Of("R22", 9, 1).Text(), Instrument("R22"), " Not Implemented for the SXTAL Instrument name: R22"},
+                 {"", Instrument(""), "The file tells of no instrument: "},
+                 {"\x1f\x9d", Instrument("R6"), "The compressed data break off: "}};
     Frame_Store store;
     ASSERT_TRUE(store.Add(Make(Run_Of("R18", 8, 2)), Instrument("R18")).ok());
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         const std::string file = Make("9", c.text);
         const Status status = store.Add(file, c.current);
         EXPECT_TRUE(status.message.starts_with(c.message) && Contains(status.message, file)) << c.message << ": " << status.message;

@@ -77,7 +77,7 @@ SXTAL_Numor_Type Run_Of(const char* scantype, int frames, std::size_t angles) {
     return run;
 }
 
-// They give h in the laboratory as Omega X Phi h of the crystal.
+// The printed matrices: they give h in the laboratory as Omega X Phi h of the crystal.
 Matrix3d Printed(const Frame_Setting& s) {
     const auto c = [](double angle) { return std::cos(angle * degree); };
     const auto sn = [](double angle) { return std::sin(angle * degree); };
@@ -136,22 +136,17 @@ TEST(Pixel_Geometry, WhatAnInstrumentMustTellAndWhatIsDoubtful) {
         {[](D& d) { d.det_offsets[1] = -400; }, "DIST_DET"},
         {[](D& d) { d.det_offsets[2] = inf; }, "DET_OFF"},
         {[](D& d) { d.horiz = 0; }, "GAPS_CA_AN"},
-        {[](D& d) { d.cgap = inf; }, "GAPS_CA_AN"},
         {[](D& d) { d.gamma_c = nan; }, "GN_CENTRE"},
         {[](D& d) { d.tilt[2] = nan; }, "TILT_ANGLES"},
         {[](D& d) { d.dist_samp_detector = 40, d.tilt[0] = -60; }, "behind it"},
-        {[](D& d) { d.dist_samp_detector = 20, d.tilt[2] = 60; }, "behind it"},
         {[](D& d) { d.tilt[0] = -60; }, "", 2},
-        {[](D& d) { d.nu_c = 90, d.agap = -1; }, "", 2},
         {[](D& d) { d.ipsd = 1, d.tilt[2] = 90; }, "", 1},
         {[](D& d) { d.ipsd = 4; }, "ipsd 4", 2},
         {[](D& d) { d.ipsd = 3; }, "the arc is vertical", 1},
         {[](D& d) { d.ipsd = 1, d.horiz = 101; }, "the arc is horizontal", 3},
-        {[](D& d) { d.ipsd = 3, d.horiz = 99.99999f; }, "", 3},
         {[](D& d) { d.ipsd = 1, d.agap = 9; }, "", 1},  // sides, not pixels, where they are told
         {[](D& d) { d.ipsd = 1, d.horiz = 0, d.agap = 9, d.cgap = 2; }, "the arc is horizontal", 3},
         {[](D& d) { d.rot_order = "zzx", d.tilt[0] = d.tilt[1] = 2; }, "\"zzx\"", 2},
-        {[](D& d) { d.rot_order = "xyza", d.tilt[0] = d.tilt[1] = 2; }, "\"xyza\"", 2},
         {[](D& d) { d.rot_order = "none", d.tilt[1] = 2; }, "", 2},  // one turn has no order
     };
     Dice dice(3);
@@ -247,16 +242,12 @@ TEST(Pixel_Geometry, WhatARunMeasuredIsFoundInIt) {
 
 TEST(Pixel_Geometry, Inverses) {
     Matrix3d inverse{};
-    for (const Matrix3d& m : {Matrix3d{{{0.1, 0.2, -0.3}, {0.25, -0.1, 0.07}, {0.02, 0.3, 0.11}}},
-                              Matrix3d{{{0.2, 1e-5, 0}, {0, 1e-4, 0}, {0.1, 0, 3}}}}) {  // a long axis
-        ASSERT_TRUE(Invert(m, inverse));
-        const Matrix3d one = m * inverse;
-        for (std::size_t i = 0; i < 9; ++i) EXPECT_NEAR(one[i / 3][i % 3], i % 4 == 0 ? 1 : 0, 1e-12);
-    }
+    const Matrix3d m{{{0.2, 1e-5, 0}, {0, 1e-4, 0.1}, {0.1, 0, 3}}};  // a long axis
+    ASSERT_TRUE(Invert(m, inverse));
+    for (std::size_t i = 0; i < 9; ++i) EXPECT_NEAR((m * inverse)[i / 3][i % 3], i % 4 == 0 ? 1 : 0, 1e-12);
     const Matrix3d former = inverse;
     EXPECT_FALSE(Invert({{{0.1, 0.2, 0.3}, {0.4, 0.5, 0.6}, {0.7, 0.8, 0.9}}}, inverse));
-    EXPECT_FALSE(Invert({{{1e-310, 0, 0}, {0, 1, 0}, {0, 0, 1}}}, inverse));
-    for (const double none : {0.0, Real(nan), Real(inf), 1e200})
+    for (const double none : {0.0, 1e-310, Real(nan), 1e200})
         EXPECT_FALSE(Invert({{{none, 0, 0}, {0, none, 0}, {0, 0, none}}}, inverse)) << none;
     EXPECT_EQ(inverse, former);
 }
