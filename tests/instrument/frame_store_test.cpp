@@ -122,13 +122,15 @@ TEST_F(Frame_Stores, GiveTheSameFramesWithLittleMemory) {
     Frame_Store store(10 * frame_bytes);
     for (int numor = 1; numor <= 3; ++numor) ASSERT_TRUE(store.Add(Make(Run_Of("R17", numor, 4)), Instrument("R17")).ok());
     EXPECT_EQ(store.Bytes_Held(), 8 * frame_bytes);
+    fs::remove(root / "2");
     EXPECT_TRUE(Is_Right(store, 2, 1));  // so that the third is the one used longest ago
     EXPECT_TRUE(Is_Right(store, 1, 1));
-    for (int numor = 1; numor <= 3; ++numor) fs::remove(root / std::to_string(numor));
+    for (const char* numor : {"1", "3"}) fs::remove(root / numor);
     EXPECT_TRUE(Is_Right(store, 1, 4) && Is_Right(store, 2, 4));
     EXPECT_FALSE(Is_Right(store, 3, 1));
 
     ASSERT_TRUE(store.Add(Make(Run_Of("R17", 4, 20)), Instrument("R17")).ok());
+    EXPECT_EQ(store.Bytes_Held(), 10 * frame_bytes);
     EXPECT_TRUE(Is_Right(store, 4, 12));
     fs::remove(root / "4");
     for (int frame = 1; frame <= 20; ++frame) EXPECT_EQ(Is_Right(store, 4, frame), frame >= 7 && frame <= 16) << frame;
@@ -193,7 +195,7 @@ TEST_F(Frame_Stores, RefuseWhatIsNoRunWithPictures) {
     EXPECT_TRUE(Contains(store.Add(root, Instrument("R18")).message, root.string()));
     EXPECT_TRUE(Is_Right(store, 1, 2));
     std::string machine = "before";
-    EXPECT_TRUE(Machine_Of_Run(root / "absent", Instrument(""), machine).failed && machine.empty());
+    EXPECT_TRUE(Machine_Of_Run(Make(Run_Of("R22", 9, 1)), Instrument(""), machine).failed && machine.empty());
 }
 
 }  // namespace

@@ -240,17 +240,5 @@ TEST(Pixel_Geometry, WhatARunMeasuredIsFoundInIt) {
     }
 }
 
-TEST(Pixel_Geometry, Inverses) {
-    Matrix3d inverse{};
-    const Matrix3d m{{{0.2, 1e-5, 0}, {0, 1e-4, 0.1}, {0.1, 0, 3}}};  // a long axis
-    ASSERT_TRUE(Invert(m, inverse));
-    for (std::size_t i = 0; i < 9; ++i) EXPECT_NEAR((m * inverse)[i / 3][i % 3], i % 4 == 0 ? 1 : 0, 1e-12);
-    const Matrix3d former = inverse;
-    EXPECT_FALSE(Invert({{{0.1, 0.2, 0.3}, {0.4, 0.5, 0.6}, {0.7, 0.8, 0.9}}}, inverse));
-    for (const double none : {0.0, 1e-310, Real(nan), 1e200})
-        EXPECT_FALSE(Invert({{{none, 0, 0}, {0, none, 0}, {0, 0, none}}}, inverse)) << none;
-    EXPECT_EQ(inverse, former);
-}
-
 }  // namespace
 }  // namespace vntl::test

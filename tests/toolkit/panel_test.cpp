@@ -16,17 +16,11 @@ namespace {
 constexpr int child = 51, owned = 52, deeper = 53, panel = 910, of_owned = 911;
 constexpr int number_field = 9101, text_field = 9102, button = 9103;
 
-std::vector<Message> Waiting() {
-    std::vector<Message> all;
-    while (const auto message = WMessagePeek()) all.push_back(*message);
-    return all;
-}
-
 // "kind window value1 value2" of the messages that wait, but for repaints.
 std::vector<std::string> Told() {
     std::vector<std::string> all;
-    for (const auto& [kind, record] : Waiting())
-        if (kind != Message_Kind::repaint)
+    while (const auto message = WMessagePeek())
+        if (const auto& [kind, record] = *message; kind != Message_Kind::repaint)
             all.push_back(std::to_string(static_cast<int>(kind)) + ' ' + std::to_string(record.win) + ' ' + std::to_string(record.value1) +
                           ' ' + std::to_string(record.value2));
     return all;
@@ -58,7 +52,7 @@ protected:
     }
     void TearDown() override {
         WindowCloseChild(child);
-        Waiting();
+        Told();
         Set_Stand_In(nullptr);
     }
     static void Open_Child(int number = child, bool holds = false, int owner = main_window) {
@@ -95,7 +89,7 @@ TEST_F(Panels, PanelAndDrawingAreaShareTheWindow) {
         WindowSplit(2, false);  // panes stand beside it as well
         EXPECT_EQ(WInfoWindow(1, 2), 600);
         WindowSplit(1, false);
-        Waiting();
+        Told();
         WDialogSelect(panel);
         WDialogUnload();
         EXPECT_EQ(WInfoWindow(1), 600 + width);
@@ -114,7 +108,7 @@ TEST_F(Panels, WhatAUserDoesInOneIsToldAndHoldsNobodyBack) {
     EXPECT_EQ((std::array{WindowFront(), Window_Of(panel)}), (std::array{child, child}));
     EXPECT_TRUE(WDialogIsPanel(panel) && !WDialogModal(panel) && Modal_Loop_Serves(10) && Act_Front(main_window).ok());
     EXPECT_TRUE(Act_Front(panel).ok() && WindowFront() == panel);
-    Waiting();
+    Told();
     EXPECT_TRUE(Act_Set_Field(panel, number_field, "7").ok());
     EXPECT_EQ(WDialogFocus(), number_field);
     EXPECT_TRUE(Act_Key(panel, key_enter).ok() && Act_Key(panel, key_escape).ok());
@@ -124,7 +118,7 @@ TEST_F(Panels, WhatAUserDoesInOneIsToldAndHoldsNobodyBack) {
     EXPECT_TRUE(Act_Press(panel, button).ok());
     EXPECT_EQ(Told(), (std::vector<std::string>{"10 910 9102 9103", "3 910 9103 0"}));
     EXPECT_TRUE(Act_Set_Field(panel, number_field, "8").ok());
-    Waiting();
+    Told();
     EXPECT_TRUE(Act_Front(main_window).ok());  // another window leaves the field as it is
     EXPECT_EQ(Told().size(), 0u);
     EXPECT_TRUE(Act_Front(child).ok() && WindowFront() == child);
