@@ -78,34 +78,32 @@ struct Simulated_Crystal {
     std::vector<Simulated_Spot> Spots(double margin = 0) const {
         std::vector<Simulated_Spot> spots;
         const Matrix3d ub = UB();
-        const Scan pieces = Pieces(1 + margin, frames - margin);
-        const int h_most = Most(0), k_most = Most(1), l_most = Most(2);
-        for (int h = -h_most; h <= h_most; ++h)
-            for (int k = -k_most; k <= k_most; ++k)
-                for (int l = -l_most; l <= l_most; ++l)
-                    if (h != 0 || k != 0 || l != 0) Cross({h, k, l}, ub * Vector3d{double(h), double(k), double(l)}, pieces, margin, spots);
+        const Beams beams = Beams_Between(1 + margin, frames - margin);
+        const auto most = [this](std::size_t axis) { return static_cast<int>(2 / wave * cell[axis]) + 1; };  // the sphere's diameter
+        for (int h = -most(0); h <= most(0); ++h)
+            for (int k = -most(1); k <= most(1); ++k)
+                for (int l = -most(2); l <= most(2); ++l)
+                    if (h != 0 || k != 0 || l != 0) Cross({h, k, l}, ub * Vector3d{double(h), double(k), double(l)}, beams, margin, spots);
         return spots;
     }
 
     // All frames, each row by row.
     std::vector<std::vector<long long>> Counts() const {
-        std::vector<std::vector<double>> mean(static_cast<std::size_t>(frames),
-                                              std::vector<double>(static_cast<std::size_t>(nx * ny), background));
+        const auto pixels = static_cast<std::size_t>(nx * ny);
+        std::vector<double> mean(static_cast<std::size_t>(frames) * pixels, background);
         const double reach = 5 * wide;
+        const auto first = [reach](double place) { return std::max(1, static_cast<int>(std::ceil(place - reach))); };
+        const auto last = [reach](double place, int n) { return std::min(n, static_cast<int>(place + reach)); };
         for (const Simulated_Spot& spot : Spots(-reach))
-            For_Near(spot.frame, reach, frames, [&](int frame, double along_scan) {
-                For_Near(spot.py, reach, ny, [&](int py, double up) {
-                    For_Near(spot.px, reach, nx, [&](int px, double aside) {
-                        mean[static_cast<std::size_t>(frame) - 1][static_cast<std::size_t>((py - 1) * nx + px - 1)] +=
-                            height * along_scan * up * aside;
-                    });
-                });
-            });
-        std::vector<std::vector<long long>> counts;
-        for (const auto& frame : mean) {
-            counts.emplace_back();
-            for (const double count : frame) counts.back().push_back(std::llround(count));
-        }
+            for (int frame = first(spot.frame); frame <= last(spot.frame, frames); ++frame)
+                for (int py = first(spot.py); py <= last(spot.py, ny); ++py)
+                    for (int px = first(spot.px); px <= last(spot.px, nx); ++px) {
+                        const Vector3d off = {px - spot.px, py - spot.py, frame - spot.frame};
+                        mean[static_cast<std::size_t>(((frame - 1) * ny + py - 1) * nx + px - 1)] +=
+                            height * std::exp(-Dot(off, off) / (2 * wide * wide));
+                    }
+        std::vector<std::vector<long long>> counts(static_cast<std::size_t>(frames));
+        for (std::size_t i = 0; i < mean.size(); ++i) counts[i / pixels].push_back(std::llround(mean[i]));
         return counts;
     }
 
@@ -167,9 +165,6 @@ private:
         return {{{Cos(degrees), 0, -Sin(degrees)}, {0, 1, 0}, {Sin(degrees), 0, Cos(degrees)}}};
     }
 
-    // No reflection is longer than twice the radius of the Ewald sphere.
-    int Most(std::size_t axis) const { return static_cast<int>(2 / wave * cell[axis]) + 1; }
-
     // From the crystal's axes to the laboratory.
     Vector3d In_Laboratory(const Vector3d& z1, double frame) const {
         const std::array<double, 4> at = Angles(frame);
@@ -177,15 +172,12 @@ private:
     }
 
     // Frames between which a vector crosses the sphere once at most, and the beam in the crystal's axes there.
-    using Scan = std::vector<std::pair<double, Vector3d>>;
-    Scan Pieces(double first, double last) const {
-        Scan pieces;
+    using Beams = std::vector<std::pair<double, Vector3d>>;
+    Beams Beams_Between(double first, double last) const {
+        Beams beams;
         const int n = std::max(1, static_cast<int>(2 * (last - first)));
-        for (int i = 0; i <= n; ++i) {
-            const double frame = first + (last - first) * i / n;
-            pieces.emplace_back(frame, Beam_In_Crystal(frame));
-        }
-        return pieces;
+        for (int i = 0; i <= n; ++i) beams.emplace_back(first + (last - first) * i / n, Beam_In_Crystal(first + (last - first) * i / n));
+        return beams;
     }
     Vector3d Beam_In_Crystal(double frame) const {
         return {In_Laboratory({1, 0, 0}, frame)[1], In_Laboratory({0, 1, 0}, frame)[1], In_Laboratory({0, 0, 1}, frame)[1]};
@@ -194,12 +186,12 @@ private:
     // Whether a vector is inside of the sphere about (0, -1 / wave, 0) that goes through the origin.
     bool Inside(const Vector3d& z1, const Vector3d& beam) const { return Dot(z1, beam) + wave * Dot(z1, z1) / 2 < 0; }
 
-    void Cross(const std::array<int, 3>& hkl, const Vector3d& z1, const Scan& pieces, double margin,
+    void Cross(const std::array<int, 3>& hkl, const Vector3d& z1, const Beams& beams, double margin,
                std::vector<Simulated_Spot>& spots) const {
-        for (std::size_t i = 0; i + 1 < pieces.size(); ++i) {
-            const bool inside = Inside(z1, pieces[i].second);
-            if (Inside(z1, pieces[i + 1].second) == inside) continue;
-            double low = pieces[i].first, high = pieces[i + 1].first;
+        for (std::size_t i = 0; i + 1 < beams.size(); ++i) {
+            const bool inside = Inside(z1, beams[i].second);
+            if (Inside(z1, beams[i + 1].second) == inside) continue;
+            double low = beams[i].first, high = beams[i + 1].first;
             for (int halving = 0; halving < 60; ++halving) {
                 const double middle = (low + high) / 2;
                 (Inside(z1, Beam_In_Crystal(middle)) == inside ? low : high) = middle;
@@ -222,13 +214,6 @@ private:
         spot.px = u / pitch + (nx + 1) / 2.0;
         spot.py = v / pitch + (ny + 1) / 2.0;
         return true;
-    }
-
-    // Whole numbers from 1 to n about a place, with the Gaussian's height there.
-    template <class Visit>
-    void For_Near(double place, double reach, int n, const Visit& visit) const {
-        const int first = std::max(1, static_cast<int>(std::ceil(place - reach))), last = std::min(n, static_cast<int>(place + reach));
-        for (int i = first; i <= last; ++i) visit(i, std::exp(-(i - place) * (i - place) / (2 * wide * wide)));
     }
 
     std::vector<long long> In_File_Order(const std::vector<long long>& by_rows) const {

@@ -181,15 +181,9 @@ TEST_F(Viewer_Picture, SmallPlotsCanBeRead) {
         for (std::size_t i = 0; i < plot.y.size(); ++i) plot.x.push_back(static_cast<float>(i + 1));
         return plot;
     };
-    const Line_Plot plots[] = {line({1, 5, 2}),
-                               line({0, 0, 0}),
-                               line({7}),
-                               line({1e9f, 1.5e9f, nan}),
-                               line({-3e38f, 3e38f}),
-                               line({123456, 123457, 123456}),
-                               {{2, 2, 2}, {5, 5, 5}},
-                               {{123456, 123457}, {1, 2}},
-                               line({0.001f, 0.002f})};
+    const Line_Plot plots[] = {line({1, 5, 2}),           line({0, 0, 0}),       line({7}),
+                               line({1e9f, 1.5e9f, nan}), line({-3e38f, 3e38f}), line({123456, 123457, 123456}),
+                               {{2, 2, 2}, {5, 5, 5}},    line({0.001f, 0.002f})};
     for (const auto& [width, height] : {std::tuple{220, 280}, {1000, 700}})
         for (const Line_Plot& plot : plots)
             for (const bool omega : {false, true}) {
