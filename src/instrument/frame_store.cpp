@@ -37,10 +37,16 @@ Frame_Values First_Frames(Frame_Values counts, std::size_t frames) {
     return part;
 }
 
+// An instrument that was built anew writes what it wrote before; its runs have room for four letters of its name.
+std::string Machine_Of_Name(std::string_view name) {
+    const std::string machine = Upper(Trim(name));
+    return machine == "R6NEW" || machine == "R6NE" ? "R6" : machine;
+}
+
 Status Choose_Machine(const std::string& own, const std::string& file, const Diffractometer_Type& instrument, std::string& machine) {
-    machine = Upper(Trim(instrument.name_inst));
+    machine = Machine_Of_Name(instrument.name_inst);
     if (!Reader_Of_Machine(machine).empty()) return Status::Done();
-    machine = Upper(own);
+    machine = Machine_Of_Name(own);
     if (!Reader_Of_Machine(machine).empty()) return Status::Done();
     machine.clear();
     return own.empty() ? Status::Fail("The file tells of no instrument: " + file) : With_File(No_SXTAL_Reader(own), file);

@@ -30,8 +30,6 @@ Unfolding Unfolding_Of(std::string_view machine, int& lines) {
     if (machine == "r18_vb") return Unfolding::refused;
     for (const std::string_view name : {"r18_hb", "r18", "db21", "r17", "1"})
         if (machine == name) return Unfolding::columns;
-    for (const std::string_view name : {"r6new", "r6ne"})  // as a run has room for it, too
-        if (machine == name) return Unfolding::rows;
     for (const std::string_view name : {"r6", "r11"}) {
         if (machine == name) return Unfolding::rows;
         if (machine.starts_with(name) && (lines = Told_Lines(machine.substr(name.size()))) > 0) return Unfolding::rows;
