@@ -400,9 +400,11 @@ void Volume_Builder::Means_Of_Layer(std::size_t l, std::vector<float>& means, To
 // A row inside of the volume; how many of its cells were filled.
 long long Volume_Builder::Fill_Row(const float* below, const float* here, const float* above, float* row) const {
     const auto nh = static_cast<std::size_t>(made_.h.count);
+    const float* const before = here - nh;
+    const float* const behind = here + nh;
     int filled = 0;
     for (std::size_t h = 1; h + 1 < nh; ++h) {
-        const float sum = here[h - 1] + here[h + 1] + here[h - nh] + here[h + nh] + below[h] + above[h];
+        const float sum = here[h - 1] + here[h + 1] + before[h] + behind[h] + below[h] + above[h];
         const bool is_hole = here[h] < hole;
         row[h] = is_hole ? sum / 6 : here[h];
         filled += is_hole ? 1 : 0;
