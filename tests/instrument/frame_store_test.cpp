@@ -72,9 +72,9 @@ TEST_F(Frame_Stores, UnfoldTheFramesOfEveryMachine) {
         int columns, rows;
         bool by_rows;
     };
-    const Case cases[] = {{Instrument("", 0, 0), "R6", "R6", 5, 5, true},        {Instrument("r11 ", 9, 9), "R11", "R11", 4, 4, true},
-                          {Instrument("R11"), "R11", "R11", 4, 3, true},         {Instrument("R1102", 0, 0), "R11", "R1102", 6, 2, true},
-                          {Instrument("R18_HB"), "R18", "R18_HB", 4, 3, false},  {Instrument("R3A"), "R18", "R18", 4, 3, false},
+    const Case cases[] = {{Instrument("", 0, 0), "R6", "R6", 5, 5, true},       {Instrument("r11 ", 9, 9), "R11", "R11", 4, 4, true},
+                          {Instrument("R11"), "R11", "R11", 4, 3, true},        {Instrument("R1102", 0, 0), "R11", "R1102", 6, 2, true},
+                          {Instrument("R18_HB"), "R18", "R18_HB", 4, 3, false}, {Instrument("R3A"), "R18", "R18", 4, 3, false},
                           {Instrument("R6new", 0, 0), "R6", "R6", 5, 5, true}};
     Frame_Store store;
     for (int i = 0; i < static_cast<int>(std::size(cases)); ++i) {
