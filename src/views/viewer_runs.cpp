@@ -64,7 +64,7 @@ constexpr std::string_view no_memory = "There is not enough memory";
 struct Runs_Read {
     Frame_Store store;
     Texts refused;
-    bool cancelled = false, of_file = false;
+    bool cancelled = false;
 };
 
 Runs_Read Read_Into_Store(const Texts& files, const Diffractometer_Type& instrument, Work_Control& control) {
@@ -72,10 +72,7 @@ Runs_Read Read_Into_Store(const Texts& files, const Diffractometer_Type& instrum
     for (std::size_t i = 0; i < files.size(); ++i) {
         control.Tell({static_cast<int>(i), std::string(File_Part(files[i]))});
         if (control.Cancelled()) break;
-        if (const Status status = read.store.Add(files[i], instrument); status.failed) {
-            read.refused.push_back(status.message);
-            read.of_file = read.of_file || status.of_file;
-        }
+        if (const Status status = read.store.Add(files[i], instrument); status.failed) read.refused.push_back(status.message);
     }
     read.cancelled = control.Cancelled();
     return read;
@@ -116,11 +113,7 @@ bool Read_Files(Application& app, const Texts& files, const std::string& wanted 
     }
     if (taken) app.viewer.message.clear();
     Show_Viewer(app);
-    if (!read->refused.empty()) {
-        Status status = Status::Fail(In_One_Text(read->refused));
-        status.of_file = true;
-        app.ask.Error(status);
-    }
+    if (!read->refused.empty()) app.ask.Error(Status::Fail_File(In_One_Text(read->refused)));
     Tell_Warnings(app, warnings);
     return taken;
 }
@@ -139,26 +132,32 @@ struct Volume_Built {
     Status status;
 };
 
-// Of all frames of the run in hand. It takes the matrix over, and the volume, where that can be built; the former picture stays where not.
-void Build(Application& app, const UB_Input& matrix, View_Axis axis) {
-    Viewer2D& viewer = app.viewer;
-    if (!viewer.geometry) return app.ask.Error(viewer.no_geometry);
+// Of all frames of the run in hand.
+Volume_Built Volume_Of_Run(Viewer2D& viewer, const Matrix3d& ub_inverse) {
+    if (!viewer.geometry) return {{}, Status::Fail(viewer.no_geometry)};
     const std::unique_ptr<Frame_Source> frames = viewer.numors.Source(viewer.current_numor);
     auto built = Run_Work<Volume_Built>("Reciprocal space", viewer.nframes, [&](Work_Control& control) {
         Volume_Built result;
-        result.status = Build_Reciprocal_Volume(*frames, *viewer.geometry, matrix.inverse, result.volume, [&control](int done) {
+        result.status = Build_Reciprocal_Volume(*frames, *viewer.geometry, ub_inverse, result.volume, [&control](int done) {
             control.Tell({done, "Frame " + std::to_string(done)});
             return !control.Cancelled();
         });
         return result;
     });
-    Status status = built ? built->status : Status::Fail(no_memory);
+    return built ? std::move(*built) : Volume_Built{{}, Status::Fail(no_memory)};
+}
+
+// The matrix is taken over, and the volume, where that can be built; a volume that is shown stays where not, with its matrix.
+void Build(Application& app, const UB_Input& matrix, View_Axis axis) {
+    Viewer2D& viewer = app.viewer;
+    Volume_Built built = Volume_Of_Run(viewer, matrix.inverse);
+    const Status& status = built.status;
     if (status.ok() || !viewer.recip_mode) Take_UB(viewer, matrix.ub, matrix.inverse);
     if (status.ok()) {
-        for (const std::string& line : Describe_Volume(built->volume, matrix.ub)) std::fprintf(stderr, "%s\n", line.c_str());
-        const Reciprocal_Volume& volume = built->volume;
+        for (const std::string& line : Describe_Volume(built.volume, matrix.ub)) std::fprintf(stderr, "%s\n", line.c_str());
+        const Reciprocal_Volume& volume = built.volume;
         viewer.message = "Left out: " + std::to_string(volume.dropped) + " pixels, " + std::to_string(volume.dropped_counts) + " counts";
-        Take_Volume(viewer, std::move(built->volume), Saturation_Of(app));
+        Take_Volume(viewer, std::move(built.volume), Saturation_Of(app));
         if (axis != View_Axis::l) Show_Along(viewer, axis, Saturation_Of(app));
     }
     Show_Viewer(app);
