@@ -2,6 +2,8 @@
 #pragma once
 
 #include <array>
+#include <map>
+#include <string>
 
 #include "base/programs.hpp"
 #include "charts/seq_file.hpp"
@@ -16,16 +18,23 @@
 
 namespace vntl {
 
+// What the panel of the viewer was given last, by its fields: one is written over when that changes, and not while the user fills it.
+struct Panel_Memory {
+    std::map<int, std::string> given;
+    int edited = 0;  // the field that the user has changed, and that nothing was taken of yet
+};
+
 struct Application {
     Session session;
     Ask_User ask{session.config};
-    Programs programs;                  // that commands start
-    Generic_Plots generic;              // in the window of generic graphics
-    Seq_File generic_source;            // the sequential refinement that they are drawn of, if they are
-    Pdf_Input pdf;                      // of the dialog that prepares the input of Radiox
-    Model3D model;                      // in the window of the model
-    Model3D zone_model;                 // of a part of the viewer's picture
-    Viewer2D viewer;                    // of area detectors
+    Programs programs;        // that commands start
+    Generic_Plots generic;    // in the window of generic graphics
+    Seq_File generic_source;  // the sequential refinement that they are drawn of, if they are
+    Pdf_Input pdf;            // of the dialog that prepares the input of Radiox
+    Model3D model;            // in the window of the model
+    Model3D zone_model;       // of a part of the viewer's picture
+    Viewer2D viewer;          // of area detectors
+    Panel_Memory panel_memory;
     Data_Directories directories;       // of runs and instruments
     Instrument_State instrument;        // the one in use
     Numor_Series series;                // of runs that were opened last by their numbers

@@ -68,13 +68,6 @@ private:
 
 }  // namespace
 
-Status Machine_Of_Run(const std::string& file, const Diffractometer_Type& instrument, std::string& machine) {
-    std::string own;
-    if (Choose_Machine(own, file, instrument, machine).ok()) return Status::Done();
-    if (Status status = Instrument_Of_Run(file, own); status.failed) return status;
-    return Choose_Machine(own, file, instrument, machine);
-}
-
 // --- runs --------------------------------------------------------------------------------------------------------------------------
 
 Status Frame_Store::Add(const std::string& file, const Diffractometer_Type& instrument) {

@@ -16,10 +16,6 @@ namespace vntl {
 
 inline constexpr std::size_t most_bytes_of_counts = std::size_t{512} << 20;
 
-// The name by which a run is read and its counts unfolded, in capital letters: that of the instrument in use where a reader knows it, else
-// the one that the file tells. Blank, and a failure, where no reader knows either.
-Status Machine_Of_Run(const std::string& file, const Diffractometer_Type& instrument, std::string& machine);
-
 class Frame_Store {
 public:
     explicit Frame_Store(std::size_t most_bytes = most_bytes_of_counts) : most_bytes_(most_bytes) {}
@@ -32,6 +28,8 @@ public:
     // Runs count from 1, in the order in which they were added; others have no header to refer to. References last until the next Add.
     const SXTAL_Numor_Type& Run(int index) const;
     const std::string& File(int index) const;
+    // The name by which a run is read and its counts unfolded: that of the instrument in use where a reader knows it, else the one that the
+    // file tells. A run of which no reader knows either is refused.
     const std::string& Machine(int index) const;
     int nx(int index) const;
     int ny(int index) const;

@@ -64,9 +64,9 @@ void Unfold_Columns(std::span<const float> counts, std::size_t rows, std::size_t
     }
 }
 
-std::string By(long long a, long long b) { return std::to_string(a) + " x " + std::to_string(b); }
-
 }  // namespace
+
+std::string By(long long a, long long b) { return std::to_string(a) + " x " + std::to_string(b); }
 
 Status With_File(Status status, const std::string& file) {
     if (status.failed && !Contains(status.message, file)) status.message += " (" + file + ')';

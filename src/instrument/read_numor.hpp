@@ -61,6 +61,9 @@ struct Count_Matrix {
     }
 };
 
+// Sides of a detector or a frame as messages tell them: "64 x 32".
+std::string By(long long a, long long b);
+
 // How the counts of a frame lie on the detector.
 struct Frame_Shape {
     int rows = 0, columns = 0;

@@ -28,8 +28,6 @@ constexpr std::size_t most_cells = most_bytes_of_counts / sizeof(float);
 constexpr const char* no_memory = "There is not enough memory for the volume of reciprocal space.";
 constexpr auto most_pixels = static_cast<double>(std::numeric_limits<std::uint32_t>::max());  // that a cell can count
 
-std::string By(int nx, int ny) { return std::to_string(nx) + " x " + std::to_string(ny); }
-
 std::string Number(double value) {
     char text[32];
     std::snprintf(text, sizeof text, "%.6g", value);

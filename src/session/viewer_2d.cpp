@@ -220,8 +220,6 @@ Status Take_Runs(Viewer2D& viewer, Frame_Store runs, const Diffractometer_Type& 
 
 namespace {
 
-std::string By(int nx, int ny) { return std::to_string(nx) + " x " + std::to_string(ny); }
-
 // Runs of square detectors tell their pixels themselves.
 void Make_Geometry(Viewer2D& viewer, const Diffractometer_Type& instrument, std::vector<std::string>& warnings) {
     if (viewer.nx_pixels != instrument.np_horiz || viewer.ny_pixels != instrument.np_vert)

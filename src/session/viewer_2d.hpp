@@ -3,7 +3,6 @@
 #pragma once
 
 #include <array>
-#include <map>
 #include <optional>
 #include <string>
 #include <utility>
@@ -24,12 +23,6 @@ struct Saturation;
 inline constexpr std::size_t viewer_status_parts = 5;  // X, Y, intensity, h k l, numor and frame
 enum Side_Plot { side_none = 0, side_section = 1, side_surface = 2 };
 enum Select_Kind_2D { select_rectangle = 0, select_line = 1 };
-
-// What the panel was given last, by its fields: one is written over when that changes, and not while the user fills it.
-struct Panel_Memory {
-    std::map<int, std::string> given;
-    int edited = 0;  // the field that the user has changed, and that nothing was taken of yet
-};
 
 struct Viewer2D {
     Frame_Store numors;     // that "Read" has filled
@@ -72,7 +65,6 @@ struct Viewer2D {
     std::string directory;
     std::vector<Run_In_Directory> listed;
     std::string instrument_file;
-    Panel_Memory panel;
     bool preferences_changed = false;  // from here, as far as is known
 
     bool Holds_Run() const { return current_numor > 0; }

@@ -135,8 +135,6 @@ namespace {
 
 // --- the commands --------------------------------------------------------------------------------------------------------------------
 
-const Saturation& Saturation_Of(const Application& app) { return app.session.prefs.saturation; }
-
 template <bool bitmap>
 void Choose_Form(Application& app) {
     app.viewer.bitmap = bitmap;
@@ -187,9 +185,7 @@ void Show_Surface(Application& app) {
 }
 
 void Reset(Application& app) {
-    Panel_Memory panel = std::move(app.viewer.panel);  // by which its fields are emptied
     app.viewer = Viewer2D();
-    app.viewer.panel = std::move(panel);
     WindowSelect(viewer_window);
     WCursorShape(static_cast<int>(Cursor_Shape::arrow));
     Show_Viewer(app);

@@ -13,6 +13,8 @@
 
 namespace vntl {
 
+inline const Saturation& Saturation_Of(const Application& app) { return app.session.prefs.saturation; }
+
 // --- what the window shows ---------------------------------------------------------------------------------------------------------
 
 // After run, frame, mode or scale have changed: picture, panel, menu, status and the windows beside it.

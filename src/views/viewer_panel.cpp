@@ -90,7 +90,7 @@ void Enable(std::initializer_list<int> fields, bool on) {
 
 void Show_Sources(Application& app) {
     const Viewer2D& viewer = app.viewer;
-    Panel_Memory& memory = app.viewer.panel;
+    Panel_Memory& memory = app.panel_memory;
     const std::string current = Reader_Of_Machine(app.instrument.Current_Instrm.name_inst);
     const auto known = std::find(instruments.begin(), instruments.end(), current);
     if (known != instruments.end()) Propose_Choice(memory, instrument_menu, static_cast<std::size_t>(known - instruments.begin()));
@@ -166,7 +166,7 @@ void Search(Application& app) {
 }
 
 void Choose_Instrument(Application& app) {
-    app.viewer.panel.given.erase(instrument_file);  // the same as before is chosen as well
+    app.panel_memory.given.erase(instrument_file);  // the same as before is chosen as well
     Choose_Instrument_File(app);
 }
 
@@ -243,7 +243,7 @@ bool Is_Typed_Directory(const Application& app) {
 }
 
 void Enter(Application& app, int field) {
-    app.viewer.panel.edited = 0;
+    app.panel_memory.edited = 0;
     if (Is_Place(field) && app.viewer.Holds_Run()) return Take_Place(app, field);
     switch (field) {
         case instrument_file:
@@ -262,14 +262,14 @@ void Enter(Application& app, int field) {
 
 // What is no number gives way to the present one, and nothing is asked twice.
 void Leave(Application& app, int field, int entered) {
-    if (std::exchange(app.viewer.panel.edited, 0) != field) return;
+    if (std::exchange(app.panel_memory.edited, 0) != field) return;
     if (field == data_directory && (entered != browse_data || Is_Typed_Directory(app))) return List_Typed_Directory(app);
     if (Is_Place(field) && app.viewer.Holds_Run() && WDialogGetInteger(field)) Take_Place(app, field);
 }
 
 void Note_Change(Application& app, const WIN_MESSAGE& record) {
     if (record.value1 == record.value2)
-        app.viewer.panel.edited = record.value1;
+        app.panel_memory.edited = record.value1;
     else
         Leave(app, record.value1, record.value2);
 }
@@ -347,7 +347,7 @@ Dialog_Resource Viewer_Panel_Resource() {
 }
 
 void Open_Panel(Application& app) {
-    app.viewer.panel = {};
+    app.panel_memory = {};
     WDialogLoad(viewer_panel);
     for (const int field :
          {lowest_numor, highest_numor, header_text, title_text, angles_text, wavelength_text, scan_text, frames_text, reflection_text})
@@ -362,8 +362,8 @@ void Show_In_Panel(Application& app) {
     if (!WDialogLoaded(viewer_panel)) return;
     WDialogSelect(viewer_panel);
     Show_Sources(app);
-    Show_Place(app.viewer, app.viewer.panel);
-    Show_Header(app.viewer, app.viewer.panel);
+    Show_Place(app.viewer, app.panel_memory);
+    Show_Header(app.viewer, app.panel_memory);
 }
 
 void Handle_Panel(Application& app, const Message& message) {

@@ -25,7 +25,7 @@ constexpr std::size_t most_lines_of_a_box = 12;
 std::string In_One_Text(const Texts& texts) {
     std::string all;
     for (std::size_t i = 0; i < std::min(texts.size(), most_lines_of_a_box); ++i) all += (i == 0 ? "" : "\n") + texts[i];
-    if (texts.size() > most_lines_of_a_box) all += "\n... and " + std::to_string(texts.size() - most_lines_of_a_box) + " more";
+    if (texts.size() > most_lines_of_a_box) all += "\nand " + std::to_string(texts.size() - most_lines_of_a_box) + " more";
     return all;
 }
 
@@ -38,7 +38,6 @@ void Tell_Warnings(Application& app, Texts warnings) {
     app.ask.Warning(In_One_Text(warnings));
 }
 
-const Saturation& Saturation_Of(const Application& app) { return app.session.prefs.saturation; }
 const Diffractometer_Type& Instrument_Of(const Application& app) { return app.instrument.Current_Instrm; }
 
 // A work in a thread of its own, under a bar; nothing where memory ran out.
