@@ -358,4 +358,9 @@ Status Read_Cif_Pattern(std::string_view text, Diffraction_Pattern_Type& p) {
     return std::isfinite(p.step) ? Status::Done() : Status::Fail(no_data);
 }
 
+Status Read_Cif_Patterns(std::string_view text, std::vector<Diffraction_Pattern_Type>& patterns, Read_Notes&) {
+    patterns.resize(1);
+    return Read_Cif_Pattern(text, patterns.front());
+}
+
 }  // namespace vntl

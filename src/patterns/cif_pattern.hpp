@@ -23,10 +23,15 @@
 #pragma once
 
 #include <string_view>
+#include <vector>
 
 #include "patterns/pattern.hpp"
+#include "patterns/read_notes.hpp"
 
 namespace vntl {
+
+// Reads every pattern of a file.
+Status Read_Cif_Patterns(std::string_view text, std::vector<Diffraction_Pattern_Type>& patterns, Read_Notes& notes);
 
 Status Read_Cif_Pattern(std::string_view text, Diffraction_Pattern_Type& pattern);
 

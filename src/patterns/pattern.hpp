@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -14,6 +15,12 @@ namespace vntl {
 inline constexpr std::size_t title_width = 180;
 inline constexpr std::size_t legend_width = 40;
 inline constexpr std::size_t scat_var_width = 20;
+
+// What the head of a file told beside the numbers of the pattern: a name and a text each, such as "Anode" and "Cu".
+struct Head_Fact {
+    std::string name, value;
+};
+using Head_Facts = std::vector<Head_Fact>;
 
 // Texts and numbers of a pattern.
 struct Pattern_Head {
@@ -29,8 +36,8 @@ struct Pattern_Head {
     float ymin = 0, ymax = 0;
     float scal = 0;
     float monitor = 0;
-    float norm_monitor = 0;  // monitor to which the counts were normalised
-    float count_time = 0;
+    float norm_monitor = 0;           // monitor to which the counts were normalised
+    float count_time = 0;             // seconds a step
     float step = 0;                   // of x; the mean step where it is not constant
     float TSample = 0, TSetting = 0;  // kelvin; not above 0.0001 means unknown
     std::int32_t bank = 0;            // number in a file of several patterns, 0 where there is none
@@ -39,9 +46,11 @@ struct Pattern_Head {
     bool constant_step = false;
     bool has_y = false, has_ycalc = false, has_bgr = false, has_sigma = false;  // the graphic routines may use that array
     bool sigma_is_variance = true;                                              // false: `sigma` holds standard deviations
+    bool per_second = false;                                                    // y is counts a second
     bool al_x = false, al_y = false, al_ycalc = false, al_bgr = false, al_sigma = false, al_istat = false;  // allocated
     // Constant wavelength: lambda 1, lambda 2, ratio K-alpha2/K-alpha1, K-beta, free. Time of flight: dtt1, dtt2.
     std::array<float, 5> conv{};
+    std::shared_ptr<const Head_Facts> facts;  // null where its file told nothing; copies share it
 };
 
 // Arrays have `npts` entries or none. Point numbers shown to a user count from 1; the vectors count from 0.

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <filesystem>
+#include <limits>
 
 #include "base/os.hpp"
 #include "base/text.hpp"
@@ -10,6 +11,7 @@
 #include "patterns/binary_file.hpp"
 #include "patterns/gsas.hpp"
 #include "patterns/head_constants.hpp"
+#include "patterns/head_facts.hpp"
 #include "patterns/recognise.hpp"
 
 namespace vntl {
@@ -34,11 +36,14 @@ std::string Mode_Name(std::string_view mode, int& bank) {
     return std::string(flight_mode);
 }
 
-Status Open_Source(const std::string& filename, Text_File& source) {
+// An archive or a picture is nothing that a reader need look at, but for the one whose files it is.
+Status Open_Source(const std::string& filename, const Format_Reader& reader, Text_File& source) {
     std::error_code error;
     if (!std::filesystem::exists(filename, error)) return Failure(" The file ", Trim(filename), " doesn't exist");
     if (source.Open(filename).failed) return Failure(" Error opening the file: ", filename, "");
-    return Is_Archive_Or_Picture(source.Text()) ? Status::Fail(Binary_Refusal(source.Text())) : Status::Done();
+    const std::string_view text = source.Text();
+    const bool own = reader.bytes && reader.recognises(text);
+    return !own && Is_Archive_Or_Picture(text) ? Status::Fail(Binary_Refusal(text)) : Status::Done();
 }
 
 // Why a reader could make nothing of a file: that it is binary, where it is.
@@ -58,6 +63,7 @@ void Finish(const Format_Reader& reader, const std::string& filename, const std:
     if (p.scat_var.empty()) p.scat_var = reader.scat_var;
     if (p.legend_x.empty()) p.legend_x = reader.legend_x;
     if (!reader.legend_y.empty()) p.legend_y = reader.legend_y;
+    if (reader.bytes && p.legend_y.empty()) p.legend_y = p.per_second ? "Intensity (counts/s)" : "Intensity (arb. units)";
     if (reader.constant_step >= 0) p.constant_step = reader.constant_step > 0;
     if (reader.finish != nullptr && !p.x.empty()) reader.finish(p);
 }
@@ -90,14 +96,35 @@ bool Is_General(std::string_view extension) {
     return std::any_of(rows.begin(), rows.end(), [&](const Format_Extension& row) { return row.general && row.extension == extension; });
 }
 
-// What the head tells of wavelengths, dtt1 and dtt2. Banks have constants of flight of their own, told by comments above each, so the head
-// of several banks gives none.
-void Take_Head_Constants(const Format_Reader& reader, std::string_view text, std::span<Diffraction_Pattern_Type> patterns) {
+// What the head tells of wavelengths, dtt1 and dtt2, and what else it tells where the reader kept nothing. Banks have constants of flight
+// of their own, told by comments above each, so the head of several banks gives none.
+void Take_Head(const Format_Reader& reader, std::string_view text, std::span<Diffraction_Pattern_Type> patterns) {
+    const bool no_facts = std::any_of(patterns.begin(), patterns.end(), [](const auto& pattern) { return pattern.facts == nullptr; });
+    if (reader.bytes || (reader.finds_constants && !no_facts)) return;
+    const std::string head = Head_Of(text);
+    if (const auto facts = no_facts ? Facts_Of_Lines(head).Done() : nullptr)
+        for (Diffraction_Pattern_Type& pattern : patterns)
+            if (pattern.facts == nullptr) pattern.facts = facts;
     if (reader.finds_constants) return;
     Head_Constants constants;
-    constants.Take_Lines(Head_Of(text));
+    constants.Take_Lines(head);
     if (constants.Tells_Flight() && (patterns.size() > 1 || Gsas_Banks(text).size() > 1)) return;
     for (Diffraction_Pattern_Type& pattern : patterns) constants.Give(pattern);
+}
+
+Pattern_Source In_Hand(const Format_Reader& reader, std::string_view text, const std::string& filename, int bank) {
+    return {reader.bytes ? text : Without_End_Mark(text), Extension_Of(filename), bank};
+}
+
+// The pattern with that number, the first one for 0, of a reader that gives all of them.
+Status Read_Of_All(const Format_Reader& reader, const Pattern_Source& source, Diffraction_Pattern_Type& pattern, Read_Notes& notes) {
+    std::vector<Diffraction_Pattern_Type> patterns;
+    const Status status = reader.read_all(source, std::numeric_limits<int>::max(), patterns, notes);
+    if (status.failed) return status;
+    const auto wanted = static_cast<std::size_t>(std::max(source.bank, 1));
+    if (wanted > patterns.size()) return Status::Fail("There is no pattern " + std::to_string(wanted) + " in the file");
+    pattern = std::move(patterns[wanted - 1]);
+    return status;
 }
 
 void To_Deviations(Diffraction_Pattern_Type& p) {
@@ -123,8 +150,14 @@ bool Is_Pattern_Extension(std::string_view extension) {
 }
 
 int Format_Of_File(const std::string& file) {
-    const int code = Format_Of_Extension(Extension_Of(file));
-    return code != 0 && Is_General(Lower(Extension_Of(file))) ? Recognise_Format(file).code : code;
+    constexpr std::size_t enough = 8 << 10;
+    const std::string extension = Lower(Extension_Of(file));
+    const int code = Format_Of_Extension(extension);
+    Text_File source;
+    if (source.Open(file, enough).failed) return code;
+    if (const int certain = Certain_Format(source.Text()); certain != 0) return certain;
+    const bool looked_at = code == format_code::xysigma;  // whatever is no format of its own in such a file is columns
+    return code != 0 && !looked_at && Is_General(extension) ? Recognise_Format(file).code : code;
 }
 
 Recognition Recognise_Format(const std::string& file) {
@@ -134,30 +167,35 @@ Recognition Recognise_Format(const std::string& file) {
     result.by_extension = Format_Of_Extension(extension);
     Text_File source;
     if (source.Open(file, recognised_head).ok()) {
+        result.certain = Certain_Format(source.Text()) != 0;
         result.by_content = Recognised_By_Content(source.Text());
         result.binary = Binary_Refusal(source.Text());
     }
     for (const Format_Extension& row : Format_Extensions())
         if (row.extension == extension) result.code = row.code;
     if (result.by_content != 0) result.code = result.by_content;
-    if (result.by_extension != 0 && !(result.by_content != 0 && Is_General(extension))) result.code = result.by_extension;
+    if (result.by_extension != 0 && !result.certain && !(result.by_content != 0 && Is_General(extension)))
+        result.code = result.by_extension;
     const bool several = result.code == format_code::gsas || result.code == format_code::gsas_flight;
     if (several && source.Open(file, whole).ok()) result.banks = std::max(1, static_cast<int>(Gsas_Banks(source.Text()).size()));
     return result;
 }
 
 Status Read_Pattern(const std::string& filename, Diffraction_Pattern_Type& pattern, std::string_view mode, const Read_Options& options) {
-    Text_File source;
-    if (const Status status = Open_Source(filename, source); status.failed) return status;
     int bank = options.bank;
     const std::string name = Mode_Name(mode, bank);
     const Format_Reader& reader = Reader_Of_Mode(name);
+    Text_File source;
+    if (const Status status = Open_Source(filename, reader, source); status.failed) return status;
     Diffraction_Pattern_Type fresh;
-    Status status = reader.read({Without_End_Mark(source.Text()), Extension_Of(filename), bank}, fresh);
+    Read_Notes unheard;
+    const Pattern_Source in_hand = In_Hand(reader, source.Text(), filename, bank);
+    Status status = reader.read != nullptr ? reader.read(in_hand, fresh)
+                                           : Read_Of_All(reader, in_hand, fresh, options.notes != nullptr ? *options.notes : unheard);
     if (status.failed || !(fresh.xmax > fresh.xmin)) status = Or_Binary(status, source.Text());
     if (status.failed) return status;
     Finish(reader, filename, name, fresh);
-    Take_Head_Constants(reader, source.Text(), {&fresh, 1});
+    Take_Head(reader, source.Text(), {&fresh, 1});
     if (options.deviations) To_Deviations(fresh);
     if (options.head != nullptr) *options.head = Head_Of(source.Text());
     pattern = std::move(fresh);
@@ -165,24 +203,24 @@ Status Read_Pattern(const std::string& filename, Diffraction_Pattern_Type& patte
 }
 
 Status Read_Pattern_Mult(const std::string& filename, std::vector<Diffraction_Pattern_Type>& patterns, int capacity, std::string_view mode,
-                         std::vector<std::string>& messages) {
+                         Read_Notes& notes) {
     int bank = 0;
     const std::string name = Mode_Name(mode, bank);
     const Format_Reader& reader = Reader_Of_Mode(name);
     if (reader.read_all == nullptr && name != "XYSIGMA") return Status::Fail("Invalid Mode");
     Text_File source;
-    if (const Status status = Open_Source(filename, source); status.failed) return status;
-    const Pattern_Source in_hand{Without_End_Mark(source.Text()), Extension_Of(filename), bank};
+    if (const Status status = Open_Source(filename, reader, source); status.failed) return status;
+    const Pattern_Source in_hand = In_Hand(reader, source.Text(), filename, bank);
     std::vector<Diffraction_Pattern_Type> fresh;
     Status status;
     if (reader.read_all != nullptr)
-        status = reader.read_all(in_hand, capacity, fresh, messages);
+        status = reader.read_all(in_hand, capacity, fresh, notes);
     else
         status = reader.read(in_hand, fresh.emplace_back());
     if (status.failed) return Or_Binary(status, source.Text());
     if (fresh.size() > static_cast<std::size_t>(capacity)) fresh.resize(static_cast<std::size_t>(capacity));
     for (Diffraction_Pattern_Type& pattern : fresh) Finish(reader, filename, name, pattern);
-    Take_Head_Constants(reader, source.Text(), fresh);
+    Take_Head(reader, source.Text(), fresh);
     patterns = std::move(fresh);
     return Status::Done();
 }

@@ -26,6 +26,7 @@ int Format_Of_File(const std::string& file);
 struct Recognition {
     int by_extension = 0;  // 0 where the extension does not decide
     int by_content = 0;    // 0 where its first lines speak for none
+    bool certain = false;  // the content can be nothing else, whatever the extension says
     int banks = 1;         // patterns that it holds, where opening them all is for the user to say
     int code = 1;          // the format where nobody can be asked: by extension, else content, else the extension's usual one, else free;
                            // an extension that many programs write comes behind the content
@@ -37,6 +38,7 @@ struct Read_Options {
     bool deviations = false;      // `sigma` holds standard deviations at the end
     std::string* head = nullptr;  // gets the lines above the numbers
     int bank = 0;                 // of a file that holds several, 0: bank 1, or the first
+    Read_Notes* notes = nullptr;
 };
 
 // Reads the pattern of `filename` by the format `mode` (compared whole, without regard to case; any unknown text, or none, is
@@ -44,10 +46,9 @@ struct Read_Options {
 // most 150 characters.
 Status Read_Pattern(const std::string& filename, Diffraction_Pattern_Type& pattern, std::string_view mode = {}, const Read_Options& = {});
 
-// Reads several patterns of one file by the mode "ISIS", "GSAS", "GSASTOF", "SOCABIM" or "XYSIGMA" (which holds one); another fails with
-// "Invalid Mode". Fails as a whole when none can be read or, "ISIS", when there are more than `capacity`. `messages`: of those that
-// failed alone.
+// Reads several patterns of one file by the mode of a format whose files may hold several, or "XYSIGMA" (which holds one); another fails
+// with "Invalid Mode". Fails as a whole when none can be read or, "ISIS", when there are more than `capacity`.
 Status Read_Pattern_Mult(const std::string& filename, std::vector<Diffraction_Pattern_Type>& patterns, int capacity, std::string_view mode,
-                         std::vector<std::string>& messages);
+                         Read_Notes& notes);
 
 }  // namespace vntl

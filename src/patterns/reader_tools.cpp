@@ -4,6 +4,8 @@
 #include <cmath>
 #include <cstdint>
 
+#include "base/huge_pages.hpp"
+
 namespace vntl {
 
 std::size_t Most_Points(std::size_t bytes) {
@@ -14,6 +16,15 @@ std::size_t Most_Points(std::size_t bytes) {
 Status Allocate_Told(Diffraction_Pattern_Type& pattern, double npts, std::size_t bytes, std::string_view message) {
     if (!(npts >= 1) || npts > static_cast<double>(Most_Points(bytes)) || npts > most_claimed) return Status::Fail(message);
     return Allocate_Diffraction_Pattern(pattern, static_cast<std::int32_t>(npts));
+}
+
+Status Allocate_Measured(Diffraction_Pattern_Type& p, std::size_t n) {
+    if (n < 1 || static_cast<double>(n) > most_claimed) return Status::Fail(no_points_told);
+    p.npts = static_cast<std::int32_t>(n);
+    for (auto* reals : {&p.x, &p.y, &p.sigma}) Assign_Many(*reals, n, 0.0f);
+    p.has_y = p.has_sigma = true;
+    p.al_x = p.al_y = p.al_sigma = true;
+    return Status::Done();
 }
 
 void Set_Grid(Diffraction_Pattern_Type& p) {

@@ -25,6 +25,9 @@ std::size_t Most_Points(std::size_t bytes);
 // file can stand for.
 Status Allocate_Told(Diffraction_Pattern_Type& pattern, double npts, std::size_t bytes, std::string_view message);
 
+// Allocates x, y and sigma for `n` points that are there, and no other arrays: a measurement has nothing to put into them.
+Status Allocate_Measured(Diffraction_Pattern_Type& pattern, std::size_t n);
+
 // x(i) = xmin + (i - 1) step, in single precision, for all points.
 void Set_Grid(Diffraction_Pattern_Type& pattern);
 

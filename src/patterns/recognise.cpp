@@ -18,7 +18,7 @@ namespace {
 
 using namespace format_code;
 
-constexpr std::array<std::string_view, 16> phrases = {
+constexpr std::array<std::string_view, 28> phrases = {
     "",
     "a line of start, step and end, and as many counts as it tells",
     "three lines of text, a line of monitor, start and step in columns, the number of points, pairs of detectors and counts",
@@ -35,6 +35,18 @@ constexpr std::array<std::string_view, 16> phrases = {
     "four lines of text, a line of start, step and end, and as many pairs of time and counts as it tells",
     "lines that begin with BANK over columns of x, y and standard deviation, or the word fac_y over one",
     "a line data_ with a name, or a line loop_ with names behind it",
+    "the letters RAW with a blank, 2, 1.01 or 4.00 in front",
+    "the letters RAW_1.0 in front",
+    "the letters FI and two zeros in front, or a first line .RAW",
+    "a zip archive of Experiment0/",
+    "a zip archive of Data0/",
+    "a line *RAS_DATA_START",
+    "lines *TYPE or *CLASS and *BEGIN",
+    "a first line SIETRONICS XRD SCAN",
+    "a title, the labels of two axes, the number of rows, and rows of two numbers",
+    "the letters V3RD or V5RD in front",
+    "columns under a line that names them, or under remarks of a known program",
+    "the signature of HDF5",
 };
 
 struct Head {
@@ -397,8 +409,15 @@ bool Are_Comma_Columns(std::string_view text) {
 
 }  // namespace
 
+int Certain_Format(std::string_view head) {
+    for (const Format_Reader& reader : Format_Readers())
+        if (reader.recognises != nullptr && reader.recognises(head)) return reader.code;
+    return none;
+}
+
 int Recognised_By_Content(std::string_view text) {
     text = Without_Mark(text).substr(0, recognised_head);
+    if (const int code = Certain_Format(text); code != 0) return code;
     if (Is_Binary(text)) return none;
     if (const std::size_t at = text.find_first_not_of(" \t\r\n"); at != std::string_view::npos && text[at] == '<') return By_Markup(text);
     const Head head = Cut_Lines(text);

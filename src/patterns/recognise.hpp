@@ -15,7 +15,10 @@ namespace vntl {
 // Bytes of a file that are looked at; a shorter text is the whole file.
 inline constexpr std::size_t recognised_head = 64 << 10;
 
-// The format code, 1 to 15, that the beginning of a file speaks for; 0 when nothing speaks for one.
+// The format whose mark a file begins with, which no other file has: whatever its name, it is one. 0 for none.
+int Certain_Format(std::string_view head);
+
+// The format code that the beginning of a file speaks for; 0 when nothing speaks for one.
 int Recognised_By_Content(std::string_view head);
 
 // What a file of that format is recognised by, as a short phrase; blank for a code that is none.

@@ -374,4 +374,11 @@ Status Read_Xrdml(std::string_view text, Diffraction_Pattern_Type& p) {
     return Status::Done();
 }
 
+bool Is_Xrdml(std::string_view text) { return Contains(text.substr(0, 4096), "xrdMeasurement"); }
+
+Status Read_Xrdml_Scans(std::string_view text, std::vector<Diffraction_Pattern_Type>& patterns, Read_Notes&) {
+    patterns.resize(1);
+    return Read_Xrdml(text, patterns.front());
+}
+
 }  // namespace vntl

@@ -34,10 +34,17 @@
 #pragma once
 
 #include <string_view>
+#include <vector>
 
 #include "patterns/pattern.hpp"
+#include "patterns/read_notes.hpp"
 
 namespace vntl {
+
+bool Is_Xrdml(std::string_view text);
+
+// Reads every pattern of a file.
+Status Read_Xrdml_Scans(std::string_view text, std::vector<Diffraction_Pattern_Type>& patterns, Read_Notes& notes);
 
 // Reads the text of a file into a fresh pattern.
 Status Read_Xrdml(std::string_view text, Diffraction_Pattern_Type& pattern);

@@ -44,15 +44,19 @@ Status With_Look(Status status, const std::string& path, int code) {
 
 Read_File Read_Pattern_File(const std::string& path, const Format_Choice& choice) {
     const int code = choice.code != 0 ? choice.code : Recognise_Format(path).code;
-    const bool gsas = code == format_code::gsas || code == format_code::gsas_flight;
+    const std::string mode(Mode_Of_Code(code));
+    const Patterns_Taken taken = Reader_Of_Mode(mode).taken;
     Read_File file{
-        .path = path, .code = code, .several = code == format_code::isis || code == format_code::uxd || (gsas && choice.all_banks)};
+        .path = path, .code = code, .several = taken == Patterns_Taken::all || (taken == Patterns_Taken::asked && choice.all_banks)};
     if (file.several) {
         const int capacity = code == format_code::isis ? isis_capacity : max_profiles;
-        file.status = Read_Pattern_Mult(path, file.patterns, capacity, std::string(Mode_Of_Code(code)), file.messages);
+        Read_Notes notes;
+        file.status = Read_Pattern_Mult(path, file.patterns, capacity, mode, notes);
+        file.messages = std::move(notes.failed);
+        file.warnings = std::move(notes.warnings);
     } else {
         file.patterns.resize(1);
-        file.status = Read_Pattern(path, file.patterns.front(), std::string(Mode_Of_Code(code)));
+        file.status = Read_Pattern(path, file.patterns.front(), mode);
     }
     if (file.status.failed) file.status = With_Look(file.status, path, code);
     return file;

@@ -23,12 +23,14 @@ enum class X_Space {
     time,
     distance,
     rlu,
-    angle
+    angle,
+    position
 };
 
 constexpr std::string_view Told(X_Space space) {
-    constexpr std::string_view texts[] = {"----",   "2theta", "TOF",         "mono",      "d-space", "d-spacing", "q-space", "s-space",
-                                          "Lambda", "Energy", "Temperature", "Frequency", "Time",    "Distance",  "r.l.u.",  "Angle"};
+    constexpr std::string_view texts[] = {"----",    "2theta",   "TOF",    "mono",   "d-space",     "d-spacing",
+                                          "q-space", "s-space",  "Lambda", "Energy", "Temperature", "Frequency",
+                                          "Time",    "Distance", "r.l.u.", "Angle",  "Position"};
     return texts[static_cast<std::size_t>(space)];
 }
 

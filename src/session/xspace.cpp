@@ -34,6 +34,7 @@ constexpr Space vocabulary[] = {
     {X_Space::distance, Kind::general, "Distance(R) (Angstroms)", "G(R)"},
     {X_Space::rlu, Kind::general, "r.l.u.", intensity},
     {X_Space::angle, Kind::general, "Angle (deg)", intensity},  // of another axis than 2theta
+    {X_Space::position, Kind::general, "Position (mm)", intensity},
 };
 
 // What a file of one kind meets in a present space of another: an empty text accepts it, and brings it there. "{K}" stands for the present

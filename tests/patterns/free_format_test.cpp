@@ -116,7 +116,7 @@ TEST(Read_Pattern, DeviationsHeadAndSeveralPatterns) {
     EXPECT_EQ(text.find("\n10"), std::string::npos) << text;  // no line of numbers
 
     std::vector<Diffraction_Pattern_Type> several;
-    std::vector<std::string> messages;
+    Read_Notes messages;
     EXPECT_EQ(Read_Pattern_Mult(file, several, 7, "DMC", messages).message, "Invalid Mode");
     ASSERT_TRUE(Read_Pattern_Mult(file, several, 7, "XYSIGMA", messages).ok());
     EXPECT_EQ(several.size(), 1u);

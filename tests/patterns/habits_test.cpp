@@ -23,10 +23,10 @@ Contents Written_And_Read(const Sample_File& sample, const std::string& text) {
     const Status status = Read_Pattern(file, contents.patterns.front(), mode);
     EXPECT_TRUE(status.ok()) << status.message;
     std::vector<Diffraction_Pattern_Type> several;
-    std::vector<std::string> messages;
+    Read_Notes messages;
     if (Read_Pattern_Mult(file, several, 9, mode, messages).ok())
         contents.patterns.insert(contents.patterns.end(), several.begin(), several.end());
-    EXPECT_TRUE(messages.empty());
+    EXPECT_TRUE(messages.failed.empty());
     std::filesystem::remove(file);
     return contents;
 }

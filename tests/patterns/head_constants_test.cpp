@@ -134,7 +134,7 @@ TEST(Head_Constants, ReachThePatternThroughItsReader) {
         const auto next = [&](int number) { return mode == "ISIS" ? "BANK\n" + columns(5000) : bank(number); };
         std::ofstream(path, std::ios::binary) << "title\n# DIFC = 7000\n" + next(1) + "# DIFC 8000 DIFA 2\n" + next(2) + next(3);
         std::vector<Diffraction_Pattern_Type> banks;
-        std::vector<std::string> messages;
+        Read_Notes messages;
         ASSERT_TRUE(Read_Pattern_Mult(path, banks, isis_capacity, mode, messages).ok()) << mode;
         ASSERT_EQ(banks.size(), 3u) << mode;
         for (std::size_t i = 0; i < 3; ++i) {

@@ -96,7 +96,7 @@ TEST(Recognise, BinaryFilesAreToldAsSuch) {
         Diffraction_Pattern_Type pattern;
         PRF_Info_Add_Type info;
         std::vector<Diffraction_Pattern_Type> several;
-        std::vector<std::string> messages;
+        Read_Notes messages;
         for (const Pattern_Format& format : Pattern_Formats()) {
             EXPECT_EQ(Read_Pattern(file, pattern, format.mode).message, told) << format.mode;
             const Status status = Read_Pattern_Mult(file, several, 7, format.mode, messages);

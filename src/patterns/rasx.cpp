@@ -1,0 +1,9 @@
+#include "patterns/rasx.hpp"
+
+namespace vntl {
+
+bool Is_Rasx(std::string_view) { return false; }
+
+Status Read_Rasx(std::string_view, std::vector<Diffraction_Pattern_Type>&, Read_Notes&) { return Status::Fail("not yet"); }
+
+}  // namespace vntl

@@ -1,0 +1,9 @@
+#include "patterns/stoe_raw.hpp"
+
+namespace vntl {
+
+bool Is_Stoe_Raw(std::string_view) { return false; }
+
+Status Read_Stoe_Raw(std::string_view, std::vector<Diffraction_Pattern_Type>&, Read_Notes&) { return Status::Fail("not yet"); }
+
+}  // namespace vntl

@@ -1,0 +1,19 @@
+// RAW, the binary files of STOE diffractometers: "RAW_1.0" and a digit.
+#pragma once
+
+#include <string_view>
+#include <vector>
+
+#include "base/status.hpp"
+#include "patterns/pattern.hpp"
+#include "patterns/read_notes.hpp"
+
+namespace vntl {
+
+// Whether the first bytes of a file, as few or as many as there are, say for certain that it is one.
+bool Is_Stoe_Raw(std::string_view head);
+
+// Reads every pattern of a file.
+Status Read_Stoe_Raw(std::string_view bytes, std::vector<Diffraction_Pattern_Type>& patterns, Read_Notes& notes);
+
+}  // namespace vntl
