@@ -35,7 +35,7 @@ constexpr Place places[] = {
     open("Save pattern"), at(save_free_format), at(save_xys), close, at(save_buffer), line, at(save_picture), at(print), line,
     at(recent_1), at(recent_2), at(recent_3), at(recent_4), at(recent_5), line, at(reset), at(exit), close,
     open("&Edit"), at(undo), at(redo), line, at(copy_picture), at(copy_text), close,
-    open("&Profiles"), at(show_profiles), at(sort_profiles), at(play_profiles), line, at(copy_profile), at(delete_profiles), line, at(normalize_monitor), at(shift_profiles), at(offset_align), at(scale_y), at(scale_x), line,
+    open("&Profiles"), at(show_profiles), at(sort_profiles), at(play_profiles), line, at(copy_profile), at(delete_profiles), line, at(file_information), line, at(normalize_monitor), at(shift_profiles), at(offset_align), at(scale_y), at(scale_x), line,
     at(select_excluded), at(insert_excluded), at(admin_excluded), close,
     open(xspace_menu), at(to_two_theta), at(to_tof), at(to_d), at(to_q), at(to_s), line, at(change_wavelength), at(change_dtt), close,
     open("&Calculations"), at(sum), at(average), at(difference), at(multiply), at(efficiency), line,

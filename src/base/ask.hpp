@@ -37,15 +37,17 @@ struct Message_Box {
 
 // Which format files have whose names do not tell it, and what their first lines tell of it.
 struct Format_Question {
-    int proposed = 1;                     // format code 1 to 15 that is selected when the dialog opens, 0: each file as it is recognised
+    int proposed = 1;                     // format code that is selected when the dialog opens, 0: each file as it is recognised
     std::string looks_like = {};          // name of the format that all of them were recognised as, empty for none
     int banks = 1;                        // patterns in the files
+    int ranges = 0;                       // of scans in the files, that may be merged; 0 none
     bool differ = false;                  // they were recognised as different formats: each may be read by its own
     std::vector<std::string> files = {};  // their names, with the format of each where they differ
 };
 struct Format_Choice {
     int code = 1;            // 0: each file as it is recognised
     bool all_banks = false;  // each bank becomes a profile
+    bool merge = false;      // the ranges of each file become one profile, in counts a second
 };
 
 // What carries x of a file to d: lambda 1 and lambda 2, or dtt1 and dtt2.

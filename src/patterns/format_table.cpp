@@ -137,7 +137,7 @@ constexpr Format_Extension extensions[] = {
     {".bac", 1, false},       {".gsa", 10, false},    {".gss", 11, false},     {".sim", 1, true},        {".mdi", 1, true},
     {".cif", 15, true},       {".jcp", 12, true},     {".gsas", 10, false},    {".fxye", 10, false},     {".gda", 11, false},
     {".raw", 16, true, true}, {".brml", 19, true},    {".rasx", 20, true},     {".ras", 21, true},       {".asc", 22, true, true},
-    {".cpi", 23, true},       {".chi", 24, true},     {".rd", 25, true},       {".nxs", 27, true},
+    {".cpi", 23, true},       {".chi", 24, true},     {".rd", 25, true},       {".sd", 25, true},        {".nxs", 27, true},
 };
 
 // A format whose reader says all that there is to say of its patterns.

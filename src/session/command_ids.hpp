@@ -17,7 +17,7 @@ enum Id : int {
     // Profiles
     show_profiles = 40023, sort_profiles = 40025, play_profiles = 40158, copy_profile = 40102, delete_profiles = 40037,
     normalize_monitor = 40026, shift_profiles = 40141, offset_align = 40149, scale_y = 40115, scale_x = 40124,
-    select_excluded = 40110, insert_excluded = 40151, admin_excluded = 40034,
+    file_information = 40546, select_excluded = 40110, insert_excluded = 40151, admin_excluded = 40034,
 
     // X space
     xspace_menu = 40006, to_two_theta = 40042, to_tof = 40043, to_d = 40017, to_q = 40089, to_s = 40081,

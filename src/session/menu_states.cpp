@@ -26,7 +26,7 @@ const std::vector<Enabling>& Enabling_Table() {
     static const std::vector<Enabling> table = {
         // empty, calculation, single, multi, contour, contour log, 3D, 3D surface
         {"10110000", {xspace_menu, open_pattern, open_buffer, open_prf, open_raw}},
-        {"01111111", {save_buffer, save_picture, print}},
+        {"01111111", {save_buffer, save_picture, print, file_information}},
         {"01110000", {focus, show_profiles}},
         {"00110000",
          {smooth_fourier, sort_profiles, admin_excluded, smoothing_menu, delete_profiles, copy_profile, drag, select_excluded, scale_y,

@@ -2,6 +2,7 @@
 //
 // All of them decide on a format for each file; Load_All then makes rows of them.
 #include <algorithm>
+#include <set>
 #include <utility>
 
 #include "base/os.hpp"
@@ -21,28 +22,35 @@ Open_Result Nothing_Chosen() { return {.cancelled = true}; }
 
 int Known_Code(int code) { return code >= 1 && code <= static_cast<int>(Pattern_Formats().size()) ? code : 1; }
 
-// The name of a file says what is in it: nobody is asked about it.
-bool Name_Tells(const std::string& file) {
+// A file of a kind that has a reader of its own.
+bool Is_No_Pattern_File(const std::string& file) {
     const File_Kind_Row* kind = File_Kind_Of(file);
-    if (kind == nullptr && Is_Numor(file)) return true;
-    return (kind != nullptr && kind->read != nullptr) || Format_Of_File(file) != 0;
+    return kind == nullptr ? Is_Numor(file) : kind->read != nullptr;
 }
 
-// A file whose name does not tell its format, and what its first lines tell.
+// The name of a file, or a mark in it, says what is in it: nobody is asked about it.
+bool Name_Tells(const std::string& file) { return Is_No_Pattern_File(file) || Format_Of_File(file) != 0; }
+
+// A file that is asked about: its name does not tell its format, or it has ranges that may be merged. What its first lines tell.
 struct Undecided {
-    std::string name;
+    std::string path, name;
     Recognition look;
+    int ranges = 0;
 };
 
 // No format will do for a binary file, nor for one that is not there, so that there is nothing to ask about it. What is answered about as
 // many files as the store takes holds for further ones of a list.
 std::vector<Undecided> To_Ask_About(const std::vector<std::string>& files, char separator) {
+    constexpr std::size_t most_looked_through = 20;  // for ranges: the files are read for it
     std::vector<Undecided> undecided;
     for (const std::string& file : files) {
         if (undecided.size() == max_profiles) break;
-        if (Name_Tells(file) || !IOsFileExists(file)) continue;
+        const bool told = Name_Tells(file);
+        if ((told && files.size() > most_looked_through) || Is_No_Pattern_File(file) || !IOsFileExists(file)) continue;
         Recognition look = Recognise_Format(file);
-        if (look.binary.empty()) undecided.push_back({std::string(File_Part(file, separator)), std::move(look)});
+        const int ranges = files.size() > most_looked_through ? 0 : Ranges_To_Merge(file, look.code);
+        if ((!told && look.binary.empty()) || ranges > 1)
+            undecided.push_back({file, std::string(File_Part(file, separator)), std::move(look), ranges});
     }
     return undecided;
 }
@@ -52,16 +60,17 @@ Format_Question Question_About(const std::vector<Undecided>& files) {
     const Recognition& first = files.front().look;
     Format_Question question{.proposed = first.code, .banks = 0};
     bool one_look = first.by_content != 0;
-    for (const auto& [name, look] : files) {
-        question.differ = question.differ || look.code != first.code;
-        one_look = one_look && look.by_content == first.by_content;
-        question.banks += look.banks;
+    for (const Undecided& file : files) {
+        question.differ = question.differ || file.look.code != first.code;
+        one_look = one_look && file.look.by_content == first.by_content;
+        question.banks += file.look.banks;
+        question.ranges += file.ranges;
     }
     if (question.banks == static_cast<int>(files.size())) question.banks = 1;  // none of them has more than one
     if (question.differ) question.proposed = 0;
     if (one_look) question.looks_like = Mode_Of_Code(first.by_content);
-    for (const auto& [name, look] : files)
-        question.files.push_back(question.differ ? name + " (" + std::string(Mode_Of_Code(look.code)) + ')' : name);
+    for (const Undecided& file : files)
+        question.files.push_back(question.differ ? file.name + " (" + std::string(Mode_Of_Code(file.look.code)) + ')' : file.name);
     return question;
 }
 
@@ -75,8 +84,10 @@ Open_Result Open_Asking(Session& session, Ask& ask, const Files_To_Open& files) 
         choice = *chosen;
         if (choice.code != 0) choice.code = Known_Code(choice.code);
     }
-    return Load_All(session, ask, files, [choice](const std::string& file) {
-        return Name_Tells(file) ? Read_Any_File(file, 0) : Read_Pattern_File(file, choice);
+    std::set<std::string> asked;
+    for (const Undecided& file : undecided) asked.insert(file.path);
+    return Load_All(session, ask, files, [choice, asked](const std::string& file) {
+        return asked.count(file) == 0 && Name_Tells(file) ? Read_Any_File(file, 0) : Read_Pattern_File(file, choice);
     });
 }
 

@@ -50,6 +50,7 @@ void Put_Pattern_Head(Json& object, const Diffraction_Pattern_Type& p) {
                                                   {"has_bgr", p.has_bgr},
                                                   {"has_sigma", p.has_sigma},
                                                   {"sigma_is_variance", p.sigma_is_variance},
+                                                  {"per_second", p.per_second},
                                                   {"al_x", p.al_x},
                                                   {"al_y", p.al_y},
                                                   {"al_ycalc", p.al_ycalc},

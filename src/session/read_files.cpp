@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "base/text.hpp"
+#include "patterns/merge_ranges.hpp"
 #include "patterns/multi_detector_raw.hpp"
 #include "patterns/prf.hpp"
 #include "patterns/read_pattern.hpp"
@@ -40,7 +41,25 @@ Status With_Look(Status status, const std::string& path, int code) {
     return Status::Fail(std::string(Trim(status.message)) + "\nThe contents look like the format " + std::string(Mode_Of_Code(look)));
 }
 
+// The ranges as one profile; where they cannot be, they come one by one and a warning tells why.
+void Merge(Read_File& file) {
+    if (const std::string why = Why_Not_Merged(file.patterns); !why.empty())
+        file.warnings.push_back("The ranges were not merged. " + why + '.');
+    else
+        file.patterns = {Merge_Ranges(file.patterns)};
+}
+
 }  // namespace
+
+int Ranges_To_Merge(const std::string& path, int code) {
+    using namespace format_code;
+    constexpr int of_ranges[] = {panalytical, raw, stoe, rigaku_raw, brml, rasx, ras, asc};
+    if (std::find(std::begin(of_ranges), std::end(of_ranges), code) == std::end(of_ranges)) return 0;
+    std::vector<Diffraction_Pattern_Type> patterns;
+    Read_Notes unheard;
+    if (Read_Pattern_Mult(path, patterns, max_profiles, Mode_Of_Code(code), unheard).failed || !Why_Not_Merged(patterns).empty()) return 0;
+    return Contains(patterns.front().scat_var, "2theta") ? static_cast<int>(patterns.size()) : 0;
+}
 
 Read_File Read_Pattern_File(const std::string& path, const Format_Choice& choice) {
     const int code = choice.code != 0 ? choice.code : Recognise_Format(path).code;
@@ -54,6 +73,7 @@ Read_File Read_Pattern_File(const std::string& path, const Format_Choice& choice
         file.status = Read_Pattern_Mult(path, file.patterns, capacity, mode, notes);
         file.messages = std::move(notes.failed);
         file.warnings = std::move(notes.warnings);
+        if (choice.merge && file.patterns.size() > 1) Merge(file);
     } else {
         file.patterns.resize(1);
         file.status = Read_Pattern(path, file.patterns.front(), mode);

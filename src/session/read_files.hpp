@@ -36,6 +36,10 @@ struct Read_File {
     bool renews = false;       // by a program that has just run: takes the place of the row that its file made before
 };
 
+// Scans of a file of that format over one axis that may become one profile, 0 for none: of the formats whose files hold ranges of a
+// measurement. A range that cannot be read counts for nothing. Reads the file.
+int Ranges_To_Merge(const std::string& path, int code);
+
 // Each is called in any thread.
 Read_File Read_Pattern_File(const std::string& path,
                             const Format_Choice& choice);    // all banks, or the first, by a format; 0: by what it looks like

@@ -1,4 +1,5 @@
 // Rows of the store, as scripts print them.
+#include "session/file_information.hpp"
 #include "session/pattern_json.hpp"
 #include "session/store.hpp"
 #include "session/topics.hpp"
@@ -25,6 +26,12 @@ Json Data_Of_Row(const Profile_Store& store, int n, int first, int last) {
     Json row{{"row", n}};
     Put_Pattern_Arrays(row, store.Pattern(n), first, last);
     return row;
+}
+
+Json Information_Of_Row(const Profile_Store& store, int n) {
+    Json facts = Json::array();
+    for (const Head_Fact& fact : File_Information(store, n)) facts.push_back({Json_Text(fact.name), Json_Text(fact.value)});
+    return {{"row", n}, {"information", std::move(facts)}};
 }
 
 Json Reflections_Of_Row(const Profile_Store& store, int n) {
@@ -94,6 +101,7 @@ Topic Topic_Of_A_Row(const Profile_Store& store, std::string_view name, Json (*m
 std::vector<Topic> Store_Topics(const Profile_Store& store) {
     return {{"rows", [&store](Words words, const Put_Line& put) { return Print_Rows(store, words, put); }},
             {"data", [&store](Words words, const Put_Line& put) { return Print_Data(store, words, put); }},
+            Topic_Of_A_Row(store, "information", Information_Of_Row),
             Topic_Of_A_Row(store, "reflections", Reflections_Of_Row),
             Topic_Of_A_Row(store, "excluded", Excluded_Of_Row)};
 }

@@ -89,7 +89,7 @@ TEST(Read_Pattern, ExtensionsDecideOrAsk) {
     for (const auto& [extension, code] : cases) EXPECT_EQ(Format_Of_Extension(extension), code) << extension;
     EXPECT_TRUE(Is_Pattern_Extension(".gr") && Is_Pattern_Extension(".GR"));
     EXPECT_FALSE(Is_Pattern_Extension(".Gr") || Is_Pattern_Extension(".prf") || Is_Pattern_Extension(""));
-    EXPECT_EQ(Pattern_Formats().size(), 15u);
+    EXPECT_EQ(Pattern_Formats().size(), 27u);
     for (std::size_t i = 0; i < Pattern_Formats().size(); ++i) EXPECT_EQ(Pattern_Formats()[i].code, static_cast<int>(i) + 1);
 }
 

@@ -130,8 +130,8 @@ TEST(Recognise, SizeAndShapeDoNotMatter) {
 }
 
 TEST(Recognise, EveryFormatIsDescribed) {
-    for (int code = 1; code <= 15; ++code) EXPECT_FALSE(How_Recognised(code).empty()) << code;
-    for (const int code : {-1, 0, 16}) EXPECT_TRUE(How_Recognised(code).empty()) << code;
+    for (int code = 1; code <= 27; ++code) EXPECT_FALSE(How_Recognised(code).empty()) << code;
+    for (const int code : {-1, 0, 28}) EXPECT_TRUE(How_Recognised(code).empty()) << code;
 }
 
 TEST(Recognise, RealFiles) {

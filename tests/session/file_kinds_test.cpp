@@ -33,8 +33,9 @@ TEST(File_Kinds, EachDoorTakesItsExtensions) {
         std::vector<std::string> extensions;
         std::string start, recent, one_of_several, recorded;  // one name on the command line, a recent file, a drop, its statement
     };
-    const std::vector<std::string> formats = {"dat", "xy",  "xys", "xye", "gr",  "uxd", "sub", "udf",  "csv",  "xrdml",
-                                              "bac", "gsa", "gss", "sim", "mdi", "cif", "jcp", "gsas", "fxye", "gda"};
+    const std::vector<std::string> formats = {"dat", "xy",   "xys",  "xye", "gr",  "uxd", "sub", "udf",  "csv",  "xrdml",
+                                              "bac", "gsa",  "gss",  "sim", "mdi", "cif", "jcp", "gsas", "fxye", "gda",
+                                              "raw", "brml", "rasx", "ras", "asc", "cpi", "chi", "rd",   "sd",   "nxs"};
     Row written = {{}, "pattern", "pattern", "pattern", "open"}, mixed = {{"xrdMl"}, "pattern", "-", "pattern", ""};
     for (const std::string& small : formats) {
         std::string capital = small, first = small;
@@ -50,7 +51,7 @@ TEST(File_Kinds, EachDoorTakesItsExtensions) {
         {{"3t2", "3T2", "g44", "G44", "3t2o"}, "raw", "raw", "raw", "drop"},
         {{"buf", "BUF"}, "list", "list", "list", "drop"},
         {{"Buf"}, "list", "-", "list", ""},
-        {{"vns", "VNS", "raw", "txt", "x", "prfx", "dat2", "d.at"}, "-", "-", "pattern", ""},
+        {{"vns", "VNS", "txt", "x", "prfx", "dat2", "d.at"}, "-", "-", "pattern", ""},
     };
     const Test_Directory dir;
     Session session;

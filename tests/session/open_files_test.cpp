@@ -48,7 +48,7 @@ TEST_F(Opening, ASelectionIsReadFromTheLastNameToTheFirst) {
     EXPECT_EQ(ask.selector_title, "Select data files to open");
     EXPECT_EQ(ask.selector_filter,
               "Input Data File |*.dat;*.xy;*.xys;*.xye;*.gr;*.uxd;*.sub;*.udf;*.csv;*.xrdml;*.bac;*.gsa;*.gss;*.sim;*.mdi;*.cif;"
-              "*.jcp;*.gsas;*.fxye;*.gda|");
+              "*.jcp;*.gsas;*.fxye;*.gda;*.raw;*.brml;*.rasx;*.ras;*.asc;*.cpi;*.chi;*.rd;*.sd;*.nxs|");
     EXPECT_TRUE(ask.proposals.empty() && ask.boxes.empty());
     EXPECT_EQ(first.rows_added, 3);
     EXPECT_GT(first.read_ms, 0);

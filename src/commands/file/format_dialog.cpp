@@ -15,8 +15,8 @@ namespace {
 constexpr int format_dialog = 104;
 constexpr int field_heading = 1001;
 constexpr int field_first_format = 1002;
-constexpr int field_as_recognised = 1700;                                     // a format of its own for each file, where they differ
-constexpr int field_look = 1701, field_all_banks = 1702, field_files = 1703;  // only where there is something to say
+constexpr int field_as_recognised = 1700;  // a format of its own for each file, where they differ
+constexpr int field_look = 1701, field_all_banks = 1702, field_files = 1703, field_merge = 1704;  // only where there is something to say
 constexpr std::size_t most_names = 6, widest_name = 60;
 
 std::string Names(const Format_Question& question) {
@@ -38,6 +38,9 @@ Dialog_Resource Format_Dialog_Resource(const Format_Question& question) {
             {{field_look, Field_Kind::label,
               (question.files.size() > 1 ? "The files look like " : "The file looks like ") + question.looks_like + "."}});
     if (!question.files.empty()) resource.rows.push_back({{field_files, Field_Kind::label, Names(question)}});
+    if (question.ranges > 1)
+        resource.rows.push_back(
+            {{field_merge, Field_Kind::check_box, "&Merge the " + std::to_string(question.ranges) + " ranges, in counts a second"}});
     if (question.banks > 1)
         resource.rows.push_back(
             {{field_all_banks, Field_Kind::check_box, "Open all " + std::to_string(question.banks) + " &banks as profiles"}});
@@ -63,7 +66,7 @@ std::optional<Format_Choice> Data_Format_Dialog(const Format_Question& question)
     if (Run_Modal(format_dialog) == button_ok) {
         const int field = WDialogGetRadioButton(field_first_format);
         const int code = field == field_as_recognised ? 0 : Format_With(&Pattern_Format::field, field).code;
-        choice = Format_Choice{code, WDialogGetCheckBox(field_all_banks) == 1};
+        choice = Format_Choice{code, WDialogGetCheckBox(field_all_banks) == 1, WDialogGetCheckBox(field_merge) == 1};
     }
     WDialogUnload();
     return choice;

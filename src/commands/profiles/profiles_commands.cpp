@@ -6,6 +6,7 @@
 #include "commands/profiles/delete_rows.hpp"
 #include "commands/profiles/excluded_admin.hpp"
 #include "commands/profiles/excluded_regions.hpp"
+#include "commands/profiles/file_information.hpp"
 #include "commands/profiles/move_rows.hpp"
 #include "commands/profiles/play_profiles.hpp"
 #include "commands/profiles/shift_rows.hpp"
@@ -71,6 +72,8 @@ void Admin_Excluded(Application& app) {
     Plot_ReMake(app.session);
 }
 
+void Information(Application& app) { File_Information_Dialog(app.session); }
+
 void Select_Excluded(Application& app) { Start_Exclude_Mode(app.session); }
 
 constexpr Command commands[] = {
@@ -79,6 +82,7 @@ constexpr Command commands[] = {
     {command::play_profiles, "Playing", "play", Play_Profiles, "", "Show one profile after another"},
     {command::copy_profile, "Copy profile", "copy_profile", Copy, "", "Add a copy of a profile"},
     {command::delete_profiles, "Delete", "delete", Delete, "", "Take profiles out of the list"},
+    {command::file_information, "File information", "", Information, "Ctrl+I", "Look up all that the file of a profile tells"},
     {command::normalize_monitor, "Normalize(Monitor)", "normalise", Normalize, "", "Bring the profiles to one monitor"},
     {command::shift_profiles, "Shift", "shift", Shift, "", "Set the profiles apart by a constant step"},
     {command::offset_align, "Offset/Align", "offset", Offset_Align, "", "Move profiles by an offset, or to a common point"},
@@ -91,9 +95,9 @@ constexpr Command commands[] = {
 
 std::vector<Dialog_Resource> Dialogs() {
     std::vector<Dialog_Resource> all = Move_Rows_Dialog_Resources();
-    for (auto resource :
-         {Insert_Excluded_Dialog_Resource, Admin_Excluded_Dialog_Resource, Show_Profiles_Dialog_Resource, Delete_Profiles_Dialog_Resource,
-          Sort_Profiles_Dialog_Resource, Shift_Profiles_Dialog_Resource, Normalize_Monitor_Dialog_Resource, Playing_Dialog_Resource})
+    for (auto resource : {Insert_Excluded_Dialog_Resource, Admin_Excluded_Dialog_Resource, Show_Profiles_Dialog_Resource,
+                          Delete_Profiles_Dialog_Resource, Sort_Profiles_Dialog_Resource, File_Information_Dialog_Resource,
+                          Shift_Profiles_Dialog_Resource, Normalize_Monitor_Dialog_Resource, Playing_Dialog_Resource})
         all.push_back(resource());
     return all;
 }
