@@ -5,6 +5,7 @@
 #include <cstdint>
 
 #include "base/huge_pages.hpp"
+#include "base/text.hpp"
 
 namespace vntl {
 
@@ -45,6 +46,11 @@ void Keep_Points(Diffraction_Pattern_Type& p, int n) {
     const auto size = static_cast<std::size_t>(n);
     for (auto* reals : {&p.x, &p.y, &p.sigma, &p.ycalc, &p.bgr}) reals->resize(size);
     for (auto* integers : {&p.istat, &p.nd}) integers->resize(size);
+}
+
+std::string Numbered(const std::string& title, std::size_t number) {
+    const std::string words = "range " + std::to_string(number);
+    return title.empty() ? words : std::string(Cut(title, title_width - words.size() - 2)) + ", " + words;
 }
 
 void End_At_Last_Number(Diffraction_Pattern_Type& p, std::size_t n, double claimed) {

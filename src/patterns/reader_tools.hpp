@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <string>
 #include <string_view>
 
 #include "base/text_file.hpp"
@@ -43,5 +44,8 @@ void Keep_Points(Diffraction_Pattern_Type& pattern, int n);
 // The pattern ends at the last number of its file, the `n`-th, and keeps what the head claimed where that was more. Memory that was held
 // for the others is given back.
 void End_At_Last_Number(Diffraction_Pattern_Type& pattern, std::size_t n, double claimed);
+
+// The title of one range of several: "Corundum, range 2", the words alone behind a blank title, cut so that the number stays.
+std::string Numbered(const std::string& title, std::size_t number);
 
 }  // namespace vntl

@@ -210,11 +210,6 @@ private:
     bool several_ = false, ended_ = false;
 };
 
-std::string Numbered(const std::string& title, std::size_t number) {
-    const std::string words = "range " + std::to_string(number);
-    return title.empty() ? words : std::string(Cut(title, title_width - words.size() - 2)) + ", " + words;
-}
-
 }  // namespace
 
 Status Read_Uxd(std::string_view text, Diffraction_Pattern_Type& p) {
