@@ -3,15 +3,19 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <limits>
+#include <span>
 #include <vector>
 
 #include "base/free_form.hpp"
+#include "base/huge_pages.hpp"
 #include "base/scan.hpp"
 #include "base/text.hpp"
 #include "base/text_file.hpp"
+#include "patterns/head_facts.hpp"
 #include "patterns/header_words.hpp"
+#include "patterns/number_walk.hpp"
 #include "patterns/reader_tools.hpp"
+#include "patterns/told_values.hpp"
 
 namespace vntl {
 
@@ -37,6 +41,7 @@ struct Header {
     bool title_given = false;
     int text_lines = 0;
     int mdi_lines = 0;
+    double points = 0;  // that a full MDI head tells in its seventh place
     bool over = false;
 };
 
@@ -108,6 +113,24 @@ Status Take_Text_Line(std::string_view line, Header& head, Diffraction_Pattern_T
     return ++head.text_lines > most_text_lines ? Status::Fail(too_many_lines) : Status::Done();
 }
 
+bool Is_Date(std::string_view word) {
+    return word.size() >= 6 && word.find_first_not_of("0123456789/.-") == std::string_view::npos &&
+           word.find_first_of("/.-") != std::string_view::npos;
+}
+
+// What stands between step and end: seconds a step, the anode, the wavelength.
+void Take_Mdi_Constants(std::span<const std::string_view> words, Fact_List& facts, Diffraction_Pattern_Type& pattern) {
+    double time = 0, wavelength = 0;
+    if (Parse_Real(words[4], wavelength) && wavelength > 0 && wavelength < longest_wavelength)
+        pattern.conv[0] = static_cast<float>(wavelength);
+    if (Parse_Real(words[2], time) && time > 0 && Is_Sound(time)) pattern.count_time = static_cast<float>(time);
+    facts.Add("Anode", words[3]);
+    if (pattern.count_time > 0) facts.Add("Time a step (s)", pattern.count_time);
+    const std::string_view date = std::string_view(pattern.title).substr(0, pattern.title.find(' '));
+    if (Is_Date(date)) facts.Add("Date", date);
+}
+
+// A title, which may begin with a date, and a line "start step time ANODE wavelength end n".
 Status Take_Mdi_Line(std::string_view line, Header& head, Diffraction_Pattern_Type& pattern) {
     if (++head.mdi_lines == 1) {
         pattern.title = Kept_Text(line, title_width);
@@ -115,15 +138,17 @@ Status Take_Mdi_Line(std::string_view line, Header& head, Diffraction_Pattern_Ty
     }
     std::vector<std::string_view> words;
     const Status cut = Get_Words(line, words, most_words, word_width);
-    (void)cut;  // what stands behind the sixth word does not matter
+    (void)cut;  // what stands behind the seventh word does not matter
     std::array<float, 6> reals{};
     if (words.size() < reals.size()) return Status::Fail(bad_range);
-    if (Read_Free_Reals(words[4], std::span(reals).subspan(4, 1)) && reals[4] > 0 && reals[4] < longest_wavelength)
-        pattern.conv[0] = reals[4];
     for (const std::size_t i : {0u, 1u, 5u})
         if (!Read_Free_Reals(words[i], std::span(reals).subspan(i, 1))) return Status::Fail(bad_range);
     if (!(reals[1] > least_step)) return Status::Fail(zero_step);
     Take_Range(head, reals[0], reals[1], reals[5]);
+    Fact_List facts;
+    Take_Mdi_Constants(words, facts, pattern);
+    pattern.facts = facts.Done();
+    if (words.size() > reals.size() && !Parse_Real(words[6], head.points)) head.points = 0;
     return Status::Done();
 }
 
@@ -143,8 +168,47 @@ Status Read_Header(Line_Cursor& lines, bool mdi, Header& head, Diffraction_Patte
             status = Take_Text_Line(line, head, pattern);
         if (status.failed) return status;
     }
+    if (head.points >= 1) return Status::Done();
     const bool sound = head.npts >= least_points && head.xmax >= head.xmin && head.xmax >= head.step;
     return sound ? Status::Done() : Status::Fail(bad_range);
+}
+
+// The numbers that are there, at most as many as the arrays can have. The last one of a file that is cut may lack digits: it counts where
+// it completes the points told. -1 marks the end.
+std::vector<float> Read_Mdi_Counts(std::string_view text, double told) {
+    std::vector<float> counts;
+    Reserve_Many(counts, static_cast<std::size_t>(std::min(told, static_cast<double>(text.size() / 2 + 1))));
+    Line_Cursor lines(text);
+    bool sound = true, open = false;
+    for (std::string_view line; sound && lines.Next(line);) {
+        Number_Walk walk(line);
+        walk.Skip_Separators();
+        for (float count = 0; sound && !walk.At_End(); walk.Skip_Separators()) {
+            sound = walk.Take(count);
+            if (sound) counts.push_back(count);
+        }
+        open = sound && !line.empty() && line.data() + line.size() == text.data() + text.size() && line.back() != ' ';
+    }
+    const bool marked = !counts.empty() && counts.back() == -1;
+    if (marked || (open && !counts.empty() && static_cast<double>(counts.size()) < told)) counts.pop_back();
+    return counts;
+}
+
+// What a file with a full head holds is its pattern, whatever the head tells of its end and of its points.
+Status Fill_From_Mdi(std::string_view text, const Header& head, Diffraction_Pattern_Type& pattern) {
+    const std::vector<float> counts = Read_Mdi_Counts(text, head.points);
+    if (counts.empty()) return Status::Fail(bad_count);
+    if (Status status = Allocate_Diffraction_Pattern(pattern, static_cast<std::int32_t>(counts.size())); status.failed) return status;
+    if (static_cast<double>(counts.size()) < head.points)
+        pattern.npts_claimed = static_cast<std::int32_t>(std::min(head.points, most_claimed));
+    std::copy(counts.begin(), counts.end(), pattern.y.begin());
+    pattern.xmin = static_cast<float>(head.xmin), pattern.step = static_cast<float>(head.step);
+    Set_Grid_End(pattern);
+    Set_Grid(pattern);
+    Set_Count_Variances(pattern);
+    pattern.constant_step = true;
+    Set_Y_Limits(pattern);
+    return Status::Done();
 }
 
 }  // namespace
@@ -155,6 +219,8 @@ Status Read_Free_Format(std::string_view text, bool mdi, Diffraction_Pattern_Typ
     Line_Cursor lines(text);
     Header head;
     if (Status status = Read_Header(lines, mdi, head, pattern); status.failed) return status;
+
+    if (head.points >= 1) return Fill_From_Mdi(lines.Rest(), head, pattern);
 
     if (head.npts > static_cast<double>(Most_Points(lines.Rest().size()))) return Status::Fail(bad_count);
     const auto n = static_cast<std::size_t>(head.npts);
