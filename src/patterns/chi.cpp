@@ -62,25 +62,30 @@ bool Is_Count_Line(std::string_view line, double& rows) {
     return Told_Real(line.substr(0, line.find_first_of(" \t,")), rows);
 }
 
-// The four lines, and the rows behind them where the text goes on.
-Status Read_Head(Line_Cursor& lines, Head& head) {
+bool Is_Remark(std::string_view line) { return Trim_Left(line).starts_with('#'); }
+
+// Lines of "#" with rows right behind them; false, and the cursor where it was, for anything else.
+bool Read_Remarks(Line_Cursor& lines, Head& head) {
+    constexpr std::size_t kept = 1 << 16;
+    Line_Cursor before = lines, ahead = lines;
     std::string_view line;
-    Line_Cursor start = lines;
-    if (start.Next(line) && Trim_Left(line).starts_with('#')) {
-        for (Line_Cursor before = lines; lines.Next(line); before = lines) {
-            if (!Trim_Left(line).starts_with('#')) {
-                lines = before;
-                break;
-            }
-            head.label = line;
-            if (head.remarks.size() < (1 << 16)) head.remarks.append(line).append("\n");
-        }
-        return Status::Done();
+    for (; ahead.Next(line) && Is_Remark(line); before = ahead) {
+        head.label = line;
+        if (head.remarks.size() < kept) head.remarks.append(line).append("\n");
     }
+    if (!head.remarks.empty() && Numbers_In(line) > 1) {
+        lines = before;
+        return true;
+    }
+    head = {};
+    return false;
+}
+
+Status Read_Head(Line_Cursor& lines, Head& head) {
+    if (Read_Remarks(lines, head)) return Status::Done();
     std::string_view count;
-    for (std::string_view* part : {&head.title, &head.label, &head.label_y, &count}) {
+    for (std::string_view* part : {&head.title, &head.label, &head.label_y, &count})
         if (!lines.Next(*part)) return Status::Fail("This CHI file ends within its head of four lines");
-    }
     if (!Is_Count_Line(count, head.rows) || Numbers_In(head.label) > 1)
         return Status::Fail("This is no CHI file: there is no number of rows in line 4, under a title and two labels");
     return Status::Done();

@@ -79,13 +79,15 @@ float Time_A_Step(double speed, std::string_view unit, double step) {
 }
 
 void Set_Steps(Diffraction_Pattern_Type& p) {
+    constexpr double allowed = 0.05;    // of a step, for digits that were cut
+    constexpr double told_step = 1e-3;  // of the mean step, by which a told one may differ from it
     const std::size_t n = p.x.size();
     if (n == 0) return;
     p.xmin = p.x.front(), p.xmax = p.x.back();
-    p.step = n > 1 ? static_cast<float>((static_cast<double>(p.xmax) - p.xmin) / static_cast<double>(n - 1)) : 0;
-    constexpr double allowed = 0.05;  // of a step, for digits that were cut
-    const double first = p.xmin, step = n > 1 ? (static_cast<double>(p.xmax) - first) / static_cast<double>(n - 1) : 0;
-    const double most = allowed * std::fabs(step) + 2e-7 * std::max(std::fabs(first), std::fabs(static_cast<double>(p.xmax)));
+    const double first = p.xmin, last = p.xmax;
+    const double step = n > 1 ? (last - first) / static_cast<double>(n - 1) : 0;
+    if (!(std::fabs(p.step - step) <= told_step * std::fabs(step))) p.step = static_cast<float>(step);
+    const double most = allowed * std::fabs(step) + 2e-7 * std::max(std::fabs(first), std::fabs(last));
     p.constant_step = true;
     for (std::size_t i = 0; i < n && p.constant_step; ++i)
         p.constant_step = std::fabs(p.x[i] - (first + static_cast<double>(i) * step)) <= most;

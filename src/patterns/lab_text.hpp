@@ -27,7 +27,8 @@ std::string Without_Idle_Zeros(std::string_view text);
 // told.
 float Time_A_Step(double speed, std::string_view unit, double step);
 
-// xmin, xmax and the mean step of points whose x the file tells, and whether they are evenly spaced within its digits.
+// xmin, xmax and the mean step of points whose x the file tells (or the `step` that is there, where it is about that), and whether they are
+// evenly spaced within its digits.
 void Set_Steps(Diffraction_Pattern_Type& pattern);
 
 // Variances of counts |y|, and of counts a second |y| over the time of a step (1 s where none is told).

@@ -89,6 +89,7 @@ public:
 
 private:
     void Begin_Head() {
+        if (in_head_) Fail_Without_Points(scans_ + 1);
         head_ = {};
         in_head_ = true, told_ = false;
     }
@@ -97,6 +98,8 @@ private:
         faults_.push_back(std::move(text));
         scans_ = scans;
     }
+
+    void Fail_Without_Points(std::size_t scan) { Fail("Range " + std::to_string(scan) + " of this RAS file holds no points", scan); }
 
     // A scan without a head of its own has the one before.
     void Take_Scan(Line_Cursor& lines) {
@@ -108,7 +111,7 @@ private:
         Diffraction_Pattern_Type p;
         static_cast<Pattern_Head&>(p) = pattern_head_;
         if (Allocate_Measured(p, rows.x.size()).failed) {
-            Fail("Range " + std::to_string(scans_) + " of this RAS file holds no points", scans_);
+            Fail_Without_Points(scans_);
             return;
         }
         p.npts_claimed = rows.x.size() < claimed ? p.npts_claimed : 0;

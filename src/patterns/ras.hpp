@@ -2,7 +2,7 @@
 //
 //   *RAS_DATA_START
 //   *RAS_HEADER_START
-//   *FILE_SAMPLE "Corundum"                    title, else *FILE_MEMO or *FILE_COMMENT
+//   *FILE_SAMPLE "Corundum"                    title, else *FILE_MEMO, *FILE_COMMENT or *FILE_PART_ID
 //   *HW_XG_WAVE_LENGTH_ALPHA1 "1.540593"       conv(1); ALPHA2 conv(2), BETA conv(4)
 //   *MEAS_COND_XG_WAVE_TYPE "Ka1"              Ka, or one line alone: Ka1 leaves conv(2) at 0, Kb makes the beta line conv(1)
 //   *MEAS_DATA_COUNT "1401.0000000000"         points

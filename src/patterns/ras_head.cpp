@@ -20,7 +20,7 @@ constexpr std::string_view axis_lines = "MEAS_COND_AXIS_";
 // Of the display of another program, and numbers that only it knows.
 bool Is_Idle(std::string_view key) {
     return key.starts_with("DISP_") || key.starts_with("RAS_") || key.starts_with(axis_lines) || key.starts_with("FILE_MD5") ||
-           Contains(key, "_ID-") || key.ends_with("_ID");
+           Contains(key, "_ID-") || (key.starts_with("HW_") && key.ends_with("_ID"));
 }
 
 // What people typed is one text, whatever stands in it.
@@ -99,11 +99,12 @@ void Ras_Head::Take_Facts(Pattern_Head& head) const {
 
 Pattern_Head Ras_Head::Told() const {
     Pattern_Head head;
-    for (const char* key : {"FILE_SAMPLE", "FILE_MEMO", "FILE_COMMENT"})
+    for (const char* key : {"FILE_SAMPLE", "FILE_MEMO", "FILE_COMMENT", "FILE_PART_ID"})
         if (head.title.empty()) head.title = Kept_Text(Trim(Readable(Value(key))), title_width);
     head.radiation = "xrays_cw";
     Take_Waves(head);
     const double step = Number("MEAS_SCAN_STEP"), points = Number("MEAS_DATA_COUNT");
+    head.step = static_cast<float>(step);
     head.count_time = Time_A_Step(Number("MEAS_SCAN_SPEED"), Value("MEAS_SCAN_SPEED_UNIT"), step);
     if (points >= 1 && points <= most_claimed) head.npts_claimed = static_cast<std::int32_t>(points);
     head.per_second = Equal_No_Case(Value("MEAS_SCAN_UNIT_Y"), "cps");

@@ -15,7 +15,8 @@ public:
     // Takes a line; one of another form, or more than a head can have, is passed over. The text must outlive the head.
     void Take(std::string_view line);
 
-    // What the lines say of a pattern: title, radiation, conv, count_time, npts_claimed (points told, 0 where none are), per_second, facts.
+    // What the lines say of a pattern: title, radiation, conv, step, count_time, npts_claimed (points told, 0 where none are), per_second,
+    // facts.
     Pattern_Head Told() const;
 
     // The axis that was scanned; empty where the lines do not say.
