@@ -26,12 +26,19 @@ std::size_t Number_At(std::string_view bytes, std::size_t at, int width) {
     return number;
 }
 
-// Where the record at the end of an archive stands, npos where there is none.
+// Whether the record of an archive's end can stand here: its directory lies in front of it.
+bool Can_End(std::string_view bytes, std::size_t at) {
+    constexpr std::size_t in_longer_record = 0xFFFFFFFF;
+    if (bytes.size() - at < end_record) return false;
+    const std::size_t size = Number_At(bytes, at + 12, 4), offset = Number_At(bytes, at + 16, 4);
+    return offset == in_longer_record || size == in_longer_record || size + offset <= at;
+}
+
+// Where that record stands, npos where there is none.
 std::size_t End_Record(std::string_view bytes) {
-    for (std::size_t at = bytes.rfind(end_mark); at != std::string_view::npos;
-         at = at == 0 ? std::string_view::npos : bytes.rfind(end_mark, at - 1))
-        if (bytes.size() - at >= end_record) return at;
-    return std::string_view::npos;
+    std::size_t at = bytes.rfind(end_mark);
+    while (at != std::string_view::npos && !Can_End(bytes, at)) at = at == 0 ? std::string_view::npos : bytes.rfind(end_mark, at - 1);
+    return at;
 }
 
 // Without what was added behind the archive, zeros of a copy for example.
@@ -58,8 +65,8 @@ bool Front_Fits(std::string_view bytes, bool (*fits)(std::string_view)) {
 
 bool Directory_Fits(std::string_view bytes, bool (*fits)(std::string_view)) {
     const std::string_view tail = bytes.substr(bytes.size() - std::min(bytes.size(), glance + end_record));
-    const std::size_t end = End_Record(tail);
-    if (end == std::string_view::npos) return false;
+    const std::size_t end = tail.rfind(end_mark);
+    if (end == std::string_view::npos || tail.size() - end < end_record) return false;
     std::size_t at = Number_At(tail, end + 16, 4);
     for (std::size_t i = 0; i < most_entries && at + directory_head <= bytes.size(); ++i) {
         const std::size_t length = Number_At(bytes, at + 28, 2);
