@@ -1,0 +1,157 @@
+#include "patterns/xrdml_sum.hpp"
+
+#include <algorithm>
+#include <cmath>
+
+#include "base/text.hpp"
+#include "patterns/reader_tools.hpp"
+#include "patterns/scan_axis.hpp"
+
+namespace vntl {
+
+namespace {
+
+constexpr double same_place = 5e-4;       // degrees or millimetres; goniometers and stages are told to 0.001 or finer
+constexpr double same_temperature = 0.5;  // kelvin, by which a steady sample may vary from scan to scan
+
+// How many counts there are from start to end in steps of so much, where those go up in it; 0 where they do not.
+std::size_t Counts_Between(double start, double end, double step, double uncertainty) {
+    constexpr double most = 1e8;
+    const double steps = std::fabs(end - start) / step;
+    if (!(step > 0) || !(steps >= 0 && steps < most) || std::fabs(steps - std::round(steps)) > uncertainty) return 0;
+    return static_cast<std::size_t>(std::round(steps)) + 1;
+}
+
+// A continuous scan tells the middle of its first step: one from 4 on in steps of 0.01313028 starts at 4.00656514. Where that distance from
+// a round angle is none that could be chosen by hand, and the range is a whole number of such steps, it tells the step.
+std::size_t Counts_Of_Continuous_Scan(double start, double end) {
+    constexpr double by_hand = 1e-4, rounding = 2e-8, shortest = 1e-3, longest = 0.2, least_steps = 20;
+    const double above = start - std::floor(start * 10 + 1e-9) / 10;
+    const double step = 2 * above, steps = std::fabs(end - start) / step;
+    const double chosen = above / by_hand;
+    if (!(step > shortest && step < longest && steps > least_steps) || std::fabs(chosen - std::round(chosen)) < 1e-3) return 0;
+    return Counts_Between(start, end, step, 1e-3 + steps * rounding / step);
+}
+
+}  // namespace
+
+std::vector<Xrdml_Sum::Place> Xrdml_Sum::Places_Of(const Xrdml_Scan& scan) {
+    std::vector<Place> places;
+    for (const Xrdml_Axis& axis : scan.axes) {
+        Place place{axis.name, axis.list.given ? Trim(axis.list.text) : Trim(axis.common.text)};
+        place.told = axis.Ends(place.from, place.to);
+        places.push_back(place);
+    }
+    return places;
+}
+
+bool Xrdml_Sum::Same(const Place& a, const Place& b, double near) {
+    if (!a.told || !b.told) return a.told == b.told && a.text == b.text;
+    return std::fabs(a.from - b.from) <= near && std::fabs(a.to - b.to) <= near;
+}
+
+const Xrdml_Sum::Place* Xrdml_Sum::Find(std::string_view name) const {
+    const auto place = std::find_if(places_.begin(), places_.end(), [name](const Place& each) { return each.name == name; });
+    return place == places_.end() ? nullptr : &*place;
+}
+
+Xrdml_Sum::Xrdml_Sum(const Xrdml_Scan& scan, Xrdml_Lists& lists, double step) : first_(scan), places_(Places_Of(scan)) {
+    const Xrdml_Axis& axis = *scan.Scanned();
+    axis_ = axis.name;
+    whole_ = lists.whole;
+    static_cast<void>(Allocate_Diffraction_Pattern(pattern_, static_cast<std::int32_t>(lists.counts.size())));
+    pattern_.xmin = lists.start, pattern_.xmax = lists.end;
+    Set_Scan_Axis(pattern_, axis_);
+    Set_Positions(lists, step);
+    Add_Counts(lists);
+    numbers_.push_back(scan.number);
+    time_ = lists.time;
+}
+
+void Xrdml_Sum::Set_Positions(Xrdml_Lists& lists, double step) {
+    Diffraction_Pattern_Type& p = pattern_;
+    const std::size_t n = lists.counts.size();
+    const bool listed = !lists.positions.empty();
+    const Place& place = *Find(axis_);
+    planned_ = lists.planned;
+    if (!whole_ && !listed) {
+        if (planned_ < n) planned_ = Counts_Between(place.from, place.to, step, 0.05);
+        if (planned_ < n) planned_ = Counts_Of_Continuous_Scan(place.from, place.to);
+        step_told_ = planned_ >= n;
+    }
+    const std::size_t points = std::max(planned_, n);
+    if (listed) {
+        lists.positions.resize(n);
+        p.xmax = lists.positions.back();
+    }
+    const std::size_t steps = listed ? n : points;
+    if (steps > 1) p.step = (p.xmax - p.xmin) / static_cast<float>(steps - 1);
+    if (listed)
+        p.x = positions_ = lists.positions;
+    else
+        Set_Grid(p);
+    if (points > n) {
+        p.npts_claimed = static_cast<std::int32_t>(points);
+        if (!listed) Set_Grid_End(p);
+    }
+    p.constant_step = !listed;
+    step_ = std::fabs(place.to - place.from) / static_cast<double>(std::max<std::size_t>(points - 1, 1));
+}
+
+bool Xrdml_Sum::Takes(const Xrdml_Scan& scan, const Xrdml_Lists& lists) const {
+    const Xrdml_Axis* const scanned = scan.Scanned();
+    if (scan.axes.size() != places_.size() || scanned == nullptr || scanned->name != axis_) return false;
+    if (lists.counts.size() != Points() || lists.whole != whole_ || lists.positions.size() != positions_.size()) return false;
+    if (std::fabs(scan.temperature - first_.temperature) > same_temperature) return false;
+    const double near = std::min(same_place, 0.5 * step_);
+    for (const Place& there : Places_Of(scan)) {
+        const Place* const here = Find(there.name);
+        if (here == nullptr || !Same(*here, there, there.name == axis_ ? near : same_place)) return false;
+    }
+    return std::equal(positions_.begin(), positions_.end(), lists.positions.begin(),
+                      [near](float a, float b) { return std::fabs(a - b) <= near; });
+}
+
+void Xrdml_Sum::Add(const Xrdml_Scan& scan, const Xrdml_Lists& lists) {
+    Add_Counts(lists);
+    numbers_.push_back(scan.number);
+    time_ = time_ > 0 && lists.time > 0 ? time_ + lists.time : 0;
+}
+
+// Of n counts behind a factor f, y is f n and its variance f^2 n.
+void Xrdml_Sum::Add_Counts(const Xrdml_Lists& lists) {
+    const std::size_t n = std::min(lists.counts.size(), pattern_.y.size());
+    const bool one_factor = lists.factors.size() < 2;
+    const float all = lists.factors.empty() ? 1.0f : lists.factors.front();
+    const float* const factors = lists.factors.data();
+    for (std::size_t i = 0; i < n; ++i) {
+        const float factor = one_factor ? all : factors[i];
+        const float y = lists.corrected ? lists.counts[i] : factor * lists.counts[i];
+        pattern_.y[i] += y;
+        pattern_.sigma[i] += factor * y;
+    }
+}
+
+// Points that were measured downwards are given upwards.
+Diffraction_Pattern_Type Xrdml_Sum::Finish() {
+    Diffraction_Pattern_Type& p = pattern_;
+    for (float& s : p.sigma) s = std::fabs(s);
+    if (p.xmax < p.xmin) {
+        Turn_Round(p);
+        std::swap(p.xmin, p.xmax);
+        p.step = -p.step;
+    }
+    Set_Y_Limits(p);
+    p.count_time = static_cast<float>(time_);
+    p.TSample = static_cast<float>(first_.temperature);
+    return std::move(pattern_);
+}
+
+bool Xrdml_Sum::Differs(const Xrdml_Sum& other, std::string_view axis) const {
+    if (axis.empty()) return std::fabs(first_.temperature - other.first_.temperature) > same_temperature;
+    const Place* const here = Find(axis);
+    const Place* const there = other.Find(axis);
+    return here != nullptr && there != nullptr && !Same(*here, *there, same_place);
+}
+
+}  // namespace vntl
