@@ -181,9 +181,14 @@ private:
     }
 
     static void Add_Place(const Xrdml_Axis& axis, Fact_List& facts) {
+        const std::string name = Xml_Words(axis.name) + " (" + Xml_Words(axis.unit) + ")";
         double from = 0, to = 0;
-        if (!axis.Ends(from, to)) return;
-        facts.Add(std::string(axis.name) + " (" + std::string(axis.unit) + ")", Short(from) + (axis.Moves() ? " to " + Short(to) : ""));
+        if (axis.start.given && axis.end.given)
+            facts.Add(name, Xml_Words(axis.start.text) + " to " + Xml_Words(axis.end.text));
+        else if (axis.list.given && axis.Ends(from, to))
+            facts.Add(name, "list from " + Short(from) + " to " + Short(to));
+        else if (axis.common.given)
+            facts.Add(name, Xml_Words(axis.common.text));
     }
 
     // What tells one pattern of a measurement from the others: ", Psi 5, 300 K".
