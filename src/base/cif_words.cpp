@@ -54,6 +54,12 @@ Cif_Word Cif_Words::Next() {
     }
 }
 
+std::string_view Cif_Words::Rest() const {
+    const std::string_view lines = lines_.Rest();
+    const char* const begin = rest_.data() == nullptr ? lines.data() : rest_.data();
+    return {begin, static_cast<std::size_t>(lines.data() + lines.size() - begin)};
+}
+
 // From the semicolon that begins `line` to the end of the line before the next one that begins so.
 Cif_Word Cif_Words::Take_Text(std::string_view line) {
     const char* const first = line.data() + 1;

@@ -39,6 +39,9 @@ public:
 
     Cif_Word Next();
 
+    // What is behind the word taken last, up to the end of the text.
+    std::string_view Rest() const;
+
     // The line where a text between semicolons begins that nothing closes; 0 when there is none so far.
     int Unclosed_Text() const { return unclosed_; }
 
