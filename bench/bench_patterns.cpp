@@ -163,6 +163,16 @@ constexpr Format_File format_files[] = {
          for (int i = 0; i < 1800000; ++i) std::fprintf(f, "%d ", Count(i));
          std::fprintf(f, "</intensities>\n</xrdMeasurement>\n");
      }},
+    {"CIF", ".cif", "CIF",
+     [](std::FILE* f) {
+         std::fprintf(f,
+                      "data_x\n_pd_block_id sample\n_diffrn_radiation_wavelength 1.5406\nloop_\n_pd_proc_point_id\n"
+                      "_pd_proc_2theta_corrected\n_pd_proc_intensity_total\n_pd_calc_intensity_total\n_pd_proc_intensity_bkg_calc\n"
+                      "_pd_proc_ls_weight\n");
+         for (int i = 0; i < 200000; ++i)
+             std::fprintf(f, "%7d %9.4f %d(%d) %9.2f %7.2f %9.6f\n", i + 1, 5 + 5e-4 * i, Count(i), 1 + i % 300, Count(i + 1) / 1.1,
+                          80 + i % 100 / 7.0, 1.0 / (1 + i % 300));
+     }},
     {"Variable time", ".dat", "TIMEVARIABLE",
      [](std::FILE* f) {
          std::fprintf(f, "title\na\nb\nc\n5.0 0.0001 65.0\n");

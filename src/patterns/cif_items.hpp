@@ -31,6 +31,7 @@ inline constexpr Cif_Column cif_columns[] = {
     {"_pd_meas_intensity_total", Cif_Role::y},
     {"_pd_proc_intensity_total", Cif_Role::y},
     {"_pd_proc_intensity_net", Cif_Role::y, {}, {}, true},
+    {"_pd_meas_intensity_net", Cif_Role::y, {}, {}, true},
     {"_pd_calc_intensity_total", Cif_Role::ycalc},
     {"_pd_calc_intensity_net", Cif_Role::ycalc, {}, {}, true},
     {"_pd_proc_intensity_bkg_calc", Cif_Role::bgr},

@@ -60,6 +60,7 @@ bool Set_Range(Cif_Table_Pattern& table, const Cif_Told& told) {
     if (table.without_x && !told.Range(start, step)) return false;
     if (table.without_x)
         for (float& x : p.x) x = static_cast<float>(start + step * x);
+    if (p.x.front() > p.x.back()) Turn_Round(p);  // spacings fall as angles rise
     p.xmin = p.x.front();
     p.xmax = p.x.back();
     p.step = p.npts > 1 ? (p.xmax - p.xmin) / static_cast<float>(p.npts - 1) : 0;
@@ -180,10 +181,10 @@ private:
             if (p.conv[0] == 0 && may_have_wavelength_[i]) first_radiation_.Give(p);
         }
         if (excluded_ > 0)
-            notes_.warnings.push_back(std::to_string(excluded_) + " of " + std::to_string(points_) +
-                                      " points have the weight 0: the refinement in the file left them out");
+            notes_.warnings.push_back("Points of weight 0, which the refinement in the file left out: " + std::to_string(excluded_) +
+                                      " of " + std::to_string(points_));
         if (left_out_ > 0)
-            notes_.warnings.push_back(std::to_string(left_out_) + " rows of the file hold no numbers that can be read, and were left out");
+            notes_.warnings.push_back("Rows left out, for they hold no numbers that can be read: " + std::to_string(left_out_));
     }
 
     std::string_view Refusal() const {

@@ -42,11 +42,12 @@ std::string_view Without_Ends(std::string_view value) {
     return first == std::string_view::npos ? std::string_view{} : value.substr(first, value.find_last_not_of(blanks) + 1 - first);
 }
 
-// What stands behind the item, blanks and all, as those write it who set no quotes; the value, where it stands in quotes or elsewhere.
+// What stands behind the item, with its one blank, as those write it who set no quotes; the value, where it stands in quotes or elsewhere.
 std::string_view Written(const Cif_Item& item) {
-    const std::string_view line = item.line.substr(0, item.line.find(" #"));
-    const std::string_view cut = Trim(line);
-    return cut.empty() || cut.front() == '\'' || cut.front() == '"' ? Without_Ends(item.value) : Trim_Right(line);
+    const std::string_view line = Trim_Right(item.line.substr(0, item.line.find(" #")));
+    const std::string_view cut = Trim_Left(line);
+    if (cut.empty() || cut.front() == '\'' || cut.front() == '"') return Without_Ends(item.value);
+    return line.size() - cut.size() > 1 ? cut : line;
 }
 
 }  // namespace

@@ -74,10 +74,15 @@ void Begin_Anew(Session& session) {
     Set_Menu_Empty(session);
 }
 
-// The second to the tenth calculated intensity tell whether the file brings a curve of a refinement.
+// The second to the tenth calculated intensity tell whether the file brings a curve of a refinement; a curve may begin with a gap.
 bool Brings_Calculated_Curve(const Diffraction_Pattern_Type& p) {
     float sum = 0;
-    for (std::size_t i = 1; i < std::min<std::size_t>(p.ycalc.size(), 10); ++i) sum += p.ycalc[i];
+    int told = 0;
+    for (std::size_t i = 1; i < p.ycalc.size() && told < 9; ++i) {
+        if (std::isnan(p.ycalc[i])) continue;
+        sum += p.ycalc[i];
+        ++told;
+    }
     return sum > least_ycalc_sum;
 }
 

@@ -65,6 +65,14 @@ TEST(Load, KindFollowsFromTheCalculatedCurve) {
         EXPECT_EQ(s.store.show_ycalc_of[0], s.store.Info(1).kind == Row_Kind::rietv);
         EXPECT_FALSE(s.store.show_bgr_of[0]);
     }
+    // A curve that begins with a gap, where the refinement left points out.
+    Session s;
+    Scripted_Ask ask;
+    Diffraction_Pattern_Type p = Tiny_Pattern();
+    std::fill(p.ycalc.begin(), p.ycalc.end() - 1, std::numeric_limits<float>::quiet_NaN());
+    p.ycalc.back() = 5;
+    Load_Row(s, ask, "/a.cif", "CIF", Gives(p));
+    EXPECT_TRUE(s.store.Info(1).kind == Row_Kind::rietv);
 }
 
 TEST(Load, EveryRefusalIsToldAndLeavesEverythingAsItWas) {
