@@ -4,6 +4,7 @@
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <numbers>
 #include <span>
 #include <string>
 
@@ -17,7 +18,8 @@ namespace {
 
 constexpr double metres_below = 1e-6, angstroms_of_a_metre = 1e10;
 constexpr double shortest = 1e-3, longest = 1e3;  // wavelengths that a diffraction pattern can have, angstroms
-constexpr std::size_t line_width = 4096;          // of which a line is looked at: heads in JSON are long
+constexpr std::size_t line_width = 1 << 16;       // of which a line is looked at: heads in JSON are long
+constexpr std::size_t words_before = 200;         // a wavelength that may say of what line it is
 constexpr double doublet = 0.02;                  // by which the lines of one differ at most
 
 struct Unit {
@@ -56,6 +58,8 @@ constexpr Unit units_of_length[] = {{"m", angstroms_of_a_metre},
                                     {"\xC3\xA5", 1},
                                     {"\xE2\x84\xAB", 1}};
 constexpr double angstrom_microseconds_of_s_per_km = 1e-7;  // s/km = 1e6 microseconds in 1e13 angstroms
+constexpr Unit units_of_path[] = {{"m", 1}, {"meter", 1}, {"meters", 1}, {"metre", 1}, {"metres", 1}, {"mm", 1e-3}, {"cm", 1e-2}};
+constexpr Unit units_of_angle[] = {{"deg", 1}, {"degree", 1}, {"degrees", 1}, {"\xC2\xB0", 1}, {"rad", 180 / std::numbers::pi}};
 constexpr Unit units_of_dtt1[] = {{"s/km", angstrom_microseconds_of_s_per_km}};
 
 bool Is_Letter(char c) { return (c >= 'a' && c <= 'z') || static_cast<unsigned char>(c) >= 0x80; }
@@ -190,7 +194,7 @@ void Head_Constants::Take_Wavelength(std::string_view before, std::string_view b
         if (!lambda2_) lambda2_ = value;
         return;
     }
-    const bool calibrated = Contains(before, "calibrated");
+    const bool calibrated = Contains(before.substr(before.size() - std::min(before.size(), words_before)), "calibrated");
     if (lambda1_ && (calibrated_ || !calibrated)) return;
     lambda1_ = value;
     calibrated_ = calibrated;
@@ -210,7 +214,32 @@ void Head_Constants::Take_Flight(std::string_view behind, std::optional<float>& 
     if (Is_Sound(told) && (told > 0 || !positive)) value = static_cast<float>(told);
 }
 
+// "L = 157.6 [m] two_theta = 101.4 [deg]", "twotheta(deg) 86.37 Ltotal(m) 77.85".
+void Head_Constants::Take_Path(std::string_view text) {
+    const auto take = [&](std::string_view word, std::span<const Unit> units, double most, std::optional<double>& value) {
+        for (std::size_t at = text.find(word); at != std::string_view::npos && !value; at = text.find(word, at + word.size())) {
+            std::string_view behind = text.substr(at + word.size());
+            if (at > 0 && (Is_Letter(text[at - 1]) || Is_Digit(text[at - 1]) || text[at - 1] == '_')) continue;
+            if (!behind.empty() && (Is_Letter(behind.front()) || behind.front() == '_')) continue;
+            const auto q = Take_Quantity(behind, units, true);
+            const double told = q ? q->value * q->factor.value_or(1) : 0;
+            if (told > 0 && told < most) value = told;
+        }
+    };
+    constexpr double longest_path = 1e4, largest_angle = 180;
+    for (const char* word : {"ltotal", "l_total", "l"}) take(word, units_of_path, longest_path, path_);
+    for (const char* word : {"twotheta", "two_theta", "2theta"}) take(word, units_of_angle, largest_angle, two_theta_);
+}
+
+// t = (m/h) L lambda with lambda = 2 d sin(theta): m/h = 252.778 microseconds a metre and angstrom.
+std::optional<float> Head_Constants::Dtt1() const {
+    constexpr double twice_m_over_h = 505.556;
+    if (dtt1_ || !path_ || !two_theta_) return dtt1_;
+    return static_cast<float>(twice_m_over_h * *path_ * std::sin(*two_theta_ / 2 * std::numbers::pi / 180));
+}
+
 void Head_Constants::Take_Line(std::string_view line) {
+    sample_.Take_Line(line);
     const std::string lower = Lower(line.substr(0, line_width));
     const std::string_view text = lower;
     enum class Kind { wavelength, dtt1, dtt2 };
@@ -235,6 +264,15 @@ void Head_Constants::Take_Line(std::string_view line) {
             else
                 Take_Flight(behind, kind == Kind::dtt1 ? dtt1_ : dtt2_, kind == Kind::dtt1);
         }
+    Take_Path(text);
+}
+
+void Head_Constants::Add_Facts(Fact_List& facts) const {
+    if (path_ && two_theta_) {
+        facts.Add("Flight path (m)", *path_);
+        facts.Add("2theta of the detectors (degrees)", *two_theta_);
+    }
+    facts.Add("Sample", sample_.Sample());
 }
 
 void Head_Constants::Take_Lines(std::string_view text) {
@@ -243,11 +281,13 @@ void Head_Constants::Take_Lines(std::string_view text) {
 }
 
 void Head_Constants::Give(Diffraction_Pattern_Type& pattern) const {
+    sample_.Give(pattern);
     if (pattern.conv[0] != 0) return;
     const std::string variable = Lower(pattern.scat_var);
-    const bool flight = Contains(variable, "tof"), bragg = Contains(variable, "2theta") || Contains(variable, "d-spacing");
+    const bool flight = Contains(variable, "tof"),
+               bragg = Contains(variable, "2theta") || Contains(variable, "d-spacing") || Contains(variable, "q-space");
     if (!flight && !bragg) return;
-    const auto &first = flight ? dtt1_ : lambda1_, &second = flight ? dtt2_ : lambda2_;
+    const auto first = flight ? Dtt1() : lambda1_, second = flight ? dtt2_ : lambda2_;
     if (!first) return;
     pattern.conv[0] = *first;
     pattern.conv[1] = second.value_or(0.0f);

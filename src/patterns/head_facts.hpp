@@ -28,7 +28,8 @@ private:
 };
 
 // The facts of head lines in "name = value" or "name: value" with any mark of a comment in front; a line of neither form is a "Comment" by
-// itself. For formats whose readers tell none.
+// itself. Names that many programs have for the same things become the shared ones; a line that holds an object in JSON gives a fact for
+// each of its names. For formats whose readers tell none.
 Fact_List Facts_Of_Lines(std::string_view head);
 
 }  // namespace vntl
