@@ -109,9 +109,10 @@ std::vector<Draft> Read_Keys(std::string_view text) {
         line = Trim(line);
         const std::optional<int> heading = Bank_Heading(line);
         if (heading && drafts.size() >= most_banks) break;
+        if (line.starts_with('#') && !heading) continue;
         if (heading || drafts.empty()) drafts.emplace_back();
         if (heading) Number_Bank(drafts.back().bank, *heading);
-        if (line.starts_with('#')) continue;
+        if (heading) continue;
         for (std::size_t end = 0; !line.empty(); line.remove_prefix(std::min(end + 1, line.size()))) {
             end = line.find(';');
             Take_Item(line.substr(0, end), drafts.back());

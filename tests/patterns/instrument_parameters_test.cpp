@@ -86,7 +86,7 @@ TEST(Instrument_Parameters, RecordsAreCutAtTheirColumns) {
 
 TEST(Instrument_Parameters, KeysComeInAnyOrderAndBanksUnderTheirHeads) {
     const std::string text =
-        "#Bank 4: GSAS-II instrument parameter file; do not add/delete items!\ndifA:-1.5\nType:PNT\nZero:-8.5\ndifC:5000.25\n"
+        "# a remark\n#Bank 4: GSAS-II instrument parameter file; do not add/delete items!\ndifA:-1.5\nType:PNT\nZero:-8.5\ndifC:5000.25\n"
         "#Bank 2: the same\nType:PXC\nI(L2)/I(L1):0.5\nLam2:1.5443\nPolariz.:0.7\nLam1:1.5405\n"
         "#Bank 9\nType:PXE\n2-theta:7.5\n#Bank 3\nType : PNC; lam : 1.9 A ; Zero:0.02\n";
     for (const auto& [habit, written] : Habits(text)) {
@@ -97,6 +97,7 @@ TEST(Instrument_Parameters, KeysComeInAnyOrderAndBanksUnderTheirHeads) {
         EXPECT_TRUE(banks[1].number == 2 && banks[1].lam1 == 1.5405 && banks[1].lam2 == 1.5443 && banks[1].ratio == 0.5) << habit;
         EXPECT_TRUE(banks[2].number == 3 && banks[2].lam1 == 1.9 && banks[2].zero == 0.02 && banks[2].radiation == "neutrons_cw") << habit;
     }
+    EXPECT_EQ(Banks("#GSAS-II instrument parameter file\n#Bank: no number\nType:PXC\nLam:0.4\n").at(0).number, 1);
     EXPECT_EQ(Banks("\xEF\xBB\xBFType:PXC\nLam:0.4\nBank:5\n").at(0).number, 5);
 }
 
