@@ -169,13 +169,22 @@ bool Read_Field(std::string_view text, double& value) {
     return text.empty() || Sound_Number(text, value) == text.data() + text.size();
 }
 
+// One number stands on both sides of a column's end: the record was not written by columns.
+bool Is_Cut(std::string_view text, std::size_t at) {
+    constexpr std::string_view of_numbers = "0123456789.";
+    if (at >= text.size() || of_numbers.find(text[at - 1]) == std::string_view::npos) return false;
+    const std::size_t before = text.substr(0, at).find_last_not_of(of_numbers), behind = text.find_first_not_of(of_numbers, at);
+    const std::size_t begin = before == std::string_view::npos ? 0 : before + 1;
+    double value = 0;
+    return behind != at && Read_Field(text.substr(begin, behind == std::string_view::npos ? behind : behind - begin), value);
+}
+
 std::optional<Numbers> Numbers_In_Columns(std::string_view text) {
     constexpr std::size_t widths[] = {field_width, field_width, field_width, field_width, field_width, 5, field_width};
     Numbers numbers{};
-    for (std::size_t i = 0; i < numbers.size(); ++i) {
-        if (!Read_Field(text.substr(0, widths[i]), numbers[i])) return {};
-        text.remove_prefix(std::min(widths[i], text.size()));
-    }
+    std::size_t at = 0;
+    for (std::size_t i = 0; i < numbers.size() && at < text.size(); at += widths[i++])
+        if (!Read_Field(text.substr(at, widths[i]), numbers[i]) || Is_Cut(text, at + widths[i])) return {};
     return numbers;
 }
 
