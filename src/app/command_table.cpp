@@ -37,7 +37,7 @@ constexpr Place places[] = {
     open("&Edit"), at(undo), at(redo), line, at(copy_picture), at(copy_text), close,
     open("&Profiles"), at(show_profiles), at(sort_profiles), at(play_profiles), line, at(copy_profile), at(delete_profiles), line, at(file_information), line, at(normalize_monitor), at(shift_profiles), at(offset_align), at(scale_y), at(scale_x), line,
     at(select_excluded), at(insert_excluded), at(admin_excluded), close,
-    open(xspace_menu), at(to_two_theta), at(to_tof), at(to_d), at(to_q), at(to_s), line, at(change_wavelength), at(change_dtt), close,
+    open(xspace_menu), at(to_two_theta), at(to_tof), at(to_d), at(to_q), at(to_s), line, at(change_wavelength), at(change_dtt), at(constants_from_file), close,
     open("&Calculations"), at(sum), at(average), at(difference), at(multiply), at(efficiency), line,
     open(smoothing_menu), at(smooth_fourier), at(smooth_polynomial), close,
     open(peaks_menu), at(peaks_on), at(peaks_off), line, at(search_peaks), at(search_satellites), at(insert_peak), at(delete_peak), at(clear_peaks), line,

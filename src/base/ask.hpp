@@ -64,6 +64,29 @@ struct Wrong_Constants {
 };
 using Constants_Check = std::function<Wrong_Constants(std::span<const Conversion_Constants>)>;
 
+// Which rows take the constants of which bank of an instrument file.
+struct Instrument_Question {
+    struct Bank {
+        int number = 0;
+        std::string radiation, constants, unused;  // as they are told: what its rows would have, and what nothing makes use of
+    };
+    struct Row {
+        std::string file_name, title;
+        int bank = 0;  // number, 0 for none
+        bool chosen = true;
+    };
+    std::string file_name;
+    std::vector<Bank> banks;
+    std::vector<Row> rows;  // of the store
+};
+
+// What is wrong with such a choice, empty when nothing is, and the row, from 1, whose bank it is; 0 for none.
+struct Wrong_Bank {
+    std::string text;
+    int row = 0;
+};
+using Bank_Check = std::function<Wrong_Bank(const Instrument_Question&)>;
+
 // A work of many steps: shows how far it is, and hears when the user wants it to end.
 class Progress {
 public:
@@ -99,6 +122,14 @@ public:
     virtual bool Constants_Of_File(Constants_Kind, Conversion_Constants& /*file*/, const Constants_Check& /*check*/) { return false; }
     virtual bool Constants_Of_Rows(Constants_Kind, std::vector<Conversion_Constants>& /*rows*/, const Constants_Check& /*check*/) {
         return false;
+    }
+
+    // The rows and banks of the question, asked again until `check` finds nothing wrong; false on cancel. Where nobody is asked it is what
+    // the question proposes.
+    virtual bool Banks_Of_Rows(Instrument_Question& question, const Bank_Check& check) {
+        const Wrong_Bank wrong = check(question);
+        if (!wrong.text.empty()) Error(wrong.text);
+        return wrong.text.empty();
     }
 
     // A work of `total` steps begins; it ends with the object.

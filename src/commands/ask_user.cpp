@@ -4,6 +4,7 @@
 #include "commands/file/raw_dialog.hpp"
 #include "commands/progress_dialog.hpp"
 #include "commands/select_files.hpp"
+#include "commands/xspace/bank_dialog.hpp"
 #include "commands/xspace/constants_dialogs.hpp"
 #include "toolkit/window.hpp"
 
@@ -26,6 +27,8 @@ bool Ask_User::Constants_Of_File(Constants_Kind kind, Conversion_Constants& file
 bool Ask_User::Constants_Of_Rows(Constants_Kind kind, std::vector<Conversion_Constants>& rows, const Constants_Check& check) {
     return Row_Constants_Dialog(kind, rows, check);
 }
+
+bool Ask_User::Banks_Of_Rows(Instrument_Question& question, const Bank_Check& check) { return Bank_Dialog(question, check); }
 
 std::unique_ptr<Progress> Ask_User::Start_Progress(std::string_view title, int total) { return Start_Progress_Dialog(title, total); }
 

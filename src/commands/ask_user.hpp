@@ -17,6 +17,7 @@ public:
     std::optional<bool> Efficiency_Correction() override;
     bool Constants_Of_File(Constants_Kind kind, Conversion_Constants& file, const Constants_Check& check) override;
     bool Constants_Of_Rows(Constants_Kind kind, std::vector<Conversion_Constants>& rows, const Constants_Check& check) override;
+    bool Banks_Of_Rows(Instrument_Question& question, const Bank_Check& check) override;
     std::unique_ptr<Progress> Start_Progress(std::string_view title, int total) override;
 
 private:

@@ -21,7 +21,7 @@ enum Id : int {
 
     // X space
     xspace_menu = 40006, to_two_theta = 40042, to_tof = 40043, to_d = 40017, to_q = 40089, to_s = 40081,
-    change_wavelength = 40087, change_dtt = 40088,
+    change_wavelength = 40087, change_dtt = 40088, constants_from_file = 40545,
 
     // Calculations
     sum = 40100, average = 40123, difference = 40101, multiply = 40162, efficiency = 40163,

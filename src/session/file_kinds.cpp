@@ -7,6 +7,7 @@
 #include "session/open_numors.hpp"
 #include "session/open_prf.hpp"
 #include "session/read_files.hpp"
+#include "session/row_constants.hpp"
 
 namespace vntl {
 
@@ -21,6 +22,7 @@ std::string All_Pattern_Names() {
 bool Is_Profile(std::string_view extension) { return extension == ".prf" || extension == ".xrf"; }
 bool Is_Raw(std::string_view extension) { return extension == ".3t2" || extension == ".g44" || extension == ".3t2o"; }
 bool Is_List(std::string_view extension) { return extension == ".buf"; }
+bool Is_Constants(std::string_view extension) { return extension == ".instprm" || extension == ".prm" || extension == ".iparm"; }
 bool Is_Generic(std::string_view extension) { return extension == ".gdf" || extension == ".seq"; }
 bool Is_Solid(std::string_view extension) { return extension == ".w3d"; }
 bool Is_Script(std::string_view extension) { return extension == ".vns"; }
@@ -35,6 +37,8 @@ constexpr File_Kind_Row kinds[] = {
      [](const std::string& path) { return Read_Raw_File(path, true); }},
     {File_Kind::list_of_files, Is_List, "Load Buffer Data File", "Buffer Data File (*.buf)", [] { return std::string("*.buf"); },
      Letters::any, Letters::small_or_capital, "drop", Open_Buffer_File, nullptr},
+    {File_Kind::constants, Is_Constants, "Select the instrument file", "Instrument file (*.instprm,*.prm,*.iparm)",
+     [] { return std::string("*.instprm;*.prm;*.iparm"); }, Letters::any, Letters::any, "drop", Open_Constants_File, nullptr},
     {File_Kind::generic_plots, Is_Generic, "Generic Data Files", "Generic Data Files", [] { return std::string("*.gdf;*.seq"); },
      Letters::any, Letters::closed, "drop", nullptr, nullptr},
     {File_Kind::solid, Is_Solid, "", "3D model files", [] { return std::string("*.w3d"); }, Letters::any, Letters::closed, "drop", nullptr,

@@ -14,7 +14,7 @@ struct Read_File;
 struct Session;
 class Ask;
 
-enum class File_Kind { pattern, refined_profile, raw_data, numor, list_of_files, generic_plots, solid, script };
+enum class File_Kind { pattern, refined_profile, raw_data, numor, list_of_files, constants, generic_plots, solid, script };
 
 // How letters of an extension must be written at a door.
 enum class Letters { closed, any, small_or_capital };

@@ -44,7 +44,7 @@ const std::vector<Enabling>& Enabling_Table() {
         {"0.110000", {fit_series}},
         {"......00", {load_pik, edit_pik}},
         {"00000000", {drag_end}},
-        {"0.......", {to_d, to_two_theta, to_tof, to_s, change_wavelength, change_dtt, to_q}},
+        {"0.......", {to_d, to_two_theta, to_tof, to_s, change_wavelength, change_dtt, constants_from_file, to_q}},
         // The view moves in the 2D forms, where its one-row companions work too.
         {"01110000", {move_left, move_right, all_right, move_up, move_down, all_left, contract, expand, focus_profile}},
         // Entries of menus and files that need a pattern.

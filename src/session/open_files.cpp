@@ -10,9 +10,11 @@
 #include "patterns/read_pattern.hpp"
 #include "session/file_kinds.hpp"
 #include "session/load_all.hpp"
+#include "session/offer_constants.hpp"
 #include "session/open_numors.hpp"
 #include "session/open_prf.hpp"
 #include "session/read_files.hpp"
+#include "session/row_constants.hpp"
 #include "session/session.hpp"
 
 namespace vntl {
@@ -97,13 +99,39 @@ std::vector<std::string> Named_Or_Selected(Ask& ask, const File_Kind_Row& kind, 
     return ask.Select_Files(kind.selector_title, Selector_Filter(kind));
 }
 
+bool Is_Instrument_File(const std::string& name) {
+    const File_Kind_Row* const kind = File_Kind_Of(name);
+    return kind != nullptr && kind->kind == File_Kind::constants;
+}
+
+// Instrument files give constants to rows: they wait until the rows are there. Without one those that lie beside the patterns are offered.
+template <class Load>
+Open_Result Open_Then_Give(Session& session, Ask& ask, std::vector<std::string> names, Load load) {
+    const auto waiting =
+        std::stable_partition(names.begin(), names.end(), [](const std::string& name) { return !Is_Instrument_File(name); });
+    const std::vector<std::string> instruments(waiting, names.end());
+    names.erase(waiting, names.end());
+    Open_Result result;
+    if (!names.empty() || instruments.empty()) result = load(Files_Behind(session.config, names));
+    if (instruments.empty()) return Offer_Constants(session, ask, std::move(result));
+    for (const std::string& name : instruments) {
+        if (result.cancelled) break;
+        const Open_Result given = Open_Constants_File(session, ask, name);
+        result.failed = result.failed || given.failed;
+        result.cancelled = given.cancelled && !result.opened;
+        if (!result.notice.empty() && !given.notice.empty()) result.notice += "; ";
+        result.notice += given.notice;
+    }
+    return result;
+}
+
 }  // namespace
 
 Open_Result Open_Pattern_File(Session& session, Ask& ask, const std::string& name) {
     std::vector<std::string> files = Named_Or_Selected(ask, Row_Of(File_Kind::pattern), name);
     if (files.empty()) return Nothing_Chosen();
     std::reverse(files.begin(), files.end());
-    return Open_Asking(session, ask, Files_Behind(session.config, files));
+    return Open_Then_Give(session, ask, files, [&](const Files_To_Open& patterns) { return Open_Asking(session, ask, patterns); });
 }
 
 Open_Result Open_Buffer_File(Session& session, Ask& ask, const std::string& name) {
@@ -111,7 +139,7 @@ Open_Result Open_Buffer_File(Session& session, Ask& ask, const std::string& name
     if (lists.empty()) return Nothing_Chosen();
     Files_To_Open files;
     for (const std::string& list : lists) Take_List(session.config, list, files);
-    return Open_Asking(session, ask, files);
+    return Offer_Constants(session, ask, Open_Asking(session, ask, files));
 }
 
 Open_Result Open_Prf_File(Session& session, Ask& ask, const std::string& name) {
@@ -140,9 +168,10 @@ Status Open_File_By_Extension(Session& session, Ask& ask, const std::string& nam
 
 Open_Result Open_Files(Session& session, Ask& ask, const std::vector<std::string>& names, std::optional<int> format_code) {
     const int code = format_code ? Known_Code(*format_code) : 0;
-    const Files_To_Open files = Files_Behind(session.config, names);
-    if (code == 0 && !files.lists.empty()) return Open_Asking(session, ask, files);
-    return Load_All(session, ask, files, [code](const std::string& file) { return Read_Any_File(file, code); });
+    return Open_Then_Give(session, ask, names, [&](const Files_To_Open& files) {
+        if (code == 0 && !files.lists.empty()) return Open_Asking(session, ask, files);
+        return Load_All(session, ask, files, [code](const std::string& file) { return Read_Any_File(file, code); });
+    });
 }
 
 }  // namespace vntl

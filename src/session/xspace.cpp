@@ -181,6 +181,7 @@ void Set_Xspace(Session& session, std::string_view name, bool refinement, std::s
     const bool converts = space->command != 0;
     for (const int id : {to_d, to_q, to_s}) menu.Enable(id, converts);
     for (const int id : {change_wavelength, change_dtt}) menu.Enable(id, converts && space->constants == id);
+    menu.Enable(constants_from_file, space->constants != 0);
     if (converts) menu.Check(space->command, true);
 }
 

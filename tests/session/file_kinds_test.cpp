@@ -12,7 +12,7 @@
 namespace vntl {
 namespace {
 
-// What a door makes of a name: "pattern", "profile", "raw", "list" or, at a door that is closed, "-".
+// What a door makes of a name: "pattern", "profile", "raw", "list", "constants" or, at a door that is closed, "-".
 std::string Kind_Behind(const File_Kind_Row* row) {
     if (row == nullptr) return "-";
     EXPECT_TRUE(row->open != nullptr) << row->filter_label;
@@ -23,6 +23,8 @@ std::string Kind_Behind(const File_Kind_Row* row) {
             return "raw";
         case File_Kind::list_of_files:
             return "list";
+        case File_Kind::constants:
+            return "constants";
         default:
             return "pattern";
     }
@@ -49,6 +51,7 @@ TEST(File_Kinds, EachDoorTakesItsExtensions) {
         mixed,
         {{"prf", "PRF", "Prf", "xrf", "XRF", "Xrf"}, "profile", "profile", "profile", "drop"},
         {{"3t2", "3T2", "g44", "G44", "3t2o"}, "raw", "raw", "raw", "drop"},
+        {{"instprm", "prm", "PRM", "Iparm"}, "constants", "constants", "constants", "drop"},
         {{"buf", "BUF"}, "list", "list", "list", "drop"},
         {{"Buf"}, "list", "-", "list", ""},
         {{"vns", "VNS", "txt", "x", "prfx", "dat2", "d.at"}, "-", "-", "pattern", ""},
@@ -66,6 +69,8 @@ TEST(File_Kinds, EachDoorTakesItsExtensions) {
             Open_Files(session, ask, {name});  // it is not there: each reader has its own words for that
             const std::string head = "Error Message|ERROR in file: " + name + '\n';
             EXPECT_EQ(ask.Last_Box(), row.one_of_several == "profile" || row.one_of_several == "raw" ? head + "ERROR 00: File not found"
+                                      : row.one_of_several == "constants"
+                                          ? "Error Message|An instrument file gives constants to profiles: open a pattern first"
                                       : row.one_of_several == "list" ? "File doesn't exist...|File doesn't exist\n" + dir.path + '/' + name
                                                                      : head + "The file " + name + " doesn't exist");
         }

@@ -71,7 +71,7 @@ TEST(Menu_States, ACommandNeedsWhatItWorksOn) {
             all_or_none({show_profiles}, two_d);
             if (!two_d) all_or_none(way_of_views, false);
             all_or_none({drag_end}, false);
-            if (empty) all_or_none({to_two_theta, to_tof, to_d, to_q, to_s, change_wavelength, change_dtt}, false);
+            if (empty) all_or_none({to_two_theta, to_tof, to_d, to_q, to_s, change_wavelength, change_dtt, constants_from_file}, false);
         }
     Session s;
     for (const Form_Case& form : Forms()) {

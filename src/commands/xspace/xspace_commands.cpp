@@ -2,8 +2,10 @@
 #include "commands/families.hpp"
 
 #include "commands/application.hpp"
+#include "commands/xspace/bank_dialog.hpp"
 #include "commands/xspace/constants_dialogs.hpp"
 #include "plot/plot.hpp"
+#include "session/row_constants.hpp"
 #include "session/xspace.hpp"
 
 namespace vntl {
@@ -38,6 +40,18 @@ void To_Origin(Application& app) {
 void Edit_Wavelength(Application& app) { Tell(app, Change_Wavelength(app.session, app.ask)); }
 void Edit_Dtt(Application& app) { Tell(app, Change_Dtt(app.session, app.ask)); }
 
+void Take_From_File(Application& app) {
+    std::string notice;
+    Tell(app, Constants_From_File(app.session, app.ask, {}, notice));
+    if (!notice.empty()) app.session.interface.Passing_Text(notice);
+}
+
+std::vector<Dialog_Resource> Dialogs() {
+    std::vector<Dialog_Resource> dialogs = Constants_Dialog_Resources();
+    dialogs.push_back(Bank_Dialog_Resource());
+    return dialogs;
+}
+
 constexpr Command commands[] = {
     {command::xspace_menu, "&X space", "", Open_Popup, "", ""},
     {command::to_two_theta, "2theta", "", To_Origin<X_Space::two_theta>, "", "Show the profiles over the scattering angle", true},
@@ -47,10 +61,12 @@ constexpr Command commands[] = {
     {command::to_s, "s-space", "", To_Scale<X_Space::s_space>, "", "Show the profiles over s = 1 / d", true},
     {command::change_wavelength, "Change wavelength", "", Edit_Wavelength, "", "Enter another wavelength for profiles"},
     {command::change_dtt, "Change ddt1/dtt2", "", Edit_Dtt, "", "Enter other constants of the time of flight for profiles"},
+    {command::constants_from_file, "Constants from an instrument file...", "", Take_From_File, "",
+     "Take wavelengths, or dtt1 and dtt2, of an instrument parameter file for profiles"},
 };
 
 }  // namespace
 
-Command_Family Xspace_Commands() { return {commands, Constants_Dialog_Resources}; }
+Command_Family Xspace_Commands() { return {commands, Dialogs}; }
 
 }  // namespace vntl
