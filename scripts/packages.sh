@@ -4,7 +4,8 @@
 #   packages.sh bench   to measure              packages.sh fuzz    to fuzz
 set -euo pipefail
 
-run=(g++ cmake ninja-build pkg-config ccache qt6-base-dev qt6-svg-dev libqt6svg6 libqt6opengl6-dev libcairo2-dev libgl-dev zlib1g-dev libzip-dev libexpat1-dev nlohmann-json3-dev libcli11-dev
+run=(g++ cmake ninja-build pkg-config ccache qt6-base-dev qt6-svg-dev libqt6svg6 libqt6opengl6-dev libcairo2-dev libgl-dev
+     zlib1g-dev libzip-dev libexpat1-dev libhdf5-dev libaec-dev nlohmann-json3-dev libcli11-dev
      fonts-liberation fonts-dejavu-core)
 test=(libgtest-dev xvfb xauth clang-format-14 clang-14 poppler-utils ghostscript librsvg2-bin
       libgl1-mesa-dri python3 python3-ezdxf)
