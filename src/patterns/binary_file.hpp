@@ -1,5 +1,5 @@
-// Files that hold no text: archives, pictures, measurements as a diffractometer keeps them. No reader takes one, and what a reader of
-// text would say of it ("Number of Comment lines was exceeded") helps nobody.
+// Files that hold no text and are none of the binary formats either: archives, pictures, measurements in a version that is not known. No
+// reader takes one, and what a reader of text would say of it ("Number of Comment lines was exceeded") helps nobody.
 #pragma once
 
 #include <string>

@@ -23,8 +23,8 @@ bool Is_Raw_1_Block(Byte_View bytes, std::size_t at);
 
 // What all versions say of a file that ends too early.
 inline constexpr std::string_view raw_ends = "This RAW file ends within its head";
-inline constexpr std::string_view range_head_ends = "The RAW file ends before the points of this range";
-inline constexpr std::string_view no_range_points = "It holds no points";
+inline constexpr std::string_view range_head_ends = "The file ends before its points";
+inline constexpr std::string_view no_range_points = "There are no points in it";
 
 // The wavelengths of a tube as a head tells them, in angstroms; a lone mean stands in for the line.
 struct Tube_Lines {

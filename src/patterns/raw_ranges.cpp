@@ -1,11 +1,14 @@
 #include "patterns/raw_ranges.hpp"
 
 #include <algorithm>
+#include <array>
 #include <cstring>
+#include <iterator>
 #include <limits>
 #include <type_traits>
 #include <utility>
 
+#include "base/huge_pages.hpp"
 #include "base/text.hpp"
 #include "patterns/reader_tools.hpp"
 
@@ -21,31 +24,61 @@ constexpr double least_time = 1e-9, longest_time = 1e8;  // seconds a step
 // Points that are worked on at a time: they stay in the fast memory of the processor.
 constexpr std::size_t block = 2048;
 
+// The extremes of numbers, in lanes that a processor takes at once; a NaN changes none.
 struct Limits {
-    float least = std::numeric_limits<float>::infinity(), most = -std::numeric_limits<float>::infinity();
+    static constexpr std::size_t lanes = 8;
+    std::array<float, lanes> least, most;
 
+    Limits() {
+        least.fill(std::numeric_limits<float>::infinity());
+        most.fill(-std::numeric_limits<float>::infinity());
+    }
     void Take(const float* y, std::size_t n) {
-        float low = least, high = most;
-        for (std::size_t i = 0; i < n; ++i) {
-            low = y[i] < low ? y[i] : low;
-            high = y[i] > high ? y[i] : high;
+        for (std::size_t i = 0; i + lanes <= n; i += lanes) Take_Lanes(y + i, lanes);
+        Take_Lanes(y + n / lanes * lanes, n % lanes);
+    }
+    float Least() const { return *std::min_element(least.begin(), least.end()); }
+    float Most() const { return *std::max_element(most.begin(), most.end()); }
+
+private:
+    void Take_Lanes(const float* y, std::size_t n) {
+        for (std::size_t k = 0; k < n; ++k) {
+            least[k] = y[k] < least[k] ? y[k] : least[k];
+            most[k] = y[k] > most[k] ? y[k] : most[k];
         }
-        least = low, most = high;
     }
 };
 
+// The values of a rule at 0, 1, 2, ..., for the vector to take them in without zeros written first.
+template <class Rule>
+struct Rule_Iterator {
+    using iterator_category = std::random_access_iterator_tag;
+    using value_type = float;
+    using difference_type = std::ptrdiff_t;
+    using pointer = const float*;
+    using reference = float;
+
+    Rule rule;
+    int i;
+
+    float operator*() const { return rule(i); }
+    Rule_Iterator& operator++() { return ++i, *this; }
+    Rule_Iterator& operator--() { return --i, *this; }
+    Rule_Iterator& operator+=(std::ptrdiff_t n) { return i += static_cast<int>(n), *this; }
+    friend bool operator==(const Rule_Iterator& a, const Rule_Iterator& b) { return a.i == b.i; }
+    friend std::ptrdiff_t operator-(const Rule_Iterator& a, const Rule_Iterator& b) { return a.i - b.i; }
+};
+
+template <class Rule>
+void Append(std::vector<float>& values, int n, const Rule& rule) {
+    values.insert(values.end(), Rule_Iterator<Rule>{rule, 0}, Rule_Iterator<Rule>{rule, n});
+}
+
 template <class Count>
-void Take_Counts(const char* records, std::size_t stride, std::size_t n, float* y) {
-    if constexpr (std::is_same_v<Count, float>)
-        if (stride == sizeof(float)) {
-            std::memcpy(y, records, n * sizeof(float));
-            return;
-        }
-    for (std::size_t i = 0; i < n; ++i) {
-        Count count;
-        std::memcpy(&count, records + i * stride, sizeof count);
-        y[i] = static_cast<float>(count);
-    }
+Count Count_At(const char* record) {
+    Count count;
+    std::memcpy(&count, record, sizeof count);
+    return count;
 }
 
 }  // namespace
@@ -74,25 +107,36 @@ void Add_Date(Fact_List& facts, std::string_view date, std::string_view time) {
 template <class Count>
 Status Set_Points(Diffraction_Pattern_Type& p, Scan_Grid grid, std::string_view records, std::size_t stride, std::size_t n, float divisor) {
     if (!grid.Is_Sound(static_cast<double>(n))) return Status::Fail("The head tells no sound start and step");
-    if (const Status status = Allocate_Measured(p, n); status.failed) return status;
-    Limits limits;
-    float *const x = p.x.data(), *const y = p.y.data(), *const sigma = p.sigma.data();
-    for (std::size_t first = 0; first < n; first += block) {
-        const std::size_t last = std::min(n, first + block);
-        Take_Counts<Count>(records.data() + first * stride, stride, last - first, y + first);
-        if (divisor != 1)
-            for (std::size_t i = first; i < last; ++i) y[i] /= divisor;
-        for (std::size_t i = first; i < last; ++i)
-            x[i] = static_cast<float>(grid.start + static_cast<double>(static_cast<std::int32_t>(i)) * grid.step);
-        for (std::size_t i = first; i < last; ++i) sigma[i] = std::fabs(y[i]);
-        limits.Take(y + first, last - first);
+    if (n < 1 || static_cast<double>(n) > most_claimed) return Status::Fail(no_points_told);
+    for (auto* reals : {&p.x, &p.y, &p.sigma}) {
+        Reserve_Many(*reals, n);
+        Bring_In(reals->data(), n * sizeof(float));
     }
+    Limits limits;
+    for (std::size_t first = 0; first < n; first += block) {
+        const int here = static_cast<int>(std::min(n - first, block));
+        const char* const counts = records.data() + first * stride;
+        if (stride == sizeof(Count) && divisor == 1)
+            Append(p.y, here,
+                   [counts](int i) { return static_cast<float>(Count_At<Count>(counts + static_cast<std::size_t>(i) * sizeof(Count))); });
+        else
+            Append(p.y, here,
+                   [=](int i) { return static_cast<float>(Count_At<Count>(counts + static_cast<std::size_t>(i) * stride)) / divisor; });
+        const float* const y = p.y.data() + first;
+        const double start = grid.start + static_cast<double>(first) * grid.step, step = grid.step;
+        Append(p.x, here, [=](int i) { return static_cast<float>(start + i * step); });
+        Append(p.sigma, here, [y](int i) { return std::fabs(y[i]); });
+        limits.Take(y, static_cast<std::size_t>(here));
+    }
+    p.npts = static_cast<std::int32_t>(n);
+    p.has_y = p.has_sigma = p.al_x = p.al_y = p.al_sigma = true;
     if (grid.step < 0) Turn_Round(p);
     p.step = static_cast<float>(std::fabs(grid.step));
     p.xmin = p.x.front();
     p.xmax = p.x.back();
-    p.ymin = limits.least <= limits.most ? limits.least : 0;
-    p.ymax = limits.least <= limits.most ? limits.most : 0;
+    const bool numbers = limits.Least() <= limits.Most();
+    p.ymin = numbers ? limits.Least() : 0;
+    p.ymax = numbers ? limits.Most() : 0;
     p.constant_step = p.sigma_is_variance = true;
     p.radiation = "xrays_cw";
     return Status::Done();
@@ -112,6 +156,7 @@ std::size_t Points_There(Diffraction_Pattern_Type& p, double claimed, std::size_
 void Range_List::Take(const Status& status, Diffraction_Pattern_Type&& pattern) {
     ++count_;
     if (status.failed) {
+        if (first_fault_.empty()) first_fault_ = status.message;
         if (faults_.size() < most_ranges) faults_.push_back("Range " + std::to_string(count_) + ": " + status.message);
         return;
     }
@@ -120,12 +165,13 @@ void Range_List::Take(const Status& status, Diffraction_Pattern_Type&& pattern) 
 }
 
 Status Range_List::Done(std::vector<Diffraction_Pattern_Type>& patterns, Read_Notes& notes) {
-    if (patterns_.empty()) return Status::Fail(faults_.empty() ? "This file holds no range" : faults_.front());
+    const bool several = std::max(count_, told_) > 1;
+    if (patterns_.empty()) return Status::Fail(faults_.empty() ? "This file holds no range" : several ? faults_.front() : first_fault_);
     if (count_ + 1 == told_) faults_.push_back("Range " + std::to_string(told_) + ": The file ends before it");
     if (count_ + 1 < told_)
         faults_.push_back("Ranges " + std::to_string(count_ + 1) + " to " + std::to_string(told_) + ": The file ends before them");
     for (Diffraction_Pattern_Type& pattern : patterns_) {
-        if (std::max(count_, told_) > 1)
+        if (several)
             pattern.title = Numbered(pattern.title, static_cast<std::size_t>(pattern.bank));
         else
             pattern.bank = 0;

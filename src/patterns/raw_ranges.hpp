@@ -80,6 +80,7 @@ public:
 private:
     std::vector<Diffraction_Pattern_Type> patterns_;
     std::vector<std::string> faults_;
+    std::string first_fault_;
     std::size_t count_ = 0, told_ = 0;
 };
 

@@ -93,7 +93,7 @@ Status Read_Range(Byte_View bytes, const Stoe_Head& head, std::size_t number, Di
     if (!bytes.Holds(at, record)) return Status::Fail("The file ends before it");
     Byte_View range(bytes.From(at));
     const int told = range.I2(34), kind = range.I2(38);
-    if (told < 1) return Status::Fail("It holds no points");
+    if (told < 1) return Status::Fail("There are no points in it");
     const std::string_view counts = range.From(record);
     const std::size_t stride = kind == 1 ? 2 : 4;
     const std::size_t n = Points_There(p, told, counts.size(), stride);
