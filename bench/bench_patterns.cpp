@@ -3,9 +3,11 @@
 
 #include <chrono>
 #include <cstdio>
+#include <cstring>
 #include <filesystem>
 #include <functional>
 #include <string>
+#include <utility>
 
 #include "base/os.hpp"
 #include "base/text_file.hpp"
@@ -86,6 +88,21 @@ void Ten_A_Line(std::FILE* file, int n, const char* format) {
     }
 }
 
+// Binary files: numbers at their places in a head, and counts behind it.
+template <class Number>
+void Put(std::string& head, std::size_t at, Number number) {
+    std::memcpy(head.data() + at, &number, sizeof number);
+}
+
+template <class Number>
+void Counts_Behind(std::FILE* file, const std::string& head, int n) {
+    std::fwrite(head.data(), 1, head.size(), file);
+    for (int i = 0; i < n; ++i) {
+        const auto count = static_cast<Number>(Count(i));
+        std::fwrite(&count, 1, sizeof count, file);
+    }
+}
+
 constexpr Format_File format_files[] = {
     {"R3B", ".dat", "R3B",
      [](std::FILE* f) {
@@ -110,6 +127,40 @@ constexpr Format_File format_files[] = {
      [](std::FILE* f) {
          std::fprintf(f, "title\n%16s%8.5f\n%8.3f\n%8d%8d\n", "", 0.00018, 5.0, 1000, 1000);
          Ten_A_Line(f, 1000000, " 1%6d");
+     }},
+    {"RAW", ".raw", "RAW",
+     [](std::FILE* f) {
+         std::string head(712 + 304, '\0');
+         head.replace(0, 7, "RAW1.01");
+         for (const auto& [at, number] : {std::pair{12, 1u}, {712, 304u}, {712 + 4, 2500000u}, {712 + 252, 4u}})
+             Put(head, static_cast<std::size_t>(at), number);
+         Put(head, 712 + 16, 5.0);
+         Put(head, 712 + 176, 4e-5);
+         Counts_Behind<float>(f, head, 2500000);
+     }},
+    {"RAW, Rigaku", ".raw", "RIGAKURAW",
+     [](std::FILE* f) {
+         std::string head(3158, '\0');
+         head.replace(0, 2, "FI");
+         Put(head, 2962, 5.0f);
+         Put(head, 2970, 4e-5f);
+         Put(head, 3154, 2500000);
+         Counts_Behind<float>(f, head, 2500000);
+     }},
+    {"RAW, old text", ".raw", "RIGAKURAW",
+     [](std::FILE* f) {
+         std::fprintf(f, ".RAW\r");
+         for (int line = 1; line < 38; ++line)
+             std::fprintf(f, "%s\r", line == 22 ? "5.0" : line == 23 ? "0.0001" : line == 24 ? "1000000 1" : " ");
+         for (int i = 0; i < 1000000; ++i) std::fprintf(f, "%8d.\r", Count(i));
+     }},
+    {"RD", ".rd", "RD",
+     [](std::FILE* f) {
+         std::string head(250, '\0');
+         head.replace(0, 4, "V3RD");
+         for (const auto& [at, number] : {std::pair{214, 2e-5}, {222, 5.0}, {230, 104.99998}})
+             Put(head, static_cast<std::size_t>(at), number);
+         Counts_Behind<unsigned short>(f, head, 5000000);
      }},
     {"DMC", ".dat", "DMC",
      [](std::FILE* f) {
