@@ -12,7 +12,7 @@ using namespace std::string_view_literals;
 bool Is_Raw_2(std::string_view head) {
     Byte_View bytes(head);
     const unsigned ranges = bytes.U2(4);
-    return head.starts_with("RAW2") && (!bytes.Whole() || (ranges >= 1 && ranges <= most_ranges));
+    return head.starts_with("RAW2") && bytes.Whole() && ranges >= 1 && ranges <= most_ranges;
 }
 
 }  // namespace
@@ -27,7 +27,7 @@ void Tube_Lines::Give(Diffraction_Pattern_Type& p, double used) const {
 
 bool Is_Bruker_Raw(std::string_view head) {
     if (head.starts_with("RAW1.01\0"sv) || head.starts_with("RAW4.00\0"sv)) return true;
-    return (head.starts_with("RAW ") && Is_Raw_1_Block(Byte_View(head), 0)) || (head.size() > 4 && Is_Raw_2(head));
+    return (head.starts_with("RAW ") && Is_Raw_1_Block(Byte_View(head), 0)) || Is_Raw_2(head);
 }
 
 Status Read_Bruker_Raw(std::string_view bytes, std::vector<Diffraction_Pattern_Type>& patterns, Read_Notes& notes) {

@@ -99,14 +99,20 @@ void Add_Range_Facts(Byte_View range, const Scan_Type* scan, Fact_List& facts) {
 }
 
 // Bytes of a point: the count, and a value of each drive that varied. The head tells both the length and the drives; where they differ,
-// that which the file has room for is taken.
+// that behind which the file ends or another range begins is taken.
 std::size_t Record_Length(Byte_View range, std::size_t behind_head, double points) {
     const std::size_t told = range.U4(252), by_drives = 4 + 8 * static_cast<std::size_t>(std::popcount(range.U4(248)));
     constexpr std::size_t longest = 4 + 8 * 32;
     if (told < 4 || told > longest) return by_drives;
     if (told == by_drives) return told;
     const auto room = static_cast<double>(range.Size() - behind_head);
-    return points * static_cast<double>(told) <= room ? told : by_drives;
+    const auto ends_well = [&](std::size_t length) {
+        const double size = points * static_cast<double>(length);
+        if (size >= room) return size == room;
+        const std::size_t next = behind_head + static_cast<std::size_t>(size);
+        return range.Holds(next, range_head) && range.U4(next) >= range_head && range.U4(next) < 2 * range_head;
+    };
+    return !ends_well(told) && ends_well(by_drives) ? by_drives : told;
 }
 
 // Where the drive that was scanned varied by itself, each point has its own place behind its count. They are taken where they rise from the
@@ -167,6 +173,8 @@ private:
         Fact_List facts = head_.facts;
         Add_Range_Facts(range, scan, facts);
         p.facts = facts.Done();
+        if (scan == nullptr)
+            notes_.warnings.push_back("Range " + std::to_string(number) + ": its scan is of an unknown type, x is taken for 2theta");
         const Scan_Grid grid{Start_Of(range, scan, number), range.F8(176)};
         const Status status = Set_Points<float>(p, grid, records, stride, n);
         if (status.failed || scan == nullptr) return status;

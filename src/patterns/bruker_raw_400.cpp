@@ -21,12 +21,11 @@ struct Segment_Facts {
     Fact_List facts;
 
     void Take_Text(Byte_View segment) {
-        const std::string_view key = segment.Text(key_at, key_width);
-        const std::string_view text = segment.Text(text_at, segment.Size() - text_at);
+        const std::string key = segment.Text(key_at, key_width);
+        const std::string text = segment.Text(text_at, segment.Size() - text_at);
         if (key == "SAMPLEID") sample = Kept_Text(text, title_width);
         const bool shared = key == "SAMPLEID" || key == "COMMENT" || key == "USER" || key == "SITE";
-        const std::string name = key == "SAMPLEID" ? "Sample" : std::string(key.substr(0, 1)) + Lower(key.substr(key.empty() ? 0 : 1));
-        facts.Add(shared ? std::string_view(name) : key, text);
+        facts.Add(key == "SAMPLEID" ? "Sample" : shared ? key.substr(0, 1) + Lower(key.substr(1)) : key, text);
     }
 
     void Take_Tube(Byte_View segment) {
@@ -36,7 +35,7 @@ struct Segment_Facts {
     }
 
     void Take_Drive(Byte_View segment) {
-        const std::string_view drive = segment.Text(key_at, key_width);
+        const std::string drive = segment.Text(key_at, key_width);
         if (!drive.empty() && segment.Holds(place_at, sizeof(double))) Add_Told(facts, drive, segment.F8(place_at));
     }
 };
@@ -57,7 +56,7 @@ void Take_Segments(std::string_view bytes, Segment_Facts& told) {
 
 Segment_Facts Head_Of(Byte_View bytes, std::size_t length) {
     Segment_Facts head;
-    const std::string_view date = bytes.Text(12, 12);
+    const std::string date = bytes.Text(12, 12);
     Take_Segments(bytes.From(first_segment).substr(0, length), head);
     if (date != "01/01/0001") Add_Date(head.facts, date, bytes.Text(24, 10));
     return head;
@@ -90,7 +89,7 @@ private:
     Status Fill(Byte_View range, std::size_t segments, std::string_view records, std::size_t stride, std::size_t n,
                 Diffraction_Pattern_Type& p) const {
         Segment_Facts told = head_;
-        const std::string_view scan = range.Text(32, 24);
+        const std::string scan = range.Text(32, 24);
         told.facts.Add("Scan axis", scan);
         Add_Setting(told.facts, "Time a step (s)", Seconds_Of(range.F4(92)));
         Add_Setting(told.facts, "Voltage (kV)", range.F4(100));

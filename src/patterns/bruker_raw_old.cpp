@@ -32,9 +32,9 @@ Status Read_Block(Byte_View bytes, std::size_t at, Diffraction_Pattern_Type& p) 
 constexpr std::size_t nowhere = static_cast<std::size_t>(-1);
 
 // Where the block behind the points of another one begins. Some programs leave its "RAW " out.
-std::size_t Next_Block(Byte_View bytes, std::size_t end) {
-    if (end == bytes.Size()) return nowhere;
+std::size_t Next_Block(Byte_View bytes, std::size_t end, bool told) {
     if (bytes.From(end).starts_with("RAW ")) return end;
+    if (!told) return nowhere;
     for (const std::size_t at : {end - mark, end})
         if (bytes.Holds(at, head_1) && Is_Raw_1_Block(bytes, at)) return at;
     return nowhere;
@@ -113,7 +113,7 @@ Status Read_Raw_1(std::string_view file, std::vector<Diffraction_Pattern_Type>& 
         ranges.Take(status, std::move(p));
         if (status.failed) break;
         // Another range is told of by the head, by its own "RAW ", or by both. Some programs leave the four letters out.
-        const std::size_t next = Next_Block(bytes, end);
+        const std::size_t next = Next_Block(bytes, end, more);
         if (next == nowhere && more) ranges.Miss(range_head_ends);
         if (next == nowhere) break;
         at = next;

@@ -1,10 +1,12 @@
 // The bytes of a binary file, little endian, by their places.
 #pragma once
 
+#include <algorithm>
 #include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <string>
 #include <string_view>
 
 #include "base/text.hpp"
@@ -31,14 +33,18 @@ public:
     float F4(std::size_t at) { return Value<float>(at); }
     double F8(std::size_t at) { return Value<double>(at); }
 
-    // A text of at most so many bytes, ended by a NUL or padded with blanks, in the file's own character set.
-    std::string_view Text(std::size_t at, std::size_t width) {
+    // A text of at most so many bytes, ended by a NUL or padded with blanks, in the file's own character set. Control bytes are blanks: it
+    // is shown in one line.
+    std::string Text(std::size_t at, std::size_t width) {
         if (!Holds(at, width)) {
             whole_ = false;
             return {};
         }
-        const std::string_view field = bytes_.substr(at, width);
-        return Trim(field.substr(0, field.find('\0')));
+        std::string field(bytes_.substr(at, width));
+        field.resize(std::min(field.find('\0'), field.size()));
+        for (char& c : field)
+            if (static_cast<unsigned char>(c) < ' ') c = ' ';
+        return std::string(Trim(field));
     }
 
     // The bytes from a place on; none behind the end.

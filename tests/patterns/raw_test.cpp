@@ -146,6 +146,9 @@ TEST(Raw_Files, OldVersionsHoldRangesBehindOneAnother) {
         EXPECT_EQ(Fact_Of(p, "Theta (degrees)") + Fact_Of(p, "Chi (degrees)"), "45");
         EXPECT_TRUE(read.notes.failed.empty());
     }
+    const Outcome padded = Read(last + std::string(2000, '\0'));
+    EXPECT_EQ(padded.patterns.size(), 1u);
+    EXPECT_TRUE(padded.notes.failed.empty());
     const Outcome read = Read(Raw_2({{1, 2}, {3, 4, 5}}, 3));
     EXPECT_EQ(At(read, 0).TSample, 0);
     const auto p = At(read, 1);
@@ -197,6 +200,11 @@ TEST(Raw_Files, PointsMayStandAmidOtherThings) {
     EXPECT_EQ(At(read, 1).TSample, 0);
     EXPECT_EQ(At(read, 1).title, "K\xC3\xA4se, range 3");
     EXPECT_EQ(read.notes.failed, (std::vector<std::string>{"Range 2: There are no points in it"}));
+
+    // A length of records that is not that of the drives which varied: the file's own end decides.
+    EXPECT_EQ(At(Read(Raw_101_Head(1) + Raw_101_Range(0, 3, records, 1024 + 2048, 4)), 0).y, (std::vector<float>{5, 6, 7}));
+    EXPECT_EQ(At(Read(Raw_101_Head(1) + Raw_101_Range(0, 3, records, 0, 20)), 0).y, (std::vector<float>{5, 6, 7}));
+    EXPECT_EQ(Read(Raw_101_Head(1) + Raw_101_Range(77, 3, records, 0, 20)).notes.warnings.size(), 1u);
 
     std::string placed;  // each point with its own theta and 2theta, which is what x is
     for (const double angle : {2.01, 2.52, 2.98}) placed += Numbers<float>({1}) + Numbers<double>({angle, angle / 2});
