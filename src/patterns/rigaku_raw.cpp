@@ -104,7 +104,7 @@ std::shared_ptr<const Head_Facts> Old_Facts(const Old_Lines& lines, bool rates) 
 Status Read_Old(std::string_view text, Diffraction_Pattern_Type& p, Read_Notes& notes) {
     const Old_Lines lines(text);
     if (lines.Count() < Old_Lines::head_lines) return Status::Fail("This RAW file ends within its head");
-    const double told = lines.Number(24);
+    const double told = std::floor(lines.Number(24));
     if (!(told >= 1)) return Status::Fail("The head of this RAW file tells no number of points");
     const std::vector<float> y = Intensities(lines.Rest(), static_cast<std::size_t>(std::min(told, most_claimed)));
     if (y.empty()) return Status::Fail("This RAW file holds no points");
