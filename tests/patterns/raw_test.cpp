@@ -318,7 +318,7 @@ TEST(Raw_Files, HeadsAreNotBelieved) {
     EXPECT_EQ(At(Read(Raw_101_Head(1) + Raw_101_Range(0, 0xffffffff, counts)), 0).y, (std::vector<float>{1, 2, 3}));
     EXPECT_EQ(At(Read(Raw_101_Head(0xffffffff) + range), 0).npts, 3);
     EXPECT_EQ(fails(Raw_101_Head(1) + Raw_101_Range(0, 3, counts, 0, 4, 0xffffff00)), "The file ends before its points");
-    EXPECT_EQ(fails(Raw_101_Head(1) + std::string(File_Bytes(400)).replace(0, 4, "\1\0\0\0", 4)), "The file ends before its points");
+    EXPECT_EQ(fails(Raw_101_Head(1) + std::string(400, '\0').replace(0, 4, "\1\0\0\0", 4)), "The file ends before its points");
     EXPECT_EQ(fails(Raw_101_Head(1) + std::string(range).replace(176, 8, Numbers<double>({0}))), "The head tells no sound start and step");
     EXPECT_EQ(fails(Raw_101_Head(1) + std::string(range).replace(16, 8, Numbers<double>({NAN}))), "The head tells no sound start and step");
     EXPECT_EQ(fails(Raw_400(1, Raw_400_Range("Locked Coupled", 3, counts, 0))), "The length of its records is none");
