@@ -6,6 +6,8 @@
 #include "base/text.hpp"
 #include "base/text_file.hpp"
 #include "base/xml_events.hpp"
+#include "patterns/brml_instrument.hpp"
+#include "patterns/brml_rows.hpp"
 #include "patterns/told_values.hpp"
 
 namespace vntl {
@@ -15,28 +17,9 @@ namespace {
 constexpr std::size_t most_patterns = 2000, most_references = 10000;
 constexpr std::size_t most_columns = 1000;  // told by the views of a scan; a detector of many channels is one of them
 
-double Number(std::string_view text) {
-    double value = 0;
-    return Parse_Real(text, value) && Is_Sound(value) ? value : not_told;
-}
-
 std::size_t Place(std::string_view text) {
     int value = 0;
     return Parse_Integer(text, value) && value >= 0 ? static_cast<std::size_t>(value) : std::string_view::npos / 4;
-}
-
-// A length in angstroms.
-double In_Angstroms(double value, std::string_view unit) {
-    if (unit == "nm") return 10 * value;
-    if (unit == "pm") return value / 100;
-    return unit == "m" ? value * 1e10 : value;
-}
-
-// What an instrument's part is called, where that tells a user anything.
-std::string_view Label(const Xml_Attributes& attributes) {
-    for (const std::string_view name : {attributes["VisibleName"], attributes["LogicName"]})
-        if (!name.empty() && !name.starts_with('?') && !name.starts_with("BrukerAXS.")) return name;
-    return {};
 }
 
 class Container_Events : public Xml_Events {
@@ -64,82 +47,16 @@ private:
     Brml_Container& container_;
 };
 
-// The tube, the optics and the drives, which hold for all scans of a document.
-class Instrument {
-public:
-    void Start(const Xml_Path& path, const Xml_Attributes& attributes) {
-        const std::string_view label = Label(attributes);
-        labels_.resize(path.Depth());
-        labels_.back() = label.empty() && labels_.size() > 1 ? labels_[labels_.size() - 2] : std::string(label);
-        if (path.Name() == "InfoItem") Take_Item(attributes);
-        if (!attributes["Value"].empty() && path.Name() != "InfoItem") Take(path, attributes["Value"], attributes["Unit"]);
-    }
-
-    void End(const Xml_Path& path, std::string_view text) {
-        if (text.empty() || path.Within("AlignmentRecords")) return;
-        if (path.Name() == "TubeMaterial")
-            facts.Add("Anode", text);
-        else
-            Add(path.Name(), text);
-    }
-
-    std::array<float, 5> conv{};
-    double kelvin = 0;
-    std::string sample, comment;
-    Fact_List facts;
-
-private:
-    void Take_Item(const Xml_Attributes& attributes) {
-        const std::string_view name = attributes["Name"], value = attributes["Value"];
-        if (name == "SampleName") sample = Trim(value);
-        if (name == "Comment") comment = Trim(value);
-        facts.Add(name == "SampleName" ? "Sample" : name, value);
-    }
-
-    void Take(const Xml_Path& path, std::string_view text, std::string_view unit) {
-        const std::string_view name = path.Name();
-        const double value = Number(text);
-        if (path.Parent() == "Tube" && Take_Wavelength(name, value, unit)) return;
-        if (path.Parent() == "Generator" && name == "Voltage" && unit == "kV") return facts.Add("Voltage (kV)", text);
-        if (path.Parent() == "Generator" && name == "Current" && unit == "mA") return facts.Add("Current (mA)", text);
-        if (name == "Radius" && unit == "mm") return facts.Add("Goniometer radius (mm)", text);
-        const std::string words = Lower(labels_.back()) + ' ' + Lower(name);
-        const bool of_sample = Contains(words, "temperature") && !Contains(words, "tube") && !Contains(words, "detector") &&
-                               !Contains(words, "cool") && !Contains(words, "water");
-        if (of_sample && kelvin == 0) kelvin = std::max(0.0, In_Kelvin(value, unit));
-        const bool dull = name.starts_with("Virtual") || (name.starts_with("Oscillation") && value == 0) || path.Within("AlignmentRecords");
-        if (!dull) Add(name, unit.empty() ? std::string(text) : std::string(text) + ' ' + std::string(unit));
-    }
-
-    bool Take_Wavelength(std::string_view name, double value, std::string_view unit) {
-        if (name == "WaveLengthRatio") return Keep(conv[2], value, 10);
-        value = In_Angstroms(value, unit);
-        if (name == "WaveLengthAlpha1") return Keep(conv[0], value, 100);
-        if (name == "WaveLengthAlpha2") return Keep(conv[1], value, 100);
-        return name == "WaveLengthBeta" && Keep(conv[3], value, 100);
-    }
-
-    static bool Keep(float& place, double value, double most) {
-        if (place == 0 && value > 0 && value < most) place = static_cast<float>(value);
-        return true;
-    }
-
-    void Add(std::string_view name, std::string_view value) {
-        const std::string& label = labels_.empty() ? std::string() : labels_.back();
-        facts.Add(label.empty() ? std::string(name) : label + ": " + std::string(name), value);
-    }
-
-    std::vector<std::string> labels_;  // of the open elements
-};
-
 class Raw_Data_Events : public Xml_Events {
 public:
-    Raw_Data_Events(int& scans, std::vector<Diffraction_Pattern_Type>& patterns, Read_Notes& notes)
-        : scans_(scans), patterns_(patterns), notes_(notes) {}
+    Raw_Data_Events(const std::vector<std::string_view>& runs, int& scans, std::vector<Diffraction_Pattern_Type>& patterns,
+                    Read_Notes& notes)
+        : runs_(runs), scans_(scans), patterns_(patterns), notes_(notes) {}
 
     void Start(const Xml_Path& path, const Xml_Attributes& attributes) override {
         const std::string_view name = path.Name();
-        if (name == "Datum") return;
+        if (name == row_element) return;
+        if (name == run_element && in_route_) return Take_Run(Place(attributes[run_attribute]));
         if (name == "DataRoute") scan_ = {}, in_route_ = true;
         if (name == "FixedInformation") in_instrument_ = true;
         if (in_instrument_ && name != "FixedInformation") instrument_.Start(path, attributes);
@@ -148,7 +65,7 @@ public:
 
     void End(const Xml_Path& path, std::string_view text) override {
         const std::string_view name = path.Name();
-        if (name == "Datum") {
+        if (name == row_element) {
             if (in_route_) scan_.Take_Row(text);
             return;
         }
@@ -181,6 +98,13 @@ private:
         Diffraction_Pattern_Type pattern;
         Fact_List facts;
     };
+
+    void Take_Run(std::size_t number) {
+        if (number >= runs_.size() || number < next_run_) return;  // every run counts once
+        next_run_ = number + 1;
+        std::string_view rest = runs_[number], row;
+        while (Next_Row(rest, row)) scan_.Take_Row(row);
+    }
 
     void Start_In_Route(const Xml_Path& path, const Xml_Attributes& attributes) {
         const std::string_view name = path.Name();
@@ -235,16 +159,16 @@ private:
     void End_In_Route(const Xml_Path& path, std::string_view text) {
         const std::string_view name = path.Name();
         if (path.Parent() == "ScanInformation") {
-            if (name == "MeasurementPoints") scan_.points = Number(text);
-            if (name == "TimePerStep") scan_.time = Number(text);
-            if (name == "TimePerStepEffective") scan_.effective_time = Number(text);
+            if (name == "MeasurementPoints") scan_.points = Brml_Number(text);
+            if (name == "TimePerStep") scan_.time = Brml_Number(text);
+            if (name == "TimePerStepEffective") scan_.effective_time = Brml_Number(text);
             if (name == "ScanModeVisibleName" || (name == "ScanMode" && scan_.mode.empty())) scan_.mode = text;
         } else if (path.Parent().ends_with("AxisInfo")) {
             const std::string_view list = path.Parent(2);
             std::vector<Brml_Axis>* const axes = list == "ScanAxes" ? &scan_.axes : list == "ScaleAxes" ? &scan_.scales : nullptr;
             if (axes != nullptr && !axes->empty()) Take_Axis(axes->back(), name, text);
         } else if (name == "BlankingValue" && column_ != nullptr) {
-            column_->blank = Number(text);
+            column_->blank = Brml_Number(text);
         } else if (name == "VisibleName" && path.Parent() == "FieldDefinitions" && column_ != nullptr) {
             column_->shown = text;
         }
@@ -252,10 +176,10 @@ private:
     }
 
     static void Take_Axis(Brml_Axis& axis, std::string_view name, std::string_view text) {
-        if (name == "Start") axis.start = Number(text);
-        if (name == "Stop") axis.stop = Number(text);
-        if (name == "Increment") axis.increment = Number(text);
-        if (name == "Reference" && Number(text) != 0) axis.reference = Number(text);
+        if (name == "Start") axis.start = Brml_Number(text);
+        if (name == "Stop") axis.stop = Brml_Number(text);
+        if (name == "Increment") axis.increment = Brml_Number(text);
+        if (name == "Reference" && Brml_Number(text) != 0) axis.reference = Brml_Number(text);
     }
 
     void End_Route() {
@@ -310,6 +234,8 @@ private:
         return all.Done();
     }
 
+    const std::vector<std::string_view>& runs_;
+    std::size_t next_run_ = 0;
     int& scans_;
     std::vector<Diffraction_Pattern_Type>& patterns_;
     Read_Notes& notes_;
@@ -318,7 +244,7 @@ private:
     Brml_Column view_, spare_;
     Brml_Column* column_ = nullptr;  // the one that is being told
     std::size_t fields_ = 0;
-    Instrument instrument_;
+    Brml_Instrument instrument_;
     Fact_List facts_;
     double record_kelvin_ = 0;
     std::vector<Found> found_;
@@ -333,8 +259,9 @@ Status Read_Brml_Container(std::string_view bytes, Brml_Container& container) {
 
 Status Read_Brml_Raw_Data(std::string_view bytes, const Brml_Container& container, int& scans,
                           std::vector<Diffraction_Pattern_Type>& patterns, Read_Notes& notes) {
-    Raw_Data_Events events(scans, patterns, notes);
-    const Status status = Walk_Xml(bytes, events);
+    const Brml_Rows rows(bytes);
+    Raw_Data_Events events(rows.runs, scans, patterns, notes);
+    const Status status = Walk_Xml(rows.document, events);
     events.Finish(container);
     return status;
 }
