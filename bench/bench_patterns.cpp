@@ -174,6 +174,33 @@ constexpr Format_File format_files[] = {
          std::fprintf(f, "_STEPSIZE=0.0001\n_STEPCOUNT=1000000\n_START=5.0\n_STEPTIME=1\n_COUNTS\n");
          Ten_A_Line(f, 1000000, "%9d ");
      }},
+    {"RAS", ".ras", "RAS",
+     [](std::FILE* f) {
+         std::fprintf(f, "*RAS_DATA_START\n*RAS_HEADER_START\n*MEAS_DATA_COUNT \"400000\"\n*RAS_HEADER_END\n*RAS_INT_START\n");
+         for (int i = 0; i < 400000; ++i) std::fprintf(f, "%.4f %d.0000 1.0000\r\n", 5 + 2e-4 * i, Count(i));
+         std::fprintf(f, "*RAS_INT_END\n*RAS_DATA_END\n");
+     }},
+    {"ASC", ".asc", "ASC",
+     [](std::FILE* f) {
+         std::fprintf(f, "*TYPE = Raw\n*CLASS = ASCII\n*BEGIN\n*START = 5\n*STEP = 0.0001\n*COUNT = 1400000\n");
+         for (int i = 0; i < 1400000; ++i) std::fprintf(f, i % 4 == 3 ? "%d\n" : "%d, ", Count(i));
+         std::fprintf(f, "*END\n*EOF\n");
+     }},
+    {"CPI", ".cpi", "CPI",
+     [](std::FILE* f) {
+         std::fprintf(f, "SIETRONICS XRD SCAN\n5\n75\n0.0001\nCu\n1.5406\n1/1/2012\n2\na\nSCANDATA\n");
+         for (int i = 0; i < 750000; ++i) std::fprintf(f, "%d.0000000\n", Count(i));
+     }},
+    {"CHI", ".chi", "CHI",
+     [](std::FILE* f) {
+         std::fprintf(f, "a\n2-Theta Angle (Degrees)\nIntensity\n 330000\n");
+         for (int i = 0; i < 330000; ++i) std::fprintf(f, " %.7E  %.7E\n", 5 + 1e-4 * i, Count(i) / 7.0);
+     }},
+    {"MDI", ".MDI", "FreeFormat",
+     [](std::FILE* f) {
+         std::fprintf(f, "a\n5.0 0.0001 1.0 CU 1.5406 105.0 1000000\n");
+         Ten_A_Line(f, 1000000, "%9d ");
+     }},
     {"GSAS", ".gsa", "GSAS",
      [](std::FILE* f) {
          std::fprintf(f, "title\nBANK 1 1000000 100000 CONST 500.0 0.01 0 0 STD\n");
