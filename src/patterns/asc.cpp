@@ -205,17 +205,14 @@ private:
         }
         Diffraction_Pattern_Type p;
         static_cast<Pattern_Head&>(p) = group.Told();
-        const Status status = Allocate_Measured(p, counts.size());
-        if (status.failed) {
+        const auto n = static_cast<double>(counts.size());
+        if (const Status status = Take_Points(p, std::move(counts)); status.failed) {
             faults_.push_back(Name() + ':' + status.message);
             return;
         }
-        if (told > static_cast<double>(counts.size())) p.npts_claimed = static_cast<std::int32_t>(std::min(told, most_claimed));
-        if (told >= 1 && told < static_cast<double>(counts.size()))
-            notes_.warnings.push_back(Name() + " holds more counts than it tells (*COUNT): all are points");
+        if (told > n) p.npts_claimed = static_cast<std::int32_t>(std::min(told, most_claimed));
+        if (told >= 1 && told < n) notes_.warnings.push_back(Name() + " holds more counts than it tells (*COUNT): all are points");
         Take_Facts(group, p);
-        counts.shrink_to_fit();
-        p.y = std::move(counts);
         p.bank = static_cast<std::int32_t>(groups_);
         p.xmin = static_cast<float>(start), p.step = static_cast<float>(step);
         Set_Grid_End(p);

@@ -1,7 +1,9 @@
 #include "patterns/chi.hpp"
 
 #include <algorithm>
+#include <array>
 #include <string>
+#include <utility>
 
 #include "base/huge_pages.hpp"
 #include "base/text.hpp"
@@ -26,39 +28,32 @@ struct Head {
     double rows = 0;      // told
 };
 
-struct Table {
-    std::vector<float> numbers;  // row by row
-    std::size_t columns = 0;
-    std::size_t Rows() const { return columns == 0 ? 0 : numbers.size() / columns; }
-};
+using Columns = std::vector<std::vector<float>>;
+using Row = std::array<float, most_columns>;
 
-// Adds the numbers of a row, at most so many. False, and nothing added, for a line that holds anything else.
-bool Take_Row(std::string_view line, std::size_t most, std::vector<float>& numbers) {
-    const std::size_t before = numbers.size();
+// The numbers of a row, at most so many; 0 for a line that holds anything else.
+std::size_t Take_Row(std::string_view line, std::size_t most, Row& row) {
     Number_Walk walk(line);
     walk.Skip_Separators();
-    for (float number = 0; !walk.At_End() && numbers.size() < before + most; walk.Skip_Separators()) {
-        if (!walk.Take(number)) {
-            numbers.resize(before);
-            return false;
-        }
-        numbers.push_back(number);
-    }
-    return numbers.size() > before;
+    std::size_t n = 0;
+    for (; n < most && !walk.At_End(); walk.Skip_Separators())
+        if (!walk.Take(row[n++])) return 0;
+    return n;
 }
 
 std::size_t Numbers_In(std::string_view line) {
-    std::vector<float> numbers;
-    return Take_Row(line, most_columns, numbers) ? numbers.size() : 0;
+    Row row;
+    return Take_Row(line, most_columns, row);
 }
 
 // The line of the count: one whole number or two, the second of which is the number of curves.
 bool Is_Count_Line(std::string_view line, double& rows) {
     line = Trim(line);
     if (line.empty() || line.find_first_not_of("0123456789 \t,") != std::string_view::npos) return false;
-    std::vector<float> numbers;
-    if (!Take_Row(line, 3, numbers) || numbers.size() > 2 || !(numbers[0] >= 1)) return false;
-    if (numbers.size() == 2 && !(numbers[1] >= 1 && numbers[1] < most_columns)) return false;
+    Row row;
+    const std::size_t n = Take_Row(line, 3, row);
+    if (n == 0 || n > 2 || !(row[0] >= 1)) return false;
+    if (n == 2 && !(row[1] >= 1 && row[1] < most_columns)) return false;
     return Told_Real(line.substr(0, line.find_first_of(" \t,")), rows);
 }
 
@@ -91,33 +86,33 @@ Status Read_Head(Line_Cursor& lines, Head& head) {
     return Status::Done();
 }
 
-// A last row without its line end counts where it completes the rows told, or is as long as the one before: it may be cut otherwise.
-Table Read_Rows(Line_Cursor& lines, double told) {
+// A row has at least two bytes a number; where no count is told, all rows are about as long as the first one.
+void Expect_Rows(double told, std::size_t bytes, std::size_t first_row, Columns& columns) {
+    const double room = static_cast<double>(bytes / (2 * columns.size()) + 1);
+    const double expected = told > 0 ? told : static_cast<double>(bytes / (first_row + 1) + 1);
+    for (auto& column : columns) Reserve_Many(column, static_cast<std::size_t>(std::min(expected, room)));
+}
+
+// Columns of one length, none where the first row has no two numbers. A last row without its line end counts where it completes the rows
+// told, or is as long as the one before: it may be cut otherwise.
+Columns Read_Columns(Line_Cursor& lines, double told) {
     const std::string_view text = lines.Rest();
-    Table table;
+    Columns columns;
+    Row row;
     std::string_view line;
     for (std::size_t last = 0; lines.Next(line); last = line.size()) {
-        const std::size_t before = table.numbers.size();
-        const std::size_t wanted = table.columns == 0 ? most_columns : table.columns;
-        if (!Take_Row(line, wanted, table.numbers)) {
-            if (Trim(line).empty()) continue;
-            break;
+        const std::size_t n = Take_Row(line, columns.empty() ? most_columns : columns.size(), row);
+        if (n == 0 && Trim(line).empty()) continue;
+        if (n < 2 || (!columns.empty() && n < columns.size())) break;
+        if (columns.empty()) {
+            columns.resize(n);
+            Expect_Rows(told, text.size(), line.size(), columns);
         }
-        if (table.columns == 0) {
-            table.columns = table.numbers.size();
-            if (table.columns < 2) return {};
-            const auto room = static_cast<double>(text.size() / (2 * table.columns) + 1);
-            const double rows = told > 0 ? std::min(told, room) : std::min(room, static_cast<double>(text.size() / (line.size() + 1) + 1));
-            Reserve_Many(table.numbers, static_cast<std::size_t>(rows) * table.columns);
-        }
-        const bool whole = table.numbers.size() - before == table.columns;
-        const bool open = Is_Last_And_Open(text, line) && static_cast<double>(table.Rows()) != told && line.size() < last;
-        if (!whole || open) {
-            table.numbers.resize(before);
-            break;
-        }
+        const bool completes = static_cast<double>(columns.front().size() + 1) == told;
+        if (Is_Last_And_Open(text, line) && !completes && line.size() < last) break;
+        for (std::size_t i = 0; i < n; ++i) columns[i].push_back(row[i]);
     }
-    return table;
+    return columns;
 }
 
 std::shared_ptr<const Head_Facts> Facts_Of(const Head& head) {
@@ -129,29 +124,14 @@ std::shared_ptr<const Head_Facts> Facts_Of(const Head& head) {
     return facts.Done();
 }
 
-// The points of one column over the first one.
-Diffraction_Pattern_Type Curve(const Table& table, std::size_t column, double factor) {
-    Diffraction_Pattern_Type p;
-    if (Allocate_Measured(p, table.Rows()).failed) return p;
-    const float* row = table.numbers.data();
-    for (std::size_t i = 0; i < p.x.size(); ++i, row += table.columns) {
-        p.x[i] = factor == 1 ? row[0] : static_cast<float>(factor * row[0]);
-        p.y[i] = row[column];
-    }
-    Set_Steps(p);
-    Set_Lab_Variances(p);
-    Set_Y_Limits(p);
-    return p;
-}
-
 // First numbers of two rows that rise, as x does.
 bool Are_Rows(Line_Cursor lines) {
-    std::string_view first, second;
-    std::vector<float> numbers;
-    if (!lines.Next(first) || !Take_Row(first, most_columns, numbers) || numbers.size() < 2) return false;
-    const std::size_t columns = numbers.size();
-    if (!lines.Next(second) || lines.At_End()) return true;
-    return Take_Row(second, most_columns, numbers) && numbers.size() == 2 * columns && numbers[columns] > numbers[0];
+    std::string_view line;
+    Row first, second;
+    const std::size_t columns = lines.Next(line) ? Take_Row(line, most_columns, first) : 0;
+    if (columns < 2) return false;
+    if (!lines.Next(line) || lines.At_End()) return true;
+    return Take_Row(line, most_columns, second) == columns && second[0] > first[0];
 }
 
 }  // namespace
@@ -175,16 +155,23 @@ Status Read_Chi(std::string_view bytes, std::vector<Diffraction_Pattern_Type>& p
     Line_Cursor lines(Without_Mark(bytes));
     Head head;
     if (Status status = Read_Head(lines, head); status.failed) return status;
-    const Table table = Read_Rows(lines, head.rows);
-    if (table.Rows() == 0) return Status::Fail("This CHI file holds no rows of two numbers behind its head");
+    Columns columns = Read_Columns(lines, head.rows);
+    if (columns.empty() || columns.front().empty()) return Status::Fail("This CHI file holds no rows of two numbers behind its head");
     Diffraction_Pattern_Type axis;
     const Label_Axis found = Set_Label_Axis(axis, head.label);
     if (!found.known && !Trim(head.label).empty())
         notes.warnings.push_back("The label of x (" + Elide_Middle(Readable(Trim(head.label)), 40) +
                                  ") is none that is known: x is taken as 2theta");
+    if (found.factor != 1)
+        for (float& x : columns.front()) x = static_cast<float>(found.factor * x);
     const auto facts = Facts_Of(head);
-    for (std::size_t column = 1; column < table.columns; ++column) {
-        Diffraction_Pattern_Type p = Curve(table, column, found.factor);
+    for (std::size_t column = 1; column < columns.size(); ++column) {
+        Diffraction_Pattern_Type p;
+        std::vector<float> x = column + 1 == columns.size() ? std::move(columns.front()) : columns.front();
+        if (Status status = Take_Points(p, std::move(columns[column]), std::move(x)); status.failed) return status;
+        Set_Steps(p);
+        Set_Lab_Variances(p);
+        Set_Y_Limits(p);
         p.title = Kept_Text(Readable(head.title), title_width);
         p.radiation = "xrays_cw";
         p.scat_var = axis.scat_var, p.legend_x = axis.legend_x;

@@ -131,12 +131,9 @@ Status Read_Cpi(std::string_view bytes, std::vector<Diffraction_Pattern_Type>& p
     Head head;
     if (Status status = Read_Head(lines, head); status.failed) return status;
     const double told = std::floor((head.stop - head.start) / head.step + 1.5);
-    std::vector<float> counts = Read_Intensities(lines, told);
     Diffraction_Pattern_Type p;
-    if (Allocate_Measured(p, counts.size()).failed) return Status::Fail("This CPI file holds no intensities behind SCANDATA");
-    if (told > static_cast<double>(counts.size())) p.npts_claimed = static_cast<std::int32_t>(std::min(told, most_claimed));
-    counts.shrink_to_fit();
-    p.y = std::move(counts);
+    if (Take_Points(p, Read_Intensities(lines, told)).failed) return Status::Fail("This CPI file holds no intensities behind SCANDATA");
+    if (told > p.npts) p.npts_claimed = static_cast<std::int32_t>(std::min(told, most_claimed));
     p.title = Kept_Text(Readable(head.comment), title_width);
     p.radiation = "xrays_cw";
     p.conv[0] = static_cast<float>(head.wavelength);

@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
+#include "base/huge_pages.hpp"
 #include "base/text.hpp"
 #include "base/text_file.hpp"
 #include "patterns/reader_tools.hpp"
@@ -105,6 +107,17 @@ void Number_Ranges(std::vector<Diffraction_Pattern_Type>& patterns, std::size_t 
         else
             p.bank = 0;
     }
+}
+
+Status Take_Points(Diffraction_Pattern_Type& p, std::vector<float>&& y, std::vector<float>&& x) {
+    if (y.empty() || static_cast<double>(y.size()) > most_claimed) return Status::Fail(no_points_told);
+    p.y = std::move(y), p.x = std::move(x);
+    p.y.shrink_to_fit(), p.x.shrink_to_fit();
+    p.npts = static_cast<std::int32_t>(p.y.size());
+    if (p.x.empty()) Assign_Many(p.x, p.y.size(), 0.0f);
+    Assign_Many(p.sigma, p.y.size(), 0.0f);
+    p.has_y = p.has_sigma = p.al_x = p.al_y = p.al_sigma = true;
+    return Status::Done();
 }
 
 bool Is_Last_And_Open(std::string_view text, std::string_view part) { return part.data() + part.size() == text.data() + text.size(); }

@@ -38,6 +38,10 @@ void Set_Lab_Variances(Diffraction_Pattern_Type& pattern);
 // becomes 0.
 void Number_Ranges(std::vector<Diffraction_Pattern_Type>& patterns, std::size_t ranges_in_file);
 
+// Makes y the intensities of a pattern, and x its positions (0 at first where there are none of them), with room for variances. Fails where
+// there are no points, or more than a pattern has.
+Status Take_Points(Diffraction_Pattern_Type& pattern, std::vector<float>&& y, std::vector<float>&& x = {});
+
 // Whether the text stops right behind this line or word, without a line end: what stands there may be the first half of it.
 bool Is_Last_And_Open(std::string_view text, std::string_view part);
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <string>
+#include <utility>
 
 #include "base/huge_pages.hpp"
 #include "base/text.hpp"
@@ -110,13 +111,11 @@ private:
         Rows rows = Read_Rows(lines, claimed);
         Diffraction_Pattern_Type p;
         static_cast<Pattern_Head&>(p) = pattern_head_;
-        if (Allocate_Measured(p, rows.x.size()).failed) {
+        if (Take_Points(p, std::move(rows.y), std::move(rows.x)).failed) {
             Fail_Without_Points(scans_);
             return;
         }
-        p.npts_claimed = rows.x.size() < claimed ? p.npts_claimed : 0;
-        p.x = std::move(rows.x), p.y = std::move(rows.y);
-        p.x.shrink_to_fit(), p.y.shrink_to_fit();
+        if (p.x.size() >= claimed) p.npts_claimed = 0;
         p.bank = static_cast<std::int32_t>(scans_);
         Set_Steps(p);
         Set_Lab_Variances(p);
