@@ -267,7 +267,7 @@ bool Is_Asc(std::string_view head) {
 Status Read_Asc(std::string_view bytes, std::vector<Diffraction_Pattern_Type>& patterns, Read_Notes& notes) {
     patterns.clear();
     if (Status status = Refuse_Wide_Text(bytes); status.failed) return status;
-    const std::string_view text = Without_Mark(bytes);
+    const std::string_view text = Filled_Part(bytes);
     if (!Trim_Left(text.substr(std::min(text.find_first_not_of(" \t\r\n"), text.size()))).starts_with('*'))
         return Status::Fail("This is no ASC file: it does not begin with lines such as *TYPE = Raw");
     return Group_Reader(patterns, notes).Read(text);

@@ -152,7 +152,7 @@ bool Is_Chi(std::string_view head) {
 Status Read_Chi(std::string_view bytes, std::vector<Diffraction_Pattern_Type>& patterns, Read_Notes& notes) {
     patterns.clear();
     if (Status status = Refuse_Wide_Text(bytes); status.failed) return status;
-    Line_Cursor lines(Without_Mark(bytes));
+    Line_Cursor lines(Filled_Part(bytes));
     Head head;
     if (Status status = Read_Head(lines, head); status.failed) return status;
     Columns columns = Read_Columns(lines, head.rows);

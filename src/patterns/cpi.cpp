@@ -127,7 +127,7 @@ bool Is_Cpi(std::string_view head) {
 Status Read_Cpi(std::string_view bytes, std::vector<Diffraction_Pattern_Type>& patterns, Read_Notes&) {
     patterns.clear();
     if (Status status = Refuse_Wide_Text(bytes); status.failed) return status;
-    Line_Cursor lines(Without_Mark(bytes));
+    Line_Cursor lines(Filled_Part(bytes));
     Head head;
     if (Status status = Read_Head(lines, head); status.failed) return status;
     const double told = std::floor((head.stop - head.start) / head.step + 1.5);

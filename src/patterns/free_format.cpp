@@ -13,6 +13,7 @@
 #include "base/text_file.hpp"
 #include "patterns/head_facts.hpp"
 #include "patterns/header_words.hpp"
+#include "patterns/lab_text.hpp"
 #include "patterns/number_walk.hpp"
 #include "patterns/reader_tools.hpp"
 #include "patterns/told_values.hpp"
@@ -220,7 +221,7 @@ Status Read_Free_Format(std::string_view text, bool mdi, Diffraction_Pattern_Typ
     Header head;
     if (Status status = Read_Header(lines, mdi, head, pattern); status.failed) return status;
 
-    if (head.points >= 1) return Fill_From_Mdi(lines.Rest(), head, pattern);
+    if (head.points >= 1) return Fill_From_Mdi(Filled_Part(lines.Rest()), head, pattern);
 
     if (head.npts > static_cast<double>(Most_Points(lines.Rest().size()))) return Status::Fail(bad_count);
     const auto n = static_cast<std::size_t>(head.npts);

@@ -50,6 +50,12 @@ Status Refuse_Wide_Text(std::string_view text) {
     return wide ? Status::Fail("This is a text in UTF-16, which no reader takes: save it as plain text (UTF-8)") : Status::Done();
 }
 
+std::string_view Filled_Part(std::string_view bytes) {
+    using namespace std::string_view_literals;
+    bytes = Without_Mark(bytes);
+    return bytes.substr(0, bytes.find_last_not_of("\0\x1a"sv) + 1);
+}
+
 std::string Readable(std::string_view bytes) {
     if (Is_Utf8(bytes)) return std::string(bytes);
     return Is_Latin1(bytes) ? To_Utf8(bytes) : Without_Shift_Jis(bytes);

@@ -13,6 +13,9 @@ namespace vntl {
 // Fails for a text of two bytes a character, as some systems export it: none of its words or numbers would be found.
 Status Refuse_Wide_Text(std::string_view text);
 
+// A file's text without the mark in front of it, and the bytes that fill it up behind.
+std::string_view Filled_Part(std::string_view bytes);
+
 // A text of a head in UTF-8. Of one in Shift-JIS, as Japanese instruments write it, what is plain ASCII stays. A byte above that which
 // stands alone is a letter of Latin-1, unless others tell of Shift-JIS.
 std::string Readable(std::string_view bytes);

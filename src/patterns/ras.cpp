@@ -146,7 +146,7 @@ Status Read_Ras(std::string_view bytes, std::vector<Diffraction_Pattern_Type>& p
     patterns.clear();
     if (Status status = Refuse_Wide_Text(bytes); status.failed) return status;
     if (!Is_Ras(bytes)) return Status::Fail("This is no RAS file: it does not begin with *RAS_DATA_START");
-    return Scan_Reader(patterns, notes).Read(Without_Mark(bytes));
+    return Scan_Reader(patterns, notes).Read(Filled_Part(bytes));
 }
 
 }  // namespace vntl

@@ -109,6 +109,7 @@ TEST(Lab_Text, HabitsOfWritersDoNotMatter) {
         EXPECT_TRUE(Contains(plain.title, "K\xC3\xA4se")) << plain.title;
         auto habits = Habits(kind.text);
         habits.emplace_back("mark", "\xEF\xBB\xBF" + kind.text);
+        habits.emplace_back("filled up", habits[3].second + std::string(600, '\0'));  // behind a last line without its end
         for (const auto& [habit, text] : habits) Expect_Same(Only(kind.read, text), plain, kind.name + habit);
     }
 }
@@ -354,10 +355,11 @@ TEST(Mdi, AFullHead) {
     const std::string head = "03/14/08 DIF corundum\n10.0 0.5 1.5 CU 1.54056 20.0 ";
     std::string counts;
     for (int i = 0; i < 21; ++i) counts += std::to_string(100 + i) + (i % 8 == 7 ? "\n" : " ");
-    const std::tuple<std::string, int, int> cases[] = {{"21\n" + counts + "\n", 21, 0},          {"21\n" + counts + "-1\n", 21, 0},
-                                                       {"20\n" + counts + "-1\n", 21, 0},        {"24\n" + counts + "\n", 21, 24},
-                                                       {"24\n" + counts + "12", 21, 24},         {"4\n1 2 3\n4\n", 4, 0},
-                                                       {"1000000000\n" + counts, 21, 1000000000}};
+    const std::tuple<std::string, int, int> cases[] = {
+        {"21\n" + counts + "\n", 21, 0},   {"21\n" + counts + "-1\n", 21, 0},
+        {"20\n" + counts + "-1\n", 21, 0}, {"24\n" + counts + "\n", 21, 24},
+        {"24\n" + counts + "12", 21, 24},  {"21\n" + counts.substr(0, counts.size() - 1) + std::string(9, '\0'), 21, 0},
+        {"4\n1 2 3\n4\n", 4, 0},           {"1000000000\n" + counts, 21, 1000000000}};
     for (const auto& [text, npts, claimed] : cases) {
         Diffraction_Pattern_Type p;
         ASSERT_TRUE(Read_Free_Format(head + text, true, p).ok()) << text;
