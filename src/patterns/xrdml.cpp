@@ -105,7 +105,7 @@ private:
         }
         if (aborted.size() == 1) notes_.warnings.push_back(In_Measurement("Scan", aborted.front()) + " was aborted and is left out");
         if (aborted.size() > 1) notes_.warnings.push_back(In_Measurement("Scans " + Joined(aborted)) + " were aborted and are left out");
-        for (Xrdml_Sum& sum : sums_) Finish(measurement, sum, conv);
+        Finish_All(measurement, conv);
     }
 
     // A scan without positions was made at those of the scan before it, or else of the first one that has some.
@@ -133,17 +133,18 @@ private:
             Add_Once(notes_.warnings, "The counting time differs from point to point, and the counts are not brought to one time");
         if (lists_.divergence) Add_Once(notes_.warnings, "The corrections for divergence that the file holds are not applied");
         const bool anywhere = std::binary_search(without_places_.begin(), without_places_.end(), scan.number);
-        auto sum = std::find_if(sums_.begin(), sums_.end(), [&](const Xrdml_Sum& each) { return each.Takes(scan, lists_); });
+        Xrdml_Places places = Places_Of(scan);
+        auto sum = std::find_if(sums_.begin(), sums_.end(), [&](const Xrdml_Sum& each) { return each.Takes(scan, places, lists_); });
         if (sum == sums_.end() && anywhere && !sums_.empty()) sum = sums_.end() - 1;
         if (sum != sums_.end()) return sum->Add(scan, lists_);
         if (patterns_.size() + sums_.size() == most_patterns) return;
-        sums_.emplace_back(scan, lists_, Step_Of_Others(scan));
+        sums_.emplace_back(scan, std::move(places), lists_, Step_Of_Others());
         Note_Missing(scan, sums_.back());
     }
 
-    double Step_Of_Others(const Xrdml_Scan& scan) const {
+    double Step_Of_Others() const {
         for (const Xrdml_Sum& sum : sums_)
-            if (sum.Whole() && sum.Axis() == scan.Scanned()->name) return sum.Step();
+            if (sum.Whole() && sum.Axis() == lists_.axis) return sum.Step();
         return 0;
     }
 
@@ -155,16 +156,6 @@ private:
         else if (scan.Aborted())
             notes_.warnings.push_back(
                 name + (sum.Planned() > sum.Points() ? ": " + points + " of " + std::to_string(sum.Planned()) + " points are there" : ""));
-    }
-
-    void Finish(const Xrdml_Measurement& measurement, Xrdml_Sum& sum, const std::array<float, 5>& conv) {
-        if (sum.Points() == 0) return;
-        Diffraction_Pattern_Type pattern = sum.Finish();
-        pattern.conv = conv;
-        pattern.title = Kept_Text(file_.sample_name.empty() ? file_.sample_id : file_.sample_name, title_width);
-        pattern.facts = Facts(measurement, sum, pattern);
-        patterns_.push_back(std::move(pattern));
-        marks_.push_back(Marks(measurement, sum));
     }
 
     std::shared_ptr<const Head_Facts> Facts(const Xrdml_Measurement& measurement, const Xrdml_Sum& sum,
@@ -191,34 +182,57 @@ private:
             facts.Add(name, Xml_Words(axis.common.text));
     }
 
-    // What tells one pattern of a measurement from the others: ", Psi 5, 300 K".
-    std::string Marks(const Xrdml_Measurement& measurement, const Xrdml_Sum& sum) const {
-        constexpr std::size_t most = 4;
-        const auto differs = [&](std::string_view axis) {
-            return std::any_of(sums_.begin(), sums_.end(), [&](const Xrdml_Sum& other) { return sum.Differs(other, axis); });
-        };
-        std::string marks;
-        std::size_t found = 0;
-        for (const Xrdml_Axis& axis : sum.First().axes) {
-            double from = 0, to = 0;
-            const bool stepped = !measurement.step_axis.empty() && axis.name == measurement.step_axis;
-            if (found == most || !axis.Ends(from, to) || (axis.name == sum.Axis() && !stepped)) continue;
-            if (!stepped && (axis.Moves() || axis.name.empty() || !differs(axis.name))) continue;
-            marks += ", " + Kept_Text(axis.name, scat_var_width) + ' ' + Short(from) + (axis.Moves() ? " to " + Short(to) : "");
-            if (axis.unit != "deg") marks += ' ' + Kept_Text(axis.unit, scat_var_width);
-            ++found;
+    // What tells the patterns of a measurement from each other: the axes that stood at different places.
+    std::vector<std::string_view> Stepped(const Xrdml_Measurement& measurement) const {
+        std::vector<std::string_view> names;
+        if (!measurement.step_axis.empty()) names.push_back(measurement.step_axis);
+        for (const Xrdml_Axis& axis : sums_.front().First().axes) {
+            const auto differs = [&](const Xrdml_Sum& sum) { return sum.Differs(sums_.front(), axis.name); };
+            if (axis.name != measurement.step_axis && axis.Stands() && std::any_of(sums_.begin(), sums_.end(), differs))
+                names.push_back(axis.name);
         }
-        if (differs("")) marks += sum.First().temperature > 0 ? ", " + Short(sum.First().temperature) + " K" : "";
-        return marks;
+        return names;
+    }
+
+    // ", Psi 5, 300 K".
+    static std::string Marks(const std::vector<std::string_view>& stepped, const Xrdml_Sum& sum, bool warmed) {
+        constexpr std::size_t most = 4;
+        std::string marks;
+        for (std::size_t i = 0; i < std::min(stepped.size(), most); ++i) {
+            const Xrdml_Axis* const axis = sum.First().Find(stepped[i]);
+            double from = 0, to = 0;
+            if (axis == nullptr || !axis->Ends(from, to)) continue;
+            marks += ", " + Kept_Text(Xml_Words(axis->name), scat_var_width) + ' ' + Short(from);
+            if (axis->Moves()) marks += " to " + Short(to);
+            if (axis->unit != "deg") marks += ' ' + Kept_Text(Xml_Words(axis->unit), scat_var_width);
+        }
+        return warmed && sum.First().temperature > 0 ? marks + ", " + Short(sum.First().temperature) + " K" : marks;
+    }
+
+    void Finish_All(const Xrdml_Measurement& measurement, const std::array<float, 5>& conv) {
+        if (sums_.empty()) return;
+        const auto stepped = Stepped(measurement);
+        const bool warmed =
+            !std::all_of(sums_.begin(), sums_.end(), [this](const Xrdml_Sum& sum) { return sum.Is_As_Warm(sums_.front()); });
+        for (Xrdml_Sum& sum : sums_) {
+            Diffraction_Pattern_Type pattern = sum.Finish();
+            pattern.conv = conv;
+            pattern.title = Kept_Text(file_.sample_name.empty() ? file_.sample_id : file_.sample_name, title_width);
+            pattern.facts = Facts(measurement, sum, pattern);
+            patterns_.push_back(std::move(pattern));
+            marks_.push_back(Marks(stepped, sum, warmed));
+        }
     }
 
     void Number() {
+        constexpr std::size_t room = 40;  // for the number of the range
         for (std::size_t i = 0; i < patterns_.size(); ++i) {
             Diffraction_Pattern_Type& p = patterns_[i];
             p.bank = static_cast<std::int32_t>(i + 1);
-            const std::string end = marks_[i] + ", range " + std::to_string(i + 1);
-            const std::string title = std::string(Cut(p.title, title_width - std::min(Characters(end), title_width))) + end;
-            p.title = Kept_Text(p.title.empty() ? title.substr(2) : title, title_width);
+            const std::size_t left = title_width - std::min(title_width, Characters(marks_[i]) + room);
+            std::string title = std::string(Cut(p.title, left)) + marks_[i];
+            if (title.starts_with(", ")) title.erase(0, 2);
+            p.title = Numbered(title, i + 1);
         }
     }
 

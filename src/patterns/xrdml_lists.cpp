@@ -4,6 +4,7 @@
 #include <cmath>
 #include <string>
 
+#include "base/digit_word.hpp"
 #include "base/huge_pages.hpp"
 #include "base/real_parse.hpp"
 #include "patterns/told_values.hpp"
@@ -12,6 +13,18 @@
 namespace vntl {
 
 namespace {
+
+// Whole numbers of up to seven digits with one blank behind each, as nearly all of a list are; up to the first item of another kind.
+void Take_Counts(const char*& at, const char* end, std::vector<float>& values) {
+    if (!has_digit_words) return;
+    while (end - at > word_digits) {
+        const std::uint64_t word = Load_Word(at, at + word_digits) ^ zero_digits;
+        const int digits = Bytes_Before(No_Digits(word));
+        if (digits == 0 || digits == word_digits || at[digits] != ' ') return;
+        values.push_back(static_cast<float>(Eight_Digits(word << (64 - 8 * digits))));
+        at += digits + 1;
+    }
+}
 
 // Start and end of an axis, or the list of its positions.
 Status Read_Positions(const Xrdml_Axis& axis, Xrdml_Lists& lists) {
@@ -65,10 +78,12 @@ Status Xrdml_Ended_At(std::string_view sought) {
 
 bool Read_Xrdml_List(std::string_view text, std::vector<float>& values) {
     values.clear();
-    Reserve_Many(values, text.size() / 2 + 1);  // an item takes a digit and a space
+    const auto gaps = std::count_if(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) <= ' '; });
+    Reserve_Many(values, static_cast<std::size_t>(gaps) + 1);
     const char* at = text.data();
     const char* const end = at + text.size();
     for (;;) {
+        Take_Counts(at, end, values);
         while (at != end && Is_Xml_Space(*at)) ++at;
         if (at == end) return true;
         float value = 0;
@@ -86,6 +101,7 @@ Status Read_Xrdml_Lists(const Xrdml_Scan& scan, bool intensities, Xrdml_Lists& l
     lists.whole = !counts.cut && !scan.Aborted();
     lists.planned = 0;
     if (axis == nullptr) return Xrdml_Ended_At("the positions of the axis 2Theta");
+    lists.axis = axis->name;
     if (Status status = Read_Positions(*axis, lists); status.failed) return status;
     if (!Read_Xrdml_List(counts.text, lists.counts)) return Xrdml_Ended_At("the intensities");
     if (lists.counts.empty()) return Status::Fail(" Error reading a profile XRDML-DATA file: npts <= 0 !!! ");

@@ -16,6 +16,7 @@ Status Xrdml_Ended_At(std::string_view sought);
 bool Read_Xrdml_List(std::string_view text, std::vector<float>& values);
 
 struct Xrdml_Lists {
+    std::string_view axis;  // that was scanned
     std::vector<float> counts;
     std::vector<float> factors;    // of attenuation: none, one for all, or one a count
     std::vector<float> positions;  // of the axis that was scanned; none where it has start and end

@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
+#include "base/huge_pages.hpp"
 #include "base/text.hpp"
 #include "patterns/reader_tools.hpp"
 #include "patterns/scan_axis.hpp"
@@ -35,35 +37,35 @@ std::size_t Counts_Of_Continuous_Scan(double start, double end) {
 
 }  // namespace
 
-std::vector<Xrdml_Sum::Place> Xrdml_Sum::Places_Of(const Xrdml_Scan& scan) {
-    std::vector<Place> places;
+Xrdml_Places Places_Of(const Xrdml_Scan& scan) {
+    Xrdml_Places places;
+    places.reserve(scan.axes.size());
     for (const Xrdml_Axis& axis : scan.axes) {
-        Place place{axis.name, axis.list.given ? Trim(axis.list.text) : Trim(axis.common.text)};
+        Xrdml_Place place{axis.name, Trim(axis.list.given ? axis.list.text : axis.common.text)};
         place.told = axis.Ends(place.from, place.to);
         places.push_back(place);
     }
     return places;
 }
 
-bool Xrdml_Sum::Same(const Place& a, const Place& b, double near) {
+bool Xrdml_Sum::Same(const Xrdml_Place& a, const Xrdml_Place& b, double near) {
     if (!a.told || !b.told) return a.told == b.told && a.text == b.text;
     return std::fabs(a.from - b.from) <= near && std::fabs(a.to - b.to) <= near;
 }
 
-const Xrdml_Sum::Place* Xrdml_Sum::Find(std::string_view name) const {
-    const auto place = std::find_if(places_.begin(), places_.end(), [name](const Place& each) { return each.name == name; });
+const Xrdml_Place* Xrdml_Sum::Find(std::string_view name) const {
+    const auto place = std::find_if(places_.begin(), places_.end(), [name](const Xrdml_Place& each) { return each.name == name; });
     return place == places_.end() ? nullptr : &*place;
 }
 
-Xrdml_Sum::Xrdml_Sum(const Xrdml_Scan& scan, Xrdml_Lists& lists, double step) : first_(scan), places_(Places_Of(scan)) {
-    const Xrdml_Axis& axis = *scan.Scanned();
-    axis_ = axis.name;
+Xrdml_Sum::Xrdml_Sum(const Xrdml_Scan& scan, Xrdml_Places places, Xrdml_Lists& lists, double step)
+    : first_(scan), places_(std::move(places)) {
+    axis_ = lists.axis;
     whole_ = lists.whole;
-    static_cast<void>(Allocate_Diffraction_Pattern(pattern_, static_cast<std::int32_t>(lists.counts.size())));
     pattern_.xmin = lists.start, pattern_.xmax = lists.end;
     Set_Scan_Axis(pattern_, axis_);
     Set_Positions(lists, step);
-    Add_Counts(lists);
+    Begin_Counts(lists);
     numbers_.push_back(scan.number);
     time_ = lists.time;
 }
@@ -71,8 +73,9 @@ Xrdml_Sum::Xrdml_Sum(const Xrdml_Scan& scan, Xrdml_Lists& lists, double step) : 
 void Xrdml_Sum::Set_Positions(Xrdml_Lists& lists, double step) {
     Diffraction_Pattern_Type& p = pattern_;
     const std::size_t n = lists.counts.size();
+    p.npts = static_cast<std::int32_t>(n);
     const bool listed = !lists.positions.empty();
-    const Place& place = *Find(axis_);
+    const Xrdml_Place& place = *Find(axis_);
     planned_ = lists.planned;
     if (!whole_ && !listed) {
         if (planned_ < n) planned_ = Counts_Between(place.from, place.to, step, 0.05);
@@ -86,10 +89,12 @@ void Xrdml_Sum::Set_Positions(Xrdml_Lists& lists, double step) {
     }
     const std::size_t steps = listed ? n : points;
     if (steps > 1) p.step = (p.xmax - p.xmin) / static_cast<float>(steps - 1);
-    if (listed)
+    if (listed) {
         p.x = positions_ = lists.positions;
-    else
+    } else {
+        Assign_Many(p.x, n, 0.0f);
         Set_Grid(p);
+    }
     if (points > n) {
         p.npts_claimed = static_cast<std::int32_t>(points);
         if (!listed) Set_Grid_End(p);
@@ -98,14 +103,13 @@ void Xrdml_Sum::Set_Positions(Xrdml_Lists& lists, double step) {
     step_ = std::fabs(place.to - place.from) / static_cast<double>(std::max<std::size_t>(points - 1, 1));
 }
 
-bool Xrdml_Sum::Takes(const Xrdml_Scan& scan, const Xrdml_Lists& lists) const {
-    const Xrdml_Axis* const scanned = scan.Scanned();
-    if (scan.axes.size() != places_.size() || scanned == nullptr || scanned->name != axis_) return false;
+bool Xrdml_Sum::Takes(const Xrdml_Scan& scan, const Xrdml_Places& places, const Xrdml_Lists& lists) const {
+    if (places.size() != places_.size() || lists.axis != axis_) return false;
     if (lists.counts.size() != Points() || lists.whole != whole_ || lists.positions.size() != positions_.size()) return false;
     if (std::fabs(scan.temperature - first_.temperature) > same_temperature) return false;
     const double near = std::min(same_place, 0.5 * step_);
-    for (const Place& there : Places_Of(scan)) {
-        const Place* const here = Find(there.name);
+    for (const Xrdml_Place& there : places) {
+        const Xrdml_Place* const here = Find(there.name);
         if (here == nullptr || !Same(*here, there, there.name == axis_ ? near : same_place)) return false;
     }
     return std::equal(positions_.begin(), positions_.end(), lists.positions.begin(),
@@ -119,13 +123,27 @@ void Xrdml_Sum::Add(const Xrdml_Scan& scan, const Xrdml_Lists& lists) {
 }
 
 // Of n counts behind a factor f, y is f n and its variance f^2 n.
+void Xrdml_Sum::Begin_Counts(Xrdml_Lists& lists) {
+    Diffraction_Pattern_Type& p = pattern_;
+    p.y = std::move(lists.counts);
+    lists.counts.clear();
+    Assign_Many(p.sigma, p.y.size(), 0.0f);
+    p.has_y = p.has_sigma = p.al_x = p.al_y = p.al_sigma = true;
+    const bool one_factor = lists.factors.size() < 2;
+    const float all = lists.factors.empty() ? 1.0f : lists.factors.front();
+    for (std::size_t i = 0; i < p.y.size(); ++i) {
+        const float factor = one_factor ? all : lists.factors[i];
+        if (!lists.corrected) p.y[i] *= factor;
+        p.sigma[i] = factor * p.y[i];
+    }
+}
+
 void Xrdml_Sum::Add_Counts(const Xrdml_Lists& lists) {
     const std::size_t n = std::min(lists.counts.size(), pattern_.y.size());
     const bool one_factor = lists.factors.size() < 2;
     const float all = lists.factors.empty() ? 1.0f : lists.factors.front();
-    const float* const factors = lists.factors.data();
     for (std::size_t i = 0; i < n; ++i) {
-        const float factor = one_factor ? all : factors[i];
+        const float factor = one_factor ? all : lists.factors[i];
         const float y = lists.corrected ? lists.counts[i] : factor * lists.counts[i];
         pattern_.y[i] += y;
         pattern_.sigma[i] += factor * y;
@@ -148,10 +166,13 @@ Diffraction_Pattern_Type Xrdml_Sum::Finish() {
 }
 
 bool Xrdml_Sum::Differs(const Xrdml_Sum& other, std::string_view axis) const {
-    if (axis.empty()) return std::fabs(first_.temperature - other.first_.temperature) > same_temperature;
-    const Place* const here = Find(axis);
-    const Place* const there = other.Find(axis);
+    const Xrdml_Place* const here = Find(axis);
+    const Xrdml_Place* const there = other.Find(axis);
     return here != nullptr && there != nullptr && !Same(*here, *there, same_place);
+}
+
+bool Xrdml_Sum::Is_As_Warm(const Xrdml_Sum& other) const {
+    return std::fabs(first_.temperature - other.first_.temperature) <= same_temperature;
 }
 
 }  // namespace vntl

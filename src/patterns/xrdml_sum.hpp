@@ -12,14 +12,23 @@
 
 namespace vntl {
 
+// Where the axes of a scan stood.
+struct Xrdml_Place {
+    std::string_view name, text;
+    bool told = false;
+    double from = 0, to = 0;
+};
+using Xrdml_Places = std::vector<Xrdml_Place>;
+Xrdml_Places Places_Of(const Xrdml_Scan& scan);
+
 class Xrdml_Sum {
 public:
-    // Begins with a scan. `step`: that of other scans over the same axis, 0 where there are none; where counts are missing, it tells how
-    // many there should be, as does a longer list, or where a continuous scan begins.
-    Xrdml_Sum(const Xrdml_Scan& scan, Xrdml_Lists& lists, double step);
+    // Begins with a scan, whose counts become those of the pattern. `step`: that of other scans over the same axis, 0 where there are none;
+    // where counts are missing, it tells how many there should be, as does a longer list, or where a continuous scan begins.
+    Xrdml_Sum(const Xrdml_Scan& scan, Xrdml_Places places, Xrdml_Lists& lists, double step);
 
     // False where the scan was one at other positions, or another temperature.
-    bool Takes(const Xrdml_Scan& scan, const Xrdml_Lists& lists) const;
+    bool Takes(const Xrdml_Scan& scan, const Xrdml_Places& places, const Xrdml_Lists& lists) const;
     void Add(const Xrdml_Scan& scan, const Xrdml_Lists& lists);
 
     // The pattern without its title, facts and wavelengths. Nothing is added from here on.
@@ -34,24 +43,19 @@ public:
     bool Whole() const { return whole_; }
     std::size_t Points() const { return pattern_.y.size(); }
     std::size_t Planned() const { return planned_; }
-    // Whether that axis, or the temperature where the name is blank, is another one than in this sum.
-    bool Differs(const Xrdml_Sum& other, std::string_view axis) const;
+    bool Differs(const Xrdml_Sum& other, std::string_view axis) const;  // in where that axis stood
+    bool Is_As_Warm(const Xrdml_Sum& other) const;
 
 private:
-    struct Place {
-        std::string_view name, text;
-        bool told = false;
-        double from = 0, to = 0;
-    };
-    static std::vector<Place> Places_Of(const Xrdml_Scan& scan);
-    static bool Same(const Place& a, const Place& b, double near);
-    const Place* Find(std::string_view name) const;
+    static bool Same(const Xrdml_Place& a, const Xrdml_Place& b, double near);
+    const Xrdml_Place* Find(std::string_view name) const;
     void Set_Positions(Xrdml_Lists& lists, double step);
+    void Begin_Counts(Xrdml_Lists& lists);
     void Add_Counts(const Xrdml_Lists& lists);
 
     const Xrdml_Scan& first_;
     std::string_view axis_;
-    std::vector<Place> places_;
+    Xrdml_Places places_;
     std::vector<std::size_t> numbers_;
     std::vector<float> positions_;
     Diffraction_Pattern_Type pattern_;
