@@ -1,5 +1,7 @@
 // CSV, UDF, JCP and XRDML of a laboratory diffractometer: files written here from known numbers in their columns, every message, and what
 // other programs and newer instruments make of the formats.
+#include <sstream>
+
 #include "base/text_file.hpp"
 #include "patterns/jcp.hpp"
 #include "patterns/panalytical_csv.hpp"
@@ -325,6 +327,178 @@ TEST(Xrdml, TheAngleThatIsScannedIsTheAxis) {
                                {Xrdml(Scan("1 2 3", "counts", Moved("Phi", 1, 2))), before + "the positions of the axis 2Theta"}});
 }
 
+struct Xrdml_Content {
+    std::vector<Diffraction_Pattern_Type> patterns;
+    Read_Notes notes;
+};
+Xrdml_Content All_Of(const std::string& text) {
+    Xrdml_Content content;
+    const Status status = Read_Xrdml_Scans(text, content.patterns, content.notes);
+    EXPECT_TRUE(status.ok()) << status.message;
+    return content;
+}
+std::string Titles(const Xrdml_Content& content) {
+    std::string titles;
+    for (const auto& p : content.patterns) titles += p.title + "; ";
+    return titles;
+}
+std::string First_Counts(const Xrdml_Content& content) {
+    std::string counts;
+    for (const auto& p : content.patterns) counts += Printed("%g ", p.y.at(0));
+    return counts;
+}
+std::string Fact(const Diffraction_Pattern_Type& p, std::string_view name) {
+    for (const Head_Fact& fact : p.facts == nullptr ? Head_Facts() : *p.facts)
+        if (fact.name == name) return fact.value;
+    return {};
+}
+std::string Measured(const std::string& scans, const char* attributes = "") {
+    return Replace_All(Xrdml("<sample><name>Si</name></sample>" + scans), "<xrdMeasurement>", Printed("<xrdMeasurement %s>", attributes));
+}
+std::string Scanned(const char* attributes, const std::string& scan) {
+    return Replace_All(scan, "<scan>", Printed("<scan %s>", attributes));
+}
+
+// What adds up and what does not: the first counts of the patterns that come out, in the order of the file.
+TEST(Xrdml, ScansAtTheSamePositionsOfAllAxesAddUp) {
+    const auto at = [](const std::string& further, int count) { return Scan(Printed("%d 2 3 4 5", count), "counts", positions + further); };
+    const auto warm = [&](const char* kelvin, int count) {
+        return Replace_All(at("", count), "</dataPoints>",
+                           Printed("<nonAmbientPoints><nonAmbientValues type=\"Temperature\" unit=\"K\">%s"
+                                   "</nonAmbientValues></nonAmbientPoints></dataPoints>",
+                                   kelvin));
+    };
+    const std::string z = "<positions axis=\"Z\" unit=\"mm\"><commonPosition>%.3f</commonPosition></positions>\n";
+    const auto height = [&](double mm, int count) { return at(Printed(z.c_str(), mm), count); };
+    const std::string tilted = Replace_All(positions, ">5.0000<", ">5.0100<");
+    struct Case {
+        std::string scans;
+        const char* counts;
+        const char* titles;
+    };
+    for (const Case& c : {
+             Case{at("", 1) + at("", 10), "11 ", "Si; "},
+             Case{at(Fixed("Phi", 0), 1) + at(Fixed("Phi", 90), 10) + at(Fixed("Phi", 0), 100), "101 10 ",
+                  "Si, Phi 0, range 1; Si, Phi 90, range 2; "},
+             Case{height(9.607, 1) + height(9.608, 10), "1 10 ", "Si, Z 9.607 mm, range 1; Si, Z 9.608 mm, range 2; "},
+             Case{height(9.607, 1) + height(9.6072, 10), "11 ", "Si; "},
+             Case{at("", 1) + Scan("10 2 3 4 5", "counts", tilted), "1 10 ", "Si, range 1; Si, range 2; "},
+             Case{at("", 1) + Scan("10 2 3 4", "counts"), "1 10 ", "Si, range 1; Si, range 2; "},
+             Case{warm("300 300.2", 1) + warm("300.1", 10) + warm("400", 100), "11 100 ", "Si, 300.1 K, range 1; Si, 400 K, range 2; "},
+             Case{at("", 1) + "</xrdMeasurement><xrdMeasurement>" + wavelengths + at("", 10), "1 10 ", "Si, range 1; Si, range 2; "},
+             Case{at("", 1) + Scan("1 2 three 4 5", "counts"), "1 ", "Si; "},
+         }) {
+        const Xrdml_Content content = All_Of(Measured(c.scans));
+        EXPECT_EQ(First_Counts(content), c.counts) << c.scans;
+        EXPECT_EQ(Titles(content), c.titles);
+    }
+    const auto two = All_Of(Measured(warm("300", 1) + warm("300", 10)));
+    EXPECT_EQ(two.patterns.at(0).TSample, 300);
+    EXPECT_EQ(Fact(two.patterns.at(0), "Scans added up"), "1, 2");
+    const auto faulty = All_Of(Measured(at("", 1) + Scan("1 2 three 4 5", "counts")));
+    ASSERT_EQ(faulty.notes.failed.size(), 1u);
+    EXPECT_TRUE(faulty.notes.failed[0].starts_with("Scan 2: ")) << faulty.notes.failed[0];
+
+    std::string figure, area;
+    for (int i = 0; i < 30; ++i) {
+        figure +=
+            Scanned("scanAxis=\"Phi\"", Scan("1 2 3", "intensities", Fixed("2Theta", 28.4) + Fixed("Psi", 2.5 * i) + Moved("Phi", 0, 360)));
+        area += Scan("1 2 3 4 5", "counts", Moved("2Theta", 10, 14) + Moved("Omega", 5 + 0.01 * i, 7 + 0.01 * i));
+    }
+    const auto poles = All_Of(Measured(figure, "measurementType=\"Texture pole figure\"")).patterns;
+    ASSERT_EQ(poles.size(), 30u);
+    EXPECT_EQ(poles[29].title, "Si, Psi 72.5, range 30");
+    EXPECT_EQ(poles[29].bank, 30);
+    EXPECT_EQ(poles[29].legend_x, "Phi(degrees)");
+    const auto map = All_Of(Measured(area, "measurementType=\"Area measurement\" measurementStepAxis=\"Omega\"")).patterns;
+    ASSERT_EQ(map.size(), 30u);
+    EXPECT_EQ(map[1].title, "Si, Omega 5.01 to 7.01, range 2");
+    EXPECT_EQ(map[1].legend_x, "");
+
+    const auto height_scan =
+        Good(Read_Xrdml,
+             Measured(Scanned("scanAxis=\"Z\"", Scan("1 2 3", "counts", Fixed("2Theta", 0) + Replace_All(Moved("Z", 8, 9), "deg", "mm")))));
+    EXPECT_EQ(height_scan.legend_x, "Z(mm)");
+    EXPECT_EQ(height_scan.scat_var, "Position");
+    const auto down = Good(Read_Xrdml, Measured(Scan("1 2 3", "counts", Moved("2Theta", 12, 10))));
+    EXPECT_EQ(down.x, (std::vector<float>{10, 11, 12}));
+    EXPECT_EQ(down.y, (std::vector<float>{3, 2, 1}));
+    EXPECT_EQ(down.step, 1);
+}
+
+// The range of a scan is told as it was meant, so that missing counts must not stretch those that are there.
+TEST(Xrdml, MissingCountsLeaveTheOthersWhereTheyAre) {
+    const auto aborted = [](const std::string& scan) { return Scanned("status=\"Aborted\"", scan); };
+    const std::string whole = Scan("1 2 3 4 5"), three = Scan("7 8 9"), range = Moved("2Theta", 10, 10.08);
+    const std::string factors = "<beamAttenuationFactors>1 1 2 2 2</beamAttenuationFactors>",
+                      listed = Listed("2Theta", "10 10.02 10.04 10.06 10.08");
+    const auto cut = [](std::string text) { return text.substr(0, text.rfind(" 9") + 1) + "1"; };
+    struct Case {
+        std::string text;
+        std::size_t patterns;
+        std::vector<float> y;  // of the last one
+        int claimed;
+        const char* warning;
+    };
+    const char* const spread = "Scan 1 was aborted, and its step is not told: 3 points fill the whole range, which may be wrong";
+    for (const Case& c : {
+             Case{Measured(whole + aborted(three)), 1, {1, 2, 3, 4, 5}, 0, "Scan 2 was aborted and is left out"},
+             Case{Measured(aborted(three) + whole + aborted(three)), 1, {1, 2, 3, 4, 5}, 0, "Scans 1, 3 were aborted and are left out"},
+             Case{Measured(aborted(Scan("7 8 9", "counts", range + factors))),
+                  1,
+                  {7, 8, 18},
+                  5,
+                  "Scan 1 was aborted: 3 of 5 points are there"},
+             Case{Measured(aborted(Scan("7 8 9", "counts", listed))), 1, {7, 8, 9}, 5, "Scan 1 was aborted: 3 of 5 points are there"},
+             Case{Measured(aborted(three)), 1, {7, 8, 9}, 0, spread},
+             Case{cut(Measured(whole + Scan("7 8 9"))), 2, {7, 8}, 5, ""},
+             Case{cut(Measured(Scan("7 8 9", "counts", range + factors))), 1, {7, 8}, 5, ""},
+         }) {
+        const Xrdml_Content content = All_Of(c.text);
+        ASSERT_EQ(content.patterns.size(), c.patterns) << c.text;
+        const auto& p = content.patterns.back();
+        EXPECT_EQ(p.y, c.y);
+        EXPECT_EQ(p.npts_claimed, c.claimed);
+        EXPECT_EQ(content.notes.warnings, *c.warning == 0 ? std::vector<std::string>() : std::vector<std::string>{c.warning});
+        EXPECT_NEAR(p.x.at(1), c.warning == spread ? 10.04 : 10.02, 1e-5) << c.text;
+        EXPECT_EQ(p.xmax, p.x.back());
+    }
+}
+
+TEST(Xrdml, FactorsTimesAndFacts) {
+    const auto with = [](const std::string& element, const char* tag) {
+        return Measured(Scan("4 2", tag, Moved("2Theta", 10, 11) + element));
+    };
+    const auto common = Good(Read_Xrdml, with("<commonBeamAttenuationFactor>10</commonBeamAttenuationFactor>", "counts"));
+    EXPECT_EQ(common.y, (std::vector<float>{40, 20}));
+    EXPECT_EQ(common.sigma, (std::vector<float>{400, 200}));
+    // 40 behind a factor of 10 were 4 counts.
+    const auto corrected = Good(Read_Xrdml, with("<beamAttenuationFactors>10 1</beamAttenuationFactors>", "intensities"));
+    EXPECT_EQ(corrected.y, (std::vector<float>{4, 2}));
+    EXPECT_EQ(corrected.sigma, (std::vector<float>{40, 2}));
+
+    const std::string time = "<commonCountingTime unit=\"seconds\">2.5</commonCountingTime>";
+    EXPECT_EQ(Good(Read_Xrdml, with(time, "counts")).count_time, 2.5f);
+    const std::string timed = Scan("4 2", "counts", Moved("2Theta", 10, 11) + time);
+    EXPECT_EQ(Good(Read_Xrdml, Measured(timed + timed)).count_time, 5);
+    const auto uneven = All_Of(with("<countingTimes>1 3</countingTimes><divergenceCorrections>1 1.1</divergenceCorrections>", "counts"));
+    EXPECT_EQ(uneven.patterns.at(0).count_time, 2);
+    EXPECT_EQ(uneven.patterns.at(0).y, (std::vector<float>{4, 2}));
+    EXPECT_EQ(uneven.notes.warnings.size(), 2u);
+    EXPECT_TRUE(All_Of(with("<countingTimes>3 3</countingTimes><divergenceCorrections>1 1</divergenceCorrections>", "counts"))
+                    .notes.warnings.empty());
+
+    const std::string odd = Replace_All(Measured(timed), "<name>Si</name>", "<name><![CDATA[a <b>]]> &amp; \xC2\xB0&#67;\n x</name>");
+    const auto p = Good(Read_Xrdml, odd);
+    EXPECT_EQ(p.title,
+              "a <b> & \xC2\xB0"
+              "C x");
+    std::string wide = "\xFF\xFE";
+    for (const char c : Measured(timed)) wide += {c, '\0'};
+    EXPECT_TRUE(Is_Xrdml(wide) && Is_Xrdml(odd) && !Is_Xrdml("the xrdMeasurement of a file"));
+    Expect_Same(Good(Read_Xrdml, wide), Good(Read_Xrdml, Measured(timed)), "UTF-16");
+}
+
 TEST(Xrdml, ARealFile) {
     const std::string text = Real_File("xrdml/empyrean.xrdml");
     if (text.empty()) GTEST_SKIP();
@@ -337,6 +511,41 @@ TEST(Xrdml, ARealFile) {
     EXPECT_FLOAT_EQ(p.conv[3], 1.39225f);
     EXPECT_EQ(p.y[0], 8);
     EXPECT_EQ(p.y[2], 6);
+}
+
+TEST(Xrdml, RealFilesOfEveryVersion) {
+    const std::string directory = "formats/samples/panalytical_xrdml";
+    const std::string attenuated = Real_File(directory + "20_counts_attenuated.xrdml"),
+                      export_text = Real_File(directory + "16_repeated_export.xy");
+    if (attenuated.empty()) GTEST_SKIP();
+    const auto old = Good(Read_Xrdml, Real_File(directory + "10.xrdml"));
+    EXPECT_EQ(old.npts, 750);
+    EXPECT_FLOAT_EQ(old.step, 0.02f);
+    EXPECT_EQ(old.title, "B10135");
+    EXPECT_EQ(old.count_time, 10);
+    EXPECT_EQ(Fact(old, "Anode") + Fact(old, "Voltage (kV)") + Fact(old, "Current (mA)") + Fact(old, "Goniometer radius (mm)"),
+              "Cu4540320.00");
+    EXPECT_EQ(Fact(old, "Divergence slit (incident beam)"), "Slit Fixed 1/8\xC2\xB0, height 0.19 mm");
+
+    const auto counts = Good(Read_Xrdml, attenuated);
+    EXPECT_EQ(counts.npts, 994);
+    EXPECT_EQ(counts.y[0], 182 * 20991);
+    EXPECT_EQ(counts.sigma[0], 182.0f * 182 * 20991);
+
+    // The same scan as its maker's program exports it, and the first half of the file: its counts stay where they were.
+    const std::string repeated = Real_File(directory + "16_repeated.xrdml");
+    const auto whole = Good(Read_Xrdml, repeated), half = Good(Read_Xrdml, repeated.substr(0, repeated.find("<intensities") + 5000));
+    EXPECT_EQ(half.npts_claimed, 4489);
+    EXPECT_GT(half.npts, 900);
+    std::istringstream rows(export_text);
+    double x = 0, y = 0;
+    std::size_t i = 0;
+    for (; rows >> x >> y; ++i) {
+        ASSERT_NEAR(whole.x.at(i), x, 2e-5);
+        ASSERT_EQ(whole.y[i], y);
+        ASSERT_NEAR(i < half.x.size() ? half.x[i] : x, x, 2e-5);
+    }
+    EXPECT_EQ(i, 4489u);
 }
 
 }  // namespace
