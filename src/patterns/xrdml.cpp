@@ -79,8 +79,7 @@ public:
             notes_ = {};
             return fault_.failed ? fault_ : Status::Fail(no_points);
         }
-        if (file_.too_many || patterns_.size() == most_patterns)
-            notes_.warnings.push_back("The file holds more scans than the program has rows for");
+        if (file_.too_many || left_out_) notes_.warnings.push_back("The file holds more scans than the program has rows for");
         if (patterns_.size() > 1) Number();
         return Status::Done();
     }
@@ -137,7 +136,8 @@ private:
         auto sum = std::find_if(sums_.begin(), sums_.end(), [&](const Xrdml_Sum& each) { return each.Takes(scan, places, lists_); });
         if (sum == sums_.end() && anywhere && !sums_.empty()) sum = sums_.end() - 1;
         if (sum != sums_.end()) return sum->Add(scan, lists_);
-        if (patterns_.size() + sums_.size() == most_patterns) return;
+        left_out_ = patterns_.size() + sums_.size() == most_patterns;
+        if (left_out_) return;
         sums_.emplace_back(scan, std::move(places), lists_, Step_Of_Others());
         Note_Missing(scan, sums_.back());
     }
@@ -254,6 +254,7 @@ private:
     std::deque<Xrdml_Sum> sums_;               // of the measurement in hand
     std::vector<std::size_t> without_places_;  // numbers of its scans that tell none
     std::size_t number_ = 0;                   // of the measurement
+    bool left_out_ = false;                    // there was no room for a scan
     bool complete_ = false;                    // there is a scan that was not aborted
     Xrdml_Lists lists_;
     Status fault_;

@@ -115,18 +115,19 @@ private:
         struct Row {
             std::string_view tag;
             Xml_Found Xrdml_Scan::*list;
-            bool in_counts;  // its unit has to say so
+            bool in_counts;  // not in another unit
         };
         constexpr Row rows[] = {
             {"intensities", &Xrdml_Scan::intensities, true},           {"counts", &Xrdml_Scan::counts, true},
             {"beamAttenuationFactors", &Xrdml_Scan::factors, false},   {"commonBeamAttenuationFactor", &Xrdml_Scan::factors, false},
             {"divergenceCorrections", &Xrdml_Scan::divergence, false}, {"commonDivergenceCorrection", &Xrdml_Scan::divergence, false},
             {"commonCountingTime", &Xrdml_Scan::time, false},          {"countingTimes", &Xrdml_Scan::times, false}};
+        const std::string_view unit = tags_.Value("unit");
         for (const Row& row : rows)
-            if (tags_.Name() == row.tag && (!row.in_counts || tags_.Has("unit", "counts")))
+            if (tags_.Name() == row.tag && (!row.in_counts || unit.empty() || unit == "counts"))
                 return Take_List(tags_, ((Scan().*row.list).given ? Fresh() : Scan()).*row.list);
         Xrdml_Measurement& m = Measurement();
-        const bool angstrom = tags_.Has("unit", "Angstrom");
+        const bool angstrom = unit == "Angstrom";
         if (angstrom && tags_.Opens("kAlpha1")) return Take(tags_, m.alpha1);
         if (angstrom && tags_.Opens("kAlpha2")) return Take(tags_, m.alpha2);
         if (angstrom && tags_.Opens("kBeta")) return Take(tags_, m.beta);

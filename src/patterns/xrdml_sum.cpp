@@ -134,7 +134,7 @@ void Xrdml_Sum::Begin_Counts(Xrdml_Lists& lists) {
     for (std::size_t i = 0; i < p.y.size(); ++i) {
         const float factor = one_factor ? all : lists.factors[i];
         if (!lists.corrected) p.y[i] *= factor;
-        p.sigma[i] = factor * p.y[i];
+        p.sigma[i] = std::fabs(factor * p.y[i]);
     }
 }
 
@@ -146,14 +146,13 @@ void Xrdml_Sum::Add_Counts(const Xrdml_Lists& lists) {
         const float factor = one_factor ? all : lists.factors[i];
         const float y = lists.corrected ? lists.counts[i] : factor * lists.counts[i];
         pattern_.y[i] += y;
-        pattern_.sigma[i] += factor * y;
+        pattern_.sigma[i] += std::fabs(factor * y);
     }
 }
 
 // Points that were measured downwards are given upwards.
 Diffraction_Pattern_Type Xrdml_Sum::Finish() {
     Diffraction_Pattern_Type& p = pattern_;
-    for (float& s : p.sigma) s = std::fabs(s);
     if (p.xmax < p.xmin) {
         Turn_Round(p);
         std::swap(p.xmin, p.xmax);
