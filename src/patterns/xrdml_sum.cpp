@@ -45,6 +45,7 @@ Xrdml_Places Places_Of(const Xrdml_Scan& scan) {
         place.told = axis.Ends(place.from, place.to);
         places.push_back(place);
     }
+    std::stable_sort(places.begin(), places.end(), [](const Xrdml_Place& a, const Xrdml_Place& b) { return a.name < b.name; });
     return places;
 }
 
@@ -103,17 +104,19 @@ void Xrdml_Sum::Set_Positions(Xrdml_Lists& lists, double step) {
     step_ = std::fabs(place.to - place.from) / static_cast<double>(std::max<std::size_t>(points - 1, 1));
 }
 
+// Numbers come before names: a map has thousands of scans that differ in one place.
 bool Xrdml_Sum::Takes(const Xrdml_Scan& scan, const Xrdml_Places& places, const Xrdml_Lists& lists) const {
-    if (places.size() != places_.size() || lists.axis != axis_) return false;
     if (lists.counts.size() != Points() || lists.whole != whole_ || lists.positions.size() != positions_.size()) return false;
-    if (std::fabs(scan.temperature - first_.temperature) > same_temperature) return false;
+    if (std::fabs(scan.temperature - first_.temperature) > same_temperature || places.size() != places_.size()) return false;
+    const auto in_place = [](const Xrdml_Place& a, const Xrdml_Place& b) { return Same(a, b, same_place); };
+    if (!std::equal(places.begin(), places.end(), places_.begin(), in_place) || lists.axis != axis_) return false;
     const double near = std::min(same_place, 0.5 * step_);
-    for (const Xrdml_Place& there : places) {
-        const Xrdml_Place* const here = Find(there.name);
-        if (here == nullptr || !Same(*here, there, there.name == axis_ ? near : same_place)) return false;
-    }
-    return std::equal(positions_.begin(), positions_.end(), lists.positions.begin(),
-                      [near](float a, float b) { return std::fabs(a - b) <= near; });
+    const auto alike = [&](const Xrdml_Place& a, const Xrdml_Place& b) {
+        return a.name == b.name && (a.name != axis_ || Same(a, b, near));
+    };
+    const auto near_by = [near](float a, float b) { return std::fabs(a - b) <= near; };
+    return std::equal(places.begin(), places.end(), places_.begin(), alike) &&
+           std::equal(positions_.begin(), positions_.end(), lists.positions.begin(), near_by);
 }
 
 void Xrdml_Sum::Add(const Xrdml_Scan& scan, const Xrdml_Lists& lists) {

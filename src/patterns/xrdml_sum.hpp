@@ -19,7 +19,7 @@ struct Xrdml_Place {
     double from = 0, to = 0;
 };
 using Xrdml_Places = std::vector<Xrdml_Place>;
-Xrdml_Places Places_Of(const Xrdml_Scan& scan);
+Xrdml_Places Places_Of(const Xrdml_Scan& scan);  // in the order of the names
 
 class Xrdml_Sum {
 public:
