@@ -63,6 +63,7 @@ constexpr Load_Rule load_rules[] = {
     {Kind::mono, Kind::general,
      "Present Space: Integrated Intensity, file type: General Abcisa,\nIt is not possible to merge different x-spaces"},
 
+    {Kind::d, Kind::d, ""},  // those in "d-spacing" are looked at before
     {Kind::d, Kind::two_theta, ""},
     {Kind::d, Kind::tof, ""},
     {Kind::d, Kind::mono,
@@ -70,6 +71,7 @@ constexpr Load_Rule load_rules[] = {
      "only a single Integrated Intensity type is allowed at the same time"},
     {Kind::d, Kind::general, "Present Space: d-spacing, file type: General Abcisa,\nIt is not possible to merge different x-spaces"},
 
+    {Kind::q, Kind::q, ""},
     {Kind::q, Kind::two_theta, ""},
     {Kind::q, Kind::tof, ""},
     {Kind::q, Kind::mono,
@@ -93,22 +95,19 @@ constexpr Load_Rule load_rules[] = {
 
 Status Unknown_Variable(std::string_view scat_var) { return Status::Fail("Unknown scattering variable: " + std::string(scat_var)); }
 
-// The first file sets the space, with the axis titles that it brings itself; a y title is of use only beside an x title.
+// Whether the axis takes the titles of the file. Q and spacings have those of the vocabulary, of which readers know the plain form alone.
+bool Brings_Titles(const Space& file, std::string_view legend) {
+    if (Trim(legend).empty()) return false;
+    return file.kind == Kind::general || (file.space == X_Space::d_spacing && !Lower(Trim(legend)).starts_with("d-spac"));
+}
+
+// The first file sets the space; a y title is of use only beside an x title.
 Status Join_Empty(Session& session, const Diffraction_Pattern_Type& pattern, std::string_view scat_var, const Space* file) {
-    if (file == nullptr || file->kind == Kind::q || file->kind == Kind::s) return Unknown_Variable(scat_var);
-    switch (file->kind) {
-        case Kind::two_theta:
-        case Kind::tof:
-        case Kind::mono:
-            Set_Xspace(session, scat_var);
-            break;
-        default:
-            if (file->kind == Kind::d && !Contains(scat_var, "d-spacing")) return Unknown_Variable(scat_var);
-            if (Trim(pattern.legend_x).empty())
-                Set_Xspace(session, scat_var);
-            else
-                Set_Xspace(session, scat_var, false, pattern.legend_x, pattern.legend_y);
-    }
+    if (file == nullptr || file->kind == Kind::s) return Unknown_Variable(scat_var);
+    if (Brings_Titles(*file, pattern.legend_x))
+        Set_Xspace(session, scat_var, false, pattern.legend_x, pattern.legend_y);
+    else
+        Set_Xspace(session, scat_var);
     return Status::Done();
 }
 

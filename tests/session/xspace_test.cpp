@@ -1,6 +1,8 @@
 // Joining an x space, and what the axes and the menu show of it.
 #include "session/xspace.hpp"
 
+#include "session/changes.hpp"
+#include "session/load.hpp"
 #include "session/ranges.hpp"
 #include "session/session.hpp"
 #include "session/testing.hpp"
@@ -89,7 +91,10 @@ TEST(Xspace, EveryMeetingOfAPresentSpaceAndAFile) {
         Session s;
         Set_Xspace(s, row.present);
         EXPECT_EQ(Join(s, "parsec").message, "Unknown scattering variable: parsec");
-        EXPECT_EQ(Join(s, "q-space").message, "Unknown scattering variable: q-space");
+        EXPECT_EQ(Join(s, "q-space").message, row.present == "q-space" ? "" : "Unknown scattering variable: q-space");
+        EXPECT_EQ(Join(s, "s-space").message, "Unknown scattering variable: s-space");
+        EXPECT_EQ(Join(s, "d-space").ok(), row.present == "d-space");
+        EXPECT_EQ(Told(s.plot.xspace), row.present);
         EXPECT_EQ(Join(s, "d-spacing").ok(), row.present == "d-space");
         EXPECT_EQ(Told(s.plot.xspace), row.present == "d-space" ? "d-spacing" : row.present);
     }
@@ -114,7 +119,11 @@ TEST(Xspace, TheFirstFileSetsTheSpaceAndItsTitles) {
           Case{"Distance", "r (nm)", "G", true, "r (nm)", "G"}, Case{"Angle", "Phi(degrees)", "I", true, "Phi(degrees)", "I"},
           Case{"Angle", "", "", true, "Angle (deg)", "Intensity (arb. units)"}, Case{"Distance", "r (nm)", "", true, "r (nm)", "G(R)"},
           Case{"Energy", "", "G", true, "Energy", "F(Energy)."}, Case{"Time", "", "", true, "Time", "F(time)"},
-          Case{"d-space", "", "", false, "", ""}, Case{"q-space", "", "", false, "", ""}, Case{"", "", "", false, "", ""}}) {
+          Case{"d-spacing", "d-spacing(Angstroms)", "Counts", true, "d-spacing (\u00c5)", "Intensity (arb. units)"},
+          Case{"d-spacing", "d(A)", "", true, "d(A)", "Intensity (arb. units)"},
+          Case{"d-space", "d(A)", "", true, "d-spacing (\u00c5)", "Intensity (arb. units)"},
+          Case{"q-space", "Q(1/Angstrom)", "Counts", true, "Q (\u00c5-1)", "Intensity (arb. units)"},
+          Case{"s-space", "", "", false, "", ""}, Case{"", "", "", false, "", ""}}) {
         SCOPED_TRACE(c.scat_var);
         Session s;
         EXPECT_EQ(Join(s, c.scat_var, c.legend_x, c.legend_y).ok(), c.accepted);
@@ -164,6 +173,50 @@ TEST(Xspace, TheWayBackNeedsOneVariableOfAllRows) {
             EXPECT_EQ(s.interface.Enabled(command::to_two_theta), first == second && first == "2theta");
             EXPECT_EQ(s.interface.Enabled(command::to_tof), first == second && first == "TOF");
         }
+}
+
+// A row that was read in Q stands beside one that was brought there: both go to d and s and return; no row goes to angles, which one of
+// them never had. d = 2 pi / Q and s = Q / 2 pi.
+TEST(Xspace, RowsReadInQConvertBesideThoseBroughtThere) {
+    constexpr double two_pi = 6.283185307179586;
+    Session s;
+    Scripted_Ask ask;
+    const auto load = [&](const char* variable, std::vector<float> x, float wavelength) {
+        Diffraction_Pattern_Type p = Tiny_Pattern(4, 0, variable);
+        p.x = std::move(x), p.xmin = p.x.front(), p.xmax = p.x.back();
+        p.conv[0] = wavelength;
+        EXPECT_EQ(Load_Row(s, ask, "/x/new.xye", "XYSIGMA", {Status::Done(), p}), Load_Result::added) << ask.Last_Box();
+    };
+    load("q-space", {1, 2, 4, 5}, 0);
+    load("2theta", {20, 40, 60, 80}, 1.5f);
+    load("q-space", {1, 2, 4, 8}, 0.4f);
+    Plot_Ranges(s);
+    EXPECT_EQ(Told(s.plot.xspace), "q-space");
+    EXPECT_TRUE(s.store.mixed_scat_var);
+    const auto before = s.store.Pattern(1).x;
+    const struct {
+        X_Space space;
+        double first, last;
+    } steps[] = {{X_Space::d_space, two_pi / 5, two_pi}, {X_Space::s_space, 1 / two_pi, 5 / two_pi}, {X_Space::q_space, 1, 5}};
+    for (const auto& step : steps) {
+        ASSERT_TRUE(Convert_Xspace(s, ask, step.space).ok());
+        EXPECT_NEAR(s.store.Pattern(1).x.front(), step.first, 1e-5);
+        EXPECT_NEAR(s.store.Pattern(1).x.back(), step.last, 1e-5);
+        EXPECT_NEAR(D_Spacing(s, step.first).value_or(two_pi), two_pi, 1e-5) << "where x is no spacing itself";
+        EXPECT_EQ(D_Spacing(s, step.first).has_value(), step.space != X_Space::d_space);
+        for (const X_Space back : {X_Space::two_theta, X_Space::tof}) EXPECT_EQ(Convert_Xspace(s, ask, back).message, mixed_scat_var_text);
+    }
+    while (s.plot.xspace != X_Space::q_space || s.store.Pattern(1).x != before) ASSERT_TRUE(Undo_Change(s));
+    EXPECT_EQ(s.plot.xlabel_text, "Q (\u00c5-1)");
+    EXPECT_TRUE(ask.constants_asked.empty());
+
+    // Rows of Q alone know no angle either.
+    Session alone;
+    alone.store.Append(Tiny_Pattern(12, 0, "q-space"), {});
+    Set_Xspace(alone, "q-space");
+    Plot_Ranges(alone);
+    for (const int command : {command::to_two_theta, command::to_tof}) EXPECT_FALSE(alone.interface.Enabled(command));
+    for (const int command : {command::to_d, command::to_s}) EXPECT_TRUE(alone.interface.Enabled(command));
 }
 
 }  // namespace
