@@ -169,6 +169,11 @@ constexpr Format_File format_files[] = {
          std::fputc('\n', f);
          Ten_A_Line(f, 600010, "%8d");
      }},
+    {"COLUMNS", ".xye", "COLUMNS",
+     [](std::FILE* f) {
+         std::fprintf(f, "# Wavelength: 4.066e-11 m\n# 2th_deg   I   sigma\n");
+         for (int i = 0; i < 400000; ++i) std::fprintf(f, "%9.5f %8.2f %7.3f\n", 5 + 1e-4 * i, 0.1 * Count(i), 30 + 0.001 * Count(i));
+     }},
     {"UXD", ".uxd", "SOCABIM",
      [](std::FILE* f) {
          std::fprintf(f, "_STEPSIZE=0.0001\n_STEPCOUNT=1000000\n_START=5.0\n_STEPTIME=1\n_COUNTS\n");

@@ -111,7 +111,7 @@ Row_Shape Shape_Of_Row(std::string_view line) {
     line = Trim(line);
     if (line.empty() || line.size() > longest) return shape;
     shape.semicolons = Contains(line, ";");
-    shape.decimal_comma = shape.semicolons ? Contains(line, ",") && !Contains(line, ".") : Has_Decimal_Commas(line);
+    shape.decimal_comma = shape.semicolons || Has_Decimal_Commas(line);
     shape.numbers = true;
     Walk_Fields(line, shape.semicolons, shape.decimal_comma, [&](std::size_t place, std::string_view field) {
         float value = 0;
@@ -148,7 +148,7 @@ Row_Reader::Row_Reader(const Row_Shape& shape, const Column_Roles& roles)
 
 bool Row_Reader::Take(std::string_view line, Values& values) const {
     values = {no_number, no_number, 0, 0};
-    const bool taken = semicolons_ || decimal_comma_ ? Take_Split(line, values) : Take_Plain(line, values);
+    const bool taken = decimal_comma_ ? Take_Split(line, values) : Take_Plain(line, values);
     return taken && std::isfinite(values[x]);
 }
 
@@ -185,7 +185,7 @@ bool Row_Reader::Take_Split(std::string_view line, Values& values) const {
         const signed char role = role_[column];
         if (role < 0) return true;
         float& value = values[static_cast<std::size_t>(role)];
-        const bool number = Take_Field(field, decimal_comma_ || semicolons_, value);
+        const bool number = Take_Field(field, decimal_comma_, value);
         if (!number && role > 1) value = 0;
         good = good && (number || role > 1);
         taken += role <= 1 ? 1 : 0;

@@ -15,7 +15,7 @@ struct Row_Shape {
     bool numbers = false;        // each field is one, or a word for none such as NaN
     bool begins = false;         // the first two are
     bool semicolons = false;     // stand between the fields
-    bool decimal_comma = false;  // numbers have one
+    bool decimal_comma = false;  // numbers may have one
 };
 
 Row_Shape Shape_Of_Row(std::string_view line);

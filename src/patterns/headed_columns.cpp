@@ -180,9 +180,8 @@ Points Read_Rows(Line_Cursor& lines, const Column_Head& head, std::string_view t
     const double factor = roles.x_factor;
     Points points;
     const std::string_view rest = lines.Rest();
-    std::size_t rows = 0;
-    for (const char c : rest) rows += c == '\n' || c == '\r' ? 1 : 0;
-    points.Reserve(std::min(rest.size() / 4, rows) + 1);
+    // Rows are about as long as the first one, and not shorter than "1 2".
+    points.Reserve(rest.size() / std::max<std::size_t>(rest.find_first_of("\r\n") + 1, 4) + 1);
     Row_Reader::Values values;
     std::string_view line;
     for (Line_Cursor before = lines; lines.Next(line); before = lines) {
