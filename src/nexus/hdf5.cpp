@@ -41,8 +41,13 @@ void* No_Copy(void* to, const void*, std::size_t, H5FD_file_image_op_t, void*) {
 void* No_Other_Size(void*, std::size_t, H5FD_file_image_op_t, void*) { return nullptr; }
 herr_t Kept(void*, H5FD_file_image_op_t, void*) { return 0; }
 
+bool leads_elsewhere = false;
+
 // A link to another file ends the way.
-herr_t Stay_Here(const char*, const char*, const char*, const char*, unsigned*, hid_t, void*) { return -1; }
+herr_t Stay_Here(const char*, const char*, const char*, const char*, unsigned*, hid_t, void*) {
+    leads_elsewhere = true;
+    return -1;
+}
 
 hid_t Way() {
     static const hid_t way = [] {
@@ -123,6 +128,8 @@ Handle Open_Object(hid_t place, const std::string& path) {
     return {H5Oopen(place, path.c_str(), Way()), H5Oclose};
 }
 
+bool Leads_Elsewhere() { return leads_elsewhere; }
+
 bool Is_Group(const Handle& object) { return object && H5Iget_type(object.get()) == H5I_GROUP; }
 bool Is_Data_Set(const Handle& object) { return object && H5Iget_type(object.get()) == H5I_DATASET; }
 
@@ -133,7 +140,10 @@ std::vector<std::string> Members(const Handle& group, std::size_t most) {
     } collected{{}, most};
     const auto take = [](hid_t, const char* name, const H5L_info_t* info, void* data) -> herr_t {
         auto& into = *static_cast<Collected*>(data);
-        if (info->type != H5L_TYPE_EXTERNAL) into.names.emplace_back(name);
+        if (info->type == H5L_TYPE_EXTERNAL)
+            leads_elsewhere = true;
+        else
+            into.names.emplace_back(name);
         return into.names.size() >= into.most ? 1 : 0;
     };
     hsize_t from = 0;

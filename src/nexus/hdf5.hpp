@@ -38,6 +38,9 @@ Handle Open_Standard_Input();
 
 // An object by its path; empty without one, and where the path leads to another file.
 Handle Open_Object(hid_t place, const std::string& path);
+// Whether a link to another file was met.
+bool Leads_Elsewhere();
+
 bool Is_Group(const Handle& object);
 bool Is_Data_Set(const Handle& object);
 

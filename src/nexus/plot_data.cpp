@@ -166,12 +166,17 @@ public:
     explicit Finder(const Handle& root) : root_(root) {}
 
     Found Find() {
-        if (!Follow_Defaults() && !Search("/")) found_.refusal = refusal_.empty() ? std::string(no_data) : refusal_;
+        if (!Follow_Defaults() && !Search("/")) found_.refusal = Why_None();
         if (!found_.entry) found_.entry = Open_Object(root_.get(), "/");
         return std::move(found_);
     }
 
 private:
+    std::string Why_None() const {
+        if (Leads_Elsewhere()) return "The data of this HDF5 file lie in another one, to which it has a link: open that";
+        return refusal_.empty() ? std::string(no_data) : refusal_;
+    }
+
     // Takes a group's data if it has any that are a pattern. The first fault that was met is told.
     bool Take(const Handle& group, const std::string& entry) {
         std::string refusal;
