@@ -32,7 +32,7 @@ Image Map_Standard_Input() {
     struct stat status {};
     if (fstat(STDIN_FILENO, &status) != 0 || status.st_size <= 0) return {};
     const auto size = static_cast<std::size_t>(status.st_size);
-    void* const bytes = mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_POPULATE, STDIN_FILENO, 0);
+    void* const bytes = mmap(nullptr, size, PROT_READ, MAP_PRIVATE, STDIN_FILENO, 0);
     return bytes == MAP_FAILED ? Image{} : Image{bytes, size};
 }
 
