@@ -100,13 +100,41 @@ bool Lies_In_File(const Handle& data_set) {
     return list && H5Pget_external_count(list.get()) == 0 && H5Pget_layout(list.get()) != H5D_VIRTUAL;
 }
 
+constexpr std::size_t block = 1 << 15;  // numbers that stay near the processor
+
+// The numbers of a data set as they are stored, a part of it after the other: rows, where it lies in one piece, or all at once where it is
+// packed, for a packed chunk is unpacked anew for each part.
 template <class Stored>
-std::vector<float> Numbers_Of(const Handle& data_set, hid_t memory, std::size_t n) {
-    const std::unique_ptr<Stored[]> stored(new Stored[n]);  // not filled first
-    if (H5Dread(data_set.get(), memory, H5S_ALL, H5S_ALL, H5P_DEFAULT, stored.get()) < 0) return {};
-    std::vector<float> numbers(n);
-    std::transform(stored.get(), stored.get() + n, numbers.begin(), [](Stored value) { return static_cast<float>(value); });
-    return numbers;
+bool Read_As(const Handle& data_set, hid_t memory, std::size_t most, const Take_Block& take) {
+    const Handle space = Space_Of(data_set), list(H5Dget_create_plist(data_set.get()), H5Pclose);
+    std::vector<hsize_t> start(static_cast<std::size_t>(std::max(H5Sget_simple_extent_ndims(space.get()), 0))), count(start.size());
+    if (!count.empty()) H5Sget_simple_extent_dims(space.get(), count.data(), nullptr);
+    const auto cut = static_cast<std::size_t>(std::find_if(count.begin(), count.end(), [](hsize_t n) { return n > 1; }) - count.begin());
+    std::size_t all = 1;
+    for (const hsize_t n : count) all *= n;
+    const std::size_t rows = cut < count.size() ? count[cut] : 1, row = all / rows;
+    const std::size_t rows_at_once = H5Pget_layout(list.get()) == H5D_CONTIGUOUS ? std::max<std::size_t>(block / row, 1) : rows;
+    const std::unique_ptr<Stored[]> stored(new Stored[std::min(rows_at_once, rows) * row]);  // not filled first
+    std::vector<float> numbers(block);
+    for (std::size_t at = 0; at < rows && most > 0; at += rows_at_once) {
+        const std::size_t part = std::min(rows_at_once, rows - at);
+        if (!count.empty() && part < rows) {
+            start[std::min(cut, start.size() - 1)] = at;
+            count[std::min(cut, count.size() - 1)] = part;
+            H5Sselect_hyperslab(space.get(), H5S_SELECT_SET, start.data(), nullptr, count.data(), nullptr);
+        }
+        const hsize_t n = part * row;
+        const Handle in_memory(H5Screate_simple(1, &n, nullptr), H5Sclose);
+        if (H5Dread(data_set.get(), memory, in_memory.get(), space.get(), H5P_DEFAULT, stored.get()) < 0) return false;
+        for (std::size_t i = 0; i < n && most > 0; i += block) {
+            const std::size_t given = std::min({block, static_cast<std::size_t>(n) - i, most});
+            std::transform(stored.get() + i, stored.get() + i + given, numbers.begin(),
+                           [](Stored value) { return static_cast<float>(value); });
+            take({numbers.data(), given});
+            most -= given;
+        }
+    }
+    return true;
 }
 
 }  // namespace
@@ -194,15 +222,14 @@ Array_Form Form_Of(const Handle& data_set) {
     return form;
 }
 
-std::vector<float> Numbers(const Handle& data_set, const Array_Form& form) {
+bool Read_Numbers(const Handle& data_set, std::size_t most, const Take_Block& take) {
     const Handle type = Type_Of(data_set);
     // What the machine has is brought to single precision here, which the library does number by number.
-    if (H5Tequal(type.get(), H5T_NATIVE_DOUBLE) > 0) return Numbers_Of<double>(data_set, H5T_NATIVE_DOUBLE, form.points);
-    if (H5Tequal(type.get(), H5T_NATIVE_INT32) > 0) return Numbers_Of<std::int32_t>(data_set, H5T_NATIVE_INT32, form.points);
-    if (H5Tequal(type.get(), H5T_NATIVE_INT64) > 0) return Numbers_Of<std::int64_t>(data_set, H5T_NATIVE_INT64, form.points);
-    std::vector<float> numbers(form.points);
-    if (H5Dread(data_set.get(), H5T_NATIVE_FLOAT, H5S_ALL, H5S_ALL, H5P_DEFAULT, numbers.data()) < 0) return {};
-    return numbers;
+    if (H5Tequal(type.get(), H5T_NATIVE_DOUBLE) > 0) return Read_As<double>(data_set, H5T_NATIVE_DOUBLE, most, take);
+    if (H5Tequal(type.get(), H5T_NATIVE_INT32) > 0) return Read_As<std::int32_t>(data_set, H5T_NATIVE_INT32, most, take);
+    if (H5Tequal(type.get(), H5T_NATIVE_UINT32) > 0) return Read_As<std::uint32_t>(data_set, H5T_NATIVE_UINT32, most, take);
+    if (H5Tequal(type.get(), H5T_NATIVE_INT64) > 0) return Read_As<std::int64_t>(data_set, H5T_NATIVE_INT64, most, take);
+    return Read_As<float>(data_set, H5T_NATIVE_FLOAT, most, take);
 }
 
 std::optional<std::string> Single_Value(const Handle& data_set) {

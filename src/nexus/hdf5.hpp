@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <functional>
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -59,8 +60,10 @@ struct Array_Form {
 };
 Array_Form Form_Of(const Handle& data_set);
 
-// All numbers of an array whose form has no fault, in single precision; empty where the library fails.
-std::vector<float> Numbers(const Handle& data_set, const Array_Form& form);
+// The first `most` numbers of an array whose form has no fault, in their order, in single precision, block by block. False where the
+// library fails: those of the blocks before were given.
+using Take_Block = std::function<void(std::span<const float>)>;
+bool Read_Numbers(const Handle& data_set, std::size_t most, const Take_Block& take);
 
 // The value of a data set that holds one number or text; nothing for another one.
 std::optional<std::string> Single_Value(const Handle& data_set);

@@ -44,15 +44,17 @@ void Keep_Within_Bounds() {
 class Teller {
 public:
     void Tell(std::string_view name, std::string_view content) {
-        const auto head = nexus_stream::Head_Of_Record(name, content.size());
-        Write({head.data(), head.size()});
+        Begin(name, content.size());
         Write(content);
-        Write(std::string_view("\0\0\0\0\0\0\0\0", nexus_stream::Padded(content.size()) - content.size()));
+        Pad(content.size());
     }
-    void Tell(std::string_view name, const std::vector<float>& numbers) {
-        Flush();
-        Tell(name, std::string_view(reinterpret_cast<const char*>(numbers.data()), numbers.size() * sizeof(float)));
+    // The first `most` numbers of an array. The record that was begun cannot be taken back: where they cannot be read, the program ends.
+    void Tell(std::string_view name, const Array& array, std::size_t most) {
+        Begin(name, most * sizeof(float));
+        if (!Read_Numbers(array.data_set, most, [this](std::span<const float> numbers) { Write(Bytes(numbers)); })) _exit(EXIT_FAILURE);
+        Pad(most * sizeof(float));
     }
+    void Tell(std::string_view name, std::span<const float> numbers) { Tell(name, Bytes(numbers)); }
     // Fields of a record hold neither TABs nor line ends.
     void Tell_Fields(std::string_view name, std::vector<std::string> fields) {
         std::string content;
@@ -69,6 +71,14 @@ public:
     }
 
 private:
+    static std::string_view Bytes(std::span<const float> numbers) {
+        return {reinterpret_cast<const char*>(numbers.data()), numbers.size_bytes()};
+    }
+    void Begin(std::string_view name, std::size_t length) {
+        const auto head = nexus_stream::Head_Of_Record(name, length);
+        Write({head.data(), head.size()});
+    }
+    void Pad(std::size_t length) { Write(std::string_view("\0\0\0\0\0\0\0\0", nexus_stream::Padded(length) - length)); }
     void Write(std::string_view bytes) {
         constexpr std::size_t small = 4096;
         if (bytes.size() < small) {
@@ -90,60 +100,50 @@ private:
     std::string waiting_;
 };
 
-// The first `frames` of frames, each with its points in a row, whichever dimension stands first in the file.
-void Lay_In_Rows(std::vector<float>& numbers, const Plot_Data& data, std::size_t frames) {
-    if (data.x_first && numbers.size() == data.count * data.points) {
-        std::vector<float> rows(frames * data.points);
-        for (std::size_t frame = 0; frame < frames; ++frame)
-            for (std::size_t i = 0; i < data.points; ++i) rows[frame * data.points + i] = numbers[i * data.count + frame];
-        numbers = std::move(rows);
-    }
-    if (data.count > 0 && numbers.size() > frames * data.points) numbers.resize(frames * data.points);
+// The first frames of an array, each with its points in a row, whichever dimension stands first in the file.
+void Tell_Frames(std::string_view name, const Array& array, const Plot_Data& data, std::size_t frames, Teller& teller) {
+    if (!data.x_first) return teller.Tell(name, array, std::max<std::size_t>(frames, 1) * data.points);
+    std::vector<float> rows(frames * data.points);
+    std::size_t at = 0;
+    const bool read = Read_Numbers(array.data_set, array.form.points, [&](std::span<const float> numbers) {
+        for (const float number : numbers) {
+            const std::size_t frame = at % data.count, point = at / data.count;
+            if (frame < frames) rows[frame * data.points + point] = number;
+            ++at;
+        }
+    });
+    if (!read) _exit(EXIT_FAILURE);
+    teller.Tell(name, rows);
 }
 
 std::vector<std::string> Names(const Array& array) {
     return {array.name, Attribute_Text(array.data_set, "units"), Attribute_Text(array.data_set, "long_name")};
 }
 
-bool Tell_Data(const Plot_Data& data, Teller& teller) {
+void Tell_Data(const Plot_Data& data, Teller& teller) {
     const std::size_t frames = std::min(data.count, nexus_stream::most_frames);
     teller.Tell_Fields("SIGNAL", Names(data.signal));
     teller.Tell_Fields("AXIS", Names(data.x));
     if (data.frames) teller.Tell_Fields("FRAMES", Names(data.frames));
     teller.Tell_Fields("SHAPE", {std::to_string(frames), std::to_string(data.points), std::to_string(data.count)});
-    std::vector<float> numbers = Numbers(data.signal.data_set, data.signal.form);
-    if (numbers.empty()) return false;
-    Lay_In_Rows(numbers, data, frames);
-    teller.Tell("Y", numbers);
-    if (data.errors) {
-        numbers = Numbers(data.errors.data_set, data.errors.form);
-        Lay_In_Rows(numbers, data, frames);
-        if (!numbers.empty()) teller.Tell("ERRORS", numbers);
-    }
-    numbers = Numbers(data.x.data_set, data.x.form);
-    if (numbers.empty()) return false;
-    if (data.x.form.shape.size() == 2) numbers.resize(numbers.size() / data.count * frames);
-    teller.Tell("X", numbers);
-    if (data.frames) {
-        numbers = Numbers(data.frames.data_set, data.frames.form);
-        numbers.resize(std::min(numbers.size(), frames));
-        if (!numbers.empty()) teller.Tell("VALUES", numbers);
-    }
-    return true;
+    Tell_Frames("Y", data.signal, data, frames, teller);
+    if (data.errors) Tell_Frames("ERRORS", data.errors, data, frames, teller);
+    const bool of_each = data.x.form.shape.size() == 2;
+    teller.Tell("X", data.x, of_each ? data.x.form.points / data.count * frames : data.x.form.points);
+    if (data.frames) teller.Tell("VALUES", data.frames, frames);
 }
 
 void Tell_File(Teller& teller) {
     constexpr std::string_view damaged = "This HDF5 file is cut or damaged";
-    constexpr std::string_view damaged_data = "The data of this HDF5 file are damaged, or packed in a way that is not known here";
     H5Eset_auto2(H5E_DEFAULT, nullptr, nullptr);
     const Handle file = Open_Standard_Input();
-    if (!file) return teller.Tell("REFUSED", damaged);
+    if (!file) return teller.Tell("REFUSED", std::string_view(damaged));
     const Handle root = Open_Object(file.get(), "/");
-    if (!Is_Group(root)) return teller.Tell("REFUSED", damaged);
+    if (!Is_Group(root)) return teller.Tell("REFUSED", std::string_view(damaged));
     const Found found = Find_Plot_Data(root);
     if (!found.data) return teller.Tell("REFUSED", std::string_view(found.refusal));
     Tell_Facts(found.entry, [&](const Fact& fact) { teller.Tell_Fields("FACT", {fact.path, fact.kind, fact.units, fact.value}); });
-    if (!Tell_Data(*found.data, teller)) return teller.Tell("REFUSED", damaged_data);
+    Tell_Data(*found.data, teller);
     teller.Tell("END", std::string_view());
 }
 
