@@ -10,14 +10,12 @@
 #include <string_view>
 #include <vector>
 
+#include "base/expand.hpp"
 #include "base/status.hpp"
 
 struct zip;
 
 namespace vntl {
-
-// Bytes of all members that are unpacked of one archive.
-inline constexpr std::size_t most_unpacked = std::size_t{512} << 20;
 
 class Zip_Archive {
 public:
