@@ -18,6 +18,7 @@ constexpr std::string_view member_mark = "PK\3\4"sv, directory_mark = "PK\1\2"sv
 constexpr std::size_t member_head = 30, directory_head = 46, end_record = 22;
 constexpr std::size_t most_entries = 1000;  // of a directory that are looked at for a name
 constexpr std::size_t glance = 64 << 10;
+constexpr std::string_view too_large = "This zip archive unpacks to more than 512 MB";
 constexpr std::string_view damaged = "This zip archive is damaged or cut short";
 
 std::size_t Number_At(std::string_view bytes, std::size_t at, int width) {
@@ -117,7 +118,7 @@ Status Zip_Archive::Open(std::string_view bytes, std::size_t limit) {
         if (Leads_Out(names_.back())) return Status::Fail("This zip archive holds a name that leads out of it; it is not opened");
         if ((stat.valid & ZIP_STAT_ENCRYPTION_METHOD) != 0 && stat.encryption_method != ZIP_EM_NONE)
             return Status::Fail("This zip archive is encrypted");
-        if ((stat.valid & ZIP_STAT_SIZE) != 0 && stat.size > limit_) return Status::Fail("This zip archive unpacks to more than 512 MB");
+        if ((stat.valid & ZIP_STAT_SIZE) != 0 && stat.size > limit_) return Status::Fail(too_large);
     }
     return Status::Done();
 }
@@ -139,7 +140,11 @@ Status Zip_Archive::Unpack(std::size_t member, std::string& bytes) {
         const zip_int64_t got = zip_fread(file, bytes.data() + size, bytes.size() - size);
         if (got < 0) return Status::Fail(damaged);
         size += static_cast<std::size_t>(got);
-        if (size > room) return Status::Fail("This zip archive unpacks to more than 512 MB");
+        if (size > room) {
+            unpacked_ = limit_;
+            bytes.clear();
+            return Status::Fail(too_large);
+        }
         if (got == 0) break;
         if (size == bytes.size()) told = 2 * size;
     }

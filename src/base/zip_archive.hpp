@@ -30,7 +30,8 @@ public:
     // Names of the members in the order of the archive, directories parted by "/" whatever the archive has.
     const std::vector<std::string>& Names() const { return names_; }
 
-    // A member, by its place among the names. Fails where it is damaged, or where more than the limit would have been unpacked.
+    // A member, by its place among the names. Fails where it is damaged, or where more than the limit would have been unpacked,
+    // as all others from then on.
     Status Unpack(std::size_t member, std::string& bytes);
 
 private:

@@ -14,6 +14,8 @@ namespace vntl {
 
 namespace {
 
+constexpr std::size_t most_told = 2000;  // documents that cannot be read
+
 // "Experiment" and a number, as every directory of such an archive.
 bool In_Experiment(std::string_view name) {
     const std::string_view directory = name.substr(0, name.find('/'));
@@ -29,7 +31,10 @@ bool Is_Document(std::string_view name, std::string_view begins, std::string_vie
 
 bool Is_Raw_Data(std::string_view name) { return Is_Document(name, "rawdata", ".xml"); }
 bool Is_Container(std::string_view name) { return Is_Document(name, "datacontainer", ".xml"); }
-bool Is_Member(std::string_view name) { return Is_Raw_Data(name) || Is_Document(name, "", "container.xml"); }
+bool Is_Member(std::string_view name) {
+    const bool collection = Equal_No_Case(Last_Parts(name, 1), "experimentCollection.xml");
+    return collection || Is_Raw_Data(name) || Is_Document(name, "", "container.xml");
+}
 
 std::string_view Directory(std::string_view name) { return name.substr(0, name.size() - Last_Parts(name, 1).size()); }
 
@@ -70,8 +75,7 @@ public:
         for (std::size_t first = 0, next = 0; first < raw_data.size(); first = next) {
             const std::string directory(Directory(archive_.Names()[raw_data[first]]));
             while (next < raw_data.size() && Directory(archive_.Names()[raw_data[next]]) == directory) ++next;
-            if (const Status status = Read_Directory(directory, {raw_data.begin() + first, raw_data.begin() + next}); status.failed)
-                return status;
+            Read_Directory(directory, {raw_data.begin() + first, raw_data.begin() + next});
         }
         Number();
         if (!patterns_.empty()) return Status::Done();
@@ -81,19 +85,19 @@ public:
     }
 
 private:
-    Status Read_Directory(const std::string& directory, const std::vector<std::size_t>& raw_data) {
+    void Read_Directory(const std::string& directory, const std::vector<std::size_t>& raw_data) {
         Brml_Container container;
         if (const auto found = containers_.find(directory); found != containers_.end()) {
-            if (const Status status = archive_.Unpack(found->second, bytes_); status.failed) return status;
-            if (const Status status = Read_Brml_Container(bytes_, container); status.failed)
-                notes_.warnings.push_back("DataContainer.xml cannot be read: " + status.message);
+            Status status = archive_.Unpack(found->second, bytes_);
+            if (status.ok()) status = Read_Brml_Container(bytes_, container);
+            if (status.failed) notes_.warnings.push_back("DataContainer.xml cannot be read: " + status.message);
         }
         for (const std::size_t member : Referenced(archive_, raw_data, container)) {
-            if (const Status status = archive_.Unpack(member, bytes_); status.failed) return status;
-            const Status status = Read_Brml_Raw_Data(bytes_, container, scans_, patterns_, notes_);
-            if (status.failed) notes_.failed.push_back(std::string(Last_Parts(archive_.Names()[member], 1)) + ": " + status.message);
+            Status status = archive_.Unpack(member, bytes_);
+            if (status.ok()) status = Read_Brml_Raw_Data(bytes_, container, scans_, patterns_, notes_);
+            if (status.failed && notes_.failed.size() < most_told)
+                notes_.failed.push_back(std::string(Cut(Last_Parts(archive_.Names()[member], 1), 40)) + ": " + status.message);
         }
-        return Status::Done();
     }
 
     void Number() {

@@ -188,7 +188,7 @@ void Brml_Scan::Take_Row(std::string_view text) {
         while (at != end && (*at == ' ' || *at == '\n' || *at == '\r' || *at == '\t')) ++at;
         float value = std::numeric_limits<float>::quiet_NaN();
         at = Parse_Float(at, end, value);
-        while (at != end && *at != ',') good = good && static_cast<unsigned char>(*at++) <= ' ';
+        for (; at != end && *at != ','; ++at) good = good && static_cast<unsigned char>(*at) <= ' ';
         values.push_back(Is_Sound(value) ? value : std::numeric_limits<float>::quiet_NaN());
         if (at != end) ++at;
     }
@@ -201,14 +201,13 @@ void Brml_Scan::Take_Row(std::string_view text) {
 
 bool Brml_Scan::Is_Sensor_Record() const { return Contains(name, "NonAmbientModeData"); }
 
-double In_Kelvin(double value, std::string_view unit) {
+double Brml_Kelvin(double value, std::string_view unit) {
     if (!Is_Sound(value)) return 0;
     if (unit == "K" || Holds_No_Case(unit, "kelvin")) return value;
-    const bool celsius = unit == "C" || Holds_No_Case(unit, "celsius") ||
-                         unit.ends_with(
-                             "\xB0"
-                             "C") ||
-                         Equal_No_Case(unit, "degC");
+    constexpr std::string_view degrees =
+        "\xB0"
+        "C";  // as Latin-1 and UTF-8 end
+    const bool celsius = unit == "C" || Holds_No_Case(unit, "celsius") || unit.ends_with(degrees) || Equal_No_Case(unit, "degC");
     return celsius ? value + 273.15 : 0;
 }
 
@@ -223,7 +222,7 @@ double Temperature_Of(const Brml_Scan& scan) {
             sum += static_cast<double>(value);
             ++n;
         }
-        if (n > 0) return std::max(0.0, In_Kelvin(sum / static_cast<double>(n), column.unit));
+        if (n > 0) return std::max(0.0, Brml_Kelvin(sum / static_cast<double>(n), column.unit));
     }
     return 0;
 }

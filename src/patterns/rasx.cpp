@@ -126,8 +126,7 @@ public:
             profiles.resize(most_scans);
             notes_.failed.push_back("Only the first " + std::to_string(most_scans) + " scans were read");
         }
-        for (std::size_t i = 0; i < profiles.size(); ++i)
-            if (const Status status = Read_Scan(profiles[i], i + 1, profiles.size() > 1); status.failed) return status;
+        for (std::size_t i = 0; i < profiles.size(); ++i) Read_Scan(profiles[i], i + 1, profiles.size() > 1);
         if (!patterns_.empty()) return Status::Done();
         const Status status = Status::Fail(notes_.failed.front());
         notes_.failed.clear();
@@ -135,17 +134,20 @@ public:
     }
 
 private:
-    // Fails for a fault of the whole archive only.
-    Status Read_Scan(std::size_t profile, std::size_t number, bool several) {
+    void Read_Scan(std::size_t profile, std::size_t number, bool several) {
         const std::string words = "Scan " + std::to_string(number) + ' ';
         Rasx_Conditions conditions;
-        if (const Status status = Read_Conditions(profile, words, conditions); status.failed) return status;
-        if (const Status status = archive_.Unpack(profile, bytes_); status.failed) return status;
+        Read_Conditions(profile, words, conditions);
+        if (const Status status = archive_.Unpack(profile, bytes_); status.failed) {
+            notes_.failed.push_back(words + "cannot be unpacked: " + status.message);
+            return;
+        }
         const Columns columns = Read_Columns(bytes_);
         Diffraction_Pattern_Type p = std::move(conditions.told);
+        p.radiation = "xrays_cw";
         if (const Status status = Fill(p, columns, conditions.count); status.failed) {
             notes_.failed.push_back(words + status.message);
-            return Status::Done();
+            return;
         }
         if (columns.bad_lines > 0)
             notes_.warnings.push_back(words + "has " + std::to_string(columns.bad_lines) +
@@ -160,22 +162,19 @@ private:
             p.title = Numbered(p.title, number);
         }
         patterns_.push_back(std::move(p));
-        return Status::Done();
     }
 
-    Status Read_Conditions(std::size_t profile, const std::string& words, Rasx_Conditions& conditions) {
+    void Read_Conditions(std::size_t profile, const std::string& words, Rasx_Conditions& conditions) {
         const std::string& name = archive_.Names()[profile];
         auto found = conditions_.find(std::string(Directory(name)) + std::string(Digits(name)));
         if (found == conditions_.end()) found = conditions_.find(std::string(Directory(name)));
         if (found == conditions_.end()) {
-            conditions.told.radiation = "xrays_cw";
             notes_.warnings.push_back(words + "comes without its conditions: neither axis nor wavelength is known");
-            return Status::Done();
+            return;
         }
-        if (const Status status = archive_.Unpack(found->second, bytes_); status.failed) return status;
-        if (const Status status = Read_Rasx_Conditions(bytes_, conditions); status.failed)
-            notes_.warnings.push_back(words + "has conditions that cannot be read whole: " + status.message);
-        return Status::Done();
+        Status status = archive_.Unpack(found->second, bytes_);
+        if (status.ok()) status = Read_Rasx_Conditions(bytes_, conditions);
+        if (status.failed) notes_.warnings.push_back(words + "has conditions that cannot be read whole: " + status.message);
     }
 
     Zip_Archive& archive_;

@@ -70,7 +70,6 @@ public:
     void Finish() {
         Diffraction_Pattern_Type& p = told_.told;
         p.title = Kept_Text(sample_.empty() ? comment_ : sample_, title_width);
-        p.radiation = "xrays_cw";
         const double wave = alpha1_ > 0 ? alpha1_ : alpha2_;
         p.conv = {static_cast<float>(wave), single_line_ ? 0.0f : static_cast<float>(alpha2_), 0, static_cast<float>(beta_), 0};
         if (beta_line_ && beta_ > 0) p.conv = {static_cast<float>(beta_), 0, 0, static_cast<float>(beta_), 0};

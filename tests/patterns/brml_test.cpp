@@ -129,7 +129,7 @@ TEST(Brml, ColumnsStandAnywhereAndAnglesAreRoundedOrTheirOwn) {
 }
 
 TEST(Brml, RowsWithoutAValueAreLeftOutAtTheirPlace) {
-    const auto p = One(Route(two_theta, plain, {"2,1,10,16", "2,1,10.5,-9999", "2,1,11", "2,1,11.5,x", "", "2,1,12,25,7"}));
+    const auto p = One(Route(two_theta, plain, {"2,1,10,16", "2,1,10.5,-9999", "2,1,11", "2,1,11.5,none", "", "2,1,12,25,7"}));
     EXPECT_EQ(p.x, (std::vector<float>{10, 12}));
     EXPECT_EQ(p.y, (std::vector<float>{16, 25}));
 }
@@ -159,6 +159,12 @@ TEST(Brml, ScansOfSeveralDocumentsInTheOrderOfTheContainer) {
     EXPECT_EQ(reading.patterns[2].title, "Corundum, range 4");
     EXPECT_EQ(reading.patterns[2].bank, 4);
     EXPECT_EQ(reading.notes.failed, std::vector<std::string>{"Scan 3 holds no points"});
+
+    std::string wrong = Zip_File({{"Experiment0/RawData0.xml", Document(good)}, {"Experiment0/RawData1.xml", second}});
+    wrong[wrong.find(",99<")] = ';';  // its checksum tells
+    reading = Read(wrong);
+    EXPECT_EQ(reading.patterns.size(), 1u);
+    EXPECT_EQ(reading.notes.failed, std::vector<std::string>{"RawData1.xml: This zip archive is damaged or cut short"});
 
     const std::string cut = Document(good + good);
     reading = Read(Zip_File({{"Experiment0/RawData0.xml", cut.substr(0, cut.rfind("<Datum>"))}}));  // one whole scan
