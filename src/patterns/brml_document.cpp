@@ -57,7 +57,7 @@ public:
         const std::string_view name = path.Name();
         if (name == row_element) return;
         if (name == run_element && in_route_) return Take_Run(Place(attributes[run_attribute]));
-        if (name == "DataRoute") scan_ = {}, in_route_ = true;
+        if (name == "DataRoute") scan_ = {}, column_ = nullptr, in_route_ = true;
         if (name == "FixedInformation") in_instrument_ = true;
         if (in_instrument_ && name != "FixedInformation") instrument_.Start(path, attributes);
         if (in_route_) Start_In_Route(path, attributes);
