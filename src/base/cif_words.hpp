@@ -42,6 +42,12 @@ public:
     // What is behind the word taken last, up to the end of the text.
     std::string_view Rest() const;
 
+    // Goes on at a place in Rest(), behind what was read in another way. It is no begin of a text between semicolons.
+    void Go_On_At(const char* place) {
+        lines_.Go_On_At(place);
+        rest_ = {place, 0};
+    }
+
     // The line where a text between semicolons begins that nothing closes; 0 when there is none so far.
     int Unclosed_Text() const { return unclosed_; }
 

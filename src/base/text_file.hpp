@@ -49,6 +49,9 @@ public:
 
     bool Next(std::string_view& line);      // false at the end of the text
     int Number() const { return number_; }  // of the line taken last, from 1; 0 before the first
+
+    // Goes on at a place in the line taken last or behind it, over lines that were read in another way and have no numbers.
+    void Go_On_At(const char* place) { next_ = place; }
     bool At_End() const { return next_ == end_; }
     std::string_view Rest() const { return {next_, static_cast<std::size_t>(end_ - next_)}; }
 

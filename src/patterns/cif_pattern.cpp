@@ -19,7 +19,7 @@ namespace vntl {
 namespace {
 
 constexpr int least_lines = 10;
-constexpr std::size_t most_patterns = 2000;
+constexpr std::size_t most_patterns = 2000, longest_title = 1000;
 
 constexpr std::string_view too_few_lines = " Number of lines too small to hold a diffraction pattern, check your CIF file!";
 constexpr std::string_view no_data = " Error: experimental data are lacking, check your CIF file!";
@@ -104,7 +104,7 @@ private:
     Cif_Word Read_Item(std::string_view item) {
         const std::string name = Cif_Name(item);
         Note_Kind(name);
-        std::string_view line = words_.Rest();
+        std::string_view line = words_.Rest().substr(0, longest_title);
         line = line.substr(0, line.find_first_of("\r\n"));
         const Cif_Word value = words_.Next();
         if (value.kind != Cif_Kind::value) return value;
@@ -128,7 +128,7 @@ private:
         }
         if (word.kind == Cif_Kind::value && heads.Of(Cif_Role::y) != nullptr) {
             tables_.push_back(Read_Cif_Table(rest, heads));
-            words_ = Cif_Words(rest);
+            words_.Go_On_At(rest.data());
             return words_.Next();
         }
         std::vector<std::string_view> row;

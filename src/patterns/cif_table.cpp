@@ -157,6 +157,20 @@ private:
     bool knows_curve_ = false;
 };
 
+// Gives up the column of y or of x where no row knows it; false where another one would not help.
+bool Give_Up_Unknown(const Table_Reader& reader, Cif_Heads& heads) {
+    Cif_Heads others = heads;
+    if (!reader.knows_y)
+        others.Give_Up(Cif_Role::y);
+    else if (!reader.knows_x && heads.Of(Cif_Role::x) != nullptr)
+        others.Give_Up(Cif_Role::x);
+    else
+        return false;
+    if (others.Of(Cif_Role::y) == nullptr) return false;
+    heads = others;
+    return true;
+}
+
 void Name_Axis(const Cif_Heads& heads, Cif_Table_Pattern& table) {
     const Cif_Column* const axis = heads.Of(Cif_Role::x);
     const Cif_Column& named = axis == nullptr ? cif_columns[0] : *axis;
@@ -176,17 +190,7 @@ Cif_Table_Pattern Read_Cif_Table(std::string_view& text, Cif_Heads heads) {
         table.of_tof = of_tof;
         Table_Reader reader(text, heads);
         reader.Read(table);
-        Cif_Heads others = heads;
-        if (!reader.knows_y)
-            others.Give_Up(Cif_Role::y);
-        else if (!reader.knows_x)
-            others.Give_Up(Cif_Role::x);
-        const bool again = table.rows > 0 && table.pattern.npts == 0 && others.Of(Cif_Role::y) != nullptr &&
-                           (!reader.knows_y || heads.Of(Cif_Role::x) != nullptr);
-        if (again) {
-            heads = others;
-            continue;
-        }
+        if (table.rows > 0 && Give_Up_Unknown(reader, heads)) continue;
         text.remove_prefix(static_cast<std::size_t>(reader.Behind() - text.data()));
         Name_Axis(heads, table);
         return table;

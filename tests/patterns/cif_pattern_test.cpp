@@ -237,6 +237,7 @@ TEST(Cif_Pattern, EveryFault) {
                                {std::string(head) + "none\n", data},
                                {std::string(head) + "data_y\n_cell_length_a 5\n", data},
                                {lines, data},
+                               {lines + "loop_ _pd_proc_d_spacing _pd_meas_counts_total\n1 ?\n? 1\n", data},
                                {lines + "_cell_length_a 5\nloop_ _refln_index_h 1 2\n", "This CIF holds a structure, not a powder pattern"},
                                {lines + "loop_ _pd_peak_d_spacing 1 2\n", "This CIF holds peaks, not a pattern"},
                                {lines + "loop_ _refln_index_h 1 2\n", "This CIF holds reflections, not a powder pattern"}});
