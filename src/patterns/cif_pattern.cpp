@@ -104,12 +104,11 @@ private:
     Cif_Word Read_Item(std::string_view item) {
         const std::string name = Cif_Name(item);
         Note_Kind(name);
-        std::string_view line = words_.Rest().substr(0, longest_title);
-        line = line.substr(0, line.find_first_of("\r\n"));
+        const std::string_view behind = words_.Rest().substr(0, longest_title);
         const Cif_Word value = words_.Next();
         if (value.kind != Cif_Kind::value) return value;
         if (Is_Cif_Wavelength(name)) radiation_.Add(value.text, {});
-        told_.Take({item, name, line, value.text});
+        told_.Take({item, name, behind, value.text});
         return words_.Next();
     }
 

@@ -44,7 +44,8 @@ std::string_view Without_Ends(std::string_view value) {
 
 // What stands behind the item, with its one blank, as those write it who set no quotes; the value, where it stands in quotes or elsewhere.
 std::string_view Written(const Cif_Item& item) {
-    const std::string_view line = Trim_Right(item.line.substr(0, item.line.find(" #")));
+    std::string_view line = item.behind.substr(0, item.behind.find_first_of("\r\n"));
+    line = Trim_Right(line.substr(0, line.find(" #")));
     const std::string_view cut = Trim_Left(line);
     if (cut.empty() || cut.front() == '\'' || cut.front() == '"') return Without_Ends(item.value);
     return line.size() - cut.size() > 1 ? cut : line;

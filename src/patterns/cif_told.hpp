@@ -13,10 +13,10 @@
 namespace vntl {
 
 struct Cif_Item {
-    std::string_view word;   // as the file writes it
-    std::string_view name;   // see Cif_Name
-    std::string_view line;   // the rest of its line
-    std::string_view value;  // the word behind it, on its line or a later one
+    std::string_view word;    // as the file writes it
+    std::string_view name;    // see Cif_Name
+    std::string_view behind;  // the rest of its line, or more
+    std::string_view value;   // the word behind it, on its line or a later one
 };
 
 class Cif_Told {
