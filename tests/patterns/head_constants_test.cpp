@@ -162,6 +162,10 @@ TEST(Head_Constants, RealFiles) {
         const Status status = Read_Pattern(Real_Path(name), p, mode);
         ASSERT_TRUE(status.ok()) << name << status.message;
         EXPECT_FLOAT_EQ(p.conv[0], first) << name;
+        if (std::string_view(name).ends_with(".fxye")) {
+            EXPECT_FLOAT_EQ(p.TSample, 6.778f) << "of its remarks";
+            EXPECT_EQ(p.title.substr(0, 5), "/data") << "the title that the reader found stays";
+        }
     }
 }
 
