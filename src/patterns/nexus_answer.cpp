@@ -177,7 +177,7 @@ private:
     // Where the frames' axis is one.
     void Take_Temperature(float value, Diffraction_Pattern_Type& p) const {
         const Named& axis = *told_.frames_axis;
-        const auto kelvin = In_Kelvin(value, axis.units);
+        const auto kelvin = Nexus_Kelvin(value, axis.units);
         const bool told = Contains(Lower(axis.name), "temp") || !Trim(axis.units).empty();
         if (told && kelvin && *kelvin > 0 && *kelvin < 1e5) p.TSample = static_cast<float>(*kelvin);
     }

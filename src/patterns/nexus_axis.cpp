@@ -171,15 +171,15 @@ std::optional<Nexus_Axis> Nexus_Axis_Of(std::string_view name, std::string_view 
     return axis;
 }
 
-std::optional<double> In_Angstroms(double value, std::string_view units) { return In(Quantity::length, value, units); }
+std::optional<double> Nexus_Angstroms(double value, std::string_view units) { return In(Quantity::length, value, units); }
 
-std::optional<double> In_Kelvin(double value, std::string_view units) {
+std::optional<double> Nexus_Kelvin(double value, std::string_view units) {
     constexpr std::string_view celsius[] = {"c", "degc", "celsius", "degreescelsius", "degreecelsius", "degcelsius"};
     if (Is_One_Of(Bare_Units(units), celsius)) return value + 273.15;
     return In(Quantity::temperature, value, units);
 }
 
-std::optional<double> In_Seconds(double value, std::string_view units) {
+std::optional<double> Nexus_Seconds(double value, std::string_view units) {
     const auto microseconds = In(Quantity::time, value, Trim(units).empty() ? "s" : units);
     if (!microseconds) return {};
     return *microseconds / 1e6;

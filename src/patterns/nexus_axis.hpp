@@ -19,9 +19,9 @@ struct Nexus_Axis {
 std::optional<Nexus_Axis> Nexus_Axis_Of(std::string_view name, std::string_view units, std::string_view long_name);
 
 // A value in angstroms, kelvin, seconds by its units, in which a file that tells none is taken to be as well. Nothing for other units.
-std::optional<double> In_Angstroms(double value, std::string_view units);
-std::optional<double> In_Kelvin(double value, std::string_view units);
-std::optional<double> In_Seconds(double value, std::string_view units);
+std::optional<double> Nexus_Angstroms(double value, std::string_view units);
+std::optional<double> Nexus_Kelvin(double value, std::string_view units);
+std::optional<double> Nexus_Seconds(double value, std::string_view units);
 
 // The wavelength of radiation by its energy: of photons, or of neutrons. Without units keV, or eV where no keV can be so many.
 std::optional<double> Wavelength_Of_Energy(double energy, std::string_view units, bool neutrons);

@@ -85,7 +85,7 @@ double Nexus_Facts::Wavelength(bool neutrons) const {
         const Fact* const fact = Find(place.name, place.kind, place.group);
         const auto number = fact == nullptr ? std::nullopt : Number(fact->value);
         if (!number) continue;
-        const auto length = place.energy ? Wavelength_Of_Energy(*number, fact->units, neutrons) : In_Angstroms(*number, fact->units);
+        const auto length = place.energy ? Wavelength_Of_Energy(*number, fact->units, neutrons) : Nexus_Angstroms(*number, fact->units);
         if (length && Is_Sound_Length(*length)) return *length;
     }
     return 0;
@@ -98,7 +98,7 @@ void Nexus_Facts::Give_Tube(std::array<float, 5>& conv) const {
         const Fact* const fact = Find(lines[i], "", "");
         const auto number = fact == nullptr ? std::nullopt : Number(fact->value);
         if (!number || !(*number > 0)) continue;
-        const auto value = i == 2 ? number : In_Angstroms(*number, fact->units);
+        const auto value = i == 2 ? number : Nexus_Angstroms(*number, fact->units);
         if (value && *value < 1e3) conv[i] = static_cast<float>(*value);
     }
 }
@@ -141,10 +141,11 @@ void Nexus_Facts::Give(Diffraction_Pattern_Type& p) const {
     Give_Tube(p.conv);
     if (const Fact* const fact = Find("temperature", "NXsample", "sample"))
         if (const auto number = Number(fact->value))
-            if (const auto kelvin = In_Kelvin(*number, fact->units); kelvin && *kelvin > 0) p.TSample = static_cast<float>(*kelvin);
+            if (const auto kelvin = Nexus_Kelvin(*number, fact->units); kelvin && *kelvin > 0) p.TSample = static_cast<float>(*kelvin);
     if (const Fact* const fact = Find("count_time", "", ""))
         if (const auto number = Number(fact->value))
-            if (const auto seconds = In_Seconds(*number, fact->units); seconds && *seconds > 0) p.count_time = static_cast<float>(*seconds);
+            if (const auto seconds = Nexus_Seconds(*number, fact->units); seconds && *seconds > 0)
+                p.count_time = static_cast<float>(*seconds);
     p.facts = List().Done();
 }
 
