@@ -19,7 +19,7 @@ namespace {
 
 using namespace vntl;
 
-std::string File_Of_Points(hsize_t n, hid_t type, bool packed) {
+std::string File_Of_Points(hsize_t n, hid_t type) {
     std::vector<double> x(n), y(n), errors(n);
     for (hsize_t i = 0; i < n; ++i) {
         x[i] = 5 + 1e-4 * static_cast<double>(i);
@@ -28,17 +28,16 @@ std::string File_Of_Points(hsize_t n, hid_t type, bool packed) {
     }
     test::Nexus_File file;
     file.Group("entry", "NXentry").Group("entry/data", "NXdata").Text("entry/data", "signal", "I").Text("entry/data", "axes", "tth");
-    file.Values("entry/data/I", y, {n}, "", type, packed).Values("entry/data/I_errors", errors, {n}, "", type, packed);
-    return file.Values("entry/data/tth", x, {n}, "deg", type, packed).Bytes();
+    file.Values("entry/data/I", y, {n}, "", type).Values("entry/data/I_errors", errors, {n}, "", type);
+    return file.Values("entry/data/tth", x, {n}, "deg", type).Bytes();
 }
 
-void Read_Nexus(benchmark::State& state, hsize_t n, hid_t type, bool packed) {
+void Read_Nexus(benchmark::State& state, hsize_t n, hid_t type) {
     using Clock = std::chrono::steady_clock;
     const auto milliseconds = [](Clock::time_point start) {
         return std::chrono::duration<double, std::milli>(Clock::now() - start).count();
     };
-    const std::string name = (std::filesystem::temp_directory_path() / "vantrelo_bench.nxs").string(),
-                      bytes = File_Of_Points(n, type, packed);
+    const std::string name = (std::filesystem::temp_directory_path() / "vantrelo_bench.nxs").string(), bytes = File_Of_Points(n, type);
     std::FILE* file = std::fopen(name.c_str(), "w");
     std::fwrite(bytes.data(), 1, bytes.size(), file);
     std::fclose(file);
@@ -58,9 +57,8 @@ void Read_Nexus(benchmark::State& state, hsize_t n, hid_t type, bool packed) {
     state.counters["points"] = pattern.npts;
     IOsDeleteFile(name);
 }
-BENCHMARK_CAPTURE(Read_Nexus, doubles, 433'000, H5T_IEEE_F64LE, false)->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(Read_Nexus, singles, 866'000, H5T_IEEE_F32LE, false)->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(Read_Nexus, packed, 433'000, H5T_IEEE_F64LE, true)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(Read_Nexus, doubles, 433'000, H5T_IEEE_F64LE)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(Read_Nexus, singles, 866'000, H5T_IEEE_F32LE)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 
