@@ -13,14 +13,14 @@ namespace vntl {
 
 namespace {
 
-constexpr std::size_t most_lines = 2000;
+constexpr std::size_t most_lines = 800;  // of each of the two lists
 constexpr int most_axes = 64;
 constexpr std::string_view axis_lines = "MEAS_COND_AXIS_";
 
 // Of the display of another program, and numbers that only it knows.
 bool Is_Idle(std::string_view key) {
-    return key.starts_with("DISP_") || key.starts_with("RAS_") || key.starts_with(axis_lines) || key.starts_with("FILE_MD5") ||
-           Contains(key, "_ID-") || (key.starts_with("HW_") && key.ends_with("_ID"));
+    return key.starts_with("DISP_") || key.starts_with("RAS_") || key.starts_with("FILE_MD5") || Contains(key, "_ID-") ||
+           (key.starts_with("HW_") && key.ends_with("_ID"));
 }
 
 // What people typed is one text, whatever stands in it.
@@ -48,17 +48,18 @@ std::string_view Fact_Name(std::string_view key) {
 }  // namespace
 
 void Ras_Head::Take(std::string_view line) {
-    if (!line.starts_with('*') || lines_.size() >= most_lines) return;
+    if (!line.starts_with('*')) return;
     const std::size_t blank = line.find_first_of(" \t");
     if (blank == std::string_view::npos || line.starts_with("*DISP_")) return;
     std::string_view value = Trim(line.substr(blank));
     if (value.starts_with('"')) value.remove_prefix(1);
     if (value.ends_with('"')) value.remove_suffix(1);
-    lines_.emplace_back(line.substr(1, blank - 1), Trim(value));
+    Lines& lines = line.substr(1).starts_with(axis_lines) ? axes_ : lines_;
+    if (lines.size() < most_lines) lines.emplace_back(line.substr(1, blank - 1), Trim(value));
 }
 
 std::string_view Ras_Head::Value(std::string_view key) const {
-    for (const auto& [name, value] : lines_)
+    for (const auto& [name, value] : key.starts_with(axis_lines) ? axes_ : lines_)
         if (name == key) return value;
     return {};
 }
@@ -91,8 +92,10 @@ void Ras_Head::Take_Facts(Pattern_Head& head) const {
         if (!Is_Idle(key) && Fact_Name(key) == key) facts.Add(key, Words(key));
     for (int i = 0; i < most_axes; ++i) {
         const std::string axis(axis_lines), number = '-' + std::to_string(i);
-        const std::string name = Words(axis + "NAME" + number), position = Words(axis + "POSITION" + number);
-        if (!name.empty() && !position.empty()) facts.Add("Position of " + name, position + ' ' + Words(axis + "UNIT" + number));
+        const std::string name = Words(axis + "NAME" + number);
+        if (name.empty()) continue;
+        const std::string position = Words(axis + "POSITION" + number);
+        if (!position.empty()) facts.Add("Position of " + name, position + ' ' + Words(axis + "UNIT" + number));
     }
     head.facts = facts.Done();
 }

@@ -29,7 +29,8 @@ private:
     void Take_Waves(Pattern_Head& head) const;
     void Take_Facts(Pattern_Head& head) const;
 
-    std::vector<std::pair<std::string_view, std::string_view>> lines_;
+    using Lines = std::vector<std::pair<std::string_view, std::string_view>>;
+    Lines lines_, axes_;  // axes_: where each axis stood
 };
 
 }  // namespace vntl
