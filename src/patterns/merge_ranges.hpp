@@ -1,8 +1,9 @@
 // Ranges of one measurement, of unlike step and time, as one pattern in counts a second.
 //
-// Where one range alone has points, these are taken as they stand. Where ranges overlap, the points are those of the finer one, the other is
-// interpolated there, and the rates are averaged with the time that stands behind each as weight: the rate that all their counts in all
-// their time give, which unlike weights by the counts found is not drawn to the low ones. The time of a rate R with the variance V is R / V.
+// Where one range alone has points, these are taken as they stand. Where ranges overlap, the points are those of the finer one, the other
+// is interpolated there, and the rates are averaged with the time that stands behind each as weight: the rate that all their counts in all
+// their time give, which unlike weights by the counts found is not drawn to the low ones. The time of a rate R with the variance V is R /
+// V.
 #pragma once
 
 #include <span>

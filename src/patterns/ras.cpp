@@ -120,7 +120,7 @@ private:
         Set_Steps(p);
         Set_Lab_Variances(p);
         Set_Y_Limits(p);
-        Set_Scan_Axis(p, head_.Axis());
+        Set_Scan_Axis(p, First_Of_Coupled(head_.Axis()));
         attenuated_ |= rows.attenuated;
         patterns_.push_back(std::move(p));
     }

@@ -99,12 +99,6 @@ Status Fill(Diffraction_Pattern_Type& p, const Columns& columns, double claimed)
     return Status::Done();
 }
 
-// What x of a scan is. Of two coupled axes the first one is told, "OmegaTwoTheta" is omega.
-std::string_view Axis_Of(std::string_view name) {
-    constexpr std::string_view omega = "Omega";
-    return Equal_No_Case(name.substr(0, omega.size()), omega) ? omega : name;
-}
-
 class Archive_Reader {
 public:
     Archive_Reader(Zip_Archive& archive, std::vector<Diffraction_Pattern_Type>& patterns, Read_Notes& notes)
@@ -155,7 +149,7 @@ private:
         if (columns.attenuated)
             notes_.warnings.push_back(
                 words + "was measured with an attenuator, and its file does not tell whether the counts are corrected for it");
-        Set_Scan_Axis(p, Axis_Of(conditions.axis));
+        Set_Scan_Axis(p, First_Of_Coupled(conditions.axis));
         p.facts = conditions.facts.Done();
         if (several) {
             p.bank = static_cast<std::int32_t>(number);

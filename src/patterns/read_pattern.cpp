@@ -63,7 +63,7 @@ void Finish(const Format_Reader& reader, const std::string& filename, const std:
     if (p.scat_var.empty()) p.scat_var = reader.scat_var;
     if (p.legend_x.empty()) p.legend_x = reader.legend_x;
     if (!reader.legend_y.empty()) p.legend_y = reader.legend_y;
-    if (reader.bytes && p.legend_y.empty()) p.legend_y = p.per_second ? "Intensity (counts/s)" : "Intensity (arb. units)";
+    if (reader.recognises != nullptr && p.legend_y.empty()) p.legend_y = p.per_second ? "Intensity (counts/s)" : "Intensity (arb. units)";
     if (reader.constant_step >= 0) p.constant_step = reader.constant_step > 0;
     if (reader.finish != nullptr && !p.x.empty()) reader.finish(p);
 }

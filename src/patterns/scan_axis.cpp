@@ -33,6 +33,11 @@ bool Is_Scattering_Angle(std::string_view name) {
     return false;
 }
 
+std::string_view First_Of_Coupled(std::string_view name) {
+    constexpr std::string_view omega = "Omega";
+    return Equal_No_Case(name.substr(0, omega.size()), omega) ? name.substr(0, omega.size()) : name;
+}
+
 void Set_Scan_Axis(Diffraction_Pattern_Type& pattern, std::string_view name) {
     if (Is_Scattering_Angle(name)) return;
     const bool length = Is_Length(Bare(name));

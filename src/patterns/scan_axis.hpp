@@ -13,6 +13,9 @@ namespace vntl {
 // no other scale.
 void Set_Scan_Axis(Diffraction_Pattern_Type& pattern, std::string_view name);
 
+// Of two coupled axes that one maker writes together, the one that x is: "OmegaTwoTheta" is omega, at half the angle of "TwoThetaOmega".
+std::string_view First_Of_Coupled(std::string_view name);
+
 bool Is_Scattering_Angle(std::string_view name);
 
 }  // namespace vntl
