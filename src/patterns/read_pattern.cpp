@@ -217,7 +217,9 @@ Status Read_Pattern_Mult(const std::string& filename, std::vector<Diffraction_Pa
         status = reader.read_all(in_hand, capacity, fresh, notes);
     else
         status = reader.read(in_hand, fresh.emplace_back());
-    if (status.failed) return Or_Binary(status, source.Text());
+    const bool nothing = std::none_of(fresh.begin(), fresh.end(), [](const auto& pattern) { return pattern.xmax > pattern.xmin; });
+    if (status.failed || nothing) status = Or_Binary(status, source.Text());
+    if (status.failed) return status;
     if (fresh.size() > static_cast<std::size_t>(capacity)) fresh.resize(static_cast<std::size_t>(capacity));
     for (Diffraction_Pattern_Type& pattern : fresh) Finish(reader, filename, name, pattern);
     Take_Head(reader, source.Text(), fresh);

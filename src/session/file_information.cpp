@@ -1,5 +1,6 @@
 #include "session/file_information.hpp"
 
+#include <algorithm>
 #include <string>
 
 #include "base/conversions.hpp"
@@ -57,7 +58,10 @@ Head_Facts File_Information(const Profile_Store& store, int row) {
     Add_Positive(facts, "Time a step (s)", pattern.count_time);
     Add_Positive(facts, "Monitor", pattern.monitor);
     if (pattern.facts == nullptr) return facts;
-    for (const Head_Fact& fact : *pattern.facts) facts.push_back(fact);
+    for (const Head_Fact& fact : *pattern.facts) {
+        const auto same = [&](const Head_Fact& told) { return told.name == fact.name && told.value == fact.value; };
+        if (std::none_of(facts.begin(), facts.end(), same)) facts.push_back(fact);
+    }
     return facts;
 }
 

@@ -155,7 +155,8 @@ TEST(Headed_Columns, TakeWhatTheHeadTells) {
         "'Id: \"Quartz\" Comment: \"\" Operator: \"me\" Anode: Cu Scantype: \"Z\" TimePerStep: \"0.5\" Unit: \"cps\"\n1 8 NaN\n2 18 NaN\n");
     ASSERT_TRUE(vendor.status.ok());
     const Diffraction_Pattern_Type& z = vendor.patterns[0];
-    EXPECT_EQ(z.title + '|' + z.scat_var + '|' + z.legend_x + '|' + z.legend_y, "Quartz|Position|Z(mm)|Intensity (counts/s)");
+    EXPECT_EQ(z.title + "|" + z.scat_var + "|" + z.legend_x, "Quartz|Position|Z(mm)");
+    EXPECT_TRUE(z.per_second);
     EXPECT_EQ(Fact(z, "Anode") + '|' + Fact(z, "User") + '|' + Fact(z, "Scan axis") + '|' + Fact(z, "Time a step (s)"), "Cu|me|Z|0.5");
     EXPECT_EQ(z.count_time, 0.5f);
     EXPECT_EQ(z.sigma, (std::vector<float>{16, 36})) << "of a rate: the rate over its time";

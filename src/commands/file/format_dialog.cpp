@@ -27,12 +27,21 @@ std::string Names(const Format_Question& question) {
     return names;
 }
 
+// A frame of their radio buttons. All are of one group.
+Dialog_Field Formats_From_To(const char* title, int first, int last) {
+    Dialog_Field frame{.kind = Field_Kind::frame, .label = title, .pages = {{}}};
+    for (const Pattern_Format& format : Pattern_Formats())
+        if (format.code >= first && format.code <= last)
+            frame.pages[0].rows.push_back({{format.field, Field_Kind::radio, std::string(format.description), field_first_format}});
+    return frame;
+}
+
 Dialog_Resource Format_Dialog_Resource(const Format_Question& question) {
     Dialog_Resource resource{format_dialog, "Format of the data file", {}};
     resource.rows.push_back({{field_heading, Field_Kind::label, "Format of data file:", 0, "", true}});
     if (question.differ) resource.rows.push_back({{field_as_recognised, Field_Kind::radio, "As recognised", field_first_format}});
-    for (const Pattern_Format& format : Pattern_Formats())
-        resource.rows.push_back({{format.field, Field_Kind::radio, std::string(format.description), field_first_format}});
+    resource.rows.push_back({Formats_From_To("Programs and instruments", 1, format_code::cif),
+                             Formats_From_To("Laboratories and beamlines", format_code::raw, format_code::nexus)});
     if (!question.looks_like.empty())
         resource.rows.push_back(
             {{field_look, Field_Kind::label,

@@ -42,7 +42,7 @@ Dialog_Resource File_Information_Dialog_Resource() {
     Dialog_Field choice{profile, Field_Kind::menu, "&Profile"}, grid{table, Field_Kind::grid};
     choice.width = 44;
     grid.columns = {{"What", Cell_Kind::string, "", 28}, {"As the file tells it", Cell_Kind::string, "", 46}};
-    grid.rows_seen = 18;
+    grid.rows_seen = 13;
     return {information_dialog,
             "File information",
             {{choice}, {grid}, {{copy, Field_Kind::push_button, "&Copy the table"}}, {{button_ok, Field_Kind::push_button, "Close"}}}};

@@ -216,17 +216,21 @@ void Dialog_Window::Lay_Out_Row(QGridLayout& grid, int row, const std::vector<Di
         delete line;
 }
 
+// A short page stands at the top of the room that a taller one beside it, or behind another tab, needs.
+static void Stand_At_Top(QGridLayout& grid, const Dialog_Page& page) {
+    const bool takes_room = std::any_of(page.rows.begin(), page.rows.end(), [](const auto& row) {
+        return std::any_of(row.begin(), row.end(), [](const Dialog_Field& f) { return Takes_Room(f.kind); });
+    });
+    if (!takes_room) grid.setRowStretch(grid.rowCount(), 1);
+}
+
 QWidget* Dialog_Window::Build_Page(const Dialog_Page& page) {
     auto* widget = new QWidget;
     auto* grid = new QGridLayout(widget);
     titles_.push_back(Bare_Label(page.title));
     Lay_Out(*grid, page.rows);
     titles_.pop_back();
-    // A short page stands at the top of the room that a taller one needs.
-    const bool takes_room = std::any_of(page.rows.begin(), page.rows.end(), [](const auto& row) {
-        return std::any_of(row.begin(), row.end(), [](const Dialog_Field& f) { return Takes_Room(f.kind); });
-    });
-    if (!takes_room) grid->setRowStretch(grid->rowCount(), 1);
+    Stand_At_Top(*grid, page);
     return widget;
 }
 
@@ -236,7 +240,10 @@ QWidget* Dialog_Window::Build_Frame(const Dialog_Field& field) {
     if (close_) grid->setContentsMargins(2 * close_gap, close_gap, 2 * close_gap, close_gap);
     const std::string title = Bare_Label(field.label);
     if (!title.empty()) titles_.push_back(title);
-    for (const Dialog_Page& page : field.pages) Lay_Out(*grid, page.rows);
+    for (const Dialog_Page& page : field.pages) {
+        Lay_Out(*grid, page.rows);
+        Stand_At_Top(*grid, page);
+    }
     if (!title.empty()) titles_.pop_back();
     return box;
 }
