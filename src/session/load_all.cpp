@@ -34,6 +34,8 @@ public:
             kept_.push_back(box.text);
             return Box_Answer::ok;
         }
+        if (box.title == error_title && box.text == told_) return Box_Answer::ok;  // of another pattern of the same file
+        if (box.title == error_title) told_ = box.text;
         return Timed([&] { return ask_.Box(box); });
     }
     std::vector<std::string> Select_Files(std::string_view title, std::string_view filter) override {
@@ -71,6 +73,7 @@ private:
     Ask& ask_;
     bool keep_;
     std::vector<std::string> kept_;
+    std::string told_;  // the last one of a file that came alone
     Clock::duration waited_{0};
 };
 
