@@ -115,6 +115,7 @@ Diffraction_Pattern_Type Merge_Ranges(std::span<const Diffraction_Pattern_Type> 
         std::all_of(ranges.begin(), ranges.end(), [&](const auto& range) { return range.count_time == merged.count_time; });
     if (!one_time) merged.count_time = 0;
     merged.per_second = true;
+    merged.legend_y = "Intensity (counts/s)";
     merged.constant_step = false;
     merged.al_ycalc = merged.al_bgr = merged.al_istat = merged.has_ycalc = merged.has_bgr = false;
     if (Allocate_Measured(merged, all.size()).failed) return merged;
