@@ -12,8 +12,8 @@
 
 #include "base/os.hpp"
 #include "base/text_file.hpp"
-#include "patterns/brml.hpp"
-#include "patterns/rasx.hpp"
+#include "patterns/lab/brml.hpp"
+#include "patterns/lab/rasx.hpp"
 
 namespace {
 

@@ -1,6 +1,6 @@
 // ASC: any bytes give patterns or a message.
 #include "lab_reader.hpp"
-#include "patterns/asc.hpp"
+#include "patterns/lab/asc.hpp"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     return vntl::fuzz::Read_Any(vntl::Read_Asc, vntl::Is_Asc, data, size);

@@ -1,6 +1,6 @@
 // BRML: any bytes as the documents of an archive, and as an archive, give sound patterns or a message.
 #include "fuzz_archive.hpp"
-#include "patterns/brml.hpp"
+#include "patterns/lab/brml.hpp"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view bytes(reinterpret_cast<const char*>(data), size);

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "patterns/headed_columns.hpp"
+#include "patterns/columns/headed_columns.hpp"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view text(reinterpret_cast<const char*>(data), size);

@@ -5,10 +5,10 @@
 #include <string_view>
 #include <vector>
 
-#include "patterns/bruker_raw.hpp"
-#include "patterns/philips_rd.hpp"
-#include "patterns/rigaku_raw.hpp"
-#include "patterns/stoe_raw.hpp"
+#include "patterns/lab/bruker_raw.hpp"
+#include "patterns/lab/philips_rd.hpp"
+#include "patterns/lab/rigaku_raw.hpp"
+#include "patterns/lab/stoe_raw.hpp"
 
 namespace {
 

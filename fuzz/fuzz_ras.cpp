@@ -1,6 +1,6 @@
 // RAS: any bytes give patterns or a message.
 #include "lab_reader.hpp"
-#include "patterns/ras.hpp"
+#include "patterns/lab/ras.hpp"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     return vntl::fuzz::Read_Any(vntl::Read_Ras, vntl::Is_Ras, data, size);

@@ -1,6 +1,6 @@
 // RASX: any bytes as the members of an archive, and as an archive, give sound patterns or a message.
 #include "fuzz_archive.hpp"
-#include "patterns/rasx.hpp"
+#include "patterns/lab/rasx.hpp"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view bytes(reinterpret_cast<const char*>(data), size);

@@ -51,7 +51,7 @@ private:
     int number_;
 };
 
-pid_t Start(const std::string& program, int input, int output) {
+pid_t Begin(const std::string& program, int input, int output) {
     posix_spawn_file_actions_t files;
     posix_spawn_file_actions_init(&files);
     posix_spawn_file_actions_adddup2(&files, input, STDIN_FILENO);
@@ -76,7 +76,7 @@ pid_t Start(const std::string& program, int input, int output) {
 }
 
 // Looks for the end again and again, more seldom the longer it takes.
-Answer_End Wait_For_End(pid_t process, std::chrono::milliseconds patience) {
+Answer_End End_Of(pid_t process, std::chrono::milliseconds patience) {
     using namespace std::chrono_literals;
     const auto start = Clock::now();
     int status = 0;
@@ -105,9 +105,9 @@ Answer_End Program_Answer::Ask(const std::string& program, std::string_view inpu
     size_ = 0;
     const File_In_Memory question("question"), answer("answer");
     if (program.empty() || question.number() < 0 || answer.number() < 0 || !question.Fill(input)) return Answer_End::not_started;
-    const pid_t process = Start(program, question.number(), answer.number());
+    const pid_t process = Begin(program, question.number(), answer.number());
     if (process == 0) return Answer_End::not_started;
-    const Answer_End end = Wait_For_End(process, patience);
+    const Answer_End end = End_Of(process, patience);
     struct stat status {};
     if (end != Answer_End::answered || fstat(answer.number(), &status) != 0 || status.st_size <= 0) return end;
     const auto size = static_cast<std::size_t>(status.st_size);

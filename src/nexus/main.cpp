@@ -14,7 +14,7 @@
 #include "base/text.hpp"
 #include "nexus/facts.hpp"
 #include "nexus/plot_data.hpp"
-#include "patterns/nexus_stream.hpp"
+#include "patterns/nexus/nexus_stream.hpp"
 
 namespace {
 

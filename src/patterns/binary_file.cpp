@@ -94,6 +94,7 @@ bool Is_Archive_Or_Picture(std::string_view text) {
 }
 
 std::string Binary_Refusal(std::string_view text) {
+    if (Certain_Format(text) != 0) return {};
     const std::string_view head = text.substr(0, recognised_head);
     const Magic* const magic = Magic_Of(head);
     const bool no_text = Is_No_Text(head) || (magic != nullptr && head.find('\0') != std::string_view::npos);

@@ -13,7 +13,7 @@
 #include "base/text_file.hpp"
 #include "patterns/head_facts.hpp"
 #include "patterns/header_words.hpp"
-#include "patterns/lab_text.hpp"
+#include "patterns/lab/lab_text.hpp"
 #include "patterns/number_walk.hpp"
 #include "patterns/reader_tools.hpp"
 #include "patterns/told_values.hpp"

@@ -156,8 +156,11 @@ int Format_Of_File(const std::string& file) {
     Text_File source;
     if (source.Open(file, enough).failed) return code;
     if (const int certain = Certain_Format(source.Text()); certain != 0) return certain;
-    const bool looked_at = code == format_code::xysigma;  // whatever is no format of its own in such a file is columns
-    return code != 0 && !looked_at && Is_General(extension) ? Recognise_Format(file).code : code;
+    if (code == format_code::xysigma) {  // whatever is no format of its own in such a file is columns
+        const int told = Format_By_Words(source.Text());
+        return told != 0 ? told : code;
+    }
+    return code != 0 && Is_General(extension) ? Recognise_Format(file).code : code;
 }
 
 Recognition Recognise_Format(const std::string& file) {

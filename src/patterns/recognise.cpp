@@ -170,6 +170,11 @@ Code By_Markup(std::string_view text) {
     return Contains(text, "<xrdMeasurement") || Contains(text, ":xrdMeasurement") ? panalytical : none;
 }
 
+bool Begins_Markup(std::string_view text) {
+    const std::size_t at = text.find_first_not_of(" \t\r\n");
+    return at != std::string_view::npos && text[at] == '<';
+}
+
 Code By_Panalytical_Line(std::string_view line) {
     for (const char* word : {"[Scan points]", "[Measurement conditions]", "LabdaAlpha1,", "DataAngleRange,", "RawScan",
                              "## XYDATA=", "##XYDATA=X++<", "##XYDATA= X++<", "##$WAVELENGTH ALPHA1="})
@@ -415,11 +420,17 @@ int Certain_Format(std::string_view head) {
     return none;
 }
 
+int Format_By_Words(std::string_view head) {
+    head = Without_Mark(head);
+    if (const int code = Certain_Format(head); code != none) return code;
+    return Begins_Markup(head) ? By_Markup(head) : By_Keywords(Cut_Lines(head));
+}
+
 int Recognised_By_Content(std::string_view text) {
     text = Without_Mark(text).substr(0, recognised_head);
     if (const int code = Certain_Format(text); code != 0) return code;
     if (Is_Binary(text)) return none;
-    if (const std::size_t at = text.find_first_not_of(" \t\r\n"); at != std::string_view::npos && text[at] == '<') return By_Markup(text);
+    if (Begins_Markup(text)) return By_Markup(text);
     const Head head = Cut_Lines(text);
     if (const Code code = By_Keywords(head); code != none) return code;
     struct Layout {

@@ -18,6 +18,9 @@ inline constexpr std::size_t recognised_head = 64 << 10;
 // The format whose mark a file begins with, which no other file has: whatever its name, it is one. 0 for none.
 int Certain_Format(std::string_view head);
 
+// The format whose words lines begin with, a mark counting too; 0 for none. Quick where most lines are numbers.
+int Format_By_Words(std::string_view head);
+
 // The format code that the beginning of a file speaks for; 0 when nothing speaks for one.
 int Recognised_By_Content(std::string_view head);
 

@@ -34,8 +34,6 @@ public:
             kept_.push_back(box.text);
             return Box_Answer::ok;
         }
-        if (box.title == error_title && box.text == told_) return Box_Answer::ok;  // of another pattern of the same file
-        if (box.title == error_title) told_ = box.text;
         return Timed([&] { return ask_.Box(box); });
     }
     std::vector<std::string> Select_Files(std::string_view title, std::string_view filter) override {
@@ -61,6 +59,20 @@ public:
     // What was kept since the last time.
     std::vector<std::string> Kept() { return std::exchange(kept_, {}); }
 
+    // Keeps what is told of the patterns of a file that came alone; whether it did not anyway.
+    bool Hold() { return !std::exchange(keep_, true); }
+    // Tells it, once what several patterns were refused for.
+    void Release(const std::string& name, std::size_t patterns) {
+        keep_ = false;
+        std::vector<std::string> texts = Kept();
+        while (!texts.empty()) {
+            const std::string text = texts.front();
+            const std::size_t alike = std::erase(texts, text);
+            const std::string of = name + ": " + std::to_string(alike) + " of " + std::to_string(patterns) + " patterns were not opened\n";
+            Error(Contains(text, name) ? text : of + text);
+        }
+    }
+
 private:
     template <class Question>
     std::invoke_result_t<Question> Timed(Question question) {
@@ -73,7 +85,6 @@ private:
     Ask& ask_;
     bool keep_;
     std::vector<std::string> kept_;
-    std::string told_;  // the last one of a file that came alone
     Clock::duration waited_{0};
 };
 
@@ -91,11 +102,16 @@ Load_Result Load_Several(Session& session, Ask& ask, Read_File file, Load_Notes&
     }
     Load_Result result = file.messages.empty() ? Load_Result::added : Load_Result::failed;
     for (const std::string& message : file.messages) tell(message);
-    const bool alone = file.patterns.size() == 1;
     std::int32_t number = 0;
     for (Diffraction_Pattern_Type& pattern : file.patterns) {
         ++number;
-        if (pattern.bank == 0 && !alone) pattern.bank = number;
+        if (pattern.bank == 0 && file.patterns.size() > 1) pattern.bank = number;
+    }
+    // The first row decides which others may stand beside it: powder patterns come in front of scans over other axes.
+    std::stable_partition(file.patterns.begin(), file.patterns.end(), [](const Diffraction_Pattern_Type& pattern) {
+        return Contains(pattern.scat_var, "2theta") || Contains(pattern.scat_var, "TOF");
+    });
+    for (Diffraction_Pattern_Type& pattern : file.patterns) {
         const Load_Result one = Load_Row(session, ask, file.path, mode, {Status::Done(), std::move(pattern)}, notes);
         if (one == Load_Result::table_full || (file.alike && one != Load_Result::added)) return one;
         if (one == Load_Result::failed || result == Load_Result::added) result = one;
@@ -225,7 +241,10 @@ bool Load_One(Session& session, Loading_Ask& ask, const std::string& path, Read_
     notes.refusal.clear();
     notes.listed = list != nullptr;
     const std::vector<std::string> warnings = std::move(file.warnings);
+    const std::size_t patterns = file.patterns.size();
+    const bool held = patterns > 1 && ask.Hold();
     const Load_Result result = Load_File_Whole(session, ask, path, std::move(file), notes);
+    if (held) ask.Release(Name_Of(session, path), patterns);
     tally.sound = tally.sound && result != Load_Result::failed && result != Load_Result::table_full;
     const bool opened = result == Load_Result::added || session.store.nperfiles() > rows_before;
     if (opened)

@@ -1,10 +1,10 @@
 // BRML: real archives against their own statistics and the export of the same scan, and scans written here in every layout of their rows.
-#include "patterns/brml.hpp"
+#include "patterns/lab/brml.hpp"
 
 #include <algorithm>
 #include <sstream>
 
-#include "patterns/rasx.hpp"
+#include "patterns/lab/rasx.hpp"
 #include "patterns/testing.hpp"
 #include "zip_file.hpp"
 

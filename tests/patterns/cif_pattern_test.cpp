@@ -1,6 +1,6 @@
 // Powder CIF: files written by the test from known numbers, the items that count, every message; published files against what they tell of
 // themselves.
-#include "patterns/cif_pattern.hpp"
+#include "patterns/cif/cif_pattern.hpp"
 
 #include <cmath>
 

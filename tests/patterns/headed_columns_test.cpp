@@ -1,6 +1,6 @@
 // Columns under heads: what tells them, which columns are read, and what the heads say. Values are those that the tests write themselves;
 // of real files those that their sources list.
-#include "patterns/headed_columns.hpp"
+#include "patterns/columns/headed_columns.hpp"
 
 #include <cmath>
 

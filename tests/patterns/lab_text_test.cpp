@@ -1,14 +1,14 @@
 // RAS, ASC, CPI, CHI and MDI: files written from their layouts, the faults of other writers, and real files against what stands beside
 // them.
-#include "patterns/lab_text.hpp"
+#include "patterns/lab/lab_text.hpp"
 
 #include <tuple>
 
-#include "patterns/asc.hpp"
-#include "patterns/chi.hpp"
-#include "patterns/cpi.hpp"
+#include "patterns/columns/chi.hpp"
 #include "patterns/free_format.hpp"
-#include "patterns/ras.hpp"
+#include "patterns/lab/asc.hpp"
+#include "patterns/lab/cpi.hpp"
+#include "patterns/lab/ras.hpp"
 #include "patterns/testing.hpp"
 
 namespace vntl::test {

@@ -1,5 +1,5 @@
 // NeXus: files made by the library from known numbers, a real one beside the XRDML file of the same scan, damaged ones.
-#include "patterns/nexus.hpp"
+#include "patterns/nexus/nexus.hpp"
 
 #include <functional>
 #include <random>
@@ -7,7 +7,7 @@
 
 #include "patterns/nexus_file.hpp"
 #include "patterns/testing.hpp"
-#include "patterns/xrdml.hpp"
+#include "patterns/xrdml/xrdml.hpp"
 
 namespace vntl::test {
 namespace {

@@ -7,7 +7,7 @@
 #include "patterns/panalytical_csv.hpp"
 #include "patterns/testing.hpp"
 #include "patterns/udf.hpp"
-#include "patterns/xrdml.hpp"
+#include "patterns/xrdml/xrdml.hpp"
 
 namespace vntl::test {
 namespace {

@@ -3,12 +3,12 @@
 #include <algorithm>
 #include <numeric>
 
-#include "patterns/bruker_raw.hpp"
+#include "patterns/lab/bruker_raw.hpp"
+#include "patterns/lab/philips_rd.hpp"
+#include "patterns/lab/rigaku_raw.hpp"
+#include "patterns/lab/stoe_raw.hpp"
 #include "patterns/lab_bytes.hpp"
-#include "patterns/philips_rd.hpp"
 #include "patterns/recognise.hpp"
-#include "patterns/rigaku_raw.hpp"
-#include "patterns/stoe_raw.hpp"
 #include "patterns/testing.hpp"
 #include "patterns/uxd.hpp"
 #include "patterns/xysigma.hpp"
