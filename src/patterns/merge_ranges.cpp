@@ -2,9 +2,11 @@
 
 #include <algorithm>
 #include <cmath>
+#include <memory>
 #include <vector>
 
 #include "base/text.hpp"
+#include "patterns/head_facts.hpp"
 #include "patterns/reader_tools.hpp"
 
 namespace vntl {
@@ -78,6 +80,16 @@ std::string Shared_Title(std::span<const Diffraction_Pattern_Type> ranges) {
     return std::string(text);
 }
 
+// What the head told of the first range, without what holds for that one alone.
+std::shared_ptr<const Head_Facts> Shared_Facts(std::span<const Diffraction_Pattern_Type> ranges, bool one_time) {
+    Fact_List facts;
+    facts.Add("Ranges merged", static_cast<double>(ranges.size()));
+    if (ranges.front().facts != nullptr)
+        for (const Head_Fact& fact : *ranges.front().facts)
+            if (one_time || !fact.name.starts_with("Time a step")) facts.Add(fact.name, fact.value);
+    return facts.Done();
+}
+
 bool Rises(const std::vector<float>& x) {
     return std::adjacent_find(x.begin(), x.end(), [](float a, float b) { return !(b > a); }) == x.end();
 }
@@ -114,6 +126,7 @@ Diffraction_Pattern_Type Merge_Ranges(std::span<const Diffraction_Pattern_Type> 
     const bool one_time =
         std::all_of(ranges.begin(), ranges.end(), [&](const auto& range) { return range.count_time == merged.count_time; });
     if (!one_time) merged.count_time = 0;
+    merged.facts = Shared_Facts(ranges, one_time);
     merged.per_second = true;
     merged.legend_y = "Intensity (counts/s)";
     merged.constant_step = false;
