@@ -344,6 +344,9 @@ TEST(Chi, RowsThatAreThereAreThePoints) {
         const auto p = Only(Read_Chi, text);
         EXPECT_EQ(std::pair(p.npts, p.npts_claimed), std::pair(npts, claimed)) << text;
     }
+    const Reading deviations = Read(Read_Chi, "title\n\n\n 2\n1 10 2\n2 11 0\n");
+    ASSERT_EQ(deviations.patterns.size(), 1u);
+    EXPECT_EQ(deviations.patterns[0].sigma, (std::vector<float>{4, 1}));
     const Reading curves = Read(Read_Chi, "title\n\n\n 2 3\n1 10 20 30\n2 11 21 31\n");
     ASSERT_EQ(curves.patterns.size(), 3u);
     EXPECT_EQ(curves.patterns[2].title, "title, range 3");

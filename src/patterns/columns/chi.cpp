@@ -26,6 +26,7 @@ struct Head {
     std::string_view title, label, label_y;
     std::string remarks;  // lines of "#" in the place of the others
     double rows = 0;      // told
+    float curves = 0;     // told
 };
 
 using Columns = std::vector<std::vector<float>>;
@@ -47,13 +48,14 @@ std::size_t Numbers_In(std::string_view line) {
 }
 
 // The line of the count: one whole number or two, the second of which is the number of curves.
-bool Is_Count_Line(std::string_view line, double& rows) {
+bool Is_Count_Line(std::string_view line, double& rows, float& curves) {
     line = Trim(line);
     if (line.empty() || line.find_first_not_of("0123456789 \t,") != std::string_view::npos) return false;
     Row row;
     const std::size_t n = Take_Row(line, 3, row);
     if (n == 0 || n > 2 || !(row[0] >= 1)) return false;
     if (n == 2 && !(row[1] >= 1 && row[1] < most_columns)) return false;
+    curves = n == 2 ? row[1] : 0;
     return Told_Real(line.substr(0, line.find_first_of(" \t,")), rows);
 }
 
@@ -81,7 +83,7 @@ Status Read_Head(Line_Cursor& lines, Head& head) {
     std::string_view count;
     for (std::string_view* part : {&head.title, &head.label, &head.label_y, &count})
         if (!lines.Next(*part)) return Status::Fail("This CHI file ends within its head of four lines");
-    if (!Is_Count_Line(count, head.rows) || Numbers_In(head.label) > 1)
+    if (!Is_Count_Line(count, head.rows, head.curves) || Numbers_In(head.label) > 1)
         return Status::Fail("This is no CHI file: there is no number of rows in line 4, under a title and two labels");
     return Status::Done();
 }
@@ -143,7 +145,9 @@ bool Is_Chi(std::string_view head) {
     if (title.starts_with("# chi_")) return Are_Rows(lines);
     if (title.size() > longest_title || !lines.Next(label) || !lines.Next(label_y) || !lines.Next(count)) return false;
     double rows = 0;
-    if (label.size() > longest_label || label_y.size() > longest_label || !Is_Count_Line(count, rows) || !Are_Rows(lines)) return false;
+    float curves = 0;
+    if (label.size() > longest_label || label_y.size() > longest_label || !Is_Count_Line(count, rows, curves) || !Are_Rows(lines))
+        return false;
     if (Numbers_In(title) > 1 || Numbers_In(label) > 0 || Numbers_In(label_y) > 0) return false;
     Diffraction_Pattern_Type unused;
     return Trim(label).empty() || Set_Label_Axis(unused, label).known;
@@ -165,12 +169,18 @@ Status Read_Chi(std::string_view bytes, std::vector<Diffraction_Pattern_Type>& p
     if (found.factor != 1)
         for (float& x : columns.front()) x = static_cast<float>(found.factor * x);
     const auto facts = Facts_Of(head);
+    std::vector<float> deviations;
+    if (columns.size() == 3 && head.curves < 2) {
+        deviations = std::move(columns.back());
+        columns.pop_back();
+    }
     for (std::size_t column = 1; column < columns.size(); ++column) {
         Diffraction_Pattern_Type p;
         std::vector<float> x = column + 1 == columns.size() ? std::move(columns.front()) : columns.front();
         if (Status status = Take_Points(p, std::move(columns[column]), std::move(x)); status.failed) return status;
         Set_Steps(p);
         Set_Lab_Variances(p);
+        for (std::size_t i = 0; i < deviations.size(); ++i) p.sigma[i] = deviations[i] > 0 ? deviations[i] * deviations[i] : 1.0f;
         Set_Y_Limits(p);
         p.title = Kept_Text(Readable(head.title), title_width);
         p.radiation = "xrays_cw";

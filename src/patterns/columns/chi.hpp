@@ -7,7 +7,7 @@
 //    1.0486433E-02  2.7862846E+01
 //
 // Rows are separated by blanks or commas. The number of rows may be larger than what follows, or smaller: the rows that are there count.
-// More than two columns are as many curves over the same x.
+// More than two columns are as many curves over the same x; a third one where no number of curves is told holds standard deviations.
 //
 // A file may have lines of "#" in the place of that head, the last of which names the columns: "# chi_Q chi_I", Q in inverse angstroms.
 #pragma once
@@ -25,8 +25,8 @@ namespace vntl {
 // blank ones above rows of two numbers, and the line of the count in its place.
 bool Is_Chi(std::string_view head);
 
-// Reads the curves of a file: x in degrees, 1/angstrom ("q-space"), angstroms ("d-spacing") or what the label says, variances |y|. The
-// title of one of several ends with its number. Fewer rows than told make `npts_claimed`.
+// Reads the curves of a file: x in degrees, 1/angstrom ("q-space"), angstroms ("d-spacing") or what the label says, variances |y| or those
+// of the third column. The title of one of several ends with its number. Fewer rows than told make `npts_claimed`.
 Status Read_Chi(std::string_view bytes, std::vector<Diffraction_Pattern_Type>& patterns, Read_Notes& notes);
 
 }  // namespace vntl
