@@ -39,5 +39,19 @@ TEST(Documents, ListTheFormatsAndExtensionsOfTheReaders) {
     EXPECT_EQ(read_me.find("\n| CIF |") != std::string::npos, true);
 }
 
+// A double click reaches the program: a desktop knows every extension that decides on a format, and the program takes what the desktop has.
+TEST(Documents, ADesktopKnowsTheExtensions) {
+    const std::string types = Text_Of(SOURCE_TREE "/resources/vantrelo-mime.xml"),
+                      entry = Text_Of(SOURCE_TREE "/resources/vantrelo.desktop");
+    for (const Format_Extension& row : Format_Extensions())
+        EXPECT_TRUE(!row.decides || Contains(types, "pattern=\"*" + std::string(row.extension) + '"')) << row.extension;
+    constexpr std::string_view opening = "<mime-type type=\"";
+    for (std::size_t at = types.find(opening); at != std::string::npos; at = types.find(opening, at + 1)) {
+        const std::size_t first = at + opening.size();
+        const std::string type = types.substr(first, types.find('"', first) - first);
+        EXPECT_TRUE(Contains(entry, type + ';')) << type;
+    }
+}
+
 }  // namespace
 }  // namespace vntl::test
