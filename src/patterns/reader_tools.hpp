@@ -38,6 +38,9 @@ void Set_Grid_End(Diffraction_Pattern_Type& pattern);
 // The variance of a count is the count: |y| for all points.
 void Set_Count_Variances(Diffraction_Pattern_Type& pattern);
 
+// A warning of readers that come to their limit.
+inline constexpr std::string_view too_many_scans = "The file holds more scans than the program has rows for";
+
 // Keeps the first `n` points of all arrays.
 void Keep_Points(Diffraction_Pattern_Type& pattern, int n);
 

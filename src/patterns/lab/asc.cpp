@@ -149,6 +149,7 @@ public:
         if (patterns_.empty()) return Status::Fail(faults_.empty() ? "This ASC file holds no counts" : faults_.front());
         Number_Ranges(patterns_, groups_);
         for (std::string& fault : faults_) notes_.failed.push_back(std::move(fault));
+        if (groups_ == most_groups && Contains(lines.Rest(), "*BEGIN")) notes_.warnings.emplace_back(too_many_scans);
         return Status::Done();
     }
 

@@ -84,6 +84,7 @@ public:
         if (patterns_.empty()) return Status::Fail(faults_.empty() ? "This RAS file holds no scan" : faults_.front());
         Number_Ranges(patterns_, scans_);
         for (std::string& fault : faults_) notes_.failed.push_back(std::move(fault));
+        if (scans_ == most_scans && Contains(lines.Rest(), "*RAS_INT_START")) notes_.warnings.emplace_back(too_many_scans);
         if (attenuated_) notes_.warnings.emplace_back(factors_left);
         return Status::Done();
     }

@@ -79,7 +79,7 @@ public:
             notes_ = {};
             return fault_.failed ? fault_ : Status::Fail(no_points);
         }
-        if (file_.too_many || left_out_) notes_.warnings.push_back("The file holds more scans than the program has rows for");
+        if (file_.too_many || left_out_) notes_.warnings.emplace_back(too_many_scans);
         if (patterns_.size() > 1) Number();
         return Status::Done();
     }
