@@ -41,6 +41,16 @@ Status With_Look(Status status, const std::string& path, int code) {
     return Status::Fail(std::string(Trim(status.message)) + "\nThe contents look like the format " + std::string(Mode_Of_Code(look)));
 }
 
+// As many as a box has room for; the last one tells how many more there are.
+std::vector<std::string> First_Ones(std::vector<std::string> texts) {
+    constexpr std::size_t most = 10;
+    if (texts.size() <= most) return texts;
+    const std::size_t more = texts.size() - most + 1;
+    texts.resize(most - 1);
+    texts.push_back("and " + std::to_string(more) + " more of the kind");
+    return texts;
+}
+
 // The ranges as one profile; where they cannot be, they come one by one and a warning tells why.
 void Merge(Read_File& file) {
     if (const std::string why = Why_Not_Merged(file.patterns); !why.empty())
@@ -71,8 +81,8 @@ Read_File Read_Pattern_File(const std::string& path, const Format_Choice& choice
         const int capacity = code == format_code::isis ? isis_capacity : max_profiles;
         Read_Notes notes;
         file.status = Read_Pattern_Mult(path, file.patterns, capacity, mode, notes);
-        file.messages = std::move(notes.failed);
-        file.warnings = std::move(notes.warnings);
+        file.messages = First_Ones(std::move(notes.failed));
+        file.warnings = First_Ones(std::move(notes.warnings));
         if (choice.merge && file.patterns.size() > 1) Merge(file);
     } else {
         file.patterns.resize(1);

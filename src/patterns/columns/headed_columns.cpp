@@ -56,6 +56,15 @@ bool Is_Range(std::string_view line, const Row_Shape& shape) {
     return step > 1e-6 && end > start && (end - start) / step >= 10;
 }
 
+// Bare columns, as most such files are, are told at a glance: no words but names such as "2theta" begin with a digit.
+bool Begins_With_Numbers(std::string_view text) {
+    text = Trim_Left(text.substr(std::min(text.find_first_not_of(" \t\r\n"), text.size())));
+    if (text.empty() || text.front() == '<') return true;
+    if (std::string_view("+-.0123456789").find(text.front()) == std::string_view::npos) return false;
+    const std::string_view line = text.substr(0, text.find_first_of("\r\n"));
+    return line.find_first_of("thTHxqQ") == std::string_view::npos;
+}
+
 struct Evidence {
     bool program = false;    // a line that one program alone writes
     bool constants = false;  // of the measurement, told by a remark
@@ -283,8 +292,7 @@ void Fill(const Column_Head& head, const Told& told, Points&& points, Diffractio
 bool Is_Headed_Columns(std::string_view text) {
     constexpr std::size_t looked_at = 64 << 10, small_head = 8 << 10;
     text = Without_Mark(text).substr(0, looked_at);
-    const std::size_t front = text.find_first_not_of(" \t\r\n");
-    if (front == std::string_view::npos || std::string_view("+-.0123456789<").find(text[front]) != std::string_view::npos) return false;
+    if (Begins_With_Numbers(text)) return false;
     Line_Cursor lines(text);
     const Column_Head head = Read_Column_Head(lines, true);
     if (head.foreign || head.lines.empty() || head.free_lines > 1) return false;
@@ -294,8 +302,9 @@ bool Is_Headed_Columns(std::string_view text) {
     std::string_view line;
     if (Line_Cursor row = lines; row.Next(line) && Is_Range(line, head.shape) && !program) return false;
     if (program) return true;
-    if (head.names && head.free_lines == 0) {
-        const bool named = head.names_marked || (head.names->certain_x && head.names->names == head.shape.fields);
+    if (head.names) {
+        const bool of_all = head.names->names == head.shape.fields;  // in a line of its own, which may stand under a title
+        const bool named = head.names_marked ? head.free_lines == 0 : of_all && (head.free_lines == 0 || head.names->certain_x);
         if (named && Are_Rows(lines, head, !head.names->certain_x)) return true;
     }
     if (!evidence.constants && !(head.block && head.free_lines == 0)) return false;
