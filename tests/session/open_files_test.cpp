@@ -108,9 +108,9 @@ TEST_F(Opening, OneQuestionIsAboutAllWhoseNamesDoNotTellTheirFormat) {
     const Case cases[] = {
         {{list, a, xra}, {"x.XRA (GSAS)", "list.txt (FreeFormat)"}, 0, true, "", 0, "GSAS XYSIGMA FreeFormat "},
         {{list, xra, cwn}, {"c.CWN (GSAS)", "x.XRA (GSAS)", "list.txt (FreeFormat)"}, 0, true, "", 10, "GSAS GSAS "},
-        {{a, xra, csv, cwn}, {"c.CWN", "x.XRA"}, 10, false, "GSAS", 10, "GSAS XYSIGMA GSAS XYSIGMA "},
+        {{a, xra, csv, cwn}, {"c.CWN", "x.XRA"}, 10, false, "GSAS", 10, "GSAS COLUMNS GSAS XYSIGMA "},
         {{prose, dat}, {"plain.dat", "prose.txt"}, 1, false, "", 0, "FreeFormat "},
-        {{csv, a}, {}, 0, false, "", 0, "XYSIGMA XYSIGMA "},
+        {{csv, a}, {}, 0, false, "", 0, "XYSIGMA COLUMNS "},
     };
     for (const Case& row : cases) {
         SCOPED_TRACE(row.formats);
