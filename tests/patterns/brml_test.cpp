@@ -4,8 +4,8 @@
 #include <algorithm>
 #include <sstream>
 
-#include "patterns/lab/rasx.hpp"
-#include "patterns/testing.hpp"
+#include "patterns/rasx.hpp"
+#include "patterns/reading.hpp"
 #include "zip_file.hpp"
 
 namespace vntl::test {
@@ -64,35 +64,13 @@ Zip_Member Container(const std::vector<std::string>& named) {
                 "</RawDataReferenceList><MeasurementInfo SampleName=\"Corundum\" UserName=\"me\"/></DataContainer>"};
 }
 
-struct Reading {
-    std::vector<Diffraction_Pattern_Type> patterns;
-    Read_Notes notes;
-    Status status;
-};
-
-Reading Read(const std::string& archive) {
-    Reading reading;
-    reading.status = Read_Brml(archive, reading.patterns, reading.notes);
-    return reading;
-}
+Reading Read(const std::string& archive) { return Read_By(Read_Brml, archive); }
 
 Reading Read_Routes(const std::string& routes) {
     return Read(Zip_File({Container({}), {"Experiment0/RawData0.xml", Document(routes), true}}));
 }
 
-Diffraction_Pattern_Type One(const std::string& route) {
-    Reading reading = Read_Routes(route);
-    EXPECT_EQ(reading.status.message, "");
-    EXPECT_EQ(reading.patterns.size(), 1u);
-    return reading.patterns.empty() ? Diffraction_Pattern_Type() : reading.patterns.front();
-}
-
-std::string Fact(const Diffraction_Pattern_Type& p, const std::string& name) {
-    if (p.facts != nullptr)
-        for (const Head_Fact& fact : *p.facts)
-            if (fact.name == name) return fact.value;
-    return "";
-}
+Diffraction_Pattern_Type One(const std::string& route) { return Only(Read_Routes(route)); }
 
 const std::vector<std::string> plain = {"MeasuredTime", "AbsorptionFactor", "TwoTheta", "counts"};
 const std::string two_theta = Axis("TwoTheta", "2Theta", 10, 0.5);
@@ -118,12 +96,19 @@ TEST(Brml, ColumnsStandAnywhereAndAnglesAreRoundedOrTheirOwn) {
     EXPECT_EQ(p.y, (std::vector<float>{16, 25, 36}));
     EXPECT_FLOAT_EQ(p.x[2], 10.00004f + 2 * 0.500036f);  // finer than the rows
     EXPECT_TRUE(p.constant_step);
+    const std::string behind = Replace_All(Axis("TwoTheta", "2Theta", 15, 0.500036), "<Reference>0", "<Reference>-5");
+    EXPECT_FLOAT_EQ(One(Route(behind, plain, {"2,1,10,16", "2,1,10.5,25", "2,1,11.0001,36"})).x[2], 10 + 2 * 0.500036f);
     const auto own = One(Route(two_theta, plain, {"2,1,10,16", "2,1,10.6,25", "2,1,11,36"}));
     EXPECT_EQ(own.x, (std::vector<float>{10, 10.6f, 11}));
     EXPECT_FALSE(own.constant_step);
     const auto falling = One(Route(Axis("TwoTheta", "2Theta", 11, -0.5), plain, {"2,1,11,16", "2,1,10.5,25", "2,1,10,36"}));
     EXPECT_EQ(falling.x, (std::vector<float>{10, 10.5f, 11}));
     EXPECT_EQ(falling.y, (std::vector<float>{36, 25, 16}));
+    const std::string rates = Replace_All(Route(two_theta, plain, {"2,1,10,16", "2,4,10.5,36"}), "\"Counts\"", "\"CountsPerSecond\"");
+    EXPECT_EQ(One(rates).sigma, (std::vector<float>{8, 72}));  // at 2 seconds each
+    const std::string again = Replace_All(Route(two_theta, plain, {"2,1,10,1", "2,1,10.5,1", "2,1,11,1", "2,1,11.5,1"}), "<DataViews>",
+                                          "<DatumRun number=\"0\"/><DataViews>");
+    EXPECT_EQ(One(again).npts, 4);  // rows count once, whatever the document says
     EXPECT_EQ(One(Route(two_theta, {"MeasuredTime", "counts"}, {"2,16", "2,25"})).x,
               (std::vector<float>{10, 10.5f}));  // no angles in the rows
 }
@@ -183,6 +168,7 @@ TEST(Brml, ADetectorThatStoodStill) {
     EXPECT_EQ(reading.patterns[1].y, (std::vector<float>{5, 6, 7}));
     EXPECT_FLOAT_EQ(reading.patterns[1].xmax, 20.2f);
     EXPECT_EQ(reading.patterns[1].title, "Corundum, range 2");
+    EXPECT_EQ(Read_Routes(Replace_All(still, "Length=\"3\"", "Length=\"4\"")).status.message, "Scan 1 holds no counts");  // beyond the rows
 }
 
 TEST(Brml, EveryFaultAndWarning) {

@@ -4,31 +4,14 @@
 
 #include <cmath>
 
+#include "patterns/reading.hpp"
 #include "patterns/recognise.hpp"
 #include "patterns/sample_files.hpp"
-#include "patterns/testing.hpp"
 
 namespace vntl::test {
 namespace {
 
-struct Read {
-    Status status;
-    std::vector<Diffraction_Pattern_Type> patterns;
-    Read_Notes notes;
-};
-
-Read Read_Text(const std::string& text) {
-    Read read;
-    read.status = Read_Headed_Columns(text, read.patterns, read.notes);
-    return read;
-}
-
-std::string Fact(const Diffraction_Pattern_Type& p, std::string_view name) {
-    if (p.facts != nullptr)
-        for (const Head_Fact& fact : *p.facts)
-            if (fact.name == name) return fact.value;
-    return "none";
-}
+Reading Read_Text(const std::string& text) { return Read_By(Read_Headed_Columns, text); }
 
 std::string Told_By(const std::string& head, const std::string& rows = Columns(20)) { return head + '\n' + rows; }
 
@@ -100,7 +83,7 @@ TEST(Headed_Columns, ChooseColumnsAndUnitsByName) {
         const std::string s = c.separator;
         std::string text = std::string(c.head) + '\n';
         for (int i = 0; i < 4; ++i) text += Printed("%d%s%d%s4%s50\n", 2 + i, s.c_str(), 30 + i, s.c_str(), s.c_str());
-        const Read read = Read_Text(text);
+        const Reading read = Read_Text(text);
         ASSERT_TRUE(read.status.ok()) << read.status.message;
         const Diffraction_Pattern_Type& p = read.patterns.front();
         EXPECT_EQ(p.npts, 4);
@@ -129,7 +112,7 @@ TEST(Headed_Columns, EveryRowIsAPoint) {
     };
     for (const auto& [text, points] : files) {
         SCOPED_TRACE(text.substr(text.size() - 60));
-        const Read read = Read_Text(text);
+        const Reading read = Read_Text(text);
         ASSERT_TRUE(read.status.ok()) << read.status.message;
         ASSERT_EQ(read.patterns.size(), 1u);
         EXPECT_EQ(read.patterns[0].npts, points);
@@ -140,18 +123,18 @@ TEST(Headed_Columns, EveryRowIsAPoint) {
     EXPECT_FLOAT_EQ(Read_Text(files[6].first).patterns[0].x[1], 11.5f);
     EXPECT_FLOAT_EQ(Read_Text(files[9].first).patterns[0].sigma[1], 101) << "no uncertainty is told: the count";
 
-    const Read some = Read_Text(head + "1 50 0\n2 60 NaN\n3 70 5\nbroken\n4 80 -\n5 90 2\n");
+    const Reading some = Read_Text(head + "1 50 0\n2 60 NaN\n3 70 5\nbroken\n4 80 -\n5 90 2\n");
     ASSERT_EQ(some.patterns.size(), 1u);
     EXPECT_EQ(some.patterns[0].sigma, (std::vector<float>{1, 1, 25, 1, 4}));
     EXPECT_EQ(some.notes.warnings.size(), 1u);
-    const Read falling = Read_Text("# d I\n3 1\n2 5\n1 9\n");
+    const Reading falling = Read_Text("# d I\n3 1\n2 5\n1 9\n");
     EXPECT_EQ(falling.patterns[0].y, (std::vector<float>{9, 5, 1}));
     for (const std::string& text : {std::string(), head, head + "1 2\n", std::string("1 2 3\n"), std::string("words\nand words\n")})
         EXPECT_TRUE(Read_Text(text).status.failed) << text;
 }
 
 TEST(Headed_Columns, TakeWhatTheHeadTells) {
-    const Read vendor = Read_Text(
+    const Reading vendor = Read_Text(
         "'Id: \"Quartz\" Comment: \"\" Operator: \"me\" Anode: Cu Scantype: \"Z\" TimePerStep: \"0.5\" Unit: \"cps\"\n1 8 NaN\n2 18 NaN\n");
     ASSERT_TRUE(vendor.status.ok());
     const Diffraction_Pattern_Type& z = vendor.patterns[0];
@@ -161,13 +144,13 @@ TEST(Headed_Columns, TakeWhatTheHeadTells) {
     EXPECT_EQ(z.count_time, 0.5f);
     EXPECT_EQ(z.sigma, (std::vector<float>{16, 36})) << "of a rate: the rate over its time";
 
-    const Read flight = Read_Text("# sample Si, x\n# L = 157.6 [m] two_theta = 101.4 [deg]\n# tof Y E\n9000 1 1\n9100 1 1\n");
+    const Reading flight = Read_Text("# sample Si, x\n# L = 157.6 [m] two_theta = 101.4 [deg]\n# tof Y E\n9000 1 1\n9100 1 1\n");
     const Diffraction_Pattern_Type& f = flight.patterns.at(0);
     EXPECT_NEAR(f.conv[0], 505.556 * 157.6 * std::sin(50.7 * 3.14159265358979 / 180), 0.01);
     EXPECT_EQ(f.title + '|' + Fact(f, "Flight path (m)") + '|' + f.radiation, "Si, x|157.6|neutrons_tof");
     EXPECT_FLOAT_EQ(Read_Text("# DIFC = 7000 L = 157.6 [m] two_theta = 101.4\n# tof Y E\n1 1 1\n2 1 1\n").patterns.at(0).conv[0], 7000);
 
-    const Read json = Read_Text(
+    const Reading json = Read_Text(
         "# {\"wavelength\": 4e-11, \"detector\": \"Big, flat\", \"shape\": [10, 20], \"in\": {\"user\": \"me\"}}\n# 2th_deg I\n1 1\n2 1\n");
     const Diffraction_Pattern_Type& j = json.patterns.at(0);
     EXPECT_FLOAT_EQ(j.conv[0], 0.4f);
@@ -183,11 +166,12 @@ TEST(Headed_Columns, TakeWhatTheHeadTells) {
                          298.15f},
                         {"# temperature [C]: -10.5", 262.65f},
                         {"# Temperature: 25", 0},
+                        {"# Temperature: 6000 K", 0},
                         {"# Detector temperature: 250 K", 0},
                         {"# template 3 K", 0},
                         {"# Temp controller = 3 K", 0}};
     for (const auto& [line, kelvin] : temperatures) {
-        const Read read = Read_Text(std::string(line) + "\n# lambda 1\n1 1\n2 1\n");
+        const Reading read = Read_Text(std::string(line) + "\n# lambda 1\n1 1\n2 1\n");
         EXPECT_FLOAT_EQ(read.patterns.at(0).TSample, kelvin) << line;
     }
 }
@@ -197,7 +181,7 @@ TEST(Headed_Columns, SeveralHeadsAreSeveralPatterns) {
     const auto spectrum = [](int number, double start) {
         return Printed("' Data for spectra :%d\n' Time-of-flight     Y     E\n", number) + Columns(12, "%.2f %.3f %.3f\n", start, 10);
     };
-    const Read read = Read_Text(head + spectrum(2, 5000) + spectrum(4, 20000) + "' Data for spectra :5\n");
+    const Reading read = Read_Text(head + spectrum(2, 5000) + spectrum(4, 20000) + "' Data for spectra :5\n");
     ASSERT_EQ(read.patterns.size(), 2u);
     for (int i = 0; i < 2; ++i) {
         const Diffraction_Pattern_Type& p = read.patterns[static_cast<std::size_t>(i)];
@@ -211,6 +195,9 @@ TEST(Headed_Columns, SeveralHeadsAreSeveralPatterns) {
     const auto part = [&](double start) { return names + Columns(5, "%.2f %.0f\n", start); };
     EXPECT_EQ(Read_Text(part(10) + part(10)).patterns.size(), 2u);
     EXPECT_EQ(Read_Text(part(10) + part(20)).patterns.size(), 1u) << "x goes on: a page of the same table";
+    const std::string page = "# 2th_rad I\n";
+    EXPECT_EQ(Read_Text(page + "0.1 5\n0.2 6\n" + page + "0.3 7\n0.4 8\n").patterns.size(), 1u);
+    EXPECT_TRUE(Read_Text("# 2th_deg  I (cps)\n1 5\n2 6\n").patterns.at(0).per_second);
 }
 
 TEST(Headed_Columns, RealFiles) {
@@ -229,7 +216,7 @@ TEST(Headed_Columns, RealFiles) {
         if (text.empty()) GTEST_SKIP() << name;
         EXPECT_TRUE(Is_Headed_Columns(text)) << name;
         EXPECT_TRUE(Is_Headed_Columns(text.substr(0, 8192))) << name;
-        const Read read = Read_Text(text);
+        const Reading read = Read_Text(text);
         ASSERT_EQ(read.patterns.size(), 1u) << name;
         const Diffraction_Pattern_Type& p = read.patterns[0];
         EXPECT_EQ(p.npts, points) << name;

@@ -6,47 +6,13 @@
 
 #include "patterns/columns/chi.hpp"
 #include "patterns/free_format.hpp"
-#include "patterns/lab/asc.hpp"
-#include "patterns/lab/cpi.hpp"
-#include "patterns/lab/ras.hpp"
-#include "patterns/testing.hpp"
+#include "patterns/ras.hpp"
+#include "patterns/reading.hpp"
 
 namespace vntl::test {
 namespace {
 
-using Patterns = std::vector<Diffraction_Pattern_Type>;
-using Read_All = Status (*)(std::string_view, Patterns&, Read_Notes&);
-
-struct Reading {
-    Status status;
-    Patterns patterns;
-    Read_Notes notes;
-};
-
-Reading Read(Read_All read, const std::string& text) {
-    Reading reading;
-    reading.status = read(text, reading.patterns, reading.notes);
-    for (const auto& p : reading.patterns) {
-        EXPECT_EQ(p.x.size(), static_cast<std::size_t>(p.npts));
-        EXPECT_EQ(p.y.size(), p.x.size());
-        EXPECT_EQ(p.sigma.size(), p.x.size());
-    }
-    return reading;
-}
-
-Diffraction_Pattern_Type Only(Read_All read, const std::string& text) {
-    const Reading reading = Read(read, text);
-    EXPECT_TRUE(reading.status.ok()) << reading.status.message;
-    EXPECT_EQ(reading.patterns.size(), 1u);
-    return reading.patterns.empty() ? Diffraction_Pattern_Type{} : reading.patterns.front();
-}
-
-std::string Fact(const Diffraction_Pattern_Type& p, const std::string& name) {
-    if (p.facts != nullptr)
-        for (const Head_Fact& fact : *p.facts)
-            if (fact.name == name) return fact.value;
-    return "";
-}
+Diffraction_Pattern_Type Only(Read_All read, const std::string& text) { return Only(Read_By(read, text)); }
 
 // The text with a line in the place of another one.
 std::string With(const std::string& text, const std::string& old_line, const std::string& line) {
@@ -133,7 +99,7 @@ TEST(Lab_Text, WhatIsNoneOfTheKindIsRefused) {
         {Read_Chi, "1 2\n2 3\n3 4\n4 5\n5 6\n", "no number of rows in line 4"},
         {Read_Chi, "t\n\n\n5\n1\n2\n", "no rows of two numbers"}};
     for (const auto& [read, text, message] : cases) {
-        const Reading reading = Read(read, text);
+        const Reading reading = Read_By(read, text);
         EXPECT_TRUE(reading.status.failed && reading.patterns.empty());
         EXPECT_TRUE(Contains(reading.status.message, message)) << reading.status.message;
     }
@@ -141,7 +107,7 @@ TEST(Lab_Text, WhatIsNoneOfTheKindIsRefused) {
     for (const char c : ras) wide += {c, '\0'};
     for (const Kind& kind : Kinds())
         for (const std::string& text : {wide, wide.substr(2)}) {
-            EXPECT_TRUE(Contains(Read(kind.read, text).status.message, "UTF-16"));
+            EXPECT_TRUE(Contains(Read_By(kind.read, text).status.message, "UTF-16"));
             EXPECT_FALSE(kind.is(text));
         }
 }
@@ -181,6 +147,8 @@ TEST(Ras, OneScan) {
     EXPECT_EQ(z.scat_var, "Position");
     EXPECT_EQ(z.legend_x, "Z(mm)");
     EXPECT_EQ(Only(Read_Ras, With(ras, "\"TwoTheta\"", "\"Phi\"")).scat_var, "Angle");
+    EXPECT_EQ(Only(Read_Ras, With(With(ras, "\"2-Theta\"", "\"Z\""), "*MEAS_SCAN_AXIS_X_INTERNAL \"TwoTheta\"\n", "")).legend_x, "Z(mm)");
+    EXPECT_FLOAT_EQ(Only(Read_Ras, With(ras, "deg/min", "deg/sec")).count_time, 0.04f);  // 0.02 / 0.5
 }
 
 TEST(Ras, RowsOfEveryKind) {
@@ -203,7 +171,7 @@ TEST(Ras, RowsOfEveryKind) {
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.what);
-        const Reading reading = Read(Read_Ras, ras_head + "*RAS_INT_START\n" + c.rows);
+        const Reading reading = Read_By(Read_Ras, ras_head + "*RAS_INT_START\n" + c.rows);
         ASSERT_EQ(reading.patterns.size(), 1u);
         EXPECT_EQ(reading.patterns.front().npts, c.npts);
         EXPECT_EQ(reading.patterns.front().npts_claimed, c.claimed);
@@ -214,7 +182,7 @@ TEST(Ras, RowsOfEveryKind) {
 TEST(Ras, ScansThatCannotBeReadAreTold) {
     const std::string empty = ras_head + "*RAS_INT_START\n*RAS_INT_END\n";
     const Reading reading =
-        Read(Read_Ras, "*RAS_DATA_START\n" + ras_head + ras_rows + empty + ras_head + ras_rows + ras_head.substr(0, 60));
+        Read_By(Read_Ras, "*RAS_DATA_START\n" + ras_head + ras_rows + empty + ras_head + ras_rows + ras_head.substr(0, 60));
     ASSERT_EQ(reading.patterns.size(), 2u);
     EXPECT_EQ(reading.patterns[1].title, "K\xC3\xA4se, range 3");
     EXPECT_EQ(reading.patterns[1].bank, 3);
@@ -238,7 +206,7 @@ TEST(Asc, GroupsAndTheirHeads) {
     EXPECT_FLOAT_EQ(Only(Read_Asc, With(asc, "*STEP =  0.01\n", "")).step, 0.01f);  // from start, end and counts
 
     const Reading pole =
-        Read(Read_Asc, With(asc_head, "2theta/theta", "beta") + asc_group + With(asc_group, "=  4\n", "=  6\n") + "*EOF\n");
+        Read_By(Read_Asc, With(asc_head, "2theta/theta", "beta") + asc_group + With(asc_group, "=  4\n", "=  6\n") + "*EOF\n");
     ASSERT_EQ(pole.patterns.size(), 2u);
     EXPECT_EQ(pole.patterns[0].scat_var, "Angle");
     EXPECT_EQ(pole.patterns[0].legend_x, "Beta(degrees)");
@@ -255,13 +223,13 @@ TEST(Asc, CountsThatAreThereAreThePoints) {
                                                                     {"16, 25, rubbish, 36\n*END\n", 2, 6, 0},
                                                                     {"16, 25\n*EOF\n", 2, 6, 0}};
     for (const auto& [counts, npts, claimed, warnings] : cases) {
-        const Reading reading = Read(Read_Asc, open + counts);
+        const Reading reading = Read_By(Read_Asc, open + counts);
         ASSERT_EQ(reading.patterns.size(), 1u) << counts;
         EXPECT_EQ(reading.patterns.front().npts, npts) << counts;
         EXPECT_EQ(reading.patterns.front().npts_claimed, claimed) << counts;
         EXPECT_EQ(reading.notes.warnings.size(), warnings) << counts;
     }
-    const Reading bad = Read(Read_Asc, asc_head + With(asc_group, "16, 25, 36, 49\n64, 81\n", "") + asc_group);
+    const Reading bad = Read_By(Read_Asc, asc_head + With(asc_group, "16, 25, 36, 49\n64, 81\n", "") + asc_group);
     ASSERT_EQ(bad.patterns.size(), 1u);
     EXPECT_EQ(bad.patterns.front().bank, 2);
     EXPECT_EQ(bad.notes.failed, std::vector<std::string>{"Range 1 of this ASC file holds no counts"});
@@ -313,11 +281,13 @@ TEST(Chi, TheLabelTellsWhatXIs) {
                           {"Q (Inverse Angstroms)", "q-space", "Q(1/Angstrom)", 1},
                           {"q_nm^-1", "q-space", "Q(1/Angstrom)", 0.1f},
                           {"D-spacing (Angstroms)", "d-spacing", "d-spacing(Angstroms)", 1},
+                          {"D-spacing (nm)", "d-spacing", "d-spacing(Angstroms)", 10},
+                          {"2-Theta of a radial mean", "", "", 1},
                           {"Azimuthal Angle (Degrees)", "Angle", "Azimuthal Angle (Degrees)", 1},
                           {"Radial Distance (mm)", "Position", "Radial Distance (mm)", 1},
                           {"Unique", "", "", 1, 1}};
     for (const Case& c : cases) {
-        const Reading reading = Read(Read_Chi, With(chi, "2-Theta Angle (Degrees)", c.label));
+        const Reading reading = Read_By(Read_Chi, With(chi, "2-Theta Angle (Degrees)", c.label));
         ASSERT_EQ(reading.patterns.size(), 1u) << c.label;
         const auto& p = reading.patterns.front();
         EXPECT_EQ(std::tuple(p.scat_var, p.legend_x), std::tuple(c.scat_var, c.legend)) << c.label;
@@ -344,10 +314,7 @@ TEST(Chi, RowsThatAreThereAreThePoints) {
         const auto p = Only(Read_Chi, text);
         EXPECT_EQ(std::pair(p.npts, p.npts_claimed), std::pair(npts, claimed)) << text;
     }
-    const Reading deviations = Read(Read_Chi, "title\n\n\n 2\n1 10 2\n2 11 0\n");
-    ASSERT_EQ(deviations.patterns.size(), 1u);
-    EXPECT_EQ(deviations.patterns[0].sigma, (std::vector<float>{4, 1}));
-    const Reading curves = Read(Read_Chi, "title\n\n\n 2 3\n1 10 20 30\n2 11 21 31\n");
+    const Reading curves = Read_By(Read_Chi, "title\n\n\n 2 3\n1 10 20 30\n2 11 21 31\n");
     ASSERT_EQ(curves.patterns.size(), 3u);
     EXPECT_EQ(curves.patterns[2].title, "title, range 3");
     EXPECT_EQ(curves.patterns[2].y, (std::vector<float>{30, 31}));
@@ -418,7 +385,7 @@ TEST(Lab_Text, RealFiles) {
         SCOPED_TRACE(c.name);
         const std::string text = Real_File(std::string("formats/samples/") + c.name);
         if (text.empty()) GTEST_SKIP();
-        const Reading reading = Read(c.read, text);
+        const Reading reading = Read_By(c.read, text);
         ASSERT_EQ(reading.patterns.size(), c.npts.size());
         for (std::size_t i = 0; i < c.npts.size(); ++i) EXPECT_EQ(reading.patterns[i].npts, c.npts[i]);
         const auto& p = reading.patterns.front();

@@ -1,8 +1,8 @@
 // RASX: real archives against the counts that they tell, and archives written here.
 #include "patterns/lab/rasx.hpp"
 
-#include "patterns/lab/brml.hpp"
-#include "patterns/testing.hpp"
+#include "patterns/brml.hpp"
+#include "patterns/reading.hpp"
 #include "zip_file.hpp"
 
 namespace vntl::test {
@@ -21,34 +21,16 @@ const std::string profile =
     "\xEF\xBB\xBF"
     "10.0000\t16\t1\r\n10.5000\t25.5\t1\r\n11.0000\t36\t1\r\n";
 
-struct Reading {
-    std::vector<Diffraction_Pattern_Type> patterns;
-    Read_Notes notes;
-    Status status;
-};
-
-Reading Read(const std::string& archive) {
-    Reading reading;
-    reading.status = Read_Rasx(archive, reading.patterns, reading.notes);
-    return reading;
-}
+Reading Read(const std::string& archive) { return Read_By(Read_Rasx, archive); }
 
 Reading Read(const std::string& columns, const std::string& xml) {
     return Read(Zip_File({{"Data0/Profile0.txt", columns, true}, {"Data0/MesurementConditions0.xml", xml, true}}));
 }
 
 Diffraction_Pattern_Type One(const std::string& xml, const std::string& columns = profile) {
-    Reading reading = Read(columns, xml);
-    EXPECT_EQ(reading.status.message, "");
+    const Reading reading = Read(columns, xml);
     EXPECT_TRUE(reading.notes.warnings.empty());
-    return reading.patterns.size() == 1 ? reading.patterns.front() : Diffraction_Pattern_Type();
-}
-
-std::string Facts(const Diffraction_Pattern_Type& p) {
-    std::string text;
-    if (p.facts != nullptr)
-        for (const Head_Fact& fact : *p.facts) text += fact.name + '=' + fact.value + ';';
-    return text;
+    return Only(reading);
 }
 
 TEST(Rasx, ColumnsAndConditions) {
@@ -68,6 +50,9 @@ TEST(Rasx, ColumnsAndConditions) {
 
 TEST(Rasx, WhatConditionsChange) {
     EXPECT_EQ(One(Replace_All(conditions, ">Ka<", ">Ka1<")).conv, (std::array<float, 5>{1.540593f, 0, 0, 1.392246f, 0}));
+    EXPECT_EQ(One(Replace_All(conditions, ">Ka<", ">Kb<")).conv, (std::array<float, 5>{1.392246f, 0, 0, 1.392246f, 0}));
+    EXPECT_FLOAT_EQ(One(Replace_All(conditions, "deg/min", "deg/sec")).count_time, 0.05f);
+    EXPECT_EQ(One(conditions, "11 36\n10.5 25\n10 16\n").y, (std::vector<float>{16, 25, 36}));  // measured downwards
     const auto rate = One(Replace_All(conditions, ">counts<", ">cps<"));
     EXPECT_TRUE(rate.per_second);
     EXPECT_EQ(rate.sigma[2], 12);
@@ -91,6 +76,11 @@ TEST(Rasx, SeveralScansAndWhatTheyLack) {
     EXPECT_EQ(reading.patterns[1].y, (std::vector<float>{5, 6}));
     EXPECT_EQ(reading.patterns[1].bank, 3);
     EXPECT_EQ(reading.notes.failed, std::vector<std::string>{"Scan 2 holds no points"});
+    const auto together = Read(Zip_File({{"Data0/Profile0.txt", profile},
+                                         {"Data0/Profile1.txt", second},
+                                         {"Data0/MesurementConditions0.xml", conditions},
+                                         {"Data0/MesurementConditions1.xml", Replace_All(conditions, "Quartz", "Mica")}}));
+    EXPECT_EQ(together.patterns.at(0).title + ", " + together.patterns.at(1).title, "Quartz, range 1, Mica, range 2");
     EXPECT_EQ(reading.notes.warnings.back(), "Scan 3 comes without its conditions: neither axis nor wavelength is known");
 }
 
