@@ -128,6 +128,7 @@ TEST(Cif_Pattern, CurvesAndWhatIsLeftOut) {
     EXPECT_EQ(p.sigma, (std::vector<float>{160, 140, 100, 100}));
     EXPECT_TRUE(std::isnan(p.ycalc[0]));
     EXPECT_EQ(p.ycalc[2], 4040);
+    EXPECT_EQ(Good(Changed(text, "_pd_meas_intensity_total", "_pd_proc_intensity_net")).ycalc[2], 4030);  // both are net
     EXPECT_TRUE(std::isnan(p.bgr[0]));
     EXPECT_EQ(p.istat, (std::vector<int>{1, 1, 0, 0}));
     EXPECT_EQ(p.title, "x  Chi2(free) =   0.1000E+01");  // (1 + 1) / 2

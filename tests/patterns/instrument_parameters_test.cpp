@@ -72,7 +72,8 @@ TEST(Instrument_Parameters, RecordsAreCutAtTheirColumns) {
     for (const Case& c : {Case{" 1.5401231 1.5445671      12.5       0.5", 1.5401231, 1.5445671, 0.125, 0},
                           Case{"  1.5405  1.5443  -0.40 0 0.7 0 0.5", 1.5405, 1.5443, -0.004, 0.5},
                           Case{"1.5405,1.5443,0,0,0.7,0,0.5", 1.5405, 1.5443, 0, 0.5}, Case{"    1.540562", 1.540562, 0, 0, 0},
-                          Case{" 1.5405931  1.54448 0.5", 1.5405931, 1.54448, 0.005, 0}, Case{"\t1.909 0 25", 1.909, 0, 0.25, 0},
+                          Case{" 1.5405 0 0 0 0.7 0 0.5", 1.5405, 0, 0, 0}, Case{" 1.5405931  1.54448 0.5", 1.5405931, 1.54448, 0.005, 0},
+                          Case{"\t1.909 0 25", 1.909, 0, 0.25, 0},
                           Case{"  1.540500  1.544300       0.0         0       0.7    0       0.5   ", 1.5405, 1.5443, 0, 0.5}}) {
         const Instrument_Bank bank = Banks("INS   HTYPE   PNCR\nINS  1 ICONS" + c.record).at(0);
         EXPECT_EQ(bank.lam1, c.lam1) << c.record;
@@ -81,6 +82,7 @@ TEST(Instrument_Parameters, RecordsAreCutAtTheirColumns) {
         EXPECT_EQ(bank.ratio, c.ratio) << c.record;
         EXPECT_EQ(bank.radiation, "neutrons_cw");
     }
+    EXPECT_EQ(Banks(Record("INS  1 ICONS  1.540500") + Record("INS  1 IRAD     3")).at(0).radiation, "xrays_cw");  // of that anode
     EXPECT_FALSE(Banks(Record("INS  1 ICONS  1.540500")).at(0).flight);  // a value tells what the type does not
     EXPECT_TRUE(Banks(Record("INS  1 ICONS  5123.000")).at(0).flight);
 }

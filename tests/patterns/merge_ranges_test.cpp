@@ -56,6 +56,13 @@ TEST(Merge_Ranges, CountsAtTheSamePlacesAddUp) {
         EXPECT_NEAR(p.y[4], (130.0 + 330) / 4, 1e-3);
         EXPECT_NEAR(p.sigma[4], (130.0 + 330) / 16, 1e-3);  // of 460 counts in four seconds
     }
+    // 110 counts a second behind an absorber of 10 weigh as those of a tenth of the time; a range within another one leaves what lies
+    // behind it; between the grids, a count of neighbours has half their variance.
+    Diffraction_Pattern_Type weak = Range(10, 1, 11, 1), within = Range(12, 1, 3, 1);
+    weak.y[4] = 110, weak.sigma[4] = 1100;
+    EXPECT_NEAR(Merge_Ranges(std::vector{a, weak}).y[4], (130 + 11) / 1.1, 1e-3);
+    EXPECT_EQ(Merge_Ranges(std::vector{a, within}).sigma.back(), a.sigma.back());
+    EXPECT_NEAR(Merge_Ranges(std::vector{Range(10, 1, 11, 1), Range(10.5f, 1, 10, 1)}).sigma[1], (133 + 133 / 2.0) / 4, 1e-2);
     // Two that meet in a point have it once.
     EXPECT_EQ(Merge_Ranges(std::vector{Range(10, 1, 11, 1), Range(20, 2, 11, 1)}).npts, 21);
 }

@@ -6,8 +6,9 @@
 #include <thread>
 
 #include "patterns/nexus_file.hpp"
-#include "patterns/testing.hpp"
-#include "patterns/xrdml/xrdml.hpp"
+#include "patterns/nexus_stream.hpp"
+#include "patterns/reading.hpp"
+#include "patterns/xrdml.hpp"
 
 namespace vntl::test {
 namespace {
@@ -99,6 +100,7 @@ TEST(Nexus, UnitsAndNamesTellWhatXIs) {
         {"d", "nm", {0.1, 0.2, 0.3, 0.4}, "d-spacing", {1, 2, 3, 4}},
         {"tof", "s", {1e-3, 2e-3, 3e-3, 4e-3}, "TOF", {1000, 2000, 3000, 4000}},
         {"t", "microseconds", {1, 2, 3, 4}, "TOF", {1, 2, 3, 4}},
+        {"t", "s", {1, 2, 3, 4}, "Time", {1, 2, 3, 4}},
         {"phi", "deg", angles, "Angle", {10, 10.5f, 11, 11.5f}},
         {"q", "", {1, 2, 3, 4}, "q-space", {1, 2, 3, 4}},
         {"edges", "deg", {10, 11, 12, 14, 16}, "", {10.5f, 11.5f, 13, 15}},
@@ -141,7 +143,8 @@ TEST(Nexus, WhatTheEntryTells) {
         {"NXmonochromator", "energy", "keV", "synchrotron x-ray", 24.79684, 0.5f, "xrays_cw"},
         {"NXbeam", "incident_energy", "eV", "x-ray", 12398.42, 1, "xrays_cw"},
         {"NXbeam", "incident_energy", "meV", "neutron", 81.8042, 1, "neutrons_cw"},
-        {"NXsource", "energy", "GeV", "x-ray", 6, 0, "xrays_cw"},  // of the electrons
+        {"NXsource", "energy", "GeV", "x-ray", 6, 0, "xrays_cw"},             // of the electrons
+        {"NXmonochromator", "wavelength", "m", "x-ray", 0.4, 0, "xrays_cw"},  // which none has
     };
     for (const Row& row : rows) {
         const auto p = One(Four_Points([&](Nexus_File& file) {
@@ -157,6 +160,14 @@ TEST(Nexus, WhatTheEntryTells) {
         EXPECT_EQ(p.title, "LaB6");
         EXPECT_FLOAT_EQ(p.TSample, 300);
     }
+    const auto with_lines = [](const char* axis, const char* units) {
+        return One(File([&](Nexus_File& file) {
+            file.Values("entry/data/I", four, {4}).Values("entry/data/x", angles, {4}, units).Text("entry/data", "axes", "x");
+            file.Values(std::string("entry/") + axis, {0.154}, {}, "nm");
+        }));
+    };
+    EXPECT_FLOAT_EQ(with_lines("k_alpha_two", "deg").conv[1], 1.54f);
+    EXPECT_EQ(with_lines("wavelength", "us").conv[0], 0);  // flights have many
 }
 
 TEST(Nexus, FramesArePatterns) {
@@ -179,12 +190,14 @@ TEST(Nexus, FramesArePatterns) {
         EXPECT_EQ(frames[1].TSample, 310.5f);
     }
     // One frame alone is a pattern; edges may differ from frame to frame; what is beyond the most is told.
-    EXPECT_EQ(One(File([&](Nexus_File& file) {
-                  file.Values("entry/data/I", {1, 2, 3}, {1, 3})
-                      .Values("entry/data/tth", x, {3}, "deg")
-                      .Texts("entry/data", "axes", {".", "tth"});
-              })).title,
-              "");
+    for (const bool x_first : {false, true})
+        EXPECT_EQ(
+            One(File([&](Nexus_File& file) {
+                file.Values("entry/data/I", {1, 2, 3}, {x_first ? 3u : 1u, x_first ? 1u : 3u}).Values("entry/data/a", x, {3}, "K");
+                file.Values("entry/data/tth", x, {3}, "deg");
+                file.Texts("entry/data", "axes", x_first ? std::vector<std::string>{"tth", "."} : std::vector<std::string>{".", "tth"});
+            })).title,
+            "");
     const auto own_edges = All(File([&](Nexus_File& file) {
         file.Values("entry/data/I", {1, 2, 3, 4}, {2, 2})
             .Values("entry/data/tth", six, {2, 3}, "deg")
@@ -193,13 +206,13 @@ TEST(Nexus, FramesArePatterns) {
     EXPECT_EQ(own_edges[1].x, (Reals{4.5f, 5.5f}));
     Patterns many;
     Read_Notes notes;
-    ASSERT_TRUE(
-        Read_Nexus(File([&](Nexus_File& file) {
-                       file.Values("entry/data/I", std::vector<double>(4002, 7), {2001, 2}).Values("entry/data/tth", {1, 2}, {2}, "deg");
-                       file.Texts("entry/data", "axes", {".", "tth"});
-                   }),
-                   many, notes)
-            .ok());
+    ASSERT_TRUE(Read_Nexus(File([&](Nexus_File& file) {
+                               file.Values("entry/data/I", std::vector<double>(40020, 7), {2001, 20});
+                               file.Values("entry/data/tth", std::vector<double>(40020, 8), {2001, 20}, "deg");
+                               file.Texts("entry/data", "axes", {".", "tth"});
+                           }),
+                           many, notes)
+                    .ok());
     EXPECT_EQ(many.size(), 2000u);
     EXPECT_EQ(notes.warnings, std::vector<std::string>{"Of 2001 frames the first 2000 were opened"});
 }
@@ -212,6 +225,10 @@ TEST(Nexus, OlderFilesMarkTheDataThemselves) {
         if (*axes != '\0') file.Text("run/b/counts", "axes", axes);
         EXPECT_EQ(One(file.Bytes()).x, (Reals{10, 10.5f, 11, 11.5f})) << axes;
     }
+    Nexus_File by_units;  // x is what tells units and is no error
+    by_units.Group("run", "NXentry").Group("run/b", "NXdata").Values("run/b/I", four, {4}).Number("run/b/I", "signal", 1);
+    by_units.Values("run/b/I_error", four, {4}, "counts").Values("run/b/x", angles, {4}, "degree");
+    EXPECT_EQ(One(by_units.Bytes()).x, (Reals{10, 10.5f, 11, 11.5f}));
     Nexus_File spectra;  // each over edges of its own, named behind the numbers of the spectra
     spectra.Group("w", "NXentry").Group("w/workspace", "NXdata").Values("w/workspace/values", four, {2, 2});
     spectra.Number("w/workspace/values", "signal", 1).Text("w/workspace/values", "axes", "axis2,axis1");
@@ -274,6 +291,33 @@ TEST(Nexus, WhatIsNoPatternIsRefused) {
     EXPECT_FALSE(Is_Nexus(good.substr(0, 7)));
     EXPECT_TRUE(Is_Nexus(std::string(512, 'u') + good));
     EXPECT_EQ(One(std::string(512, 'u') + good).y[3], 49);
+}
+
+// An answer is believed where its arrays have the lengths that it tells.
+TEST(Nexus, AnswersThatAreNotWholeAreRefused) {
+    using Records = std::vector<std::pair<std::string, std::string>>;
+    const std::string four_reals(16, '\0'), three_reals(12, '\0');
+    const auto told = [&](const Records& more, const std::string& end = "END") {
+        Records records = {{"SIGNAL", "I\t\t"}, {"AXIS", "tth\tdeg\t"}, {"SHAPE", "2\t2\t2"}, {"Y", four_reals}, {"X", four_reals}};
+        records.insert(records.end(), more.begin(), more.end());
+        records.emplace_back(end, "");
+        std::string stream;
+        for (const auto& [name, content] : records) {
+            const auto head = nexus_stream::Head_Of_Record(name, content.size());
+            stream +=
+                std::string(head.begin(), head.end()) + content + std::string(nexus_stream::Padded(content.size()) - content.size(), '\0');
+        }
+        return Read_By(Read_Nexus_Stream, stream).status.ok();
+    };
+    EXPECT_TRUE(told({{"ERRORS", four_reals}, {"VALUES", four_reals.substr(8)}, {"LATER", "of another version"}}));
+    for (const auto& record : Records{{"ERRORS", three_reals},
+                                      {"VALUES", three_reals},
+                                      {"X", four_reals + four_reals},
+                                      {"Y", three_reals},
+                                      {"SHAPE", "2\t0\t2"},
+                                      {"SHAPE", "99999999\t99999999\t2"}})
+        EXPECT_FALSE(told({record})) << record.first;
+    EXPECT_FALSE(told({}, "LATER"));
 }
 
 // Whatever the library makes of them: a sentence or a pattern, from several threads at once.
