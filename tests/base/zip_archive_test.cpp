@@ -21,8 +21,11 @@ std::string Fault(const std::string& bytes, std::size_t limit = most_unpacked) {
 }
 
 TEST(Zip_Archive, MembersWhateverStandsBehind) {
-    for (const std::string& behind : {std::string(), std::string(100000, '\0'), "PK\5\6" + std::string(100, 'x')}) {
-        const std::string bytes = Zip_File(two) + behind;
+    std::string noted = Zip_File(two);
+    noted.replace(noted.size() - 2, 2, "\6\0", 2) += "a note";
+    const std::string padding(100000, '\0');
+    for (const std::string& bytes :
+         {Zip_File(two), Zip_File(two) + padding, Zip_File(two) + "PK\5\6" + std::string(100, 'x'), noted + padding}) {
         Zip_Archive archive;
         ASSERT_EQ(archive.Open(bytes).message, "");
         EXPECT_EQ(archive.Names(), (std::vector<std::string>{"a/one.txt", "a/two.txt"}));

@@ -179,6 +179,18 @@ TEST_F(Row_Constants, BanksOfFlightAreOfferedTheirOwnAlone) {
     Open_Pattern_File(s, ask, dir.path + "/banks.dat");
     EXPECT_EQ(Convs(), "0 0 0; 0 0 0; ");
     EXPECT_TRUE(ask.boxes.empty()) << ask.Last_Box();
+    // One bank alone is opened: bank 1, wherever it stands.
+    ask.all_banks = false;
+    const std::string several = Test_Directory::Contents(dir.path + "/banks.dat");
+    for (const std::string& text : {several, Replace_All(Replace_All(several, "BANK 1 ", "BANK 9 "), "BANK 4 ", "BANK 1 ")})
+        for (const auto& [beside, conv] :
+             {std::pair{std::string("#Bank 3\nType:PNT\ndifC:5000\n"), "0 0 0; "}, {flight_file, "5000 -1.5 0; "}}) {
+            Reset_Profiles(s);
+            dir.Write("banks.instprm", beside);
+            dir.Write("banks.dat", text);
+            Open_Pattern_File(s, ask, dir.path + "/banks.dat");
+            EXPECT_EQ(Convs(), conv) << text.substr(0, 60);
+        }
 }
 
 }  // namespace
