@@ -197,7 +197,7 @@ TEST(Headed_Columns, SeveralHeadsAreSeveralPatterns) {
     EXPECT_EQ(Read_Text(part(10) + part(20)).patterns.size(), 1u) << "x goes on: a page of the same table";
     const std::string page = "# 2th_rad I\n";
     EXPECT_EQ(Read_Text(page + "0.1 5\n0.2 6\n" + page + "0.3 7\n0.4 8\n").patterns.size(), 1u);
-    EXPECT_TRUE(Read_Text("# 2th_deg  I (cps)\n1 5\n2 6\n").patterns.at(0).per_second);
+    EXPECT_TRUE(Read_Text("# 2th_deg  I [1/s]\n1 5\n2 6\n").patterns.at(0).per_second);
 }
 
 TEST(Headed_Columns, RealFiles) {

@@ -190,14 +190,14 @@ TEST(Nexus, FramesArePatterns) {
         EXPECT_EQ(frames[1].TSample, 310.5f);
     }
     // One frame alone is a pattern; edges may differ from frame to frame; what is beyond the most is told.
-    for (const bool x_first : {false, true})
-        EXPECT_EQ(
-            One(File([&](Nexus_File& file) {
-                file.Values("entry/data/I", {1, 2, 3}, {x_first ? 3u : 1u, x_first ? 1u : 3u}).Values("entry/data/a", x, {3}, "K");
-                file.Values("entry/data/tth", x, {3}, "deg");
-                file.Texts("entry/data", "axes", x_first ? std::vector<std::string>{"tth", "."} : std::vector<std::string>{".", "tth"});
-            })).title,
-            "");
+    for (const bool x_first : {false, true}) {
+        const auto p = One(File([&](Nexus_File& file) {
+            file.Values("entry/data/I", {1, 2, 3}, {x_first ? 3u : 1u, x_first ? 1u : 3u}).Values("entry/data/a", x, {3}, "K");
+            file.Values("entry/data/tth", x, {3}, "deg");
+            file.Texts("entry/data", "axes", x_first ? std::vector<std::string>{"tth", "."} : std::vector<std::string>{".", "tth"});
+        }));
+        EXPECT_EQ(p.title + '|' + p.scat_var, "|");
+    }
     const auto own_edges = All(File([&](Nexus_File& file) {
         file.Values("entry/data/I", {1, 2, 3, 4}, {2, 2})
             .Values("entry/data/tth", six, {2, 3}, "deg")

@@ -124,6 +124,15 @@ TEST_F(Row_Constants, WhatDoesNotFitIsRefusedByASentence) {
     EXPECT_EQ(Take(angles), "Tube.prm tells wavelengths,\nand the profiles are in TOF");
 }
 
+TEST_F(Row_Constants, PatternsThatTellTheirWavelengthKeepIt) {
+    const std::string file = Pattern("std.gsas", "cw.gsas", "# lambda 1.25");
+    dir.Write("cw.prm", tube);
+    ask.answer = Box_Answer::yes;
+    Open_Files(s, ask, {file});
+    EXPECT_EQ(Convs(), "1.25 0 0; ");
+    EXPECT_TRUE(ask.boxes.empty()) << ask.Last_Box();
+}
+
 // A file of the pattern's own name goes before the one of its head; what cannot be used is as if it were not there.
 TEST_F(Row_Constants, WhatLiesBesideIsOfferedOnce) {
     struct Case {
