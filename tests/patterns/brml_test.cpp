@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <sstream>
 
-#include "patterns/rasx.hpp"
+#include "patterns/lab/rasx.hpp"
 #include "patterns/reading.hpp"
 #include "zip_file.hpp"
 

@@ -6,7 +6,7 @@
 
 #include "patterns/columns/chi.hpp"
 #include "patterns/free_format.hpp"
-#include "patterns/ras.hpp"
+#include "patterns/lab/ras.hpp"
 #include "patterns/reading.hpp"
 
 namespace vntl::test {

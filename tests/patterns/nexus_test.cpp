@@ -5,10 +5,10 @@
 #include <random>
 #include <thread>
 
+#include "patterns/nexus/nexus_stream.hpp"
 #include "patterns/nexus_file.hpp"
-#include "patterns/nexus_stream.hpp"
 #include "patterns/reading.hpp"
-#include "patterns/xrdml.hpp"
+#include "patterns/xrdml/xrdml.hpp"
 
 namespace vntl::test {
 namespace {

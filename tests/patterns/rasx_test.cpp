@@ -1,7 +1,7 @@
 // RASX: real archives against the counts that they tell, and archives written here.
 #include "patterns/lab/rasx.hpp"
 
-#include "patterns/brml.hpp"
+#include "patterns/lab/brml.hpp"
 #include "patterns/reading.hpp"
 #include "zip_file.hpp"
 

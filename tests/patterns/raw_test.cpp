@@ -8,11 +8,8 @@
 #include "patterns/lab/rigaku_raw.hpp"
 #include "patterns/lab/stoe_raw.hpp"
 #include "patterns/lab_bytes.hpp"
-#include "patterns/philips_rd.hpp"
 #include "patterns/reading.hpp"
 #include "patterns/recognise.hpp"
-#include "patterns/rigaku_raw.hpp"
-#include "patterns/stoe_raw.hpp"
 #include "patterns/uxd.hpp"
 #include "patterns/xysigma.hpp"
 
