@@ -6,6 +6,8 @@
 
 #include "patterns/columns/chi.hpp"
 #include "patterns/free_format.hpp"
+#include "patterns/lab/asc.hpp"
+#include "patterns/lab/cpi.hpp"
 #include "patterns/lab/ras.hpp"
 #include "patterns/reading.hpp"
 
