@@ -17,7 +17,7 @@
 //     </positions>                                          or <listPositions>, or <commonPosition> of an axis that stood
 //     <commonCountingTime unit="seconds">10.00</commonCountingTime>                           seconds a step, or a list <countingTimes>
 //     <beamAttenuationFactors>182 182 1 1 ...</beamAttenuationFactors>                        or <commonBeamAttenuationFactor>
-//     <intensities unit="counts">8 11 6 10 ...</intensities>                                  or <counts unit="counts"> ... </counts>
+//     <intensities unit="counts">8 11 6 10 ...</intensities>                                  or <counts unit="counts">; "cps" are rates
 //    </dataPoints></scan>
 //   </xrdMeasurement>
 //

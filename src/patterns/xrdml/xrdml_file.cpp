@@ -123,9 +123,13 @@ private:
             {"divergenceCorrections", &Xrdml_Scan::divergence, false}, {"commonDivergenceCorrection", &Xrdml_Scan::divergence, false},
             {"commonCountingTime", &Xrdml_Scan::time, false},          {"countingTimes", &Xrdml_Scan::times, false}};
         const std::string_view unit = tags_.Value("unit");
-        for (const Row& row : rows)
-            if (tags_.Name() == row.tag && (!row.in_counts || unit.empty() || unit == "counts"))
-                return Take_List(tags_, ((Scan().*row.list).given ? Fresh() : Scan()).*row.list);
+        const bool rates = unit == "cps" || unit == "counts/s";
+        for (const Row& row : rows) {
+            if (tags_.Name() != row.tag || (row.in_counts && !unit.empty() && unit != "counts" && !rates)) continue;
+            Xrdml_Scan& scan = (Scan().*row.list).given ? Fresh() : Scan();
+            scan.per_second = scan.per_second || (row.in_counts && rates);
+            return Take_List(tags_, scan.*row.list);
+        }
         Xrdml_Measurement& m = Measurement();
         const bool angstrom = unit == "Angstrom";
         if (angstrom && tags_.Opens("kAlpha1")) return Take(tags_, m.alpha1);

@@ -34,7 +34,8 @@ struct Xrdml_Scan {
     std::string_view scan_axis, status;
     std::vector<Xrdml_Axis> axes;  // none: it has no positions of its own
     Xml_Found intensities, counts, factors, divergence, time, times;
-    double temperature = 0;  // of the sample, kelvin; 0 is not told
+    double temperature = 0;   // of the sample, kelvin; 0 is not told
+    bool per_second = false;  // the list is of rates
     Head_Facts facts;
 
     bool Aborted() const { return status == "Aborted"; }

@@ -89,7 +89,7 @@ bool Read_Xrdml_List(std::string_view text, std::vector<float>& values) {
         float value = 0;
         const char* const first = at;
         at = Parse_Float(first, end, value);
-        if (at == first || (at != end && !Is_Xml_Space(*at)) || !Is_Sound(value)) return false;
+        if (at == first || (at != end && !Is_Xml_Space(*at)) || !(Is_Sound(value) || std::isnan(value))) return false;
         values.push_back(value);
     }
 }

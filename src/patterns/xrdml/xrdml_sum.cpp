@@ -106,6 +106,7 @@ void Xrdml_Sum::Set_Positions(Xrdml_Lists& lists, double step) {
 
 // Numbers come before names: a map has thousands of scans that differ in one place.
 bool Xrdml_Sum::Takes(const Xrdml_Scan& scan, const Xrdml_Places& places, const Xrdml_Lists& lists) const {
+    if (scan.per_second || first_.per_second) return false;  // rates do not add up
     if (lists.counts.size() != Points() || lists.whole != whole_ || lists.positions.size() != positions_.size()) return false;
     if (std::fabs(scan.temperature - first_.temperature) > same_temperature || places.size() != places_.size()) return false;
     const auto in_place = [](const Xrdml_Place& a, const Xrdml_Place& b) { return Same(a, b, same_place); };
@@ -164,6 +165,9 @@ Diffraction_Pattern_Type Xrdml_Sum::Finish() {
     Set_Y_Limits(p);
     p.count_time = static_cast<float>(time_);
     p.TSample = static_cast<float>(first_.temperature);
+    p.per_second = first_.per_second;
+    if (p.per_second && p.count_time > 0)
+        for (float& variance : p.sigma) variance /= p.count_time;
     return std::move(pattern_);
 }
 
