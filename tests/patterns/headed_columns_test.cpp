@@ -133,6 +133,15 @@ TEST(Headed_Columns, EveryRowIsAPoint) {
         EXPECT_TRUE(Read_Text(text).status.failed) << text;
 }
 
+TEST(Headed_Columns, ColumnsBehindTheLastNameAreTheUsualOnes) {
+    for (const char* head : {"! 2theta Intensity\n", "#2theta intensity su\n", "2theta I\n"}) {
+        const Read read = Read_Text(head + std::string("10 100 3 99\n10.1 101 4 100\n"));
+        ASSERT_TRUE(read.status.ok()) << head;
+        EXPECT_EQ(read.patterns[0].sigma, (std::vector<float>{9, 16})) << head;
+        EXPECT_EQ(read.patterns[0].ycalc, (std::vector<float>{99, 100})) << head;
+    }
+}
+
 TEST(Headed_Columns, TakeWhatTheHeadTells) {
     const Reading vendor = Read_Text(
         "'Id: \"Quartz\" Comment: \"\" Operator: \"me\" Anode: Cu Scantype: \"Z\" TimePerStep: \"0.5\" Unit: \"cps\"\n1 8 NaN\n2 18 NaN\n");

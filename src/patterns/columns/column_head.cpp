@@ -44,6 +44,13 @@ bool Is_Row_Of(const std::vector<std::string_view>& above, const Row_Shape& shap
     return names && names->names == shape.fields && Row_Reader(shape, *names).Take(line, values);
 }
 
+// Columns behind the last name are what they are in files without names: the third one its uncertainty, the fourth one calculated.
+void Give_Unnamed(Column_Roles& roles, std::size_t fields) {
+    if (roles.x != 0 || roles.y != 1 || roles.names >= fields) return;
+    if (roles.names == 2 && roles.sigma < 0) roles.sigma = 2;
+    if (roles.sigma == 2 && roles.names <= 3 && fields > 3 && roles.ycalc < 0) roles.ycalc = 3;
+}
+
 // Names stand in the last line, or above one of units.
 void Find_Names(Column_Head& head) {
     constexpr std::size_t lines_looked_at = 2;
@@ -51,6 +58,7 @@ void Find_Names(Column_Head& head) {
         const std::string_view line = head.lines[head.lines.size() - back];
         head.names = Roles_Of_Names(line, head.shape.fields);
         if (!head.names) continue;
+        Give_Unnamed(*head.names, head.shape.fields);
         head.names_marked = Is_Column_Comment(line) || head.block;
         if (!head.names_marked) --head.free_lines;
     }
