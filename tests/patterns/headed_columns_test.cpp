@@ -66,7 +66,7 @@ TEST(Headed_Columns, ChooseColumnsAndUnitsByName) {
     constexpr double degrees = 57.29577951308232;
     const char* const angle = "2theta(degrees)";
     for (const Case& c :
-         {Case{"# lambda 1", " ", 2, 30, 16, "2theta", angle}, Case{"# 2th_rad I", " ", 2 * degrees, 30, 30, "2theta", angle},
+         {Case{"# lambda 1", " ", 2, 30, 16, "2theta", angle}, Case{"# 2th_rad I", " ", 2 * degrees, 30, 16, "2theta", angle},
           Case{"# 2th_mrad\tI\tsigma\tn", "\t", 2 * degrees / 1000, 30, 16, "2theta", angle},
           Case{"# 2\xCE\xB8 (\xC2\xB0)  I  n  error", " ", 2, 30, 2500, "2theta", angle},
           Case{"# q_nm^-1  I  sigma  n", " ", 0.2, 30, 16, "q-space", "Q(1/Angstrom)"},
@@ -135,7 +135,7 @@ TEST(Headed_Columns, EveryRowIsAPoint) {
 
 TEST(Headed_Columns, ColumnsBehindTheLastNameAreTheUsualOnes) {
     for (const char* head : {"! 2theta Intensity\n", "#2theta intensity su\n", "2theta I\n"}) {
-        const Read read = Read_Text(head + std::string("10 100 3 99\n10.1 101 4 100\n"));
+        const Reading read = Read_Text(head + std::string("10 100 3 99\n10.1 101 4 100\n"));
         ASSERT_TRUE(read.status.ok()) << head;
         EXPECT_EQ(read.patterns[0].sigma, (std::vector<float>{9, 16})) << head;
         EXPECT_EQ(read.patterns[0].ycalc, (std::vector<float>{99, 100})) << head;
