@@ -77,7 +77,7 @@ const std::string two_theta = Axis("TwoTheta", "2Theta", 10, 0.5);
 
 TEST(Brml, ARowAPointWithWhatItsDocumentsTell) {
     const auto p =
-        One(Route(two_theta + Axis("Theta", "Theta", 5, 0.25), plain, {"2,1,10,16", "2,1,10.5,25", "2,4,11,36"}, "LockedCoupled", 5));
+        One(Route(Axis("Theta", "Theta", 5, 0.25) + two_theta, plain, {"2,1,10,16", "2,0,10.5,25", "2,4,11,36"}, "LockedCoupled", 5));
     EXPECT_EQ(p.x, (std::vector<float>{10, 10.5f, 11}));
     EXPECT_EQ(p.y, (std::vector<float>{16, 25, 36}));
     EXPECT_EQ(p.sigma, (std::vector<float>{16, 25, 144}));  // 36 = 4 x 9 counts, whose variance is 16 x 9
@@ -104,6 +104,13 @@ TEST(Brml, ColumnsStandAnywhereAndAnglesAreRoundedOrTheirOwn) {
     const auto falling = One(Route(Axis("TwoTheta", "2Theta", 11, -0.5), plain, {"2,1,11,16", "2,1,10.5,25", "2,1,10,36"}));
     EXPECT_EQ(falling.x, (std::vector<float>{10, 10.5f, 11}));
     EXPECT_EQ(falling.y, (std::vector<float>{36, 25, 16}));
+    const std::string apart = "</FieldDefinitions></Varying></RawDataView><RawDataView Start=\"1\" Length=\"1\" ><Varying>";
+    const std::string fields =
+        Replace_All(Route(two_theta, {"H", "TwoTheta", "counts"}, {"1,10,16", "2,10.6,25"}), apart, "</FieldDefinitions>");
+    EXPECT_EQ(One(fields).x, (std::vector<float>{10, 10.6f}));  // two fields of one view
+    const std::string timed = Route(two_theta, plain, {"3,1,10,16"}), told = "<TimePerStepEffective>2</TimePerStepEffective>";
+    EXPECT_EQ(One(Replace_All(timed, told, "<TimePerStep>5</TimePerStep>")).count_time, 5);
+    EXPECT_EQ(One(Replace_All(timed, told, "")).count_time, 3);
     const std::string rates = Replace_All(Route(two_theta, plain, {"2,1,10,16", "2,4,10.5,36"}), "\"Counts\"", "\"CountsPerSecond\"");
     EXPECT_EQ(One(rates).sigma, (std::vector<float>{8, 72}));  // at 2 seconds each
     const std::string again = Replace_All(Route(two_theta, plain, {"2,1,10,1", "2,1,10.5,1", "2,1,11,1", "2,1,11.5,1"}), "<DataViews>",
@@ -116,6 +123,7 @@ TEST(Brml, ColumnsStandAnywhereAndAnglesAreRoundedOrTheirOwn) {
 TEST(Brml, RowsWithoutAValueAreLeftOutAtTheirPlace) {
     const auto p = One(Route(two_theta, plain, {"2,1,10,16", "2,1,10.5,-9999", "2,1,11", "2,1,11.5,none", "", "2,1,12,25,7"}));
     EXPECT_EQ(p.x, (std::vector<float>{10, 12}));
+    EXPECT_FALSE(p.constant_step);
     EXPECT_EQ(p.y, (std::vector<float>{16, 25}));
 }
 
@@ -144,6 +152,13 @@ TEST(Brml, ScansOfSeveralDocumentsInTheOrderOfTheContainer) {
     EXPECT_EQ(reading.patterns[2].title, "Corundum, range 4");
     EXPECT_EQ(reading.patterns[2].bank, 4);
     EXPECT_EQ(reading.notes.failed, std::vector<std::string>{"Scan 3 holds no points"});
+
+    const std::string warm = Replace_All(Document(good), "<TubeMaterial>", "<TubeTemperature Unit=\"K\" Value=\"310\"/><TubeMaterial>");
+    reading = Read(Zip_File({{"Experiment0/RawData10.xml", second},
+                             {"Experiment0/RawData9.xml", Replace_All(warm, "\"nm\" Value=\"0.15406\"", "\"pm\" Value=\"154.06\"")}}));
+    ASSERT_EQ(reading.patterns.size(), 2u);
+    EXPECT_EQ(reading.patterns[1].y[0], 99);  // as people order names
+    EXPECT_EQ(std::pair(reading.patterns[0].TSample, reading.patterns[0].conv[0]), std::pair(0.0f, 1.5406f));
 
     std::string wrong = Zip_File({{"Experiment0/RawData0.xml", Document(good)}, {"Experiment0/RawData1.xml", second}});
     wrong[wrong.find(",99<")] = ';';  // its checksum tells

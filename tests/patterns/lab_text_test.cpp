@@ -64,8 +64,9 @@ TEST(Lab_Text, FilesAreRecognisedByTheirOwnReaderAlone) {
         for (const auto& [habit, text] : Habits(kind.text)) EXPECT_TRUE(kind.is(text)) << kind.name << habit;
         for (const int n : {40, 403})
             for (const Sample_File& sample : Sample_Files(n)) EXPECT_FALSE(kind.is(sample.text)) << kind.name << " of " << sample.name;
-        for (const char* text : {"", "*", "# remarks\n1 2\n3 4\n", "a\nb\nc\n100\n1 2\n2 3\n", "*SAMPLE = a\n*COLOR = b\n1, 2\n",
-                                 "title\n\n\n0 1\n1 2\n2 3\n", "t\n2theta\ncounts\n0 1 10\n1 2 3 4 5 6 7 8 9 10 11\n"})
+        for (const char* text :
+             {"", "*", "# remarks\n1 2\n3 4\n", "a\nb\nc\n100\n1 2\n2 3\n", "*SAMPLE = a\n*COLOR = b\n1, 2\n", "title\n\n\n0 1\n1 2\n2 3\n",
+              "t\n\n\n3\n3 5\n2 6\n1 7\n", "t\n2theta\ncounts\n0 1 10\n1 2 3 4 5 6 7 8 9 10 11\n"})
             EXPECT_FALSE(kind.is(text)) << kind.name << text;
     }
     EXPECT_TRUE(Is_Chi("title\n\n\n  1000\n 1 2\n 2 3\n") && Is_Chi("# chi_Q chi_I\n0.1 5\n0.2 6\n"));
@@ -138,6 +139,8 @@ TEST(Ras, OneScan) {
     EXPECT_EQ(Fact(p, "Voltage (kV)"), "40");
     EXPECT_EQ(Fact(p, "Position of Z"), "-1.5 mm");
 
+    EXPECT_NEAR(Only(Read_Ras, With(ras, "\"0.0200\"", "\"0.5\"")).step, 0.02, 1e-6);  // which the rows know better
+    EXPECT_FALSE(Only(Read_Ras, With(ras, "10.0200", "10.0300")).constant_step);
     EXPECT_EQ(Only(Read_Ras, With(ras, "\"Ka\"", "\"Ka1\"")).conv[1], 0);
     EXPECT_EQ(Only(Read_Ras, With(ras, "\"Ka\"", "\"Kb\"")).conv[0], 1.39225f);
     EXPECT_EQ(Only(Read_Ras, With(ras, "K\xC3\xA4se", " ")).title, "a memo");
@@ -234,6 +237,7 @@ TEST(Asc, CountsThatAreThereAreThePoints) {
     const Reading bad = Read_By(Read_Asc, asc_head + With(asc_group, "16, 25, 36, 49\n64, 81\n", "") + asc_group);
     ASSERT_EQ(bad.patterns.size(), 1u);
     EXPECT_EQ(bad.patterns.front().bank, 2);
+    EXPECT_EQ(Read_By(Read_Asc, asc_head + With(asc_group, "*END\n", "") + asc_group + "*EOF\n" + asc_group).patterns.size(), 2u);
     EXPECT_EQ(bad.notes.failed, std::vector<std::string>{"Range 1 of this ASC file holds no counts"});
 }
 

@@ -53,6 +53,7 @@ TEST(Rasx, WhatConditionsChange) {
     EXPECT_EQ(One(Replace_All(conditions, ">Ka<", ">Kb<")).conv, (std::array<float, 5>{1.392246f, 0, 0, 1.392246f, 0}));
     EXPECT_FLOAT_EQ(One(Replace_All(conditions, "deg/min", "deg/sec")).count_time, 0.05f);
     EXPECT_EQ(One(conditions, "11 36\n10.5 25\n10 16\n").y, (std::vector<float>{16, 25, 36}));  // measured downwards
+    EXPECT_FALSE(One(conditions, "10 1\n10.5 2\n12 3\n").constant_step);
     const auto rate = One(Replace_All(conditions, ">counts<", ">cps<"));
     EXPECT_TRUE(rate.per_second);
     EXPECT_EQ(rate.sigma[2], 12);

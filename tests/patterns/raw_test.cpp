@@ -215,6 +215,9 @@ TEST(Raw_Files, StoeCountsAreCheckedByTheirHead) {
     EXPECT_EQ(halves.sigma, halves.y);
     EXPECT_TRUE(Read(Stoe(2, 2, 2)).notes.warnings.empty());
     EXPECT_EQ(Read(Stoe(1, 1, 1, 1129)).notes.warnings.size(), 1u);
+    EXPECT_EQ(Read(Stoe(1, 1).replace(1024 + 38, 2, "\2\0", 2)).notes.warnings.size(), 1u);  // counts of another kind
+    EXPECT_TRUE(Read(Stoe(1, 1).replace(1024 + 120, 8, 8, '\0')).notes.warnings.empty());
+    EXPECT_EQ(At(Read(Stoe(1, 1).replace(1024 + 60, 4, 4, '\0')), 0).x, (std::vector<float>{10, 10.25f, 10.5f}));  // by its end
 }
 
 TEST(Raw_Files, CountsKeptAsRootsAndScansThatDidNotStop) {
@@ -242,6 +245,8 @@ TEST(Raw_Files, OldTextsOfCountsAndOfRates) {
     EXPECT_EQ(rates.sigma, (std::vector<float>{2, 1}));  // at 8 seconds each
     EXPECT_TRUE(rates.per_second);
     EXPECT_EQ(rates.npts_claimed, 4);
+    EXPECT_TRUE(read.notes.warnings.empty());  // the largest one may be lost
+    EXPECT_EQ(At(Read(Rigaku_Text(" 2", 3, "109.\r112.\r9x\r")), 0).npts, 2);
     EXPECT_EQ(Read(Rigaku_Text(" 2", 2, "5.\r6.\r")).notes.warnings.size(), 1u);  // 112 is told
     EXPECT_EQ(At(Read(Rigaku_Binary({1, 2, 3}, 3)), 0).x, (std::vector<float>{10, 10.5f, 11}));
 }
@@ -305,6 +310,9 @@ TEST(Raw_Files, HeadsTellWhatIsPutIntoThem) {
         return At(Read(file.replace(at, bytes.size(), bytes)), 0);
     };
     EXPECT_FLOAT_EQ(changed(files[2], 656, "nm").conv[1], 15.44f);
+    EXPECT_EQ(changed(files[2], 616, std::string(32, '\0')).conv[0], 1.5418f);  // that of the range alone
+    EXPECT_EQ(changed(files[1], 198, Numbers<float>({50})).conv[2], 0);         // no ratio of two lines
+    EXPECT_EQ(changed(files[5], 146, std::string(20, ' ')).title, "FILE");
     EXPECT_EQ(changed(files[6], 2970, std::string(4, '\0')).step, 0.5f);
     EXPECT_EQ(changed(files[5], 214, std::string(24, '\0')).x, At(Read(files[5]), 0).x);
     EXPECT_EQ(At(Read(Rigaku_Binary({1, 2, 3, 4, 3, 2, 1, 0.5f, 1, 9, 1}, 11)), 0).ymax, 9);
@@ -350,6 +358,7 @@ TEST(Raw_Files, HeadsAreNotBelieved) {
     EXPECT_EQ(fails(Raw_400(1, Raw_400_Range("Locked Coupled", 3, counts, 0))), "The length of its records is none");
     EXPECT_EQ(fails(Raw_400(1, Raw_400_Range("Locked Coupled", 3, std::string(15000, 'x'), 5000))), "The length of its records is none");
     EXPECT_EQ(At(Read(Raw_101_Head(1) + Raw_101_Range(0, 4, counts, 0, 0)), 0).npts, 3);
+    EXPECT_EQ(fails(Raw_2({{1, 2}}, 1).replace(256, 2, "\4\0", 2)), "The file ends before its points");
     EXPECT_EQ(fails(Stoe(0, 0).replace(480, 4, std::string(4, '\0'))), "The head does not tell where it stands");
     const auto down = At(Read(Raw_101_Head(1) + std::string(range).replace(176, 8, Numbers<double>({-0.5}))), 0);
     EXPECT_EQ(down.x, (std::vector<float>{1, 1.5f, 2}));
