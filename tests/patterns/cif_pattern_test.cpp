@@ -150,6 +150,7 @@ TEST(Cif_Pattern, HowRowsStand) {
                  {"2 10.25", "# a remark 1 2 3\n\n2\n\t10.25", five},
                  {" 5\n2 10.25", " 5 2 10.25", five},
                  {"1 10.00", "'a label' \"10.00\"", five},
+                 {"1 10.00", "'it's one' 10.00", five},
                  {"1 10.00", "\n;a text\n1 2 3\n;\n10.00", five},
                  {"\n5 11 90 9 7", "\n5\n11\n90\n9\n7", five},
                  {"121(11)", "?", four},

@@ -113,8 +113,9 @@ TEST(Instrument_Parameters, OtherFilesAndEmptyOnesSaySo) {
         EXPECT_EQ(Fault(text), other) << text.substr(0, 40);
         EXPECT_FALSE(Is_Instrument_Parameters(text));
     }
-    for (const char* text : {"Type:PXC\nLam:0\n", "Type:PNT\nLam:1.5\n", "Type:PXC\nLam:nan\n", "Type:PXC\nLam:1e300\n",
-                             "Type:PNT\ndifC:-22600\n", "INS   HTYPE   PXCR\nINS  1 ICONS\n", "INS   BANK      2\n", "Type:PXE\nLam:1.5\n"})
+    for (const char* text :
+         {"Type:PXC\nLam:0\n", "Type:PNT\nLam:1.5\n", "Type:PXC\nLam:nan\n", "Type:PXC\nLam:1e300\n", "Type:PNT\ndifC:-22600\n",
+          "Type:PNT\ndifC:1e8\n", "INS   HTYPE   PXCR\nINS  1 ICONS\n", "INS   BANK      2\n", "Type:PXE\nLam:1.5\n"})
         EXPECT_EQ(Fault(text), none) << text;
     std::string many;
     for (int i = 1; i <= 5000; ++i) many += "#Bank " + std::to_string(i) + "\nType:PNT\ndifC:5000\n";

@@ -70,6 +70,16 @@ public:
         return units.empty() ? *this : Text(path, "units", units);
     }
 
+    // Four numbers that another file holds.
+    Nexus_File& Outside(const std::string& path, const std::string& file) {
+        const hsize_t n = 4;
+        const hid_t space = H5Screate_simple(1, &n, nullptr), list = H5Pcreate(H5P_DATASET_CREATE);
+        H5Pset_external(list, file.c_str(), 0, 4 * sizeof(float));
+        H5Dclose(H5Dcreate2(file_, path.c_str(), H5T_IEEE_F32LE, space, H5P_DEFAULT, list, H5P_DEFAULT));
+        H5Pclose(list), H5Sclose(space);
+        return *this;
+    }
+
     // A link to another file.
     Nexus_File& Elsewhere(const std::string& path, const std::string& file, const std::string& there) {
         H5Lcreate_external(file.c_str(), there.c_str(), file_, path.c_str(), H5P_DEFAULT, H5P_DEFAULT);

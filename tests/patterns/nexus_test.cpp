@@ -106,14 +106,23 @@ TEST(Nexus, UnitsAndNamesTellWhatXIs) {
         {"edges", "deg", {10, 11, 12, 14, 16}, "", {10.5f, 11.5f, 13, 15}},
     };
     for (const Row& row : rows) {
-        const auto p = One(File([&](Nexus_File& file) {
-            file.Values("entry/data/I", four, {4}).Values(std::string("entry/data/") + row.name, row.x, {row.x.size()}, row.units);
-            file.Texts("entry/data", "axes", {row.name});
-        }));
+        const Reading reading = Read_By(
+            Read_Nexus, File([&](Nexus_File& file) {
+                file.Values("entry/data/I", four, {4}).Values(std::string("entry/data/") + row.name, row.x, {row.x.size()}, row.units);
+                file.Texts("entry/data", "axes", {row.name});
+            }));
+        const auto p = Only(reading);
+        EXPECT_EQ(reading.notes.warnings.size(), *row.units == '\0' ? 1u : 0u) << row.name;  // guessed
+        EXPECT_EQ(p.constant_step, row.x.size() == 4) << row.name;
         EXPECT_EQ(p.scat_var, row.scat_var) << row.name;
         for (std::size_t i = 0; i < 4; ++i) EXPECT_FLOAT_EQ(p.x[i], row.read[i]) << row.name << row.units;
         EXPECT_EQ(p.xmax, p.x.back());
     }
+    const auto named = One(File([](Nexus_File& file) {
+        file.Values("entry/data/I", four, {4}).Values("entry/data/x", {10, 20, 30, 40}, {4}).Text("entry/data", "axes", "x");
+        file.Text("entry/data/x", "long_name", "Momentum (nm^-1)");
+    }));
+    EXPECT_EQ(std::pair(named.scat_var, named.xmax), std::pair(std::string("q-space"), 4.0f));
 }
 
 TEST(Nexus, ErrorsBecomeVariances) {
@@ -123,6 +132,7 @@ TEST(Nexus, ErrorsBecomeVariances) {
                   })).sigma,
                   (Reals{1, 4, 9, 16}))
             << name;
+    EXPECT_EQ(One(Four_Points([](Nexus_File& file) { file.Values("entry/data/errors", {1, 2}, {2}); })).sigma, (Reals{16, 25, 36, 49}));
     const auto rate =
         One(Four_Points([](Nexus_File& file) { file.Text("entry/data/I", "units", "counts/s").Values("entry/count_time", {2}, {}, "s"); }));
     EXPECT_TRUE(rate.per_second);
@@ -142,6 +152,7 @@ TEST(Nexus, WhatTheEntryTells) {
         {"NXmonochromator", "wavelength", "nm", "neutron", 0.15, 1.5f, "neutrons_cw"},
         {"NXmonochromator", "energy", "keV", "synchrotron x-ray", 24.79684, 0.5f, "xrays_cw"},
         {"NXbeam", "incident_energy", "eV", "x-ray", 12398.42, 1, "xrays_cw"},
+        {"NXbeam", "energy", "", "x-ray", 12398.42, 1, "xrays_cw"},
         {"NXbeam", "incident_energy", "meV", "neutron", 81.8042, 1, "neutrons_cw"},
         {"NXsource", "energy", "GeV", "x-ray", 6, 0, "xrays_cw"},             // of the electrons
         {"NXmonochromator", "wavelength", "m", "x-ray", 0.4, 0, "xrays_cw"},  // which none has
@@ -241,20 +252,23 @@ TEST(Nexus, OlderFilesMarkTheDataThemselves) {
 }
 
 TEST(Nexus, DefaultLeadsToTheData) {
-    Nexus_File file;
-    file.Group("a", "NXentry")
-        .Group("a/data", "NXdata")
-        .Group("b", "NXentry")
-        .Group("b/deep", "NXprocess")
-        .Group("b/deep/result", "NXdata");
-    file.Text("/", "default", "b").Text("b", "default", "deep/result");
-    for (const std::string group : {"a/data", "b/deep/result"}) {
-        file.Text(group, "signal", "I").Text(group, "axes", "tth").Values(group + "/tth", angles, {4}, "deg");
-        file.Values(group + "/I", group == "a/data" ? angles : four, {4});
+    for (const auto& [first, second] : {std::pair{"b", "deep/result"}, {"b", ""}, {"b/deep/result", ""}}) {
+        Nexus_File file;
+        file.Group("a", "NXentry")
+            .Group("a/data", "NXdata")
+            .Group("b", "NXentry")
+            .Group("b/deep", "NXprocess")
+            .Group("b/deep/result", "NXdata");
+        file.Text("/", "default", first);
+        if (*second != '\0') file.Text("b", "default", second);
+        for (const std::string group : {"a/data", "b/deep/result"}) {
+            file.Text(group, "signal", "I").Text(group, "axes", "tth").Values(group + "/tth", angles, {4}, "deg");
+            file.Values(group + "/I", group == "a/data" ? angles : four, {4});
+        }
+        file.Words("a/title", "the other one").Words("b/title", "the result");
+        EXPECT_EQ(One(file.Bytes()).y[0], 16) << first;
+        EXPECT_EQ(One(file.Bytes()).title, "the result") << first;
     }
-    file.Words("a/title", "the other one").Words("b/title", "the result");
-    EXPECT_EQ(One(file.Bytes()).y[0], 16);
-    EXPECT_EQ(One(file.Bytes()).title, "the result");
 }
 
 TEST(Nexus, WhatIsNoPatternIsRefused) {
@@ -276,6 +290,11 @@ TEST(Nexus, WhatIsNoPatternIsRefused) {
         {with({2, 4}, "."), "The signal \"I\" of this file is an image without an axis of patterns"},
         {with({8}, "."), "The signal \"I\" of this file has no axis"},
         {with({4, 2}, "x"), "The axis \"x\" of the data, in \"V\", is none of a pattern"},
+        {File([](Nexus_File& file) { file.Outside("entry/data/I", "/etc/passwd"); }), "The signal \"I\" of this file lies in another file"},
+        {File([](Nexus_File& file) {
+             file.Values("entry/data/I", four, {4}).Values("entry/data/x", four, {4}, "m").Text("entry/data", "axes", "x");
+         }),
+         "The axis \"x\" of the data, in \"m\", is none of a pattern"},
         {File([](Nexus_File& file) { file.Words("entry/data/I", "text"); }), "The signal \"I\" of this file holds no numbers"},
         // A promise of numbers that were never written, or that no file of this size can hold.
         {File([](Nexus_File& file) { file.Values("entry/data/I", {}, {50'000'000}, "", H5T_IEEE_F64LE); }),

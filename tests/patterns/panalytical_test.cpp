@@ -479,6 +479,8 @@ TEST(Xrdml, FactorsTimesAndFacts) {
 
     const std::string time = "<commonCountingTime unit=\"seconds\">2.5</commonCountingTime>";
     EXPECT_EQ(Good(Read_Xrdml, with(time, "counts")).count_time, 2.5f);
+    EXPECT_EQ(Fact(Good(Read_Xrdml, with(time, "counts")), "Time a step (s)"), "2.5");
+    EXPECT_TRUE(Read_By(Read_Xrdml_Scans, Replace_All(with(time, "counts"), "unit=\"counts\"", "unit=\"percent\"")).status.failed);
     const std::string timed = Scan("4 2", "counts", Moved("2Theta", 10, 11) + time);
     EXPECT_EQ(Good(Read_Xrdml, Measured(timed + timed)).count_time, 5);
     const auto uneven = All_Of(with("<countingTimes>1 3</countingTimes><divergenceCorrections>1 1.1</divergenceCorrections>", "counts"));
