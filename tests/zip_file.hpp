@@ -33,7 +33,7 @@ inline std::string Deflated(const std::string& bytes) {
 inline std::string Zip_File(const std::vector<Zip_Member>& members) {
     const auto number = [](std::uint64_t value, int width) {
         std::string text;
-        for (int i = 0; i < width; ++i) text += static_cast<char>(value >> 8 * i & 255);
+        for (int i = 0; i < width; ++i) text += static_cast<char>(i < 8 ? value >> 8 * i & 255 : 0);
         return text;
     };
     std::string file, directory;
