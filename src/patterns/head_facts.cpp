@@ -1,10 +1,10 @@
 #include "patterns/head_facts.hpp"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <string>
 
+#include "base/conversions.hpp"
 #include "base/text.hpp"
 #include "base/text_file.hpp"
 
@@ -93,10 +93,7 @@ void Fact_List::Add(std::string_view name, std::string_view value) {
 }
 
 void Fact_List::Add(std::string_view name, double value) {
-    if (std::isnan(value)) return;
-    char digits[40];
-    const auto written = std::to_chars(std::begin(digits), std::end(digits), static_cast<float>(value));
-    Add(name, std::string_view(digits, static_cast<std::size_t>(written.ptr - digits)));
+    if (!std::isnan(value)) Add(name, IRealToString(static_cast<float>(value)));
 }
 
 std::shared_ptr<const Head_Facts> Fact_List::Done() const { return facts_.empty() ? nullptr : std::make_shared<const Head_Facts>(facts_); }

@@ -8,6 +8,7 @@
 #include "base/text.hpp"
 #include "patterns/head_facts.hpp"
 #include "patterns/reader_tools.hpp"
+#include "patterns/sound_points.hpp"
 
 namespace vntl {
 
@@ -90,10 +91,6 @@ std::shared_ptr<const Head_Facts> Shared_Facts(std::span<const Diffraction_Patte
     return facts.Done();
 }
 
-bool Rises(const std::vector<float>& x) {
-    return std::adjacent_find(x.begin(), x.end(), [](float a, float b) { return !(b > a); }) == x.end();
-}
-
 }  // namespace
 
 std::string Why_Not_Merged(std::span<const Diffraction_Pattern_Type> ranges) {
@@ -105,7 +102,7 @@ std::string Why_Not_Merged(std::span<const Diffraction_Pattern_Type> ranges) {
         if (range.scat_var != first.scat_var || range.legend_x != first.legend_x) return "The ranges have different axes";
         if (std::fabs(range.conv[0] - first.conv[0]) > same_wavelength) return "The ranges have different wavelengths";
         if (!range.per_second && !(range.count_time > 0)) return "The head tells no time a step of " + name;
-        if (range.x.size() < 2 || range.sigma.size() != range.x.size() || !range.sigma_is_variance || !Rises(range.x))
+        if (range.x.size() < 2 || range.sigma.size() != range.x.size() || !range.sigma_is_variance || !Has_Sound_Points(range))
             return "The points of " + name + " are not in order";
     }
     return {};

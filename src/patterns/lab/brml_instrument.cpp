@@ -4,6 +4,7 @@
 
 #include "base/text.hpp"
 #include "patterns/lab/brml_scan.hpp"
+#include "patterns/temperature.hpp"
 #include "patterns/told_values.hpp"
 
 namespace vntl {
@@ -70,7 +71,7 @@ void Brml_Instrument::Take(const Xml_Path& path, std::string_view text, std::str
     const std::string words = Lower(labels_.back()) + ' ' + Lower(name);
     const bool of_sample = Contains(words, "temperature") && !Contains(words, "tube") && !Contains(words, "detector") &&
                            !Contains(words, "cool") && !Contains(words, "water");
-    if (of_sample && kelvin == 0) kelvin = std::max(0.0, Brml_Kelvin(value, unit));
+    if (of_sample && kelvin == 0) kelvin = In_Kelvin(value, unit);
     const bool dull = name.starts_with("Virtual") || (name.starts_with("Oscillation") && value == 0) || path.Within("AlignmentRecords");
     if (!dull) Add(name, unit.empty() ? std::string(text) : std::string(text) + ' ' + std::string(unit));
 }

@@ -7,6 +7,7 @@
 #include "base/text.hpp"
 #include "patterns/reader_tools.hpp"
 #include "patterns/scan_axis.hpp"
+#include "patterns/temperature.hpp"
 #include "patterns/told_values.hpp"
 
 namespace vntl {
@@ -201,16 +202,6 @@ void Brml_Scan::Take_Row(std::string_view text) {
 
 bool Brml_Scan::Is_Sensor_Record() const { return Contains(name, "NonAmbientModeData"); }
 
-double Brml_Kelvin(double value, std::string_view unit) {
-    if (!Is_Sound(value)) return 0;
-    if (unit == "K" || Holds_No_Case(unit, "kelvin")) return value;
-    constexpr std::string_view degrees =
-        "\xB0"
-        "C";  // as Latin-1 and UTF-8 end
-    const bool celsius = unit == "C" || Holds_No_Case(unit, "celsius") || unit.ends_with(degrees) || Equal_No_Case(unit, "degC");
-    return celsius ? value + 273.15 : 0;
-}
-
 double Temperature_Of(const Brml_Scan& scan) {
     for (const Brml_Column& column : scan.columns) {
         if (column.counts || !In_Rows(scan, &column) || !Holds_No_Case(column.name + column.shown, "temperature")) continue;
@@ -222,7 +213,7 @@ double Temperature_Of(const Brml_Scan& scan) {
             sum += static_cast<double>(value);
             ++n;
         }
-        if (n > 0) return std::max(0.0, Brml_Kelvin(sum / static_cast<double>(n), column.unit));
+        if (n > 0) return In_Kelvin(sum / static_cast<double>(n), column.unit);
     }
     return 0;
 }

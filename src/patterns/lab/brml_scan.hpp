@@ -49,9 +49,6 @@ struct Brml_Scan {
 // The mean of the temperature that the rows tell, in kelvin; 0 where they tell none.
 double Temperature_Of(const Brml_Scan& scan);
 
-// `value` in kelvin, 0 where the unit is none of temperatures.
-double Brml_Kelvin(double value, std::string_view unit);
-
 // One pattern, or one a row, at most so many, where the detector counts along an axis all at once. Title, wavelengths and number are not
 // the scan's. Fails with a sentence that goes on from "Scan 2"; what a user must know of the patterns goes to `warnings`, as such a
 // sentence too.

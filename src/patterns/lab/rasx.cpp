@@ -1,15 +1,16 @@
 #include "patterns/lab/rasx.hpp"
 
 #include <algorithm>
-#include <cmath>
 #include <map>
 #include <string>
+#include <utility>
 
 #include "base/huge_pages.hpp"
 #include "base/natural_order.hpp"
 #include "base/text.hpp"
 #include "base/text_file.hpp"
 #include "base/zip_archive.hpp"
+#include "patterns/lab/lab_text.hpp"
 #include "patterns/lab/rasx_conditions.hpp"
 #include "patterns/number_walk.hpp"
 #include "patterns/reader_tools.hpp"
@@ -79,22 +80,12 @@ Columns Read_Columns(std::string_view text) {
     return columns;
 }
 
-Status Fill(Diffraction_Pattern_Type& p, const Columns& columns, double claimed) {
-    if (Status status = Allocate_Measured(p, columns.x.size()); status.failed) return Status::Fail("holds no points");
-    std::copy(columns.x.begin(), columns.x.end(), p.x.begin());
-    std::copy(columns.y.begin(), columns.y.end(), p.y.begin());
-    Set_Count_Variances(p);
-    if (p.per_second && p.count_time > 0)
-        for (float& variance : p.sigma) variance /= p.count_time;
+Status Fill(Diffraction_Pattern_Type& p, Columns&& columns, double claimed) {
+    if (Take_Points(p, std::move(columns.y), std::move(columns.x)).failed) return Status::Fail("holds no points");
+    Set_Lab_Variances(p);
     End_At_Last_Number(p, p.x.size(), claimed);
     if (p.x.back() < p.x.front()) Turn_Round(p);
-    p.xmin = p.x.front();
-    p.xmax = p.x.back();
-    p.step = p.npts > 1 ? (p.xmax - p.xmin) / static_cast<float>(p.npts - 1) : 0.0f;
-    constexpr float rounding = 1.1e-4f;  // of four decimals
-    std::size_t i = 0;
-    while (i < p.x.size() && std::fabs(p.x[i] - (p.xmin + static_cast<float>(i) * p.step)) <= rounding) ++i;
-    p.constant_step = i == p.x.size() && p.step > 0;
+    Set_Steps(p);
     Set_Y_Limits(p);
     return Status::Done();
 }
@@ -136,10 +127,10 @@ private:
             notes_.failed.push_back(words + "cannot be unpacked: " + status.message);
             return;
         }
-        const Columns columns = Read_Columns(bytes_);
+        Columns columns = Read_Columns(bytes_);
         Diffraction_Pattern_Type p = std::move(conditions.told);
         p.radiation = "xrays_cw";
-        if (const Status status = Fill(p, columns, conditions.count); status.failed) {
+        if (const Status status = Fill(p, std::move(columns), conditions.count); status.failed) {
             notes_.failed.push_back(words + status.message);
             return;
         }

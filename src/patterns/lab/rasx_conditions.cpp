@@ -5,13 +5,14 @@
 #include "base/text.hpp"
 #include "base/text_file.hpp"
 #include "base/xml_events.hpp"
+#include "patterns/temperature.hpp"
 #include "patterns/told_values.hpp"
 
 namespace vntl {
 
 namespace {
 
-constexpr double seconds_a_minute = 60, celsius_zero = 273.15;
+constexpr double seconds_a_minute = 60;
 
 double Number(std::string_view text) {
     double value = 0;
@@ -115,9 +116,8 @@ private:
         double value = 0, end = 0;
         if (!Parse_Real(position, value)) return;
         if (Parse_Real(attributes["EndPosition"], end)) value = (value + end) / 2;
-        const double kelvin = unit == "K" ? value : value + celsius_zero;
-        if (kelvin > 0 && Is_Sound(kelvin) && (unit == "K" || unit.ends_with('C') || unit == "degree"))
-            told_.told.TSample = static_cast<float>(kelvin);
+        const double kelvin = In_Kelvin(value, unit == "degree" ? "C" : unit);
+        if (kelvin > 0) told_.told.TSample = static_cast<float>(kelvin);
     }
 
     // The axes are told once again in the pairs, and not better.

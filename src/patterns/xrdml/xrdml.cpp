@@ -6,6 +6,7 @@
 #include <memory>
 #include <string>
 
+#include "base/conversions.hpp"
 #include "base/text.hpp"
 #include "base/text_file.hpp"
 #include "patterns/head_facts.hpp"
@@ -47,13 +48,6 @@ Status Take_Wavelengths(const Xrdml_Measurement& found, std::array<float, 5>& co
     for (const Row& row : rows)
         if (!row.found.given || !Told_Real(row.found.text, row.value)) return Xrdml_Ended_At(row.name);
     return Status::Done();
-}
-
-// A number with as few digits as tell it.
-std::string Short(double value) {
-    Fact_List one;
-    one.Add("value", value);
-    return one.Empty() ? std::string() : one.Done()->front().value;
 }
 
 // Whether a list of the file holds counts that nobody gave up.
@@ -177,7 +171,7 @@ private:
         if (axis.start.given && axis.end.given)
             facts.Add(name, Xml_Words(axis.start.text) + " to " + Xml_Words(axis.end.text));
         else if (axis.list.given && axis.Ends(from, to))
-            facts.Add(name, "list from " + Short(from) + " to " + Short(to));
+            facts.Add(name, "list from " + IRealToString(static_cast<float>(from)) + " to " + IRealToString(static_cast<float>(to)));
         else if (axis.common.given)
             facts.Add(name, Xml_Words(axis.common.text));
     }
@@ -202,11 +196,12 @@ private:
             const Xrdml_Axis* const axis = sum.First().Find(stepped[i]);
             double from = 0, to = 0;
             if (axis == nullptr || !axis->Ends(from, to)) continue;
-            marks += ", " + Kept_Text(Xml_Words(axis->name), scat_var_width) + ' ' + Short(from);
-            if (axis->Moves()) marks += " to " + Short(to);
+            marks += ", " + Kept_Text(Xml_Words(axis->name), scat_var_width) + ' ' + IRealToString(static_cast<float>(from));
+            if (axis->Moves()) marks += " to " + IRealToString(static_cast<float>(to));
             if (axis->unit != "deg") marks += ' ' + Kept_Text(Xml_Words(axis->unit), scat_var_width);
         }
-        return warmed && sum.First().temperature > 0 ? marks + ", " + Short(sum.First().temperature) + " K" : marks;
+        return warmed && sum.First().temperature > 0 ? marks + ", " + IRealToString(static_cast<float>(sum.First().temperature)) + " K"
+                                                     : marks;
     }
 
     void Finish_All(const Xrdml_Measurement& measurement, const std::array<float, 5>& conv) {

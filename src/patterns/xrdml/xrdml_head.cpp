@@ -6,6 +6,7 @@
 #include "base/real_parse.hpp"
 #include "base/text.hpp"
 #include "base/text_file.hpp"
+#include "patterns/temperature.hpp"
 #include "patterns/told_values.hpp"
 
 namespace vntl {
@@ -76,22 +77,6 @@ bool Is_Temperature(const Tag_Walk& tags) {
     return Contains(tags.Name(), word) || Contains(tags.Value("type"), word) || Contains(tags.Value("axis"), word);
 }
 
-// Kelvin; 0 for a unit that is none of temperature, or a value that no sample has.
-double In_Kelvin(double value, std::string_view unit) {
-    constexpr double ice = 273.15, hottest = 5000;
-    const std::string small = Lower(Trim(unit));
-    const bool celsius = small == "c" || small.starts_with("celsius") || small.ends_with("degc") ||
-                         small ==
-                             "\xC2\xB0"
-                             "c" ||
-                         small ==
-                             "\xB0"
-                             "c";
-    if (!celsius && !small.empty() && small != "k" && !small.starts_with("kelvin")) return 0;
-    const double kelvin = celsius ? value + ice : value;
-    return kelvin > 0 && kelvin < hottest ? kelvin : 0;
-}
-
 // The mean of a text of nothing but numbers.
 bool Mean_Of(std::string_view text, double& mean) {
     double sum = 0;
@@ -159,7 +144,7 @@ void Xrdml_Head::Take_Temperature(std::string_view content, std::string_view uni
     double value = 0;
     if (!Inside("xrdMeasurement") || Inside(incident) || Inside(diffracted) || !Mean_Of(content, value)) return;
     double& kept = Inside("scan") ? scan.temperature : measurement.temperature;
-    if (!(kept > 0)) kept = In_Kelvin(value, unit);
+    if (!(kept > 0)) kept = In_Kelvin(value, Trim(unit).empty() ? "K" : unit);
 }
 
 // A part that stands in a beam, or moves the sample.
