@@ -25,6 +25,7 @@ constexpr bool Is_Refined(Row_Kind kind) { return kind == Row_Kind::prf || kind 
 
 struct PRF_Info_Add_Type {
     std::string file_name;    // name shown in the lists, without directory; "<copy>" for a copy
+    std::string legend_text;  // what the user calls the row; blank: by its file
     std::string directory;    // directory of the file
     std::string origin_note;  // title of a profile file of a refinement
     Row_Kind kind = Row_Kind::none;

@@ -162,7 +162,7 @@ Drawn Plot_Contour(const Scene& scene, Graphics& g, float x1, float x2, int firs
     const bool log = plot.plot_type == Plot_Form::contour_log;
     const std::string title = std::string(Trim(scene.prefs.contour.contour_title)) + (log ? " (Log-Scale)" : "");
     const View units = Draw_Grid_Map(
-        {plot.grid, plot.zone, title, plot.xlabel_text, plot.grid.Of_Temperatures() ? "Temperature" : "Pattern"}, scene.prefs, g);
+        {plot.grid, scene.zone, title, plot.xlabel_text, plot.grid.Of_Temperatures() ? "Temperature" : "Pattern"}, scene.prefs, g);
     return {{x1, x2, static_cast<float>(first), static_cast<float>(last)}, units, plot.ylabel_text};
 }
 

@@ -45,21 +45,22 @@ std::string_view Title_Text(const Scene& scene, int n) {
 }
 
 // Covers the numbers of the y scale below the data's zero: a refined profile's ticks and difference curve lie there.
-void Hide_Negative_Numbers(const Plot_State& plot, const Graph2D_Prefs& prefs, Presentation& p, const View& window) {
+void Hide_Negative_Numbers(const Plot_Zone& zone, const Graph2D_Prefs& prefs, Presentation& p, const View& window) {
     Graphics& g = p.graphics();
     float gx = 0, zero = 0;
     p.IPgUnitsToGrUnits(window.x1, 0, gx, zero);
-    const float foot = plot.zone.y1 * page_height;
+    const float foot = zone.y1 * page_height;
     if (!(zero > foot)) return;
     g.IGrColourN(prefs.frame_background);
     g.IGrFillPattern(fill_solid);
-    g.IGrRectangle(0, 0.9f * foot, plot.zone.x1 * page_width, 0.9f * std::min(zero, page_height));
+    g.IGrRectangle(0, 0.9f * foot, zone.x1 * page_width, 0.9f * std::min(zero, page_height));
 }
 
 // The name of a row's file, and which of its patterns it is: rows of one file would look alike. UXD calls them ranges.
 std::string Legend_Name(const Profile_Store& store, int row) {
     const PRF_Info_Add_Type& info = store.Info(row);
     const std::int32_t bank = store.Pattern(row).bank;
+    if (!Trim(info.legend_text).empty()) return std::string(Trim(info.legend_text));
     std::string name(Trim(info.file_name));
     const bool of_file = info.kind == Row_Kind::data || info.kind == Row_Kind::rietv;
     if (bank > 0 && of_file) name += (info.format == "SOCABIM" ? " (range " : " (bank ") + std::to_string(bank) + ')';
@@ -73,9 +74,8 @@ float Legend_X(const Scene& scene, const Graphics& g, int n) {
     if (scene.prefs.graph2d.legend.pos != legend_in_right) return x;
     float longest = 0;
     for (int row = 1; row <= n; ++row) longest = std::max(longest, g.Text_Width(Legend_Name(scene.store, row)));
-    const Plot_State& plot = scene.plot;
-    const float inside = plot.zone.x2 * page_width - frame_gap - symbol_room - longest;
-    return std::min(x, std::max(inside, plot.zone.x1 * page_width + page_edge));
+    const float inside = scene.zone.x2 * page_width - frame_gap - symbol_room - longest;
+    return std::min(x, std::max(inside, scene.zone.x1 * page_width + page_edge));
 }
 
 std::string Logarithm_Of(std::string_view title) {
@@ -155,16 +155,18 @@ void Write_In_Middle(Graphics& g, int font, float char_width, float char_height,
     g.IGrCharJustify(0);
 }
 
+Plot_Zone Fitted_Zone(const Scene& scene, Graphics&) { return scene.zone; }
+
 void Draw_Title(const Scene& scene, Presentation& p, int n) {
     if (n < 1) return;
     p.graphics().IGrLineWidth(1);
-    Write_Title(scene.prefs.graph2d.title, scene.plot.zone, p, Title_Text(scene, n));
+    Write_Title(scene.prefs.graph2d.title, scene.zone, p, Title_Text(scene, n));
 }
 
 void Draw_Scales(const Scene& scene, Presentation& p, const View& window) {
     const Graph2D_Prefs& prefs = scene.prefs.graph2d;
     Write_Y_Scale(prefs.yscale, p, window);
-    if (scene.store.prf_loaded && scene.prefs.prf.hide_negative) Hide_Negative_Numbers(scene.plot, prefs, p, window);
+    if (scene.store.prf_loaded && scene.prefs.prf.hide_negative) Hide_Negative_Numbers(scene.zone, prefs, p, window);
     Write_X_Scale(prefs.xscale, p, window);
 }
 
@@ -177,18 +179,18 @@ std::string Y_Title(const Scene& scene) {
 void Draw_Axis_Labels(const Scene& scene, Presentation& p, std::string_view y_title, bool log) {
     const Graph2D_Prefs& prefs = scene.prefs.graph2d;
     Write_Y_Label(prefs.ylabel, p, log ? Logarithm_Of(y_title) : std::string(y_title));
-    Write_X_Label(prefs.xlabel, scene.plot.zone, p, scene.plot.xlabel_text);
+    Write_X_Label(prefs.xlabel, scene.zone, p, scene.plot.xlabel_text);
 }
 
-void Draw_Target(const Plot_State& plot, Graphics& g) {
+void Draw_Target(const Plot_Zone& zone, Graphics& g) {
     const float w = page_width, h = page_height;
     g.IGrLineWidth(1);
     g.IGrFillPattern(fill_outline);
     g.IGrColour("Black");
-    g.IGrMoveTo(0.5f * w, plot.zone.y1 * h);
-    g.IGrLineTo(0.5f * w, plot.zone.y2 * h);
-    g.IGrMoveTo(plot.zone.x1 * w, 0.5f * h);
-    g.IGrLineTo(plot.zone.x2 * w, 0.5f * h);
+    g.IGrMoveTo(0.5f * w, zone.y1 * h);
+    g.IGrLineTo(0.5f * w, zone.y2 * h);
+    g.IGrMoveTo(zone.x1 * w, 0.5f * h);
+    g.IGrLineTo(zone.x2 * w, 0.5f * h);
     g.IGrRectangle(500, 320, 700, 480);
     g.IGrRectangle(400, 240, 800, 560);
 }
@@ -226,7 +228,7 @@ void Draw_Legend(const Scene& scene, Presentation& p, int n) {
 }
 
 Plot_Zone Room_Beside_Texts(const Scene& scene) {
-    Plot_Zone room = scene.plot.zone;
+    Plot_Zone room = scene.zone;
     const float foot = legend_top - legend_step * static_cast<float>(scene.store.nperfiles() + 1);
     if (Has_Legend(scene) && foot > room.y1) room.y2 = std::min(room.y2, foot);
     return room;

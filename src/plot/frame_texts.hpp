@@ -20,10 +20,13 @@ void Write_X_Scale(const Text_Prefs&, Presentation&, const View& window);
 // Why there is no plot, in the middle of the page, as large as the page has room for.
 void Write_In_Middle(Graphics&, int font, float char_width, float char_height, std::string_view text);
 
+// The plot box of a graph of the first `n` rows or of a map: that of the scene, or where the look says so what numbers and labels leave.
+Plot_Zone Fitted_Zone(const Scene&, Graphics&);
+
 void Draw_Title(const Scene&, Presentation&, int n);
 void Draw_Scales(const Scene&, Presentation&, const View& window);  // with the numbers under zero of a refined profile hidden
 void Draw_Axis_Labels(const Scene&, Presentation&, std::string_view y_title, bool log);
-void Draw_Target(const Plot_State&, Graphics&);
+void Draw_Target(const Plot_Zone&, Graphics&);
 void Draw_Frame(Presentation&);
 void Draw_Legend(const Scene&, Presentation&, int n);
 

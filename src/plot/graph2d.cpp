@@ -195,7 +195,7 @@ Drawn plot_graph2d(const Scene& scene, Graphics& g, int n, const View& window, b
     const Profile_Store& store = scene.store;
     n = std::clamp(n, 0, store.nperfiles());
     Presentation p(g);
-    Draw_Page(scene.plot.zone, p, scene.prefs.graph2d.frame_background, scene.prefs.graph2d.frame_foreground);
+    Draw_Page(scene.zone, p, scene.prefs.graph2d.frame_background, scene.prefs.graph2d.frame_foreground);
     if (window.Drawable()) {
         p.IPgUnits(window.x1, window.y1, window.x2, window.y2);
         Draw_Rows(scene, p, n, window, log);
@@ -207,7 +207,7 @@ Drawn plot_graph2d(const Scene& scene, Graphics& g, int n, const View& window, b
     const bool refined = store.prf_loaded && store.ProfilePRFactive >= 1 && store.ProfilePRFactive <= n;
     if (refined && window.Drawable()) Draw_PRF_Overlay(scene, p, window, log);
     Page_Units(g);
-    if (scene.plot.show_target) Draw_Target(scene.plot, g);
+    if (scene.plot.show_target) Draw_Target(scene.zone, g);
     Draw_Frame(p);
     Draw_Legend(scene, p, n);
     return {window, window, std::move(y_title)};

@@ -33,7 +33,7 @@ void Set_Units(Presentation_3D& p, float first, float last, float x1, float x2, 
 
 // The page, and a box of data as the view turns it.
 Presentation_3D Page_In_Space(const Scene& scene, Graphics& g, Colour background, float rotation, float elevation) {
-    const Plot_Zone& zone = scene.plot.zone;
+    const Plot_Zone& zone = scene.zone;
     Page_Units(g);
     g.IGrPaletteBack(background);
     g.IGrClear();

@@ -21,8 +21,9 @@ constexpr int first_background_points = 2;
 // Data units of the view inside the zone, and page units again at the end.
 class Data_Units {
 public:
-    Data_Units(const Plot_State& plot, Graphics& g) : g_(g) {
-        g_.IGrArea(plot.zone.x1, plot.zone.y1, plot.zone.x2, plot.zone.y2);
+    Data_Units(const Scene& scene, Graphics& g) : g_(g) {
+        const Plot_State& plot = scene.plot;
+        g_.IGrArea(scene.zone.x1, scene.zone.y1, scene.zone.x2, scene.zone.y2);
         g_.IGrUnits(plot.x_view_min, plot.y_view_min, plot.x_view_max, plot.y_view_max);
     }
     ~Data_Units() {
@@ -136,7 +137,7 @@ float Keep_Inside(float at, float size, float from, float to, float page) {
 
 void Draw_Marks(const Scene& scene, Graphics& g) {
     if (scene.plot.plot_type != Plot_Form::calculation || !scene.plot.Shown_View().Drawable()) return;
-    const Data_Units units(scene.plot, g);
+    const Data_Units units(scene, g);
     switch (scene.plot.ClickMode) {
         case Click_Mode::fit:
             Draw_Fit(scene, g);
@@ -157,7 +158,7 @@ void Draw_Marks(const Scene& scene, Graphics& g) {
 
 void Draw_Picks(const Scene& scene, Graphics& g, const std::vector<int>& entries, bool generated) {
     if (!scene.plot.Shown_View().Drawable() || (!generated && scene.store.ProfilePRFactive < 1)) return;
-    const Data_Units units(scene.plot, g);
+    const Data_Units units(scene, g);
     g.IGrLineWidth(3);
     g.IGrColourN(generated ? magenta : red);
     for (const int entry : entries) {

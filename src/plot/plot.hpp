@@ -19,13 +19,17 @@ struct Scene {
     const Calculation_Lists& lists;
     const Preferences& prefs;
     const Configuration& config;
+    const Look& look;
+    const Desk& desk;
+    Plot_Zone zone;  // the plot box; `Draw_Picture` lays it out where the look says so
 };
-inline Scene Scene_Of(const Session& s) { return {s.store, s.plot, s.lists, s.prefs, s.config}; }
+inline Scene Scene_Of(const Session& s) { return {s.store, s.plot, s.lists, s.prefs, s.config, s.look, s.desk, s.plot.zone}; }
 
 // What drawing has found: the window that was drawn, the units of the plot box, and the title of the y axis, which row 1 may give.
 struct Drawn {
     View window, units;
     std::string y_title;
+    Plot_Zone zone = {};  // the plot box
 };
 
 // The picture of the present `plot_type`, without the marks.

@@ -133,8 +133,8 @@ void Draw_PRF_Overlay(const Scene& scene, Presentation& p, const View& window, b
     if (store.show_difference) overlay.Draw_Difference();
     if (store.show_background) overlay.Draw_Background();
 
-    const Plot_State& plot = scene.plot;
-    g.IGrArea(plot.zone.x1, plot.zone.y1, plot.zone.x2, plot.zone.y2);
+    const Plot_Zone& zone = scene.zone;
+    g.IGrArea(zone.x1, zone.y1, zone.x2, zone.y2);
     g.IGrUnits(window.x1, window.y1, window.x2, window.y2);
     g.IGrLineType(0);
     g.IGrLineWidth(static_cast<float>(std::clamp(scene.prefs.prf.refl_pitch, 1, 5)));

@@ -76,13 +76,19 @@ static_assert(form_pictures.size() == std::size(plot_forms));
 Drawn Draw_Picture(const Scene& scene, Device& device) {
     Graphics g(device);
     const Plot_Form form = Shows_Welcome(scene) ? Plot_Form::none : scene.plot.plot_type;
-    return form_pictures[static_cast<std::size_t>(form)](scene, g);
+    Scene laid_out = scene;
+    laid_out.zone = {};
+    if (form != Plot_Form::none && scene.look.fitted_margins) laid_out.zone = Fitted_Zone(laid_out, g);
+    Drawn drawn = form_pictures[static_cast<std::size_t>(form)](laid_out, g);
+    drawn.zone = laid_out.zone;
+    return drawn;
 }
 
 void Draw_With_Marks(const Scene& scene, Device& device) {
-    Draw_Picture(scene, device);
+    Scene marked = scene;
+    marked.zone = Draw_Picture(scene, device).zone;
     Graphics marks(device);
-    Draw_Marks(scene, marks);
+    Draw_Marks(marked, marks);
 }
 
 Drawn Show_Picture(int window, const Scene& scene) {
@@ -118,6 +124,7 @@ void Plot_Redraw(Session& session) {
     plot.drawn_points = Shown_Points(Scene_Of(session));
     plot.drawn = drawn.window;
     plot.units = drawn.units;
+    plot.zone = drawn.zone;
     plot.ylabel_text = std::move(drawn.y_title);
     Show_Marks(main_window, Scene_Of(session));
 }

@@ -16,6 +16,7 @@ enum Id : int {
 
     // Profiles
     show_profiles = 40023, sort_profiles = 40025, play_profiles = 40158, copy_profile = 40102, delete_profiles = 40037,
+    pattern_list = 40547, rename_pattern = 40548, delete_chosen = 40560, show_chosen = 40561, hide_chosen = 40562, show_all = 40563,
     normalize_monitor = 40026, shift_profiles = 40141, offset_align = 40149, scale_y = 40115, scale_x = 40124,
     file_information = 40546, select_excluded = 40110, insert_excluded = 40151, admin_excluded = 40034,
 
@@ -24,10 +25,11 @@ enum Id : int {
     change_wavelength = 40087, change_dtt = 40088, constants_from_file = 40545,
 
     // Calculations
+    subtract_background = 40559,
     sum = 40100, average = 40123, difference = 40101, multiply = 40162, efficiency = 40163,
     smoothing_menu = 40035, smooth_fourier = 40020, smooth_polynomial = 40090,
     peaks_menu = 40091, peaks_on = 40096, peaks_off = 40097, search_peaks = 40092, search_satellites = 40180,
-    insert_peak = 40093, delete_peak = 40094, clear_peaks = 40147,
+    insert_peak = 40093, delete_peak = 40094, snap_to_maximum = 40558, clear_peaks = 40147,
     save_peaks_menu = 40008, save_peaks_free = 40010, save_peaks_dicvol = 40098, save_peaks_treor = 40191, save_peaks_ito = 40160,
     save_peaks_vecfind = 40177,
     background_menu = 40120, background_on = 40138, background_off = 40139, search_background = 40159,
@@ -40,7 +42,9 @@ enum Id : int {
 
     // Plot
     graph_2d = 40027, graph_2d_log = 40226, contour = 40031, contour_log = 40227, graph_3d = 40028, surface_3d = 40125, model_3d = 40022,
-    logarithms = 40508, focus = 40021, focus_profile = 40036, target = 40111,
+    linear_intensities = 40549, logarithms = 40508, root_intensities = 40550, next_scale = 40551, waterfall = 40552,
+    style_default = 40553, style_paper = 40554, style_screen = 40555, style_dark = 40556, series_by_temperature = 40557,
+    focus = 40021, focus_profile = 40036, target = 40111,
     move_left = 40106, move_right = 40109, all_left = 40133, all_right = 40116, move_up = 40118, move_down = 40119,
     contract = 40136, expand = 40137, view_back = 40503, view_forward = 40504,
     drag = 40105, drag_end = 40113, quick_view = 40030, viewer_2d = 40169, generic_graphs = 40179, sequential_results = 40155,

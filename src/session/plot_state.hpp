@@ -11,6 +11,7 @@
 #include "session/plot_form.hpp"
 #include "session/plot_grid.hpp"
 #include "session/x_space.hpp"
+#include "session/y_scale.hpp"
 
 namespace vntl {
 
@@ -79,6 +80,14 @@ struct Drag {
 // What a view is a window of: intensities, their logarithms, or rows.
 enum class View_Kind { counts, logarithms, rows };
 
+// The shown rows set apart in the picture, each above the one before it; their points stay as they are.
+struct Waterfall {
+    float offset = 0;  // between two rows, 0 to 1: a share of the height of one pattern (`y_all_max` - `y_all_min`, on the scale of y)
+    bool by_temperature = false;  // in proportion to the temperatures, of all rows as much as even offsets; where each row has one
+    bool hidden_lines = false;    // a row hides what lies behind it, below its curve
+    bool operator==(const Waterfall&) const = default;
+};
+
 // The views that the user has been at, for the ways back and forward.
 struct View_History {
     std::vector<View> views;
@@ -93,7 +102,10 @@ struct Plot_State {
     Move_Mode MoveMode = Move_Mode::none;
     Click_Mode ClickMode = Click_Mode::none;
     bool log_scale = false;
-    bool log_of_one = false;   // the logarithmic form shows the only row, by the user's wish
+    bool log_of_one = false;            // the logarithmic form shows the only row, by the user's wish
+    Y_Scale y_scale = Y_Scale::linear;  // of a graph that is not "multi_log"
+    Waterfall waterfall;
+    int pointed_row = 0;       // whose curve is under the pointer, in the picture or in the list of patterns; 0 none
     bool show_target = false;  // "View target at centre"
     bool peak_insert = false, peak_delete = false, bgr_insert = false, bgr_delete = false;
 
@@ -166,6 +178,7 @@ struct Plot_State {
 
     bool Is_2D() const { return Row_Of(plot_type).is_2d; }
     bool Is_Log() const { return plot_type == Plot_Form::multi_log; }
+    Y_Scale Scale() const { return Is_Log() ? Y_Scale::logarithm : y_scale; }
 };
 
 }  // namespace vntl

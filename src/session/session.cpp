@@ -88,6 +88,7 @@ void Reset_Profiles(Session& session) {
     Plot_State fresh;
     fresh.plot_type = session.plot.plot_type;
     fresh.log_scale = session.plot.log_scale;
+    fresh.y_scale = session.plot.y_scale;
     fresh.read_ms = session.plot.read_ms;
     fresh.draw_ms = session.plot.draw_ms;
     fresh.drawn_points = session.plot.drawn_points;
@@ -105,6 +106,7 @@ void Write_Exit_Files(const Session& session) {
     Write_Last_Directory(session.config, session.prefs.environment.quendrix_dir);
     Write_Select_Directory(session.config);
     session.recent.Write(session.config.Recent_Files_Path());
+    Write_Desk(session.desk, Desk_File(session.config, session.prefs.environment));
 }
 
 Status Check_Invariants(const Session& session) {

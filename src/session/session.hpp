@@ -5,6 +5,9 @@
 #include "calc/search.hpp"
 #include "session/commands.hpp"
 #include "session/configuration.hpp"
+#include "session/desk/desk.hpp"
+#include "session/desk/look.hpp"
+#include "session/desk/styles.hpp"
 #include "session/hkl_gen.hpp"
 #include "session/lists.hpp"
 #include "session/plot_state.hpp"
@@ -24,6 +27,9 @@ struct Session {
     Quick_View quick_view;
     Interface_State interface;
     Preferences prefs;
+    Look look;  // of the style in force
+    Style_State style;
+    Desk desk;
     Configuration config;
     Recent_Files recent;
     Row_Shift shift;      // given last in "Shift profiles"; a new start leaves it

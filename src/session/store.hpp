@@ -56,7 +56,8 @@ public:
     std::bitset<max_profiles> profile_shown = std::bitset<max_profiles>().set();
     std::bitset<max_profiles> show_ycalc_of;
     std::bitset<max_profiles> show_bgr_of;
-    bool mixed_scat_var = false;  // rows of different scattering variable are in the store
+    std::bitset<max_profiles> chosen;  // in the list of patterns; goes with the rows wherever they go
+    bool mixed_scat_var = false;       // rows of different scattering variable are in the store
 
     Change_History changes;  // what was done to the rows; see session/changes.hpp
 

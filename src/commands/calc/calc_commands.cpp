@@ -38,6 +38,7 @@ constexpr Command commands[] = {
     {command::sum, "Summation", "sum", Sum, "", "Add profiles to one"},
     {command::average, "Average", "average", Average, "", "The mean of profiles"},
     {command::difference, "Difference", "difference", Difference, "", "The difference of two profiles"},
+    {command::subtract_background, "Subtract background", "", nullptr, "", "A new profile: the first one shown less its background"},
     {command::multiply, "Multiply Y / Shift X / Normalize", "multiply", Multiply, "", "Multiply intensities, shift x, or normalize"},
     {command::efficiency, "Apply Eff. Corr.", "", Correct_Efficiency, "", "Divide by the efficiency of the detectors"},
     {command::smoothing_menu, "Smoothing", "", Open_Popup, "", ""},

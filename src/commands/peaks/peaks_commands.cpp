@@ -91,6 +91,7 @@ constexpr Command commands[] = {
      "Find the peaks that a refinement does not explain"},
     {command::insert_peak, "Insert peak", "", Choose_Click<List_Click::insert_peak>, "", "A click adds a peak"},
     {command::delete_peak, "Delete peak", "", Choose_Click<List_Click::delete_peak>, "", "A click takes a peak away"},
+    {command::snap_to_maximum, "Snap to maximum", "", nullptr, "", "A click that inserts a peak takes the highest point near it", true},
     {command::clear_peaks, "Clear all", "", Clear_Peaks, "", "Empty the list of peaks"},
     {command::save_peaks_menu, "Save peaks", "", Open_Popup, "", ""},
     {command::save_peaks_free, "Free Format", "", Save_Free_List, "", "Write the peaks as a plain list"},

@@ -77,6 +77,12 @@ void Information(Application& app) { File_Information_Dialog(app.session); }
 void Select_Excluded(Application& app) { Start_Exclude_Mode(app.session); }
 
 constexpr Command commands[] = {
+    {command::pattern_list, "List of patterns", "", nullptr, "F9", "Show what is loaded, in a list beside the picture", true},
+    {command::rename_pattern, "Rename...", "", nullptr, "F2", "Name the pattern that is chosen in the list, as the legend shows it"},
+    {command::delete_chosen, "Delete", "", nullptr, "", "Delete the patterns that are chosen in the list"},
+    {command::show_chosen, "Show alone", "", nullptr, "", "Show the patterns that are chosen in the list, and no others"},
+    {command::hide_chosen, "Hide", "", nullptr, "", "Hide the patterns that are chosen in the list"},
+    {command::show_all, "Show all", "", nullptr, "", "Show all patterns"},
     {command::show_profiles, "Show", "show", Show_Profiles, "", "Choose which profiles are shown"},
     {command::sort_profiles, "Sorting", "sort", Sort, "", "Change the order of the profiles"},
     {command::play_profiles, "Playing", "play", Play_Profiles, "", "Show one profile after another"},

@@ -1,0 +1,33 @@
+// The style of each row in a picture: its slot of the preferences, or, of many rows, a colour of a map along the series.
+#pragma once
+
+#include <vector>
+
+#include "session/desk/look.hpp"
+#include "session/preferences.hpp"
+
+namespace vntl {
+
+class Profile_Store;
+
+class Row_Styles {
+public:
+    Row_Styles(const Profile_Store&, const Preferences&, const Look&, bool by_temperature);
+
+    ProfileStyle Of(int row) const;  // from 1
+
+    // Whether the colours tell the place in a series; then what they run along, from the value of the first colour to that of the last.
+    bool Is_Series() const { return !place_.empty(); }
+    bool By_Temperature() const { return by_temperature_; }
+    float First() const { return first_; }
+    float Last() const { return last_; }
+
+private:
+    const Preferences& prefs_;
+    std::vector<float> place_;  // of each row on the map, 0 to 1; empty: no series
+    std::string map_;
+    bool by_temperature_ = false;
+    float first_ = 0, last_ = 0;
+};
+
+}  // namespace vntl
