@@ -88,13 +88,11 @@ Configured Configure(Session& session, Ask& ask) {
     Set_Default_Preferences(session.prefs);
     Configured configured{false, Load_Settings(session)};
     Read_Select_Directory(session.config);
-    if (session.config.files_allowed) Read_Desk(session.desk, Desk_File(session.config, environment));
     return configured;
 }
 
 int Export(const Start_Options& line) {
     Session session;
-    session.config.files_allowed = false;
     Ask_Nobody ask(line.format_code);
     const Configured configured = Configure(session, ask);
     if (configured.failed) return 1;
@@ -187,6 +185,7 @@ int Run_Window(const Start_Options& line, const std::optional<std::string>& scri
     }
     const Configured configured = Configure(app.session, app.ask);
     if (configured.failed) return 1;
+    Read_Desk(app.session.desk, Desk_File(app.session.config, app.session.prefs.environment));
     std::optional<Recorder> recorder;
     if (!line.record.empty()) {
         recorder.emplace(app);
