@@ -2,6 +2,7 @@
 # make test     the same, then runs all tests under a virtual display
 # make sanitize the tests under AddressSanitizer and UndefinedBehaviorSanitizer
 # make clang    builds everything with the other compiler, which warns of other things
+# make package  a Debian package, build-package/*.deb; make check-package tries it in a clean system of its own
 # make bench, fuzz (SECONDS_EACH=60), format, format-check, install (PREFIX=/usr/local), clean
 
 jobs := $(shell nproc)
@@ -11,7 +12,7 @@ PREFIX ?= /usr/local
 sources = $(shell git ls-files '*.cpp' '*.hpp' 2>/dev/null || find src tests bench fuzz -name '*.[ch]pp')
 configure = cmake -S . -G Ninja -DCMAKE_CXX_COMPILER_LAUNCHER=ccache
 
-.PHONY: all run test clang sanitize bench fuzz format format-check install clean
+.PHONY: all run test clang sanitize bench fuzz format format-check install package check-package clean
 all:
 	@scripts/packages.sh run
 	@$(configure) -B build -DVANTRELO_TESTS=OFF -DCMAKE_INSTALL_PREFIX=$(PREFIX) >build.log 2>&1 || { cat build.log; exit 1; }
@@ -66,6 +67,16 @@ format-check:
 
 install: all
 	@cmake --install build
+
+package:
+	@scripts/packages.sh run package
+	@$(configure) -B build-package -DVANTRELO_TESTS=OFF -DCMAKE_INSTALL_PREFIX=/usr >build.log 2>&1 || { cat build.log; exit 1; }
+	@cmake --build build-package -j $(jobs)
+	@cd build-package && rm -f *.deb && umask 022 && cpack -G DEB >/dev/null && ls $$PWD/*.deb
+
+check-package: package
+	@scripts/packages.sh check-package
+	@scripts/check_package.sh build-package/vantrelo_*.deb
 
 clean:
 	@rm -rf build build-* build.log

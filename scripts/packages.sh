@@ -2,6 +2,7 @@
 # Installs the Debian packages that Vantrelo needs, as root or through sudo; silent and quick when all are there.
 #   packages.sh run     to build and run        packages.sh test    to test as well
 #   packages.sh bench   to measure              packages.sh fuzz    to fuzz
+#   packages.sh package to build a package      packages.sh check-package    to try it in a system of its own
 set -euo pipefail
 
 run=(g++ cmake ninja-build pkg-config ccache qt6-base-dev qt6-svg-dev libqt6svg6 libqt6opengl6-dev libcairo2-dev libgl-dev
@@ -15,6 +16,8 @@ for set in "$@"; do
         run) ;;
         test) wanted+=("${test[@]}") ;;
         bench) wanted+=(libbenchmark-dev minpack-dev gemmi-dev) ;;
+        package) wanted+=(dpkg-dev file librsvg2-bin) ;;
+        check-package) wanted+=(lintian appstream desktop-file-utils mmdebstrap) ;;
         fuzz) wanted+=(clang-14 libclang-rt-14-dev) ;;
         *) echo "packages.sh: unknown set $set" >&2; exit 2 ;;
     esac
