@@ -22,6 +22,8 @@ namespace vntl {
 
 namespace {
 
+constexpr int note_timer = 2;
+
 void Do_Command(Application& app, int id) {
     const Command* command = Find_Command(id);
     if (command == nullptr || !command->built() || !app.session.interface.Enabled(id)) return;
@@ -51,6 +53,9 @@ void Do_Message(Application& app, const Message& message) {
         case Message_Kind::repaint:
             Plot_Repaint(app.session);
             break;
+        case Message_Kind::timer:
+            if (message.record.value1 == note_timer && app.session.interface.note != 0) Forget_Note(app.session);
+            break;
         case Message_Kind::resize:
             Plot_Redraw(app.session);
             break;
@@ -74,6 +79,13 @@ void Do_Message(Application& app, const Message& message) {
     }
 }
 
+// What was noted last stands for its time.
+void Time_Note(unsigned& timed, const Interface_State& bar) {
+    constexpr int note_ms = 6000;
+    if (bar.note != timed) WMessageTimer(bar.note != 0 ? note_ms : 0, note_timer, false);
+    timed = bar.note;
+}
+
 // Handler of every message of the main window and of its modeless dialogs.
 void Ihand_WinRoot(Application& app, const Message& message) {
     WindowSelect(main_window);
@@ -83,6 +95,7 @@ void Ihand_WinRoot(Application& app, const Message& message) {
     // A drag is one move from its begin to its end, and so are the steps of a turning wheel.
     if (!app.session.plot.drag.active) Remember_View(app.session, message.kind == Message_Kind::wheel);
     Show_Changes(app.session);
+    Time_Note(app.note_timed, app.session.interface);
 }
 
 // Bars that came or went have left the picture another height.
@@ -137,6 +150,7 @@ void Carry_To_Window(Application& app) {
         if (command.checkable) WMenuSetState(command.id, menu_checked, state.Checked(command.id));
     }
     for (const auto& [command, label] : state.labels) WMenuSetString(command, label);
+    WMenuGreyHint(Why_Grey(app.session));
     for (int part = 1; part <= status_parts; ++part) WindowOutStatusBar(part, state.status[static_cast<std::size_t>(part - 1)]);
     constexpr std::array<int, 2> rows = {first_toolbar_row, second_toolbar_row};
     for (std::size_t bar = 0; bar < rows.size(); ++bar)

@@ -41,6 +41,7 @@ struct Application {
     std::string data_dir;               // where the data file of a refinement was chosen last, blank for nowhere yet
     bool failed = false;                // a reader or a check failed: exit status 1
     bool leaving = false;               // the message loop ends
+    unsigned note_timed = 0;            // note of the status bar for which the timer is running
     bool lack_of_opengl_told = false;   // the user knows that this display has none
     std::array<int, 2> toolbars{0, 0};  // on the window now
 

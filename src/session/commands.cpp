@@ -36,7 +36,7 @@ void Interface_State::Label(int command, std::string text) {
 
 void Interface_State::Status_Text(int part, std::string text) {
     if (part < 1 || part > status_parts) return;
-    if (part == 1) passing = false;
+    if (part == 1) passing = false, note = 0;
     std::string& present = status[static_cast<std::size_t>(part - 1)];
     if (present == text) return;
     present = std::move(text);
@@ -46,6 +46,12 @@ void Interface_State::Status_Text(int part, std::string text) {
 void Interface_State::Passing_Text(std::string text) {
     Status_Text(1, std::move(text));
     passing = true;
+}
+
+void Interface_State::Note(std::string text) {
+    Status_Text(1, std::move(text));
+    note = ++notes;
+    ++revision;
 }
 
 void Interface_State::Hint(std::string text) {

@@ -40,6 +40,8 @@ struct Interface_State {
     bool count_moves = false;  // each move of the mouse means something by itself
     Cursor_Shape cursor = Cursor_Shape::arrow;
     std::array<std::string, status_parts> status{{"", "", "", "", "none"}};  // the last part shows the plot form
+    unsigned note = 0,
+             notes = 0;     // number of what part 1 tells was done, for some seconds or until the next command, 0 none; of the last one
     bool passing = false;   // part 1 tells of what just happened, until the next command or move of the mouse
     std::string hint;       // of the present mode, for the first part
     unsigned revision = 0;  // goes up with every change, so that the window knows when to look
@@ -51,11 +53,15 @@ struct Interface_State {
     void Label(int command, std::string text);
     void Status_Text(int part, std::string text);  // part 1 to 5
     void Passing_Text(std::string text);           // part 1
+    void Note(std::string text);                   // part 1; no move of the mouse takes its place
     void Hint(std::string text);                   // in part 1; blank: the hint that stands there goes, another text stays
 };
 
 // The one place that changes the plot form: stores it and shows it in part 5 of the status bar.
 void Set_Plot_Type(Session&, Plot_Form form);
+
+// Why a menu of which nothing can be chosen is so: what must come first.
+std::string Why_Grey(const Session&);
 
 // Each sets `plot_type`, `MoveMode` 0, toolbars, enabled commands, wanted messages and the cursor of a plot form.
 void Set_Menu_Empty(Session&);

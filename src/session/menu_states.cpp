@@ -191,6 +191,15 @@ void Set_Plot_Type(Session& session, Plot_Form form) {
     session.interface.Status_Text(5, std::string(Told(form)));
 }
 
+std::string Why_Grey(const Session& session) {
+    const Plot_State& plot = session.plot;
+    if (session.store.nperfiles() == 0) return "Open a pattern first";
+    if (plot.plot_type == Plot_Form::calculation) return "A calculation is running: leave it by its command Disabled, or close its window";
+    if (plot.Is_Map() || plot.In_Space()) return "This works on graphs: Plot, Graph 2D";
+    return session.store.nperfiles() == 1 ? "This needs several patterns, or was not begun yet"
+                                          : "This works on a single pattern, or was not begun yet";
+}
+
 void Set_Menu_Empty(Session& session) { Set_Menu(session, Plot_Form::none); }
 
 void Set_Menu_Single(Session& session, bool clear) {

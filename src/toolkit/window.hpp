@@ -60,9 +60,12 @@ void WCursorShape(int shape);              // 0 arrow, 3 cross, 6 hand
 int WindowFront();                         // number of the window or dialog in front
 bool WindowToFront(int number);            // false when it is not open
 
+// Entries without a mnemonic letter get one that no other entry of their menu has, as long as there are letters. F10 leads into the bar.
 void WMenu(std::span<const Menu_Entry> bar);
 enum Menu_What { menu_enabled = 1, menu_checked = 2 };
 void WMenuSetState(int command, int what, int value);
+// What the status bar says at a menu of which no entry can be chosen, as the states stand now.
+void WMenuGreyHint(const std::string& why);
 int WMenuGetState(int command, int what);  // -1 for a command that no menu holds
 std::vector<int> WMenuCommands();          // of the menu, by number
 void WMenuSetString(int command, const std::string& text);

@@ -21,10 +21,14 @@ void Redo(Application& app) {
     if (Redo_Change(app.session)) Plot_Redraw(app.session);
 }
 
-void Copy_The_Picture(Application&) { Copy_Picture(); }
+void Copy_The_Picture(Application& app) {
+    Copy_Picture();
+    app.session.interface.Note("The picture was copied to the clipboard");
+}
 
 void Copy_The_Points(Application& app) {
-    if (const Status status = Copy_Data(app.session); status.failed) app.ask.Error(status.message);
+    const Status status = Copy_Data(app.session);
+    status.failed ? app.ask.Error(status.message) : app.session.interface.Note("The points in view were copied to the clipboard");
 }
 
 constexpr Command commands[] = {

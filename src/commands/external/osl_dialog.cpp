@@ -135,7 +135,7 @@ bool Write_File(Application& app) {
     const std::string file = Absolute_Path(app.session.config, app.pdf.pdf_osl_name);
     if (IOsFileExists(file) && !May_Overwrite(app.ask, osl_form.overwrite_title)) return false;
     Status status = Save_Text(osl_form, file, Osl_File_Text(app.pdf, structure));
-    if (status.ok()) return true;
+    if (Note_Saved(app.session.interface, status, file).ok()) return true;
     if (!Contains(status.message, file)) status.message += "\n" + file;
     WDialogSelect(osl_dialog);
     WDialogMarkField(field_name, status.message);

@@ -12,7 +12,7 @@ Status Save_Buffer_File(Session& session, Ask& ask) {
     std::string text;
     if (Status status = List_Of_Rows(session, text); status.failed) return status;
     const std::string file = Name_To_Save(session.config, ask, form);
-    return file.empty() ? Status::Cancel() : Save_Text(form, file, text);
+    return file.empty() ? Status::Cancel() : Note_Saved(session.interface, Save_Text(form, file, text), file);
 }
 
 }  // namespace vntl

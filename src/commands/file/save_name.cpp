@@ -2,6 +2,7 @@
 
 #include "base/os.hpp"
 #include "commands/select_files.hpp"
+#include "session/commands.hpp"
 
 namespace vntl {
 
@@ -24,6 +25,11 @@ Status Save_Text(const Save_Form& form, const std::string& file, std::string_vie
     if (!Can_Be_Written(file)) return Status::Fail_File(form.failure);
     if (Replace_File(file, text, form.use)) return Status::Done();
     return Status::Fail_File(std::string(form.failure) + "\nNothing of it was written; the disk may be full: " + file);
+}
+
+Status Note_Saved(Interface_State& bar, Status status, std::string_view file) {
+    if (status.ok()) bar.Note("Saved: " + std::string(file));
+    return status;
 }
 
 }  // namespace vntl

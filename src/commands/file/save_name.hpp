@@ -11,6 +11,7 @@
 namespace vntl {
 
 struct Configuration;
+struct Interface_State;
 
 // What a command calls its file.
 struct Save_Form {
@@ -32,5 +33,8 @@ std::string Name_To_Save(Configuration&, Ask&, const Save_Form& form, const std:
 
 // Replaces the file in one step; what was there stays where that fails, and the failure says so.
 Status Save_Text(const Save_Form& form, const std::string& file, std::string_view text);
+
+// Says in the status bar that a file was saved, if it was.
+Status Note_Saved(Interface_State& bar, Status status, std::string_view file);
 
 }  // namespace vntl

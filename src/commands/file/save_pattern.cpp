@@ -76,7 +76,7 @@ Status Save_Dat_File(Session& session, Ask& ask) {
     const std::string file = Name_To_Save(session.config, ask, dat_form, row == 0 ? std::string() : Proposed_Name(session, row, dat_form));
     if (file.empty()) return Status::Cancel();
     if (row == 0 || session.store.Pattern(row).npts < 2) return Status::Fail(too_few_points);
-    return Save_Text(dat_form, file, Dat_Text(session.store.Pattern(row)));
+    return Note_Saved(session.interface, Save_Text(dat_form, file, Dat_Text(session.store.Pattern(row))), file);
 }
 
 Status Save_Xys_File(Session& session, Ask& ask) {
@@ -87,7 +87,7 @@ Status Save_Xys_File(Session& session, Ask& ask) {
     if (!choice) return Status::Cancel();
     const std::string file = Name_To_Save(session.config, ask, xys_form, Proposed_Name(session, row, xys_form));
     if (file.empty()) return Status::Cancel();
-    return Save_Text(xys_form, file, Xys_Text(pattern, *choice, File_Part(file, session.config.sep)));
+    return Note_Saved(session.interface, Save_Text(xys_form, file, Xys_Text(pattern, *choice, File_Part(file, session.config.sep))), file);
 }
 
 }  // namespace vntl

@@ -133,7 +133,7 @@ Status Choose_And_Save(Session& session, Ask& ask, const Save_Form& form, const 
                        std::string* name) {
     const std::string file = Name_To_Save(session.config, ask, form, proposed);
     if (file.empty()) return Status::Cancel();
-    Status status = Save_Text(form, file, text);
+    Status status = Note_Saved(session.interface, Save_Text(form, file, text), file);
     if (status.ok() && name != nullptr) *name = file;
     return status;
 }

@@ -14,6 +14,7 @@
 #include <QUrl>
 #include <algorithm>
 
+#include "toolkit/access_letters.hpp"
 #include "toolkit/qt/application.hpp"
 #include "toolkit/qt/icons.hpp"
 #include "toolkit/qt/keys.hpp"
@@ -63,6 +64,19 @@ private:
     mutable int width_;
     bool gives_way_;
 };
+
+// Whether nothing in it can be chosen: then its popups are, too.
+bool Hint_If_Grey(QAction& popup, const QString& why) {
+    bool grey = true;
+    for (QAction* action : popup.menu()->actions())
+        if (action->menu() != nullptr)
+            grey = Hint_If_Grey(*action, why) && grey;
+        else if (!action->isSeparator() && action->isEnabled())
+            grey = false;
+    grey = grey || !popup.isEnabled();
+    popup.setStatusTip(grey ? why : QString());
+    return grey;
+}
 
 }  // namespace
 
@@ -177,7 +191,19 @@ void Window::Add_Entries(QMenu& menu, std::span<const Menu_Entry> entries) {
 void Window::Set_Menu(std::span<const Menu_Entry> bar) {
     menuBar()->clear();
     actions_.clear();
-    for (const Menu_Entry& entry : bar) menuBar()->addMenu(Add_Popup(entry));
+    std::vector<Menu_Entry> entries(bar.begin(), bar.end());
+    Give_Access_Letters(entries);
+    for (const Menu_Entry& entry : entries) menuBar()->addMenu(Add_Popup(entry));
+    auto* into_bar = new QAction(menuBar());
+    into_bar->setShortcut(Qt::Key_F10);
+    addAction(into_bar);
+    connect(into_bar, &QAction::triggered, this, [this] {
+        if (!menuBar()->actions().isEmpty()) menuBar()->setActiveAction(menuBar()->actions().front());
+    });
+}
+
+void Window::Hint_At_Grey_Menus(const QString& why) {
+    for (QAction* action : menuBar()->actions()) Hint_If_Grey(*action, why);
 }
 
 // A bar or panel that comes or goes changes the size of the picture and not that of the window. Who sets it knows, and draws the picture

@@ -37,6 +37,7 @@ public:
     std::vector<int> Commands() const;  // by number
 
     void Set_Menu(std::span<const Menu_Entry> bar);
+    void Hint_At_Grey_Menus(const QString& why);
     void Set_Toolbar(const Toolbar_Resource* table, int row);
     void Set_Status_Parts(std::span<const int> widths);
     QLabel* Status_Part(int part) const;

@@ -2,6 +2,7 @@
 #include <QStatusBar>
 #include <algorithm>
 
+#include "toolkit/access_letters.hpp"
 #include "toolkit/qt/application.hpp"
 #include "toolkit/qt/bitmap_qt.hpp"
 #include "toolkit/qt/dialog_window.hpp"
@@ -178,6 +179,10 @@ void WMenuSetState(int command, int what, int value) {
         action->setChecked(value != 0);
 }
 
+void WMenuGreyHint(const std::string& why) {
+    if (Window* window = Selected()) window->Hint_At_Grey_Menus(QString::fromStdString(why));
+}
+
 int WMenuGetState(int command, int what) {
     const QAction* action = Selected_Action(command);
     if (action == nullptr) return -1;
@@ -185,7 +190,10 @@ int WMenuGetState(int command, int what) {
 }
 
 void WMenuSetString(int command, const std::string& text) {
-    if (QAction* action = Selected_Action(command)) action->setText(QString::fromStdString(text));
+    QAction* action = Selected_Action(command);
+    if (action == nullptr) return;
+    const std::string label = With_Letter(text, Letter_Of(action->text().toStdString()));
+    if (action->text().toStdString() != label) action->setText(QString::fromStdString(label));
 }
 
 std::vector<int> WMenuCommands() { return Selected() == nullptr ? std::vector<int>() : Selected()->Commands(); }
