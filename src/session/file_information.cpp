@@ -11,8 +11,6 @@ namespace vntl {
 
 namespace {
 
-constexpr float known_temperature = 0.0001f;  // kelvin; not above it means unknown
-
 void Add(Head_Facts& facts, std::string_view name, std::string_view value) {
     if (!Trim(value).empty()) facts.push_back({std::string(name), std::string(Trim(value))});
 }

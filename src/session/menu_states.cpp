@@ -183,6 +183,7 @@ std::map<int, Command_State> Commands_At_Start() {
     for (const Enabling& row : Enabling_Table())
         if (row.states[0] != '.')
             for (const int command : row.commands) commands[command].enabled = row.states[0] == '1';
+    commands[style_default].checked = true;
     return commands;
 }
 

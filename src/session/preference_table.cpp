@@ -257,20 +257,6 @@ void Add_Environment(std::vector<Preference>& table) {
 
 // --- values as texts -----------------------------------------------------------------------------------------------------------------
 
-std::optional<Colour> Colour_Of(std::string_view text) {
-    std::array<int, 3> parts{};
-    int one = 0;
-    constexpr int largest = 0xffffff;
-    if (Parse_Integer(text, one)) return one >= 0 && one <= largest ? std::optional(static_cast<Colour>(one)) : std::nullopt;
-    for (std::size_t i = 0; i < parts.size(); ++i) {
-        const std::size_t comma = i + 1 < parts.size() ? text.find(',') : text.size();
-        if (comma == std::string_view::npos || !Parse_Integer(Trim(text.substr(0, comma)), parts[i]) || parts[i] < 0 || parts[i] > 255)
-            return {};
-        text.remove_prefix(std::min(comma + 1, text.size()));
-    }
-    return WRGB(static_cast<unsigned>(parts[0]), static_cast<unsigned>(parts[1]), static_cast<unsigned>(parts[2]));
-}
-
 std::optional<bool> Logical_Of(std::string_view text) {
     if (text == "1" || text == "true") return true;
     if (text == "0" || text == "false") return false;
@@ -311,7 +297,7 @@ struct Setter {
         return Status::Done();
     }
     Status operator()(Colour* value) const {
-        const std::optional<Colour> colour = Colour_Of(text);
+        const std::optional<Colour> colour = Colour_Of_Text(text);
         if (!colour) return Refused(preference, text, "a colour: red + 256 green + 65536 blue, or red,green,blue");
         *value = *colour;
         return Status::Done();
@@ -331,6 +317,20 @@ void To_Default(const Preference& preference, Preferences& prefs) {
 }
 
 }  // namespace
+
+std::optional<Colour> Colour_Of_Text(std::string_view text) {
+    std::array<int, 3> parts{};
+    int one = 0;
+    constexpr int largest = 0xffffff;
+    if (Parse_Integer(text, one)) return one >= 0 && one <= largest ? std::optional(static_cast<Colour>(one)) : std::nullopt;
+    for (std::size_t i = 0; i < parts.size(); ++i) {
+        const std::size_t comma = i + 1 < parts.size() ? text.find(',') : text.size();
+        if (comma == std::string_view::npos || !Parse_Integer(Trim(text.substr(0, comma)), parts[i]) || parts[i] < 0 || parts[i] > 255)
+            return {};
+        text.remove_prefix(std::min(comma + 1, text.size()));
+    }
+    return WRGB(static_cast<unsigned>(parts[0]), static_cast<unsigned>(parts[1]), static_cast<unsigned>(parts[2]));
+}
 
 const std::vector<Preference>& Preference_Table() {
     static const std::vector<Preference> table = [] {

@@ -42,6 +42,8 @@ struct Preference {
 const std::vector<Preference>& Preference_Table();  // in the order in which scripts print them
 const Preference* Find_Preference(std::string_view name);
 
+std::optional<Colour> Colour_Of_Text(std::string_view text);  // as its one number, or as "red,green,blue"
+
 Preference_Value Value_Of(const Preference& preference, const Preferences& prefs);
 
 // Sets one by a text: a whole number of its range, a finite number, 0 or 1, false or true, a colour as its one number or as

@@ -21,6 +21,7 @@
 #include "base/text.hpp"
 #include "base/text_file.hpp"
 #include "base/write_file.hpp"
+#include "session/desk/styles.hpp"
 #include "session/preference_table.hpp"
 
 namespace vntl {
@@ -199,7 +200,7 @@ std::string Settings_File(const Configuration& config, const Preferences& prefs,
     return directory.empty() ? std::string() : config.Path(directory, config.set_file);
 }
 
-std::string Settings_Text(const Preferences& prefs, const Configuration& config) {
+std::string Settings_Text(const Preferences& prefs, const Configuration& config, const Look& look) {
     std::string text;
     for (int number = 1; number <= last_line; ++number) {
         const Settings_Line& line = Line_Of_File(number);
@@ -216,17 +217,17 @@ std::string Settings_Text(const Preferences& prefs, const Configuration& config)
         }
         writer.Finish();
     }
-    return text;
+    return text + Look_Text(look);
 }
 
-Status Write_Preferences(const Preferences& prefs, const Configuration& config, Settings_Mode mode) {
+Status Write_Preferences(const Preferences& prefs, const Configuration& config, Settings_Mode mode, const Look& look) {
     const std::string failure = "Unable to write setting file", file = Settings_File(config, prefs, mode);
     if (file.empty()) return Status::Fail_File(failure);
     Make_Home_Settings(config);
-    return Replace_File(file, Settings_Text(prefs, config)) ? Status::Done() : Status::Fail_File(failure + ": " + file);
+    return Replace_File(file, Settings_Text(prefs, config, look)) ? Status::Done() : Status::Fail_File(failure + ": " + file);
 }
 
-Status Read_Settings_Text(Preferences& prefs, std::string_view text) {
+Status Read_Settings_Text(Preferences& prefs, std::string_view text, Look* look) {
     Preferences read = prefs;
     Optional_Lines optional;
     Line_Cursor cursor(text);
@@ -239,14 +240,17 @@ Status Read_Settings_Text(Preferences& prefs, std::string_view text) {
     }
     Drop_Saturation_Mark(read.contour.contour_title);
     prefs = std::move(read);
+    if (look == nullptr) return Status::Done();
+    *look = Look();
+    Read_Look_Text(*look, cursor.Rest());
     return Status::Done();
 }
 
-Status Read_Preferences(Preferences& prefs, const std::string& file) {
+Status Read_Preferences(Preferences& prefs, const std::string& file, Look* look) {
     Text_File text;
     if (text.Open(file, largest_file + 1).failed || text.Text().size() > largest_file)
         return Status::Fail_File("Unable to read setting file");
-    return Read_Settings_Text(prefs, text.Text());
+    return Read_Settings_Text(prefs, text.Text(), look);
 }
 
 }  // namespace vntl

@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <iterator>
 
+#include "session/desk/style_topic.hpp"
 #include "session/fit.hpp"
 #include "session/preference_table.hpp"
 #include "session/session.hpp"
@@ -190,6 +191,7 @@ std::vector<Topic> State_Topics(const Session& s) {
                         [&s] {
                             return Json{{"prefs", Preferences_Json(s.prefs)}};
                         }),
+            Style_Topic(s),
             Plain_Topic("paths",
                         [&s] {
                             return Json{{"paths", Paths(s)}};
