@@ -94,6 +94,8 @@ Start_Options Parse_Command_Line(int argc, const char* const* argv) {
     parser.add_option("--format", format, "Format of the exported files, instead of the recognised one")->option_text("NAME");
     parser.add_option("--script", line.script, "Run a session script, \"-\" from standard input, and end")->option_text("SCRIPT");
     parser.add_option("--record", line.record, "Write what the user does as a session script")->option_text("SCRIPT");
+    parser.add_option("--style", line.style, "Style of the pictures: Default, Paper, Screen, Dark, or a settings file (.set)")
+        ->option_text("NAME");
     parser.add_option("--spacegroup", group, "List a space group: number, Hermann-Mauguin or Hall symbol, and end")->option_text("SYMBOL");
     parser.add_option("--reflections", reflections, "List h k l, multiplicity, d and 2theta of a cell and a space group, and end")
         ->type_size(4)  // taken whatever they begin with: a Hall symbol may begin with a sign
@@ -125,6 +127,7 @@ Start_Options Parse_Command_Line(int argc, const char* const* argv) {
         return Ending(2, "vantrelo: --export needs a file to write and a pattern\n");
     if (exporting && (scripted || recording)) return Ending(2, "vantrelo: --export excludes --script and --record\n");
     if (recording && line.record.empty()) return Ending(2, "vantrelo: --record needs a file to write\n");
+    if (parser.count("--style") > 0 && Trim(line.style).empty()) return Ending(2, "vantrelo: --style needs the name of a style\n");
     if (scripted && line.script.empty()) return Ending(2, "vantrelo: --script needs a file, or - for standard input\n");
     if (!exporting && (!size.empty() || !format.empty())) return Ending(2, "vantrelo: --size and --format belong to --export\n");
     if (!size.empty() && !Take_Export_Size(line, size)) return Ending(2, "vantrelo: --size takes two whole numbers, such as 1200x800\n");

@@ -3,6 +3,7 @@
 //   vantrelo [FILE [WIDTH [HEIGHT]]]
 //   vantrelo FILE FILE...
 //   vantrelo --export OUT [--size 1200x800] [--format NAME] FILE...
+//   vantrelo --style NAME ...
 //   vantrelo --script SCRIPT|- [FILE...]
 //   vantrelo --record SCRIPT [FILE...]
 //   vantrelo --spacegroup SYMBOL
@@ -25,6 +26,7 @@ struct Start_Options {
     int export_width = 1200, export_height = 800;
     std::optional<int> format_code;
     std::string script;  // not empty: run a session script ("-" from standard input)
+    std::string style;   // of the pictures, for this run; empty: the one that was chosen last
     std::string record;  // not empty: write what the user does to this session script
 
     std::optional<int> exit_status;  // the program ends at once with it; `text` is for standard output (0) or standard error

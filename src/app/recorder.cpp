@@ -54,6 +54,7 @@ void Recorder::Begin(const std::vector<std::string>& files) {
     Set_Witness(this);
     WindowSelect(main_window);
     Statement({"resize", std::to_string(WInfoWindow(1)), std::to_string(WInfoWindow(2))});
+    if (const std::string& style = app_.session.style.name; style != default_style) Saw_Style(style);
     const File_Kind_Row* kind = files.size() == 1 ? Starts_With(files.front()) : nullptr;
     Words opening = {kind == nullptr ? "drop" : std::string(kind->statement)};
     for (const std::string& file : files) opening.push_back(In_Directory(app_.session.config.launch_dir, file));

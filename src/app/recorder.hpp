@@ -37,6 +37,7 @@ public:
     void Saw_Files(const std::vector<std::string>& files) override;
     void Saw_Directory(const std::optional<std::string>& directory) override;
     void Saw_Colour(const std::optional<Colour>& colour) override;
+    void Saw_Style(const std::string& name) { Statement({"style", name}); }
     void Saw_Preference(const std::string& name, const std::string& value) { Statement({"pref", name, value}); }
 
 private:

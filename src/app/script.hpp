@@ -89,6 +89,7 @@ private:
     Status Close(const Words&);
     Status Programs(const Words&);
     Status Pref(const Words&);
+    Status Style(const Words&);
     Status Os(const Words&);
     Status Print(const Words&);
     Status Export(const Words&);

@@ -11,6 +11,7 @@
 #include "base/os.hpp"
 #include "base/text.hpp"
 #include "base/text_file.hpp"
+#include "commands/desk/choose_style.hpp"
 #include "commands/file/exit.hpp"
 #include "commands/file/export_picture.hpp"
 #include "commands/options/redraw.hpp"
@@ -69,6 +70,7 @@ const std::vector<Script_Runner::Kind_Of_Statement>& Script_Runner::Kinds() {
         {"close", &Script_Runner::Close},
         {"programs", &Script_Runner::Programs},
         {"pref", &Script_Runner::Pref},
+        {"style", &Script_Runner::Style},
         {"os", &Script_Runner::Os},
         {"print", &Script_Runner::Print},
         {"export", &Script_Runner::Export},
@@ -301,6 +303,18 @@ Status Script_Runner::Pref(const Words& words) {
     Plot_Redraw(session);
     Show_Other_Windows(session);
     if (recorder_ != nullptr) recorder_->Saw_Preference(words[1], words[2]);
+    return Status::Done();
+}
+
+// A style of the program, or a settings file.
+Status Script_Runner::Style(const Words& words) {
+    if (words.size() != 2) return Usage("style NAME");
+    if (!Modal_Loop_Serves(command::style_default)) return Status::Fail("style is not served while a dialog is open");
+    const std::string known = Style_Name(words[1]);
+    const auto& names = Style_Names();
+    const std::string name = std::find(names.begin(), names.end(), known) != names.end() || known.empty() ? words[1] : Absolute(known);
+    if (const Status status = Show_In_Style(app_, name); status.failed) return status;
+    if (recorder_ != nullptr) recorder_->Saw_Style(app_.session.style.name);
     return Status::Done();
 }
 

@@ -19,6 +19,7 @@
 #include "session/load.hpp"
 #include "session/ranges.hpp"
 #include "session/settings_file.hpp"
+#include "toolkit/desktop.hpp"
 #include "views/views.hpp"
 
 namespace vntl {
@@ -58,7 +59,7 @@ std::optional<Message_Box> Load_Settings(Session& session) {
             "WARNING: No preferences file.\nDefault preferences will be used\nGo to <Options> menu, click on <Preferences>\n"
             "and then on <Save global preferences>",
             false);
-    if (const Status status = Read_Preferences(session.prefs, file); status.failed) {
+    if (const Status status = Read_Preferences(session.prefs, file, &session.look); status.failed) {
         Set_Default_Preferences(session.prefs);
         return box("ERROR: loading preferences file.\n" + status.message + "\nDefault preferences will be used", true);
     }
@@ -91,6 +92,29 @@ Configured Configure(Session& session, Ask& ask) {
     return configured;
 }
 
+bool Is_Of_Program(const std::string& style) {
+    const auto& names = Style_Names();
+    return std::find(names.begin(), names.end(), Style_Name(style)) != names.end();
+}
+
+// The style that the command line asks for; nothing when it asks for none. A relative path is taken from where the program was started.
+Status Use_Asked_Style(Session& session, const Start_Options& line) {
+    if (line.style.empty()) return Status::Done();
+    return Use_Style(session, Is_Of_Program(line.style) ? line.style : In_Directory(session.config.launch_dir, line.style));
+}
+
+// The asked one, or the one that was chosen last. A file of the user's that cannot be read any more leaves the preferences as they are.
+Status Start_In_Style(Session& session, const Start_Options& line) {
+    session.interface.Check(command::series_by_temperature, session.desk.series_by_temperature);
+    if (!line.style.empty()) return Use_Asked_Style(session, line);
+    return session.desk.style.empty() ? Status::Done() : Use_Style(session, session.desk.style);
+}
+
+bool Dark_Would_Suit(const Session& session) {
+    const bool never_chosen = session.desk.style.empty() && session.style.name == default_style;
+    return never_chosen && Desktop_Is_Dark();
+}
+
 int Export(const Start_Options& line) {
     Session session;
     Ask_Nobody ask(line.format_code);
@@ -100,6 +124,10 @@ int Export(const Start_Options& line) {
     if (bad_settings) ask.Box(*configured.about_settings);
     IOsDirChange(session.config.launch_dir);
     Reset_Profiles(session);
+    if (const Status status = Use_Asked_Style(session, line); status.failed) {
+        std::cerr << "vantrelo: " << status.message << std::endl;
+        return 2;
+    }
     const Open_Result opened = Open_Files(session, ask, line.files, line.format_code);
     if (session.store.nperfiles() == 0) return 1;
     Plot_Ranges(session);
@@ -195,7 +223,11 @@ int Run_Window(const Start_Options& line, const std::optional<std::string>& scri
         }
         if (runner) runner->Record_To(*recorder);
     }
+    const Status styled = Start_In_Style(app.session, line);
     Start(app, line, configured.about_settings, recorder ? &*recorder : nullptr);
+    if (styled.failed) app.session.interface.Passing_Text(styled.message);
+    if (!script && Dark_Would_Suit(app.session))
+        app.session.interface.Passing_Text("The style Dark suits a dark desktop: menu Plot, Style");
     Message_Loop(app);
     const bool failed = script && (app.failed || runner->failed());
     return failed || (recorder && recorder->failed()) ? 1 : 0;
@@ -226,6 +258,11 @@ int Run_Program(const Start_Options& line, int& argc, char** argv) {
     if (!line.script.empty()) {
         script = Read_Script(line.script);
         if (!script) return refuse(2, "the script " + line.script + " cannot be read");
+    }
+    if (!line.style.empty()) {
+        Preferences tried;
+        Look look;
+        if (const Status status = Load_Style(line.style, tried, look); status.failed) return refuse(2, status.message);
     }
     const bool exporting = !line.export_file.empty();
     if (!WInitialise(argc, argv, exporting || script.has_value()))

@@ -287,12 +287,11 @@ private:
         WDialogPutString(told_field, std::string(what) + Elide_Middle(file, told_width));
     }
 
-    void Save(Settings_Mode mode) const {
-        const Status status = Write_Preferences(session_.prefs, session_.config, mode);
-        if (status.failed)
-            Error_Box(Status::Fail_File("Trouble saving preferences! Check file!\n" + status.message));
-        else
-            Tell("Saved in ", Settings_File(session_.config, session_.prefs, mode));
+    void Save(Settings_Mode mode) {
+        const Status status = Write_Preferences(session_.prefs, session_.config, mode, session_.look);
+        if (status.failed) return Error_Box(Status::Fail_File("Trouble saving preferences! Check file!\n" + status.message));
+        Settings_Saved(session_);
+        Tell("Saved in ", Settings_File(session_.config, session_.prefs, mode));
     }
 
     void Loading_Box(std::string text) const {
@@ -304,11 +303,13 @@ private:
         const std::string file = session_.config.Here(session_.config.set_file);
         if (!IOsFileExists(file)) return Loading_Box("ERROR: Local preferences file not found");
         const bool sides_ignored = session_.prefs.prf.excl_ignore_sides;
-        const Status status = Read_Preferences(session_.prefs, file);
+        const Status status = Read_Preferences(session_.prefs, file, &session_.look);
         if (status.failed) {
             Loading_Box("ERROR: Reading local preferences file.\n" + status.message + "\nThe preferences default will be restore");
             Set_Default_Preferences(session_.prefs);
+            session_.look = {};
         }
+        Take_Settings(session_);
         // The file keeps no saturation: the one in force is told in the new title where it has room.
         std::string title = Title_With_Saturation(session_.prefs.contour.contour_title, session_.prefs.saturation);
         (void)Set_Preference(session_.prefs, "contour_title", title);

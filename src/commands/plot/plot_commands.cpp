@@ -2,6 +2,7 @@
 #include "commands/families.hpp"
 
 #include "commands/application.hpp"
+#include "commands/desk/choose_style.hpp"
 #include "commands/plot/focus_profile.hpp"
 #include "commands/plot/mouse.hpp"
 #include "commands/plot/spectral_lines.hpp"
@@ -95,6 +96,11 @@ void Go_Forward(Application& app) {
     if (View_Forward(app.session)) Plot_Redraw(app.session);
 }
 
+template <std::size_t style>
+void In_Style(Application& app) {
+    Tell(app, Show_In_Style(app, Style_Names()[style]));
+}
+
 void Start_Drag(Application& app) { Start_Drag_Mode(app.session); }
 void End_Drag(Application& app) { End_Drag_Mode(app.session); }
 
@@ -124,11 +130,11 @@ constexpr Command commands[] = {
     {command::root_intensities, "Square root of intensities", "", nullptr, "", "Show square roots of the same window", true},
     {command::next_scale, "Next scale", "", nullptr, "", "Step through counts, logarithms and square roots"},
     {command::waterfall, "Waterfall...", "", nullptr, "", "Set the shown profiles apart in the picture"},
-    {command::style_default, "Default", "", nullptr, "", "The picture that the preferences tell", true},
-    {command::style_paper, "Paper", "", nullptr, "", "For print: white page, thin lines, letters large enough", true},
-    {command::style_screen, "Screen", "", nullptr, "", "For daily looks", true},
-    {command::style_dark, "Dark", "", nullptr, "", "Light curves on a dark ground", true},
-    {command::series_by_temperature, "Colour series by temperature", "", nullptr, "",
+    {command::style_default, "Default", "", In_Style<0>, "", "The picture that the preferences tell", true},
+    {command::style_paper, "Paper", "", In_Style<1>, "", "For print: white page, thin lines, letters large enough", true},
+    {command::style_screen, "Screen", "", In_Style<2>, "", "For daily looks", true},
+    {command::style_dark, "Dark", "", In_Style<3>, "", "Light curves on a dark ground", true},
+    {command::series_by_temperature, "Colour series by temperature", "", Toggle_Series_By_Temperature, "",
      "Colours of more than 12 profiles run along their temperatures", true},
     {command::contour, "Graph 2D Contour", "contour", Contour<false>, "", "Show the profiles as a map"},
     {command::contour_log, "Graph 2D Contour (Log-Scale)", "contour_log", Contour<true>, "", "Show the profiles as a map of logarithms"},
