@@ -55,6 +55,7 @@ enum class Constants_Kind { wavelength, time_of_flight };
 struct Conversion_Constants {
     std::string file_name;
     float first = 0, second = 0;
+    float told = 0;  // wavelength that the title or the name of the file tells, 0 for none: proposed where `first` is none
 };
 
 // What is wrong with constants that a user gave, empty when nothing is, and the rows, from 1, whose first constant it is.

@@ -11,6 +11,7 @@
 #include "base/text.hpp"
 #include "session/changes.hpp"
 #include "session/session.hpp"
+#include "session/told_wavelength.hpp"
 #include "session/xspace.hpp"
 #include "session/xspace_vocabulary.hpp"
 
@@ -98,7 +99,8 @@ bool Edit_Constants(Session& session, Ask& ask, Constants_Kind kind, const Const
     std::vector<Conversion_Constants> rows;
     for (int row = 1; row <= store.nperfiles(); ++row) {
         const X_Constants& conv = store.Pattern(row).conv;
-        rows.push_back({std::string(Trim(store.Info(row).file_name)), conv[0], conv[1]});
+        const std::string file_name(Trim(store.Info(row).file_name));
+        rows.push_back({file_name, conv[0], conv[1], kind == wavelength ? Told_Wavelength(store.Pattern(row).title, file_name) : 0});
     }
     if (!ask.Constants_Of_Rows(kind, rows, check)) return false;
     std::vector<int> changed;

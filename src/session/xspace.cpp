@@ -10,6 +10,7 @@
 
 #include "base/text.hpp"
 #include "session/session.hpp"
+#include "session/told_wavelength.hpp"
 #include "session/xspace_vocabulary.hpp"
 
 namespace vntl {
@@ -115,7 +116,8 @@ Status Join_Empty(Session& session, const Diffraction_Pattern_Type& pattern, std
 Status Bring_To_Present(const X_Chain& chain, Ask& ask, Diffraction_Pattern_Type& pattern, const std::string& file_name) {
     const Constants_Kind kind = chain.constants.value_or(Constants_Kind::wavelength);
     if (!(pattern.conv[0] > 0)) {
-        Conversion_Constants given{std::string(Trim(file_name)), pattern.conv[0], pattern.conv[1]};
+        Conversion_Constants given{std::string(Trim(file_name)), pattern.conv[0], pattern.conv[1],
+                                   kind == Constants_Kind::wavelength ? Told_Wavelength(pattern.title, file_name) : 0};
         const auto check = [&](std::span<const Conversion_Constants> file) {
             return file.front().first > 0 ? Wrong_Constants{} : Wrong_Constants{Constants_Refusal(kind, file_name), {1}};
         };

@@ -1,6 +1,7 @@
 // Changing the scale of x through the real windows: the menu, the dialogs of constants, the boxes, and files that join later.
 #include <algorithm>
 #include <cmath>
+#include <fstream>
 #include <numbers>
 
 #include "app/testing.hpp"
@@ -63,6 +64,37 @@ TEST_F(Program, FromAnglesThroughAllScalesAndBack) {
     EXPECT_EQ(Told(run), Texts{"Same xspace..."});
     EXPECT_EQ(run.With("box").back()["icon"], "information");
     for (const Json& menu : run.With("checked")) EXPECT_EQ(menu["enabled"], true) << menu;
+}
+
+// Presets against the lines of copper and molybdenum as they are published, and what a file's title tells is proposed.
+TEST_F(Program, PresetsAndTitlesGiveWavelengths) {
+    for (const char* name : {"plain.xye", "wl0.4137.xye"}) {
+        std::ofstream out(directory / name);
+        out << "Alumina at 300 K\n";
+        for (int i = 0; i < 30; ++i) out << 20 + i << ' ' << 100 + i << " 3\n";
+        out << "0 0 0\n";
+    }
+    const auto run = Script(
+        "open plain.xye\ncommand 40087\nset Preset \"Cu K-alpha1 and K-alpha2\"\nprint dialog\npress OK\nprint rows\n"
+        "open wl0.4137.xye\ncommand 40087\nprint dialog\nset Preset \"Mo K-alpha1+2 (mean)\"\nprint dialog\npress 1328\nprint dialog\n"
+        "set 1327 1.594\nprint dialog\npress OK\nprint rows\n");
+    EXPECT_EQ(run.status, 0) << run.errors;
+    const auto dialogs = run.With("dialog"), rows = run.With("kind");
+    ASSERT_EQ(dialogs.size(), 5u);
+    const auto lambda = [&](std::size_t dialog, std::size_t row, std::size_t column) {
+        return std::stod(Field(dialogs[dialog], 1305)["cells"][row][column].get<std::string>());
+    };
+    EXPECT_NEAR(lambda(0, 0, 1), 1.5405929, 1e-6);
+    EXPECT_NEAR(lambda(0, 0, 2), 1.5444274, 1e-6);
+    EXPECT_NEAR(lambda(1, 0, 1), 1.5405929, 1e-6);
+    EXPECT_NEAR(lambda(1, 1, 1), 0.4137, 1e-6) << "the name of the file tells it";
+    EXPECT_NEAR(lambda(2, 0, 1), 1.5405929, 1e-6) << "rows keep what they have";
+    EXPECT_EQ(Field(dialogs[2], 1327)["value"].get<std::string>().substr(Field(dialogs[2], 1327)["value"].get<std::string>().find('0')),
+              "0.710747");
+    for (const std::size_t row : {0, 1}) EXPECT_NEAR(lambda(3, row, 1), (2 * 0.70931715 + 0.713607) / 3, 1e-6);
+    EXPECT_EQ(Field(dialogs[3], 1990)["value"], "Mo K-alpha1+2 (mean)");
+    EXPECT_EQ(Field(dialogs[4], 1990)["value"], "Custom");
+    ASSERT_EQ(rows.size(), 3u);
 }
 
 TEST_F(Program, TheTableOfWavelengths) {

@@ -5,8 +5,10 @@
 
 #include "base/text.hpp"
 #include "commands/modal.hpp"
+#include "commands/wavelength_preset.hpp"
 #include "session/changes.hpp"
 #include "session/session.hpp"
+#include "session/told_wavelength.hpp"
 
 namespace vntl {
 
@@ -40,9 +42,10 @@ Dialog_Resource Group_Dialog_Resource() {
     const auto radio = [](int number, const char* label) {
         return Dialog_Field{.number = number, .kind = Field_Kind::radio, .label = label, .group = radio_two_theta};
     };
-    const Dialog_Page page{.rows = {{radio(radio_two_theta, "&2theta"), constant(field_wavelength, "&Wavelength"), unit(0, angstrom)},
-                                    {radio(radio_tof, "&TOF"), constant(field_dtt1, "dtt&1"), unit(1, dtt1_unit)},
-                                    {{first_constant_unit + 3, Field_Kind::label}, constant(field_dtt2, "&dtt2"), unit(2, dtt2_unit)}}};
+    const Dialog_Page page{
+        .rows = {{radio(radio_two_theta, "&2theta"), constant(field_wavelength, "&Wavelength"), unit(0, angstrom), Preset_Field()},
+                 {radio(radio_tof, "&TOF"), constant(field_dtt1, "dtt&1"), unit(1, dtt1_unit)},
+                 {{first_constant_unit + 3, Field_Kind::label}, constant(field_dtt2, "&dtt2"), unit(2, dtt2_unit)}}};
     return {group_dialog,
             "HKL Gen",
             {{{.number = field_symbol, .kind = Field_Kind::string, .label = "&Space group", .width = 30}},
@@ -124,6 +127,11 @@ void Fill_Group_Dialog(const Session& session) {
         if (origin == constant.space) WDialogPutReal(constant.field, session.store.Pattern(1).conv[constant.place]);
         WDialogFieldState(constant.field, session.plot.xspace == constant.space ? field_enabled : field_disabled);
     }
+    const Diffraction_Pattern_Type& pattern = session.store.Pattern(1);
+    const float told = Told_Wavelength(pattern.title, session.store.Info(1).file_name);
+    if (session.plot.xspace == X_Space::two_theta && !(pattern.conv[0] > 0) && told > 0) WDialogPutReal(field_wavelength, told);
+    WDialogFieldState(preset_menu, session.plot.xspace == X_Space::two_theta ? field_enabled : field_disabled);
+    Show_Preset_Of(WDialogGetReal(field_wavelength).value_or(0));
 }
 
 // False where a constant was refused. A wavelength that is no number is a bad one.
@@ -181,7 +189,7 @@ Status Hkl_Gen_Input(Session& session) {
     Fill_Group_Dialog(session);
     WDialogShow(field_symbol, Show_Kind::modal);
     bool taken = false;
-    while (!taken && Run_Modal(group_dialog) == button_ok) taken = Take_Input(session);
+    while (!taken && Run_Modal(group_dialog, {.changed = Minding_Preset(field_wavelength)}) == button_ok) taken = Take_Input(session);
     WDialogUnload();
     return taken ? Status::Done() : Status::Cancel();
 }

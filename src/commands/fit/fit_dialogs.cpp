@@ -5,8 +5,10 @@
 #include "commands/application.hpp"
 #include "commands/fit/starting_values.hpp"
 #include "commands/modal.hpp"
+#include "commands/wavelength_preset.hpp"
 #include "fit/irf_file.hpp"
 #include "session/fit.hpp"
+#include "session/told_wavelength.hpp"
 
 namespace vntl {
 
@@ -129,6 +131,7 @@ Dialog_Resource Constant_Wavelength_Resource() {
             {{Fixed_Grid(
                  fields.wavelengths,
                  {Number("Lambda1", decimals_6, 10), Number("Lambda2", decimals_6, 10), Number("I (Ka2/Ka1)", decimals_5, 10), Flag()}, 1)},
+             {Preset_Field("Pr&eset", true)},
              {Fixed_Grid(fields.asymmetry, {Number("S_L", decimals_5, 10), Flag(), Number("D_L", decimals_5, 10), Flag()}, 1)},
              {Irf_Name(cw_irf_name)},
              {Irf_Button()}})};
@@ -169,6 +172,15 @@ void Label_Profile(Fit_Kind kind) {
     for (const int grid : {fields.wavelengths, fields.asymmetry}) WGridLabelRow(grid, 1, "");
 }
 
+// The only line of a single one is both, as in searches of single peaks.
+void Put_Preset(const Wavelength_Preset& preset) {
+    const int grid = Fields_Of(Fit_Kind::constant_wavelength).wavelengths;
+    const bool doublet = preset.lambda2 > 0;
+    WGridPutCellReal(grid, 1, 1, preset.lambda1);
+    WGridPutCellReal(grid, 2, 1, doublet ? preset.lambda2 : preset.lambda1);
+    WGridPutCellReal(grid, 3, 1, doublet ? preset.ratio : 1);
+}
+
 void Show_Choices(const Fit_State& fit) {
     WDialogPutRadioButton(no_output);
     WDialogFieldState(ipc_output, field_disabled);  // no fit writes one
@@ -207,6 +219,9 @@ Status Edit_Starting_Values(Application& app, Fit_Kind kind) {
     const std::vector<Flag_Button> flag_buttons = Flag_Buttons(kind);
     Starting_Values values(kind, lists.fit, lists.background);
     Heights_To_Areas(values.state);
+    if (angles && !(values.state.lambda1 > 0) && app.session.store.nperfiles() > 0)
+        values.state.lambda1 = values.state.lambda2 =
+            Told_Wavelength(app.session.store.Pattern(1).title, app.session.store.Info(1).file_name);
 
     WDialogLoad(dialog);
     Label_Profile(kind);
@@ -216,7 +231,7 @@ Status Edit_Starting_Values(Application& app, Fit_Kind kind) {
     WDialogShow(Fields_Of(kind).cycles, Show_Kind::modal);
     Status status = Status::Cancel();
     for (int button = 0; status.failed && button != button_cancel;) {
-        button = Run_Modal(dialog);
+        button = Run_Modal(dialog, {.changed = Minding_Preset(Put_Preset)});
         const auto flags = std::ranges::find(flag_buttons, button, &Flag_Button::number);
         if (flags != flag_buttons.end())
             values.Change_Flags(flags->grid, flags->columns, flags->change);

@@ -8,6 +8,7 @@
 
 #include "base/text.hpp"
 #include "commands/modal.hpp"
+#include "commands/wavelength_preset.hpp"
 
 namespace vntl {
 
@@ -47,7 +48,8 @@ struct Form {
     int unit;  // the label that tells it
     std::span<const Bound_Field<Input>> fields;
     Bound_Group<Input, Choice> group = {};
-    int zero = no_field;  // a number that cannot be told to the program
+    int wavelength = no_field;  // that a preset fills
+    int zero = no_field;        // a number that cannot be told to the program
 };
 
 std::string Bare(const char* label) {
@@ -134,9 +136,11 @@ template <class Input, class Choice>
 Status Ask(const Form<Input, Choice>& form, Input input, const std::string& unit, const Make_Peaks_File<Input>& make) {
     WDialogLoad(form.dialog);
     Fill(form, input, unit);
+    const auto mind = Minding_Preset(form.wavelength);
+    mind(form.wavelength);  // the menu tells what stands there
     WDialogShow(form.fields.front().number, Show_Kind::modal);
     bool made = false;
-    while (!made && Run_Modal(form.dialog) == button_ok) made = Read(form, input) && Made(form, make(input));
+    while (!made && Run_Modal(form.dialog, {.changed = mind}) == button_ok) made = Read(form, input) && Made(form, make(input));
     WDialogUnload();
     return made ? Status::Done() : Status::Cancel();
 }
@@ -219,7 +223,7 @@ constexpr Bound_Field<D> dicvol_fields[] = {
     {dicvol_first + 22, "Zero &refinement", &D::zero_refinement},
     {dicvol_first + 23, "DICVOL06 &option", &D::option},
 };
-constexpr Form<D> dicvol_form = {150, dicvol_unit, dicvol_fields, {dicvol_theta, &D::itype, 1}};
+constexpr Form<D> dicvol_form = {150, dicvol_unit, dicvol_fields, {dicvol_theta, &D::itype, 1}, dicvol_first + 1};
 
 Dialog_Resource Dicvol_Resource() {
     const std::span<const Bound_Field<D>> fields = dicvol_fields;
@@ -227,7 +231,7 @@ Dialog_Resource Dicvol_Resource() {
     return {dicvol_form.dialog,
             "Save peaks for DICVOL06",
             {part(0, 1),
-             {Positions_Frame(dicvol_unit, {Radios(dicvol_theta, dicvol_units), With_Unit(part(1, 2), 0, angstrom)})},
+             {Positions_Frame(dicvol_unit, {Radios(dicvol_theta, dicvol_units), With_Unit(part(1, 2), 0, angstrom), {Preset_Field()}})},
              {Frame("Crystal systems", {part(3, 6)})},
              {Frame("Limits of the cell",
                     {With_Unit(part(9, 3), 1, angstrom), With_Unit(part(12, 2), 2, degrees), With_Unit(part(14, 2), 3, cubic_angstrom)})},
@@ -243,7 +247,7 @@ enum Ito_Number { ito_title = 1241, ito_wavelength, ito_zero, ito_unit };
 constexpr Bound_Field<I> ito_fields[] = {{ito_title, "&Title", &I::title, text_width},
                                          {ito_wavelength, "&Wavelength", &I::wavelength},
                                          {ito_zero, "&Zero shift", &I::zero_shift}};
-constexpr Form<I> ito_form = {167, ito_unit, ito_fields};
+constexpr Form<I> ito_form = {167, ito_unit, ito_fields, {}, ito_wavelength};
 
 Dialog_Resource Ito_Resource() {
     const std::span<const Bound_Field<I>> fields = ito_fields;
@@ -251,7 +255,7 @@ Dialog_Resource Ito_Resource() {
             "Save peaks for ITO15",
             {{Entry(fields[0])},
              {Positions_Frame(ito_unit)},
-             {Frame("Pattern", {With_Unit({Entry(fields[1])}, 0, angstrom), With_Unit({Entry(fields[2])}, 1, degrees)})},
+             {Frame("Pattern", {With_Unit({Entry(fields[1])}, 0, angstrom), {Preset_Field()}, With_Unit({Entry(fields[2])}, 1, degrees)})},
              Foot()}};
 }
 
@@ -276,7 +280,7 @@ constexpr Bound_Field<T> treor_fields[] = {{treor_title, "&Title", &T::title, te
                                            {treor_volume, "&Vol_max", &T::volume},
                                            {treor_beta, "&Beta_max", &T::beta},
                                            {treor_merit, "&F.O.M.", &T::merit}};
-constexpr Form<T> treor_form = {168, treor_unit, treor_fields, {treor_theta, &T::spacing, 1}, treor_zero};
+constexpr Form<T> treor_form = {168, treor_unit, treor_fields, {treor_theta, &T::spacing, 1}, treor_wavelength, treor_zero};
 
 Dialog_Resource Treor_Resource() {
     const std::span<const Bound_Field<T>> fields = treor_fields;
@@ -285,7 +289,9 @@ Dialog_Resource Treor_Resource() {
             "Save peaks for TREOR90",
             {{Entry(fields[0])},
              {Positions_Frame(treor_unit, {Radios(treor_theta, treor_units)})},
-             {Frame("Pattern", {With_Unit({Entry(fields[1])}, 0, angstrom), With_Unit({zero}, 1, "\u00b0, the file has no place for it")})},
+             {Frame("Pattern", {With_Unit({Entry(fields[1])}, 0, angstrom),
+                                {Preset_Field()},
+                                With_Unit({zero}, 1, "\u00b0, the file has no place for it")})},
              {Frame("Limits of the cell", {With_Unit({Entry(fields[2])}, 2, angstrom), With_Unit({Entry(fields[3])}, 3, cubic_angstrom),
                                            With_Unit({Entry(fields[4])}, 4, "\u00b0, 0: no monoclinic cells")})},
              {Frame("Search", {{Entry(fields[5])}})},
@@ -316,7 +322,7 @@ constexpr Bound_Field<V> vecfind_fields[] = {{vecfind_title, "&Title", &V::title
                                              {vecfind_range, "&K range", &V::k_range, text_width},
                                              {vecfind_points, "Number of &points", &V::points, text_width},
                                              {vecfind_special, "Search only special k-&vectors", &V::special_only}};
-constexpr Form<V, Vecfind_Output> vecfind_form = {164, vecfind_unit, vecfind_fields, {vecfind_output, &V::output, 0}};
+constexpr Form<V, Vecfind_Output> vecfind_form = {164, vecfind_unit, vecfind_fields, {vecfind_output, &V::output, 0}, vecfind_wavelength};
 
 Dialog_Resource Vecfind_Resource() {
     const std::span<const Bound_Field<V>> fields = vecfind_fields;
@@ -325,14 +331,17 @@ Dialog_Resource Vecfind_Resource() {
         for (const Bound_Field<V>& field : fields.subspan(from, count)) rows.push_back({Entry(field)});
         return rows;
     };
-    return {vecfind_form.dialog,
-            "Save peaks for Vecfind",
-            {{Entry(fields[0])},
-             {Frame("Nuclear cell", part(1, 2))},
-             {Frame("Satellites", {{{.number = vecfind_unit, .kind = Field_Kind::label}}, {Entry(fields[3])}, {Entry(fields[4])}})},
-             {Frame("Search", part(5, 3))},
-             {Frame("Output", {Radios(vecfind_output, vecfind_outputs)})},
-             Foot()}};
+    return {
+        vecfind_form.dialog,
+        "Save peaks for Vecfind",
+        {{Entry(fields[0])},
+         {Frame("Nuclear cell", part(1, 2))},
+         {Frame(
+             "Satellites",
+             {{{.number = vecfind_unit, .kind = Field_Kind::label}}, {Entry(fields[3])}, {Preset_Field("P&reset")}, {Entry(fields[4])}})},
+         {Frame("Search", part(5, 3))},
+         {Frame("Output", {Radios(vecfind_output, vecfind_outputs)})},
+         Foot()}};
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include "commands/peaks/peaks_dialogs.hpp"
 #include "external/peaks_file.hpp"
 #include "session/session.hpp"
+#include "session/told_wavelength.hpp"
 
 namespace vntl {
 
@@ -74,7 +75,16 @@ Points_Source Source_Of(const Session& session) {
 
 // The wavelength that stands in a dialog at first. A pattern by time of flight has the constants of its clock in that place.
 float Wavelength_Of(const Session& session, const Points_Source& source) {
-    return session.search.search_radiation == 1 && Contains(source.scat_var, "TOF") ? 0 : source.wavelengths.front();
+    if (session.search.search_radiation == 1 && Contains(source.scat_var, "TOF")) return 0;
+    const float known = source.wavelengths.front();
+    return known > 0 ? known : Told_Wavelength(session.store.Pattern(1).title, session.store.Info(1).file_name);
+}
+
+// Of times of flight the file has a constant of the clock there, as it is.
+float Vecfind_Wavelength_Of(const Session& session) {
+    const Diffraction_Pattern_Type& pattern = session.store.Pattern(1);
+    if (pattern.conv[0] > 0 || Contains(pattern.scat_var, "TOF")) return pattern.conv[0];
+    return Told_Wavelength(pattern.title, session.store.Info(1).file_name);
 }
 
 Status Ask_For(Peaks_Format format, const Session& session, std::string& text) {
@@ -85,7 +95,7 @@ Status Ask_For(Peaks_Format format, const Session& session, std::string& text) {
     const float wavelength = Wavelength_Of(session, source);
     switch (format) {
         case Peaks_Format::vecfind:
-            return Ask_Vecfind(Vecfind_Input_Of(source, session.store.Info(1).origin_note, title, pattern.conv[0]), unit,
+            return Ask_Vecfind(Vecfind_Input_Of(source, session.store.Info(1).origin_note, title, Vecfind_Wavelength_Of(session)), unit,
                                [&](const Vecfind_Input& input) { return Vecfind_File(source, input, peaks, text); });
         case Peaks_Format::dicvol: {
             Dicvol_Input input;

@@ -6,6 +6,7 @@
 
 #include "base/text.hpp"
 #include "commands/modal.hpp"
+#include "commands/wavelength_preset.hpp"
 #include "toolkit/window.hpp"
 
 namespace vntl {
@@ -28,9 +29,10 @@ struct Constants_Dialog {
     std::vector<Entry> entries;
     int grid = 0;  // of all rows, 0 none
     std::vector<Grid_Column> columns = {};
+    bool presets = false;  // of wavelengths
 };
 
-constexpr int field_file = 1315, button_set_all = 1328, field_first_unit = 1901;
+constexpr int field_file = 1315, button_set_all = 1328, field_first_unit = 1901, field_told = 1991;
 constexpr Value first = &Conversion_Constants::first, second = &Conversion_Constants::second;
 constexpr Value column_values[] = {first, second};  // of the grid's columns behind the file name
 constexpr const char *wavelength_format = "(f14.6)", *time_format = "(f16.4)";
@@ -39,7 +41,8 @@ constexpr const char *angstrom = "\u00c5", *dtt1_unit = "\u00b5s/\u00c5", *dtt2_
 Grid_Column Constant_Column(const char* heading, const char* format) { return {heading, Cell_Kind::real, format, 14}; }
 
 Constants_Dialog File_Dialog(Constants_Kind kind) {
-    if (kind == Constants_Kind::wavelength) return {124, "Set lambda to...", wavelength_format, {{1314, "&Lambda", angstrom, first}}};
+    if (kind == Constants_Kind::wavelength)
+        return {124, "Set lambda to...", wavelength_format, {{1314, "&Lambda", angstrom, first}}, 0, {}, true};
     return {134, "Set dtt1/dtt2 to...", time_format, {{1316, "dtt&1", dtt1_unit, first}, {1317, "dtt&2", dtt2_unit, second}}};
 }
 
@@ -51,7 +54,8 @@ Constants_Dialog Row_Dialog(Constants_Kind kind) {
                 wavelength_format,
                 {{1327, "Set &wavelength", angstrom, first}},
                 1305,
-                {file, Constant_Column("Lambda 1", wavelength_format), Constant_Column("Lambda 2", wavelength_format)}};
+                {file, Constant_Column("Lambda 1", wavelength_format), Constant_Column("Lambda 2", wavelength_format)},
+                true};
     return {135,         "Convert Xspace from TOF",
             time_format, {{1306, "dtt&1", dtt1_unit, first}, {1307, "dtt&2", dtt2_unit, second}},
             1318,        {file, Constant_Column("dtt1", time_format), Constant_Column("dtt2", time_format)}};
@@ -70,6 +74,8 @@ Dialog_Resource Resource(const Constants_Dialog& dialog) {
         resource.rows.push_back({field, {unit++, Field_Kind::label, entry.unit}});
     }
     if (dialog.grid != 0) resource.rows.back().push_back({button_set_all, Field_Kind::push_button, "&Set all"});
+    if (dialog.presets) resource.rows.push_back({Preset_Field("&Preset", dialog.grid != 0)});
+    if (dialog.presets) resource.rows.push_back({{field_told, Field_Kind::label}});
     resource.rows.push_back({{button_ok, Field_Kind::push_button, "OK"}, {button_cancel, Field_Kind::push_button, "Cancel"}});
     return resource;
 }
@@ -111,17 +117,42 @@ void Fill_Grid(const Constants_Dialog& dialog, const std::vector<Conversion_Cons
     }
 }
 
-// At first "Set all" proposes what the first row with constants has.
+bool Is_Told(const Conversion_Constants& row) { return !(row.first > 0) && row.told > 0; }
+constexpr const char* told_note = "Proposed: what the title or the file name tells";
+
+// At first "Set all" proposes what the first row with constants has, or is told to have.
 void Fill_Entries(const Constants_Dialog& dialog, const std::vector<Conversion_Constants>& rows) {
     const auto known = std::find_if(rows.begin(), rows.end(), [](const Conversion_Constants& row) { return row.first > 0; });
-    for (const Entry& entry : dialog.entries) WDialogPutReal(entry.field, known == rows.end() ? 0 : (*known).*entry.value);
+    const auto told = std::find_if(rows.begin(), rows.end(), Is_Told);
+    for (const Entry& entry : dialog.entries)
+        WDialogPutReal(entry.field, known != rows.end() ? (*known).*entry.value : told != rows.end() ? told->told : 0);
+    if (dialog.presets) Show_Preset_Of(WDialogGetReal(dialog.entries.front().field).value_or(0));
 }
 
-void Set_All(const Constants_Dialog& dialog, std::size_t rows) {
+void Propose(const Constants_Dialog& dialog, const std::vector<Conversion_Constants>& rows) {
+    for (std::size_t i = 0; i < rows.size(); ++i)
+        if (Is_Told(rows[i])) WGridPutCellReal(dialog.grid, 2, static_cast<int>(i) + 1, rows[i].told);
+    if (std::any_of(rows.begin(), rows.end(), Is_Told)) WDialogPutString(field_told, told_note);
+}
+
+// A preset goes where "Set all" takes it from, and to the rows that have no wavelength, or the only one.
+void Take_Preset(const Constants_Dialog& dialog, std::size_t rows, const Wavelength_Preset& preset) {
+    WDialogPutReal(dialog.entries.front().field, preset.lambda1);
+    const Columns cells = {WGridGetReal(dialog.grid, 2)};
+    for (std::size_t i = 0; i < rows; ++i) {
+        if (rows > 1 && cells[0][i].value_or(0) > 0) continue;
+        WGridPutCellReal(dialog.grid, 2, static_cast<int>(i) + 1, preset.lambda1);
+        WGridPutCellReal(dialog.grid, 3, static_cast<int>(i) + 1, preset.lambda2);
+    }
+}
+
+// `set_second`: lambda 2 of the preset that stands in the entry.
+void Set_All(const Constants_Dialog& dialog, std::size_t rows, Shown set_second) {
     if (!Entries_Hold_Numbers(dialog)) return;
     int column = 2;
     for (const Entry& entry : dialog.entries)
         WGridPutString(dialog.grid, column++, std::vector<std::string>(rows, WDialogGetString(entry.field)));
+    if (set_second) WGridPutReal(dialog.grid, column, std::vector<float>(rows, *set_second));
 }
 
 bool Cells_Hold_Numbers(const Constants_Dialog& dialog, const std::vector<Conversion_Constants>& rows, const Columns& cells) {
@@ -172,10 +203,20 @@ bool File_Constants_Dialog(Constants_Kind kind, Conversion_Constants& file, cons
         WDialogPutReal(entry.field, file.*entry.value);
         before.push_back(WDialogGetReal(entry.field));
     }
-    WDialogShow(dialog.entries.front().field, Show_Kind::modal);
+    const int wavelength = dialog.entries.front().field;
+    if (Is_Told(file)) {
+        WDialogPutReal(wavelength, file.told);
+        WDialogPutString(field_told, told_note);
+    }
+    Modal_Routines routines;
+    if (dialog.presets) {
+        Show_Preset_Of(WDialogGetReal(wavelength).value_or(0));
+        routines.changed = Minding_Preset(wavelength);
+    }
+    WDialogShow(wavelength, Show_Kind::modal);
 
     bool accepted = false;
-    while (!accepted && Run_Modal(dialog.number) == button_ok) {
+    while (!accepted && Run_Modal(dialog.number, routines) == button_ok) {
         if (!Entries_Hold_Numbers(dialog)) continue;
         Conversion_Constants given = file;
         for (std::size_t i = 0; i < before.size(); ++i)
@@ -194,12 +235,25 @@ bool Row_Constants_Dialog(Constants_Kind kind, std::vector<Conversion_Constants>
     Fill_Grid(dialog, rows);
     Fill_Entries(dialog, rows);
     const Columns before = Read_Grid(dialog);
+    Propose(dialog, rows);
+    Shown second_of_preset;
+    Modal_Routines routines;
+    if (dialog.presets)
+        routines.changed = [&, choose = Minding_Preset([&](const Wavelength_Preset& preset) {
+                                   Take_Preset(dialog, rows.size(), preset);
+                                   second_of_preset = preset.lambda2;
+                               })](int field) {
+            choose(field);
+            if (field != dialog.entries.front().field) return;
+            second_of_preset.reset();
+            Show_Preset_Of(WDialogGetReal(field).value_or(0));
+        };
     WDialogShow(dialog.grid, Show_Kind::modal);
 
     bool accepted = false;
     for (int button = 0; !accepted && button != button_cancel;) {
-        button = Run_Modal(dialog.number);
-        if (button == button_set_all) Set_All(dialog, rows.size());
+        button = Run_Modal(dialog.number, routines);
+        if (button == button_set_all) Set_All(dialog, rows.size(), second_of_preset);
         if (button != button_ok) continue;
         const Columns now = Read_Grid(dialog);
         if (!Cells_Hold_Numbers(dialog, rows, now)) continue;
