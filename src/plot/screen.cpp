@@ -7,6 +7,7 @@
 
 #include "plot/frame_texts.hpp"
 #include "plot/plot.hpp"
+#include "plot/preview.hpp"
 #include "plot/rubber.hpp"
 #include "session/ranges.hpp"
 #include "toolkit/bitmap.hpp"
@@ -106,6 +107,7 @@ void Show_Marks(int window, const Scene& scene) {
     Graphics marks(overlay);
     Draw_Marks(scene, marks);
     Draw_Hits(scene, marks);
+    Draw_Preview(scene, marks);
     Draw_Rubber(scene.plot, scene.store, marks);
     WOverlayPut(overlay);
 }

@@ -88,6 +88,12 @@ struct Waterfall {
     bool operator==(const Waterfall&) const = default;
 };
 
+// What a calculation would make of a row with what its dialog holds: a curve over the picture, in the units of the data.
+struct Preview_Curve {
+    int row = 0;  // from 1
+    std::vector<float> x, y;
+};
+
 // The views that the user has been at, for the ways back and forward.
 struct View_History {
     std::vector<View> views;
@@ -127,6 +133,7 @@ struct Plot_State {
     float diff_base = 0;     // y on which its difference curve stands
     float diff_band = 0;     // height of the band in which its reflections are drawn
 
+    std::vector<Preview_Curve> preview;  // while a dialog is open
     Rubber_Shape rubber;
     Row_Move row_move;
     Reflection_Hits hits;

@@ -57,6 +57,20 @@ Json Background(const Calculation_Lists& lists) {
     return {{"background", list}};
 }
 
+// The curves of a dialog that is open, each with its number of points, its sum and its highest value.
+Json Preview(const Plot_State& plot) {
+    Json list = Json::array();
+    for (const Preview_Curve& curve : plot.preview) {
+        double sum = 0;
+        for (const float y : curve.y) sum += y;
+        list.push_back({{"row", curve.row},
+                        {"points", curve.y.size()},
+                        {"sum", Json_Real(static_cast<float>(sum))},
+                        {"highest", Json_Real(curve.y.empty() ? 0 : *std::max_element(curve.y.begin(), curve.y.end()))}});
+    }
+    return {{"preview", list}};
+}
+
 Json Generated(const Calculation_Lists& lists) {
     Json list = Json::array();
     for (const Reflection_Mark& mark : lists.hklgen)
@@ -182,6 +196,7 @@ std::vector<Topic> State_Topics(const Session& s) {
                         }),
             Plain_Topic("peaks", [&s] { return Peaks(s.lists); }),
             Plain_Topic("background", [&s] { return Background(s.lists); }),
+            Plain_Topic("preview", [&s] { return Preview(s.plot); }),
             Plain_Topic("hklgen", [&s] { return Generated(s.lists); }),
             Plain_Topic("fit", [&s] { return Fit_Json(s); }),
             Plain_Topic("quickview", [&s] { return Quick_View_Json(s.quick_view); }),

@@ -5,6 +5,7 @@
 #include "base/text.hpp"
 #include "calc/arithmetic.hpp"
 #include "calc/smoothing.hpp"
+#include "commands/calc/live_preview.hpp"
 #include "commands/modal.hpp"
 #include "session/changes.hpp"
 #include "session/session.hpp"
@@ -16,6 +17,7 @@ namespace {
 constexpr int smoothing_dialog = 140;
 constexpr int note = 1329, window_field = 1282, first_profile = 1020, all_profiles = 1021, new_profile = 1330, efficiency_file = 1647;
 constexpr int window_at_first = 5;
+constexpr std::size_t most_live_curves = 5;
 constexpr int widest_entry = 9999;  // beyond what either filter takes, so that the user is told and not held back
 
 struct Choice {
@@ -30,6 +32,7 @@ struct Filter {
     bool fourier;
     void (*smooth)(std::vector<float>& y, int window);
 
+    bool Has_Window(int window) const { return window >= 1 && window <= largest_window; }
     bool Takes(Row_Kind kind) const { return fourier ? kind == Row_Kind::data || kind == Row_Kind::smoo : !Is_Refined(kind); }
     std::string Passed_Over(const std::string& file_name) const {
         return "Profile " + file_name + "\n" + (fourier ? "is not of DATA type." : "is of PRF type.") + " It will be ignored";
@@ -60,15 +63,44 @@ void Fill(const Session& session, const Filter& filter) {
     Couple_Fields(filter);
 }
 
-// Nothing when the user left the dialog; a window of 0 where the field holds no whole number.
+// A window of 0 where the field holds no whole number.
+Choice Choice_In_Dialog() {
+    return {WDialogGetInteger(window_field).value_or(0), WDialogGetRadioButton(first_profile) == all_profiles,
+            WDialogGetCheckBox(new_profile) != 0, WDialogGetCheckBox(efficiency_file) != 0};
+}
+
+// What the filter would make of the first row, or of the first few that are shown. None where the window is none.
+std::vector<Preview_Curve> Smoothed_Curves(const Profile_Store& store, const Filter& filter, const Choice& choice) {
+    std::vector<Preview_Curve> curves;
+    if (!filter.Has_Window(choice.window)) return curves;
+    for (int row = 1; row <= (choice.all ? store.nperfiles() : 1) && curves.size() < most_live_curves; ++row) {
+        if ((choice.all && !store.shown(row)) || !filter.Takes(store.Info(row).kind)) continue;
+        Preview_Curve curve{row, store.Pattern(row).x, store.Pattern(row).y};
+        filter.smooth(curve.y, choice.window);
+        curves.push_back(std::move(curve));
+    }
+    return curves;
+}
+
+// Nothing when the user left the dialog, which stays open below a window that is none.
 std::optional<Choice> Ask_For_Choice(Session& session, const Filter& filter) {
+    Live_Preview live(session, smoothing_dialog);
     WDialogLoad(smoothing_dialog);
     Fill(session, filter);
-    WDialogShow(0, Show_Kind::modal);
+    WDialogShow(0, Show_Kind::semi_modeless);
+    const auto show = [&] { live.Show(Smoothed_Curves(session.store, filter, Choice_In_Dialog())); };
+    const auto changed = [&](int field) {
+        Couple_Fields(filter);
+        if (field == window_field || field == first_profile || field == all_profiles) show();
+    };
+    show();
     std::optional<Choice> choice;
-    if (Run_Modal(smoothing_dialog, {.changed = [&filter](int) { Couple_Fields(filter); }}) == button_ok)
-        choice = Choice{WDialogGetInteger(window_field).value_or(0), WDialogGetRadioButton(first_profile) == all_profiles,
-                        WDialogGetCheckBox(new_profile) != 0, WDialogGetCheckBox(efficiency_file) != 0};
+    while (!choice && Run_Modal(smoothing_dialog, {.changed = changed}) == button_ok) {
+        choice = Choice_In_Dialog();
+        if (filter.Has_Window(choice->window)) continue;
+        choice.reset();
+        Refuse_Field(window_field, "Incorrect value of parameter ");
+    }
     WDialogUnload();
     return choice;
 }
@@ -116,7 +148,6 @@ void Smooth_All(Session& session, Ask& ask, const Filter& filter, int window) {
 Status Smooth(Session& session, Ask& ask, const Filter& filter) {
     const std::optional<Choice> choice = Ask_For_Choice(session, filter);
     if (!choice) return Status::Cancel();
-    if (choice->window < 1 || choice->window > filter.largest_window) return Status::Fail("Incorrect value of parameter ");
     if (!choice->all) return Smooth_First(session, filter, *choice);
     Smooth_All(session, ask, filter, choice->window);
     return Status::Done();
