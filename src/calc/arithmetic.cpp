@@ -41,6 +41,38 @@ Status Subtract_Pattern(Diffraction_Pattern_Type& a, const Diffraction_Pattern_T
     return Status::Done();
 }
 
+std::vector<float> Line_Through(std::span<const Background_Mark> points, std::span<const float> x) {
+    std::vector<float> line;
+    if (points.size() < 2) return line;
+    line.reserve(x.size());
+    std::size_t right = 1;
+    for (const float at : x) {
+        while (right + 1 < points.size() && points[right].x < at) ++right;
+        const Background_Mark &a = points[right - 1], &b = points[right];
+        const double width = static_cast<double>(b.x) - a.x;
+        const double part = width > 0 ? std::clamp((static_cast<double>(at) - a.x) / width, 0.0, 1.0) : 1.0;
+        line.push_back(static_cast<float>(a.y + part * (static_cast<double>(b.y) - a.y)));
+    }
+    return line;
+}
+
+Status Subtract_Background(Diffraction_Pattern_Type& pattern, std::span<const float> background) {
+    if (pattern.y.size() != background.size()) return Status::Fail("The background has not a value for each point");
+    std::vector<float>* const curves[] = {&pattern.y, &pattern.ycalc, &pattern.bgr};
+    std::vector<std::vector<float>> less;
+    for (const std::vector<float>* curve : curves) {
+        std::vector<float>& values = less.emplace_back(*curve);
+        for (std::size_t i = 0; i < std::min(values.size(), background.size()); ++i) {
+            const bool finite = std::isfinite(values[i]);
+            values[i] -= background[i];
+            if (finite && !std::isfinite(values[i])) return Status::Fail("Values would leave the range of numbers");
+        }
+    }
+    for (std::size_t i = 0; i < std::size(curves); ++i) *curves[i] = std::move(less[i]);
+    Set_Y_Limits(pattern);
+    return Status::Done();
+}
+
 void Shift_And_Multiply(Diffraction_Pattern_Type& p, PRF_Info_Add_Type& info, float shift, float factor) {
     Scale_X_Of_Row(p, info, 1, shift);
     Scale_Y_Of_Row(p, factor, 0);

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "base/status.hpp"
+#include "patterns/listed_points.hpp"
 #include "patterns/pattern.hpp"
 #include "patterns/profile.hpp"
 
@@ -19,6 +20,15 @@ Status Sum_Patterns(Diffraction_Pattern_Type& first, std::span<const Diffraction
 
 // y of `a` becomes y(a) - y(b); the rest as above.
 Status Subtract_Pattern(Diffraction_Pattern_Type& a, const Diffraction_Pattern_Type& b);
+
+// The line through points, in their order of rising x, at each of `x`: straight between two of them, and level beyond the first and the
+// last, for the ends of a search lie inside the pattern. Empty for fewer than two points.
+std::vector<float> Line_Through(std::span<const Background_Mark> points, std::span<const float> x);
+
+// y, and the calculated curve and background where there are any, less `background`, one value a point; ymin and ymax follow. What is below
+// zero stays so. sigma stays: the variance is that of the counts, and the line through many points adds next to nothing to it. Fails where
+// a difference would leave the range of numbers or the lengths differ, and nothing changes.
+Status Subtract_Background(Diffraction_Pattern_Type& pattern, std::span<const float> background);
 
 // x + shift at all points, reflections and excluded regions; y, calculated curve and background times `factor`, and variances, or standard
 // deviations, scale with it. A factor below 0 exchanges ymin and ymax.

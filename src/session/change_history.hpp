@@ -42,6 +42,7 @@ struct Kept_Plot {
     std::vector<Peak_Mark> peaks;
     X_Space peaks_found_in = X_Space::none;
     std::vector<Background_Mark> background;
+    X_Space background_found_in = X_Space::none;
     std::vector<Reflection_Mark> hklgen;
     Fit_State fit;
     X_Space xspace = X_Space::none;

@@ -76,9 +76,10 @@ std::vector<Kept_Row> Keep_Rows(const Profile_Store& store, const std::vector<in
 Kept_Plot Keep_Plot(const Session& session) {
     const Plot_State& plot = session.plot;
     const Calculation_Lists& lists = session.lists;
-    return {lists.peaks,      lists.peaks_found_in, lists.background,  lists.hklgen,       lists.fit,          plot.xspace,
-            plot.xlabel_text, plot.ylabel_text,     plot.Shown_View(), plot.Whole_Range(), plot.y_prf_bottom,  plot.diff_base,
-            plot.diff_band,   plot.Is_Log(),        plot.log_of_one,   session.shift,      plot.first_pattern, plot.last_pattern};
+    return {lists.peaks,      lists.peaks_found_in, lists.background, lists.background_found_in, lists.hklgen,       lists.fit,
+            plot.xspace,      plot.xlabel_text,     plot.ylabel_text, plot.Shown_View(),         plot.Whole_Range(), plot.y_prf_bottom,
+            plot.diff_base,   plot.diff_band,       plot.Is_Log(),    plot.log_of_one,           session.shift,      plot.first_pattern,
+            plot.last_pattern};
 }
 
 // --- going back, or forward again --------------------------------------------------------------------------------------------------
@@ -147,6 +148,7 @@ void Set_Plot(Session& session, Kept_Plot kept) {
     session.lists.peaks = std::move(kept.peaks);
     session.lists.peaks_found_in = kept.peaks_found_in;
     session.lists.background = std::move(kept.background);
+    session.lists.background_found_in = kept.background_found_in;
     if (plot.ClickMode != Click_Mode::reflections) session.lists.hklgen = std::move(kept.hklgen);
     session.lists.fit = std::move(kept.fit);
     session.shift = kept.shift;

@@ -235,7 +235,7 @@ Status Prepare_Starting_Values(Session& session, Fit_Kind kind) {
     if (lists.background.empty()) return Status::Fail("ERROR: The background line is not yet selected!");
     if (fit.peaks.empty()) return Status::Fail("ERROR: No peak has been selected!");
     if (lists.background.size() < 3 && !fit.nodes_given)
-        Build_Nodes(lists);
+        Build_Nodes(lists), lists.background_found_in = session.plot.xspace;
     else
         Take_Window_From_Nodes(lists);
     const Diffraction_Pattern_Type& pattern = session.store.Pattern(1);
@@ -274,6 +274,7 @@ Status Load_Pik(Session& session, const std::string& file) {
     fit.pik_loaded = fit.nodes_given = true;
     lists.fit = std::move(fit);
     lists.background = std::move(nodes);
+    lists.background_found_in = session.plot.xspace;
     Show_As_Detected(session);
     return Status::Done();
 }

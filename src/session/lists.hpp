@@ -24,6 +24,7 @@ struct Calculation_Lists {
     std::vector<Peak_Mark> peaks;
     X_Space peaks_found_in = X_Space::none;  // the unit of their positions, which stays when patterns are converted
     std::vector<Background_Mark> background;
+    X_Space background_found_in = X_Space::none;  // likewise
     std::vector<Reflection_Mark> hklgen;
     Fit_State fit;
 };

@@ -108,6 +108,7 @@ Status Find_Background(Session& session) {
     if (found.np > max_background_points) return Status::Fail(too_many_points);
     std::vector<Background_Mark>& points = session.lists.background;
     points.clear();
+    session.lists.background_found_in = session.plot.xspace;
     for (std::size_t i = 0; i < found.x.size(); ++i) points.push_back({found.x[i], found.y[i]});
     return Status::Done();
 }

@@ -3,6 +3,7 @@
 #include <functional>
 #include <iomanip>
 #include <numbers>
+#include <numeric>
 #include <tuple>
 
 #include "app/testing.hpp"
@@ -224,6 +225,61 @@ TEST_F(Calculations, SmoothingRefusesAndPassesOver) {
     Fourier_Filter(expected, 5);
     Five_Point_Filter(expected);
     Expect_Near(Numbers(run.With("x").at(0)["y"]), {expected.begin(), expected.end()}, 1e-4);
+}
+
+// The curve of the open dialog against the filter itself; the rows stay as they are, and nothing is left behind.
+TEST_F(Calculations, TheSmoothedCurveIsSeenWhileItsDialogIsOpen) {
+    const auto wave = [](double x) { return 100 + 30 * std::sin(40 * x); };
+    const auto run = Script(File("a.xye", wave) +
+                            "print data 1\ncommand 40020\nprint preview\nset 1282 9\nprint preview\nset 1282 251\n"
+                            "print preview\npress 1\nprint dialog\nset 1282 4\nprint preview\npress 2\nprint preview\nprint data 1\n" +
+                            File("b.xye", wave) + "command 40090\nset 1021 1\nprint preview\npress 2\nprint changes\n");
+    EXPECT_EQ(Told(run), Texts{"Incorrect value of parameter "});
+    const auto previews = run.With("preview"), data = run.With("x"), dialogs = run.With("dialog");
+    ASSERT_EQ(previews.size(), 6u);
+    ASSERT_EQ(dialogs.size(), 1u) << "it stays open";
+    const std::vector<double> raw = Numbers(data.at(0)["y"]);
+    for (const auto& [print, window] : {std::pair(0, 5), {1, 9}, {3, 4}}) {
+        std::vector<float> expected(raw.begin(), raw.end());
+        Fourier_Filter(expected, window);
+        const Json& curves = previews[static_cast<std::size_t>(print)]["preview"];
+        ASSERT_EQ(curves.size(), 1u) << window;
+        EXPECT_EQ(curves[0]["points"], expected.size());
+        EXPECT_NEAR(curves[0]["highest"].get<double>(), *std::max_element(expected.begin(), expected.end()), 1e-3) << window;
+        EXPECT_NEAR(curves[0]["sum"].get<double>(), std::accumulate(expected.begin(), expected.end(), 0.0), 1e-2) << window;
+    }
+    for (const std::size_t none : {2, 4}) EXPECT_EQ(previews[none]["preview"].size(), 0u) << none;
+    EXPECT_EQ(previews[5]["preview"].size(), 2u);
+    EXPECT_EQ(data.at(1)["y"], data.at(0)["y"]);
+}
+
+// --- the background ----------------------------------------------------------------------------------------------------------------
+
+double Hill_On_A_Slope(double x) { return 200 + 4 * (x - 20) + 500 * std::exp(-20 * (x - 30) * (x - 30)); }
+
+// A slope of 4 counts a degree under one peak: less its background nothing is left of it but the peak.
+TEST_F(Calculations, ABackgroundIsSubtracted) {
+    const auto run = Script(File("p.xye", Hill_On_A_Slope, 1000, 20, 0.02) +
+                            "command 40559\nprint dialog\nprint preview\nset 2204 abc\npress 1\nset 2204 0.05\npress 2\nprint preview\n"
+                            "print rows\ncommand 40559\npress 1\nprint rows\nprint data 1\nprint data 2\ncommand 40506\nprint state\n");
+    const auto boxes = Told(run);
+    ASSERT_EQ(boxes.size(), 1u) << run.output;
+    EXPECT_NE(boxes[0].find("is not a number"), std::string::npos);
+    const auto previews = run.With("preview"), rows = run.With("kind"), data = run.With("x");
+    ASSERT_EQ(previews.size(), 2u);
+    EXPECT_EQ(previews[0]["preview"][0]["points"], 1000);
+    EXPECT_NEAR(previews[0]["preview"][0]["sum"].get<double>(), 1000 * (200 + 4 * 9.99), 1000.0);
+    EXPECT_EQ(previews[1]["preview"].size(), 0u);
+    ASSERT_EQ(rows.size(), 3u);
+    EXPECT_EQ(Names(rows[2]), (Texts{"DIFF", "<less background>", "p.xye title less background"}));
+    const std::vector<double> before = Numbers(data.at(0)["y"]), after = Numbers(data.at(1)["y"]);
+    ASSERT_EQ(before.size(), after.size());
+    for (std::size_t i = 0; i < after.size(); ++i) {
+        const double x = 20 + 0.02 * static_cast<double>(i);
+        EXPECT_NEAR(after[i], 500 * std::exp(-20 * (x - 30) * (x - 30)), 3) << x;
+    }
+    EXPECT_EQ(data.at(1)["sigma"], data.at(0)["sigma"]);
+    EXPECT_EQ(run.With("plot_type").back()["nperfiles"], 1);
 }
 
 // --- searches ----------------------------------------------------------------------------------------------------------------------

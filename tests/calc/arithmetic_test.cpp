@@ -71,6 +71,34 @@ TEST(Arithmetic, PointsThatDifferAreRefused) {
     }
 }
 
+// Lines by hand: halves and quarters between the points, level beyond them, a step where two points stand at one place.
+TEST(Arithmetic, SubtractsTheLineThroughPoints) {
+    const std::vector<float> x = {9, 10, 10.5f, 11, 11.5f, 12, 13};
+    const struct {
+        std::vector<Background_Mark> points;
+        std::vector<float> line;
+    } cases[] = {{{{10, 4}, {12, 8}}, {4, 4, 5, 6, 7, 8, 8}},
+                 {{{10, 4}, {11, 8}, {11, 0}, {12, 2}}, {4, 4, 6, 8, 1, 2, 2}},
+                 {{{0, 0}, {20, 40}}, {18, 20, 21, 22, 23, 24, 26}},
+                 {{{10, 4}}, {}},
+                 {{}, {}}};
+    for (const auto& [points, line] : cases) EXPECT_EQ(Line_Through(points, x), line) << points.size();
+
+    auto a = Pattern({7, 4, 5});
+    auto expected = a;
+    ASSERT_TRUE(Subtract_Background(a, std::vector<float>{5, 6, 2}).ok());
+    expected.y = expected.ycalc = expected.bgr = {2, -2, 3};
+    expected.ymin = -2;
+    expected.ymax = 3;
+    test::Expect_Same(a, expected, "less its background");
+    for (const std::vector<float>& wrong : {std::vector<float>{1, 2}, {1, 2, -std::numeric_limits<float>::max()}}) {
+        a.y[2] = std::numeric_limits<float>::max();
+        expected.y[2] = a.y[2];
+        EXPECT_TRUE(Subtract_Background(a, wrong).failed);
+        test::Expect_Same(a, expected, "refused");
+    }
+}
+
 TEST(Arithmetic, ScalesVariancesBySquares) {
     struct {
         bool variance;

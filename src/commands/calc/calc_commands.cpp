@@ -2,6 +2,7 @@
 #include "commands/families.hpp"
 
 #include "commands/application.hpp"
+#include "commands/calc/background_dialog.hpp"
 #include "commands/calc/profile_arithmetic.hpp"
 #include "commands/calc/smoothing_dialog.hpp"
 #include "plot/plot.hpp"
@@ -18,6 +19,9 @@ void Average(Application& app) {
 }
 void Difference(Application& app) {
     if (Tell(app, Difference_Profiles(app.session))) Plot_ReMake(app.session);
+}
+void Subtract_Background(Application& app) {
+    if (Tell(app, Subtract_Background_Of_Row(app.session))) Plot_ReMake(app.session);
 }
 void Multiply(Application& app) {
     if (Tell(app, Multiply_Profiles(app.session))) Plot_Redraw(app.session);
@@ -38,7 +42,8 @@ constexpr Command commands[] = {
     {command::sum, "Summation", "sum", Sum, "", "Add profiles to one"},
     {command::average, "Average", "average", Average, "", "The mean of profiles"},
     {command::difference, "Difference", "difference", Difference, "", "The difference of two profiles"},
-    {command::subtract_background, "Subtract background", "", nullptr, "", "A new profile: the first one shown less its background"},
+    {command::subtract_background, "Subtract background", "", Subtract_Background, "",
+     "A new profile: the first one shown less its background"},
     {command::multiply, "Multiply Y / Shift X / Normalize", "multiply", Multiply, "", "Multiply intensities, shift x, or normalize"},
     {command::efficiency, "Apply Eff. Corr.", "", Correct_Efficiency, "", "Divide by the efficiency of the detectors"},
     {command::smoothing_menu, "Smoothing", "", Open_Popup, "", ""},
@@ -49,6 +54,7 @@ constexpr Command commands[] = {
 std::vector<Dialog_Resource> Dialogs() {
     std::vector<Dialog_Resource> all = Arithmetic_Dialog_Resources();
     all.push_back(Smoothing_Dialog_Resource());
+    all.push_back(Background_Dialog_Resource());
     return all;
 }
 

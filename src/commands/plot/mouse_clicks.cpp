@@ -48,6 +48,7 @@ void Delete_Peak(Session& session, Ask& ask, float x) {
 void Insert_Background(Session& session, Ask& ask, float x, float y) {
     std::vector<Background_Mark>& points = session.lists.background;
     if (points.size() >= max_background_points) return ask.Error("The limit number of background points has been attained!");
+    if (points.empty()) session.lists.background_found_in = session.plot.xspace;
     points.push_back({x, y});
     std::stable_sort(points.begin(), points.end(), Left_Of<Background_Mark>);
 }
