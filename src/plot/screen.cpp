@@ -5,6 +5,7 @@
 #include <iterator>
 #include <utility>
 
+#include "plot/following_curves.hpp"
 #include "plot/frame_texts.hpp"
 #include "plot/plot.hpp"
 #include "plot/preview.hpp"
@@ -40,6 +41,19 @@ void Draw_Hits(const Scene& scene, Graphics& g) {
         labels.push_back(hits.generated ? scene.lists.hklgen[j].label : scene.store.Info(scene.store.ProfilePRFactive).refl_label[j]);
     }
     Draw_Readout_Box(g, Room_Beside_Texts(scene), static_cast<float>(hits.x), static_cast<float>(hits.y), labels);
+}
+
+// The marks are laid out for the window's own size, so that a dot keeps its shape.
+void Show_Marks_With(int window, const Scene& scene, const std::vector<Row_Ghost>& ghosts) {
+    WindowSelect(window);
+    Recording_Device overlay(WInfoWindow(width_info), WInfoWindow(height_info));
+    Graphics marks(overlay);
+    Draw_Following_Curves(scene, marks, ghosts);
+    Draw_Marks(scene, marks);
+    Draw_Hits(scene, marks);
+    Draw_Preview(scene, marks);
+    Draw_Rubber(scene.plot, scene.store, marks);
+    WOverlayPut(overlay);
 }
 
 // --- the forms -------------------------------------------------------------------------------------------------------------------
@@ -100,17 +114,7 @@ Drawn Show_Picture(int window, const Scene& scene) {
     return drawn;
 }
 
-// The marks are laid out for the window's own size, so that a dot keeps its shape.
-void Show_Marks(int window, const Scene& scene) {
-    WindowSelect(window);
-    Recording_Device overlay(WInfoWindow(width_info), WInfoWindow(height_info));
-    Graphics marks(overlay);
-    Draw_Marks(scene, marks);
-    Draw_Hits(scene, marks);
-    Draw_Preview(scene, marks);
-    Draw_Rubber(scene.plot, scene.store, marks);
-    WOverlayPut(overlay);
-}
+void Show_Marks(int window, const Scene& scene) { Show_Marks_With(window, scene, {}); }
 
 void Plot_ReMake(Session& session) {
     Plot_Ranges(session);
@@ -132,5 +136,9 @@ void Plot_Redraw(Session& session) {
 }
 
 void Plot_Repaint(const Session& session) { Show_Marks(main_window, Scene_Of(session)); }
+
+void Repaint_With_Ghosts(const Session& session, const std::vector<Row_Ghost>& ghosts) {
+    Show_Marks_With(main_window, Scene_Of(session), ghosts);
+}
 
 }  // namespace vntl

@@ -63,6 +63,7 @@ const std::vector<Enabling>& Enabling_Table() {
           clear_peaks,
           insert_peak,
           delete_peak,
+          snap_to_maximum,
           save_peaks_menu,
           save_peaks_free,
           save_peaks_dicvol,
@@ -87,11 +88,11 @@ const std::vector<Enabling>& Enabling_Table() {
 // Commands that belong to one calculation or another, all disabled before a mode enables its own. The formats of the peak file go with
 // their menu, save_peaks_menu.
 constexpr int mode_commands[] = {
-    fit_on,        fit_off,         fit_auto_peaks,    clear_fit,         run_fit,           edit_pik,           load_pik,
-    fit_series,    peaks_on,        peaks_off,         search_peaks,      search_satellites, clear_peaks,        insert_peak,
-    delete_peak,   save_peaks_menu, save_peaks_free,   save_peaks_dicvol, save_peaks_ito,    save_peaks_vecfind, save_peaks_treor,
-    background_on, background_off,  search_background, clear_background,  insert_background, delete_background,  save_background,
-    hkl_gen,       lines_menu};
+    fit_on,           fit_off,       fit_auto_peaks,  clear_fit,         run_fit,           edit_pik,          load_pik,
+    fit_series,       peaks_on,      peaks_off,       search_peaks,      search_satellites, clear_peaks,       insert_peak,
+    snap_to_maximum,  delete_peak,   save_peaks_menu, save_peaks_free,   save_peaks_dicvol, save_peaks_ito,    save_peaks_vecfind,
+    save_peaks_treor, background_on, background_off,  search_background, clear_background,  insert_background, delete_background,
+    save_background,  hkl_gen,       lines_menu};
 
 struct Mode {
     int checked;  // 0 none
@@ -101,10 +102,10 @@ struct Mode {
 const std::vector<Mode>& Mode_Table() {
     static const std::vector<Mode> table = {
         {0, {drag, peaks_menu, peaks_on, background_menu, background_on, hkl_gen, lines_menu, fit_on, fit_series}},
-        {fit_menu, {fit_off, fit_auto_peaks, clear_fit, run_fit, edit_pik, load_pik, fit_series}},
+        {fit_menu, {fit_off, fit_auto_peaks, clear_fit, run_fit, edit_pik, load_pik, fit_series, snap_to_maximum}},
         {peaks_menu,
-         {peaks_off, search_peaks, clear_peaks, insert_peak, delete_peak, save_peaks_menu, save_peaks_free, save_peaks_dicvol,
-          save_peaks_ito, save_peaks_vecfind, save_peaks_treor}},
+         {peaks_off, search_peaks, clear_peaks, insert_peak, delete_peak, snap_to_maximum, save_peaks_menu, save_peaks_free,
+          save_peaks_dicvol, save_peaks_ito, save_peaks_vecfind, save_peaks_treor}},
         {background_menu, {background_off, clear_background, insert_background, delete_background, save_background}},
         {0, {}},
     };

@@ -26,6 +26,13 @@ std::string_view Resting_Hint(const Plot_State& plot) {
     return grid_shown && plot.grid.smoothed ? "smoothed" : calculation_hints[static_cast<std::size_t>(plot.ClickMode)];
 }
 
+// Of the mode of clicks in force, or of none.
+std::string_view Hint_Of_Clicks(const Plot_State& plot) {
+    for (const Click_Row& row : list_clicks)
+        if (plot.*row.flag) return row.hint;
+    return Resting_Hint(plot);
+}
+
 void Show_Mode(Interface_State& menu, Cursor_Shape cursor, std::string_view hint) {
     menu.cursor = cursor;
     menu.Hint(std::string(hint));
@@ -68,6 +75,16 @@ void Leave_Mode(Session& session) {
     plot.spectral.shown = false;
     menu.want_mouse_up = false;
     Show_Mode(menu, Cursor_Shape::arrow, Resting_Hint(plot));
+}
+
+void Tell_Count(Session& session, bool found) {
+    const Plot_State& plot = session.plot;
+    const bool peaks = plot.ClickMode == Click_Mode::peaks;
+    if (plot.plot_type != Plot_Form::calculation || (!peaks && plot.ClickMode != Click_Mode::background)) return;
+    const std::size_t count = peaks ? session.lists.peaks.size() : session.lists.background.size();
+    const std::string_view hint = Hint_Of_Clicks(plot);
+    session.interface.Hint(std::string(hint) + (hint.ends_with(' ') ? "" : ", ") + std::to_string(count) +
+                           (peaks ? " peak" : " background point") + (count == 1 ? "" : "s") + (found ? " found" : ""));
 }
 
 void Show_Resting_Hint(Session& session) {

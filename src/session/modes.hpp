@@ -19,6 +19,10 @@ void Enter_Mode(Session&, List_Click click);
 // Is there a mode that a drag or a click serves?
 bool In_Mode(const Session&);
 
+// What clicks do to the list of the calculation that runs, as its hint begins: "Peaks allocation: Insert peak". Behind it the list tells
+// how many it holds: " 13 peaks", or " 1 peak found" behind a search. Nothing where clicks act on no such list.
+void Tell_Count(Session&, bool found = false);
+
 // The hint where no mode has one: of the calculation that runs, or that the map or surface on the screen is smoothed.
 void Show_Resting_Hint(Session&);
 

@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <iterator>
 
+#include "session/desk/ghosts.hpp"
 #include "session/desk/style_topic.hpp"
 #include "session/fit.hpp"
 #include "session/preference_table.hpp"
@@ -181,6 +182,15 @@ Json Quick_View_Json(const Quick_View& quick) {
 
 Json Changes(const Change_History& changes) { return {{"changes", {{"undo", changes.Text_To_Undo()}, {"redo", changes.Text_To_Redo()}}}}; }
 
+// What follows the hand over the plot.
+Json Pointer(const Session& session) {
+    Json ghosts = Json::array();
+    for (const Row_Ghost& ghost : Ghosts_In_Hand(session.store, session.plot))
+        ghosts.push_back(
+            {{"row", ghost.row}, {"x", {Json_Real(ghost.ax), Json_Real(ghost.bx)}}, {"y", {Json_Real(ghost.ay), Json_Real(ghost.by)}}});
+    return {{"pointer", {{"row", session.plot.pointed_row}, {"ghosts", ghosts}, {"snap_to_maximum", session.desk.snap_to_maximum}}}};
+}
+
 Json Timing(const Plot_State& plot) {
     return {{"timing", {{"read", Json_Real(plot.read_ms)}, {"draw", Json_Real(plot.draw_ms)}, {"points", plot.drawn_points}}}};
 }
@@ -194,6 +204,7 @@ std::vector<Topic> State_Topics(const Session& s) {
                         [&s] {
                             return Json{{"cursor", Told(s.interface.cursor)}};
                         }),
+            Plain_Topic("pointer", [&s] { return Pointer(s); }),
             Plain_Topic("peaks", [&s] { return Peaks(s.lists); }),
             Plain_Topic("background", [&s] { return Background(s.lists); }),
             Plain_Topic("preview", [&s] { return Preview(s.plot); }),

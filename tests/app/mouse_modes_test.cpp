@@ -145,7 +145,7 @@ TEST_F(Mouse_Modes, ClicksChangeTheListOfPeaks) {
     };
     EXPECT_EQ(x(lists.at(1)), (std::vector<double>{12, 15, 20}));
     EXPECT_EQ(x(lists.at(2)), (std::vector<double>{12, 20}));
-    EXPECT_EQ(Hint(run.With("plot_type").at(0)), "Peaks allocation: Delete peak");
+    EXPECT_EQ(Hint(run.With("plot_type").at(0)), "Peaks allocation: Delete peak, 2 peaks");
 }
 
 TEST_F(Mouse_Modes, ClicksChangeTheBackgroundAndTheWindowOfAFit) {

@@ -81,15 +81,19 @@ TEST_F(Mouse, ReadsThePlaceAndTheNearestCurve) {
         const double x = view.X(places[i].first), y = view.Y(places[i].second);
         std::size_t nearest = 0;
         double least = 1e30;
+        std::ptrdiff_t nearest_point = 0;
         for (std::size_t row = 0; row < data.size(); ++row) {
             const auto xs = data[row]["x"].get<std::vector<double>>(), ys = data[row]["y"].get<std::vector<double>>();
             const auto point = std::upper_bound(xs.begin(), xs.end(), x) - xs.begin() - 1;
             if (point < 0 || x > xs.back() || std::fabs(ys[point] - y) >= least) continue;
             least = std::fabs(ys[point] - y);
             nearest = row + 1;
+            nearest_point = point;
         }
         pointed[nearest] = true;
-        const std::string pattern = "Pointed Pattern " + std::to_string(nearest) + (nearest == 1 ? " a.xye" : " b.xye");
+        const auto point = static_cast<std::size_t>(nearest_point);
+        const std::string pattern = "Pointed Pattern " + std::to_string(nearest) + (nearest == 1 ? " a.xye" : " b.xye") +
+                                    " I= " + Fixed(data[nearest - 1]["y"][point], 1) + "(10)";  // the third column holds 1
         EXPECT_EQ(states[i + 1]["status"], Json({"", pattern, " X= " + Fixed(x, 4), " Y= " + Fixed(y, 1), "multi"}));
     }
     EXPECT_TRUE(pointed[1] && pointed[2]);
@@ -103,20 +107,20 @@ TEST_F(Mouse, ReadsWhatIsShownAsFinelyAsItIsShown) {
         "cell 1736 3 2 0;press Apply;press Return;@data move 20 500;?;command 40019;drop a_name_that_no_bar_has_room_for.xye;"
         "@data move 15 0.25;?;drop a_name_that_no_bar_has_room_for.xye;@data move 15 0.25;?");
     const auto part = [&states](std::size_t i, std::size_t n) { return states.at(i)["status"][n - 1].get<std::string>(); };
-    EXPECT_EQ(part(0, 2), "Pointed Pattern 1 a.xye");
-    EXPECT_EQ(part(1, 2), "Pointed Pattern 2 b.xye");
+    EXPECT_EQ(part(0, 2), "Pointed Pattern 1 a.xye I= 773.9(10)");  // 500 + 300 sin 20
+    EXPECT_EQ(part(1, 2), "Pointed Pattern 2 b.xye I= 793.0(10)");  // 500 + 300 cos 6.5
     EXPECT_EQ(part(2, 2), "");
     EXPECT_EQ(part(2, 4), " Y= 500.0");
     EXPECT_EQ(part(3, 4), " Y= 0.250");
     EXPECT_EQ(part(4, 2),
               "Pointed Pattern 1 a_name_that_no\xE2\x80\xA6"
-              "_room_for.xye");
+              "_room_for.xye I= 0.0(10)");
 }
 
 TEST_F(Mouse, ReadsNothingOutsideTheBox) {
     const auto states = States("drop a.xye;@data move 12.34 400;?;@data move 10 400;?;@move 179 400;?;@move 600 681;?;@move 600 119;?");
-    EXPECT_EQ(states.at(0)["status"], Json({"", " N= 24", " X= 12.3400", " Y= 400.0", "single"}));
-    EXPECT_EQ(states.at(1)["status"][1], " N= 1");  // on the first point itself
+    EXPECT_EQ(states.at(0)["status"], Json({"", " N= 24 a.xye I= 201.9(10)", " X= 12.3400", " Y= 400.0", "single"}));
+    EXPECT_EQ(states.at(1)["status"][1], " N= 1 a.xye I= 500.0(10)");  // on the first point itself
     for (const std::size_t out : {2u, 3u, 4u}) EXPECT_EQ(states.at(out)["status"], Json({"", "", "", "", "single"})) << out;
 }
 
@@ -237,7 +241,7 @@ TEST_F(Mouse, NothingStaysOfTheReadOutsBehindAReset) {
 
 TEST_F(Mouse, APointWithoutANumberIsNotNear) {
     std::ofstream(directory / "nan.xye") << "t\n10 nan 1\n11 500 1\n12 500 1\n13 500 1\n";
-    EXPECT_EQ(States("drop nan.xye a.xye;@data move 10.5 500;?").at(0)["status"][1], "Pointed Pattern 2 a.xye");
+    EXPECT_EQ(States("drop nan.xye a.xye;@data move 10.5 500;?").at(0)["status"][1], "Pointed Pattern 2 a.xye I= 752.4(10)");
 }
 
 TEST_F(Mouse, ViewsGoBackAndForward) {
@@ -280,7 +284,7 @@ TEST_F(Mouse, TheLogarithmicFormReadsAndZoomsInLogUnits) {
     const auto states = States(
         "drop a.xye b.xye;command 40226;@data move 20 5.5;?;@data down 12 5;@data up 22 6.25;?;command 40105;@data down 15 5.5;"
         "@data move 16 5.75;?");
-    EXPECT_EQ(states.at(0)["status"], Json({"", " N= 101", " X= 20.0000", " Y= 5.50", "multi_log"}));
+    EXPECT_EQ(states.at(0)["status"], Json({"", " N= 101 a.xye I= 773.9(10)", " X= 20.0000", " Y= 5.50", "multi_log"}));
     EXPECT_LT(View_Of(states[0]).y2, std::log(900.0));
     Expect_View(states.at(1), {12, 22, 5, 6.25}, "zoom");
     Expect_View(states.at(2), {11.5, 21.5, 4.875, 6.125}, "drag");

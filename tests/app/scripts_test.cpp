@@ -389,7 +389,7 @@ TEST_F(Program, TheMouseReadsZoomsAndGoesBack) {
     EXPECT_EQ(run.status, 0) << run.errors;
     const auto states = run.With("plot_type");
     ASSERT_EQ(states.size(), 6u);
-    EXPECT_EQ(states[0]["status"][1], " N= 21");  // 10.00, 10.10, ... 12.00 is the 21st
+    EXPECT_EQ(states[0]["status"][1], " N= 21 rising.xye I= 120(10)");  // 10.00, 10.10, ... 12.00 is the 21st
     EXPECT_EQ(states[0]["status"][2], " X= 12.0500");
     EXPECT_EQ(states[0]["status"][3], " Y= 110.0");
     EXPECT_EQ(states[1]["status"][2], "");
@@ -401,7 +401,7 @@ TEST_F(Program, TheMouseReadsZoomsAndGoesBack) {
     EXPECT_NEAR(view(3, "x_view_min"), 11.2, 1e-4);  // the wheel leaves 0.8 of the width about 12; the click changed nothing
     EXPECT_NEAR(view(3, "x_view_max"), 12.8, 1e-4);
     EXPECT_NEAR(view(4, "x_view_max"), 13.8, 1e-4);
-    EXPECT_EQ(states[5]["status"][1], "Pointed Pattern 1 rising.xye");
+    EXPECT_EQ(states[5]["status"][1], "Pointed Pattern 1 rising.xye I= 120(10)");
 }
 
 TEST_F(Program, APictureTellsWhatIsDrawn) {

@@ -6,19 +6,19 @@
 #include "commands/plot/mouse.hpp"
 #include "plot/plot.hpp"
 #include "session/changes.hpp"
+#include "session/modes.hpp"
 
 namespace vntl {
 
 namespace {
 
 // A mode of the mouse may wait with rows that are no longer there.
-void Undo(Application& app) {
+template <bool (*go)(Session&)>
+void Go(Application& app) {
     Cancel_Modes(app.session);
-    if (Undo_Change(app.session)) Plot_Redraw(app.session);
-}
-void Redo(Application& app) {
-    Cancel_Modes(app.session);
-    if (Redo_Change(app.session)) Plot_Redraw(app.session);
+    if (!go(app.session)) return;
+    Plot_Redraw(app.session);
+    Tell_Count(app.session);
 }
 
 void Copy_The_Picture(Application& app) {
@@ -32,8 +32,8 @@ void Copy_The_Points(Application& app) {
 }
 
 constexpr Command commands[] = {
-    {command::undo, "&Undo", "undo", Undo, "Ctrl+Z", "Take the last change of profiles or lists back"},
-    {command::redo, "&Redo", "redo", Redo, "Ctrl+Shift+Z", "Make again what was taken back"},
+    {command::undo, "&Undo", "undo", Go<Undo_Change>, "Ctrl+Z", "Take the last change of profiles or lists back"},
+    {command::redo, "&Redo", "redo", Go<Redo_Change>, "Ctrl+Shift+Z", "Make again what was taken back"},
     {command::copy_picture, "&Copy picture", "copy_picture", Copy_The_Picture, "Ctrl+C", "Copy the picture to the clipboard"},
     {command::copy_text, "Copy &points as text", "copy_text", Copy_The_Points, "Ctrl+Shift+C",
      "Copy the points in view to the clipboard, in columns"},

@@ -22,7 +22,9 @@ void Mode_Off(Application& app) { End_Mode(app.session); }
 
 template <Status (*search)(Session&)>
 void Search(Application& app) {
-    if (Tell(app, search(app.session))) Plot_Redraw(app.session);
+    if (!Tell(app, search(app.session))) return;
+    Plot_Redraw(app.session);
+    Tell_Count(app.session, true);
 }
 
 template <class Mark>
@@ -31,6 +33,7 @@ void Clear(Session& session, std::vector<Mark>& list, std::string text) {
     list.clear();
     change.Keep();
     Plot_Redraw(session);
+    Tell_Count(session);
 }
 void Clear_Peaks(Application& app) { Clear(app.session, app.session.lists.peaks, "emptied list of peaks"); }
 void Clear_Background(Application& app) { Clear(app.session, app.session.lists.background, "emptied list of background points"); }
@@ -38,6 +41,12 @@ void Clear_Background(Application& app) { Clear(app.session, app.session.lists.b
 template <List_Click click>
 void Choose_Click(Application& app) {
     Enter_Mode(app.session, click);
+}
+
+void Toggle_Snap(Application& app) {
+    bool& snap = app.session.desk.snap_to_maximum;
+    snap = !snap;
+    app.session.interface.Check(command::snap_to_maximum, snap);
 }
 
 // --- lists for other programs ------------------------------------------------------------------------------------------------------
@@ -91,7 +100,7 @@ constexpr Command commands[] = {
      "Find the peaks that a refinement does not explain"},
     {command::insert_peak, "Insert peak", "", Choose_Click<List_Click::insert_peak>, "", "A click adds a peak"},
     {command::delete_peak, "Delete peak", "", Choose_Click<List_Click::delete_peak>, "", "A click takes a peak away"},
-    {command::snap_to_maximum, "Snap to maximum", "", nullptr, "", "A click that inserts a peak takes the highest point near it", true},
+    {command::snap_to_maximum, "Snap to maximum", "", Toggle_Snap, "", "A click that inserts a peak takes the highest point near it", true},
     {command::clear_peaks, "Clear all", "", Clear_Peaks, "", "Empty the list of peaks"},
     {command::save_peaks_menu, "Save peaks", "", Open_Popup, "", ""},
     {command::save_peaks_free, "Free Format", "", Save_Free_List, "", "Write the peaks as a plain list"},

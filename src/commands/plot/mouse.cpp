@@ -6,6 +6,7 @@
 #include "commands/crystal/hkl_gen.hpp"
 #include "commands/plot/mouse_clicks.hpp"
 #include "commands/plot/mouse_tools.hpp"
+#include "commands/plot/pointed_row.hpp"
 #include "commands/plot/spectral_lines.hpp"
 #include "commands/plot/view.hpp"
 #include "plot/plot.hpp"
@@ -173,6 +174,7 @@ void MouseMovement_Main(Session& session, Ask& ask, const Message& message) {
     switch (message.kind) {
         case Message_Kind::mouse_move:
             Show_Read_Outs(session, at);
+            if (!plot.rubber.active) Point_At_Row(session, {record.x, record.y});
             Show_Reflections(session, record, at);
             if (plot.spectral.shown && Inside(plot, at)) Show_Spectral_Lines(session, true, at.x);
             if (plot.rubber.active) Move_Rubber(session, {record.x, record.y});

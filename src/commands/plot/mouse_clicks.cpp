@@ -7,6 +7,7 @@
 #include "plot/plot.hpp"
 #include "session/changes.hpp"
 #include "session/fit.hpp"
+#include "session/modes.hpp"
 
 namespace vntl {
 
@@ -14,6 +15,10 @@ namespace {
 
 constexpr float near_part = 0.01f;       // of the view: a click this near to an entry means it
 constexpr float near_fit_part = 0.001f;  // of the fit window
+
+std::size_t First_Point_From(const Diffraction_Pattern_Type& pattern, float x) {
+    return static_cast<std::size_t>(std::lower_bound(pattern.x.begin(), pattern.x.end(), x) - pattern.x.begin());
+}
 
 template <class Mark>
 bool Left_Of(const Mark& a, const Mark& b) {
@@ -29,9 +34,37 @@ float Background_At(const std::vector<Peak_Mark>& peaks, float x) {
     return 0.5f * ((right - 1)->bgr + right->bgr);
 }
 
+// Where a click that inserts a peak inserts it.
+struct Peak_Place {
+    float x, y;
+    bool on_top = false;  // it is the highest point near the click
+};
+
+// The highest point of the pattern that is shown, as near to the click as one that deletes must be, and between two limits; the click
+// itself where there is no such point, and while no clicks are to snap.
+Peak_Place Snapped(const Session& session, Peak_Place click, float lo, float hi) {
+    const int row = session.store.First_Shown();
+    if (!session.desk.snap_to_maximum || row == 0) return click;
+    const float reach = near_part * (session.plot.x_view_max - session.plot.x_view_min);
+    const Diffraction_Pattern_Type& pattern = session.store.Pattern(row);
+    Peak_Place best = click;
+    for (std::size_t i = First_Point_From(pattern, std::max(lo, click.x - reach)); i < pattern.y.size(); ++i) {
+        if (pattern.x[i] > std::min(hi, click.x + reach)) break;
+        if (std::isfinite(pattern.y[i]) && !(best.on_top && pattern.y[i] <= best.y)) best = {pattern.x[i], pattern.y[i], true};
+    }
+    return best;
+}
+
+// A second click on the same top has nothing to add.
+constexpr std::string_view there_already = "A peak stands there already";
+
 void Insert_Peak(Session& session, Ask& ask, float x, float y) {
     std::vector<Peak_Mark>& peaks = session.lists.peaks;
     if (peaks.size() >= max_peaks) return ask.Error("The limit number of peaks has been attained!");
+    const Peak_Place place = Snapped(session, {x, y}, -INFINITY, INFINITY);
+    const auto here = [&place](const Peak_Mark& peak) { return peak.x == place.x; };
+    if (place.on_top && std::any_of(peaks.begin(), peaks.end(), here)) return session.interface.Hint(std::string(there_already));
+    x = place.x, y = place.y;
     if (peaks.empty()) session.lists.peaks_found_in = session.plot.xspace;
     peaks.push_back({x, y, Background_At(peaks, x)});
     std::stable_sort(peaks.begin(), peaks.end(), Left_Of<Peak_Mark>);
@@ -74,6 +107,10 @@ void Set_Upper_Limit(Session& session, Ask& ask, float x, float y) {
     session.interface.Hint("From now, you only need add/delete peaks into the range defined previously");
 }
 
+std::string Count_Of_Peaks(const Fit_State& fit) {
+    return ": " + std::to_string(fit.peaks.size()) + (fit.peaks.size() == 1 ? " peak" : " peaks");
+}
+
 // A click on a peak takes it away, unless peaks are being added; anywhere else in the window it adds one.
 void Change_Fit_Peaks(Session& session, Ask& ask, float x) {
     const Fit_State& fit = session.lists.fit;
@@ -84,12 +121,19 @@ void Change_Fit_Peaks(Session& session, Ask& ask, float x) {
     const bool deletes = !adding && found != fit.peaks.end();
     if (!deletes && fit.peaks.size() >= max_fit_peaks) return ask.Information("The maximum number of peaks to fit was reached!");
     if (x < fit.x_ini || x > fit.x_fin) return;
+    if (!deletes) {
+        const Peak_Place place = Snapped(session, {x, 0}, fit.x_ini, fit.x_fin);
+        const auto here = [&place](const Fit_Peak& peak) { return peak.pos.value == place.x; };
+        if (place.on_top && std::any_of(fit.peaks.begin(), fit.peaks.end(), here))
+            return session.interface.Hint(std::string(there_already));
+        x = place.x;
+    }
     if (deletes) {
         Delete_Fit_Peak(session, static_cast<std::size_t>(found - fit.peaks.begin()));
-        return session.interface.Hint("A peak has been deleted");
+        return session.interface.Hint("A peak has been deleted" + Count_Of_Peaks(fit));
     }
     Add_Fit_Peak(session, x);
-    session.interface.Hint("A peak has been added");
+    session.interface.Hint("A peak has been added" + Count_Of_Peaks(fit));
 }
 
 // Two points of the background limit the window, then clicks in it choose its peaks.
@@ -110,6 +154,8 @@ void Click_In_Fit(Session& session, Ask& ask, float x, float y) {
 
 void Click(Session& session, Ask& ask, float x, float y) {
     const Plot_State& plot = session.plot;
+    const auto listed = [&lists = session.lists] { return lists.peaks.size() + lists.background.size(); };
+    const std::size_t before = listed();
     switch (plot.ClickMode) {
         case Click_Mode::fit: {
             Row_Change change(session, "choice in the fit");
@@ -135,6 +181,7 @@ void Click(Session& session, Ask& ask, float x, float y) {
             break;
     }
     Plot_Redraw(session);
+    if (listed() != before) Tell_Count(session);
 }
 
 }  // namespace vntl

@@ -7,6 +7,7 @@
 #include <optional>
 
 #include "base/text.hpp"
+#include "commands/plot/pointed_text.hpp"
 #include "plot/plot.hpp"
 #include "session/xspace.hpp"
 #include "toolkit/window.hpp"
@@ -18,25 +19,7 @@ namespace {
 constexpr std::string_view spacing_mark = " d= ";
 constexpr std::size_t most_names = 20;
 constexpr float least_temperature = 0.0001f;
-constexpr std::size_t longest_name = 28;  // characters of a file's name that the status bar has room for
 constexpr int width_info = 1, height_info = 2;
-
-// The shown row whose curve is nearest in y among those that reach the place; 0 for none.
-int Nearest_Row(const Profile_Store& store, Data_Point at) {
-    int nearest = 0;
-    float least = 0;
-    for (int row = 1; row <= store.nperfiles(); ++row) {
-        const Diffraction_Pattern_Type& pattern = store.Pattern(row);
-        if (!store.shown(row) || at.x < pattern.xmin || at.x > pattern.xmax) continue;
-        const std::size_t point = Point_At(pattern, at.x);
-        if (point == 0) continue;
-        const float distance = std::fabs(pattern.y[point - 1] - at.y);
-        if (!std::isfinite(distance) || (nearest != 0 && !(distance < least))) continue;
-        nearest = row;
-        least = distance;
-    }
-    return nearest;
-}
 
 std::string Number(const char* format, double value) {
     std::array<char, 64> text{};
@@ -62,18 +45,6 @@ void Show_Spacing(Session& session, std::optional<double> d) {
     const std::string& hint = bar.status.front();
     if (!bar.passing && !Trim(hint).empty() && !hint.starts_with(spacing_mark)) return;
     bar.Status_Text(1, d ? std::string(spacing_mark) + Number("%.5f", *d) + " \u00c5" : "");
-}
-
-// What the pointer is at: the nearest of several curves, else the point of the first one that is shown.
-std::string Pointed_Text(const Session& session, Data_Point at) {
-    const Profile_Store& store = session.store;
-    const int row = session.plot.plot_type == Plot_Form::multi ? Nearest_Row(store, at) : 0;
-    if (row != 0) {
-        const std::string name(Trim(store.Info(row).file_name));
-        return "Pointed Pattern " + std::to_string(row) + (name.empty() ? "" : " ") + Elide_Middle(name, longest_name);
-    }
-    const int first = store.First_Shown();
-    return first == 0 ? "" : " N= " + std::to_string(Point_At(store.Pattern(first), at.x));
 }
 
 // What a map shows as a colour, and the temperature where there is one.
@@ -115,10 +86,10 @@ void Show_Read_Outs(Session& session, Data_Point at) {
     bar.Status_Text(3, " X= " + Number("%.4f", at.x));
     if (session.plot.Is_Map()) {
         const int row = Nearest_Pattern(session.plot.grid, session.plot.first_pattern, at.y);
-        bar.Status_Text(2, Mapped_Text(session.store.Pattern(row), at.x));
+        bar.Status_Text(2, Mapped_Text(session.store.Pattern(row), at.x) + ' ' + Short_Name(session, row));
         bar.Status_Text(4, " Pattern: " + std::to_string(row));
     } else {
-        bar.Status_Text(2, Pointed_Text(session, at));
+        bar.Status_Text(2, Pointed_Text(session, {at.x, at.y}));
         bar.Status_Text(4, " Y= " + Intensity(session.plot.drawn, at.y));
     }
 }

@@ -7,6 +7,7 @@
 
 #include "commands/modal.hpp"
 #include "commands/row_grid.hpp"
+#include "plot/following_curves.hpp"
 #include "session/move_rows.hpp"
 #include "session/session.hpp"
 
@@ -25,11 +26,14 @@ struct Move_Dialog {
     std::string_view nothing_marked;
     bool tells_of_refined;
     Status (*move)(Session&, const std::vector<int>& rows, const std::vector<float>& numbers);
+    std::optional<Row_Ghost> (*line)(const std::vector<float>& numbers);  // what it makes of x and y; nothing where it refuses
 };
 
 Status Offset(Session& session, const std::vector<int>& rows, const std::vector<float>& numbers) {
     return Offset_Rows(session, rows, numbers[0], numbers[1]);
 }
+
+std::optional<Row_Ghost> Offset_Line(const std::vector<float>& numbers) { return Row_Ghost{.bx = numbers[0], .by = numbers[1]}; }
 
 // The line that leaves the reference where it is and brings the present value to the new one.
 struct Scaling {
@@ -57,6 +61,16 @@ Status Scale_Y(Session& session, const std::vector<int>& rows, const std::vector
     return line ? Scale_Y_Of_Rows(session, rows, line->a, line->b) : No_Scaling("Y");
 }
 
+std::optional<Row_Ghost> Line_Of_X(const std::vector<float>& numbers) {
+    const std::optional<Scaling> line = Scaling_Of(numbers);
+    return line ? std::optional(Row_Ghost{.ax = line->a, .bx = line->b}) : std::nullopt;
+}
+
+std::optional<Row_Ghost> Line_Of_Y(const std::vector<float>& numbers) {
+    const std::optional<Scaling> line = Scaling_Of(numbers);
+    return line ? std::optional(Row_Ghost{.ay = line->a, .by = line->b}) : std::nullopt;
+}
+
 const std::array<Move_Dialog, 3>& Dialogs() {
     static const std::array<Move_Dialog, 3> dialogs = {{{411,
                                                          "Offset/Align profiles",
@@ -64,21 +78,24 @@ const std::array<Move_Dialog, 3>& Dialogs() {
                                                          {"Offset X", "Offset Y"},
                                                          "No files have been selected for offset/align. Operation cancelled",
                                                          false,
-                                                         Offset},
+                                                         Offset,
+                                                         Offset_Line},
                                                         {412,
                                                          "Scaling X profiles",
                                                          "Scaling X manually from graphic",
                                                          {"X reference (fixe) :", "Present X value :", "New X value :"},
                                                          "No files have been selected for scaling X. Operation cancelled",
                                                          true,
-                                                         Scale_X},
+                                                         Scale_X,
+                                                         Line_Of_X},
                                                         {413,
                                                          "Scaling Y profiles",
                                                          "Scaling Y manually from graphic",
                                                          {"Y reference (fixe) :", "Present Y value :", "New Y value :"},
                                                          "No files have been selected for scaling Y. Operation cancelled",
                                                          true,
-                                                         Scale_Y}}};
+                                                         Scale_Y,
+                                                         Line_Of_Y}}};
     return dialogs;
 }
 
@@ -128,6 +145,16 @@ std::optional<std::vector<float>> Numbers(const Move_Dialog& dialog) {
     return numbers;
 }
 
+// Curves where the chosen rows would stand, as the fields say by now; none while they say nothing that could be done.
+void Show_Ghosts_Of_Fields(Session& session, const Move_Dialog& dialog) {
+    std::vector<float> numbers;
+    for (std::size_t i = 0; i < dialog.number_labels.size(); ++i)
+        if (const std::optional<float> number = WDialogGetReal(first_number + static_cast<int>(i))) numbers.push_back(*number);
+    const bool by_numbers = WDialogGetCheckBox(by_mouse) == 0 && numbers.size() == dialog.number_labels.size();
+    const std::optional<Row_Ghost> line = by_numbers ? dialog.line(numbers) : std::nullopt;
+    Repaint_With_Ghosts(session, line ? Ghosts_Of(session.store, Checked_Rows(rows_grid, marked), *line) : std::vector<Row_Ghost>());
+}
+
 // The number to which a refusal is due: the larger offset; the present value where it is the reference, else the new one.
 int Field_At_Fault(const std::vector<float>& numbers) {
     if (numbers.size() == 2) return std::fabs(numbers[0]) > std::fabs(numbers[1]) ? first_number : second_number;
@@ -136,9 +163,14 @@ int Field_At_Fault(const std::vector<float>& numbers) {
 
 Status Run(Session& session, const Move_Dialog& dialog, Row_Choice& choice) {
     while (true) {
-        const int pressed = Run_Modal(dialog.number, {.changed = [&dialog](int) { Grey_Numbers(dialog); }});
+        const auto changed = [&](int) {
+            Grey_Numbers(dialog);
+            Show_Ghosts_Of_Fields(session, dialog);
+        };
+        const int pressed = Run_Modal(dialog.number, {.changed = changed});
         if (pressed == select_all || pressed == deselect_all) {
             Set_Checks(session, rows_grid, marked, pressed == select_all, [&](int row) { return Is_Refined_Kind(session, row); });
+            changed(rows_grid);
         } else if (pressed != button_ok) {
             return Status::Cancel();
         } else {
@@ -164,6 +196,7 @@ Status Move_Rows(Session& session, const Move_Dialog& dialog, Row_Choice& choice
     WDialogShow(rows_grid, Show_Kind::modal);
     const Status status = Run(session, dialog, choice);
     WDialogUnload();
+    Plot_Repaint(session);
     return status;
 }
 

@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "commands/modal.hpp"
+#include "plot/following_curves.hpp"
 #include "session/move_rows.hpp"
 #include "session/session.hpp"
 
@@ -31,8 +32,8 @@ Dialog_Field Counts(int number, const char* label) {
 
 // Runs the shown dialog until what it asks for is done, or the user leaves it.
 template <class Do>
-Status Run(int dialog, Do done) {
-    while (Run_Modal(dialog) == button_ok)
+Status Run(int dialog, Do done, const Modal_Routines& routines = {}) {
+    while (Run_Modal(dialog, routines) == button_ok)
         if (done()) return Status::Done();
     return Status::Cancel();
 }
@@ -46,6 +47,12 @@ bool Shift_By_Fields(Session& session) {
     const Status status = Shift_Rows(session, {*x, *y});
     if (status.failed) Refuse_Field(std::fabs(*x - last.x) > std::fabs(*y - last.y) ? new_x : new_y, status.message);
     return status.ok();
+}
+
+// Curves where the rows would stand, as the fields say by now.
+void Show_Shift_Of_Fields(Session& session) {
+    const std::optional<float> x = WDialogGetReal(new_x), y = WDialogGetReal(new_y);
+    if (x && y) Repaint_With_Ghosts(session, Ghosts_Apart(session.store, *x - session.shift.x, *y - session.shift.y));
 }
 
 bool Normalize_By_Field(Session& session) {
@@ -79,8 +86,10 @@ Status Shift_Profiles(Session& session) {
     for (const int field : {last_y, new_y}) WDialogPutReal(field, session.shift.y);
     for (const int field : {last_x, last_y}) WDialogFieldState(field, field_disabled);
     WDialogShow(new_x, Show_Kind::modal);
-    const Status status = Run(shift_dialog, [&] { return Shift_By_Fields(session); });
+    const Status status =
+        Run(shift_dialog, [&] { return Shift_By_Fields(session); }, {.changed = [&](int) { Show_Shift_Of_Fields(session); }});
     WDialogUnload();
+    Plot_Repaint(session);
     return status;
 }
 
