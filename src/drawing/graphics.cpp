@@ -11,6 +11,7 @@
 #include "base/text.hpp"
 #include "drawing/font_table.hpp"
 #include "drawing/hatch.hpp"
+#include "drawing/line_unit.hpp"
 
 namespace vntl {
 
@@ -156,7 +157,7 @@ void Graphics::Closed_Shape(std::span<const Point> corners) {
 }
 
 void Graphics::Hatch(std::span<const Point> corners) {
-    const double unit = Line_Unit(device_->Width(), device_->Height());
+    const double unit = Line_Unit(*device_);
     const double distance = unit * hatch_distances[static_cast<std::size_t>(std::clamp(fill_density_, 1, 4) - 1)];
     const double angle = hatch_angle_step * fill_angle_;
     const Rect seen{std::max(area_.x1, 0.0), std::max(area_.y1, 0.0), std::min(area_.x2, device_->Width()),

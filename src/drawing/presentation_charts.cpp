@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "base/page.hpp"
+#include "drawing/line_unit.hpp"
 #include "drawing/presentation.hpp"
 
 namespace vntl {
@@ -52,7 +53,7 @@ void Presentation::IPgErrorBars(std::span<const float> x, std::span<const float>
             bars.push_back({low.x, std::min(low.y, high.y), low.x, std::max(low.y, high.y)});
     }
     Clip_Sets();
-    for (const Upright& bar : Merged(std::move(bars), Line_Unit(Target().Width(), Target().Height()))) {
+    for (const Upright& bar : Merged(std::move(bars), Line_Unit(Target()))) {
         const double at = 0.5 * (bar.x1 + bar.x2);
         Target().Polyline(std::array<Point, 2>{{{at, bar.y1}, {at, bar.y2}}}, pen);
         for (const double end : {bar.y1, bar.y2})
@@ -75,7 +76,7 @@ void Presentation::IPgBars(std::span<const float> x, std::span<const float> y, f
             bars.push_back({std::min(a.x, b.x), std::min(a.y, b.y), std::max(a.x, b.x), std::max(a.y, b.y)});
     }
     Clip_Sets();
-    for (const Upright& bar : Merged(std::move(bars), Line_Unit(Target().Width(), Target().Height())))
+    for (const Upright& bar : Merged(std::move(bars), Line_Unit(Target())))
         Target().Fill(std::array<Point, 4>{{{bar.x1, bar.y1}, {bar.x2, bar.y1}, {bar.x2, bar.y2}, {bar.x1, bar.y2}}}, colour);
     graphics_->Clip_To_Area();
 }

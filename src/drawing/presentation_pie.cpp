@@ -8,6 +8,7 @@
 
 #include "base/page.hpp"
 #include "drawing/font_table.hpp"
+#include "drawing/line_unit.hpp"
 #include "drawing/presentation.hpp"
 #include "drawing/rects.hpp"
 #include "drawing/title_fit.hpp"
@@ -139,7 +140,7 @@ void Presentation::IPgPie(std::span<const float> values, float start, std::span<
         for (int k = 0; k < steps + (whole ? 0 : 1); ++k) corners.push_back(On_Circle(centre, rim, slice.from - Sweep(slice) * k / steps));
         Target().Fill(corners, Style_Of_Set(static_cast<int>(slice.set)).line_colour);
     }
-    const double a_degree = rim * std::numbers::pi / 180, least = least_outlined * Line_Unit(Target().Width(), Target().Height());
+    const double a_degree = rim * std::numbers::pi / 180, least = least_outlined * Line_Unit(Target());
     const Pen outline{graphics_->Current_Colour(), graphics_->Line_Width(), Line_Style::solid};
     for (std::size_t k = 0; !whole && k < slices.size(); ++k) {
         const Pie_Slice &slice = slices[k], &before = slices[(k + slices.size() - 1) % slices.size()];

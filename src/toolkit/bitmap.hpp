@@ -12,7 +12,8 @@ namespace vntl {
 // A picture in pixels, 24-bit colour. The device of a bitmap draws on it until another call of WBitmapDevice or its end.
 class Bitmap {
 public:
-    Bitmap(int width, int height);  // 1 to 32767 each
+    // 1 to 32767 each. With more dots an inch letters that must be legible and lines have more pixels, to come out in their size.
+    Bitmap(int width, int height, double dots_per_inch = pixels_an_inch);
     Bitmap(Bitmap&&) noexcept;
     Bitmap& operator=(Bitmap&&) noexcept;
     ~Bitmap();

@@ -66,7 +66,7 @@ Status Write_Drawing(Hardcopy_Driver driver, const std::string& file, const Hard
 }
 
 Status Write_Bit_Image(const std::string& file, Image_Format format, const Hardcopy_Options& options, const Draw_Routine& draw) {
-    Bitmap bitmap(static_cast<int>(std::lround(options.width)), static_cast<int>(std::lround(options.height)));
+    Bitmap bitmap(static_cast<int>(std::lround(options.width)), static_cast<int>(std::lround(options.height)), options.dots_per_inch);
     const auto recoloured = [&](Device& device) { Draw_Recoloured(device, options.colours, options.use_colour, draw); };
     if (options.image_colours == Image_Colours::black_white)
         Draw_In_Ink(bitmap.Drawing(), recoloured);

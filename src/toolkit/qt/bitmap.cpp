@@ -13,6 +13,7 @@
 #include "drawing/facet_raster.hpp"
 #include "drawing/font_table.hpp"
 #include "drawing/line_raster.hpp"
+#include "drawing/line_unit.hpp"
 #include "toolkit/qt/bitmap_qt.hpp"
 
 namespace vntl {
@@ -25,14 +26,15 @@ constexpr double farthest = 1e6;  // pixels: beyond it nothing can show, and int
 
 class Image_Device : public Device {
 public:
-    Image_Device(QImage& image, bool reduced) : Image_Device(image, reduced, {0, 0, image.width(), image.height()}) {}
-    Image_Device(QImage& image, bool reduced, Pixel_Rect bounds)
-        : image_(image), reduced_(reduced), unit_(Line_Unit(image.width(), image.height())), bounds_(bounds) {
+    Image_Device(QImage& image, bool reduced, double pixel) : Image_Device(image, reduced, pixel, {0, 0, image.width(), image.height()}) {}
+    Image_Device(QImage& image, bool reduced, double pixel, Pixel_Rect bounds)
+        : image_(image), reduced_(reduced), pixel_(pixel), unit_(Line_Unit(image.width(), image.height(), pixel)), bounds_(bounds) {
         Set_Clip({0, 0, Width(), Height()});
     }
 
     double Width() const override { return image_.width(); }
     double Height() const override { return image_.height(); }
+    double Pixel() const override { return pixel_; }
     void Clear(Colour colour) override { image_.fill(Q_Colour(colour)); }
 
     void Set_Clip(const Rect& rect) override {
@@ -231,7 +233,7 @@ private:
 
     QImage& image_;
     bool reduced_;
-    double unit_;
+    double pixel_, unit_;
     Pixel_Rect bounds_, clip_{};
     Curve_Raster raster_;
     Line_Raster lines_;
@@ -243,8 +245,8 @@ private:
 // Draws on some columns of another image's pixels.
 class Band_Device : private std::unique_ptr<QImage>, public Image_Device {
 public:
-    Band_Device(std::unique_ptr<QImage> image, bool reduced, Pixel_Rect bounds)
-        : std::unique_ptr<QImage>(std::move(image)), Image_Device(**this, reduced, bounds) {}
+    Band_Device(std::unique_ptr<QImage> image, bool reduced, double pixel, Pixel_Rect bounds)
+        : std::unique_ptr<QImage>(std::move(image)), Image_Device(**this, reduced, pixel, bounds) {}
 };
 
 std::vector<std::unique_ptr<Device>> Image_Device::Bands() {
@@ -255,14 +257,16 @@ std::vector<std::unique_ptr<Device>> Image_Device::Bands() {
     for (int band = 0; band < bands; ++band) {
         auto image = std::make_unique<QImage>(pixels, image_.width(), image_.height(), image_.bytesPerLine(), image_.format());
         const Pixel_Rect bounds{image_.width() * band / bands, 0, image_.width() * (band + 1) / bands, image_.height()};
-        devices.push_back(std::make_unique<Band_Device>(std::move(image), reduced_, bounds));
+        devices.push_back(std::make_unique<Band_Device>(std::move(image), reduced_, pixel_, bounds));
     }
     return devices;
 }
 
 }  // namespace
 
-std::unique_ptr<Device> Make_Image_Device(QImage& image, bool reduced) { return std::make_unique<Image_Device>(image, reduced); }
+std::unique_ptr<Device> Make_Image_Device(QImage& image, bool reduced, double pixel) {
+    return std::make_unique<Image_Device>(image, reduced, pixel);
+}
 
 QFont Raster_Font(const Text_Style& style) {
     const Font_Family& family = Family_Of(style.font);
@@ -277,9 +281,10 @@ QFont Raster_Font(const Text_Style& style) {
     return font;
 }
 
-Bitmap::Bitmap(int width, int height) : implementation_(std::make_unique<Implementation>()) {
+Bitmap::Bitmap(int width, int height, double dots_per_inch) : implementation_(std::make_unique<Implementation>()) {
     implementation_->image = QImage(std::clamp(width, 1, 32767), std::clamp(height, 1, 32767), QImage::Format_RGB32);
     implementation_->image.fill(Qt::white);
+    if (dots_per_inch > 0) implementation_->pixel = dots_per_inch / pixels_an_inch;
 }
 Bitmap::Bitmap(Bitmap&&) noexcept = default;
 Bitmap& Bitmap::operator=(Bitmap&&) noexcept = default;
@@ -289,8 +294,9 @@ int Bitmap::Width() const { return implementation_->image.width(); }
 int Bitmap::Height() const { return implementation_->image.height(); }
 
 Device& Bitmap::Drawing() {
-    if (!implementation_->device) implementation_->device = Make_Image_Device(implementation_->image, implementation_->reduced);
-    return *implementation_->device;
+    Implementation& own = *implementation_;
+    if (!own.device) own.device = Make_Image_Device(own.image, own.reduced, own.pixel);
+    return *own.device;
 }
 
 void Bitmap::Reduce(bool on) {
