@@ -54,7 +54,15 @@ public:
     }
     QWidget* widget() override { return label_; }
     std::string Value() const override { return field().image; }
-    void Put_Bitmap(const Bitmap& bitmap) override { label_->setPixmap(QPixmap::fromImage(bitmap.implementation().image)); }
+    void Put_Bitmap(const Bitmap& bitmap, int width) override {
+        QImage image = bitmap.implementation().image;
+        if (width > 0) {
+            const double density = label_->devicePixelRatioF();
+            image = image.scaledToWidth(std::max(1, qRound(width * density)), Qt::SmoothTransformation);
+            image.setDevicePixelRatio(density);
+        }
+        label_->setPixmap(QPixmap::fromImage(image));
+    }
     void Clear() override { label_->clear(); }
 
 private:

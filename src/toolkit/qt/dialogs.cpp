@@ -218,8 +218,8 @@ int WDialogGetTrackbar(int field) { return Whole_Number_Of(field); }
 void WDialogRangeProgressBar(int field, int lo, int hi) { WDialogRangeInteger(field, lo, hi); }
 void WDialogPutProgressBar(int field, int value) { Put_Number(field, value); }
 
-void WDialogPutImage(int field, const Bitmap& bitmap) {
-    if (auto* image = Selected_Field<Image_Widget>(field)) image->Put_Bitmap(bitmap);
+void WDialogPutImage(int field, const Bitmap& bitmap, int width) {
+    if (auto* image = Selected_Field<Image_Widget>(field)) image->Put_Bitmap(bitmap, width);
 }
 
 void WDialogSetTab(int field, int page) { Put_Number(field, page); }
