@@ -33,7 +33,7 @@ inline void Expect_Texts_Apart(const Recording_Device& device, const Rect& room,
             << what << ": " << texts[i].text << " at " << a.x1 << ' ' << a.y1 << ' ' << a.x2 << ' ' << a.y2;
         for (std::size_t k = 0; k < i; ++k) {
             const Rect b = Room_Of(texts[k], device);
-            EXPECT_FALSE(a.x1 < b.x2 && b.x1 < a.x2 && a.y1 < b.y2 && b.y1 < a.y2)
+            EXPECT_FALSE(a.x1 < b.x2 - rounding && b.x1 < a.x2 - rounding && a.y1 < b.y2 - rounding && b.y1 < a.y2 - rounding)
                 << what << ": " << texts[i].text << " | " << texts[k].text;
         }
     }
