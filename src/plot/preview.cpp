@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
+#include "session/desk/waterfall.hpp"
 #include "toolkit/window.hpp"
 
 namespace vntl {
@@ -76,7 +78,8 @@ void Draw_Preview(const Scene& scene, Graphics& g) {
     g.IGrLineType(0);
     for (const Preview_Curve& curve : plot.preview) {
         Thinned_Curve thin = Thin_Curve(curve.x, curve.y, window.x1, window.x2, columns);
-        for (float& y : thin.y) y = On_Scale(plot.Scale(), y);
+        const float offset = Offset_Of_Row(scene.store, plot, curve.row);
+        for (float& y : thin.y) y = On_Scale(plot.Scale(), y) + offset;
         for (const auto& [pen, width] : {std::pair{seam, seam_width}, std::pair{colour_of_preview, line_width}}) {
             g.IGrColourN(pen);
             g.IGrLineWidth(width);
