@@ -28,7 +28,8 @@ constexpr const char* fields = "1|2|1001|1002|1003|1004|1010|1599|1603|1701|1702
 constexpr const char* formats = "1002|1003|1004|1005|1006|1007|1008|1009|1010|1011|1599|1600|1601|1602|1603";
 constexpr const char* values = "0|1|-1|12|1e30|abc|\"\"|999999999999|\"two words\"";
 constexpr const char* what =
-    "rows|state|pointer|cursor|menu|menu 40105|toolbars|peaks|background|hklgen|fit|dialog|picture|recent|prefs|paths|timing|data 1|data 2 3 "
+    "rows|state|pointer|cursor|menu|menu 40105|toolbars|peaks|background|hklgen|fit|dialog|picture|recent|prefs|paths|timing|data 1|data 2 "
+    "3 "
     "5|data 99|"
     "reflections 1|excluded 1|picture full|grid|grid full|timers";
 constexpr const char* preferences =
@@ -66,7 +67,8 @@ constexpr const char* dialog_buttons =
     "1800|2002|2003|2004|2006|4602|1612|1632|2130|2131|2132|2133|3|4422|4437";
 constexpr const char* grids =
     "1331 4|1331 4|1527 2|1527 2|1527 3|1527 4|1305 2|1318 2|1318 3|1711 3|1711 3|1723 3|1736 3|1742 1|1781 2|1791 3|1791 4";
-constexpr const char* modes = "40096|40097|40093|40094|40558|40147|40138|40139|40144|40145|40148|40095|40099|40110|40216|40217|40218|40219|40221";
+constexpr const char* modes =
+    "40096|40097|40093|40094|40558|40147|40138|40139|40144|40145|40148|40095|40099|40110|40216|40217|40218|40219|40221";
 
 // What opens a window of its own, what is done in it, and how both that hold the others back are left.
 constexpr const char* own_windows = "40030|40022|40022|40179|40155";
