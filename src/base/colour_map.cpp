@@ -23,7 +23,7 @@ struct Way {
 // greens of the one would look like one another.
 constexpr Way ways[] = {
     {"whole", 8, 94, 300, 105, 0.16},
-    {"ember", 16, 62, 270, 430, 0.18},
+    {"ember", 18, 61, 262, 430, 0.18},
     {"glow", 48, 93, 300, 105, 0.17},
 };
 constexpr int steps = 256;

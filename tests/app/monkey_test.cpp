@@ -38,11 +38,13 @@ constexpr const char* preferences =
     "pref hide_negative 0|pref profile_styles/1/marker_size 1000|pref profile_styles/1/line_style -1|pref profile_styles/2/marker_type 1|"
     "pref profile_styles/13/line_pitch 1|pref colour_a 1,2,3|pref win_width 1|pref frame_background abc|"
     "pref contour_type 1|pref contour_type 3|pref contour_type 4|pref contour_type 5|pref contour_levels 13|pref contour_granularity 0|"
-    "pref surface_type 2|pref surface_type 3|pref surface_type 4|pref saturation_on 1|pref saturation_value -1|pref saturation_on 0";
+    "pref surface_type 2|pref surface_type 3|pref surface_type 4|pref saturation_on 1|pref saturation_value -1|pref saturation_on 0|"
+    "style paper|style Screen|style DARK|style Default|style nostyle|style text.set";
 constexpr const char* odd = " |# a remark|\"unclosed|print|mouse down|set|\xff\xfe|open|files|cell 1 2|dialog x|directory \"\"";
 // What is done most, so that long ways through the program come about.
 constexpr const char* commands =
-    "40027|40226|40508|40021|40111|40106|40109|40133|40116|40118|40119|40136|40137|40503|40504|40105|40105|40113|40501|40502|40505|40018|"
+    "40553|40554|40556|40557|40027|40226|40508|40021|40111|40106|40109|40133|40116|40118|40119|40136|40137|40503|40504|40105|40105|40113|"
+    "40501|40502|40505|40018|"
     "40107|"
     "40108|40117|40142|40188|40192|40197|40128|40132|40135|40207|40082|40085|40104|40015|40009|40038|40067|40070|40044|40019|40102|40031|"
     "40227|40028|40125|40031|40125";
