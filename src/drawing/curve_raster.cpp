@@ -85,7 +85,8 @@ Curve_Raster::Map::Map(double zero, double per_unit, int first)
 }
 
 // Of the blocks of the series that have points of `part`; their points are numbered as in the series. It rises, where there are layers.
-void Curve_Raster::Find_Stretches(const Series& s, const Series& part, const Pixel_Rect& clip, const Map& to_y, int reach_x, int reach_y) {
+void Curve_Raster::Find_Stretches(const Series& s, const Series& part, const Pixel_Rect& clip, const Map& to_y, int reach_x, int reach_y,
+                                  float foot) {
     constexpr std::size_t block = Series_Blocks::points;
     stretches_.clear();
     const std::size_t begin = static_cast<std::size_t>(part.x.data() - s.x.data()), n = begin + part.x.size();
@@ -103,7 +104,7 @@ void Curve_Raster::Find_Stretches(const Series& s, const Series& part, const Pix
         const float one = to_y(y.low), other = to_y(y.high);
         const Pixel_Rect box{pixel(to_x(s.x[first]), -reach_x, clip.x1, clip.x2), pixel(std::min(one, other), -reach_y, clip.y1, clip.y2),
                              pixel(to_x(s.x[end - 1]), reach_x + 1, clip.x1, clip.x2),
-                             pixel(std::max(one, other), reach_y + 1, clip.y1, clip.y2)};
+                             pixel(std::max({one, other, foot}), reach_y + 1, clip.y1, clip.y2)};
         if (box.x1 >= box.x2 || box.y1 >= box.y2 || layers_->Hides(box)) continue;
         if (!stretches_.empty() && stretches_.back().end == first + 1) {
             stretches_.back().end = end;
@@ -290,11 +291,10 @@ void Curve_Raster::Paint(const Ink& ink, const Pixel_Rect& clip) {
     }
 }
 
-void Curve_Raster::Curve(const Pixel_Buffer& target, const Pixel_Rect& clip, const Series& series, double width, Colour colour,
-                         bool reduced) {
+template <class Paint_Columns>
+void Curve_Raster::Each_Part(const Pixel_Buffer& target, const Pixel_Rect& clip, const Series& series, int margin, float foot, bool reduced,
+                             const Paint_Columns& paint) {
     if (clip.x1 >= clip.x2 || clip.y1 >= clip.y2 || series.x.empty()) return;
-    const double radius = std::max(0.5, 0.5 * width);
-    const int margin = static_cast<int>(std::ceil(radius)) + 1;
     // Columns that the curve cannot reach are left out.
     const auto reached = [&](float value, int beyond) {
         const double x = series.x0 + series.x_scale * static_cast<double>(value) + beyond;
@@ -306,7 +306,7 @@ void Curve_Raster::Curve(const Pixel_Buffer& target, const Pixel_Rect& clip, con
     if (part.x1 >= part.x2) return;
     const Series near = Between(series, part.x1 - margin, part.x2 + margin);
     const Map to_y(target.height - series.y0, -series.y_scale, 0);
-    Find_Stretches(series, near, part, to_y, margin, margin - 1);
+    Find_Stretches(series, near, part, to_y, margin, margin - 1, foot);
     // Stretches that reach into the same columns are one drawing.
     for (std::size_t from = 0, to = 0; from < stretches_.size(); from = to) {
         Pixel_Rect columns{stretches_[from].x1, part.y1, stretches_[from].x2, part.y2};
@@ -317,12 +317,51 @@ void Curve_Raster::Curve(const Pixel_Buffer& target, const Pixel_Rect& clip, con
         high_.assign(low_.size(), -nothing);
         const Map to_x(series.x0 * strips_a_pixel, series.x_scale * strips_a_pixel, first * strips_a_pixel - 1);
         for (std::size_t i = from; i < to; ++i) Collect(Part_Of(series, stretches_[i].first, stretches_[i].end), to_x, to_y, reduced);
+        paint(columns);
+    }
+}
+
+void Curve_Raster::Curve(const Pixel_Buffer& target, const Pixel_Rect& clip, const Series& series, double width, Colour colour,
+                         bool reduced) {
+    const double radius = std::max(0.5, 0.5 * width);
+    const int margin = static_cast<int>(std::ceil(radius)) + 1;
+    Each_Part(target, clip, series, margin, no_foot, reduced, [&](const Pixel_Rect& columns) {
         Widen(radius, 1 + margin * strips_a_pixel, (columns.x2 - columns.x1) * strips_a_pixel);
         if (layers_ != nullptr)
             Paint(Below_Layers{layers_, Argb(colour)}, columns);
         else
             Paint(On_Pixels{target, Argb(colour)}, columns);
+    });
+}
+
+// --- areas -------------------------------------------------------------------------------------------------------------------
+
+constexpr int area_margin = 1;  // pixels: a segment is known from its end in the column before
+
+template <class Ink>
+void Curve_Raster::Paint_Area(const Ink& ink, const Pixel_Rect& columns, float foot) {
+    const auto first_row = static_cast<float>(columns.y1), end_row = static_cast<float>(columns.y2);
+    const auto end = static_cast<int>(std::min(std::max(std::ceil(foot), first_row), end_row));
+    const float* low = low_.data() + 1 + area_margin * strips_a_pixel;
+    for (int x = columns.x1; x < columns.x2; ++x, low += strips_a_pixel) {
+        const float top = std::min({low[0], low[1], low[2], low[3], low[4]});
+        const auto first = static_cast<int>(std::min(std::max(std::ceil(top), first_row), end_row));
+        if (first >= end) continue;
+        auto&& ink_column = ink.At(x);
+        for (int row = first; row < end; ++row) ink_column(row, 255);
     }
+}
+
+void Curve_Raster::Area(const Pixel_Buffer& target, const Pixel_Rect& clip, const Series& series, double foot, Colour colour,
+                        bool reduced) {
+    constexpr double far = 1e6;  // beyond every clip
+    const auto foot_row = static_cast<float>(std::clamp(target.height - foot, -far, far));
+    Each_Part(target, clip, series, area_margin, foot_row, reduced, [&](const Pixel_Rect& columns) {
+        if (layers_ != nullptr)
+            Paint_Area(Below_Layers{layers_, Argb(colour)}, columns, foot_row);
+        else
+            Paint_Area(On_Pixels{target, Argb(colour)}, columns, foot_row);
+    });
 }
 
 // --- markers -----------------------------------------------------------------------------------------------------------------

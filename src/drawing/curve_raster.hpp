@@ -36,11 +36,14 @@ public:
     // `series` maps to pixels with y upward from the bottom of the buffer, `width` is the pen's in pixels. With `reduced` false every
     // segment is drawn by itself, to the same picture.
     void Curve(const Pixel_Buffer& target, const Pixel_Rect& clip, const Series& series, double width, Colour colour, bool reduced);
+    // What lies under the curve, in whole pixels: of each column those below its highest place down to the line `foot`.
+    void Area(const Pixel_Buffer& target, const Pixel_Rect& clip, const Series& series, double foot, Colour colour, bool reduced);
     void Markers(const Pixel_Buffer& target, const Pixel_Rect& clip, const Series& series, const Marker_Style& style, bool reduced);
 
 private:
     struct Chunk;
     struct Frame;
+    static constexpr float no_foot = -1e6f;
 
     // From a data value to pixels. The origin is taken off first, in data units, and whole pixels last: the second is exact, so that a
     // place does not depend on the clip, and the first is near the frame.
@@ -56,15 +59,24 @@ private:
     void Cover_Points(const Chunk& chunk, int points);
     void Collect(const Series& series, const Map& to_x, const Map& to_y, bool reduced);
     void Widen(double radius, int first, int count);
+    // Of the columns that the curve reaches with a pen of this margin, those that belong together: finds their intervals, and lets `paint`
+    // lay them.
+    template <class Paint_Columns>
+    void Each_Part(const Pixel_Buffer& target, const Pixel_Rect& clip, const Series& series, int margin, float foot, bool reduced,
+                   const Paint_Columns& paint);
     template <class Ink>
     void Paint(const Ink& ink, const Pixel_Rect& clip);
+    template <class Ink>
+    void Paint_Area(const Ink& ink, const Pixel_Rect& columns, float foot);
 
     // Points that may show, and the columns that they reach; those of a stretch and of the next one may overlap.
     struct Stretch {
         std::size_t first, end;
         int x1, x2;
     };
-    void Find_Stretches(const Series& series, const Series& part, const Pixel_Rect& clip, const Map& to_y, int reach_x, int reach_y);
+    // `foot`: a row that they reach down to, all of them.
+    void Find_Stretches(const Series& series, const Series& part, const Pixel_Rect& clip, const Map& to_y, int reach_x, int reach_y,
+                        float foot = no_foot);
 
     void Prepare_Marks(const Frame& frame, const Marker_Sprite& sprite);
     void Stamp(const Frame& frame, const Marker_Sprite& sprite, std::span<const std::uint32_t> pixels);

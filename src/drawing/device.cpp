@@ -57,6 +57,54 @@ Finest_Cells Device::Finest(const Rect& rect) const {
     return {{left, Height() - bottom, right, Height() - top}, static_cast<int>(right - left), static_cast<int>(bottom - top)};
 }
 
+std::vector<std::vector<Point>> Areas_Under(const Series& series, double foot, double column) {
+    std::vector<std::vector<Point>> areas;
+    std::vector<Point> outline;
+    Point highest{}, last{};
+    double in_hand = 0;  // column of `highest` and `last`
+    const auto put = [&outline](Point p) {
+        if (outline.empty() || outline.back().x != p.x || outline.back().y != p.y) outline.push_back(p);
+    };
+    const auto end_column = [&] {
+        if (outline.empty()) return;
+        put(highest);
+        put(last);
+    };
+    const auto end_area = [&] {
+        end_column();
+        if (outline.size() > 1) {
+            outline.push_back({outline.back().x, foot});
+            outline.push_back({outline.front().x, foot});
+            areas.push_back(std::move(outline));
+        }
+        outline.clear();
+    };
+    for (std::size_t i = 0; i < series.x.size(); ++i) {
+        Point p = series.At(i);
+        if (!std::isfinite(p.x) || !std::isfinite(p.y)) {
+            end_area();
+            continue;
+        }
+        p.y = std::max(p.y, foot);
+        const double own = std::floor(p.x / column);
+        if (outline.empty() || own != in_hand) {
+            end_column();
+            put(p);
+            highest = p;
+            in_hand = own;
+        } else if (p.y > highest.y) {
+            highest = p;
+        }
+        last = p;
+    }
+    end_area();
+    return areas;
+}
+
+void Device::Under_Curve(const Series& series, double foot, Colour colour) {
+    for (const std::vector<Point>& area : Areas_Under(series, foot, 0.5 * Pixel())) Fill(area, colour);
+}
+
 double Em_Of_Cell(double width, double height) { return std::max(0.0, std::min(height, width / letter_aspect)); }
 
 std::span<const double> Dash_Pattern(Line_Style style) {

@@ -123,6 +123,9 @@ public:
     virtual void Curve(const Series&, const Pen&) = 0;
     virtual void Markers(const Series&, const Marker_Style&) = 0;
     virtual void Fill(std::span<const Point> polygon, Colour) = 0;
+    // What lies between a curve and a level line below it, as far as the curve is above that. As at first, a polygon of each stretch
+    // without gaps, of the points that shape its outline at half the size of a pixel.
+    virtual void Under_Curve(const Series&, double foot, Colour);
     virtual void Ellipse(Point centre, double rx, double ry, bool filled, const Pen&) = 0;
     virtual void Cells(const Cell_Image&) = 0;
     // Of what shows of the rectangle, clip aside: for a picture computed cell by cell. As at first, whole device units, those whose centres
@@ -143,6 +146,10 @@ public:
     // The end of it. False, and the picture is as it was before, where something was drawn that only goes the other way.
     virtual bool End_Backwards() { return false; }
 };
+
+// Polygons of what lies under a curve, down to `foot`, none lower: of the points in a column of this width the first, highest and last.
+// Device units.
+std::vector<std::vector<Point>> Areas_Under(const Series&, double foot, double column);
 
 // Pixels (or points) of one line unit for a device of this size: 1 up to a page of 1200 x 800, then growing with it.
 double Line_Unit(double width, double height);

@@ -133,18 +133,34 @@ void Presentation::IPgXYPairs(std::span<const float> x, std::span<const float> y
 }
 void Presentation::IPgXYLine(std::span<const float> x, std::span<const float> y) { Draw_Set(x, y, false); }
 
+bool Presentation::Has_Units() const { return std::isfinite(px2_ - px1_) && px1_ != px2_ && std::isfinite(py2_ - py1_) && py1_ != py2_; }
+
+Series Presentation::Series_Of(std::span<const float> x, std::span<const float> y, const Series_Blocks* blocks) const {
+    const Rect box = Box();
+    Series series{x, y};
+    series.x_scale = X_Scale();
+    series.y_scale = Y_Scale();
+    series.x0 = box.x1 - series.x_scale * px1_;
+    series.y0 = box.y1 - series.y_scale * (py1_ - raise_);
+    series.blocks = blocks;
+    return series;
+}
+
+void Presentation::IPgUnderLine(std::span<const float> x, std::span<const float> y, float foot, Colour colour,
+                                const Series_Blocks* blocks) {
+    const std::size_t n = std::min(x.size(), y.size());
+    if (n == 0 || !Has_Units()) return;
+    Clip_Sets();
+    Target().Under_Curve(Series_Of(x.first(n), y.first(n), blocks), Plot_To_Device(px1_, foot + raise_).y, colour);
+    graphics_->Clip_To_Area();
+}
+
 void Presentation::Draw_Set(std::span<const float> x, std::span<const float> y, bool markers, const Series_Blocks* blocks) {
     if (styles_.empty()) return;
     const Set_Style& style = Next_Set();
     const std::size_t n = std::min(x.size(), y.size());
-    if (n == 0 || !std::isfinite(px2_ - px1_) || px1_ == px2_ || !std::isfinite(py2_ - py1_) || py1_ == py2_) return;
-    const Rect box = Box();
-    Series series{x.first(n), y.first(n)};
-    series.x_scale = X_Scale();
-    series.y_scale = Y_Scale();
-    series.x0 = box.x1 - series.x_scale * px1_;
-    series.y0 = box.y1 - series.y_scale * py1_;
-    series.blocks = blocks;
+    if (n == 0 || !Has_Units()) return;
+    const Series series = Series_Of(x.first(n), y.first(n), blocks);
     Clip_Sets();
     if (markers) {
         const Text_Style size = graphics_->Current_Text();

@@ -70,6 +70,11 @@ public:
     // is filled; another is cut into two triangles (granularity 1) or into granularity x granularity parts, each in the band of its mean.
     void IPgConFill2(const Grid_Data& grid, std::span<const float> levels, int granularity);
 
+    // Sets, their error bars and what lies under them stand higher by `by` plot units from now on; axes and texts stay.
+    void IPgRaise(float by) { raise_ = by; }
+    // What lies under a line through the points, down to `foot` (plot units) and no lower, filled in a colour. It is no set.
+    void IPgUnderLine(std::span<const float> x, std::span<const float> y, float foot, Colour colour, const Series_Blocks* blocks = nullptr);
+
     // Of the set that was drawn last, in the colour of its line. One without length is left out.
     void IPgErrorBars(std::span<const float> x, std::span<const float> y, std::span<const float> half_length);
 
@@ -126,6 +131,8 @@ private:
     Set_Style& Style_Of_Set(int set);
     const Set_Style& Next_Set();  // its style; the one after it is the next
     void Draw_Set(std::span<const float> x, std::span<const float> y, bool markers, const Series_Blocks* blocks = nullptr);
+    Series Series_Of(std::span<const float> x, std::span<const float> y, const Series_Blocks* blocks) const;
+    bool Has_Units() const;
     void Clip_Sets();
     double Polar_Rim() const;  // device units
     void Spokes_And_Rings(const Axis_Ticks& rings);
@@ -145,6 +152,7 @@ private:
     unsigned option_ = 0;
     int next_set_ = 1;
     bool clip_sets_ = true;  // at the plot box
+    double raise_ = 0;       // of the sets, plot units
     double x_tick_length_ = tick_length, y_tick_length_ = tick_length;
     bool x_ticks_inward_ = false, y_ticks_inward_ = false;
     int decimals_ = -1;

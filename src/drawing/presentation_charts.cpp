@@ -47,7 +47,7 @@ void Presentation::IPgErrorBars(std::span<const float> x, std::span<const float>
                   Line_Style::solid};
     std::vector<Upright> bars;
     for (std::size_t i = 0; i < std::min({x.size(), y.size(), half_length.size()}); ++i) {
-        const double middle = y[i], half = std::fabs(static_cast<double>(half_length[i]));
+        const double middle = y[i] + raise_, half = std::fabs(static_cast<double>(half_length[i]));
         const Point low = Plot_To_Device(x[i], middle - half), high = Plot_To_Device(x[i], middle + half);
         if (half > 0 && std::isfinite(low.x) && std::isfinite(low.y) && std::isfinite(high.y))
             bars.push_back({low.x, std::min(low.y, high.y), low.x, std::max(low.y, high.y)});

@@ -162,6 +162,32 @@ void Page_Cover::Find_Squares(const Places& box) {
         }
 }
 
+void Page_Cover::Lay_Under(std::span<const Point> line, double foot) {
+    if (line.size() < 2) return;
+    const double squares_a_point = places_a_point_ / square;
+    const int columns = columns_ / square, rows = rows_ / square;
+    const auto near = [squares_a_point](double at, int most) { return std::clamp(at * squares_a_point, -1.0, most + 1.0); };
+    const int first = std::max(0, static_cast<int>(std::ceil(near(line.front().x, columns))));
+    const int end = std::min(columns, static_cast<int>(std::floor(near(line.back().x, columns))));
+    if (first >= end) return;
+    // The lowest place over each column of squares.
+    std::vector<double> tops(static_cast<std::size_t>(end - first), rows);
+    for (std::size_t i = 1; i < line.size(); ++i) {
+        const double low = near(std::min(line[i - 1].y, line[i].y), rows);
+        const int from = std::max(first, static_cast<int>(std::floor(near(line[i - 1].x, columns))));
+        const int to = std::min(end - 1, static_cast<int>(std::floor(near(line[i].x, columns))));
+        for (int column = from; column <= to; ++column) {
+            double& top = tops[static_cast<std::size_t>(column - first)];
+            top = std::min(top, low);
+        }
+    }
+    const int lowest = std::max(0, static_cast<int>(std::ceil(near(foot, rows))));
+    for (int column = first; column < end; ++column) {
+        const int above = static_cast<int>(std::floor(tops[static_cast<std::size_t>(column - first)]));
+        for (int row = lowest; row < above; ++row) squares_.Set(row, column, column + 1);
+    }
+}
+
 bool Page_Cover::Hides_Line(Point a, Point b, double line_width) const {
     const double half = 0.5 * line_width * places_a_point_;
     a = {a.x * places_a_point_, a.y * places_a_point_};

@@ -8,6 +8,7 @@
 
 #include <array>
 #include <cstdint>
+#include <span>
 #include <vector>
 
 #include "drawing/device.hpp"
@@ -69,6 +70,8 @@ public:
     // All places are finite, and not far from the page.
     bool Hides(const Cover_Stamp& stamp, Point at) const;
     void Lay(const Cover_Stamp& stamp, Point at);
+    // What lies under a line of places whose x rise, down to a level: the squares that are covered as a whole.
+    void Lay_Under(std::span<const Point> line, double foot);
     bool Hides_Line(Point a, Point b, double line_width) const;
     bool Hides_Box(const Rect& box) const;  // for certain: false may be wrong
 

@@ -88,6 +88,8 @@ public:
         device_.Fill(polygon, Area(colour));
     }
 
+    void Under_Curve(const Series& series, double foot, Colour colour) override { device_.Under_Curve(series, foot, Area(colour)); }
+
     void Ellipse(Point centre, double rx, double ry, bool filled, const Pen& pen) override {
         Pen changed = Lines(pen);
         if (filled) changed.colour = Area(pen.colour);

@@ -279,6 +279,15 @@ void Shape_Device::Fill(std::span<const Point> polygon, Colour colour) {
     if (!Refuses()) Put_Area(Polygon_Inside(polygon, clip_), colour);
 }
 
+// It hides what lies behind, and is no rest of a drawing made backwards.
+void Shape_Device::Under_Curve(const Series& series, double foot, Colour colour) {
+    if (!std::isfinite(foot)) return;
+    for (const std::vector<Point>& area : Areas_Under(series, foot, 0.5 * Pixel())) {
+        Put_Area(Polygon_Inside(area, clip_), colour);
+        if (cover_) cover_->Lay_Under(std::span(area).first(area.size() - 2), foot);
+    }
+}
+
 void Shape_Device::Ellipse(Point centre, double rx, double ry, bool filled, const Pen& pen) {
     if (!(rx > 0 && ry > 0) || !Finite(centre) || Refuses()) return;
     if (Inside({centre.x - rx, centre.y - ry}, clip_) && Inside({centre.x + rx, centre.y + ry}, clip_))

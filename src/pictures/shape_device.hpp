@@ -28,6 +28,7 @@ public:
     void Curve(const Series&, const Pen&) final;
     void Markers(const Series&, const Marker_Style&) final;
     void Fill(std::span<const Point>, Colour) final;
+    void Under_Curve(const Series&, double foot, Colour) final;
     void Ellipse(Point, double rx, double ry, bool filled, const Pen&) final;
     void Cells(const Cell_Image&) final;
     Finest_Cells Finest(const Rect&) const final;

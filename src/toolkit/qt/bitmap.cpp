@@ -130,6 +130,13 @@ public:
         painter.drawPolygon(polygon);
     }
 
+    void Under_Curve(const Series& series, double foot, Colour colour) override {
+        if (series.x_scale > 0 && std::isfinite(foot) && Rises(series))
+            raster_.Area(Buffer(), clip_, series, foot, colour, reduced_);
+        else
+            Device::Under_Curve(series, foot, colour);
+    }
+
     void Ellipse(Point centre, double rx, double ry, bool filled, const Pen& pen) override {
         if (Refuses()) return;
         QPainter painter(&image_);
