@@ -1,12 +1,14 @@
 // One complete 2D graph: background, a curve with markers for each shown row, title, scales, labels, frame and legend.
 //
 // The order of the steps is the order in which things cover one another: a row's line lies over its markers, its excluded stretches
-// over both, the frame and the legend over all rows.
+// over both, the frame and the legend over all rows. A row of a waterfall is drawn raised; where it hides what lies behind, the lowest row
+// is the front one.
 #include <algorithm>
 #include <array>
 #include <bitset>
 #include <cmath>
 #include <memory>
+#include <numeric>
 #include <thread>
 #include <vector>
 
@@ -17,6 +19,8 @@
 #include "plot/plot.hpp"
 #include "plot/prf_overlay.hpp"
 #include "plot/text_style.hpp"
+#include "session/desk/row_styles.hpp"
+#include "session/desk/waterfall.hpp"
 
 namespace vntl {
 
@@ -28,38 +32,56 @@ std::size_t Points_Of(const Diffraction_Pattern_Type& p) {
     return std::min({p.x.size(), p.y.size(), static_cast<std::size_t>(std::max(p.npts, 0))});
 }
 
+// What the rows of a picture have in common.
+struct Rows_Picture {
+    const Scene& scene;
+    const View& window;
+    bool log;
+    Row_Styles styles{scene.store, scene.prefs, scene.look, scene.desk.series_by_temperature};
+    Row_Offsets offsets{scene.store, scene.plot};
+    bool hidden_lines = scene.plot.waterfall.hidden_lines && offsets.Any();
+};
+
 // Draws one row. The arrays of its pattern are looked at in place; only logarithms and differences need arrays of their own.
 class Row_Drawing {
 public:
     // `blocks`: of the observed points as they are drawn, null where they are not known.
-    Row_Drawing(const Scene& scene, Presentation& p, int row, const View& window, bool log, const Series_Blocks* blocks)
-        : scene_(scene),
-          p_(p),
-          row_(row),
-          pattern_(scene.store.Pattern(row)),
-          info_(scene.store.Info(row)),
-          window_(window),
-          log_(log),
-          style_(Style_Of(scene.prefs.Style_Of_Row(row))),
-          points_(Points_Of(pattern_)),
-          blocks_(blocks) {
-        const int size = scene.prefs.Style_Of_Row(row).marker_size;
-        p_.graphics().WGrTextFont(marker_font, 0, Char_Width(size), Char_Height(size));
-    }
+    Row_Drawing(const Rows_Picture& rows, Presentation& p, int row, const Series_Blocks* blocks)
+        : Row_Drawing(rows, p, row, rows.styles.Of(row), blocks) {}
 
     bool Empty() const { return points_ == 0; }
 
-    // Markers, line, what was calculated and excluded, each over the ones before. `backwards` from the last to the first.
+    // The ground that hides, markers, line, what was calculated and excluded, each over the ones before. `backwards` from the last to the
+    // first.
     void Draw(bool backwards) {
         using Layer = void (Row_Drawing::*)();
-        std::array<Layer, 6> layers = {&Row_Drawing::Draw_Observed_Markers, &Row_Drawing::Draw_Observed_Line, &Row_Drawing::Draw_Calculated,
-                                       &Row_Drawing::Draw_Background,       &Row_Drawing::Draw_Difference,    &Row_Drawing::Draw_Excluded};
+        std::array<Layer, 7> layers = {&Row_Drawing::Draw_Ground,     &Row_Drawing::Draw_Observed_Markers, &Row_Drawing::Draw_Observed_Line,
+                                       &Row_Drawing::Draw_Calculated, &Row_Drawing::Draw_Background,       &Row_Drawing::Draw_Difference,
+                                       &Row_Drawing::Draw_Excluded};
+        p_.IPgRaise(rows_.offsets.Of(row_));
         if (backwards) std::reverse(layers.begin(), layers.end());
         backwards_ = backwards;
         for (const Layer layer : layers) (this->*layer)();
+        p_.IPgRaise(0);
     }
 
 private:
+    Row_Drawing(const Rows_Picture& rows, Presentation& p, int row, const ProfileStyle& style, const Series_Blocks* blocks)
+        : rows_(rows),
+          scene_(rows.scene),
+          p_(p),
+          row_(row),
+          pattern_(scene_.store.Pattern(row)),
+          info_(scene_.store.Info(row)),
+          window_(rows.window),
+          log_(rows.log),
+          style_(Style_Of(style)),
+          points_(Points_Of(pattern_)),
+          blocks_(blocks),
+          has_markers_(Has_Room_For_Markers()) {
+        p_.graphics().WGrTextFont(marker_font, 0, Char_Width(style.marker_size), Char_Height(style.marker_size));
+    }
+
     Values X() const { return Values(pattern_.x).first(points_); }
     bool Mono() const { return info_.kind == Row_Kind::mono; }
     bool Shows(const std::bitset<max_profiles>& flags) const { return flags[static_cast<std::size_t>(row_ - 1)]; }
@@ -71,7 +93,30 @@ private:
         return logarithms_;
     }
 
-    void Draw_Observed_Markers() { Draw_Markers(p_, X(), Y(), style_, blocks_); }
+    // Points so close that their markers would be a band say no more than the line. Without a line they say all.
+    bool Has_Room_For_Markers() const {
+        const float least = scene_.look.least_marker_gap;
+        if (!(least > 0) || !style_.Has_Line() || Mono()) return true;
+        const auto shown = Stretch_Between(X(), window_.x1, window_.x2);
+        if (!shown) return true;
+        float first = 0, last = 0, y = 0;
+        p_.IPgUnitsToGrUnits(pattern_.x[shown->first], 0, first, y);
+        p_.IPgUnitsToGrUnits(pattern_.x[shown->first + shown->count - 1], 0, last, y);
+        const Device& device = p_.graphics().device();
+        const double pixels = std::fabs(last - first) / page_width * device.Width() / device.Pixel();
+        return pixels >= least * static_cast<double>(shown->count - 1);
+    }
+
+    // What lies behind is hidden down to where a pattern begins, and nothing of it lies lower.
+    void Draw_Ground() {
+        if (!rows_.hidden_lines) return;
+        const float foot = On_Scale(log_ ? Y_Scale::logarithm : scene_.plot.Scale(), scene_.plot.y_all_min);
+        p_.IPgUnderLine(X(), Y(), foot, scene_.prefs.graph2d.frame_foreground, blocks_);
+    }
+
+    void Draw_Observed_Markers() {
+        if (has_markers_) Draw_Markers(p_, X(), Y(), style_, blocks_);
+    }
 
     void Draw_Observed_Line() {
         if (Mono())
@@ -105,7 +150,7 @@ private:
             const Values y = Values(pattern_.y).subspan(stretch.first, stretch.count);
             const bool line = style.Has_Line() && !Mono();
             if (line && backwards_) Draw_Line(p_, x, y, style);
-            Draw_Markers(p_, x, y, style);
+            if (has_markers_) Draw_Markers(p_, x, y, style);
             if (line && !backwards_) Draw_Line(p_, x, y, style);
         }
     }
@@ -125,6 +170,7 @@ private:
         p_.IPgErrorBars(X(), Values(pattern_.y).first(points_), deviation);
     }
 
+    const Rows_Picture& rows_;
     const Scene& scene_;
     Presentation& p_;
     int row_;
@@ -135,13 +181,23 @@ private:
     Curve_Style style_;
     std::size_t points_;
     const Series_Blocks* blocks_;
+    bool has_markers_;
     std::vector<float> logarithms_;  // of y, once they were asked for
 };
 
-void Draw_Row(const Scene& scene, Presentation& p, int row, const View& window, bool log, const Series_Blocks* blocks, bool backwards) {
-    if (!scene.store.shown(row)) return;
-    Row_Drawing drawing(scene, p, row, window, log, blocks);
+void Draw_Row(const Rows_Picture& rows, Presentation& p, int row, const Series_Blocks* blocks, bool backwards) {
+    if (!rows.scene.store.shown(row)) return;
+    Row_Drawing drawing(rows, p, row, blocks);
     if (!drawing.Empty()) drawing.Draw(backwards);
+}
+
+// From the back one to the front one: the last row is the front one, but where they hide one another it is the lowest.
+std::vector<int> Order_Of_Rows(const Rows_Picture& rows, int n) {
+    std::vector<int> order(static_cast<std::size_t>(n));
+    std::iota(order.begin(), order.end(), 1);
+    if (rows.hidden_lines)
+        std::stable_sort(order.begin(), order.end(), [&](int a, int b) { return rows.offsets.Of(a) > rows.offsets.Of(b); });
+    return order;
 }
 
 // Blocks of the shown rows, each found by one of `threads`.
@@ -169,16 +225,18 @@ void Draw_Rows(const Scene& scene, Presentation& p, int n, const View& window, b
     const auto bands = points < many_points ? std::vector<std::unique_ptr<Device>>() : p.graphics().device().Bands();
     std::vector<Series_Blocks> blocks;
     if (!bands.empty() && !log) blocks = Blocks_Of_Rows(scene.store, n, static_cast<int>(bands.size()));
+    const Rows_Picture rows{scene, window, log};
+    const std::vector<int> order = Order_Of_Rows(rows, n);
     const auto draw_row = [&](Presentation& part, int row, bool backwards) {
-        Draw_Row(scene, part, row, window, log, blocks.empty() ? nullptr : &blocks[static_cast<std::size_t>(row - 1)], backwards);
+        Draw_Row(rows, part, row, blocks.empty() ? nullptr : &blocks[static_cast<std::size_t>(row - 1)], backwards);
     };
-    const auto draw = [&draw_row, n, points](Presentation& part) {
+    const auto draw = [&draw_row, &order, points](Presentation& part) {
         Device& device = part.graphics().device();
         if (device.Start_Backwards(points)) {
-            for (int row = n; row >= 1; --row) draw_row(part, row, true);
+            for (auto row = order.rbegin(); row != order.rend(); ++row) draw_row(part, *row, true);
             if (device.End_Backwards()) return;
         }
-        for (int row = 1; row <= n; ++row) draw_row(part, row, false);
+        for (const int row : order) draw_row(part, row, false);
     };
     std::vector<std::jthread> threads;
     for (const auto& band : bands)

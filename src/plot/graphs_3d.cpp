@@ -9,6 +9,7 @@
 #include "drawing/presentation_3d.hpp"
 #include "plot/frame_texts.hpp"
 #include "plot/plot.hpp"
+#include "session/desk/row_styles.hpp"
 
 namespace vntl {
 
@@ -59,14 +60,14 @@ unsigned Option_Of(int surface_type) {
 }
 
 // The rows, the farthest first.
-void Draw_Rows(const Scene& scene, const Presentation_3D& p, int n, bool first_is_nearest) {
+void Draw_Rows(const Scene& scene, const Row_Styles& styles, const Presentation_3D& p, int n, bool first_is_nearest) {
     Graphics& g = p.graphics();
     std::vector<float> place;
     for (int i = 1; i <= n; ++i) {
         const int row = first_is_nearest ? n + 1 - i : i;
         const Diffraction_Pattern_Type& pattern = scene.store.Pattern(row);
         place.assign(pattern.x.size(), static_cast<float>(row - 1));
-        g.IGrColourN(scene.prefs.Style_Of_Row(row).line_colour);
+        g.IGrColourN(styles.Of(row).line_colour);
         p.IPgXYZLine(place, pattern.x, pattern.y);
     }
 }
@@ -76,13 +77,14 @@ void Draw_Lines(const Scene& scene, const Presentation_3D& p, int n, const View&
     constexpr long long many_points = 200'000;
     const float middle = 0.5f * (window.x1 + window.x2), foot = window.y1;
     const bool first_is_nearest = p.Depth(0, middle, foot) < p.Depth(n - 1, middle, foot);
+    const Row_Styles styles(scene.store, scene.prefs, scene.look, scene.desk.series_by_temperature);
     long long points = 0;
     for (int row = 1; row <= n; ++row) points += scene.store.Pattern(row).npts;
     const auto bands = points < many_points ? std::vector<std::unique_ptr<Device>>() : p.graphics().device().Bands();
-    if (bands.empty()) return Draw_Rows(scene, p, n, first_is_nearest);
+    if (bands.empty()) return Draw_Rows(scene, styles, p, n, first_is_nearest);
     std::vector<std::jthread> threads;
     for (const auto& band : bands)
-        threads.emplace_back([&, g = p.graphics().On(*band)]() mutable { Draw_Rows(scene, p.On(g), n, first_is_nearest); });
+        threads.emplace_back([&, g = p.graphics().On(*band)]() mutable { Draw_Rows(scene, styles, p.On(g), n, first_is_nearest); });
 }
 
 }  // namespace

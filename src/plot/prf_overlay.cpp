@@ -10,6 +10,7 @@
 #include "plot/curve_style.hpp"
 #include "plot/text_style.hpp"
 #include "session/bragg_rows.hpp"
+#include "session/desk/waterfall.hpp"
 
 namespace vntl {
 
@@ -129,9 +130,14 @@ void Draw_PRF_Overlay(const Scene& scene, Presentation& p, const View& window, b
     Graphics& g = p.graphics();
     const Profile_Store& store = scene.store;
     Overlay overlay(scene, p, window, log);
+    const float raise = Offset_Of_Row(store, scene.plot, store.ProfilePRFactive);  // of what belongs to the observed curve
+    p.IPgRaise(raise);
     if (store.show_ycalc) overlay.Draw_Calculated();
+    p.IPgRaise(0);
     if (store.show_difference) overlay.Draw_Difference();
+    p.IPgRaise(raise);
     if (store.show_background) overlay.Draw_Background();
+    p.IPgRaise(0);
 
     const Plot_Zone& zone = scene.zone;
     g.IGrArea(zone.x1, zone.y1, zone.x2, zone.y2);

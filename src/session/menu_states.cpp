@@ -27,7 +27,7 @@ const std::vector<Enabling>& Enabling_Table() {
         // empty, calculation, single, multi, contour, contour log, 3D, 3D surface
         {"10110000", {xspace_menu, open_pattern, open_buffer, open_prf, open_raw}},
         {"01111111", {save_buffer, save_picture, print, file_information}},
-        {"01110000", {focus, show_profiles, subtract_background}},
+        {"01110000", {focus, show_profiles, subtract_background, waterfall}},
         {"00110000",
          {smooth_fourier, sort_profiles, admin_excluded, smoothing_menu, delete_profiles, copy_profile, drag, select_excluded, scale_y,
           scale_x, offset_align, insert_excluded, hkl_gen, multiply, efficiency, lines_menu}},

@@ -94,9 +94,16 @@ struct Preview_Curve {
     std::vector<float> x, y;
 };
 
+// A view, and how the rows stood above one another in it.
+struct Visited_View {
+    View view;
+    Waterfall waterfall;
+    bool operator==(const Visited_View&) const = default;
+};
+
 // The views that the user has been at, for the ways back and forward.
 struct View_History {
-    std::vector<View> views;
+    std::vector<Visited_View> views;
     std::size_t present = 0;         // index of the view on the screen
     bool merging = false;            // the last view came by a step of many, which count as one
     X_Space xspace = X_Space::none;  // what the views are views of

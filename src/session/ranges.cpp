@@ -12,6 +12,7 @@
 #include "base/text.hpp"
 #include "calc/log_value.hpp"
 #include "session/bragg_rows.hpp"
+#include "session/desk/waterfall.hpp"
 #include "session/session.hpp"
 
 namespace vntl {
@@ -52,6 +53,12 @@ Range Range_Of_X(const Profile_Store& store, bool trim) {
     return range;
 }
 
+// A constant intensity has no span of its own; it is shown in the middle of a narrow window.
+float Span_Of_Y(const Plot_State& plot) {
+    const float span = plot.y_all_max - plot.y_all_min;
+    return span > 0 ? span : std::max(1.0f, std::fabs(plot.y_all_max));
+}
+
 void Set_Range_Y(const Profile_Store& store, Plot_State& plot) {
     Range range;
     for (int row = 1; row <= store.nperfiles(); ++row) {
@@ -62,9 +69,7 @@ void Set_Range_Y(const Profile_Store& store, Plot_State& plot) {
     plot.y_all_min = std::clamp(range.lo, -largest_intensity, largest_intensity);
     plot.y_all_max = std::clamp(range.hi, -largest_intensity, largest_intensity);
 
-    // A constant intensity has no span of its own; it is shown in the middle of a narrow window.
-    float span = plot.y_all_max - plot.y_all_min;
-    if (!(span > 0)) span = std::max(1.0f, std::fabs(plot.y_all_max));
+    const float span = Span_Of_Y(plot);
     plot.y_view_max = plot.y_all_max + margin * span;
     plot.y_view_min = plot.y_all_min - margin * span;
     plot.y_prf_bottom = plot.y_all_min - prf_foot * span;
@@ -151,6 +156,12 @@ void Plot_Ranges(Session& session) {
         Set_Menu_Graph(session, log);
     }
     if (plot.Is_Log()) View_In_Log(store, plot, 0, Log_Value(plot.y_view_max));
+    plot.y_view_max += Height_Of_Waterfall(store, plot);
+}
+
+float Top_Of_Whole(const Plot_State& plot) {
+    const float top = plot.y_all_max + margin * Span_Of_Y(plot);
+    return plot.Is_Log() ? Log_Value(top) : top;
 }
 
 void View_In_Logarithms(const Profile_Store& store, Plot_State& plot) {
@@ -182,6 +193,11 @@ void Focus_Plot(const Profile_Store& store, Plot_State& plot) {
     if (plot.Is_Log()) {
         lowest = Log_Value(lowest);
         highest = Log_Value(highest);
+    }
+    if (const Row_Offsets offsets(store, plot); offsets.Any()) {
+        const Extent_Of_Rows shown = Extent_In_View(store, plot, offsets);
+        lowest = static_cast<float>(shown.foot);
+        highest = static_cast<float>(shown.top);
     }
     if (!(highest > lowest)) return;
     const float pad = margin * (highest - lowest);

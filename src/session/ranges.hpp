@@ -13,6 +13,9 @@ struct Session;
 // scratch returns to the 2D graph; without rows the form is "none".
 void Plot_Ranges(Session&);
 
+// Of the view of all that one pattern has, above which stands the height of a waterfall.
+float Top_Of_Whole(const Plot_State&);
+
 // The ways back to the scattering variable of the files: as row 1 and its neighbours allow.
 void Set_Origin_Commands(Session&);
 

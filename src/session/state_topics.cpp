@@ -4,6 +4,7 @@
 
 #include "session/desk/ghosts.hpp"
 #include "session/desk/style_topic.hpp"
+#include "session/desk/waterfall.hpp"
 #include "session/fit.hpp"
 #include "session/preference_table.hpp"
 #include "session/session.hpp"
@@ -191,6 +192,19 @@ Json Pointer(const Session& session) {
     return {{"pointer", {{"row", session.plot.pointed_row}, {"ghosts", ghosts}, {"snap_to_maximum", session.desk.snap_to_maximum}}}};
 }
 
+// With the offset of each row, in units of the view.
+Json Waterfall_Json(const Session& session) {
+    const Waterfall& waterfall = session.plot.waterfall;
+    const Row_Offsets offsets(session.store, session.plot);
+    Json rows = Json::array();
+    for (int row = 1; row <= session.store.nperfiles(); ++row) rows.push_back(Json_Real(offsets.Of(row)));
+    return {{"waterfall",
+             {{"offset", Json_Real(waterfall.offset)},
+              {"by_temperature", waterfall.by_temperature},
+              {"hidden_lines", waterfall.hidden_lines},
+              {"rows", rows}}}};
+}
+
 Json Timing(const Plot_State& plot) {
     return {{"timing", {{"read", Json_Real(plot.read_ms)}, {"draw", Json_Real(plot.draw_ms)}, {"points", plot.drawn_points}}}};
 }
@@ -222,6 +236,7 @@ std::vector<Topic> State_Topics(const Session& s) {
                         [&s] {
                             return Json{{"paths", Paths(s)}};
                         }),
+            Plain_Topic("waterfall", [&s] { return Waterfall_Json(s); }),
             Plain_Topic("timing", [&s] { return Timing(s.plot); })};
 }
 

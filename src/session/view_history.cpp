@@ -48,7 +48,8 @@ void Follow_Xspace(const Session& session, View_History& history) {
     const bool leads = same_scale || !chain.steps.empty();
     View_History followed;
     for (std::size_t i = 0; leads && i <= history.present && i < history.views.size(); ++i)
-        if (const auto view = Converted(history.views[i], chain.steps, session.store.Pattern(1).conv)) followed.views.push_back(*view);
+        if (const auto view = Converted(history.views[i].view, chain.steps, session.store.Pattern(1).conv))
+            followed.views.push_back({*view, history.views[i].waterfall});
     if (!followed.views.empty()) followed.present = followed.views.size() - 1;
     history = std::move(followed);
 }
@@ -58,7 +59,8 @@ bool Go_To(Session& session, std::size_t index) {
     if (index >= plot.history.views.size()) return false;
     plot.history.present = index;
     plot.history.merging = false;
-    const View& view = plot.history.views[index];
+    const auto& [view, waterfall] = plot.history.views[index];
+    plot.waterfall = waterfall;
     return plot.Is_Map() ? Show_Rows_In_Grid(session, view).ok() : plot.Show(view);
 }
 
@@ -70,14 +72,14 @@ void Remember_View(Session& session, bool step) {
     if (!(plot.Is_2D() || plot.Is_Map()) || session.store.nperfiles() == 0) {
         history = {};
     } else {
-        const View view = plot.Is_Map() ? plot.Map_View() : plot.Shown_View();
+        const Visited_View view{plot.Is_Map() ? plot.Map_View() : plot.Shown_View(), plot.waterfall};
         const bool moved_on = history.xspace != plot.xspace;
         if (history.kind != plot.Kind_Of_View()) history = {};
         if (moved_on) Follow_Xspace(session, history);
         if (history.views.empty()) history.views = {view};
         history.xspace = plot.xspace;
         history.kind = plot.Kind_Of_View();
-        if (moved_on && Look_Alike(view, history.views[history.present])) history.views[history.present] = view;
+        if (moved_on && Look_Alike(view.view, history.views[history.present].view)) history.views[history.present] = view;
         if (view != history.views[history.present]) {
             history.views.resize(history.present + 1);
             if (!step || !history.merging) history.views.push_back(view);

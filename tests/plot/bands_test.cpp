@@ -18,6 +18,7 @@ public:
     void Cells(const Cell_Image& image) override { target_.Cells(image); }
     void Facets(const Facet_List& list) override { target_.Facets(list); }
     void Fill(std::span<const Point> polygon, Colour colour) override { target_.Fill(polygon, colour); }
+    void Under_Curve(const Series& series, double foot, Colour colour) override { target_.Under_Curve(series, foot, colour); }
     void Ellipse(Point at, double rx, double ry, bool filled, const Pen& pen) override { target_.Ellipse(at, rx, ry, filled, pen); }
     void Text(Point at, std::string_view text, const Text_Style& style) override { target_.Text(at, text, style); }
     double Text_Width(std::string_view text, const Text_Style& style) const override { return target_.Text_Width(text, style); }
@@ -99,16 +100,30 @@ TEST_F(Bands, DrawnBackwardsRowsGiveThePictureOfEveryPoint) {
         int line_pitch, marker_type;
         View window;
         bool log;
+        Waterfall waterfall = {};
     };
-    const Case cases[] = {{1, 2, {10, 14, 0, 1100}, false},        {1, 2, {10.9f, 11.1f, 60, 200}, false}, {3, 4, {10, 14, 0, 1100}, false},
-                          {1, 1, {10, 14, 0, 1100}, false},        {-1, 3, {10, 14, 0, 300}, false},       {1, 2, {10, 14, 0, 3.5f}, true},
-                          {1, 2, {11.99f, 12.01f, 0, 900}, false}, {2, 7, {9, 40, -5000, 9000}, false}};
+    const Case cases[] = {{1, 2, {10, 14, 0, 1100}, false},
+                          {1, 2, {10.9f, 11.1f, 60, 200}, false},
+                          {3, 4, {10, 14, 0, 1100}, false},
+                          {1, 1, {10, 14, 0, 1100}, false},
+                          {-1, 3, {10, 14, 0, 300}, false},
+                          {1, 2, {10, 14, 0, 3.5f}, true},
+                          {1, 2, {11.99f, 12.01f, 0, 900}, false},
+                          {2, 7, {9, 40, -5000, 9000}, false},
+                          {1, 2, {10, 14, 0, 1100}, false, {0.02f, false, true}},
+                          {1, 1, {10, 14, 0, 4000}, false, {0.1f, false, false}},
+                          {1, 1, {10, 14, 0, 40000}, false, {1, false, true}},
+                          {-1, 3, {11, 11.2f, 60, 900}, false, {0.05f, false, true}},
+                          {1, 2, {10, 14, 0, 30}, true, {0.1f, false, true}}};
+    session.plot.y_all_max = 900;
     for (const Case& c : cases) {
         for (ProfileStyle& style : session.prefs.profile_styles) {
             style.line_style = c.line_pitch < 0 ? -1 : 0;
             style.line_pitch = std::max(1, c.line_pitch);
             style.marker_type = c.marker_type;
         }
+        session.plot.waterfall = c.waterfall;
+        session.plot.plot_type = c.log ? Plot_Form::multi_log : Plot_Form::multi;
         Bitmap bands(640, 420), every(640, 420);
         every.Reduce(false);
         Graphics g(bands.Drawing());

@@ -10,6 +10,7 @@
 #include "commands/plot/spectral_lines.hpp"
 #include "commands/plot/view.hpp"
 #include "plot/plot.hpp"
+#include "session/desk/waterfall.hpp"
 #include "session/reflection_search.hpp"
 
 namespace vntl {
@@ -40,7 +41,7 @@ void Go_Back(Session& session) {
     plot.x_view_min = plot.x_all_min;
     plot.x_view_max = plot.x_all_max;
     plot.y_view_min = plot.y_all_min - pad;
-    plot.y_view_max = plot.y_all_max + pad;
+    plot.y_view_max = plot.y_all_max + pad + Height_Of_Waterfall(session.store, plot);
     Plot_Redraw(session);
 }
 

@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "base/extremes.hpp"
-#include "session/session.hpp"
+#include "session/ranges.hpp"
 
 namespace vntl {
 
@@ -29,38 +29,65 @@ std::vector<double> Even_Places(std::size_t rows) {
     return places;
 }
 
-// Even where a temperature is not known, or all are alike.
+// Nothing where a temperature is not known, or all are alike.
 std::vector<double> Places_By_Temperature(const Profile_Store& store, const std::vector<int>& rows) {
     std::vector<double> places;
     for (const int row : rows) {
         const float kelvin = store.Pattern(row).TSample;
-        if (!(kelvin > known_temperature) || !std::isfinite(kelvin)) return Even_Places(rows.size());
+        if (!(kelvin > known_temperature) || !std::isfinite(kelvin)) return {};
         places.push_back(kelvin);
     }
     const auto [coldest, hottest] = std::minmax_element(places.begin(), places.end());
+    if (rows.size() < 2 || !(*hottest > *coldest)) return {};
     const double from = *coldest, span = *hottest - from;
-    if (!(span > 0)) return Even_Places(rows.size());
     for (double& place : places) place = (place - from) / span * static_cast<double>(rows.size() - 1);
     return places;
 }
 
-// Foot and top of what a picture has between two x.
-struct Extent {
-    double foot, top;
+std::vector<int> Shown_Rows(const Profile_Store& store) {
+    std::vector<int> rows;
+    for (int row = 1; row <= store.nperfiles(); ++row)
+        if (store.shown(row)) rows.push_back(row);
+    return rows;
+}
 
-    bool Shown_In(const Plot_State& plot) const { return plot.y_view_min <= foot && plot.y_view_max >= top; }
-};
-
-Extent Extent_Of_All(const Profile_Store& store, const Plot_State& plot) {
+Extent_Of_Rows Extent_Of_All(const Profile_Store& store, const Plot_State& plot) {
     const Y_Scale scale = plot.Scale();
     return {On_Scale(scale, plot.y_all_min), static_cast<double>(On_Scale(scale, plot.y_all_max)) + Height_Of_Waterfall(store, plot)};
 }
 
-// Of the shown points in the view's x.
-Extent Extent_In_View(const Profile_Store& store, const Plot_State& plot) {
-    const Row_Offsets offsets(store, plot);
+Extent_Of_Rows Extent_Of_View(const Profile_Store& store, const Plot_State& plot) {
+    return Extent_In_View(store, plot, Row_Offsets(store, plot));
+}
+
+}  // namespace
+
+Row_Offsets::Row_Offsets(const Profile_Store& store, const Plot_State& plot) {
+    if (!plot.Is_2D() || !(plot.waterfall.offset > 0)) return;
+    const std::vector<int> rows = Shown_Rows(store);
+    if (rows.size() < 2) return;
+    std::vector<double> places;
+    if (plot.waterfall.by_temperature) places = Places_By_Temperature(store, rows);
+    if (places.empty()) places = Even_Places(rows.size());
+    const double step = plot.waterfall.offset * Height_Of_Pattern(plot);
+    offsets_.resize(static_cast<std::size_t>(store.nperfiles()));
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        const auto offset = static_cast<float>(std::min(step * places[i], static_cast<double>(largest_offset)));
+        offsets_[static_cast<std::size_t>(rows[i] - 1)] = offset;
+        highest_ = std::max(highest_, offset);
+    }
+}
+
+bool Temperatures_Differ(const Profile_Store& store) { return !Places_By_Temperature(store, Shown_Rows(store)).empty(); }
+
+float Offset_Of_Row(const Profile_Store& store, const Plot_State& plot, int row) { return Row_Offsets(store, plot).Of(row); }
+
+float Height_Of_Waterfall(const Profile_Store& store, const Plot_State& plot) { return Row_Offsets(store, plot).Highest(); }
+
+Extent_Of_Rows Extent_In_View(const Profile_Store& store, const Plot_State& plot, const Row_Offsets& offsets) {
     constexpr double none = std::numeric_limits<double>::infinity();
-    Extent extent{none, -none};
+    const Y_Scale scale = plot.Scale();
+    Extent_Of_Rows extent{none, -none};
     for (int row = 1; row <= store.nperfiles(); ++row) {
         if (!store.shown(row)) continue;
         const Diffraction_Pattern_Type& pattern = store.Pattern(row);
@@ -72,49 +99,36 @@ Extent Extent_In_View(const Profile_Store& store, const Plot_State& plot) {
             y.high = std::max(y.high, pattern.y[i]);
         }
         if (!y.Found()) continue;
-        extent.foot = std::min(extent.foot, static_cast<double>(On_Scale(plot.Scale(), y.low)) + offsets.Of(row));
-        extent.top = std::max(extent.top, static_cast<double>(On_Scale(plot.Scale(), y.high)) + offsets.Of(row));
+        const double offset = offsets.Of(row);
+        extent.foot = std::min(extent.foot, static_cast<double>(On_Scale(scale, y.low)) + offset);
+        extent.top = std::max(extent.top, static_cast<double>(On_Scale(scale, y.high)) + offset);
     }
     return extent;
 }
 
-}  // namespace
-
-Row_Offsets::Row_Offsets(const Profile_Store& store, const Plot_State& plot) {
-    if (!plot.Is_2D() || !(plot.waterfall.offset > 0)) return;
-    std::vector<int> rows;
-    for (int row = 1; row <= store.nperfiles(); ++row)
-        if (store.shown(row)) rows.push_back(row);
-    if (rows.size() < 2) return;
-    const std::vector<double> places = plot.waterfall.by_temperature ? Places_By_Temperature(store, rows) : Even_Places(rows.size());
-    const double step = plot.waterfall.offset * Height_Of_Pattern(plot);
-    offsets_.resize(static_cast<std::size_t>(store.nperfiles()));
-    for (std::size_t i = 0; i < rows.size(); ++i) {
-        const auto offset = static_cast<float>(std::min(step * places[i], static_cast<double>(largest_offset)));
-        offsets_[static_cast<std::size_t>(rows[i] - 1)] = offset;
-        highest_ = std::max(highest_, offset);
-    }
-}
-
-float Offset_Of_Row(const Profile_Store& store, const Plot_State& plot, int row) { return Row_Offsets(store, plot).Of(row); }
-
-float Height_Of_Waterfall(const Profile_Store& store, const Plot_State& plot) { return Row_Offsets(store, plot).Highest(); }
-
 // The margin above the highest point stays.
-void Set_Waterfall(Session& session, Waterfall waterfall) {
-    Plot_State& plot = session.plot;
-    const auto is_shown = [&](auto extent_of) {
-        const Extent before = extent_of(session.store, plot);
-        if (!before.Shown_In(plot)) return false;
+void Set_Waterfall(const Profile_Store& store, Plot_State& plot, Waterfall waterfall) {
+    const auto goes_on_to_show = [&](auto extent_of) {
+        const Extent_Of_Rows before = extent_of(store, plot);
+        if (!(plot.y_view_min <= before.foot && plot.y_view_max >= before.top)) return false;
         const double margin = plot.y_view_max - before.top;
         const Waterfall old = std::exchange(plot.waterfall, waterfall);
-        const auto top = static_cast<float>(extent_of(session.store, plot).top + margin);
+        const auto top = static_cast<float>(extent_of(store, plot).top + margin);
         if (!plot.Show({plot.x_view_min, plot.x_view_max, plot.y_view_min, top})) plot.waterfall = old;
+        return true;
+    };
+    // Not by way of the margin, which many steps of a slider would wear off.
+    const auto goes_on_to_show_whole = [&] {
+        const float top = Top_Of_Whole(plot);
+        if (plot.y_view_max != top + Height_Of_Waterfall(store, plot)) return false;
+        plot.waterfall = waterfall;
+        plot.y_view_max = top + Height_Of_Waterfall(store, plot);
         return true;
     };
     waterfall.offset = waterfall.offset > 0 ? std::min(waterfall.offset, 1.0f) : 0;
     if (waterfall == plot.waterfall) return;
-    if (!plot.Is_2D() || !(is_shown(Extent_Of_All) || is_shown(Extent_In_View))) plot.waterfall = waterfall;
+    if (plot.Is_2D() && (goes_on_to_show_whole() || goes_on_to_show(Extent_Of_All) || goes_on_to_show(Extent_Of_View))) return;
+    plot.waterfall = waterfall;
 }
 
 }  // namespace vntl

@@ -8,7 +8,6 @@
 namespace vntl {
 
 class Profile_Store;
-struct Session;
 
 // The offset of each row, in units of the scale of y, those of the view. The lowest shown row has none, nor has a hidden row, nor any row
 // of a plot that is no 2D graph. All are finite.
@@ -28,11 +27,20 @@ private:
 // Of one row; who needs many makes a `Row_Offsets`.
 float Offset_Of_Row(const Profile_Store&, const Plot_State&, int row);
 
+// Whether the shown rows can stand by their temperatures: each has one, and they differ.
+bool Temperatures_Differ(const Profile_Store&);
+
+// Lowest and highest place of the shown points in the view's x, each where it stands in the picture; `foot` above `top` without any.
+struct Extent_Of_Rows {
+    double foot, top;
+};
+Extent_Of_Rows Extent_In_View(const Profile_Store&, const Plot_State&, const Row_Offsets&);
+
 // That of the highest row: how much higher than one pattern the whole is.
 float Height_Of_Waterfall(const Profile_Store&, const Plot_State&);
 
 // Changes the waterfall; the picture is to be drawn anew. A view that showed all of its height shows all of the new one, another one stays.
 // An offset outside 0 to 1 becomes the nearer end, one that is no number 0.
-void Set_Waterfall(Session&, Waterfall);
+void Set_Waterfall(const Profile_Store&, Plot_State&, Waterfall);
 
 }  // namespace vntl
