@@ -18,6 +18,7 @@
 #include "commands/ask_user.hpp"
 #include "commands/plot/mouse.hpp"
 #include "plot/plot.hpp"
+#include "session/desk/waterfall.hpp"
 #include "session/grid_view.hpp"
 #include "session/ranges.hpp"
 #include "session/xspace.hpp"
@@ -88,6 +89,51 @@ double Best_Redraw(Session& session) {
     }
     return best;
 }
+
+// The rows set apart by an offset, in thousandths of the height of one, in the view of all of them. "redraw" is the ratio to the redraw of
+// the same rows without; "lines" in thin lines without markers, 1.2 at most.
+void Waterfall_Redraw(benchmark::State& state) {
+    Session session;
+    Fill_Store(session, static_cast<int>(state.range(0)), static_cast<int>(state.range(1)), 20);
+    if (state.range(4) != 0) session.look.least_marker_gap = 4;
+    WindowSelect(main_window);
+    WindowResize(1400, 900);
+    const double redraw = Best_Redraw(session);
+    Set_Waterfall(session.store, session.plot, {static_cast<float>(state.range(2)) / 1000, false, state.range(3) != 0});
+    double best = 1e30;
+    for (auto _ : state) best = std::min(best, Best_Redraw(session));
+    state.counters["best_ms"] = best;
+    state.counters["redraw"] = best / redraw;
+}
+BENCHMARK(Waterfall_Redraw)
+    ->ArgNames({"rows", "points", "offset", "hidden", "lines"})
+    ->ArgsProduct({{2000}, {5000}, {10, 100, 1000}, {0, 1}, {0, 1}})
+    ->Args({100, 5000, 100, 1, 0})
+    ->Iterations(1)
+    ->Unit(benchmark::kMillisecond);
+
+// A slider that is dragged: an offset after another, with the view that grows with it. "redraw" is the ratio of a step to a redraw without
+// offsets, 2 at most.
+void Waterfall_Drag(benchmark::State& state) {
+    Session session;
+    Fill_Store(session, 100, 5000, 20);
+    WindowSelect(main_window);
+    WindowResize(1400, 900);
+    const double redraw = Best_Redraw(session);
+    int place = 0;
+    double all = 0;
+    for (auto _ : state) {
+        place = place % 100 + 1;
+        all += Milliseconds([&] {
+            Set_Waterfall(session.store, session.plot, {static_cast<float>(place) / 100, false, state.range(0) != 0});
+            Plot_Redraw(session);
+        });
+    }
+    const double step = all / static_cast<double>(state.iterations());
+    state.counters["step_ms"] = step;
+    state.counters["redraw"] = step / redraw;
+}
+BENCHMARK(Waterfall_Drag)->ArgName("hidden")->Arg(0)->Arg(1)->Iterations(100)->Unit(benchmark::kMillisecond);
 
 // A step of a series of patterns that turns in space, as lines (look 0) or as a surface of that type, in the window of the 2D redraw of the
 // same rows. "redraw" is the ratio of the two, 2 at most if a series is to turn as a user drags it.

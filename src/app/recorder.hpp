@@ -39,6 +39,7 @@ public:
     void Saw_Colour(const std::optional<Colour>& colour) override;
     void Saw_Style(const std::string& name) { Statement({"style", name}); }
     void Saw_Preference(const std::string& name, const std::string& value) { Statement({"pref", name, value}); }
+    void Saw_Statement(const std::vector<std::string>& words) { Statement(words); }  // of a script, which no message tells
 
 private:
     using Words = std::vector<std::string>;

@@ -90,6 +90,7 @@ private:
     Status Programs(const Words&);
     Status Pref(const Words&);
     Status Style(const Words&);
+    Status Set_Apart(const Words&);
     Status Os(const Words&);
     Status Print(const Words&);
     Status Export(const Words&);

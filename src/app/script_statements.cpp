@@ -16,8 +16,10 @@
 #include "commands/file/export_picture.hpp"
 #include "commands/options/redraw.hpp"
 #include "plot/plot.hpp"
+#include "session/desk/waterfall.hpp"
 #include "session/preference_table.hpp"
 #include "session/ranges.hpp"
+#include "session/view_history.hpp"
 #include "toolkit/dialog.hpp"
 #include "toolkit/window_service.hpp"
 
@@ -71,6 +73,7 @@ const std::vector<Script_Runner::Kind_Of_Statement>& Script_Runner::Kinds() {
         {"programs", &Script_Runner::Programs},
         {"pref", &Script_Runner::Pref},
         {"style", &Script_Runner::Style},
+        {"waterfall", &Script_Runner::Set_Apart},
         {"os", &Script_Runner::Os},
         {"print", &Script_Runner::Print},
         {"export", &Script_Runner::Export},
@@ -315,6 +318,26 @@ Status Script_Runner::Style(const Words& words) {
     const std::string name = std::find(names.begin(), names.end(), known) != names.end() || known.empty() ? words[1] : Absolute(known);
     if (const Status status = Show_In_Style(app_, name); status.failed) return status;
     if (recorder_ != nullptr) recorder_->Saw_Style(app_.session.style.name);
+    return Status::Done();
+}
+
+// It shows at once. Without a word behind the offset the rows stand evenly, and hide nothing.
+Status Script_Runner::Set_Apart(const Words& words) {
+    constexpr std::string_view form = "waterfall OFFSET [temperature] [hidden]";
+    double offset = 0;
+    if (words.size() < 2 || !Parse_Real(words[1], offset)) return Usage(form);
+    if (!Modal_Loop_Serves(command::waterfall)) return Status::Fail("waterfall is not served while a dialog is open");
+    Waterfall waterfall{.offset = static_cast<float>(offset)};
+    if (!(offset >= 0 && offset <= 1)) return Status::Fail("the offset is between 0 and 1");
+    for (std::size_t i = 2; i < words.size(); ++i) {
+        if (words[i] != "temperature" && words[i] != "hidden") return Usage(form);
+        (words[i] == "hidden" ? waterfall.hidden_lines : waterfall.by_temperature) = true;
+    }
+    Session& session = app_.session;
+    Set_Waterfall(session.store, session.plot, waterfall);
+    if (session.plot.Is_2D()) Plot_Redraw(session);
+    Remember_View(session, false);
+    if (recorder_ != nullptr) recorder_->Saw_Statement(words);
     return Status::Done();
 }
 

@@ -216,6 +216,35 @@ TEST_F(Many_Patterns, EqualIntensitiesStandInTheMiddleOfTheirAxis) {
             EXPECT_NE(picture["texts"].dump().find(number), std::string::npos) << number;
 }
 
+// By its statement, the slider, the field beside it and its buttons; the view back undoes a visit of the dialog, and Cancel all of it.
+TEST_F(Many_Patterns, AWaterfallFollowsStatementsAndItsDialog) {
+    Make({100, 400, 200});
+    const std::string dialog = Command(40552) + ";", look = "print waterfall;";
+    const Run_Result run = Do("print state;waterfall 0.5 temperature hidden;" + look + dialog + "set 4720 20;" + look + "set 4721 7.5;" +
+                                  look + "set 4721 200;press 1;" + look + "print dialog;set 4721 8;press 1;" + look + "! 40503;" + look +
+                                  dialog + "set Even 1;set 4725 0;press 4727;" + look + "set 4720 100;press 2;" + look +
+                                  "! 40031;waterfall 2;print state;! 40027;print state",
+                              false);
+    const double height = run.With("y_all_max").at(0)["y_all_max"].get<double>() - run.With("y_all_max").at(0)["y_all_min"].get<double>();
+    const auto looks = run.With("waterfall");
+    const std::vector<std::pair<double, std::array<double, 3>>> expected = {
+        {0.5, {0, 2, 2. / 3}},  {0.2, {0, 2, 2. / 3}}, {0.075, {0, 2, 2. / 3}}, {0.075, {0, 2, 2. / 3}},
+        {0.08, {0, 2, 2. / 3}}, {0.5, {0, 2, 2. / 3}}, {0, {0, 0, 0}},          {0.5, {0, 2, 2. / 3}}};
+    ASSERT_EQ(looks.size(), expected.size());
+    for (std::size_t i = 0; i < expected.size(); ++i) {
+        const auto& [offset, places] = expected[i];
+        EXPECT_NEAR(looks[i]["waterfall"]["offset"], offset, 1e-6) << i;
+        for (std::size_t row = 0; row < 3; ++row)
+            EXPECT_NEAR(looks[i]["waterfall"]["rows"][row], offset * places[row] * height, 1e-5 * height) << i;
+    }
+    EXPECT_TRUE(looks[0]["waterfall"]["hidden_lines"]);
+    EXPECT_FALSE(looks[6]["waterfall"]["hidden_lines"]);
+    EXPECT_EQ(run.Marked().at(0), std::vector<int>{4721});
+    EXPECT_NE(run.errors.find("between 0 and 1"), std::string::npos);
+    const Json whole = run.With("plot_type").back();
+    EXPECT_NEAR(whole["y_view_max"].get<double>(), whole["y_all_max"].get<double>() + 1.05 * height, 1e-4 * height);
+}
+
 TEST_F(Many_Patterns, EveryFormIsWrittenToEveryKindOfFile) {
     Make({300, 310, 320, 330, 340});
     std::string script;

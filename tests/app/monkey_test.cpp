@@ -31,7 +31,7 @@ constexpr const char* what =
     "rows|state|pointer|cursor|menu|menu 40105|toolbars|peaks|background|hklgen|fit|dialog|picture|recent|prefs|paths|timing|data 1|data 2 "
     "3 "
     "5|data 99|"
-    "reflections 1|excluded 1|picture full|grid|grid full|timers";
+    "reflections 1|excluded 1|waterfall|picture full|grid|grid full|timers";
 constexpr const char* preferences =
     "pref legend_pos 4|pref legend_pos 1|pref legend_size 1000|pref title_size 1000|pref title_single \"\xff # title\"|pref ylabel_pos 9|"
     "pref xscale_size 1|pref xscale_style 7|pref excl_ignore_sides 1|pref excl_ignore_sides 0|pref excl_show 0|pref refl_live 1|"
@@ -56,16 +56,17 @@ constexpr const char* dialogs =
     "40151|"
     "40034|"
     "40044|40044|40122|40220|40222|40025|40025|40026|40036|40037|40141|40141|40158|40158|40157|40208|40209|40209|"
-    "40010|40002|40098|40160|40177|40191|40161|40213|40213|40210|40210|40211|40211|40212|40212";
+    "40552|40552|40010|40002|40098|40160|40177|40191|40161|40213|40213|40210|40210|40211|40211|40212|40212";
 constexpr const char* dialog_fields =
-    "1020|1021|1282|1990|2201|2202|2203|2204|2205|1330|1647|1226|1227|1530|1531|1666|1314|1316|1317|1327|1306|1307|1356|1357|1358|1359|"
+    "4720|4720|4721|4723|4724|4725|1020|1021|1282|1990|2201|2202|2203|2204|2205|1330|1647|1226|1227|1530|1531|1666|1314|1316|1317|1327|1306|1307|1356|1357|1358|1359|"
     "1712|1713|1714|1715|1721|1722|"
     "1732|"
     "1741|1802|1804|1812|1821|1822|1823|1824|1794|1795|1796|1799|1845|1848|1849|1850|1450|1451|1453|1460|1460|1461|1463|1465|1470|1473|"
     "1611|1614|1615|1631|1633|1241|1242|1251|1257|1271|1276|1901|1910|2135|2136|2137|2140|2141|2150|2101|2102|2105|2106|2112|4601|4605|"
     "4606|4607|4609|4802|4803|4807|4420|4423|4424|4424|4426|4427|4428|4429|4431|4432|4433|4434|4438|4440|4443|4450|4451|4452";
 constexpr const char* dialog_buttons =
-    "1|1|1|2|1437|1438|1441|1442|1332|1333|1528|1529|1532|1533|1534|1665|1328|1716|1717|1724|1725|1738|1739|1740|1752|1753|1754|1782|1800|"
+    "4727|1|1|1|2|1437|1438|1441|1442|1332|1333|1528|1529|1532|1533|1534|1665|1328|1716|1717|1724|1725|1738|1739|1740|1752|1753|1754|1782|"
+    "1800|"
     "1800|2002|2003|2004|2006|4602|1612|1632|2130|2131|2132|2133|3|4422|4437";
 constexpr const char* grids =
     "1331 4|1331 4|1527 2|1527 2|1527 3|1527 4|1305 2|1318 2|1318 3|1711 3|1711 3|1723 3|1736 3|1742 1|1781 2|1791 3|1791 4";
@@ -130,7 +131,10 @@ public:
         if (choice < 80) return "answer " + One_Of("yes|no|ok|cancel|retry|abort|ignore");
         if (choice == 80 || choice == 94) return undo_and_redo;
         if (choice < 81)
-            return Below(2) == 0 ? One_Of(preferences) : One_Of("directory home|colour 1 2 3|colour 1 2 300|programs off|timer 1|timer -1");
+            return Below(2) == 0 ? One_Of(preferences)
+                                 : One_Of(
+                                       "waterfall 0.2 hidden|waterfall 1|waterfall 0.01 temperature|waterfall 0|waterfall -1|directory "
+                                       "home|colour 1 2 3|colour 1 2 300|programs off|timer 1|timer -1");
         if (choice == 81) return Below(3) == 0 ? Quick_View() : Reflections();
         if (choice < 84) return "resize " + std::to_string(1 + Below(Below(8) == 0 ? 1500 : 500)) + ' ' + std::to_string(1 + Below(700));
         if (choice < 89)

@@ -7,6 +7,7 @@
 #include "commands/plot/mouse.hpp"
 #include "commands/plot/spectral_lines.hpp"
 #include "commands/plot/view.hpp"
+#include "commands/plot/waterfall.hpp"
 #include "plot/plot.hpp"
 #include "session/grid_view.hpp"
 #include "session/ranges.hpp"
@@ -50,6 +51,8 @@ bool Has_Grid(Application& app, const Status& status) {
     if (status.failed) app.ask.Error("ERROR: " + status.message);
     return status.ok();
 }
+
+void Set_Apart(Application& app) { Waterfall_Dialog(app.session); }
 
 template <bool log>
 void Contour(Application& app) {
@@ -129,7 +132,7 @@ constexpr Command commands[] = {
      "Show logarithms of the same window, and counts again", true},
     {command::root_intensities, "Square root of intensities", "", nullptr, "", "Show square roots of the same window", true},
     {command::next_scale, "Next scale", "", nullptr, "", "Step through counts, logarithms and square roots"},
-    {command::waterfall, "Waterfall...", "", nullptr, "", "Set the shown profiles apart in the picture"},
+    {command::waterfall, "Waterfall...", "", Set_Apart, "", "Set the shown profiles apart in the picture"},
     {command::style_default, "Default", "", In_Style<0>, "", "The picture that the preferences tell", true},
     {command::style_paper, "Paper", "", In_Style<1>, "", "For print: white page, thin lines, letters large enough", true},
     {command::style_screen, "Screen", "", In_Style<2>, "", "For daily looks", true},
@@ -158,7 +161,9 @@ constexpr Command commands[] = {
     {command::drag_end, "End of shift", "hand_off", End_Drag, "", "The mouse zooms again"},
 };
 
-std::vector<Dialog_Resource> Dialogs() { return {Spectral_Lines_Dialog_Resource(), Focus_Profile_Dialog_Resource()}; }
+std::vector<Dialog_Resource> Dialogs() {
+    return {Spectral_Lines_Dialog_Resource(), Focus_Profile_Dialog_Resource(), Waterfall_Dialog_Resource()};
+}
 
 }  // namespace
 
