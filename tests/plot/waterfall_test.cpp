@@ -67,13 +67,13 @@ TEST_F(Waterfalls, RowsStandAsFarApartAsAsked) {
 TEST_F(Waterfalls, CurvesAndOverlayOfARowGoWithIt) {
     session.prefs.prf.ycalc_colour = WRGB(1, 2, 3);
     session.prefs.prf.ydif_colour = WRGB(3, 2, 1);
-    Add(five_x, five_y, Row_Kind::mono);
+    Add();
     for (const Row_Kind kind : {Row_Kind::data, Row_Kind::prf}) {
         Diffraction_Pattern_Type& row = Add(five_x, five_y, kind);
         row.ycalc = {1, 110, 990, 20, 2};
         row.bgr = {0, 1, 2, 3, 4};
     }
-    for (int row = 1; row <= 3; ++row) session.store.Pattern(row).sigma.assign(5, 50);
+    for (int row = 1; row <= 3; ++row) session.store.Pattern(row).sigma.assign(5, 2500);  // variances
     session.store.show_ycalc_of.set(1);
     session.store.show_ycalc = session.store.show_difference = true;
     const auto bytes = [&] {
