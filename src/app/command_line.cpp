@@ -9,6 +9,7 @@
 #include "base/text.hpp"
 #include "patterns/read_pattern.hpp"
 #include "session/configuration.hpp"
+#include "session/desk/picture_names.hpp"
 
 namespace vntl {
 
@@ -42,10 +43,34 @@ void Take_Window_Size(Start_Options& line) {
     line.files.resize(1);
 }
 
-bool Take_Export_Size(Start_Options& line, const std::string& size) {
+// "1200x800" or "160x100mm".
+bool Take_Export_Size(Picture_Size& target, std::string size) {
+    target.millimetres = size.size() > 2 && Equal_No_Case(std::string_view(size).substr(size.size() - 2), "mm");
+    if (target.millimetres) size.resize(size.size() - 2);
     const std::size_t cross = size.find_first_of("xX");
-    return cross != std::string::npos && Parse_Integer(size.substr(0, cross), line.export_width) &&
-           Parse_Integer(size.substr(cross + 1), line.export_height) && line.export_width > 0 && line.export_height > 0;
+    if (cross == std::string::npos) return false;
+    const auto side = [&target](std::string_view text, double& value) {
+        int pixels = 0;
+        if (target.millimetres) return Parse_Real(Trim(text), value);
+        if (!Parse_Integer(text, pixels)) return false;
+        value = pixels;
+        return true;
+    };
+    return side(std::string_view(size).substr(0, cross), target.width) && side(std::string_view(size).substr(cross + 1), target.height) &&
+           target.width > 0 && target.height > 0;
+}
+
+// The size and density of exported pictures; what is wrong with their words, empty for nothing.
+std::string Take_Export_Words(Start_Options& line, const std::string& size, const std::string& dots) {
+    constexpr int usual_dots = 300, most_dots = 10000;
+    Picture_Size& target = line.export_size;
+    if (!size.empty() && !Take_Export_Size(target, size))
+        return "--size takes two whole numbers, such as 1200x800, or two lengths, such as 160x100mm";
+    if (target.millimetres) target.dots_per_inch = usual_dots;
+    if (!dots.empty() && !(Parse_Integer(dots, target.dots_per_inch) && target.dots_per_inch >= 1 && target.dots_per_inch <= most_dots))
+        return "--dpi takes a whole number from 1 to 10000";
+    if (!line.each) return {};
+    return Picture_Names(line.export_file).Check(line.files.size()).message;
 }
 
 std::optional<int> Format_Code(const std::string& name) {
@@ -73,7 +98,7 @@ Start_Options Listing(Status (*list)(const What&, std::string&), const What& wha
 
 Start_Options Parse_Command_Line(int argc, const char* const* argv) {
     Start_Options line;
-    std::string size, format, group;
+    std::string size, dots, format, group;
     std::vector<std::string> reflections, numor;
     Instrument_Request instrument;
     CLI::App parser("Vantrelo draws and compares powder diffraction patterns.", "vantrelo");
@@ -81,6 +106,7 @@ Start_Options Parse_Command_Line(int argc, const char* const* argv) {
         "Forms: vantrelo [FILE [WIDTH [HEIGHT]]]\n"
         "       vantrelo FILE FILE...\n"
         "       vantrelo --export OUT [--size 1200x800] [--format NAME] FILE...\n"
+        "       vantrelo --export out/%n.pdf --each [--size 160x100mm] [--dpi 300] FILE...\n"
         "       vantrelo --script SCRIPT|- [FILE...]\n"
         "       vantrelo --record SCRIPT [FILE...]\n"
         "       vantrelo --spacegroup SYMBOL\n"
@@ -90,7 +116,11 @@ Start_Options Parse_Command_Line(int argc, const char* const* argv) {
     const Configuration identity;
     parser.set_version_flag("--version", identity.program_name + ' ' + identity.program_version + ' ' + identity.program_date);
     parser.add_option("--export", line.export_file, "Draw the patterns to this file (.png .svg .pdf .ps) and end")->option_text("OUT");
-    parser.add_option("--size", size, "Size of the exported picture, 1200x800 if not given")->option_text("WxH");
+    parser.add_flag("--each", line.each, "A picture of each file: in OUT \"%n\" is its name, \"%e\" its extension, \"%%\" a percent sign");
+    parser
+        .add_option("--size", size, "Size of the exported picture in pixels, 1200x800 if not given, or in millimetres, such as 160x100mm")
+        ->option_text("WxH[mm]");
+    parser.add_option("--dpi", dots, "Dots an inch of an exported bit image, 300 for a size in millimetres if not given")->option_text("N");
     parser.add_option("--format", format, "Format of the exported files, instead of the recognised one")->option_text("NAME");
     parser.add_option("--script", line.script, "Run a session script, \"-\" from standard input, and end")->option_text("SCRIPT");
     parser.add_option("--record", line.record, "Write what the user does as a session script")->option_text("SCRIPT");
@@ -130,7 +160,8 @@ Start_Options Parse_Command_Line(int argc, const char* const* argv) {
     if (parser.count("--style") > 0 && Trim(line.style).empty()) return Ending(2, "vantrelo: --style needs the name of a style\n");
     if (scripted && line.script.empty()) return Ending(2, "vantrelo: --script needs a file, or - for standard input\n");
     if (!exporting && (!size.empty() || !format.empty())) return Ending(2, "vantrelo: --size and --format belong to --export\n");
-    if (!size.empty() && !Take_Export_Size(line, size)) return Ending(2, "vantrelo: --size takes two whole numbers, such as 1200x800\n");
+    if (!exporting && (!dots.empty() || line.each)) return Ending(2, "vantrelo: --dpi and --each belong to --export\n");
+    if (const std::string wrong = Take_Export_Words(line, size, dots); !wrong.empty()) return Ending(2, "vantrelo: " + wrong + '\n');
     if (!format.empty() && !(line.format_code = Format_Code(format))) return Ending(2, "vantrelo: unknown format " + format + '\n');
     if (!exporting && !scripted && !recording) Take_Window_Size(line);
     return line;

@@ -3,6 +3,7 @@
 //   vantrelo [FILE [WIDTH [HEIGHT]]]
 //   vantrelo FILE FILE...
 //   vantrelo --export OUT [--size 1200x800] [--format NAME] FILE...
+//   vantrelo --export out/%n.pdf --each [--size 160x100mm] [--dpi 300] FILE...
 //   vantrelo --style NAME ...
 //   vantrelo --script SCRIPT|- [FILE...]
 //   vantrelo --record SCRIPT [FILE...]
@@ -17,13 +18,16 @@
 #include <string>
 #include <vector>
 
+#include "commands/file/export_picture.hpp"
+
 namespace vntl {
 
 struct Start_Options {
     std::vector<std::string> files;
     std::optional<std::string> width, height;  // as given: one that is no whole number falls back to the default
     std::string export_file;                   // not empty: draw the files and end
-    int export_width = 1200, export_height = 800;
+    bool each = false;                         // a picture of each file, called by `export_file` as by `Picture_Names`
+    Picture_Size export_size;
     std::optional<int> format_code;
     std::string script;  // not empty: run a session script ("-" from standard input)
     std::string style;   // of the pictures, for this run; empty: the one that was chosen last

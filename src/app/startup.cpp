@@ -15,6 +15,7 @@
 #include "commands/file/export_picture.hpp"
 #include "commands/file/opened.hpp"
 #include "plot/plot.hpp"
+#include "session/desk/picture_names.hpp"
 #include "session/file_kinds.hpp"
 #include "session/load.hpp"
 #include "session/ranges.hpp"
@@ -115,6 +116,35 @@ bool Dark_Would_Suit(const Session& session) {
     return never_chosen && Desktop_Is_Dark();
 }
 
+// Draws files to a picture; what fails is told, and false.
+bool Export_Files(Session& session, Ask& ask, const Start_Options& line, const std::vector<std::string>& files,
+                  const std::string& picture) {
+    Reset_Profiles(session);
+    const Open_Result opened = Open_Files(session, ask, files, line.format_code);
+    if (session.store.nperfiles() == 0) return false;
+    Plot_Ranges(session);
+    if (line.each) IOsDirMake(std::string(Directory_Part(picture)));
+    const auto draw = [&session](Device& device) { Draw_With_Marks(Scene_Of(session), device); };
+    const Status status = Export_Picture(draw, picture, line.export_size);
+    if (status.failed) std::cerr << status.message << std::endl;
+    return !opened.failed && !status.failed;
+}
+
+// A picture of each file: nothing of one reaches the next.
+bool Export_Each(const Session& session, Ask& ask, const Start_Options& line) {
+    if (const Status status = Check_Picture_Name(line.export_file); status.failed) {
+        std::cerr << status.message << std::endl;
+        return false;
+    }
+    Picture_Names names(line.export_file);
+    bool good = true;
+    for (const std::string& file : line.files) {
+        Session own = session;
+        good &= Export_Files(own, ask, line, {file}, names.Of(file));
+    }
+    return good;
+}
+
 int Export(const Start_Options& line) {
     Session session;
     Ask_Nobody ask(line.format_code);
@@ -123,18 +153,12 @@ int Export(const Start_Options& line) {
     const bool bad_settings = configured.about_settings && configured.about_settings->of_file;
     if (bad_settings) ask.Box(*configured.about_settings);
     IOsDirChange(session.config.launch_dir);
-    Reset_Profiles(session);
     if (const Status status = Use_Asked_Style(session, line); status.failed) {
         std::cerr << "vantrelo: " << status.message << std::endl;
         return 2;
     }
-    const Open_Result opened = Open_Files(session, ask, line.files, line.format_code);
-    if (session.store.nperfiles() == 0) return 1;
-    Plot_Ranges(session);
-    const auto draw = [&session](Device& device) { Draw_With_Marks(Scene_Of(session), device); };
-    const Status status = Export_Picture(draw, line.export_file, line.export_width, line.export_height);
-    if (status.failed) std::cerr << status.message << std::endl;
-    return opened.failed || status.failed || bad_settings ? 1 : 0;
+    const bool good = line.each ? Export_Each(session, ask, line) : Export_Files(session, ask, line, line.files, line.export_file);
+    return good && !bad_settings ? 0 : 1;
 }
 
 // A dimension of the window: one that is not given, or no whole number, is the preferences'.

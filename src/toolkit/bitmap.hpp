@@ -35,4 +35,7 @@ private:
     std::unique_ptr<Implementation> implementation_;
 };
 
+// In an image field of the dialog selected last: `width` pixels of 1/96 inch wide, as sharp as the screen is.
+void WDialogPutBitmap(int field, const Bitmap& bitmap, int width);
+
 }  // namespace vntl

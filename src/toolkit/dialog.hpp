@@ -131,8 +131,7 @@ void WDialogPutTrackbar(int field, int value);
 int WDialogGetTrackbar(int field);
 void WDialogRangeProgressBar(int field, int lo, int hi);
 void WDialogPutProgressBar(int field, int value);
-// `width`: pixels of 1/96 inch that it is seen wide, as sharp as the screen is; 0: a pixel of the bitmap is one of the screen.
-void WDialogPutImage(int field, const Bitmap& bitmap, int width = 0);
+void WDialogPutImage(int field, const Bitmap& bitmap);
 void WDialogSetTab(int field, int page);  // from 1
 int WDialogGetTab(int field);
 void WDialogTabState(int field, int page, int state);

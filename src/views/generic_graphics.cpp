@@ -135,8 +135,7 @@ void Generic_Export(Application& app, Hardcopy_Driver driver) {
     if (file.empty()) return;
     WindowSelect(generic_window);
     const auto draw = [&app](Device& device) { Draw(app, device); };
-    if (const Status status = Export_Picture(draw, file, WInfoWindow(width_info), WInfoWindow(height_info)); status.failed)
-        app.ask.Error(status);
+    if (const Status status = Export_Picture(draw, file, Size_Of_Window()); status.failed) app.ask.Error(status);
 }
 
 // --- the window --------------------------------------------------------------------------------------------------------------------

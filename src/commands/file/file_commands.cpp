@@ -34,7 +34,7 @@ void Open_Recent(Application& app) {
     Show_Opened(app, result);
 }
 
-void Save_Picture(Application& app) { Tell(app, Export_Plot(app.session.config, app.ask)); }
+void Save_Picture(Application& app) { Tell(app, Export_Plot(app.session, app.ask)); }
 void Print(Application& app) { Tell(app, Print_Plot(app.session.config, app.ask)); }
 
 void Save_Buffer(Application& app) { Tell(app, Save_Buffer_File(app.session, app.ask)); }

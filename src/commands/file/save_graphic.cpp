@@ -1,5 +1,6 @@
 #include "commands/file/save_graphic.hpp"
 
+#include <algorithm>
 #include <optional>
 
 #include "base/os.hpp"
@@ -7,6 +8,8 @@
 #include "commands/file/page_setup.hpp"
 #include "commands/modal.hpp"
 #include "plot/plot.hpp"
+#include "session/desk/picture_names.hpp"
+#include "session/session.hpp"
 #include "toolkit/window.hpp"
 #include "toolkit/window_service.hpp"
 
@@ -35,14 +38,18 @@ struct Picture {
     double width = 0, height = 0;
 };
 
-Picture Picture_Of(int window, const Configuration& config, bool stamped) {
-    WindowSelect(window);
-    const auto draw = [&picture = Service_Of(window).picture, &config, stamped](Device& device) {
+Draw_Routine Stamped(Draw_Routine picture, const Configuration& config) {
+    return [picture = std::move(picture), &config](Device& device) {
         picture(device);
-        if (!stamped) return;
         Graphics g(device);
         Stamp_Plot(config, g);
     };
+}
+
+Picture Picture_Of(int window, const Configuration& config, bool stamped) {
+    WindowSelect(window);
+    const Draw_Routine& picture = Service_Of(window).picture;
+    const Draw_Routine draw = stamped ? Stamped(picture, config) : picture;
     return {draw, static_cast<double>(WInfoWindow(1)), static_cast<double>(WInfoWindow(2))};
 }
 
@@ -58,6 +65,39 @@ std::optional<Hardcopy_Driver> Ask_Format(const Configuration& config) {
             if (WDialogGetRadioButton(first_format) == format.field) chosen = format.driver;
     WDialogUnload();
     return chosen;
+}
+
+// --- exporting ---------------------------------------------------------------------------------------------------------------------
+
+// The main window's picture can be drawn in any style; other windows have a look of their own.
+Picture_Source Source_Of(const Session& session, int window) {
+    const auto in_style = [&session, window](const std::string& style, Draw_Routine& draw) {
+        Draw_Routine picture = Service_Of(window).picture;
+        const Status status = window == main_window ? Picture_In_Style(session, style, picture) : Status::Done();
+        if (status.ok()) draw = Stamped(std::move(picture), session.config);
+        return status;
+    };
+    return {in_style, window == main_window ? Style_Names() : std::vector<std::string>()};
+}
+
+// Without an extension: after the data, where the last picture went, or else where the data are.
+std::string Proposed_File(const Session& session, int window) {
+    const std::string name = window == main_window ? Picture_Name(session.store) : "filename";
+    const Profile_Store& store = session.store;
+    std::string directory = session.desk.export_folder;
+    if (!IOsDirExists(directory) && window == main_window && store.nperfiles() > 0)
+        directory = store.Info(std::max(1, store.First_Shown())).directory;
+    return IOsDirExists(directory) ? In_Directory(directory, name) : name;
+}
+
+Picture_Size Remembered_Size(const Desk& desk) { return {desk.export_width, desk.export_height, true, desk.export_dpi}; }
+
+void Remember(Desk& desk, const Hardcopy_Choice& choice, bool with_style) {
+    desk.export_width = choice.size.width;
+    desk.export_height = choice.size.height;
+    desk.export_dpi = choice.size.dots_per_inch;
+    if (with_style) desk.export_style = choice.style;
+    if (!choice.to_clipboard) desk.export_folder = Directory_Part(choice.file);
 }
 
 // --- printing ----------------------------------------------------------------------------------------------------------------------
@@ -118,20 +158,27 @@ std::vector<Dialog_Resource> Save_Graphic_Resources() {
     return resources;
 }
 
-Status Export_Plot(Configuration& config, Ask& ask) {
+Status Export_Plot(Session& session, Ask& ask) {
+    Configuration& config = session.config;
     const std::optional<Hardcopy_Driver> driver = Ask_Format(config);
     if (!driver) return Status::Cancel();
     const Save_Form& form = Hardcopy_Form(*driver);
-    const std::string file = Name_To_Save(config, ask, form, "filename" + std::string(form.extension));
+    const int window = Picture_Window();
+    const std::string file = Name_To_Save(config, ask, form, Proposed_File(session, window) + std::string(form.extension));
     if (file.empty()) return Status::Cancel();
-    const Picture picture = Picture_Of(Picture_Window(), config, true);
-    Hardcopy_Choice choice{file, {}};
-    choice.options.width = picture.width;
-    choice.options.height = picture.height;
-    if (!Hardcopy_Options_Dialog(config, ask, *driver, choice, true)) return Status::Cancel();
-    if (choice.to_clipboard) return HardCopy_To_Clipboard(choice.options, picture.draw);
-    if (choice.file.empty()) return Status::Fail(incorrect_name);
-    return HardCopy(*driver, choice.file, choice.options, picture.draw);
+    const Picture_Source source = Source_Of(session, window);
+    Hardcopy_Choice choice;
+    choice.file = file;
+    choice.size = Remembered_Size(session.desk);
+    choice.style = session.desk.export_style;
+    if (!Hardcopy_Options_Dialog(config, ask, *driver, choice, source)) return Status::Cancel();
+    if (choice.file.empty() && !choice.to_clipboard) return Status::Fail(incorrect_name);
+    Draw_Routine draw;
+    if (const Status status = source.in_style(choice.style, draw); status.failed) return status;
+    const Status written =
+        choice.to_clipboard ? HardCopy_To_Clipboard(choice.options, draw) : HardCopy(*driver, choice.file, choice.options, draw);
+    if (written.ok()) Remember(session.desk, choice, !source.styles.empty());
+    return written;
 }
 
 Status Print_Window(Configuration& config, Ask& ask, int window, bool stamped) {

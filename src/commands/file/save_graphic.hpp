@@ -10,11 +10,13 @@
 namespace vntl {
 
 struct Configuration;
+struct Session;
 
 std::vector<Dialog_Resource> Save_Graphic_Resources();
 
-// "Save Graphic into file...": the format, the file, the options of the format, and the picture with the stamp of the program.
-Status Export_Plot(Configuration&, Ask&);
+// "Save Graphic into file...": the format, the file, the options of the format, and the picture with the stamp of the program. The desk
+// remembers size, density, style and directory of a picture that was written.
+Status Export_Plot(Session&, Ask&);
 
 // The picture of a window on paper: PostScript into a file, or a page to a printer, by the operating system. `stamped`: with the name of
 // the program in its corner.

@@ -59,7 +59,7 @@ private:
 class Image_Widget : public Dialog_Widget {
 public:
     using Dialog_Widget::Dialog_Widget;
-    virtual void Put_Bitmap(const Bitmap&, int width) = 0;
+    virtual void Put_Bitmap(const Bitmap&, int width) = 0;  // 0: a pixel of the bitmap is one of the screen
 };
 
 class Menu_Widget : public Dialog_Widget {

@@ -218,7 +218,8 @@ int WDialogGetTrackbar(int field) { return Whole_Number_Of(field); }
 void WDialogRangeProgressBar(int field, int lo, int hi) { WDialogRangeInteger(field, lo, hi); }
 void WDialogPutProgressBar(int field, int value) { Put_Number(field, value); }
 
-void WDialogPutImage(int field, const Bitmap& bitmap, int width) {
+void WDialogPutImage(int field, const Bitmap& bitmap) { WDialogPutBitmap(field, bitmap, 0); }
+void WDialogPutBitmap(int field, const Bitmap& bitmap, int width) {
     if (auto* image = Selected_Field<Image_Widget>(field)) image->Put_Bitmap(bitmap, width);
 }
 
