@@ -444,8 +444,8 @@ Dialog_Resource Export_Resource(const Driver_Dialog& of) {
     Rows destination = metafile ? Metafile_Destination() : Rows{File_Entry::Row(file_fields, "&File")};
     return {of.number,
             of.title,
-            {{Frame(destination_frame, "Destination", std::move(destination))},
-             {Frame(options_frame, of.frame, std::move(rows)), Picture_Preview::Frame(preview_frame, preview_field)},
+            {{Frame(options_frame, of.frame, std::move(rows)), Picture_Preview::Frame(preview_frame, preview_field)},
+             {Frame(destination_frame, "Destination", std::move(destination))},
              Foot()}};
 }
 
