@@ -7,7 +7,9 @@ namespace vntl {
 
 void Begin_Mode(Session& session, Click_Mode mode) {
     if (session.store.nperfiles() == 0) return;
-    if (session.plot.log_scale) View_In_Counts(session.store, session.plot);
+    // The form of logarithms gives way to counts; a scale that the user has chosen stays.
+    const Plot_State& plot = session.plot;
+    View_On_Scale(session.store, session.plot, plot.Scale(), plot.y_scale);
     Set_Calculation_Mode(session, mode);
     Plot_Redraw(session);
 }
@@ -15,10 +17,7 @@ void Begin_Mode(Session& session, Click_Mode mode) {
 void End_Mode(Session& session, bool keep_fit) {
     Set_Calculation_Mode(session, Click_Mode::none);
     if (!keep_fit) session.lists.fit = {};
-    if (session.store.nperfiles() > 1)
-        Set_Menu_Graph(session, false);
-    else
-        Set_Menu_Single(session, true);
+    Set_Menu_Of_Scale(session);
     Plot_Redraw(session);
 }
 

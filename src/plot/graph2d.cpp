@@ -12,7 +12,6 @@
 #include <thread>
 #include <vector>
 
-#include "calc/log_value.hpp"
 #include "plot/curve_style.hpp"
 #include "plot/excluded.hpp"
 #include "plot/frame_texts.hpp"
@@ -36,13 +35,13 @@ std::size_t Points_Of(const Diffraction_Pattern_Type& p) {
 struct Rows_Picture {
     const Scene& scene;
     const View& window;
-    bool log;
+    Y_Scale scale;
     Row_Styles styles{scene.store, scene.prefs, scene.look, scene.desk.series_by_temperature};
     Row_Offsets offsets{scene.store, scene.plot};
     bool hidden_lines = scene.plot.waterfall.hidden_lines && offsets.Any();
 };
 
-// Draws one row. The arrays of its pattern are looked at in place; only logarithms and differences need arrays of their own.
+// Draws one row. The arrays of its pattern are looked at in place; only logarithms, roots and differences need arrays of their own.
 class Row_Drawing {
 public:
     // `blocks`: of the observed points as they are drawn, null where they are not known.
@@ -74,7 +73,7 @@ private:
           pattern_(scene_.store.Pattern(row)),
           info_(scene_.store.Info(row)),
           window_(rows.window),
-          log_(rows.log),
+          scale_(rows.scale),
           style_(Style_Of(style)),
           points_(Points_Of(pattern_)),
           blocks_(blocks),
@@ -83,14 +82,15 @@ private:
     }
 
     Values X() const { return Values(pattern_.x).first(points_); }
+    bool Roots() const { return scale_ == Y_Scale::root; }
     bool Mono() const { return info_.kind == Row_Kind::mono; }
     bool Shows(const std::bitset<max_profiles>& flags) const { return flags[static_cast<std::size_t>(row_ - 1)]; }
 
     Values Y() {
         const Values values = Values(pattern_.y).first(points_);
-        if (!log_) return values;
-        if (logarithms_.empty()) logarithms_ = Log_Copy(values);
-        return logarithms_;
+        if (scale_ == Y_Scale::linear) return values;
+        if (scaled_.empty()) scaled_ = Copy_On_Scale(scale_, values);
+        return scaled_;
     }
 
     // Points so close that their markers would be a band say no more than the line. Without a line they say all.
@@ -110,7 +110,7 @@ private:
     // What lies behind is hidden down to where a pattern begins, and nothing of it lies lower.
     void Draw_Ground() {
         if (!rows_.hidden_lines) return;
-        const float foot = On_Scale(log_ ? Y_Scale::logarithm : scene_.plot.Scale(), scene_.plot.y_all_min);
+        const float foot = On_Scale(scale_, scene_.plot.y_all_min);
         p_.IPgUnderLine(X(), Y(), foot, scene_.prefs.graph2d.frame_foreground, blocks_);
     }
 
@@ -132,14 +132,16 @@ private:
         if (Shows(scene_.store.show_bgr_of)) Draw_Array(pattern_.bgr, Ydif_Style(scene_.prefs.prf));
     }
 
+    // Of counts, in the logarithmic form too; of roots among roots.
     void Draw_Difference() {
         if (!Shows(scene_.store.show_ycalc_of) || pattern_.ycalc.size() < points_) return;
         std::vector<float> difference(points_);
-        for (std::size_t i = 0; i < points_; ++i) difference[i] = pattern_.y[i] - pattern_.ycalc[i];
+        const auto place = [roots = Roots()](float y) { return roots ? On_Scale(Y_Scale::root, y) : y; };
+        for (std::size_t i = 0; i < points_; ++i) difference[i] = place(pattern_.y[i]) - place(pattern_.ycalc[i]);
         Draw_Line(p_, X(), difference, Ydif_Style(scene_.prefs.prf));
     }
 
-    // In the linear intensity, in the logarithmic form too.
+    // In the linear intensity, in the logarithmic form too; in roots among roots.
     void Draw_Excluded() {
         if (!scene_.prefs.prf.excl_show) return;
         const Curve_Style style = style_.In_Colour(scene_.prefs.prf.excl_colour);
@@ -147,7 +149,7 @@ private:
         if (backwards_) std::reverse(stretches.begin(), stretches.end());
         for (const Excluded_Stretch& stretch : stretches) {
             const Values x = X().subspan(stretch.first, stretch.count);
-            const Values y = Values(pattern_.y).subspan(stretch.first, stretch.count);
+            const Values y = (Roots() ? Y() : Values(pattern_.y)).subspan(stretch.first, stretch.count);
             const bool line = style.Has_Line() && !Mono();
             if (line && backwards_) Draw_Line(p_, x, y, style);
             if (has_markers_) Draw_Markers(p_, x, y, style);
@@ -158,16 +160,26 @@ private:
     void Draw_Array(const std::vector<float>& array, const Curve_Style& style) {
         if (array.size() < points_) return;
         const Values values = Values(array).first(points_);
-        log_ ? Draw_Line(p_, X(), Log_Copy(values), style) : Draw_Line(p_, X(), values, style);
+        if (scale_ == Y_Scale::linear) return Draw_Line(p_, X(), values, style);
+        Draw_Line(p_, X(), Copy_On_Scale(scale_, values), style);
     }
 
+    // Among roots a bar goes from root to root, no longer even about its point.
     void Draw_Error_Bars() {
         if (pattern_.sigma.size() < points_) return;
         std::vector<float> deviation(pattern_.sigma.begin(), pattern_.sigma.begin() + static_cast<std::ptrdiff_t>(points_));
         if (pattern_.sigma_is_variance)
             for (float& s : deviation) s = std::sqrt(std::max(s, 0.0f));
         p_.graphics().IGrColourN(style_.line_colour);
-        p_.IPgErrorBars(X(), Values(pattern_.y).first(points_), deviation);
+        const Values y = Values(pattern_.y).first(points_);
+        if (!Roots()) return p_.IPgErrorBars(X(), y, deviation);
+        std::vector<float> middle(points_);
+        for (std::size_t i = 0; i < points_; ++i) {
+            const float low = On_Scale(scale_, y[i] - deviation[i]), high = On_Scale(scale_, y[i] + deviation[i]);
+            middle[i] = 0.5f * (low + high);
+            deviation[i] = 0.5f * (high - low);
+        }
+        p_.IPgErrorBars(X(), middle, deviation);
     }
 
     const Rows_Picture& rows_;
@@ -177,12 +189,13 @@ private:
     const Diffraction_Pattern_Type& pattern_;
     const PRF_Info_Add_Type& info_;
     const View& window_;
-    bool log_, backwards_ = false;
+    Y_Scale scale_;
+    bool backwards_ = false;
     Curve_Style style_;
     std::size_t points_;
     const Series_Blocks* blocks_;
     bool has_markers_;
-    std::vector<float> logarithms_;  // of y, once they were asked for
+    std::vector<float> scaled_;  // y, once it was asked for
 };
 
 void Draw_Row(const Rows_Picture& rows, Presentation& p, int row, const Series_Blocks* blocks, bool backwards) {
@@ -218,14 +231,14 @@ std::vector<Series_Blocks> Blocks_Of_Rows(const Profile_Store& store, int n, int
 
 // The rows one after another. A plot of many points is drawn from the front row to the back one where all its parts can be drawn so, for
 // most of the points lie behind others, and by a thread for each half of a picture that can be cut. It comes out the same.
-void Draw_Rows(const Scene& scene, Presentation& p, int n, const View& window, bool log) {
+void Draw_Rows(const Scene& scene, Presentation& p, int n, const View& window, Y_Scale scale) {
     constexpr long long many_points = 200'000;
     long long points = 0;
     for (int row = 1; row <= n; ++row) points += scene.store.Pattern(row).npts;
     const auto bands = points < many_points ? std::vector<std::unique_ptr<Device>>() : p.graphics().device().Bands();
     std::vector<Series_Blocks> blocks;
-    if (!bands.empty() && !log) blocks = Blocks_Of_Rows(scene.store, n, static_cast<int>(bands.size()));
-    const Rows_Picture rows{scene, window, log};
+    if (!bands.empty() && scale == Y_Scale::linear) blocks = Blocks_Of_Rows(scene.store, n, static_cast<int>(bands.size()));
+    const Rows_Picture rows{scene, window, scale};
     const std::vector<int> order = Order_Of_Rows(rows, n);
     const auto draw_row = [&](Presentation& part, int row, bool backwards) {
         Draw_Row(rows, part, row, blocks.empty() ? nullptr : &blocks[static_cast<std::size_t>(row - 1)], backwards);
@@ -247,23 +260,28 @@ void Draw_Rows(const Scene& scene, Presentation& p, int n, const View& window, b
     if (bands.empty()) draw(p);
 }
 
+// Where the numbers of the scale are roots, the title says so.
+std::string Scaled_Title(const Scene& scene, const std::string& title, Y_Scale scale) {
+    return scale == Y_Scale::root && !scene.look.count_ticks && !title.empty() ? "Sqrt(" + title + ')' : title;
+}
+
 }  // namespace
 
-Drawn plot_graph2d(const Scene& scene, Graphics& g, int n, const View& window, bool log) {
+Drawn plot_graph2d(const Scene& scene, Graphics& g, int n, const View& window, Y_Scale scale) {
     const Profile_Store& store = scene.store;
     n = std::clamp(n, 0, store.nperfiles());
     Presentation p(g);
     Draw_Page(scene.zone, p, scene.prefs.graph2d.frame_background, scene.prefs.graph2d.frame_foreground);
     if (window.Drawable()) {
         p.IPgUnits(window.x1, window.y1, window.x2, window.y2);
-        Draw_Rows(scene, p, n, window, log);
+        Draw_Rows(scene, p, n, window, scale);
     }
     Draw_Title(scene, p, n);
     if (window.Drawable()) Draw_Scales(scene, p, window);
     std::string y_title = Y_Title(scene);
-    Draw_Axis_Labels(scene, p, y_title, log);
+    Draw_Axis_Labels(scene, p, Scaled_Title(scene, y_title, scale), scale == Y_Scale::logarithm);
     const bool refined = store.prf_loaded && store.ProfilePRFactive >= 1 && store.ProfilePRFactive <= n;
-    if (refined && window.Drawable()) Draw_PRF_Overlay(scene, p, window, log);
+    if (refined && window.Drawable()) Draw_PRF_Overlay(scene, p, window, scale);
     Page_Units(g);
     if (scene.plot.show_target) Draw_Target(scene.zone, g);
     Draw_Frame(p);

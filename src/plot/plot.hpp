@@ -35,8 +35,8 @@ struct Drawn {
 // The picture of the present `plot_type`, without the marks.
 Drawn Draw_Picture(const Scene&, Device&);
 
-// One 2D graph of the first `n` rows in a window; `log`: in logarithmic form.
-Drawn plot_graph2d(const Scene&, Graphics&, int n, const View& window, bool log = false);
+// One 2D graph of the first `n` rows in a window, which is in units of the scale.
+Drawn plot_graph2d(const Scene&, Graphics&, int n, const View& window, Y_Scale scale = Y_Scale::linear);
 
 // A map of the grid, rows `first` to `last` between x1 and x2, in the way of the preferences.
 Drawn Plot_Contour(const Scene&, Graphics&, float x1, float x2, int first, int last);

@@ -6,10 +6,11 @@
 #include <array>
 
 #include "base/text.hpp"
-#include "calc/log_value.hpp"
 #include "plot/curve_style.hpp"
+#include "plot/frame_texts.hpp"
 #include "plot/text_style.hpp"
 #include "session/bragg_rows.hpp"
+#include "session/desk/overlay_place.hpp"
 #include "session/desk/waterfall.hpp"
 
 namespace vntl {
@@ -30,7 +31,7 @@ Colour Colour_Of_Pair(int pair) {
 
 class Overlay {
 public:
-    Overlay(const Scene& scene, Presentation& p, const View& window, bool log)
+    Overlay(const Scene& scene, Presentation& p, const View& window, Y_Scale scale)
         : scene_(scene),
           prefs_(scene.prefs.prf),
           pattern_(scene.store.Pattern(scene.store.ProfilePRFactive)),
@@ -38,7 +39,8 @@ public:
           p_(p),
           g_(p.graphics()),
           window_(window),
-          log_(log),
+          scale_(scale),
+          place_(Place_Of_Overlay(scene.store, scene.plot, scene.look)),
           points_(std::min(pattern_.x.size(), pattern_.y.size())) {}
 
     void Draw_Calculated() {
@@ -53,11 +55,12 @@ public:
     // An excluded stretch took no part in the refinement: the curve lies flat there.
     void Draw_Difference() {
         if (pattern_.ycalc.size() < points_) return;
-        const std::vector<float> observed = Scaled(pattern_.y), calculated = Scaled(pattern_.ycalc);
+        const Y_Scale scale = place_.pinned ? Y_Scale::linear : scale_;
         std::vector<float> difference(points_);
-        for (std::size_t i = 0; i < points_; ++i) difference[i] = observed[i] - calculated[i];
+        for (std::size_t i = 0; i < points_; ++i)
+            difference[i] = place_.per_count * (On_Scale(scale, pattern_.y[i]) - On_Scale(scale, pattern_.ycalc[i]));
         if (!Mono()) Flatten_Excluded(difference);
-        for (float& d : difference) d += scene_.plot.diff_base;
+        for (float& d : difference) d += place_.base;
         if (Mono())
             Draw_Markers(difference, Ydif_Style(prefs_), prefs_.ydif_marker_size);
         else
@@ -77,13 +80,38 @@ public:
             const float x = info_.refl_position[j];
             if (!(x >= window_.x1 && x <= window_.x2)) continue;
             g_.IGrColourN(pairs ? Colour_Of_Pair(info_.refl_phase[j]) : magnetic_labels ? Colour_Of_Label(j) : prefs_.refl_colour);
-            const Bragg_Row row = Bragg_Row_Of(scene_.plot.diff_band, info_.nphases, info_.refl_code[j]);
-            g_.IGrMoveTo(x, scene_.plot.diff_base + row.top);
-            g_.IGrLineTo(x, scene_.plot.diff_base + row.bottom);
+            const Bragg_Row row = Bragg_Row_Of(place_.band, info_.nphases, info_.refl_code[j]);
+            g_.IGrMoveTo(x, place_.base + row.top);
+            g_.IGrLineTo(x, place_.base + row.bottom);
         }
     }
 
+    // Ground and a thin line on its top; what is drawn next is cut by it. Ends with `Leave_Band`.
+    void Enter_Band() {
+        const Plot_Zone& zone = scene_.zone;
+        const float top = zone.y1 + Part_Of_Band(scene_.store, scene_.plot, scene_.look) * (zone.y2 - zone.y1);
+        Page_Units(g_);
+        g_.IGrColourN(scene_.prefs.graph2d.frame_foreground);
+        g_.IGrFillPattern(fill_solid);
+        g_.IGrRectangle(zone.x1 * page_width, zone.y1 * page_height, zone.x2 * page_width, top * page_height);
+        g_.IGrColourN(scene_.look.ink);
+        g_.IGrLineType(0);
+        g_.IGrLineWidth(1);
+        g_.IGrMoveTo(zone.x1 * page_width, top * page_height);
+        g_.IGrLineTo(zone.x2 * page_width, top * page_height);
+        Set_Box(top, Foot_Of_Data(scene_.store, scene_.plot, scene_.look));
+    }
+    void Leave_Band() { Set_Box(scene_.zone.y2, window_.y2); }
+
 private:
+    // The lower part of the plot box, up to a fraction of the page and a y of the window.
+    void Set_Box(float top, float y) {
+        const Plot_Zone& zone = scene_.zone;
+        Page_Units(g_);
+        p_.IPgArea(zone.x1, zone.y1, zone.x2, top);
+        p_.IPgUnits(window_.x1, window_.y1, window_.x2, y);
+    }
+
     static bool Is_Magnetic(const std::string& label) { return Contains(label, "Mag."); }
 
     Colour Colour_Of_Label(std::size_t j) const {
@@ -96,7 +124,7 @@ private:
 
     std::vector<float> Scaled(const std::vector<float>& array) const {
         const auto values = std::span(array).first(points_);
-        return log_ ? Log_Copy(values) : std::vector<float>(values.begin(), values.end());
+        return Copy_On_Scale(scale_, values);
     }
 
     void Flatten_Excluded(std::vector<float>& difference) const {
@@ -120,24 +148,32 @@ private:
     Presentation& p_;
     Graphics& g_;
     const View& window_;
-    bool log_;
+    Y_Scale scale_;
+    Overlay_Place place_;
     std::size_t points_;
 };
 
 }  // namespace
 
-void Draw_PRF_Overlay(const Scene& scene, Presentation& p, const View& window, bool log) {
+void Draw_PRF_Overlay(const Scene& scene, Presentation& p, const View& window, Y_Scale scale) {
     Graphics& g = p.graphics();
     const Profile_Store& store = scene.store;
-    Overlay overlay(scene, p, window, log);
+    Overlay overlay(scene, p, window, scale);
     const float raise = Offset_Of_Row(store, scene.plot, store.ProfilePRFactive);  // of what belongs to the observed curve
+    const auto draw_background = [&] {
+        p.IPgRaise(raise);
+        overlay.Draw_Background();
+        p.IPgRaise(0);
+    };
     p.IPgRaise(raise);
     if (store.show_ycalc) overlay.Draw_Calculated();
     p.IPgRaise(0);
+    const bool pinned = Part_Of_Band(store, scene.plot, scene.look) > 0;
+    if (store.show_background && pinned) draw_background();
+    if (pinned) overlay.Enter_Band();
     if (store.show_difference) overlay.Draw_Difference();
-    p.IPgRaise(raise);
-    if (store.show_background) overlay.Draw_Background();
-    p.IPgRaise(0);
+    if (pinned) overlay.Leave_Band();
+    if (store.show_background && !pinned) draw_background();
 
     const Plot_Zone& zone = scene.zone;
     g.IGrArea(zone.x1, zone.y1, zone.x2, zone.y2);

@@ -6,8 +6,8 @@
 
 namespace vntl {
 
-// Draws the overlay of row ProfilePRFactive in a window of a graph. `log`: the observed points are drawn as logarithms, and so are the
-// curves.
-void Draw_PRF_Overlay(const Scene&, Presentation&, const View& window, bool log);
+// Draws the overlay of row ProfilePRFactive in a window of a graph, its curves on the scale of the observed points. Where the look pins
+// the difference, it and the reflections lie in a band of their own over the foot of the data.
+void Draw_PRF_Overlay(const Scene&, Presentation&, const View& window, Y_Scale scale);
 
 }  // namespace vntl

@@ -63,9 +63,8 @@ Drawn Draw_Welcome(const Scene& scene, Graphics& g) {
     Plot_Welcome(colours.colour_a, colours.colour_b, scene.config, g);
     return {scene.plot.drawn, scene.plot.units, scene.plot.ylabel_text};
 }
-Drawn Draw_Graph(const Scene& scene, Graphics& g) { return plot_graph2d(scene, g, scene.store.nperfiles(), scene.plot.Shown_View()); }
-Drawn Draw_Log_Graph(const Scene& scene, Graphics& g) {
-    return plot_graph2d(scene, g, scene.store.nperfiles(), scene.plot.Shown_View(), true);
+Drawn Draw_Graph(const Scene& scene, Graphics& g) {
+    return plot_graph2d(scene, g, scene.store.nperfiles(), scene.plot.Shown_View(), scene.plot.Scale());
 }
 
 Drawn Draw_Map(const Scene& scene, Graphics& g) {
@@ -83,7 +82,7 @@ Drawn Draw_Surface(const Scene& scene, Graphics& g) {
 
 // In the order of the forms.
 constexpr std::array<Drawn (*)(const Scene&, Graphics&), 9> form_pictures = {
-    Draw_Welcome, Draw_Graph, Draw_Graph, Draw_Log_Graph, Draw_Graph, Draw_Map, Draw_Map, Draw_Lines_In_Space, Draw_Surface};
+    Draw_Welcome, Draw_Graph, Draw_Graph, Draw_Graph, Draw_Graph, Draw_Map, Draw_Map, Draw_Lines_In_Space, Draw_Surface};
 static_assert(form_pictures.size() == std::size(plot_forms));
 
 }  // namespace

@@ -48,11 +48,13 @@ struct Kept_Plot {
     X_Space xspace = X_Space::none;
     std::string xlabel_text, ylabel_text;
     View view, all;
-    float y_prf_bottom = 0, diff_base = 0, diff_band = 0;
-    bool log = false;         // the view is one of logarithms
-    bool log_of_one = false;  // the plot form was that of logarithms of the only row
+    float y_prf_bottom = 0, diff_base = 0, diff_band = 0, diff_span = 1;
+    bool log = false;                   // the plot form was that of logarithms
+    Y_Scale y_scale = Y_Scale::linear;  // the one that the user had chosen
     Row_Shift shift;
     int first_pattern = 0, last_pattern = 0;  // rows that maps show
+
+    Y_Scale Scale() const { return log ? Y_Scale::logarithm : y_scale; }  // of the view
 };
 
 struct Change_Record {

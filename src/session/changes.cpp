@@ -76,10 +76,16 @@ std::vector<Kept_Row> Keep_Rows(const Profile_Store& store, const std::vector<in
 Kept_Plot Keep_Plot(const Session& session) {
     const Plot_State& plot = session.plot;
     const Calculation_Lists& lists = session.lists;
-    return {lists.peaks,      lists.peaks_found_in, lists.background, lists.background_found_in, lists.hklgen,       lists.fit,
-            plot.xspace,      plot.xlabel_text,     plot.ylabel_text, plot.Shown_View(),         plot.Whole_Range(), plot.y_prf_bottom,
-            plot.diff_base,   plot.diff_band,       plot.Is_Log(),    plot.log_of_one,           session.shift,      plot.first_pattern,
-            plot.last_pattern};
+    return {lists.peaks,        lists.peaks_found_in,
+            lists.background,   lists.background_found_in,
+            lists.hklgen,       lists.fit,
+            plot.xspace,        plot.xlabel_text,
+            plot.ylabel_text,   plot.Shown_View(),
+            plot.Whole_Range(), plot.y_prf_bottom,
+            plot.diff_base,     plot.diff_band,
+            plot.diff_span,     plot.Is_Log(),
+            plot.y_scale,       session.shift,
+            plot.first_pattern, plot.last_pattern};
 }
 
 // --- going back, or forward again --------------------------------------------------------------------------------------------------
@@ -156,12 +162,13 @@ void Set_Plot(Session& session, Kept_Plot kept) {
     plot.last_pattern = kept.last_pattern;
     plot.xlabel_text = std::move(kept.xlabel_text);
     plot.ylabel_text = std::move(kept.ylabel_text);
-    if (plot.Is_Log() != kept.log) return;
+    if (plot.Scale() != kept.Scale()) return;
     plot.Show(kept.view);
     plot.x_all_min = kept.all.x1, plot.x_all_max = kept.all.x2, plot.y_all_min = kept.all.y1, plot.y_all_max = kept.all.y2;
     plot.y_prf_bottom = kept.y_prf_bottom;
     plot.diff_base = kept.diff_base;
     plot.diff_band = kept.diff_band;
+    plot.diff_span = kept.diff_span;
 }
 
 void Return_To_Space(Session& session, const Change_Record& record) {
@@ -172,7 +179,7 @@ void Return_To_Space(Session& session, const Change_Record& record) {
 void Keep_Form(Plot_State& plot, const Kept_Plot& kept, int rows_before, int rows) {
     if (std::min(rows_before, 2) == std::min(rows, 2)) return;
     plot.log_scale = kept.log;
-    plot.log_of_one = kept.log_of_one;
+    plot.y_scale = kept.y_scale;
 }
 
 // The record and the session change places. Form and menus follow from the rows before lists and view are put back.

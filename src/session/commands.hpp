@@ -67,7 +67,9 @@ std::string Why_Grey(const Session&);
 void Set_Menu_Empty(Session&);
 void Set_Menu_Single(Session&, bool clear);  // clear false: the fit model is cleared too
 void Set_Menu_Graph(Session&, bool log);
-void Set_Menu_Log_Of_One(Session&);  // the logarithmic form for the only row, which stays when the plot is made anew
+void Set_Menu_Log_Of_One(Session&);  // the logarithmic form for the only row: the user has chosen that scale
+void Set_Menu_Of_Scale(Session&);    // the form of a graph of the rows on the scale that the user has chosen
+void Show_Scale(Session&);           // checks the scale of the graph in the menu
 void Set_Menu_Contour(Session&);
 void Set_Menu_Contour_Log(Session&);
 void Set_Menu_3D(Session&);

@@ -9,6 +9,7 @@
 #include "fit/background_line.hpp"
 #include "fit/estimate.hpp"
 #include "fit/pik_file.hpp"
+#include "session/ranges.hpp"
 #include "session/session.hpp"
 
 namespace vntl {
@@ -300,7 +301,9 @@ void Show_Fitted_Curve(Session& session, const Fit_Problem& problem, std::span<c
     Plot_State& plot = session.plot;
     plot.diff_band = band_part * range;
     plot.diff_base = m - band_part * range;
-    plot.Show({problem.state.x_ini, problem.state.x_fin, m - foot_part * range, most + top_part * range});
+    plot.diff_span = range;
+    const View counts{problem.state.x_ini, problem.state.x_fin, m - foot_part * range, most + top_part * range};
+    if (plot.Show(counts)) Counts_On_Scale(store, plot);
 }
 
 void Keep_Fit(Session& session, const Fit_Problem& problem, const Fit_Result& result) {

@@ -32,7 +32,7 @@ const std::vector<Enabling>& Enabling_Table() {
          {smooth_fourier, sort_profiles, admin_excluded, smoothing_menu, delete_profiles, copy_profile, drag, select_excluded, scale_y,
           scale_x, offset_align, insert_excluded, hkl_gen, multiply, efficiency, lines_menu}},
         {"00010000", {normalize_monitor, sum, difference, average, shift_profiles, play_profiles}},
-        {"00110000", {logarithms}},
+        {"01110000", {linear_intensities, logarithms, root_intensities, next_scale}},
         {"00011111", {model_3d, graph_2d, graph_2d_log}},
         {"00011101", {graph_3d}},
         {"00010111", {contour}},
@@ -158,13 +158,12 @@ void Set_Form(Session& session, Plot_Form form) {
     Bar_For_Refinement(session);
     session.plot.hits = {};
     session.plot.log_scale = Row_Of(form).is_log;
-    session.plot.log_of_one = false;
-    menu.Check(logarithms, form == Plot_Form::multi_log);
     const bool of_one = column == Menu_Column::single;
     if (form != Plot_Form::calculation) menu.toolbars = Row_Of(of_one ? Plot_Form::single : form).toolbars;
     menu.want_mouse_move = menu.want_mouse_down = form != Plot_Form::none;
     ++menu.revision;
     Set_Plot_Type(session, form);
+    Show_Scale(session);
     Show_Resting_Hint(session);
     menu.count_moves = session.plot.In_Space();
 }
@@ -211,9 +210,22 @@ void Set_Menu_Single(Session& session, bool clear) {
 
 void Set_Menu_Graph(Session& session, bool log) { Set_Menu(session, log ? Plot_Form::multi_log : Plot_Form::multi); }
 void Set_Menu_Log_Of_One(Session& session) {
+    session.plot.y_scale = Y_Scale::logarithm;
     Set_Menu(session, Plot_Form::multi_log);
-    session.plot.log_of_one = true;
 }
+
+void Set_Menu_Of_Scale(Session& session) {
+    const bool log = session.plot.y_scale == Y_Scale::logarithm;
+    const Plot_Form linear = session.store.nperfiles() > 1 ? Plot_Form::multi : Plot_Form::single;
+    Set_Menu(session, log ? Plot_Form::multi_log : linear);
+}
+
+void Show_Scale(Session& session) {
+    constexpr int of_scales[] = {linear_intensities, logarithms, root_intensities};
+    for (std::size_t scale = 0; scale < std::size(of_scales); ++scale)
+        session.interface.Check(of_scales[scale], session.plot.Is_2D() && session.plot.Scale() == static_cast<Y_Scale>(scale));
+}
+
 void Set_Menu_Contour(Session& session) { Set_Menu(session, Plot_Form::contour); }
 void Set_Menu_Contour_Log(Session& session) { Set_Menu(session, Plot_Form::contour_log); }
 void Set_Menu_3D(Session& session) { Set_Menu(session, Plot_Form::graph3d); }

@@ -56,6 +56,11 @@ void Enter_Mode(Session& session, List_Click click) {
     Show_Mode(session.interface, Cursor_Shape::cross, row.hint);
 }
 
+Cursor_Shape Cursor_Of_Mode(const Session& session) {
+    if (session.plot.MoveMode == Move_Mode::drag) return Cursor_Shape::hand;
+    return In_Mode(session) ? Cursor_Shape::cross : Cursor_Shape::arrow;
+}
+
 bool In_Mode(const Session& session) {
     const Plot_State& plot = session.plot;
     return plot.MoveMode != Move_Mode::none || plot.peak_insert || plot.peak_delete || plot.bgr_insert || plot.bgr_delete;

@@ -16,6 +16,9 @@ enum class List_Click { insert_peak, delete_peak, insert_background, delete_back
 void Enter_Mode(Session&, Move_Mode mode, Cursor_Shape cursor, std::string_view hint, int command = 0);
 void Enter_Mode(Session&, List_Click click);
 
+// The cursor that the present mode has; a pan by the middle button borrows it.
+Cursor_Shape Cursor_Of_Mode(const Session&);
+
 // Is there a mode that a drag or a click serves?
 bool In_Mode(const Session&);
 

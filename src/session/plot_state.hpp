@@ -72,13 +72,16 @@ struct View {
 struct Drag {
     bool active = false;
     bool follows = false;               // the hand has moved by more than a click does
-    double x = 0, y = 0;                // where the hand was last, page units
+    bool pans = false;                  // by the middle button: the plot follows at the full speed of the hand, without a mode
+    double x = 0, y = 0;                // where the hand was last, or where a pan began, page units
     View from = {};                     // the view when the drag began
     float rotation = 0, elevation = 0;  // and how the graph was turned
 };
 
-// What a view is a window of: intensities, their logarithms, or rows.
-enum class View_Kind { counts, logarithms, rows };
+// What a view is a window of: intensities, their logarithms, their roots, or rows.
+enum class View_Kind { counts, logarithms, roots, rows };
+
+inline constexpr std::array<View_Kind, 3> kinds_of_scales = {View_Kind::counts, View_Kind::logarithms, View_Kind::roots};
 
 // The shown rows set apart in the picture, each above the one before it; their points stay as they are.
 struct Waterfall {
@@ -115,8 +118,9 @@ struct Plot_State {
     Move_Mode MoveMode = Move_Mode::none;
     Click_Mode ClickMode = Click_Mode::none;
     bool log_scale = false;
-    bool log_of_one = false;            // the logarithmic form shows the only row, by the user's wish
-    Y_Scale y_scale = Y_Scale::linear;  // of a graph that is not "multi_log"
+    // The scale that the user has chosen for graphs; with "logarithm" their form is "multi_log" where no calculation runs. That form, come
+    // to by its own command, leaves it linear; with "root" it is never that form.
+    Y_Scale y_scale = Y_Scale::linear;
     Waterfall waterfall;
     int pointed_row = 0;       // whose curve is under the pointer, in the picture or in the list of patterns; 0 none
     bool show_target = false;  // "View target at centre"
@@ -128,7 +132,7 @@ struct Plot_State {
     Plot_Zone zone;
 
     float x_all_min = 0, x_all_max = 0, y_all_min = 0, y_all_max = 0;      // range over all rows
-    float x_view_min = 0, x_view_max = 0, y_view_min = 0, y_view_max = 0;  // visible window; y in ln units in "multi_log"
+    float x_view_min = 0, x_view_max = 0, y_view_min = 0, y_view_max = 0;  // visible window; y in units of the scale
     View drawn;  // the window drawn last; of a map, y1 and y2 are its first and last row
     View units;  // at the ends of the plot box: those of the window, or of the grid of a map; of a graph in space none
 
@@ -139,6 +143,7 @@ struct Plot_State {
     float y_prf_bottom = 0;  // lowest y of a plot with a refined profile
     float diff_base = 0;     // y on which its difference curve stands
     float diff_band = 0;     // height of the band in which its reflections are drawn
+    float diff_span = 1;     // height of the intensities that the two were made for, counts whatever the scale
 
     std::vector<Preview_Curve> preview;  // while a dialog is open
     Rubber_Shape rubber;
@@ -178,7 +183,7 @@ struct Plot_State {
 
     View Whole_Range() const { return {x_all_min, x_all_max, y_all_min, y_all_max}; }
     View Shown_View() const { return {x_view_min, x_view_max, y_view_min, y_view_max}; }
-    View_Kind Kind_Of_View() const { return Is_Map() ? View_Kind::rows : Is_Log() ? View_Kind::logarithms : View_Kind::counts; }
+    View_Kind Kind_Of_View() const { return Is_Map() ? View_Kind::rows : kinds_of_scales[static_cast<std::size_t>(Scale())]; }
     // What a map shows: x, and the rows as y.
     View Map_View() const { return {x_view_min, x_view_max, static_cast<float>(first_pattern), static_cast<float>(last_pattern)}; }
 

@@ -75,6 +75,7 @@ void Set_Range_Y(const Profile_Store& store, Plot_State& plot) {
     plot.y_prf_bottom = plot.y_all_min - prf_foot * span;
     plot.diff_band = bragg_band * span;
     plot.diff_base = plot.y_all_min - bragg_band * span;
+    plot.diff_span = span;
 }
 
 void Find_Refined_Row(Profile_Store& store, Plot_State& plot) {
@@ -112,6 +113,69 @@ void View_In_Log(const Profile_Store& store, Plot_State& plot, float foot, float
     if (store.prf_loaded) Make_Room_For_Refinement(store, plot);
 }
 
+void Take_Ends(const Plot_State& from, Plot_State& plot) {
+    for (const auto end :
+         {&Plot_State::x_view_min, &Plot_State::x_view_max, &Plot_State::y_view_min, &Plot_State::y_view_max, &Plot_State::y_all_min,
+          &Plot_State::y_all_max, &Plot_State::y_prf_bottom, &Plot_State::diff_base, &Plot_State::diff_band, &Plot_State::diff_span})
+        plot.*end = from.*end;
+}
+
+// The whole range in counts, and on a scale of roots, with the places of an overlay.
+void Whole_Counts(const Profile_Store& store, Plot_State& plot) {
+    Set_Range_Y(store, plot);
+    if (store.prf_loaded) plot.y_view_min = plot.y_prf_bottom;
+}
+
+void Whole_Roots(const Profile_Store& store, Plot_State& plot) {
+    Set_Range_Y(store, plot);
+    const float low = On_Scale(Y_Scale::root, plot.y_all_min), high = On_Scale(Y_Scale::root, plot.y_all_max);
+    float span = high - low;
+    if (!(span > 0)) span = std::max(1.0f, std::fabs(high));
+    plot.y_view_max = high + margin * span;
+    plot.y_view_min = low - margin * span;
+    plot.y_prf_bottom = low - prf_foot * span;
+    plot.diff_band = bragg_band * span;
+    plot.diff_base = low - bragg_band * span;
+    if (store.prf_loaded) plot.y_view_min = plot.y_prf_bottom;
+}
+
+// What a scale says of a plot.
+Plot_State Ends_Of(const Plot_State& plot) {
+    Plot_State ends;
+    Take_Ends(plot, ends);
+    return ends;
+}
+
+using Whole_Range = void (*)(const Profile_Store&, Plot_State&);
+
+// Every place of the window and its overlay is carried over, but the whole range, which is found anew.
+template <class Carry>
+void Carry_View(const Profile_Store& store, Plot_State& plot, Whole_Range whole_before, Whole_Range whole, Carry carry) {
+    const auto carried = [&carry](float y) { return std::clamp(carry(y), -largest_intensity, largest_intensity); };
+    Plot_State before = Ends_Of(plot), after = Ends_Of(plot);
+    whole_before(store, before);
+    whole(store, after);
+    const View all = after.Shown_View();
+    if (plot.y_view_min != before.y_view_min) {
+        const float band_top = carried(plot.diff_base + plot.diff_band);
+        after.diff_span = plot.diff_span;
+        after.y_prf_bottom = carried(plot.y_prf_bottom);
+        after.diff_base = carried(plot.diff_base);
+        after.diff_band = band_top - after.diff_base;
+        after.y_view_min = carried(plot.y_view_min);
+    }
+    if (plot.y_view_max != before.y_view_max) after.y_view_max = carried(plot.y_view_max);
+    if (!(after.y_view_min < after.y_view_max)) after.Show(all);
+    Take_Ends(after, plot);
+}
+
+void View_From_Counts_To_Roots(const Profile_Store& store, Plot_State& plot) {
+    Carry_View(store, plot, Whole_Counts, Whole_Roots, [](float y) { return On_Scale(Y_Scale::root, y); });
+}
+void View_From_Roots_To_Counts(const Profile_Store& store, Plot_State& plot) {
+    Carry_View(store, plot, Whole_Roots, Whole_Counts, [](float y) { return Off_Scale(Y_Scale::root, y); });
+}
+
 }  // namespace
 
 // Conversion back to the scattering variable of the files is possible only while all rows share it.
@@ -141,7 +205,7 @@ void Plot_Ranges(Session& session) {
         if (plot.plot_type != Plot_Form::none) Set_Menu_Empty(session);
         return;
     }
-    const bool log = plot.log_scale, log_of_one = plot.log_of_one;  // of the form that was there
+    const bool log = plot.log_scale;  // of the form that was there
     Set_Range_X(store, session.prefs.prf, plot);
     Set_Range_Y(store, plot);
     plot.first_pattern = 1;
@@ -151,17 +215,19 @@ void Plot_Ranges(Session& session) {
     Set_Origin_Commands(session);
     if (store.nperfiles() == 1) {
         Set_Single_Form(session);
-        if (log_of_one) Set_Menu_Log_Of_One(session);
+        if (plot.y_scale == Y_Scale::logarithm) Set_Menu_Log_Of_One(session);
     } else {
-        Set_Menu_Graph(session, log);
+        Set_Menu_Graph(session, plot.y_scale == Y_Scale::logarithm || (plot.y_scale == Y_Scale::linear && log));
     }
     if (plot.Is_Log()) View_In_Log(store, plot, 0, Log_Value(plot.y_view_max));
+    if (plot.Scale() == Y_Scale::root) Whole_Roots(store, plot);
     plot.y_view_max += Height_Of_Waterfall(store, plot);
 }
 
 float Top_Of_Whole(const Plot_State& plot) {
     const float top = plot.y_all_max + margin * Span_Of_Y(plot);
-    return plot.Is_Log() ? Log_Value(top) : top;
+    if (plot.Scale() != Y_Scale::root) return On_Scale(plot.Scale(), top);
+    return Whole_View(plot).y2;
 }
 
 void View_In_Logarithms(const Profile_Store& store, Plot_State& plot) {
@@ -179,6 +245,42 @@ void View_In_Counts(const Profile_Store& store, Plot_State& plot) {
     if (top > foot) plot.Show({plot.x_view_min, plot.x_view_max, foot, top});
 }
 
+void View_On_Scale(const Profile_Store& store, Plot_State& plot, Y_Scale from, Y_Scale to) {
+    if (from == to) return;
+    if (from == Y_Scale::logarithm) View_In_Counts(store, plot);
+    if (from == Y_Scale::root) View_From_Roots_To_Counts(store, plot);
+    if (to == Y_Scale::logarithm) View_In_Logarithms(store, plot);
+    if (to == Y_Scale::root) View_From_Counts_To_Roots(store, plot);
+}
+
+void Counts_On_Scale(const Profile_Store& store, Plot_State& plot) { View_On_Scale(store, plot, Y_Scale::linear, plot.Scale()); }
+
+void Choose_Scale(Session& session, Y_Scale scale) {
+    Plot_State& plot = session.plot;
+    if (!plot.Is_2D() || session.store.nperfiles() == 0) return;
+    View_On_Scale(session.store, plot, plot.Scale(), scale);
+    plot.y_scale = scale;
+    if (plot.plot_type != Plot_Form::calculation) return Set_Menu_Of_Scale(session);
+    plot.rubber = {};
+    plot.drag = {};
+    session.interface.want_mouse_up = false;
+    Show_Scale(session);
+}
+
+View Whole_View(const Plot_State& plot) {
+    const float counts = margin * (plot.y_all_max - plot.y_all_min);
+    View view{plot.x_all_min, plot.x_all_max, plot.y_all_min - counts, plot.y_all_max + counts};
+    if (plot.Scale() == Y_Scale::logarithm) {
+        const float top = Log_Value(view.y2);
+        view.y1 = 0, view.y2 = top > 0 ? top : 1;
+    }
+    if (plot.Scale() == Y_Scale::root) {
+        const float low = On_Scale(Y_Scale::root, plot.y_all_min), high = On_Scale(Y_Scale::root, plot.y_all_max);
+        view.y1 = low - margin * (high - low), view.y2 = high + margin * (high - low);
+    }
+    return view;
+}
+
 void Focus_Plot(const Profile_Store& store, Plot_State& plot) {
     float lowest = plot.y_all_max, highest = plot.y_all_min;
     for (int row = 1; row <= store.nperfiles(); ++row) {
@@ -190,10 +292,8 @@ void Focus_Plot(const Profile_Store& store, Plot_State& plot) {
             highest = std::max(highest, pattern.y[i]);
         }
     }
-    if (plot.Is_Log()) {
-        lowest = Log_Value(lowest);
-        highest = Log_Value(highest);
-    }
+    lowest = On_Scale(plot.Scale(), lowest);
+    highest = On_Scale(plot.Scale(), highest);
     if (const Row_Offsets offsets(store, plot); offsets.Any()) {
         const Extent_Of_Rows shown = Extent_In_View(store, plot, offsets);
         lowest = static_cast<float>(shown.foot);

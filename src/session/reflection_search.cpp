@@ -1,6 +1,7 @@
 #include "session/reflection_search.hpp"
 
 #include "session/bragg_rows.hpp"
+#include "session/desk/overlay_place.hpp"
 
 namespace vntl {
 
@@ -29,16 +30,16 @@ bool Keep(Reflection_Hits& hits, std::vector<int> found, bool generated) {
 bool In_View(const Plot_State& plot, float x) { return x >= plot.x_view_min && x <= plot.x_view_max; }
 
 // Between the first tick's top and the last one's foot.
-bool In_Bragg_Rows(const Plot_State& plot, int phases, float y) {
-    return y >= plot.diff_base + Bragg_Row_Of(plot.diff_band, phases, phases).bottom &&
-           y <= plot.diff_base + Bragg_Row_Of(plot.diff_band, phases, 1).top;
+bool In_Bragg_Rows(const Overlay_Place& place, int phases, float y) {
+    return y >= place.base + Bragg_Row_Of(place.band, phases, phases).bottom && y <= place.base + Bragg_Row_Of(place.band, phases, 1).top;
 }
 
 }  // namespace
 
-bool Search_PRF_Refl(const Profile_Store& store, Plot_State& plot, float x, float y) {
+bool Search_PRF_Refl(const Profile_Store& store, Plot_State& plot, float x, float y, const Look& look) {
     const PRF_Info_Add_Type& info = store.Info(store.ProfilePRFactive);
-    if (info.nphases < 1 || !In_View(plot, x) || !In_Bragg_Rows(plot, info.nphases, y)) return Keep(plot.hits, {}, false);
+    const Overlay_Place place = Place_Of_Overlay(store, plot, look);
+    if (info.nphases < 1 || !In_View(plot, x) || !In_Bragg_Rows(place, info.nphases, y)) return Keep(plot.hits, {}, false);
     const float tolerance = part_of_refined_view * (plot.x_view_max - plot.x_view_min);
     const auto hit = [&](std::size_t j) { return Near(info.refl_position[j], x, tolerance); };
     return Keep(plot.hits, First_Hit(info.refl_position.size(), hit), false);
@@ -47,7 +48,7 @@ bool Search_PRF_Refl(const Profile_Store& store, Plot_State& plot, float x, floa
 bool Search_HKLGen_Refl(const std::vector<Reflection_Mark>& marks, Plot_State& plot, float x, float y) {
     if (!In_View(plot, x) || y < plot.y_view_min || y > plot.y_view_max) return Keep(plot.hits, {}, true);
     const float tolerance = part_of_generated_view * (plot.x_view_max - plot.x_view_min);
-    const auto hit = [&](std::size_t j) { return Near(marks[j].x, x, tolerance) && y < marks[j].y; };
+    const auto hit = [&](std::size_t j) { return Near(marks[j].x, x, tolerance) && y < On_Scale(plot.Scale(), marks[j].y); };
     return Keep(plot.hits, First_Hit(marks.size(), hit), true);
 }
 

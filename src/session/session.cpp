@@ -53,6 +53,7 @@ std::string Fault_Of_Plot(const Session& session) {
                              plot.x_view_max, plot.y_view_min, plot.y_view_max, plot.drawn.x1,     plot.drawn.x2,
                              plot.drawn.y1,   plot.drawn.y2,   plot.diff_base,  plot.y_prf_bottom, plot.diff_band};
     if (!std::all_of(std::begin(numbers), std::end(numbers), [](float v) { return std::isfinite(v); })) return "view not finite";
+    if (plot.Is_Log() && plot.y_scale == Y_Scale::root) return "roots in a form of logarithms";
     if (plot.x_view_min > plot.x_view_max || plot.y_view_min > plot.y_view_max) return "view turned round";
     if (plot.ClickMode != Click_Mode::none && plot.plot_type != Plot_Form::calculation) return "ClickMode outside a calculation";
     if (session.hkl_gen.hkl_open && plot.ClickMode != Click_Mode::reflections) return "HKL Gen without its mode";

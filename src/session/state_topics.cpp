@@ -26,6 +26,7 @@ Json State(const Session& session) {
                {"profiles_uniform", session.store.profiles_uniform},
                {"mixed_scat_var", session.store.mixed_scat_var},
                {"log_scale", plot.log_scale},
+               {"y_scale", Told(plot.Scale())},
                {"show_target", plot.show_target}};
     const std::pair<const char*, float> reals[] = {
         {"x_view_min", plot.x_view_min}, {"x_view_max", plot.x_view_max}, {"y_view_min", plot.y_view_min}, {"y_view_max", plot.y_view_max},

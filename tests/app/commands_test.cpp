@@ -254,28 +254,32 @@ TEST_F(Program, DisabledCommandsFailWithTheirLineAndChangeNothing) {
     }
 }
 
-TEST_F(Program, LogarithmsShowTheSameWindowForOnePatternAndForSeveral) {
-    const std::string open = "open " + Pattern("rising.xye") + '\n', look = "print state\nprint menu 40508\nprint menu 40100\n";
+// The numbers of the three scales come from the mathematics of the window in counts.
+TEST_F(Program, OneKeyStepsThroughTheScalesOfOnePatternAndOfSeveral) {
+    const std::string open = "open " + Pattern("rising.xye") + '\n',
+                      look = "print state\nprint menu 40549\nprint menu 40508\nprint menu 40550\nprint menu 40100\n";
     for (const bool several : {false, true}) {
         const auto run = Script(open + (several ? open : "") + "command 40137\n" + look + "key Ctrl+L\n" + look +
-                                "mouse down right 600 400\nprint state\ncommand 40137\nkey Ctrl+L\n" + look);
+                                "mouse down right 600 400\nprint state\ncommand 40137\nkey Ctrl+L\n" + look + "key Ctrl+L\n" + look);
         EXPECT_EQ(run.status, 0) << run.errors;
         const auto states = run.With("plot_type"), menu = run.With("checked");
-        ASSERT_EQ(states.size(), 4u);
+        ASSERT_EQ(states.size(), 5u);
         const char* const linear = several ? "multi" : "single";
-        const char* const forms[] = {linear, "multi_log", "multi_log", linear};
-        for (std::size_t i = 0; i < 4; ++i) EXPECT_EQ(states[i]["plot_type"], forms[i]) << several;
-        for (const std::size_t i : {0, 1, 2}) {
-            EXPECT_EQ(menu[2 * i]["checked"], i == 1) << several;
-            EXPECT_EQ(menu[2 * i + 1]["enabled"], several) << i;  // the commands of one pattern stay those of one
+        const char* const forms[] = {linear, "multi_log", "multi_log", linear, linear};
+        const char* const scales[] = {"linear", "logarithm", "logarithm", "root", "linear"};
+        for (std::size_t i = 0; i < 5; ++i) {
+            EXPECT_EQ(states[i]["plot_type"], forms[i]) << several << i;
+            EXPECT_EQ(states[i]["y_scale"], scales[i]) << several << i;
         }
-        for (const char* end : {"x_view_min", "x_view_max"}) {
-            EXPECT_EQ(states[0][end], states[1][end]) << several;
-            EXPECT_EQ(states[0][end], states[3][end]) << several;
+        for (std::size_t i = 0; i < 4; ++i) {
+            for (std::size_t scale = 0; scale < 3; ++scale) EXPECT_EQ(menu[4 * i + scale]["checked"], scale == i % 3) << several << i;
+            EXPECT_EQ(menu[4 * i + 3]["enabled"], several) << i;  // the commands of one pattern stay those of one
         }
-        const double top = states[0]["y_view_max"], log_top = states[1]["y_view_max"], back = states[3]["y_view_max"];
-        EXPECT_NEAR(log_top, std::log(top), 1e-5);
-        EXPECT_NEAR(back, top, 1e-3 * top);
+        for (const char* end : {"x_view_min", "x_view_max"})
+            for (const std::size_t i : {1u, 3u, 4u}) EXPECT_EQ(states[0][end], states[i][end]) << several << i;
+        const double top = states[0]["y_view_max"];
+        EXPECT_NEAR(states[1]["y_view_max"].get<double>(), std::log(top), 1e-5);
+        EXPECT_NEAR(states[4]["y_view_max"].get<double>(), top, 1e-3 * top);
     }
 }
 

@@ -180,6 +180,79 @@ TEST_F(Mouse, TheWheelKeepsThePlaceUnderThePointer) {
     Expect_View(states.at(5), {view.X(300), view.X(700), view.Y(300), view.Y(600)}, "the rectangle all the same");
 }
 
+TEST_F(Mouse, TheWheelOverAScaleZoomsThatAxis) {
+    const auto states = States("drop a.xye;?;@wheelup 100 400;?;@wheeldown 300 60;?;@wheelup 100 60;@wheelup 1100 400;?");
+    Limits view = View_Of(states.at(0));
+    const double y = view.Y(400);
+    view.y1 = y + 0.8 * (view.y1 - y), view.y2 = y + 0.8 * (view.y2 - y);
+    Expect_View(states.at(1), view, "y");
+    const double x = view.X(300);
+    view.x1 = x + 1.25 * (view.x1 - x), view.x2 = x + 1.25 * (view.x2 - x);
+    Expect_View(states.at(2), view, "x");
+    Expect_Same_View(states.at(3), states[2], "the corner, and where no scale is");
+}
+
+// By as much as the hand goes, whatever the mode; one step of the ways back.
+TEST_F(Mouse, TheMiddleButtonTakesTheViewAlong) {
+    for (const std::string mode : {"", "command 40105;", "command 40110;"}) {
+        const Run_Result run = Do("drop a.xye;" + mode +
+                                  "print cursor;?;@down middle 400 300;print cursor;@move 500 350;?;@wheelup 500 350;"
+                                  "@up middle 600 250;?;print cursor;command 40503;?;@down middle 400 300;@move 450 500;key Escape;?;"
+                                  "@move 600 300;@up middle 600 300;?");
+        const auto states = run.With("plot_type"), cursors = run.With("cursor");
+        const Limits from = View_Of(states.at(0));
+        const auto moved = [&from](double across, double up) {
+            const double x = across / (right - left) * (from.x2 - from.x1), y = up / (top - bottom) * (from.y2 - from.y1);
+            return Limits{from.x1 - x, from.x2 - x, from.y1 - y, from.y2 - y};
+        };
+        Expect_View(states.at(1), moved(100, 50), mode);
+        Expect_View(states.at(2), moved(200, -50), mode);
+        for (const std::size_t i : {3u, 4u, 5u}) {
+            Expect_Same_View(states.at(i), states[0], mode + std::to_string(i));
+            EXPECT_EQ(states[i]["MoveMode"], states[0]["MoveMode"]) << mode;
+        }
+        EXPECT_EQ(cursors.at(1)["cursor"], "hand");
+        EXPECT_EQ(cursors.at(2)["cursor"], cursors.at(0)["cursor"]) << mode;
+    }
+}
+
+TEST_F(Mouse, TheMiddleButtonMovesAMapWithinItsRows) {
+    const auto states = States(
+        "drop a.xye a.xye a.xye a.xye a.xye;command 40031;@data down 14 1.6;@data up 24 3.4;?;@down middle 600 400;"
+        "@move 684 100;?;key Escape;?;@down middle 600 400;@up middle 5000 -5000;?;@wheelup 100 400;?");
+    const auto rows = [&states](std::size_t i) { return std::pair(states.at(i)["first_pattern"], states.at(i)["last_pattern"]); };
+    EXPECT_EQ(rows(0), std::pair(Json(2), Json(3)));
+    EXPECT_EQ(rows(1), std::pair(Json(3), Json(4)));
+    EXPECT_NEAR(View_Of(states[1]).x1, View_Of(states[0]).x1 - 0.1 * (View_Of(states[0]).x2 - View_Of(states[0]).x1), 1e-3);
+    EXPECT_EQ(rows(2), rows(0));
+    EXPECT_EQ(View_Of(states[2]).x1, View_Of(states[0]).x1);
+    EXPECT_EQ(rows(3), std::pair(Json(4), Json(5)));  // the ends stop the hand
+    EXPECT_NEAR(View_Of(states[3]).x1, 10, 1e-4);
+    EXPECT_EQ(states.at(4)["last_pattern"].get<int>() - states[4]["first_pattern"].get<int>(), 0);
+}
+
+// The list is in counts, whatever the scale of the click; the scale outlives the calculation.
+TEST_F(Mouse, ClicksOnEachScaleGiveCounts) {
+    const Run_Result run =
+        Do("drop a.xye;key Ctrl+L;command 40096;?;command 40093;@data down 20 6.2146081;@data up 20 6.2146081;key Ctrl+L;?;"
+           "@data down 22 20;@data up 22 20;@data move 22 20;?;print peaks;command 40097;?;command 40138;command 40145;"
+           "@data down 12 15;@data up 12 15;command 40147;@data down 12 15.05;@data up 12 15.05;print background;command 40019;"
+           "drop a.xye b.xye;?");
+    const auto states = run.With("plot_type");
+    const Json peaks = run.With("peaks").at(0)["peaks"];
+    ASSERT_EQ(peaks.size(), 2u);
+    EXPECT_NEAR(peaks[0]["y"].get<double>(), 500, 0.05);  // e to the 6.2146081
+    EXPECT_NEAR(peaks[1]["y"].get<double>(), 400, 0.05);
+    const char* const told[][2] = {
+        {"calculation", "logarithm"}, {"calculation", "root"}, {"calculation", "root"}, {"single", "root"}, {"multi", "root"}};
+    for (std::size_t i = 0; i < 5; ++i) {
+        EXPECT_EQ(states.at(i)["plot_type"], told[i][0]) << i;
+        EXPECT_EQ(states[i]["y_scale"], told[i][1]) << i;
+    }
+    EXPECT_EQ(states[2]["status"][3], " Y= 400.0");
+    EXPECT_EQ(run.With("background").at(0)["background"].size(), 0u);  // a point of 225 is hit at 226.5
+}
+
 TEST_F(Mouse, AViewBeyondEveryNumberIsRefused) {
     std::string script = "drop a.xye";
     for (int i = 0; i < 420; ++i) script += ";@wheeldown 600 400";

@@ -72,7 +72,8 @@ TEST_F(Bands, GiveThePictureOfASingleThread) {
 }
 
 // Rows of many points are drawn from the front one to the back one. The picture must be the one that every point gives by itself, drawn in
-// the usual order: peaks and noise, one below the other or apart, markers alone or lines alone, close up and far away, logarithms.
+// the usual order: peaks and noise, one below the other or apart, markers alone or lines alone, close up and far away, logarithms and
+// roots.
 TEST_F(Bands, DrawnBackwardsRowsGiveThePictureOfEveryPoint) {
     constexpr int rows = 40, points = 6000;
     unsigned noise = 1;
@@ -99,22 +100,25 @@ TEST_F(Bands, DrawnBackwardsRowsGiveThePictureOfEveryPoint) {
     struct Case {
         int line_pitch, marker_type;
         View window;
-        bool log;
+        Y_Scale scale = Y_Scale::linear;
         Waterfall waterfall = {};
     };
-    const Case cases[] = {{1, 2, {10, 14, 0, 1100}, false},
-                          {1, 2, {10.9f, 11.1f, 60, 200}, false},
-                          {3, 4, {10, 14, 0, 1100}, false},
-                          {1, 1, {10, 14, 0, 1100}, false},
-                          {-1, 3, {10, 14, 0, 300}, false},
-                          {1, 2, {10, 14, 0, 3.5f}, true},
-                          {1, 2, {11.99f, 12.01f, 0, 900}, false},
-                          {2, 7, {9, 40, -5000, 9000}, false},
-                          {1, 2, {10, 14, 0, 1100}, false, {0.02f, false, true}},
-                          {1, 1, {10, 14, 0, 4000}, false, {0.1f, false, false}},
-                          {1, 1, {10, 14, 0, 40000}, false, {1, false, true}},
-                          {-1, 3, {11, 11.2f, 60, 900}, false, {0.05f, false, true}},
-                          {1, 2, {10, 14, 0, 30}, true, {0.1f, false, true}}};
+    constexpr Y_Scale linear = Y_Scale::linear, logarithm = Y_Scale::logarithm, root = Y_Scale::root;
+    const Case cases[] = {{1, 2, {10, 14, 0, 1100}},
+                          {1, 2, {10.9f, 11.1f, 60, 200}},
+                          {3, 4, {10, 14, 0, 1100}},
+                          {1, 1, {10, 14, 0, 1100}},
+                          {-1, 3, {10, 14, 0, 300}},
+                          {1, 2, {10, 14, 0, 3.5f}, logarithm},
+                          {1, 2, {11.99f, 12.01f, 0, 900}},
+                          {1, 2, {10, 14, 0, 33}, root},
+                          {2, 7, {9, 40, -5000, 9000}},
+                          {1, 2, {10, 14, 0, 1100}, linear, {0.02f, false, true}},
+                          {1, 1, {10, 14, 0, 4000}, linear, {0.1f, false, false}},
+                          {1, 1, {10, 14, 0, 40000}, linear, {1, false, true}},
+                          {-1, 3, {11, 11.2f, 60, 900}, linear, {0.05f, false, true}},
+                          {1, 2, {10, 14, 0, 30}, logarithm, {0.1f, false, true}},
+                          {1, 2, {10, 14, 0, 90}, root, {0.1f, false, true}}};
     session.plot.y_all_max = 900;
     for (const Case& c : cases) {
         for (ProfileStyle& style : session.prefs.profile_styles) {
@@ -123,14 +127,15 @@ TEST_F(Bands, DrawnBackwardsRowsGiveThePictureOfEveryPoint) {
             style.marker_type = c.marker_type;
         }
         session.plot.waterfall = c.waterfall;
-        session.plot.plot_type = c.log ? Plot_Form::multi_log : Plot_Form::multi;
+        session.plot.plot_type = c.scale == logarithm ? Plot_Form::multi_log : Plot_Form::multi;
+        session.plot.y_scale = c.scale;
         Bitmap bands(640, 420), every(640, 420);
         every.Reduce(false);
         Graphics g(bands.Drawing());
-        plot_graph2d(Scene_Of(session), g, rows, c.window, c.log);
+        plot_graph2d(Scene_Of(session), g, rows, c.window, c.scale);
         Whole device(every.Drawing());
         Graphics h(device);
-        plot_graph2d(Scene_Of(session), h, rows, c.window, c.log);
+        plot_graph2d(Scene_Of(session), h, rows, c.window, c.scale);
         int different = 0;
         for (int y = 0; y < 420; ++y)
             for (int x = 0; x < 640; ++x) different += bands.Pixel(x, y) != every.Pixel(x, y);

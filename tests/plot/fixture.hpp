@@ -45,7 +45,10 @@ protected:
     // One complete graph of the window 10 to 14, 0 to 1000.
     void Draw(std::string_view mode = {}, float x1 = 10, float x2 = 14, float y1 = 0, float y2 = 1000) {
         Graphics g(page);
-        const Drawn drawn = plot_graph2d(Scene_Of(session), g, session.store.nperfiles(), {x1, x2, y1, y2}, mode == "log");
+        const Drawn drawn = plot_graph2d(Scene_Of(session), g, session.store.nperfiles(), {x1, x2, y1, y2},
+                                         mode == "log"    ? Y_Scale::logarithm
+                                         : mode == "root" ? Y_Scale::root
+                                                          : Y_Scale::linear);
         session.plot.drawn = drawn.window;
         session.plot.units = drawn.units;
         session.plot.ylabel_text = drawn.y_title;

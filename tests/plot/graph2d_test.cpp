@@ -95,6 +95,39 @@ TEST_F(Graph2d, TheLogarithmOfOneAndLessIsZero) {
     for (std::size_t i = 0; i < 5; ++i) EXPECT_NEAR(line[0].points[i].y, Page_Y(expected[i], 0, 8), page_tolerance);
 }
 
+// Everything of a row stands at the root of its counts; an error bar ends at the roots of its ends.
+TEST_F(Graph2d, ARootScaleDrawsRootsOfAllThatARowHas) {
+    const Colour nine = WRGB(9, 9, 9), eight = WRGB(8, 8, 8);
+    Diffraction_Pattern_Type& p = Add({10, 11, 12}, {-25, 100, 900});
+    p.ycalc = {0, 81, 400};
+    p.bgr = {4, 4, 4};
+    session.store.show_ycalc_of[0] = session.store.show_bgr_of[0] = true;
+    session.prefs.prf.ycalc_colour = nine;
+    session.prefs.prf.ydif_colour = eight;
+    Exclude(1, 11, 12);
+    Draw("root", 10, 14, -10, 40);
+    const auto expect = [](const Recorded_Line& line, const std::vector<double>& roots) {
+        ASSERT_EQ(line.points.size(), roots.size());
+        for (std::size_t i = 0; i < roots.size(); ++i) EXPECT_NEAR(line.points[i].y, Page_Y(roots[i], -10, 40), page_tolerance) << i;
+    };
+    expect(Curves(Slot_Colour(1), 3).at(0), {-5, 10, 30});
+    expect(Lines(nine).at(0), {0, 9, 20});
+    expect(Lines(eight).at(0), {2, 2, 2});
+    expect(Lines(eight).at(1), {-5, 1, 10});  // of the roots
+    expect(Lines(session.prefs.prf.excl_colour).at(0), {10, 30});
+
+    session.store.Clear();
+    Add({10, 12, 14}, {100, 400, 900}, Row_Kind::mono).sigma = {1, 300, 1};
+    session.store.Pattern(1).sigma_is_variance = false;
+    Draw("root", 10, 14, -10, 40);
+    double lowest = 1e9, highest = -1e9;
+    for (const Recorded_Line& line : Lines(Slot_Colour(1)))
+        for (const Point& point : line.points)
+            if (std::abs(point.x - Page_X(12)) < 0.5) lowest = std::min(lowest, point.y), highest = std::max(highest, point.y);
+    EXPECT_NEAR(lowest, Page_Y(10, -10, 40), page_tolerance);
+    EXPECT_NEAR(highest, Page_Y(std::sqrt(700.0), -10, 40), page_tolerance);
+}
+
 TEST_F(Graph2d, IntegratedIntensitiesHaveErrorBarsAndNoLine) {
     Diffraction_Pattern_Type& p = Add({10, 12, 14}, {100, 400, 900}, Row_Kind::mono);
     p.sigma = {100, 400, 2500};

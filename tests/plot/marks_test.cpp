@@ -64,6 +64,26 @@ TEST_F(Marks, BackgroundIsALineWithADotOnEachPoint) {
     EXPECT_AT(dots[1].centre, Page_X(13), Page_Y(200));
 }
 
+// Counts of marks stand at their roots or logarithms; a background that is straight in counts is bent there.
+TEST_F(Marks, StandOnTheScaleOfTheirGraph) {
+    session.lists.peaks = {{11, 400, 20}};
+    session.lists.background = {{10, 100}, {14, 900}};
+    for (const Y_Scale scale : {Y_Scale::root, Y_Scale::logarithm}) {
+        const auto place = [scale](double y) { return Page_Y(scale == Y_Scale::root ? std::sqrt(y) : std::log(y), 0, 40); };
+        session.plot.y_scale = scale;
+        session.plot.Show({10, 14, 0, 40});
+        Calculate(2);
+        EXPECT_AT(Lines(0).at(0).points[0], Page_X(11), Page_Y(0));
+        EXPECT_AT(Lines(0).at(0).points[1], Page_X(11), place(400));
+        Calculate(3);
+        const auto line = Lines(blue).at(0).points;
+        EXPECT_AT(line.front(), Page_X(10), place(100));
+        EXPECT_AT(line.at(line.size() / 2), Page_X(12), place(500));
+        EXPECT_AT(line.back(), Page_X(14), place(900));
+        EXPECT_AT(All<Recorded_Ellipse>().at(2).centre, Page_X(14), place(900));
+    }
+}
+
 TEST_F(Marks, TheFitShowsWhatIsChosenSoFar) {
     Fit_State& fit = session.lists.fit;
     session.lists.background = {{10, 0}, {14, 400}};

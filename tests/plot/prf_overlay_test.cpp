@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "fixture.hpp"
+#include "session/desk/overlay_place.hpp"
 #include "session/reflection_search.hpp"
 
 namespace vntl::test {
@@ -91,6 +92,50 @@ TEST_F(Prf_Overlay, CurvesAndTicksStandInTheirPlacesAndOrder) {
     session.store.show_ycalc = session.store.show_difference = session.store.show_reflections = session.store.show_background = false;
     Draw();
     EXPECT_TRUE(Lines(black).empty() && Lines(blue).empty() && Lines(green).empty() && Markers(blue).empty());
+}
+
+// The intensities span 600 counts, of 1.25 times that in the whole view: a count is 560 / 750 page units of the box, on every scale and
+// however y is zoomed. The base stands 0.06 of the 1.25 above the foot of the box.
+TEST_F(Prf_Overlay, APinnedDifferenceKeepsItsPlaceAndHeight) {
+    Refine({{11, 1, "(1)"}, {12, 2, "(2)"}});
+    Plot_Ranges(session);
+    session.look.pinned_difference = true;
+    const double per_count = 560 / 750.0, base = 120 + 0.06 / 1.25 * 560;
+    const auto draw = [this] {
+        Draw(session.plot.Scale() == Y_Scale::root ? "root" : "", 10, 14, session.plot.y_view_min, session.plot.y_view_max);
+        EXPECT_EQ(Lines(green).size(), 2u);
+        return Lines(green).at(0).points.at(0).y;
+    };
+    const double tick = draw();
+    EXPECT_GT(tick, base);
+    for (const View& view : {session.plot.Shown_View(), View{10, 14, 380, 420}, View{10, 14, -1e6, 1e6}}) {
+        session.plot.Show(view);
+        EXPECT_NEAR(draw(), tick, page_tolerance);
+        const auto curves = Curves(blue, 5);
+        ASSERT_EQ(curves.size(), 1u);
+        const double differences[] = {-10, 20, -30, 0, 20};
+        for (std::size_t i = 0; i < 5; ++i) EXPECT_NEAR(curves[0].points[i].y, base + per_count * differences[i], page_tolerance) << i;
+        const double foot = Foot_Of_Data(session.store, session.plot, session.look), height = view.y2 - view.y1;
+        EXPECT_NEAR((foot - view.y1) / height, 0.144, 1e-5);
+        EXPECT_NEAR(Foot_Of_Box(session.store, session.plot, session.look, static_cast<float>(foot), view.y2), view.y1, 1e-4 * height);
+        const auto hit = [&](double at) {
+            const double y = view.y1 + (at - 120) / 560 * height;
+            Search_PRF_Refl(session.store, session.plot, 11, static_cast<float>(y), session.look);
+            return session.plot.hits.entries == std::vector{1};
+        };
+        EXPECT_TRUE(hit(tick - 2));
+        EXPECT_FALSE(hit(tick + 4) || hit(base - 4));
+    }
+    session.plot.Show({10, 14, 200, 1000});
+    Choose_Scale(session, Y_Scale::root);
+    EXPECT_NEAR(draw(), tick, page_tolerance);
+    EXPECT_NEAR(Curves(blue, 5).at(0).points[2].y, base - 30 * per_count, page_tolerance);
+    session.store.show_difference = false;
+    const float with_ticks_alone = Part_Of_Band(session.store, session.plot, session.look);
+    EXPECT_GT(with_ticks_alone, 0.0f);
+    EXPECT_LT(with_ticks_alone, 0.144f);
+    session.store.show_reflections = false;
+    EXPECT_EQ(Foot_Of_Data(session.store, session.plot, session.look), session.plot.y_view_min);
 }
 
 TEST_F(Prf_Overlay, ColoursTellMagneticReflectionsAndNeighbours) {

@@ -141,6 +141,41 @@ TEST_F(Ranges, LogarithmsOfARefinedRowHaveRoomBelow) {
     }
 }
 
+// Roots by hand: those of 0.5 and 1000 with 5 % of what lies between them. A window comes back from every scale as it was.
+TEST_F(Ranges, RootsHaveAWindowOfTheirOwnAndGiveBackTheOneBefore) {
+    for (const Row_Kind kind : {Row_Kind::data, Row_Kind::prf}) {
+        session.store.Clear();
+        Add(five_x, five_y, kind);
+        session.plot.y_scale = Y_Scale::linear;
+        Plot_Ranges(session);
+        const Plot_State whole = session.plot;
+        Choose_Scale(session, Y_Scale::root);
+        const double low = std::sqrt(0.5), span = std::sqrt(1000.0) - low;
+        EXPECT_NEAR(session.plot.y_view_max, std::sqrt(1000.0) + 0.05 * span, 1e-4);
+        EXPECT_NEAR(session.plot.y_view_min, low - (kind == Row_Kind::prf ? 0.2 : 0.05) * span, 1e-4);
+        EXPECT_NEAR(session.plot.diff_base, low - 0.14 * span, 1e-4);
+        const View roots = session.plot.Shown_View();
+        Plot_Ranges(session);
+        EXPECT_EQ(session.plot.Shown_View(), roots);
+        Choose_Scale(session, Y_Scale::linear);
+        EXPECT_EQ(session.plot.Shown_View(), whole.Shown_View());
+        EXPECT_EQ(session.plot.diff_base, whole.diff_base);
+        session.plot.Show({11, 12, -50, 400});
+        Choose_Scale(session, Y_Scale::root);
+        EXPECT_NEAR(session.plot.y_view_min, -std::sqrt(50.0), 1e-4);
+        EXPECT_NEAR(session.plot.y_view_max, 20, 1e-4);
+        Choose_Scale(session, Y_Scale::linear);
+        EXPECT_NEAR(session.plot.y_view_min, -50, 1e-3);
+        EXPECT_NEAR(session.plot.y_view_max, 400, 1e-3);
+        EXPECT_NEAR(session.plot.diff_base, whole.diff_base, 1e-3);
+        session.plot.Show({11, 12, 2, 1e30f});  // its root is a number, and what is beyond all numbers shows all
+        for (const Y_Scale scale : {Y_Scale::root, Y_Scale::logarithm, Y_Scale::root, Y_Scale::linear}) {
+            Choose_Scale(session, scale);
+            EXPECT_TRUE(session.plot.Shown_View().Drawable());
+        }
+    }
+}
+
 TEST_F(Ranges, FocusTakesThePointsStrictlyInsideTheWindow) {
     Add({10, 11, 12, 13, 14}, {5000, 100, 300, 200, 9000});
     Add();

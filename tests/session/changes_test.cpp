@@ -190,7 +190,7 @@ TEST(Changes, TheFormComesBackWithTheRows) {
             EXPECT_TRUE(s.interface.Enabled(command::undo));
             ASSERT_TRUE(Undo_Change(s));
             EXPECT_EQ(Bytes_Of(s), before);
-            EXPECT_EQ(s.plot.log_of_one, c.rows == 1);
+            EXPECT_EQ(s.plot.y_scale == Y_Scale::logarithm, c.rows == 1);
             ASSERT_TRUE(Redo_Change(s));
         }
     }

@@ -6,11 +6,14 @@
 #include "commands/crystal/hkl_gen.hpp"
 #include "commands/plot/mouse_clicks.hpp"
 #include "commands/plot/mouse_tools.hpp"
+#include "commands/plot/pan.hpp"
 #include "commands/plot/pointed_row.hpp"
 #include "commands/plot/spectral_lines.hpp"
 #include "commands/plot/view.hpp"
 #include "plot/plot.hpp"
+#include "session/desk/overlay_place.hpp"
 #include "session/desk/waterfall.hpp"
+#include "session/ranges.hpp"
 #include "session/reflection_search.hpp"
 
 namespace vntl {
@@ -18,18 +21,28 @@ namespace vntl {
 namespace {
 
 constexpr float narrowest_zoom = 1e-6f;  // of x itself: less than that holds no two numbers of single precision
-constexpr float margin = 0.05f;          // of the range, kept above and below on the way back
+
+// What the rectangle held of the data. One in the band of a pinned difference alone is about x.
+View View_Of_Rectangle(const Session& session, Data_Point a, Data_Point b) {
+    View view{std::min(a.x, b.x), std::max(a.x, b.x), session.plot.drawn.y1, session.plot.drawn.y2};
+    const float foot = Foot_Of_Data(session.store, session.plot, session.look), high = std::max(a.y, b.y);
+    if (Part_Of_Band(session.store, session.plot, session.look) == 0)
+        view.y1 = std::min(a.y, b.y), view.y2 = high;
+    else if (high > foot)
+        view.y1 = std::max(foot, std::min(a.y, b.y)), view.y2 = high, view = In_Box(session, view);
+    return view;
+}
 
 void Finish_Rectangle(Session& session, Ask& ask, const Rubber_Shape& rubber) {
     Plot_State& plot = session.plot;
     const Data_Point a = In_Data(plot, rubber.x0, rubber.y0), b = In_Data(plot, rubber.x1, rubber.y1);
     const bool click = Is_Click(rubber);
     const bool wide = std::fabs(a.x - b.x) > narrowest_zoom * std::max(std::fabs(a.x), std::fabs(b.x));
-    const bool zoom =
-        !click && wide && a.y != b.y && plot.Show({std::min(a.x, b.x), std::max(a.x, b.x), std::min(a.y, b.y), std::max(a.y, b.y)});
+    const bool zoom = !click && wide && a.y != b.y && plot.Show(View_Of_Rectangle(session, a, b));
     if (zoom) return Plot_Redraw(session);
     plot.Show({plot.drawn.x1, plot.drawn.x2, plot.drawn.y1, plot.drawn.y2});
-    if (click && plot.plot_type == Plot_Form::calculation && Inside(plot, b)) Click(session, ask, b.x, b.y);
+    if (click && plot.plot_type == Plot_Form::calculation && Inside(plot, b) && !In_Band(session, b))
+        Click(session, ask, b.x, Off_Scale(plot.Scale(), b.y));
 }
 
 // The whole range again. A running calculation keeps its form and its marks.
@@ -37,19 +50,22 @@ void Go_Back(Session& session) {
     Plot_State& plot = session.plot;
     Lapse_Rubber(session);
     if (plot.plot_type != Plot_Form::calculation) return Plot_ReMake(session);
-    const float pad = margin * (plot.y_all_max - plot.y_all_min);
-    plot.x_view_min = plot.x_all_min;
-    plot.x_view_max = plot.x_all_max;
-    plot.y_view_min = plot.y_all_min - pad;
-    plot.y_view_max = plot.y_all_max + pad + Height_Of_Waterfall(session.store, plot);
+    View whole = Whole_View(plot);
+    whole.y2 += Height_Of_Waterfall(session.store, plot);
+    plot.Show(whole);
     Plot_Redraw(session);
 }
 
-void Turn_Wheel(Session& session, Data_Point at, bool closer) {
+// Over the box and the scale of x: x. Over the scale of y: y.
+void Turn_Wheel(Session& session, const WIN_MESSAGE& record, bool closer) {
     Plot_State& plot = session.plot;
     View view = plot.Shown_View();
-    if (!Inside(plot, at) || !Zoom_X(at.x, closer, view) || !plot.Show(view)) return;
-    Plot_Redraw(session);
+    const Data_Point at = In_Data(plot, record.x, record.y);
+    const Wheel_Place place = Wheel_Place_Of(plot, {record.x, record.y});
+    const float foot = Foot_Of_Data(session.store, plot, session.look);
+    if (place == Wheel_Place::nothing) return;
+    const bool changed = place == Wheel_Place::y_axis ? Zoom_Y(std::max(at.y, foot), closer, view) : Zoom_X(at.x, closer, view);
+    if (changed && plot.Show(view)) Plot_Redraw(session);
 }
 
 void Shift_View(Plot_State& plot, double x, double y) {
@@ -81,7 +97,7 @@ void Show_Reflections(Session& session, const WIN_MESSAGE& record, Data_Point at
     if (generated)
         changed = Search_HKLGen_Refl(session.lists.hklgen, plot, at.x, at.y);
     else if (refined)
-        changed = Search_PRF_Refl(store, plot, at.x, at.y);
+        changed = Search_PRF_Refl(store, plot, at.x, at.y, session.look);
     if (!changed) return;
     plot.hits.x = record.x;
     plot.hits.y = record.y;
@@ -117,6 +133,7 @@ void Release_Left(Session& session, Ask& ask, const WIN_MESSAGE& record, Data_Po
 
 void Cancel_Mouse(Session& session) {
     Plot_State& plot = session.plot;
+    if (plot.drag.pans) return Cancel_Pan(session);
     const bool dragged = plot.drag.active;
     if (dragged && plot.In_Space())
         Turn_To(session, plot.drag.rotation, plot.drag.elevation);
@@ -149,7 +166,7 @@ void MouseMovement_DragPlot(Session& session, Ask&, const Message& message) {
         case Message_Kind::mouse_down:
             if (record.value1 == right_button) return End_Drag_Mode(session);
             if (record.value1 != left_button || !Inside(plot, at)) break;
-            plot.drag = {true, false, record.x, record.y, plot.Shown_View()};
+            plot.drag = {.active = true, .x = record.x, .y = record.y, .from = plot.Shown_View()};
             Want_Button_Up(session, true);
             break;
         case Message_Kind::mouse_move:
@@ -160,7 +177,7 @@ void MouseMovement_DragPlot(Session& session, Ask&, const Message& message) {
             if (record.value1 == left_button) End_Drag(session);
             break;
         case Message_Kind::wheel:
-            if (!plot.drag.active) Turn_Wheel(session, at, record.value1 > 0);
+            if (!plot.drag.active) Turn_Wheel(session, record, record.value1 > 0);
             break;
         default:
             break;
@@ -188,7 +205,7 @@ void MouseMovement_Main(Session& session, Ask& ask, const Message& message) {
             if (record.value1 == left_button) Release_Left(session, ask, record, at);
             break;
         case Message_Kind::wheel:
-            if (!plot.rubber.active) Turn_Wheel(session, at, record.value1 > 0);
+            if (!plot.rubber.active) Turn_Wheel(session, record, record.value1 > 0);
             break;
         default:
             break;
@@ -207,6 +224,7 @@ void Do_Mouse(Session& session, Ask& ask, const Message& message) {
         {Move_Mode::scale_y, MouseMovement_ScalingY},   {Move_Mode::scale_x, MouseMovement_ScalingX},
     };
     const Plot_State& plot = session.plot;
+    if (Pan(session, message)) return;
     // A calculation has the mouse for itself.
     const Move_Mode mode = plot.plot_type == Plot_Form::calculation ? Move_Mode::none : plot.MoveMode;
     if (plot.Is_Map()) return MouseMovement_graph2dcontour(session, ask, message);

@@ -16,6 +16,12 @@ bool Confirmed(Ask& ask, std::string text) {
     return ask.Box({Box_Buttons::yes_no, Box_Icon::question, 1, std::move(text), "Confirmation"}) == Box_Answer::yes;
 }
 
+// In the plot, and not in the band of a pinned difference, where y is no intensity.
+bool On_Data(const Session& session, Plot_State::Place page) {
+    const Data_Point at = In_Data(session.plot, page.x, page.y);
+    return Inside(session.plot, at) && !In_Band(session, at);
+}
+
 // The rows are moved where the user agrees.
 void Move_Confirmed(Session& session, Ask& ask, const std::string& text, const std::function<Status()>& move) {
     const Status status = Confirmed(ask, text) ? move() : Status::Cancel();
@@ -121,7 +127,7 @@ void MouseMovement_Scaling(Session& session, Ask& ask, const Message& message) {
     switch (message.kind) {
         case Message_Kind::mouse_down:
             if (record.value1 == right_button) return End_Mode_Of_Mouse(session);
-            if (record.value1 != left_button || !Inside(plot, In_Data(plot, at.x, at.y))) break;
+            if (record.value1 != left_button || !On_Data(session, at)) break;
             second_stage ? Start_Factor(session, at) : Start_Rubber(session, Rubber_Kind::line, at);
             break;
         case Message_Kind::mouse_move:
@@ -165,7 +171,7 @@ void MouseMovement_OffsetAlign(Session& session, Ask& ask, const Message& messag
     switch (message.kind) {
         case Message_Kind::mouse_down:
             if (record.value1 == right_button) return End_Mode_Of_Mouse(session);
-            if (record.value1 == left_button && Inside(plot, In_Data(plot, at.x, at.y))) Start_Rubber(session, Rubber_Kind::line, at);
+            if (record.value1 == left_button && On_Data(session, at)) Start_Rubber(session, Rubber_Kind::line, at);
             break;
         case Message_Kind::mouse_move:
             Show_Read_Outs(session, In_Data(plot, at.x, at.y));

@@ -91,7 +91,7 @@ void Delete_Background(Session& session, Ask& ask, float x, float y) {
     const float reach_x = near_part * (plot.x_view_max - plot.x_view_min), reach_y = near_part * (plot.y_view_max - plot.y_view_min);
     std::vector<Background_Mark>& points = session.lists.background;
     const auto found = std::find_if(points.begin(), points.end(), [&](const Background_Mark& point) {
-        return std::fabs(point.x - x) <= reach_x && std::fabs(point.y - y) <= reach_y;
+        return std::fabs(point.x - x) <= reach_x && std::fabs(On_Scale(plot.Scale(), point.y) - On_Scale(plot.Scale(), y)) <= reach_y;
     });
     if (found == points.end()) return ask.Error("No background point found in this position for removing");
     points.erase(found);

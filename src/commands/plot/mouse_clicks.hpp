@@ -7,7 +7,7 @@ namespace vntl {
 
 struct Session;
 
-// A click at a place in data units inside the plot: peaks and points of the background are inserted and deleted, the window of a fit is
+// A click at a place inside the plot, y in counts: peaks and points of the background are inserted and deleted, the window of a fit is
 // chosen. Draws.
 void Click(Session&, Ask&, float x, float y);
 

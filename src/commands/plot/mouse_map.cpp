@@ -62,12 +62,24 @@ void Go_Back(Session& session, Ask& ask) {
     Plot_Redraw(session);
 }
 
+// Fewer or more rows about the one that the pointer is at. Whole rows come or go, one at least.
+bool Zoom_Rows(const Session& session, float about, bool closer, View& window) {
+    const View before = window;
+    const auto row = static_cast<float>(Nearest_Pattern(session.plot.grid, session.plot.first_pattern, about));
+    if (!Zoom_Y(row, closer, window)) return false;
+    window.y1 = closer ? std::ceil(window.y1) : std::max(std::floor(window.y1), 1.0f);
+    window.y2 = closer ? std::floor(window.y2) : std::min(std::ceil(window.y2), static_cast<float>(session.store.nperfiles()));
+    return window.y1 <= window.y2 && !(window == before);
+}
+
 // A window too narrow for a grid is not shown.
-void Turn_Wheel(Session& session, Data_Point at, bool closer) {
+void Turn_Wheel(Session& session, const WIN_MESSAGE& record, bool closer) {
     const Plot_State& plot = session.plot;
-    if (!Inside(plot, at)) return;
+    const Data_Point at = In_Data(plot, record.x, record.y);
+    const Wheel_Place place = Wheel_Place_Of(plot, {record.x, record.y});
     View window = plot.Map_View();
-    if (!Zoom_X_Within_Rows(plot, at.x, closer, window)) return;
+    if (place == Wheel_Place::nothing) return;
+    if (!(place == Wheel_Place::y_axis ? Zoom_Rows(session, at.y, closer, window) : Zoom_X_Within_Rows(plot, at.x, closer, window))) return;
     if (Show_Rows_In_Grid(session, window).ok()) Plot_Redraw(session);
 }
 
@@ -92,7 +104,7 @@ void MouseMovement_graph2dcontour(Session& session, Ask& ask, const Message& mes
                 Finish_Rectangle(session, ask, End_Rubber(session, {record.x, record.y}));
             break;
         case Message_Kind::wheel:
-            if (!plot.rubber.active) Turn_Wheel(session, at, record.value1 > 0);
+            if (!plot.rubber.active) Turn_Wheel(session, record, record.value1 > 0);
             break;
         default:
             break;

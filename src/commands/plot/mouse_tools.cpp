@@ -9,6 +9,7 @@
 #include "base/text.hpp"
 #include "commands/plot/pointed_text.hpp"
 #include "plot/plot.hpp"
+#include "session/desk/overlay_place.hpp"
 #include "session/xspace.hpp"
 #include "toolkit/window.hpp"
 
@@ -28,15 +29,23 @@ std::string Number(const char* format, double value) {
 }
 
 // One decimal tells an intensity; a view of less than 10 is told apart to a hundredth of its height or finer.
-std::string Intensity(const View& view, float y) {
+std::string Intensity(const View& view, Y_Scale scale, float y) {
     constexpr double fine_view = 10;
     constexpr int most_digits = 12;
-    const double span = std::fabs(static_cast<double>(view.y2) - view.y1);
+    const double span = std::fabs(static_cast<double>(Off_Scale(scale, view.y2)) - Off_Scale(scale, view.y1));
     const bool fine = span > 0 && span < fine_view;
     const int digits = fine ? std::min(2 - static_cast<int>(std::floor(std::log10(span))), most_digits) : 1;
     std::array<char, 64> text{};
-    std::snprintf(text.data(), text.size(), "%.*f", digits, static_cast<double>(y));
+    std::snprintf(text.data(), text.size(), "%.*f", digits, static_cast<double>(Off_Scale(scale, y)));
     return text.data();
+}
+
+// In the band of a pinned difference: what is read there is a difference.
+std::string Place_Along_Y(const Session& session, Data_Point at) {
+    const Overlay_Place place = Place_Of_Overlay(session.store, session.plot, session.look);
+    const bool difference = In_Band(session, at) && place.per_count > 0;
+    if (difference) return session.store.show_difference ? " Yobs-Ycalc= " + Number("%.1f", (at.y - place.base) / place.per_count) : "";
+    return " Y= " + Intensity(session.plot.drawn, Scale_Of_Numbers(session), at.y);
 }
 
 // The spacing stands in the line of hints, but never in the place of one. What just happened it does replace.
@@ -64,7 +73,27 @@ Data_Point In_Data(const Plot_State& plot, double page_x, double page_y) {
 
 Data_Point In_Intensity(const Plot_State& plot, double page_x, double page_y) {
     const Data_Point at = In_Data(plot, page_x, page_y);
-    return plot.Is_Log() ? Data_Point{at.x, std::exp(at.y)} : at;
+    return {at.x, Off_Scale(plot.Scale(), at.y)};
+}
+
+Y_Scale Scale_Of_Numbers(const Session& session) {
+    if (!session.plot.Is_2D()) return Y_Scale::linear;
+    return session.look.count_ticks ? session.plot.Scale() : session.plot.y_scale;
+}
+
+bool In_Band(const Session& session, Data_Point at) { return at.y < Foot_Of_Data(session.store, session.plot, session.look); }
+
+View In_Box(const Session& session, View of_data) {
+    of_data.y1 = Foot_Of_Box(session.store, session.plot, session.look, of_data.y1, of_data.y2);
+    return of_data;
+}
+
+Wheel_Place Wheel_Place_Of(const Plot_State& plot, Plot_State::Place page) {
+    const Data_Point at = In_Data(plot, page.x, page.y);
+    const bool along_x = at.x >= plot.units.x1 && at.x <= plot.units.x2, along_y = at.y >= plot.units.y1 && at.y <= plot.units.y2;
+    if (along_x && along_y) return Wheel_Place::box;
+    if (along_x && page.y < plot.zone.y1 * page_height) return Wheel_Place::x_axis;
+    return along_y && page.x < plot.zone.x1 * page_width ? Wheel_Place::y_axis : Wheel_Place::nothing;
 }
 
 bool Inside(const Plot_State& plot, Data_Point at) {
@@ -90,7 +119,7 @@ void Show_Read_Outs(Session& session, Data_Point at) {
         bar.Status_Text(4, " Pattern: " + std::to_string(row));
     } else {
         bar.Status_Text(2, Pointed_Text(session, {at.x, at.y}));
-        bar.Status_Text(4, " Y= " + Intensity(session.plot.drawn, at.y));
+        bar.Status_Text(4, Place_Along_Y(session, at));
     }
 }
 

@@ -9,7 +9,7 @@
 
 namespace vntl {
 
-inline constexpr int left_button = 1, right_button = 3;
+inline constexpr int left_button = 1, middle_button = 2, right_button = 3;
 
 struct Data_Point {
     float x, y;
@@ -19,8 +19,21 @@ struct Data_Point {
 Data_Point In_Data(const Plot_State& plot, double page_x, double page_y);
 bool Inside(const Plot_State& plot, Data_Point at);
 
-// The same with an intensity in its own units, also in the logarithmic form.
+// The same with an intensity in counts on any scale.
 Data_Point In_Intensity(const Plot_State& plot, double page_x, double page_y);
+
+// The scale of the numbers that the user reads and writes as counts. The form of logarithms shows its units, as its numbers do.
+Y_Scale Scale_Of_Numbers(const Session&);
+
+// In the band of a pinned difference: y means no intensity there.
+bool In_Band(const Session&, Data_Point at);
+
+// A view of the data from y1 to y2 as a view of the whole plot box.
+View In_Box(const Session&, View of_data);
+
+// What the wheel is turned over: the plot box, or the room of an axis beside it, along its length.
+enum class Wheel_Place { nothing, box, x_axis, y_axis };
+Wheel_Place Wheel_Place_Of(const Plot_State&, Plot_State::Place page);
 
 // The place of the page in the plot box that is nearest.
 Plot_State::Place Held_In_Box(const Plot_State& plot, Plot_State::Place page);

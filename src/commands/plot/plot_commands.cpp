@@ -1,6 +1,8 @@
 // Menu "Plot": forms, views, and what lies over the plot.
 #include "commands/families.hpp"
 
+#include <array>
+
 #include "commands/application.hpp"
 #include "commands/desk/choose_style.hpp"
 #include "commands/plot/focus_profile.hpp"
@@ -28,22 +30,25 @@ void Focus_On_Values(Application& app) {
 
 template <bool log>
 void Graph_2D(Application& app) {
+    app.session.plot.y_scale = Y_Scale::linear;
     Set_Menu_Graph(app.session, log);
     Plot_ReMake(app.session);
 }
 
-// To logarithms or back, in the same window.
-void Toggle_Logarithms(Application& app) {
-    Session& session = app.session;
-    const bool one = session.store.nperfiles() == 1;
-    if (session.plot.Is_Log()) {
-        View_In_Counts(session.store, session.plot);
-        one ? Set_Menu_Single(session, true) : Set_Menu_Graph(session, false);
-    } else {
-        View_In_Logarithms(session.store, session.plot);
-        one ? Set_Menu_Log_Of_One(session) : Set_Menu_Graph(session, true);
-    }
-    Plot_Redraw(session);
+// The same window on another scale.
+void Show_On_Scale(Application& app, Y_Scale scale) {
+    Choose_Scale(app.session, scale);
+    Plot_Redraw(app.session);
+}
+
+template <Y_Scale scale>
+void On_The_Scale(Application& app) {
+    Show_On_Scale(app, scale);
+}
+
+void Next_Scale(Application& app) {
+    constexpr std::array<Y_Scale, 3> next = {Y_Scale::logarithm, Y_Scale::root, Y_Scale::linear};  // of each scale
+    Show_On_Scale(app, next[static_cast<std::size_t>(app.session.plot.Scale())]);
 }
 
 // The form stays as it is where the rows make no grid.
@@ -127,11 +132,11 @@ constexpr Command commands[] = {
     {command::lines_settings, "Settings", "", Lines_Settings, "", "Enter the wavelengths of the tube"},
     {command::graph_2d, "Graph 2D", "graph_2d", Graph_2D<false>, "", "Show the profiles on a linear scale"},
     {command::graph_2d_log, "Graph 2D (Log-Scale)", "graph_2d_log", Graph_2D<true>, "", "Show the profiles on a logarithmic scale"},
-    {command::linear_intensities, "Linear intensities", "", nullptr, "", "Show counts", true},
-    {command::logarithms, "Logarithmic intensities", "", Toggle_Logarithms, "Ctrl+L",
-     "Show logarithms of the same window, and counts again", true},
-    {command::root_intensities, "Square root of intensities", "", nullptr, "", "Show square roots of the same window", true},
-    {command::next_scale, "Next scale", "", nullptr, "", "Step through counts, logarithms and square roots"},
+    {command::linear_intensities, "Linear intensities", "", On_The_Scale<Y_Scale::linear>, "", "Show counts in the same window", true},
+    {command::logarithms, "Logarithmic intensities", "", On_The_Scale<Y_Scale::logarithm>, "", "Show logarithms of the same window", true},
+    {command::root_intensities, "Square root of intensities", "", On_The_Scale<Y_Scale::root>, "", "Show square roots of the same window",
+     true},
+    {command::next_scale, "Next scale", "", Next_Scale, "Ctrl+L", "Step through counts, logarithms and square roots"},
     {command::waterfall, "Waterfall...", "", Set_Apart, "", "Set the shown profiles apart in the picture"},
     {command::style_default, "Default", "", In_Style<0>, "", "The picture that the preferences tell", true},
     {command::style_paper, "Paper", "", In_Style<1>, "", "For print: white page, thin lines, letters large enough", true},

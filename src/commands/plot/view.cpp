@@ -1,18 +1,32 @@
 #include "commands/plot/view.hpp"
 
 #include <algorithm>
+#include <cmath>
 
 namespace vntl {
 
+namespace {
+
+bool Zoom(double about, bool closer, float narrowest, float& from, float& to) {
+    constexpr double step = 0.8;  // of the width that is left
+    const double factor = closer ? step : 1 / step;
+    const auto lo = static_cast<float>(about + (static_cast<double>(from) - about) * factor);
+    const auto hi = static_cast<float>(about + (static_cast<double>(to) - about) * factor);
+    if (closer && !(hi - lo > narrowest)) return false;
+    from = lo, to = hi;
+    return true;
+}
+
+}  // namespace
+
 bool Zoom_X(double about, bool closer, View& view) {
     constexpr float narrowest = 0.002f;  // data units
-    constexpr double step = 0.8;         // of the width that is left
-    const double factor = closer ? step : 1 / step;
-    const auto lo = static_cast<float>(about + (static_cast<double>(view.x1) - about) * factor);
-    const auto hi = static_cast<float>(about + (static_cast<double>(view.x2) - about) * factor);
-    if (closer && !(hi - lo > narrowest)) return false;
-    view.x1 = lo, view.x2 = hi;
-    return true;
+    return Zoom(about, closer, narrowest, view.x1, view.x2);
+}
+
+bool Zoom_Y(double about, bool closer, View& view) {
+    constexpr float narrowest = 1e-5f;  // of y itself
+    return Zoom(about, closer, narrowest * std::max(std::fabs(view.y1), std::fabs(view.y2)), view.y1, view.y2);
 }
 
 bool Zoom_X_Within_Rows(const Plot_State& plot, double about, bool closer, View& view) {

@@ -13,7 +13,9 @@ void Move_View(Plot_State&, View_Move);
 
 // A step of the wheel: x by a fifth narrower about a place, or wider again. False where it would be too narrow.
 bool Zoom_X(double about, bool closer, View& view);
-// The same inside the range of all rows.
+// The same of y; narrower than single precision tells apart it does not become.
+bool Zoom_Y(double about, bool closer, View& view);
+// The same of x inside the range of all rows.
 bool Zoom_X_Within_Rows(const Plot_State&, double about, bool closer, View& view);
 
 }  // namespace vntl
