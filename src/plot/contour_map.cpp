@@ -8,6 +8,8 @@
 #include "drawing/mixed_colour.hpp"
 #include "drawing/presentation.hpp"
 #include "drawing/value_cells.hpp"
+#include "plot/colour_bar.hpp"
+#include "plot/fitted_frame.hpp"
 #include "plot/frame_texts.hpp"
 #include "plot/grid_map.hpp"
 #include "plot/plot.hpp"
@@ -83,7 +85,7 @@ void Draw_Bands(const Grid_Map& map, const Preferences& all_prefs, Presentation&
         levels.push_back(static_cast<float>(band) * (grid.z_max - grid.z_min) / static_cast<float>(bands) + grid.z_min);
     }
     p.IPgConFill2(Data_Of(grid), levels, std::clamp(prefs.contour_granularity, 3, 50));
-    Draw_Key(map.zone, all_prefs, p.graphics(), bands);
+    if (map.look == nullptr) Draw_Key(map.zone, all_prefs, p.graphics(), bands);
 }
 
 void Draw_Contours(const Grid_Map& map, const Preferences& all_prefs, Presentation& p) {
@@ -135,18 +137,80 @@ void Draw_Cells(const Grid_Map& map, const Contour_Prefs& prefs, Graphics& g) {
     g.device().Cells({seen.rect, seen.columns, seen.rows, colours});
 }
 
+// --- the frame of a look -------------------------------------------------------------------------------------------------------------
+
+bool Draws_Cells(const Grid_Map& map) { return map.cells || !Data_Of(map.grid).Whole(); }
+
+View Units_Of_Map(const Grid_Map& map) {
+    if (map.grid.grid_z.empty()) return {};
+    return Draws_Cells(map) ? Units_Of_Cells(map.grid) : Units_Of(map.grid);
+}
+
+Colour_Bar Bar_Of(const Grid_Map& map, const Contour_Prefs& prefs) {
+    constexpr int steps = 64;
+    const bool counts = map.logarithms && map.look->count_ticks;
+    Colour_Bar bar;
+    bar.title = counts || !map.logarithms ? "Intensity" : "Log(Intensity)";
+    bar.first = map.grid.z_min, bar.last = map.grid.z_max;
+    if (counts) bar.scale = Axis_Scale::logarithm;
+    const bool bands = prefs.contour_type == 5 && !Draws_Cells(map);
+    if (bands) bar.colours.assign(prefs.contour_palette.begin(), prefs.contour_palette.begin() + Bands_Of(prefs));
+    for (int step = 0; step < steps && !bands; ++step)
+        bar.colours.push_back(Mixed(prefs.contour_min_colour, prefs.contour_max_colour, (step + 0.5) / steps));
+    return bar;
+}
+
+Text_Style Text_Of_Bar(const Grid_Map& map, const Preferences& prefs, const Device& device) {
+    return Text_Of(*map.look, prefs.graph2d.yscale, prefs.contour.contour_background, device);
+}
+
+Fitted_Frame Frame_Of(const Grid_Map& map, const Preferences& prefs, Device& device) {
+    Frame_Content content{map.title, map.x_label, map.y_label, Units_Of_Map(map)};
+    if (!map.grid.grid_z.empty())
+        content.beside = Width_Of_Bar(Bar_Of(map, prefs.contour), *map.look, Text_Of_Bar(map, prefs, device), device);
+    return {std::move(content), *map.look, prefs.graph2d, prefs.contour.contour_background, device};
+}
+
+void Write_Fitted(const Grid_Map& map, const Preferences& prefs, Presentation& p) {
+    Device& device = p.graphics().device();
+    const Fitted_Frame frame = Frame_Of(map, prefs, device);
+    frame.Write_Title(map.zone);
+    frame.Write_Labels(map.zone);
+    frame.Write_Scales(map.zone);
+    const double w = device.Width(), h = device.Height();
+    Draw_Bar(Bar_Of(map, prefs.contour), *map.look, Text_Of_Bar(map, prefs, device),
+             {map.zone.x1 * w, map.zone.y1 * h, map.zone.x2 * w, map.zone.y2 * h}, device);
+}
+
+Grid_Map Map_Of(const Scene& scene) {
+    const Plot_State& plot = scene.plot;
+    const bool log = plot.plot_type == Plot_Form::contour_log;
+    const Look* look = Lays_Out(scene.look) ? &scene.look : nullptr;
+    const bool counts = look != nullptr && look->count_ticks;
+    std::string title = std::string(Trim(scene.prefs.contour.contour_title)) + (log && !counts ? " (Log-Scale)" : "");
+    return {plot.grid, scene.zone, std::move(title), plot.xlabel_text, plot.grid.Of_Temperatures() ? "Temperature" : "Pattern", false,
+            look,      log};
+}
+
 }  // namespace
+
+Plot_Zone Zone_Of_Map(const Scene& scene, Graphics& g) { return Frame_Of(Map_Of(scene), scene.prefs, g.device()).Zone(); }
 
 View Draw_Grid_Map(const Grid_Map& map, const Preferences& prefs, Graphics& g) {
     const PlotGrid& grid = map.grid;
     Presentation p(g);
     Draw_Page(map.zone, p, prefs.contour.contour_background, prefs.contour.contour_foreground);
     if (grid.grid_z.empty()) return {};
-    const bool cells = map.cells || !Data_Of(grid).Whole();
-    const View units = cells ? Units_Of_Cells(grid) : Units_Of(grid);
+    const bool cells = Draws_Cells(map);
+    const View units = Units_Of_Map(map);
     p.IPgUnitsXYZ(units.x1, units.x2, units.y1, units.y2, grid.z_min, grid.z_max);
     cells ? Draw_Cells(map, prefs.contour, g) : Draw_Contours(map, prefs, p);
     g.IGrLineWidth(1);
+    if (map.look != nullptr) {
+        Write_Fitted(map, prefs, p);
+        Draw_Frame(p, *map.look);
+        return units;
+    }
     Write_Title(prefs.graph2d.title, map.zone, p, map.title);
     Write_Y_Label(prefs.graph2d.ylabel, p, map.y_label);
     Write_X_Label(prefs.graph2d.xlabel, map.zone, p, map.x_label);
@@ -158,12 +222,8 @@ View Draw_Grid_Map(const Grid_Map& map, const Preferences& prefs, Graphics& g) {
 }
 
 Drawn Plot_Contour(const Scene& scene, Graphics& g, float x1, float x2, int first, int last) {
-    const Plot_State& plot = scene.plot;
-    const bool log = plot.plot_type == Plot_Form::contour_log;
-    const std::string title = std::string(Trim(scene.prefs.contour.contour_title)) + (log ? " (Log-Scale)" : "");
-    const View units = Draw_Grid_Map(
-        {plot.grid, scene.zone, title, plot.xlabel_text, plot.grid.Of_Temperatures() ? "Temperature" : "Pattern"}, scene.prefs, g);
-    return {{x1, x2, static_cast<float>(first), static_cast<float>(last)}, units, plot.ylabel_text};
+    const View units = Draw_Grid_Map(Map_Of(scene), scene.prefs, g);
+    return {{x1, x2, static_cast<float>(first), static_cast<float>(last)}, units, scene.plot.ylabel_text};
 }
 
 }  // namespace vntl

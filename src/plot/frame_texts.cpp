@@ -7,6 +7,9 @@
 #include "base/conversions.hpp"
 #include "base/text.hpp"
 #include "plot/curve_style.hpp"
+#include "plot/fitted_frame.hpp"
+#include "plot/fitted_legend.hpp"
+#include "plot/grid_map.hpp"
 #include "plot/text_style.hpp"
 
 namespace vntl {
@@ -56,17 +59,6 @@ void Hide_Negative_Numbers(const Plot_Zone& zone, const Graph2D_Prefs& prefs, Pr
     g.IGrRectangle(0, 0.9f * foot, zone.x1 * page_width, 0.9f * std::min(zero, page_height));
 }
 
-// The name of a row's file, and which of its patterns it is: rows of one file would look alike. UXD calls them ranges.
-std::string Legend_Name(const Profile_Store& store, int row) {
-    const PRF_Info_Add_Type& info = store.Info(row);
-    const std::int32_t bank = store.Pattern(row).bank;
-    if (!Trim(info.legend_text).empty()) return std::string(Trim(info.legend_text));
-    std::string name(Trim(info.file_name));
-    const bool of_file = info.kind == Row_Kind::data || info.kind == Row_Kind::rietv;
-    if (bank > 0 && of_file) name += (info.format == "SOCABIM" ? " (range " : " (bank ") + std::to_string(bank) + ')';
-    return name;
-}
-
 // Where the legend begins. Inside the frame's right side it goes to the left as far as its longest name needs, so that none crosses the
 // frame.
 float Legend_X(const Scene& scene, const Graphics& g, int n) {
@@ -84,6 +76,32 @@ std::string Logarithm_Of(std::string_view title) {
     return title.starts_with(mark) ? std::string(title) : std::string(mark) + std::string(title) + ')';
 }
 
+std::string Root_Of(std::string_view title) { return "Sqrt(" + std::string(Trim(title)) + ')'; }
+
+Axis_Scale Axis_Scale_Of(const Scene& scene) {
+    if (!scene.look.count_ticks || scene.plot.Scale() == Y_Scale::linear) return Axis_Scale::even;
+    return scene.plot.Scale() == Y_Scale::root ? Axis_Scale::root : Axis_Scale::logarithm;
+}
+
+// The title of an axis whose numbers are those of the scale tells of it.
+std::string Title_On_Scale(const Scene& scene, std::string_view title) {
+    if (scene.look.count_ticks || scene.plot.Scale() == Y_Scale::linear) return std::string(Trim(title));
+    return scene.plot.Scale() == Y_Scale::root ? Root_Of(title) : Logarithm_Of(title);
+}
+
+Fitted_Frame Frame_Of(const Scene& scene, Graphics& g, int n, const View& window, std::string_view y_title) {
+    const Graph2D_Prefs& prefs = scene.prefs.graph2d;
+    Frame_Content content;
+    if (n >= 1) content.title = Title_Text(scene, n);
+    content.x_label = Trim(scene.plot.xlabel_text);
+    content.y_label = Title_On_Scale(scene, y_title);
+    if (window.Drawable()) content.window = window;
+    content.y_scale = Axis_Scale_Of(scene);
+    if (scene.store.prf_loaded && scene.prefs.prf.hide_negative) content.numbers_from = 0;
+    content.beside = Fitted_Legend(scene, n, g.device()).Beside();
+    return {std::move(content), scene.look, prefs, prefs.frame_background, g.device()};
+}
+
 bool Has_Legend(const Scene& scene) { return scene.prefs.graph2d.legend.pos != no_text && scene.store.nperfiles() <= legend_profiles; }
 
 bool Tells_Chi2(const Scene& scene, int row) { return scene.store.prf_loaded && scene.store.Info(row).chi2 > least_chi2; }
@@ -97,6 +115,20 @@ void Select_Shrunk(Graphics& g, Text_Prefs prefs, std::string_view text, float r
 }
 
 }  // namespace
+
+// Rows of one file would look alike. UXD calls its patterns ranges.
+std::string Legend_Name(const Profile_Store& store, int row) {
+    const PRF_Info_Add_Type& info = store.Info(row);
+    const std::int32_t bank = store.Pattern(row).bank;
+    if (!Trim(info.legend_text).empty()) return std::string(Trim(info.legend_text));
+    std::string name(Trim(info.file_name));
+    const bool of_file = info.kind == Row_Kind::data || info.kind == Row_Kind::rietv;
+    if (bank > 0 && of_file) name += (info.format == "SOCABIM" ? " (range " : " (bank ") + std::to_string(bank) + ')';
+    return name;
+}
+
+char Along_X(int code) { return Entry(along_x, code); }
+std::string_view Y_Label_Place(int code) { return Entry(along_y, code); }
 
 void Page_Units(Graphics& g) {
     g.IGrArea(0, 0, 1, 1);
@@ -116,7 +148,7 @@ void Draw_Page(const Plot_Zone& zone, Presentation& p, Colour background, Colour
 
 void Write_Title(const Text_Prefs& prefs, const Plot_Zone& zone, Presentation& p, std::string_view title) {
     if (prefs.pos == no_text) return;
-    const char position = Entry(along_x, prefs.pos);
+    const char position = Along_X(prefs.pos);
     const float room = Room_Along_X(zone, position);
     Select_Shrunk(p.graphics(), prefs, title, room);
     p.IPgTitle(Fit_Text(p.graphics(), title, room), position);
@@ -125,14 +157,14 @@ void Write_Title(const Text_Prefs& prefs, const Plot_Zone& zone, Presentation& p
 void Write_X_Label(const Text_Prefs& prefs, const Plot_Zone& zone, Presentation& p, std::string_view text) {
     if (prefs.pos == no_text) return;
     Select_Text(p.graphics(), prefs);
-    const char position = Entry(along_x, prefs.pos);
+    const char position = Along_X(prefs.pos);
     p.IPgXLabel(Fit_Text(p.graphics(), Trim(text), Room_Along_X(zone, position)), position);
 }
 
 void Write_Y_Label(const Text_Prefs& prefs, Presentation& p, std::string_view text) {
     if (prefs.pos == no_text) return;
     Select_Text(p.graphics(), prefs);
-    p.IPgYLabelLeft(Trim(text), Entry(along_y, prefs.pos));
+    p.IPgYLabelLeft(Trim(text), Y_Label_Place(prefs.pos));
 }
 
 void Write_Y_Scale(const Text_Prefs& prefs, Presentation& p, const View& window) {
@@ -155,16 +187,30 @@ void Write_In_Middle(Graphics& g, int font, float char_width, float char_height,
     g.IGrCharJustify(0);
 }
 
-Plot_Zone Fitted_Zone(const Scene& scene, Graphics&) { return scene.zone; }
+Plot_Zone Fitted_Zone(const Scene& scene, Graphics& g) {
+    switch (scene.plot.plot_type) {
+        case Plot_Form::graph3d:
+        case Plot_Form::surface:
+            return scene.zone;
+        case Plot_Form::contour:
+        case Plot_Form::contour_log:
+            return Zone_Of_Map(scene, g);
+        default:
+            return Frame_Of(scene, g, scene.store.nperfiles(), scene.plot.Shown_View(), Y_Title(scene)).Zone();
+    }
+}
 
 void Draw_Title(const Scene& scene, Presentation& p, int n) {
     if (n < 1) return;
+    if (Lays_Out(scene.look)) return Frame_Of(scene, p.graphics(), n, scene.plot.Shown_View(), Y_Title(scene)).Write_Title(scene.zone);
     p.graphics().IGrLineWidth(1);
     Write_Title(scene.prefs.graph2d.title, scene.zone, p, Title_Text(scene, n));
 }
 
 void Draw_Scales(const Scene& scene, Presentation& p, const View& window) {
     const Graph2D_Prefs& prefs = scene.prefs.graph2d;
+    if (Lays_Out(scene.look))
+        return Frame_Of(scene, p.graphics(), scene.store.nperfiles(), window, Y_Title(scene)).Write_Scales(scene.zone);
     Write_Y_Scale(prefs.yscale, p, window);
     if (scene.store.prf_loaded && scene.prefs.prf.hide_negative) Hide_Negative_Numbers(scene.zone, prefs, p, window);
     Write_X_Scale(prefs.xscale, p, window);
@@ -176,35 +222,43 @@ std::string Y_Title(const Scene& scene) {
     return own.empty() ? scene.plot.ylabel_text : std::string(own);
 }
 
-void Draw_Axis_Labels(const Scene& scene, Presentation& p, std::string_view y_title, bool log) {
+void Draw_Axis_Labels(const Scene& scene, Presentation& p, const View& window, std::string_view y_title, bool log) {
     const Graph2D_Prefs& prefs = scene.prefs.graph2d;
-    Write_Y_Label(prefs.ylabel, p, log ? Logarithm_Of(y_title) : std::string(y_title));
+    if (Lays_Out(scene.look)) return Frame_Of(scene, p.graphics(), scene.store.nperfiles(), window, y_title).Write_Labels(scene.zone);
+    const bool root = !log && scene.plot.Scale() == Y_Scale::root;
+    Write_Y_Label(prefs.ylabel, p, log ? Logarithm_Of(y_title) : root ? Root_Of(y_title) : std::string(y_title));
     Write_X_Label(prefs.xlabel, scene.zone, p, scene.plot.xlabel_text);
 }
 
-void Draw_Target(const Plot_Zone& zone, Graphics& g) {
+void Draw_Target(const Plot_Zone& zone, const Look& look, Graphics& g) {
     const float w = page_width, h = page_height;
     g.IGrLineWidth(1);
     g.IGrFillPattern(fill_outline);
-    g.IGrColour("Black");
-    g.IGrMoveTo(0.5f * w, zone.y1 * h);
-    g.IGrLineTo(0.5f * w, zone.y2 * h);
-    g.IGrMoveTo(zone.x1 * w, 0.5f * h);
-    g.IGrLineTo(zone.x2 * w, 0.5f * h);
-    g.IGrRectangle(500, 320, 700, 480);
-    g.IGrRectangle(400, 240, 800, 560);
+    g.IGrColourN(look.ink);
+    const float middle_x = 0.5f * (zone.x1 + zone.x2) * w, middle_y = 0.5f * (zone.y1 + zone.y2) * h;
+    g.IGrMoveTo(middle_x, zone.y1 * h);
+    g.IGrLineTo(middle_x, zone.y2 * h);
+    g.IGrMoveTo(zone.x1 * w, middle_y);
+    g.IGrLineTo(zone.x2 * w, middle_y);
+    constexpr Plot_Zone usual;
+    const float wider = (zone.x2 - zone.x1) / (usual.x2 - usual.x1), higher = (zone.y2 - zone.y1) / (usual.y2 - usual.y1);
+    for (const float size : {1.0f, 2.0f}) {
+        const float half_x = 100 * size * wider, half_y = 80 * size * higher;
+        g.IGrRectangle(middle_x - half_x, middle_y - half_y, middle_x + half_x, middle_y + half_y);
+    }
 }
 
-void Draw_Frame(Presentation& p) {
+void Draw_Frame(Presentation& p, const Look& look) {
     Graphics& g = p.graphics();
-    g.IGrLineWidth(2);
-    g.IGrColour("Black");
+    g.IGrLineWidth(look.frame_width);
+    g.IGrColourN(look.ink);
     p.IPgBorder();
     g.IGrLineWidth(1);
 }
 
-void Draw_Legend(const Scene& scene, Presentation& p, int n) {
+void Draw_Legend(const Scene& scene, Presentation& p, const View& window, int n) {
     Graphics& g = p.graphics();
+    if (Lays_Out(scene.look)) return Fitted_Legend(scene, n, g.device()).Draw(window);
     const Text_Prefs& prefs = scene.prefs.graph2d.legend;
     if (!Has_Legend(scene)) return;
     Select_Font(g, prefs);
@@ -229,6 +283,7 @@ void Draw_Legend(const Scene& scene, Presentation& p, int n) {
 
 Plot_Zone Room_Beside_Texts(const Scene& scene) {
     Plot_Zone room = scene.zone;
+    if (Lays_Out(scene.look)) return room;
     const float foot = legend_top - legend_step * static_cast<float>(scene.store.nperfiles() + 1);
     if (Has_Legend(scene) && foot > room.y1) room.y2 = std::min(room.y2, foot);
     return room;

@@ -25,10 +25,16 @@ Plot_Zone Fitted_Zone(const Scene&, Graphics&);
 
 void Draw_Title(const Scene&, Presentation&, int n);
 void Draw_Scales(const Scene&, Presentation&, const View& window);  // with the numbers under zero of a refined profile hidden
-void Draw_Axis_Labels(const Scene&, Presentation&, std::string_view y_title, bool log);
-void Draw_Target(const Plot_Zone&, Graphics&);
-void Draw_Frame(Presentation&);
-void Draw_Legend(const Scene&, Presentation&, int n);
+void Draw_Axis_Labels(const Scene&, Presentation&, const View& window, std::string_view y_title, bool log);
+void Draw_Target(const Plot_Zone&, const Look&, Graphics&);
+void Draw_Frame(Presentation&, const Look& = {});
+void Draw_Legend(const Scene&, Presentation&, const View& window, int n);
+
+std::string Legend_Name(const Profile_Store&, int row);  // of its file and which of its patterns it is, or what the user calls it
+
+// Places of labels by their codes: N none, L, C or R along x; "--" none, T, C or B along y, then V upright, 9 or R turned.
+char Along_X(int code);
+std::string_view Y_Label_Place(int code);
 
 // The part of the plot box under the legend, where no text stands.
 Plot_Zone Room_Beside_Texts(const Scene&);

@@ -260,11 +260,6 @@ void Draw_Rows(const Scene& scene, Presentation& p, int n, const View& window, Y
     if (bands.empty()) draw(p);
 }
 
-// Where the numbers of the scale are roots, the title says so.
-std::string Scaled_Title(const Scene& scene, const std::string& title, Y_Scale scale) {
-    return scale == Y_Scale::root && !scene.look.count_ticks && !title.empty() ? "Sqrt(" + title + ')' : title;
-}
-
 }  // namespace
 
 Drawn plot_graph2d(const Scene& scene, Graphics& g, int n, const View& window, Y_Scale scale) {
@@ -279,13 +274,13 @@ Drawn plot_graph2d(const Scene& scene, Graphics& g, int n, const View& window, Y
     Draw_Title(scene, p, n);
     if (window.Drawable()) Draw_Scales(scene, p, window);
     std::string y_title = Y_Title(scene);
-    Draw_Axis_Labels(scene, p, Scaled_Title(scene, y_title, scale), scale == Y_Scale::logarithm);
+    Draw_Axis_Labels(scene, p, window, y_title, scale == Y_Scale::logarithm);
     const bool refined = store.prf_loaded && store.ProfilePRFactive >= 1 && store.ProfilePRFactive <= n;
     if (refined && window.Drawable()) Draw_PRF_Overlay(scene, p, window, scale);
     Page_Units(g);
-    if (scene.plot.show_target) Draw_Target(scene.zone, g);
-    Draw_Frame(p);
-    Draw_Legend(scene, p, n);
+    if (scene.plot.show_target) Draw_Target(scene.zone, scene.look, g);
+    Draw_Frame(p, scene.look);
+    Draw_Legend(scene, p, window, n);
     return {window, window, std::move(y_title)};
 }
 

@@ -7,6 +7,7 @@
 
 #include "base/text.hpp"
 #include "drawing/presentation_3d.hpp"
+#include "plot/fitted_frame.hpp"
 #include "plot/frame_texts.hpp"
 #include "plot/plot.hpp"
 #include "session/desk/row_styles.hpp"
@@ -30,6 +31,11 @@ void Set_Units(Presentation_3D& p, float first, float last, float x1, float x2, 
         low -= half, high += half;
     }
     p.IPgUnitsXYZ(first, last, x1, x2, low, high);
+}
+
+void Select(const Scene& scene, Graphics& g, int font, Text_Cell letters) {
+    letters = Enlarged(scene.look, letters, g.device());
+    g.WGrTextFont(font, 0, letters.width, letters.height);
 }
 
 // The page, and a box of data as the view turns it.
@@ -93,14 +99,14 @@ Drawn Plot_3D_Lines(const Scene& scene, Graphics& g, int n, const View& window, 
     n = std::clamp(n, 0, scene.store.nperfiles());
     Presentation_3D p = Page_In_Space(scene, g, scene.prefs.graph3d.graph3d_background, rotation, elevation);
     Set_Units(p, 0, static_cast<float>(std::max(n - 1, 1)), window.x1, window.x2, window.y1, window.y2);
-    g.IGrColour("Black");
-    g.WGrTextFont(text_font, 0, 0.013333f, 0.04f);
+    g.IGrColourN(scene.look.ink);
+    Select(scene, g, text_font, {0.013333f, 0.04f});
     p.IPgTitle(Trim(scene.prefs.graph3d.graph3d_title));
     p.IPgFrame();
-    g.WGrTextFont(text_font, 0, 0.012f, 0.024f);
+    Select(scene, g, text_font, {0.012f, 0.024f});
     p.IPgYScale("NT");
     p.IPgZScale("NT");
-    g.WGrTextFont(text_font, 0, 0.015f, 0.03f);
+    Select(scene, g, text_font, {0.015f, 0.03f});
     p.IPgLabelPos(1, 0.6f);
     p.IPgXLabel("Patterns", "C");
     p.IPgLabelPos(2, 0.6f);
@@ -122,22 +128,22 @@ Drawn Plot_3D_Surface(const Scene& scene, Graphics& g, float rotation, float ele
     const auto [first, last] = std::minmax_element(grid.grid_y.begin(), grid.grid_y.end());
     Set_Units(p, *first, *last, *left, *right, grid.z_min, grid.z_max);
     p.IPgWalls(floor_grey, left_grey, right_grey);
-    g.IGrColour("Black");
+    g.IGrColourN(scene.look.ink);
     p.IPgFrame(Presentation_3D::Edges::back);
     p.IPgSurf3Data({grid.grid_x, grid.grid_y, grid.grid_z}, {.option = Option_Of(prefs.surface_type),
                                                              .lattice = prefs.surface_lattice,
                                                              .least = prefs.surface_min_colour,
                                                              .most = prefs.surface_max_colour});
     p.IPgFrame(Presentation_3D::Edges::front);
-    g.IGrColour("Blue");
-    g.WGrTextFont(title_font, 0, 0.02f, 0.04f);
+    g.IGrColourN(Readable_Text(scene.look, WRGB(0, 0, 255), prefs.surface_background));
+    Select(scene, g, title_font, {0.02f, 0.04f});
     p.IPgTitle(Trim(prefs.surface_title));
-    g.WGrTextFont(text_font, 0, 0.015f, 0.03f);
+    Select(scene, g, text_font, {0.015f, 0.03f});
     p.IPgXScale("TN");
     p.IPgYScale("TN");
     p.IPgZScale("TN");
-    g.IGrColour("Black");
-    g.WGrTextFont(text_font, 0, 0.02f, 0.04f);
+    g.IGrColourN(scene.look.ink);
+    Select(scene, g, text_font, {0.02f, 0.04f});
     if (const int pos = scene.prefs.graph2d.ylabel.pos; pos != no_label) {
         p.IPgLabelPos(1, Along_Axis(pos));
         p.IPgXLabel(grid.grid_y_label, "C");

@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "base/text.hpp"
+#include "plot/fitted_frame.hpp"
 #include "plot/plot.hpp"
 #include "plot/text_style.hpp"
 #include "session/bragg_rows.hpp"
@@ -49,13 +50,15 @@ void Draw_Segment(Graphics& g, float x1, float y1, float x2, float y2) {
     g.IGrLineTo(x2, y2);
 }
 
+Colour Seen(const Scene& scene, Colour colour) { return Seen_Mark(scene.look, colour, scene.prefs.graph2d.frame_foreground); }
+
 // A dot with a rim: what a user can take hold of. y is counts.
 void Draw_Dot(const Scene& scene, Graphics& g, float x, float counts) {
     const float radius = dot_part_of_view * (scene.plot.x_view_max - scene.plot.x_view_min), y = Place(scene, counts);
     g.IGrFillPattern(fill_solid);
-    g.IGrColourN(olive);
+    g.IGrColourN(Seen(scene, olive));
     g.IGrEllipse(x, y, dot_rim * radius, dot_ratio);
-    g.IGrColourN(deep_blue);
+    g.IGrColourN(Seen(scene, deep_blue));
     g.IGrEllipse(x, y, radius, dot_ratio);
 }
 
@@ -70,12 +73,12 @@ void Draw_Background_Line(const Scene& scene, Graphics& g, const std::vector<Bac
             x.push_back(std::lerp(points[i - 1].x, points[i].x, part));
             y.push_back(Place(scene, std::lerp(points[i - 1].y, points[i].y, part)));
         }
-    g.IGrColourN(blue);
+    g.IGrColourN(Seen(scene, blue));
     g.IGrPolyLine(x, y);
 }
 
 void Draw_Peaks(const Scene& scene, Graphics& g) {
-    g.IGrColour("Black");
+    g.IGrColourN(scene.look.ink);
     g.IGrLineWidth(2);
     for (const Peak_Mark& peak : scene.lists.peaks) Draw_Segment(g, peak.x, Foot_Of(scene), peak.x, Place(scene, peak.y));
 }
@@ -89,7 +92,7 @@ void Draw_Background(const Scene& scene, Graphics& g) {
 }
 
 void Draw_Reflections(const Scene& scene, Graphics& g) {
-    g.IGrColourN(green);
+    g.IGrColourN(Seen(scene, green));
     g.IGrLineWidth(1);
     for (const Reflection_Mark& mark : scene.lists.hklgen) Draw_Segment(g, mark.x, Foot_Of(scene), mark.x, Place(scene, mark.y));
 }
@@ -100,13 +103,13 @@ void Draw_Fit_Peak(const Scene& scene, Graphics& g, const Fit_Peak& peak) {
     const float slope = fit.x_fin == fit.x_ini ? 0 : (fit.y_fin - fit.y_ini) / (fit.x_fin - fit.x_ini);
     const float intercept = fit.y_ini - fit.x_ini * slope, x = peak.pos.value;
     Draw_Dot(scene, g, x, peak.top);
-    g.IGrColourN(blue);
+    g.IGrColourN(Seen(scene, blue));
     Draw_Segment(g, x, Place(scene, peak.top), x, Place(scene, intercept + slope * x));
     if (!peak.Has_Half_Width()) return;
     const float mirror = 2 * x - peak.half_x;
     Draw_Dot(scene, g, peak.half_x, peak.half_y);
     Draw_Dot(scene, g, mirror, peak.half_y);
-    g.IGrColourN(blue);
+    g.IGrColourN(Seen(scene, blue));
     const float half = Place(scene, peak.half_y);
     Draw_Segment(g, peak.half_x, half, mirror, half);
 }
@@ -173,7 +176,7 @@ void Draw_Picks(const Scene& scene, Graphics& g, const std::vector<int>& entries
     if (!scene.plot.Shown_View().Drawable() || (!generated && scene.store.ProfilePRFactive < 1)) return;
     const Data_Units units(scene, g, !generated);
     g.IGrLineWidth(3);
-    g.IGrColourN(generated ? magenta : red);
+    g.IGrColourN(Seen(scene, generated ? magenta : red));
     for (const int entry : entries) {
         if (entry < 1) continue;
         const auto index = static_cast<std::size_t>(entry - 1);

@@ -31,8 +31,8 @@ void Segment(Graphics& g, double x0, double y0, double x1, double y1) {
 void Upright(const Plot_State& plot, Graphics& g, double x) { Segment(g, x, plot.zone.y1 * page_height, x, plot.zone.y2 * page_height); }
 void Level(const Plot_State& plot, Graphics& g, double y) { Segment(g, plot.zone.x1 * page_width, y, plot.zone.x2 * page_width, y); }
 
-void Draw_Pivot(const Plot_State& plot, Graphics& g) {
-    g.IGrColour("Black");
+void Draw_Pivot(const Plot_State& plot, Colour ink, Graphics& g) {
+    g.IGrColourN(ink);
     g.IGrLineWidth(2);
     if (plot.MoveMode == Move_Mode::scale_x)
         Upright(plot, g, plot.Pivot_Place());
@@ -85,12 +85,12 @@ void Draw_Rubber_Shape(const Rubber_Shape& r, const Plot_Zone& zone, float line_
     }
 }
 
-void Draw_Rubber(const Plot_State& plot, const Profile_Store& store, Graphics& g) {
+void Draw_Rubber(const Plot_State& plot, const Profile_Store& store, Graphics& g, Colour ink) {
     g.IGrArea(0, 0, 1, 1);
     g.IGrUnits(0, 0, page_width, page_height);
     g.IGrLineType(0);
     if (plot.rubber.active) Draw_Rubber_Shape(plot.rubber, plot.zone, plot.rubber.kind == Rubber_Kind::line ? 2 : 1, g);
-    if (plot.row_move.has_pivot) Draw_Pivot(plot, g);
+    if (plot.row_move.has_pivot) Draw_Pivot(plot, ink, g);
     if (plot.spectral.shown && store.nperfiles() > 0) Draw_Spectral_Lines(plot, store, g);
 }
 

@@ -10,7 +10,7 @@
 namespace vntl {
 
 // The rectangle, band or line that is being drawn, the pivot of a scaling, and the spectral lines at the pointer.
-void Draw_Rubber(const Plot_State&, const Profile_Store&, Graphics&);
+void Draw_Rubber(const Plot_State&, const Profile_Store&, Graphics&, Colour ink = 0);
 
 // The shape that is being drawn alone, its line as wide as told; in the units of the page.
 void Draw_Rubber_Shape(const Rubber_Shape&, const Plot_Zone&, float line_width, Graphics&);

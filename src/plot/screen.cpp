@@ -5,6 +5,7 @@
 #include <iterator>
 #include <utility>
 
+#include "plot/fitted_frame.hpp"
 #include "plot/following_curves.hpp"
 #include "plot/frame_texts.hpp"
 #include "plot/plot.hpp"
@@ -18,7 +19,7 @@ namespace vntl {
 
 namespace {
 
-constexpr int width_info = 1, height_info = 2;
+constexpr int width_info = 1, height_info = 2, dots_info = 3;
 
 bool Shows_Welcome(const Scene& scene) { return scene.plot.plot_type == Plot_Form::none || scene.store.nperfiles() == 0; }
 
@@ -52,7 +53,7 @@ void Show_Marks_With(int window, const Scene& scene, const std::vector<Row_Ghost
     Draw_Marks(scene, marks);
     Draw_Hits(scene, marks);
     Draw_Preview(scene, marks);
-    Draw_Rubber(scene.plot, scene.store, marks);
+    Draw_Rubber(scene.plot, scene.store, marks, scene.look.ink);
     WOverlayPut(overlay);
 }
 
@@ -107,7 +108,9 @@ void Draw_With_Marks(const Scene& scene, Device& device) {
 
 Drawn Show_Picture(int window, const Scene& scene) {
     WindowSelect(window);
-    Bitmap bitmap(WInfoWindow(width_info), WInfoWindow(height_info));
+    // Sizes on a screen of fine pixels are those of a look; the preferences alone know shares of the page.
+    const double dots = Lays_Out(scene.look) ? WInfoWindow(dots_info) : pixels_an_inch;
+    Bitmap bitmap(WInfoWindow(width_info), WInfoWindow(height_info), dots);
     Drawn drawn = Draw_Picture(scene, bitmap.Drawing());
     WBitmapPut(std::move(bitmap));
     return drawn;

@@ -54,7 +54,7 @@ void WindowSplit(int panes, bool side_by_side);  // divides the drawing area; ea
 void WindowStatusBarParts(std::span<const int> widths);      // hundredths of a character's width, -1 the rest
 void WindowOutStatusBar(int part, const std::string& text);  // part from 1
 std::string WindowStatusBarText(int part);
-int WInfoWindow(int what, int pane = 1);   // 1 width, 2 height of the drawing area in device pixels
+int WInfoWindow(int what, int pane = 1);   // 1 width, 2 height of the drawing area in device pixels, 3 how many of them an inch has
 void WindowResize(int width, int height);  // of the drawing area; a resize message follows
 void WCursorShape(int shape);              // 0 arrow, 3 cross, 6 hand
 int WindowFront();                         // number of the window or dialog in front

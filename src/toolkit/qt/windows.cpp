@@ -127,6 +127,7 @@ std::string WindowStatusBarText(int part) {
 int WInfoWindow(int what, int pane) {
     const QWidget* surface = Selected_Surface(pane);
     if (surface == nullptr) return 0;
+    if (what == 3) return qRound(96 * surface->devicePixelRatioF());
     const QSize pixels = Pixels_Of(*surface);
     return what == 1 ? pixels.width() : pixels.height();
 }
