@@ -58,19 +58,6 @@ constexpr Place places[] = {
 };
 // clang-format on
 
-Menu_Entry Entry_Of(int id) {
-    Menu_Entry entry;
-    if (const Command* command = Find_Command(id)) {
-        entry.command = id;
-        entry.label = command->label;
-        entry.shortcut = command->built() ? command->shortcut : std::string_view{};
-        entry.hint = command->hint;
-        entry.icon = command->icon;
-        entry.checkable = command->checkable;
-    }
-    return entry;
-}
-
 // The entries from `place` up to the end of the popup, which `place` then stands behind.
 std::vector<Menu_Entry> Entries(std::span<const Place>& place) {
     std::vector<Menu_Entry> entries;
@@ -78,7 +65,7 @@ std::vector<Menu_Entry> Entries(std::span<const Place>& place) {
         const Place here = place.front();
         place = place.subspan(1);
         if (here.popup == "}") break;
-        Menu_Entry entry = Entry_Of(here.command);
+        Menu_Entry entry = Menu_Entry_Of(here.command);
         if (!here.popup.empty()) {
             if (here.popup != "{") entry.label = here.popup;
             entry.popup = true;
@@ -105,6 +92,19 @@ const Command* Find_Command(int id) {
     for (const Command& command : All_Commands())
         if (command.id == id) return &command;
     return nullptr;
+}
+
+Menu_Entry Menu_Entry_Of(int id) {
+    Menu_Entry entry;
+    if (const Command* command = Find_Command(id)) {
+        entry.command = id;
+        entry.label = command->label;
+        entry.shortcut = command->built() ? command->shortcut : std::string_view{};
+        entry.hint = command->hint;
+        entry.icon = command->icon;
+        entry.checkable = command->checkable;
+    }
+    return entry;
 }
 
 std::vector<Menu_Entry> Menu_Bar() {

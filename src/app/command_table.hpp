@@ -15,6 +15,8 @@ std::vector<Command_Family> Families();
 std::span<const Command> Command_Table();
 const Command* Find_Command(int id);
 
+Menu_Entry Menu_Entry_Of(int command);  // a separating line for 0
+
 // The menu bar, made from the table and the places of its commands.
 std::vector<Menu_Entry> Menu_Bar();
 

@@ -3,8 +3,10 @@
 #include <cmath>
 #include <optional>
 
+#include "app/carry_list.hpp"
 #include "app/command_table.hpp"
 #include "commands/crystal/hkl_gen.hpp"
+#include "commands/desk/pattern_list.hpp"
 #include "commands/file/exit.hpp"
 #include "commands/file/opened.hpp"
 #include "commands/plot/mouse.hpp"
@@ -41,7 +43,7 @@ void Do_Key(Application& app, int key) {
 
 bool Is_Deed(Message_Kind kind) {
     return kind == Message_Kind::command || kind == Message_Kind::mouse_down || kind == Message_Kind::key_down ||
-           kind == Message_Kind::files_dropped;
+           kind == Message_Kind::files_dropped || Is_Of_List(kind);
 }
 
 // Commands that a dialog in front holds back are void.
@@ -75,6 +77,7 @@ void Do_Message(Application& app, const Message& message) {
             Open_Dropped_Files(app, message.record.files);
             break;
         default:
+            if (Is_Of_List(message.kind)) Serve_List(app, message);
             break;
     }
 }
@@ -96,13 +99,15 @@ void Ihand_WinRoot(Application& app, const Message& message) {
     if (!app.session.plot.drag.active) Remember_View(app.session, message.kind == Message_Kind::wheel);
     Show_Changes(app.session);
     Time_Note(app.note_timed, app.session.interface);
+    Show_List_Commands(app.session);
 }
 
-// Bars that came or went have left the picture another height.
+// Bars that came or went have left the picture another height, a list another width.
 void Carry_And_Fit(Application& app) {
     const auto bars = app.toolbars;
+    const bool other_width = Carry_List(app);
     Carry_To_Window(app);
-    if (app.toolbars != bars) Plot_Redraw(app.session);
+    if (app.toolbars != bars || other_width) Plot_Redraw(app.session);
 }
 
 std::optional<Point> Page_Of(const Plot_State& plot, Point data) {
@@ -164,11 +169,16 @@ void Carry_To_Window(Application& app) {
 }
 
 void Message_Loop(Application& app) {
+    Show_List_Commands(app.session);
     Carry_And_Fit(app);
     unsigned carried = app.session.interface.revision;
     while (!app.leaving) {
-        Serve_Message(WMessage());
-        if (app.session.interface.revision == carried) continue;
+        const Message message = WMessage();
+        Serve_Message(message);
+        if (app.session.interface.revision == carried) {
+            if (Carry_List(app, message.kind == Message_Kind::mouse_move)) Plot_Redraw(app.session);
+            continue;
+        }
         Carry_And_Fit(app);
         carried = app.session.interface.revision;
     }

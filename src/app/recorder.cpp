@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <system_error>
 
+#include "app/carry_list.hpp"
 #include "app/script.hpp"
 #include "base/os.hpp"
 #include "base/text_file.hpp"
@@ -52,6 +53,7 @@ Status Recorder::Open(const std::string& file) {
 
 void Recorder::Begin(const std::vector<std::string>& files) {
     Set_Witness(this);
+    if (app_.session.desk.list_open) Statement({"list", "open"});
     WindowSelect(main_window);
     Statement({"resize", std::to_string(WInfoWindow(1)), std::to_string(WInfoWindow(2))});
     if (const std::string& style = app_.session.style.name; style != default_style) Saw_Style(style);
@@ -160,8 +162,16 @@ void Recorder::Saw_Message(const Message& message) {
         case Message_Kind::timer:
             return Statement({"timer", std::to_string(record.value1)});
         default:
-            return;
+            return List(message);
     }
+}
+
+// Of rows that are chosen or pointed at one after another only the last ones matter.
+void Recorder::List(const Message& message) {
+    const Words words = List_Words(message);
+    if (words.empty()) return;
+    const bool passing = message.kind == Message_Kind::list_chosen || message.kind == Message_Kind::list_pointed;
+    passing ? Replaceable(words[0] + ' ' + words[1], words) : Statement(words);
 }
 
 void Recorder::Saw_Field(int dialog, int field, const std::string& value) {

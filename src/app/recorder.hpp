@@ -47,6 +47,7 @@ private:
     void Answer(const Words& words);                        // stands before the statement that led to the question
     void Replaceable(const std::string& key, Words words);  // takes the place of the statement before it, if that has the same key
     void Mouse(const Message& message);
+    void List(const Message& message);
     void Put_Waiting();  // what waits is on disk too, and is written over when more is known of it
     void Settle();
 

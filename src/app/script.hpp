@@ -96,6 +96,7 @@ private:
     Status Export(const Words&);
     Status Exit(const Words&);
     Status Quit(const Words&);
+    Status List(const Words&);
 
     Status Post_Command(int id);
     Status Field_Number(const std::string& name, int& number) const;

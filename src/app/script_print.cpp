@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <ostream>
 
+#include "app/carry_list.hpp"
 #include "app/command_table.hpp"
 #include "charts/topics.hpp"
 #include "commands/application.hpp"
@@ -96,8 +97,9 @@ Status Print_State(Application& app, const std::string& directory, std::ostream&
     for (const auto& topics :
          {Store_Topics(session.store), State_Topics(session), Window_Topics(), Menu_Topics(session.interface),
           Instrument_Topics(directory, app.directories, app.instrument),
-          std::vector<Topic>{Programs_Topic(Suite_In_Use(session.config, session.prefs.environment)), Space_Group_Topic(),
-                             Structure_Topic(directory), Converted_Topic(directory), Generic_Topic(app.generic), Model_3D_Topic(app)},
+          std::vector<Topic>{List_Topic(session), Programs_Topic(Suite_In_Use(session.config, session.prefs.environment)),
+                             Space_Group_Topic(), Structure_Topic(directory), Converted_Topic(directory), Generic_Topic(app.generic),
+                             Model_3D_Topic(app)},
           Viewer_Topics(app)})
         for (const Topic& topic : topics)
             if (topic.name == words.front()) return topic.print(words.subspan(1), put);

@@ -3,6 +3,7 @@
 #include <array>
 #include <ostream>
 
+#include "app/carry_list.hpp"
 #include "app/command_table.hpp"
 #include "app/main_window.hpp"
 #include "app/recorder.hpp"
@@ -70,6 +71,7 @@ const std::vector<Script_Runner::Kind_Of_Statement>& Script_Runner::Kinds() {
         {"resize", &Script_Runner::Resize},
         {"timer", &Script_Runner::Timer},
         {"close", &Script_Runner::Close},
+        {"list", &Script_Runner::List},
         {"programs", &Script_Runner::Programs},
         {"pref", &Script_Runner::Pref},
         {"style", &Script_Runner::Style},
@@ -288,6 +290,19 @@ Status Script_Runner::Close(const Words& words) {
     if (const int front = WindowFront(); WDialogLoaded(front) && !WDialogIsPanel(front)) return Act_Key(front, key_escape);
     Post_Message({Message_Kind::close_request, {.win = Window_In_Front()}});
     return Status::Done();
+}
+
+Status Script_Runner::List(const Words& words) {
+    const bool open = app_.session.desk.list_open;
+    if (words.size() == 2 && (words[1] == "open" || words[1] == "close"))
+        return open == (words[1] == "open") ? Status::Done() : Post_Command(command::pattern_list);
+    if (!open) return Status::Fail("the list of patterns is not open");
+    if (Window_In_Front() != main_window || WDialogModal(WindowFront()))
+        return Status::Fail("the list is not served while a dialog is open");
+    Message message{};
+    const Status status = List_Message(app_.session, words, message);
+    if (status.ok()) Post_Message(std::move(message));
+    return status;
 }
 
 Status Script_Runner::Programs(const Words& words) {

@@ -5,6 +5,7 @@
 #include <iterator>
 #include <optional>
 
+#include "app/carry_list.hpp"
 #include "app/command_table.hpp"
 #include "app/main_window.hpp"
 #include "app/recorder.hpp"
@@ -207,6 +208,7 @@ void Start(Application& app, const Start_Options& line, const std::optional<Mess
     MRU_Show(session);
     Reset_Profiles(session);
     Set_Menu_Empty(session);
+    Carry_List(app);
     Carry_To_Window(app);
     WindowShow();
     Plot_Redraw(session);

@@ -4,6 +4,7 @@
 #include <array>
 #include <map>
 #include <string>
+#include <vector>
 
 #include "base/programs.hpp"
 #include "charts/seq_file.hpp"
@@ -13,6 +14,7 @@
 #include "instrument/data_directories.hpp"
 #include "instrument/diffractometer.hpp"
 #include "plot/model_state.hpp"
+#include "session/desk/pattern_list.hpp"
 #include "session/session.hpp"
 #include "session/viewer_2d.hpp"
 
@@ -22,6 +24,12 @@ namespace vntl {
 struct Panel_Memory {
     std::map<int, std::string> given;
     int edited = 0;  // the field that the user has changed, and that nothing was taken of yet
+};
+
+// What the window's list of patterns was given last.
+struct List_On_Window {
+    std::vector<Listed_Row> rows;
+    int width = 0;
 };
 
 struct Application {
@@ -35,6 +43,7 @@ struct Application {
     Model3D zone_model;       // of a part of the viewer's picture
     Viewer2D viewer;          // of area detectors
     Panel_Memory panel_memory;
+    List_On_Window list;
     Data_Directories directories;       // of runs and instruments
     Instrument_State instrument;        // the one in use
     Numor_Series series;                // of runs that were opened last by their numbers

@@ -46,6 +46,12 @@ void Set_Checks(const Session& session, int grid, int column, bool on, const std
     WGridPutCheckBox(grid, column, checks);
 }
 
+void Check_Chosen(const Session& session, int grid, int column) {
+    std::vector<int> checks;
+    for (int row = 1; row <= session.store.nperfiles(); ++row) checks.push_back(session.store.is_chosen(row) ? 1 : 0);
+    WGridPutCheckBox(grid, column, checks);
+}
+
 std::vector<int> Checked_Rows(int grid, int column) {
     std::vector<int> rows;
     int row = 0;

@@ -25,6 +25,7 @@ bool Is_Refined_Kind(const Session&, int row);  // "PRF" or "MONO": many operati
 // Checks of a column: off and not to be changed where `fixed` holds.
 void Fix_Checks(const Session&, int grid, int column, const std::function<bool(int row)>& fixed);
 void Set_Checks(const Session&, int grid, int column, bool on, const std::function<bool(int row)>& fixed = {});
-std::vector<int> Checked_Rows(int grid, int column);  // from 1
+void Check_Chosen(const Session&, int grid, int column);  // the rows that are chosen in the list of patterns, and no others
+std::vector<int> Checked_Rows(int grid, int column);      // from 1
 
 }  // namespace vntl

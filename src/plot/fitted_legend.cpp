@@ -49,7 +49,7 @@ void Fitted_Legend::Make_Lines(int rows) {
     const bool tells_chi2 = scene_.store.prf_loaded;
     for (int row = 1; row <= rows; ++row) {
         if (!scene_.store.shown(row)) continue;
-        lines_.push_back({row, Legend_Name(scene_.store, row), true});
+        lines_.push_back({row, Row_Name(scene_.store, row), true});
         if (const float chi2 = scene_.store.Info(row).chi2; tells_chi2 && chi2 > least_chi2)
             lines_.push_back({row, "Chi2 = " + std::string(Trim(IRealToString(chi2, "(F12.2)"))), false});
     }

@@ -11,6 +11,7 @@
 #include "plot/fitted_legend.hpp"
 #include "plot/grid_map.hpp"
 #include "plot/text_style.hpp"
+#include "session/desk/pattern_list.hpp"
 
 namespace vntl {
 
@@ -65,7 +66,7 @@ float Legend_X(const Scene& scene, const Graphics& g, int n) {
     const float x = Entry(legend_x, scene.prefs.graph2d.legend.pos) * page_width;
     if (scene.prefs.graph2d.legend.pos != legend_in_right) return x;
     float longest = 0;
-    for (int row = 1; row <= n; ++row) longest = std::max(longest, g.Text_Width(Legend_Name(scene.store, row)));
+    for (int row = 1; row <= n; ++row) longest = std::max(longest, g.Text_Width(Row_Name(scene.store, row)));
     const float inside = scene.zone.x2 * page_width - frame_gap - symbol_room - longest;
     return std::min(x, std::max(inside, scene.zone.x1 * page_width + page_edge));
 }
@@ -115,17 +116,6 @@ void Select_Shrunk(Graphics& g, Text_Prefs prefs, std::string_view text, float r
 }
 
 }  // namespace
-
-// Rows of one file would look alike. UXD calls its patterns ranges.
-std::string Legend_Name(const Profile_Store& store, int row) {
-    const PRF_Info_Add_Type& info = store.Info(row);
-    const std::int32_t bank = store.Pattern(row).bank;
-    if (!Trim(info.legend_text).empty()) return std::string(Trim(info.legend_text));
-    std::string name(Trim(info.file_name));
-    const bool of_file = info.kind == Row_Kind::data || info.kind == Row_Kind::rietv;
-    if (bank > 0 && of_file) name += (info.format == "SOCABIM" ? " (range " : " (bank ") + std::to_string(bank) + ')';
-    return name;
-}
 
 char Along_X(int code) { return Entry(along_x, code); }
 std::string_view Y_Label_Place(int code) { return Entry(along_y, code); }
@@ -272,7 +262,7 @@ void Draw_Legend(const Scene& scene, Presentation& p, const View& window, int n)
         const auto line_y = [](int at) { return (legend_top - legend_step * static_cast<float>(at)) * page_height; };
         p.IPgStyle(1, {style.line_style, fill_solid, style.line_colour, style.marker_colour, Marker_Glyph(style.marker_type)});
         g.IGrColourN(style.line_colour);
-        p.IPgKey(x, line_y(line), 1, Fit_Text(g, Legend_Name(scene.store, row), room));
+        p.IPgKey(x, line_y(line), 1, Fit_Text(g, Row_Name(scene.store, row), room));
         if (!Tells_Chi2(scene, row)) continue;
         line += chi2_scale > 1 ? static_cast<int>(std::ceil(chi2_scale * Char_Height(prefs.size) / legend_step)) : 1;
         g.WGrTextFont(0, 0, chi2_scale * Char_Width(prefs.size), chi2_scale * Char_Height(prefs.size));

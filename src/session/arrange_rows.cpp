@@ -35,14 +35,14 @@ void Delete_Rows(Session& session, const std::vector<int>& rows) {
     change.Keep();
 }
 
-Status Copy_First_Row(Session& session) {
+Status Copy_Row(Session& session, int row) {
     Profile_Store& store = session.store;
     if (store.full()) return Status::Fail(std::string(table_full_text));
-    Row_Change change(session, "copy" + Of_Profiles(session, {1}));
-    const int row = store.Append_Copy(1);
-    store.Pattern(row).title = Cut("Copy of " + store.Info(1).file_name, title_width);
-    store.Info(row).file_name = "<copy>";
-    store.Info(row).kind = Row_Kind::copy;
+    Row_Change change(session, "copy" + Of_Profiles(session, {row}));
+    const int copy = store.Append_Copy(row);
+    store.Pattern(copy).title = Cut("Copy of " + store.Info(row).file_name, title_width);
+    store.Info(copy).file_name = "<copy>";
+    store.Info(copy).kind = Row_Kind::copy;
     change.Keep();
     return Status::Done();
 }

@@ -12,7 +12,9 @@ struct Session;
 
 void Delete_Rows(Session&, const std::vector<int>& rows);  // with all of them the session is emptied, as by a new start
 
-Status Copy_First_Row(Session&);  // to the end; fails where the table is full
+// To the end; fails where the table is full.
+Status Copy_Row(Session&, int row);
+inline Status Copy_First_Row(Session& session) { return Copy_Row(session, 1); }
 
 // The order in which the keys of the rows rise, or fall: order[i] is the row that comes to place i + 1. Rows of one key stay as they are to
 // one another, either way. Texts are compared as people read them, numbers in them by their value and without regard to case.

@@ -14,15 +14,24 @@
 
 namespace vntl {
 
-// Arrays of a pattern that a change touches. Its numbers and texts, and what the row keeps beside it, are always kept.
-enum Row_Parts : unsigned { part_x = 1, part_y = 2, part_sigma = 4, part_curves = 8 /* ycalc, bgr */, no_parts = 0, all_parts = 15 };
+// Arrays of a pattern that a change touches. Its numbers and texts, and what the row keeps beside it, are always kept. `part_looks` is
+// none of them: a change of flags and names, from which no range follows.
+enum Row_Parts : unsigned {
+    part_x = 1,
+    part_y = 2,
+    part_sigma = 4,
+    part_curves = 8,  // ycalc, bgr
+    part_looks = 16,
+    no_parts = 0,
+    all_parts = 15
+};
 
 // A row of the store with its flags; of a changed one only the arrays that are kept.
 struct Kept_Row {
     int row = 0;  // from 1; 0 for a row that was added
     Diffraction_Pattern_Type pattern;
     PRF_Info_Add_Type info;
-    bool shown = true, show_ycalc = false, show_bgr = false;
+    bool shown = true, show_ycalc = false, show_bgr = false, chosen = false;
 };
 
 // What the user chose to see of the refined profile, and what is known of the rows as a whole.
@@ -64,6 +73,7 @@ struct Change_Record {
     bool turned = false;                 // the order of the points was turned round, in the arrays that are not kept too
     std::vector<int> came, went;         // rows that came at the end, by their numbers after the change; that went, by those before it
     std::vector<int> order;              // where rows changed places: how they change them when the record takes its next way
+    bool flags_go = false;               // and their flags went along
     std::vector<Kept_Row> rows;          // as they were before the change; after it was taken back, as they were behind it
     std::vector<Kept_Row> held;          // rows that are not in the store: those that went; those that came, while the change is taken back
     std::optional<Row_Choices> choices;  // of a store that has lost its last row
@@ -71,8 +81,10 @@ struct Change_Record {
 
     bool Touches_Order() const { return !came.empty() || !went.empty() || !order.empty(); }
     bool Touches_Rows() const { return Touches_Order() || !rows.empty(); }
-    bool Touches_Axes() const { return Touches_Order() || (!rows.empty() && parts != part_curves); }  // ranges and forms follow from it
-    std::size_t Bytes() const;                                                                        // about what it holds
+    bool Touches_Axes() const {  // ranges and forms follow from it
+        return Touches_Order() || (!rows.empty() && parts != part_curves && parts != part_looks);
+    }
+    std::size_t Bytes() const;  // about what it holds
 };
 
 class Change_History {

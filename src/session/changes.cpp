@@ -134,11 +134,12 @@ void Empty(Session& session, Change_Record& record) {
 // Rows come, go and change places; what is in the store and what the record holds of them change places too.
 void Move_Rows(Session& session, Change_Record& record, bool back) {
     Profile_Store& store = session.store;
+    if (record.Touches_Order()) session.plot.pointed_row = 0;
     for (Kept_Row& kept : record.rows) Swap_Row(store, record, kept);
     std::vector<Kept_Row> out = store.Take_Out(back ? record.came : record.went);
     store.Put_In(std::exchange(record.held, std::move(out)));
     if (!record.order.empty()) {
-        store.Reorder(record.order);
+        store.Reorder(record.order, record.flags_go);
         record.order = Inverse_Of(record.order);
     }
     if (store.nperfiles() == 0)
@@ -225,11 +226,14 @@ Row_Change::~Row_Change() {
 void Row_Change::Remove(const std::vector<int>& rows) {
     record_.went = rows;
     record_.held = session_.store.Take_Out(rows);
+    session_.plot.pointed_row = 0;
     if (session_.store.nperfiles() == 0) Empty(session_, record_);
 }
 
-void Row_Change::Reorder(const std::vector<int>& order) {
-    session_.store.Reorder(order);
+void Row_Change::Reorder(const std::vector<int>& order, bool flags_go) {
+    session_.store.Reorder(order, flags_go);
+    record_.flags_go = flags_go;
+    session_.plot.pointed_row = 0;
     record_.order = Inverse_Of(order);
 }
 

@@ -24,10 +24,10 @@ public:
     Row_Change(const Row_Change&) = delete;
     Row_Change& operator=(const Row_Change&) = delete;
 
-    // Rows leave the store; with the last of them the session is emptied, as by a new start. Row order[i] comes to place i + 1. The change
-    // does one or the other, and keeps no points of other rows beside.
+    // Rows leave the store; with the last of them the session is emptied, as by a new start. Row order[i] comes to place i + 1; flags
+    // stay with the places, or go along. The change does one or the other, and keeps no points of other rows beside.
     void Remove(const std::vector<int>& rows);
-    void Reorder(const std::vector<int>& order);
+    void Reorder(const std::vector<int>& order, bool flags_go = false);
 
     // Tells that the points of all rows stand in the opposite order now.
     void Turned() { record_.turned = true; }

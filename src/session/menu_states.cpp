@@ -81,6 +81,8 @@ const std::vector<Enabling>& Enabling_Table() {
           line_3,
           line_4,
           lines_off}},
+        // The list of patterns says which of them have rows to act on.
+        {"0.......", {rename_pattern, delete_chosen, show_chosen, hide_chosen, show_all}},
     };
     return table;
 }

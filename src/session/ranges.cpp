@@ -201,6 +201,7 @@ void Set_Range_X(const Profile_Store& store, const PRF_Prefs& prefs, Plot_State&
 void Plot_Ranges(Session& session) {
     Plot_State& plot = session.plot;
     Profile_Store& store = session.store;
+    if (plot.pointed_row > store.nperfiles()) plot.pointed_row = 0;
     if (store.nperfiles() == 0) {
         if (plot.plot_type != Plot_Form::none) Set_Menu_Empty(session);
         return;

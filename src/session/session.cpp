@@ -42,6 +42,7 @@ std::string Fault_Of_Store(const Profile_Store& store) {
     if (rows > max_profiles) return "nperfiles";
     if (store.ProfilePRFactive < 0 || store.ProfilePRFactive > rows) return "ProfilePRFactive";
     if (store.profiles_uniform && rows == 0) return "profiles_uniform";
+    if ((store.chosen >> static_cast<std::size_t>(rows)).any()) return "chosen rows";
     for (int row = 1; row <= rows; ++row)
         if (const std::string fault = Fault_Of_Row(store, row); !fault.empty()) return "row " + std::to_string(row) + ": " + fault;
     return {};
@@ -57,6 +58,7 @@ std::string Fault_Of_Plot(const Session& session) {
     if (plot.x_view_min > plot.x_view_max || plot.y_view_min > plot.y_view_max) return "view turned round";
     if (plot.ClickMode != Click_Mode::none && plot.plot_type != Plot_Form::calculation) return "ClickMode outside a calculation";
     if (session.hkl_gen.hkl_open && plot.ClickMode != Click_Mode::reflections) return "HKL Gen without its mode";
+    if (plot.pointed_row < 0 || plot.pointed_row > session.store.nperfiles()) return "row under the pointer";
     for (const int entry : plot.hits.entries)
         if (plot.hits.generated && static_cast<std::size_t>(entry) > session.lists.hklgen.size()) return "reflections under the pointer";
     const bool needs_grid = plot.Is_Map() || plot.plot_type == Plot_Form::surface;

@@ -91,6 +91,13 @@ int Profile_Store::First_Shown() const {
     return 0;
 }
 
+std::vector<int> Profile_Store::Chosen_Rows() const {
+    std::vector<int> rows;
+    for (int row = 1; row <= nperfiles(); ++row)
+        if (is_chosen(row)) rows.push_back(row);
+    return rows;
+}
+
 int Profile_Store::Append_Copy(int row) {
     Diffraction_Pattern_Type pattern;
     PRF_Info_Add_Type info;
@@ -98,6 +105,7 @@ int Profile_Store::Append_Copy(int row) {
     Copy_Prf_Info(Info(row), info);
     info.x_shift_total = 0;
     info.y_mult_total = 1;
+    info.legend_text.clear();
     Append(std::move(pattern), std::move(info));
     return nperfiles();
 }
@@ -118,7 +126,8 @@ std::vector<Kept_Row> Profile_Store::Take_Out(const std::vector<int>& rows) {
     for (std::size_t i = 0; i < before; ++i) {
         const int row = static_cast<int>(i) + 1;
         if (goes[i]) {
-            out.push_back({row, std::move(patterns_[i]), std::move(infos_[i]), profile_shown[i], show_ycalc_of[i], show_bgr_of[i]});
+            out.push_back(
+                {row, std::move(patterns_[i]), std::move(infos_[i]), profile_shown[i], show_ycalc_of[i], show_bgr_of[i], chosen[i]});
         } else {
             Move_Row(i, kept++);
             if (row == ProfilePRFactive) active = static_cast<int>(kept);
@@ -130,7 +139,7 @@ std::vector<Kept_Row> Profile_Store::Take_Out(const std::vector<int>& rows) {
     infos_.resize(kept);
     for (std::size_t i = kept; i < before; ++i) {
         profile_shown[i] = true;
-        show_ycalc_of[i] = show_bgr_of[i] = false;
+        show_ycalc_of[i] = show_bgr_of[i] = chosen[i] = false;
     }
     return out;
 }
@@ -142,6 +151,7 @@ void Profile_Store::Move_Row(std::size_t from, std::size_t to) {
     profile_shown[to] = profile_shown[from];
     show_ycalc_of[to] = show_ycalc_of[from];
     show_bgr_of[to] = show_bgr_of[from];
+    chosen[to] = chosen[from];
 }
 
 // From the last place to the first, so that every row moves once.
@@ -158,6 +168,7 @@ void Profile_Store::Put_In(std::vector<Kept_Row> rows) {
             profile_shown[to] = kept.shown;
             show_ycalc_of[to] = kept.show_ycalc;
             show_bgr_of[to] = kept.show_bgr;
+            chosen[to] = kept.chosen;
             rows.pop_back();
         } else {
             Move_Row(--from, to);
@@ -166,7 +177,7 @@ void Profile_Store::Put_In(std::vector<Kept_Row> rows) {
     }
 }
 
-void Profile_Store::Reorder(const std::vector<int>& order) {
+void Profile_Store::Reorder(const std::vector<int>& order, bool flags_go) {
     std::vector<Diffraction_Pattern_Type> patterns;
     std::vector<PRF_Info_Add_Type> infos;
     patterns.reserve(order.size());
@@ -180,6 +191,13 @@ void Profile_Store::Reorder(const std::vector<int>& order) {
     patterns_ = std::move(patterns);
     infos_ = std::move(infos);
     ProfilePRFactive = active;
+    const auto go_along = [&order](std::bitset<max_profiles>& flags) {
+        const std::bitset<max_profiles> before = flags;
+        for (std::size_t place = 0; place < order.size(); ++place) flags[place] = before[static_cast<std::size_t>(order[place] - 1)];
+    };
+    go_along(chosen);
+    if (!flags_go) return;
+    for (auto* flags : {&profile_shown, &show_ycalc_of, &show_bgr_of}) go_along(*flags);
 }
 
 void Profile_Store::Clear() { *this = Profile_Store(); }
@@ -202,6 +220,7 @@ void Clear_Pattern(Diffraction_Pattern_Type& p) {
 
 void Clear_Prf_Info(PRF_Info_Add_Type& info) {
     info.file_name.clear();
+    info.legend_text.clear();
     info.directory.clear();
     info.kind = Row_Kind::none;
     info.format.clear();

@@ -34,20 +34,24 @@ public:
 
     // Appends a row; the caller has asked full(). Where memory runs out nothing changes.
     void Append(Diffraction_Pattern_Type pattern, PRF_Info_Add_Type info);
-    int Append_Copy(int row);  // of both records; shift and factor of the new row start anew. Its number. The caller has asked full().
+    int Append_Copy(int row);  // of both records; shift and factor of the new row start anew, and it is not
+    // called as the user called the first. Its number. The caller has asked full().
     void Drop_Last();
 
     // Rows leave the store with their flags, and come back to the places that their numbers tell (rising). The order of the others stays.
     std::vector<Kept_Row> Take_Out(const std::vector<int>& rows);
     void Put_In(std::vector<Kept_Row> rows);
 
-    // Row order[i] comes to place i + 1. Flags stay with the places. No point is copied.
-    void Reorder(const std::vector<int>& order);
+    // Row order[i] comes to place i + 1, chosen rows with their choice. The other flags stay with the places, or go with the rows too. No
+    // point is copied.
+    void Reorder(const std::vector<int>& order, bool flags_go = false);
 
     void Clear();  // no rows, and every flag at its initial state
 
     // Flags of the rows, index row - 1.
     bool shown(int row) const { return profile_shown[static_cast<std::size_t>(row - 1)]; }
+    bool is_chosen(int row) const { return chosen[static_cast<std::size_t>(row - 1)]; }
+    std::vector<int> Chosen_Rows() const;
 
     int First_Shown() const;  // 0 where all are hidden
 

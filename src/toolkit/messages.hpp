@@ -23,6 +23,13 @@ enum class Message_Kind {
     timer = 13,          // value1 timer number
     wheel = 20,          // value1 +1 up, -1 down; x, y
     files_dropped = 21,  // `files`
+    // In the list of rows beside the picture:
+    list_chosen = 30,   // `rows` are chosen now, and no others
+    list_ticked = 31,   // value1 1 checked, 0 not: `rows`
+    list_moved = 32,    // `rows` to the place before row value1; none: the chosen ones a place up (value2 -1) or down (1)
+    list_renamed = 33,  // value1 row, `files` its new text
+    list_pointed = 34,  // value1 row under the pointer, 0 none
+    list_width = 35,    // value1 pixels of the desktop
 };
 
 // Key codes beyond the printable characters, which stand for themselves.
@@ -56,6 +63,7 @@ struct WIN_MESSAGE {
     int value4 = 0;       // mouse: the pane of a window that is split, from 1
     double x = 0, y = 0;  // page units of the window, or of its pane
     std::vector<std::string> files = {};
+    std::vector<int> rows = {};  // of a list, from 1
 };
 
 struct Message {

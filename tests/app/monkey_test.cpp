@@ -130,8 +130,9 @@ public:
         if (choice < 76) return "set " + One_Of(fields) + ' ' + One_Of(values);
         if (choice < 77) return "cell " + One_Of(fields) + " 1 " + std::to_string(Below(4)) + ' ' + One_Of(values);
         if (choice < 78) return "select " + One_Of(fields) + ' ' + One_Of(values);
-        if (choice < 80) return "answer " + One_Of("yes|no|ok|cancel|retry|abort|ignore");
+        if (choice < 79) return "answer " + One_Of("yes|no|ok|cancel|retry|abort|ignore");
         if (choice == 80 || choice == 94) return undo_and_redo;
+        if (choice == 79) return List();
         if (choice < 81)
             return Below(2) == 0 ? One_Of(preferences)
                                  : One_Of(
@@ -196,6 +197,19 @@ private:
             if (choice == 9) text += "\nprint " + One_Of("viewer|frame full|volume|section|omega|pixel 3 4 2|pixel 1e300 -1e300 1|picture");
         }
         return text + '\n' + leave_own_windows;
+    }
+
+    // What is done in the list of patterns, and back.
+    std::string List() {
+        const std::string a = std::to_string(1 + Below(6)), b = std::to_string(1 + Below(6));
+        std::string text = "press 2\nmain\nlist " + One_Of("open|open|open|open|close");
+        for (int i = Below(6); i > 0; --i)
+            text += "\nlist " + One_Of("choose|choose|tick|tick|move|rename|point|width|sort") + ' ' + a + ' ' +
+                    One_Of("1|2|3|on|off|off|before|\"a # name\"|\"\"") + ' ' + (Below(2) == 0 ? b : "") + '\n' +
+                    One_Of(
+                        "list move up|list move down|list tick 1 2 off|list choose 1 2|list point 1|list rename 1 x|print list|"
+                        "command 40560|command 40561|command 40562|command 40563|command 40548\nset 4731 y\npress 1");
+        return text + (Below(2) == 0 ? "\n" + undo_and_redo : "");
     }
 
     // Marks of a cell, with the dialogs of the tool open.

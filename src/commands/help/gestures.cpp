@@ -36,6 +36,9 @@ constexpr Gesture gestures[] = {
     {"Spectral lines enabled, left button", "Lines where the peak would stand for the tube's other wavelengths"},
     {"Ctrl+Z, Ctrl+Shift+Z", "Takes the last change of profiles or lists back, and makes it again"},
     {"Ctrl+C, Ctrl+Shift+C", "Copies the picture, or the points in view as text"},
+    {"F9, then F6", "Opens the list of patterns, and goes there with the keys; Escape or F6 goes back"},
+    {"In the list: Space, F2, Delete", "Shows or hides the chosen patterns, names one, deletes them"},
+    {"In the list: drag, Ctrl+Shift+Up or Down", "Moves the chosen patterns to another place"},
     {"Drop files on the window", "Opens them"},
 };
 

@@ -23,7 +23,7 @@ void Fill(const Session& session) {
     Put_Kinds(session, rows_grid, kind);
     Put_Row_Texts(session, rows_grid, scat_var, [&](int row) { return store.Pattern(row).scat_var; });
     Put_Titles(session, rows_grid, title);
-    Set_Checks(session, rows_grid, marked, false);
+    Check_Chosen(session, rows_grid, marked);
 }
 
 bool Confirmed(const Session& session, Ask& ask, const std::vector<int>& rows) {

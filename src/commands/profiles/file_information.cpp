@@ -53,7 +53,8 @@ void File_Information_Dialog(const Session& session) {
     if (store.nperfiles() == 0) return;
     std::vector<std::string> profiles;
     for (int row = 1; row <= store.nperfiles(); ++row) profiles.push_back(std::to_string(row) + "  " + store.Info(row).file_name);
-    int row = std::max(1, store.First_Shown());
+    const std::vector<int> in_list = store.Chosen_Rows();
+    int row = in_list.empty() ? std::max(1, store.First_Shown()) : in_list.front();
     WDialogLoad(information_dialog);
     WDialogPutMenu(profile, profiles, row);
     Show_Row(session, row);

@@ -123,7 +123,7 @@ void Fill(const Session& session, const Move_Dialog& dialog) {
     Label_Row_Grid(session, rows_grid);
     Put_File_Names(session, rows_grid, file_name);
     Put_Kinds(session, rows_grid, kind);
-    Set_Checks(session, rows_grid, marked, false);
+    Check_Chosen(session, rows_grid, marked);
     Fix_Checks(session, rows_grid, marked, refined);
     WDialogPutCheckBox(by_mouse, 1);
     for (int i = 0; i < static_cast<int>(dialog.number_labels.size()); ++i) WDialogPutReal(first_number + i, 0);

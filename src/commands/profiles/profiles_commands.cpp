@@ -2,6 +2,7 @@
 #include "commands/families.hpp"
 
 #include "commands/application.hpp"
+#include "commands/desk/pattern_list.hpp"
 #include "commands/plot/mouse.hpp"
 #include "commands/profiles/delete_rows.hpp"
 #include "commands/profiles/excluded_admin.hpp"
@@ -53,7 +54,11 @@ void Then_Remake(Application& app, const Status& status) {
 }
 
 void Delete(Application& app) { Then_Remake(app, Delete_Profiles(app.session, app.ask)); }
-void Copy(Application& app) { Then_Remake(app, Copy_First_Row(app.session)); }
+// Of the row that is chosen in the list, or of the first.
+void Copy(Application& app) {
+    const std::vector<int> chosen = app.session.store.Chosen_Rows();
+    Then_Remake(app, Copy_Row(app.session, chosen.empty() ? 1 : chosen.front()));
+}
 void Shift(Application& app) { Then_Remake(app, Shift_Profiles(app.session)); }
 void Normalize(Application& app) { Then_Remake(app, Normalize_Monitor(app.session)); }
 
@@ -77,12 +82,12 @@ void Information(Application& app) { File_Information_Dialog(app.session); }
 void Select_Excluded(Application& app) { Start_Exclude_Mode(app.session); }
 
 constexpr Command commands[] = {
-    {command::pattern_list, "List of patterns", "", nullptr, "F9", "Show what is loaded, in a list beside the picture", true},
-    {command::rename_pattern, "Rename...", "", nullptr, "F2", "Name the pattern that is chosen in the list, as the legend shows it"},
-    {command::delete_chosen, "Delete", "", nullptr, "", "Delete the patterns that are chosen in the list"},
-    {command::show_chosen, "Show alone", "", nullptr, "", "Show the patterns that are chosen in the list, and no others"},
-    {command::hide_chosen, "Hide", "", nullptr, "", "Hide the patterns that are chosen in the list"},
-    {command::show_all, "Show all", "", nullptr, "", "Show all patterns"},
+    {command::pattern_list, "List of patterns", "", Toggle_List, "F9", "Show what is loaded, in a list beside the picture", true},
+    {command::rename_pattern, "Rename...", "", Rename_Pattern, "F2", "Name the pattern that is chosen in the list, as the legend shows it"},
+    {command::delete_chosen, "Delete", "", Delete_Chosen, "", "Delete the patterns that are chosen in the list"},
+    {command::show_chosen, "Show alone", "", Show_Chosen, "", "Show the patterns that are chosen in the list, and no others"},
+    {command::hide_chosen, "Hide", "", Hide_Chosen, "", "Hide the patterns that are chosen in the list"},
+    {command::show_all, "Show all", "", Show_All_Patterns, "", "Show all patterns"},
     {command::show_profiles, "Show", "show", Show_Profiles, "", "Choose which profiles are shown"},
     {command::sort_profiles, "Sorting", "sort", Sort, "", "Change the order of the profiles"},
     {command::play_profiles, "Playing", "play", Play_Profiles, "", "Show one profile after another"},
@@ -101,9 +106,10 @@ constexpr Command commands[] = {
 
 std::vector<Dialog_Resource> Dialogs() {
     std::vector<Dialog_Resource> all = Move_Rows_Dialog_Resources();
-    for (auto resource : {Insert_Excluded_Dialog_Resource, Admin_Excluded_Dialog_Resource, Show_Profiles_Dialog_Resource,
-                          Delete_Profiles_Dialog_Resource, Sort_Profiles_Dialog_Resource, File_Information_Dialog_Resource,
-                          Shift_Profiles_Dialog_Resource, Normalize_Monitor_Dialog_Resource, Playing_Dialog_Resource})
+    for (auto resource :
+         {Insert_Excluded_Dialog_Resource, Admin_Excluded_Dialog_Resource, Show_Profiles_Dialog_Resource, Delete_Profiles_Dialog_Resource,
+          Sort_Profiles_Dialog_Resource, File_Information_Dialog_Resource, Shift_Profiles_Dialog_Resource, Rename_Dialog_Resource,
+          Normalize_Monitor_Dialog_Resource, Playing_Dialog_Resource})
         all.push_back(resource());
     return all;
 }

@@ -43,6 +43,12 @@ std::string Platforms(const std::string& wanted) {
     return list.append(in_memory);
 }
 
+// The last of several in a row tells all.
+bool Tells_What_Is_Now(Message_Kind kind) {
+    return kind == Message_Kind::mouse_move || kind == Message_Kind::list_chosen || kind == Message_Kind::list_pointed ||
+           kind == Message_Kind::list_width;
+}
+
 // What the windowing system remarks on by itself is no news for a user; what stops the program is.
 void Tell_Faults_Alone(QtMsgType type, const QMessageLogContext&, const QString& text) {
     if (type == QtCriticalMsg || type == QtFatalMsg) std::fprintf(stderr, "%s\n", qUtf8Printable(text));
@@ -163,7 +169,7 @@ void Post_Message(Message message) {
     };
     if (message.kind == Message_Kind::repaint || message.kind == Message_Kind::resize)
         std::erase_if(queue, same);  // wherever it waits; a move stays before the button that was pressed after it
-    else if (message.kind == Message_Kind::mouse_move && !counted && !queue.empty() && same(queue.back()))
+    else if (Tells_What_Is_Now(message.kind) && !counted && !queue.empty() && same(queue.back()))
         queue.pop_back();
     queue.push_back(std::move(message));
 }

@@ -19,6 +19,7 @@
 #include "toolkit/qt/icons.hpp"
 #include "toolkit/qt/keys.hpp"
 #include "toolkit/qt/panel_column.hpp"
+#include "toolkit/qt/row_list.hpp"
 
 namespace vntl {
 
@@ -132,7 +133,11 @@ Drawing_Area* Window::Area(int pane) const {
 QWidget* Window::Surface(int pane) const { return solid_ != nullptr && pane == 1 ? &solid_->area() : Area(pane); }
 
 void Window::Resize_Area(int width, int height) { resize(size() + QSize(width, height) - content_->size()); }
-void Window::Resize_Room(int width, int height) { resize(size() + QSize(width, height) - centralWidget()->size()); }
+// The list stands at the left of the central widget, and nothing else beside it.
+void Window::Resize_Room(int width, int height) {
+    const QSize room = centralWidget()->size() + QSize(centralWidget()->x(), 0);
+    resize(size() + QSize(width, height) - room);
+}
 
 QAction* Window::Action(int command) const {
     const auto found = actions_.find(command);
@@ -188,6 +193,15 @@ void Window::Add_Entries(QMenu& menu, std::span<const Menu_Entry> entries) {
     }
 }
 
+void Window::Add_To(QMenu& menu, std::span<const Menu_Entry> entries) {
+    for (const Menu_Entry& entry : entries) {
+        if (QAction* standing = Action(entry.command); standing != nullptr && entry.command != 0)
+            menu.addAction(standing);
+        else
+            Add_Entries(menu, std::span(&entry, 1));
+    }
+}
+
 void Window::Set_Menu(std::span<const Menu_Entry> bar) {
     menuBar()->clear();
     actions_.clear();
@@ -240,6 +254,28 @@ void Window::Put_Panel(QWidget* panel) {
         room_->insertWidget(0, panel_ = new Panel_Column(panel));
         panel_->show();
     });
+}
+
+void Window::Open_List(const Row_List_Resource& resource, int width) {
+    Focus_Content();
+    Without_Resize_Message([&] {
+        if (list_ == nullptr) {
+            setDockOptions({});
+            addDockWidget(Qt::LeftDockWidgetArea, list_ = new Row_List(*this, resource));
+        }
+        list_->show();
+        list_->Set_Width(width);
+    });
+}
+
+void Window::Close_List() {
+    if (list_ == nullptr || list_->isHidden()) return;
+    if (list_->isAncestorOf(focusWidget())) Focus_Content();
+    Without_Resize_Message([&] { list_->hide(); });
+}
+
+void Window::Focus_Content() {
+    if (QWidget* surface = Surface(1)) surface->setFocus();
 }
 
 void Window::Add_Toolbar(const Toolbar_Resource& table, int row) {
@@ -328,6 +364,7 @@ void Window::closeEvent(QCloseEvent* event) {
 }
 
 void Window::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_F6 && list_ != nullptr && list_->isVisible()) return list_->Take_Focus();
     if (const int code = Code_Of(*event); code != 0) Post_Message({Message_Kind::key_down, {.win = number_, .value1 = code}});
 }
 

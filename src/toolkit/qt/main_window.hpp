@@ -9,6 +9,7 @@
 #include "toolkit/qt/drawing_area.hpp"
 #include "toolkit/qt/solid_pane.hpp"
 #include "toolkit/qt/text_edit.hpp"
+#include "toolkit/row_list.hpp"
 #include "toolkit/window.hpp"
 
 class QHBoxLayout;
@@ -17,6 +18,7 @@ class QToolBar;
 namespace vntl {
 
 class Panel_Column;
+class Row_List;
 
 class Window : public QMainWindow {
 public:
@@ -32,6 +34,11 @@ public:
     void Hold_Others();                               // from the time when it is shown
     int Holds_Since() const { return holds_since_; }  // counts the windows that hold others back; 0: this one does not
     void Put_Panel(QWidget* panel);                   // at the left; null: none any more
+    Row_List* list() const { return list_; }          // null as long as it was never open
+    void Open_List(const Row_List_Resource& resource, int width);
+    void Close_List();
+    void Add_To(QMenu& menu, std::span<const Menu_Entry> entries);  // commands that the menu bar has already are the same ones
+    void Focus_Content();
     int number() const { return number_; }
     QAction* Action(int command) const;
     std::vector<int> Commands() const;  // by number
@@ -71,6 +78,7 @@ private:
     QHBoxLayout* room_;  // panel and what the window shows
     QWidget* content_ = nullptr;
     Panel_Column* panel_ = nullptr;
+    Row_List* list_ = nullptr;
     std::vector<Drawing_Area*> areas_;
     Text_Edit* editor_ = nullptr;
     Solid_Pane* solid_ = nullptr;
