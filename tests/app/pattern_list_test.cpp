@@ -1,4 +1,6 @@
 // The list of patterns in the real window: acts of scripts, their undo, and a recording that leads there again.
+#include <algorithm>
+
 #include "app/testing.hpp"
 
 namespace vntl {
@@ -23,7 +25,9 @@ protected:
     }
     // Patterns named a to d.
     void Make_Files() const {
-        for (const char* name : {"a", "b", "c", "d"}) Write(std::string(name) + ".xye", "10 1 1\n10.1 2 1\n10.2 5 1\n10.3 2 1\n");
+        std::string points;
+        for (int i = 0; i < 20; ++i) points += std::to_string(10 + i) + ' ' + std::to_string(5 + i % 7) + " 1\n";
+        for (const char* name : {"a", "b", "c", "d"}) Write(std::string(name) + ".xye", points);
     }
     static std::string Opened() { return "drop a.xye b.xye c.xye d.xye\nlist open\n"; }
 };
