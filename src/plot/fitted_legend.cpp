@@ -12,6 +12,7 @@
 #include "plot/curve_style.hpp"
 #include "plot/fitted_frame.hpp"
 #include "plot/frame_texts.hpp"
+#include "session/desk/pattern_list.hpp"
 
 namespace vntl {
 

@@ -177,7 +177,11 @@ TEST(Choose_Style, FilesOfTheUser) {
 
 struct Series : testing::Test {
     Series() {
-        for (int row = 0; row < 15; ++row) (void)Load_Row(session, ask, "row" + std::to_string(row), "XYSIGMA", {{}, Tiny_Pattern()});
+        for (int row = 0; row < 15; ++row) {
+            Fresh_Pattern fresh;
+            fresh.pattern = Tiny_Pattern();
+            (void)Load_Row(session, ask, "row" + std::to_string(row), "XYSIGMA", std::move(fresh));
+        }
         for (int row = 0; row < 15; ++row) session.store.Pattern(row + 1).TSample = static_cast<float>(2000 - 10 * row * row);
     }
     Row_Styles Styles(bool by_temperature) const { return {session.store, styled.prefs, styled.look, by_temperature}; }
