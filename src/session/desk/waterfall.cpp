@@ -110,7 +110,8 @@ Extent_Of_Rows Extent_In_View(const Profile_Store& store, const Plot_State& plot
 void Set_Waterfall(const Profile_Store& store, Plot_State& plot, Waterfall waterfall) {
     const auto goes_on_to_show = [&](auto extent_of) {
         const Extent_Of_Rows before = extent_of(store, plot);
-        if (!(plot.y_view_min <= before.foot && plot.y_view_max >= before.top)) return false;
+        const bool shown = before.foot <= before.top && plot.y_view_min <= before.foot && plot.y_view_max >= before.top;
+        if (!shown) return false;
         const double margin = plot.y_view_max - before.top;
         const Waterfall old = std::exchange(plot.waterfall, waterfall);
         const auto top = static_cast<float>(extent_of(store, plot).top + margin);
