@@ -349,7 +349,7 @@ Status Script_Runner::Set_Apart(const Words& words) {
         (words[i] == "hidden" ? waterfall.hidden_lines : waterfall.by_temperature) = true;
     }
     Session& session = app_.session;
-    Set_Waterfall(session.store, session.plot, waterfall);
+    Set_Waterfall(session.store, session.plot, waterfall, session.look);
     if (session.plot.Is_2D()) Plot_Redraw(session);
     Remember_View(session, false);
     if (recorder_ != nullptr) recorder_->Saw_Statement(words);

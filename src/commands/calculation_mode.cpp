@@ -1,16 +1,16 @@
 #include "commands/calculation_mode.hpp"
 
 #include "plot/plot.hpp"
-#include "session/ranges.hpp"
+#include "session/desk/kept_view.hpp"
 
 namespace vntl {
 
 void Begin_Mode(Session& session, Click_Mode mode) {
     if (session.store.nperfiles() == 0) return;
     // The form of logarithms gives way to counts; a scale that the user has chosen stays.
-    const Plot_State& plot = session.plot;
-    View_On_Scale(session.store, session.plot, plot.Scale(), plot.y_scale);
+    const Kept_View kept(session.store, session.plot, session.look);
     Set_Calculation_Mode(session, mode);
+    kept.Show(session.store, session.plot, session.look);
     Plot_Redraw(session);
 }
 

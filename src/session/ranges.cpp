@@ -12,14 +12,18 @@
 #include "base/text.hpp"
 #include "calc/log_value.hpp"
 #include "session/bragg_rows.hpp"
+#include "session/desk/kept_view.hpp"
+#include "session/desk/overlay_place.hpp"
 #include "session/desk/waterfall.hpp"
 #include "session/session.hpp"
+#include "session/whole_range.hpp"
 
 namespace vntl {
 
 namespace {
 
 constexpr float margin = 0.05f, bragg_band = 0.14f, prf_foot = 0.2f;
+constexpr float least_logarithm = 1e-4f;    // below it the foot of logarithms is that of one count, but for rounding
 constexpr float largest_intensity = 1e37f;  // leaves room for the margins in single precision
 
 struct Range {
@@ -111,6 +115,14 @@ void View_In_Log(const Profile_Store& store, Plot_State& plot, float foot, float
     plot.y_view_min = top > foot ? foot : 0;
     plot.y_view_max = top > foot ? top : 1;
     if (store.prf_loaded) Make_Room_For_Refinement(store, plot);
+}
+
+// Where the window of the intensities begins, above the room that was made.
+float Foot_Of_Logarithms(const Profile_Store& store, const Plot_State& plot) {
+    if (!store.prf_loaded) return plot.y_view_min;
+    const int phases = store.Info(store.ProfilePRFactive).nphases;
+    const bool room_of_ticks = phases >= 1 && plot.y_view_min == plot.diff_base + Bragg_Row_Of(plot.diff_band, phases, phases).bottom;
+    return plot.y_view_min == plot.y_prf_bottom || room_of_ticks ? plot.diff_base + plot.diff_band : plot.y_view_min;
 }
 
 void Take_Ends(const Plot_State& from, Plot_State& plot) {
@@ -222,7 +234,16 @@ void Plot_Ranges(Session& session) {
     }
     if (plot.Is_Log()) View_In_Log(store, plot, 0, Log_Value(plot.y_view_max));
     if (plot.Scale() == Y_Scale::root) Whole_Roots(store, plot);
+    const float foot = Foot_Of_Data(store, plot, session.look);
     plot.y_view_max += Height_Of_Waterfall(store, plot);
+    plot.y_view_min = plot.waterfall.offset > 0 ? Foot_Of_Box(store, plot, session.look, foot, plot.y_view_max) : plot.y_view_min;
+}
+
+View Whole_On_Scale(const Profile_Store& store, const Plot_State& plot, Y_Scale scale) {
+    Plot_State whole = Ends_Of(plot);
+    scale == Y_Scale::root ? Whole_Roots(store, whole) : Whole_Counts(store, whole);
+    if (scale == Y_Scale::logarithm) View_In_Log(store, whole, 0, Log_Value(whole.y_view_max));
+    return whole.Shown_View();
 }
 
 float Top_Of_Whole(const Plot_State& plot) {
@@ -237,12 +258,12 @@ void View_In_Logarithms(const Profile_Store& store, Plot_State& plot) {
 }
 
 void View_In_Counts(const Profile_Store& store, Plot_State& plot) {
-    const float low = plot.y_view_min, high = plot.y_view_max;
+    const float low = Foot_Of_Logarithms(store, plot), high = plot.y_view_max;
     Set_Range_Y(store, plot);
     if (store.prf_loaded) plot.y_view_min = plot.y_prf_bottom;
     const bool whole = high == Log_Value(plot.y_view_max) || !std::isfinite(std::exp(high));
     const float top = whole ? plot.y_view_max : std::exp(high);
-    const float foot = low > 0 ? std::exp(low) : plot.y_view_min;
+    const float foot = low > least_logarithm ? std::exp(low) : plot.y_view_min;
     if (top > foot) plot.Show({plot.x_view_min, plot.x_view_max, foot, top});
 }
 
@@ -259,13 +280,17 @@ void Counts_On_Scale(const Profile_Store& store, Plot_State& plot) { View_On_Sca
 void Choose_Scale(Session& session, Y_Scale scale) {
     Plot_State& plot = session.plot;
     if (!plot.Is_2D() || session.store.nperfiles() == 0) return;
-    View_On_Scale(session.store, plot, plot.Scale(), scale);
+    const Kept_View kept(session.store, plot, session.look);
     plot.y_scale = scale;
-    if (plot.plot_type != Plot_Form::calculation) return Set_Menu_Of_Scale(session);
-    plot.rubber = {};
-    plot.drag = {};
-    session.interface.want_mouse_up = false;
-    Show_Scale(session);
+    if (plot.plot_type == Plot_Form::calculation) {
+        plot.rubber = {};
+        plot.drag = {};
+        session.interface.want_mouse_up = false;
+        Show_Scale(session);
+    } else {
+        Set_Menu_Of_Scale(session);
+    }
+    kept.Show(session.store, plot, session.look);
 }
 
 View Whole_View(const Plot_State& plot) {

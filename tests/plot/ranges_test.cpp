@@ -2,6 +2,9 @@
 #include <limits>
 
 #include "fixture.hpp"
+#include "session/desk/kept_view.hpp"
+#include "session/desk/overlay_place.hpp"
+#include "session/desk/waterfall.hpp"
 
 namespace vntl::test {
 
@@ -174,6 +177,50 @@ TEST_F(Ranges, RootsHaveAWindowOfTheirOwnAndGiveBackTheOneBefore) {
             EXPECT_TRUE(session.plot.Shown_View().Drawable());
         }
     }
+}
+
+// The foot of the data of a refined profile is that of the same counts on every scale and under every look; in the whole view the band of
+// a pinned difference ends 2 % of the 999.5 counts below the least.
+TEST_F(Ranges, TheFootOfARefinedRowIsKept) {
+    Add(five_x, five_y, Row_Kind::prf);
+    Add();
+    const auto foot = [this] { return Foot_Of_Data(session.store, session.plot, session.look); };
+    for (const bool pinned : {false, true}) {
+        session.look.pinned_difference = pinned;
+        Plot_Ranges(session);
+        const View whole = session.plot.Shown_View();
+        for (const float low : {0.0f, 50.0f}) {
+            if (low > 0) session.plot.Show({11, 12, Foot_Of_Box(session.store, session.plot, session.look, low, 400), 400});
+            for (const Y_Scale scale : {Y_Scale::logarithm, Y_Scale::root, Y_Scale::linear}) {
+                Choose_Scale(session, scale);
+                if (low > 0 && (pinned || scale != Y_Scale::logarithm)) {
+                    EXPECT_NEAR(Off_Scale(scale, foot()), low, 0.01f) << pinned << Told(scale);
+                }
+            }
+            if (low == 0) {
+                EXPECT_EQ(session.plot.Shown_View(), whole) << pinned;
+            }
+        }
+    }
+    const auto look = [this](bool pinned) {
+        const Kept_View kept(session.store, session.plot, session.look);
+        session.look.pinned_difference = pinned;
+        kept.Show(session.store, session.plot, session.look);
+    };
+    for (const bool pinned : {false, true}) {
+        look(pinned);
+        EXPECT_NEAR(foot(), 50, 0.01f) << pinned;
+    }
+    Plot_Ranges(session);
+    const View whole = session.plot.Shown_View();
+    Set_Waterfall(session.store, session.plot, {0.5f, false, false}, session.look);
+    for (const bool anew : {false, true}) {
+        if (anew) Plot_Ranges(session);
+        EXPECT_NEAR(foot(), 0.5 - 0.02 * 999.5, 0.1) << anew;
+        EXPECT_NEAR(session.plot.y_view_max, 1.55 * 999.5 + 0.5, 0.1) << anew;
+    }
+    Set_Waterfall(session.store, session.plot, {}, session.look);
+    EXPECT_EQ(session.plot.Shown_View(), whole);
 }
 
 TEST_F(Ranges, FocusTakesThePointsStrictlyInsideTheWindow) {

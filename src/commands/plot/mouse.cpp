@@ -52,7 +52,7 @@ void Go_Back(Session& session) {
     if (plot.plot_type != Plot_Form::calculation) return Plot_ReMake(session);
     View whole = Whole_View(plot);
     whole.y2 += Height_Of_Waterfall(session.store, plot);
-    plot.Show(whole);
+    plot.Show(In_Box(session, whole));
     Plot_Redraw(session);
 }
 

@@ -46,7 +46,7 @@ Waterfall In_Fields(const Waterfall& before, int changed) {
 // Of the messages that wait while the hand goes on the first finds the slider where it is by then, and the rest find nothing new.
 void Change(Session& session, const Waterfall& waterfall) {
     if (waterfall == session.plot.waterfall) return;
-    Set_Waterfall(session.store, session.plot, waterfall);
+    Set_Waterfall(session.store, session.plot, waterfall, session.look);
     WDialogPutString(told, Told_Of(session, waterfall));
     Plot_Redraw(session);
     WDialogSelect(waterfall_dialog);

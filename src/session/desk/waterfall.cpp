@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "base/extremes.hpp"
-#include "session/ranges.hpp"
+#include "session/desk/kept_view.hpp"
 
 namespace vntl {
 
@@ -49,15 +49,6 @@ std::vector<int> Shown_Rows(const Profile_Store& store) {
     for (int row = 1; row <= store.nperfiles(); ++row)
         if (store.shown(row)) rows.push_back(row);
     return rows;
-}
-
-Extent_Of_Rows Extent_Of_All(const Profile_Store& store, const Plot_State& plot) {
-    const Y_Scale scale = plot.Scale();
-    return {On_Scale(scale, plot.y_all_min), static_cast<double>(On_Scale(scale, plot.y_all_max)) + Height_Of_Waterfall(store, plot)};
-}
-
-Extent_Of_Rows Extent_Of_View(const Profile_Store& store, const Plot_State& plot) {
-    return Extent_In_View(store, plot, Row_Offsets(store, plot));
 }
 
 }  // namespace
@@ -106,30 +97,12 @@ Extent_Of_Rows Extent_In_View(const Profile_Store& store, const Plot_State& plot
     return extent;
 }
 
-// The margin above the highest point stays.
-void Set_Waterfall(const Profile_Store& store, Plot_State& plot, Waterfall waterfall) {
-    const auto goes_on_to_show = [&](auto extent_of) {
-        const Extent_Of_Rows before = extent_of(store, plot);
-        const bool shown = before.foot <= before.top && plot.y_view_min <= before.foot && plot.y_view_max >= before.top;
-        if (!shown) return false;
-        const double margin = plot.y_view_max - before.top;
-        const Waterfall old = std::exchange(plot.waterfall, waterfall);
-        const auto top = static_cast<float>(extent_of(store, plot).top + margin);
-        if (!plot.Show({plot.x_view_min, plot.x_view_max, plot.y_view_min, top})) plot.waterfall = old;
-        return true;
-    };
-    // Not by way of the margin, which many steps of a slider would wear off.
-    const auto goes_on_to_show_whole = [&] {
-        const float top = Top_Of_Whole(plot);
-        if (plot.y_view_max != top + Height_Of_Waterfall(store, plot)) return false;
-        plot.waterfall = waterfall;
-        plot.y_view_max = top + Height_Of_Waterfall(store, plot);
-        return true;
-    };
+void Set_Waterfall(const Profile_Store& store, Plot_State& plot, Waterfall waterfall, const Look& look) {
     waterfall.offset = waterfall.offset > 0 ? std::min(waterfall.offset, 1.0f) : 0;
     if (waterfall == plot.waterfall) return;
-    if (plot.Is_2D() && (goes_on_to_show_whole() || goes_on_to_show(Extent_Of_All) || goes_on_to_show(Extent_Of_View))) return;
-    plot.waterfall = waterfall;
+    const Kept_View kept(store, plot, look);
+    const Waterfall before = std::exchange(plot.waterfall, waterfall);
+    if (!kept.Show(store, plot, look)) plot.waterfall = before;
 }
 
 }  // namespace vntl

@@ -3,6 +3,7 @@
 
 #include <vector>
 
+#include "session/desk/look.hpp"
 #include "session/plot_state.hpp"
 
 namespace vntl {
@@ -40,7 +41,8 @@ Extent_Of_Rows Extent_In_View(const Profile_Store&, const Plot_State&, const Row
 float Height_Of_Waterfall(const Profile_Store&, const Plot_State&);
 
 // Changes the waterfall; the picture is to be drawn anew. A view that showed all of its height shows all of the new one, another one stays.
+// So does what stands above the band of a pinned difference.
 // An offset outside 0 to 1 becomes the nearer end, one that is no number 0.
-void Set_Waterfall(const Profile_Store&, Plot_State&, Waterfall);
+void Set_Waterfall(const Profile_Store&, Plot_State&, Waterfall, const Look& look = {});
 
 }  // namespace vntl
