@@ -3,12 +3,15 @@
 #include "commands/application.hpp"
 #include "commands/options/redraw.hpp"
 #include "plot/plot.hpp"
+#include "session/desk/kept_view.hpp"
 
 namespace vntl {
 
 Status Show_In_Style(Application& app, std::string_view name) {
     Session& session = app.session;
+    const Kept_View kept(session.store, session.plot, session.look);
     if (const Status status = Choose_Style(session, name); status.failed) return status;
+    kept.Show(session.store, session.plot, session.look);
     Plot_Redraw(session);
     Show_Other_Windows(session);
     return Status::Done();

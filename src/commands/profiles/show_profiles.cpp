@@ -3,6 +3,7 @@
 #include "commands/modal.hpp"
 #include "commands/row_grid.hpp"
 #include "plot/plot.hpp"
+#include "session/desk/kept_view.hpp"
 
 namespace vntl {
 
@@ -48,17 +49,21 @@ void Fill(const Session& session) {
 
 void Show_All(Session& session, bool on) {
     Set_Checks(session, rows_grid, drawn, on);
+    const Kept_View kept(session.store, session.plot, session.look);
     for (int row = 1; row <= session.store.nperfiles(); ++row) session.store.profile_shown[static_cast<std::size_t>(row - 1)] = on;
+    kept.Show(session.store, session.plot, session.look);
 }
 
 void Apply(Session& session) {
     Profile_Store& store = session.store;
+    const Kept_View kept(store, session.plot, session.look);
     if (store.prf_loaded) {
         for (const Part& part : parts) store.*part.shown = WDialogGetCheckBox(part.field) != 0;
         session.prefs.prf.refl_live = WDialogGetCheckBox(live) != 0;
     }
     std::size_t place = 0;
     for (const int check : WGridGetCheckBox(rows_grid, drawn)) store.profile_shown[place++] = check != 0;
+    kept.Show(store, session.plot, session.look);
     Plot_Redraw(session);
 }
 
