@@ -4,6 +4,7 @@
 #include <cmath>
 #include <limits>
 
+#include "session/desk/overlay_place.hpp"
 #include "session/desk/waterfall.hpp"
 #include "session/y_scale.hpp"
 
@@ -61,10 +62,12 @@ void Covered_Columns::Add_Row(const Scene& scene, int row, float offset, const V
     rows_.push_back(std::move(spans));
 }
 
-// Reflections and difference of a refinement lie below the zero of the counts.
+// Reflections and difference of a refinement lie below the zero of the counts, or in a band of their own.
 void Covered_Columns::Add_Foot(const Scene& scene, const View& window) {
     const double per_y = (box_.y2 - box_.y1) / (static_cast<double>(window.y2) - window.y1);
-    const double top = box_.y1 + (static_cast<double>(On_Scale(scene.plot.Scale(), 0)) - window.y1) * per_y;
+    const float band = Part_Of_Band(scene.store, scene.plot, scene.look);
+    const double zero = box_.y1 + (static_cast<double>(On_Scale(scene.plot.Scale(), 0)) - window.y1) * per_y;
+    const double top = band > 0 ? box_.y1 + band * (box_.y2 - box_.y1) : zero;
     if (top > box_.y1) rows_.emplace_back(columns, Span{box_.y1, top});
 }
 

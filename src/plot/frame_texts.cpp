@@ -11,6 +11,7 @@
 #include "plot/fitted_legend.hpp"
 #include "plot/grid_map.hpp"
 #include "plot/text_style.hpp"
+#include "session/desk/overlay_place.hpp"
 #include "session/desk/pattern_list.hpp"
 
 namespace vntl {
@@ -99,6 +100,8 @@ Fitted_Frame Frame_Of(const Scene& scene, Graphics& g, int n, const View& window
     if (window.Drawable()) content.window = window;
     content.y_scale = Axis_Scale_Of(scene);
     if (scene.store.prf_loaded && scene.prefs.prf.hide_negative) content.numbers_from = 0;
+    if (Part_Of_Band(scene.store, scene.plot, scene.look) > 0)
+        content.numbers_from = std::max<double>(content.numbers_from, Foot_Of_Data(scene.store, scene.plot, scene.look));
     content.beside = Fitted_Legend(scene, n, g.device()).Beside();
     return {std::move(content), scene.look, prefs, prefs.frame_background, g.device()};
 }
