@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QHeaderView>
+#include <QIcon>
 #include <QMenu>
 #include <QMimeData>
 #include <QPainter>
@@ -28,6 +29,8 @@ constexpr int least_width = 100;                  // pixels
 constexpr double largest_share = 0.33;            // of the window, until the user draws it wider
 
 QString Text(const std::string& text) { return QString::fromStdString(text); }
+
+int Side_Of_Swatch() { return QFontMetrics(QApplication::font()).height() * 3 / 5; }
 
 }  // namespace
 
@@ -127,17 +130,20 @@ private:
         return static_cast<int>((horizontal | Qt::AlignVCenter).toInt());
     }
 
-    // A border keeps a colour that is that of the list in sight.
-    static QPixmap Swatch(const QColor& colour) {
+    // A border keeps a colour that is that of the list in sight. A chosen row shows the same colour: it is that of the curve.
+    static QIcon Swatch(const QColor& colour) {
         const double ratio = qApp->devicePixelRatio();
-        const int side = QFontMetrics(QApplication::font()).height() * 3 / 5;
+        const int side = Side_Of_Swatch();
         QPixmap picture(QSize(side, side) * ratio);
         picture.setDevicePixelRatio(ratio);
         picture.fill(colour);
         QPainter painter(&picture);
         painter.setPen(QApplication::palette().color(QPalette::Mid));
         painter.drawRect(QRectF(0, 0, side, side).adjusted(0.5, 0.5, -0.5, -0.5));
-        return picture;
+        painter.end();
+        QIcon icon(picture);
+        icon.addPixmap(picture, QIcon::Selected);
+        return icon;
     }
 
     int window_;
@@ -154,6 +160,7 @@ public:
         setAccessibleName(Text(resource.title));
         setRootIsDecorated(false);
         setUniformRowHeights(true);
+        setIconSize({Side_Of_Swatch(), Side_Of_Swatch()});
         setAllColumnsShowFocus(true);
         setTextElideMode(Qt::ElideMiddle);
         setSelectionMode(QAbstractItemView::ExtendedSelection);
