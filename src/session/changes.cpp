@@ -6,9 +6,11 @@
 #include <utility>
 
 #include "base/text.hpp"
+#include "session/desk/waterfall.hpp"
 #include "session/fit.hpp"
 #include "session/ranges.hpp"
 #include "session/session.hpp"
+#include "session/whole_range.hpp"
 #include "session/xspace.hpp"
 
 namespace vntl {
@@ -148,6 +150,19 @@ void Move_Rows(Session& session, Change_Record& record, bool back) {
         static_cast<Row_Choices&>(store) = *std::exchange(record.choices, std::nullopt);
 }
 
+// A view of the whole height may be from before the waterfall, or from another one.
+void Show_Whole_Waterfall(Session& session) {
+    const Profile_Store& store = session.store;
+    Plot_State& plot = session.plot;
+    if (!(plot.waterfall.offset > 0) || !plot.Is_2D()) return;
+    const View whole = Whole_On_Scale(store, plot, plot.Scale());
+    if (plot.y_view_min > On_Scale(plot.Scale(), plot.y_all_min) || plot.y_view_max < whole.y2) return;
+    const Waterfall waterfall = std::exchange(plot.waterfall, {});
+    plot.y_view_min = std::max(plot.y_view_min, whole.y1);
+    plot.y_view_max = whole.y2;
+    Set_Waterfall(store, plot, waterfall, session.look);
+}
+
 // Lists and x space as they were kept, and the view where the plot still has the same form of intensities. Reflections that are on the
 // screen belong to the cell that the user is trying, which is no change of rows or lists, and stay.
 void Set_Plot(Session& session, Kept_Plot kept) {
@@ -170,17 +185,18 @@ void Set_Plot(Session& session, Kept_Plot kept) {
     plot.diff_base = kept.diff_base;
     plot.diff_band = kept.diff_band;
     plot.diff_span = kept.diff_span;
+    Show_Whole_Waterfall(session);
 }
 
 void Return_To_Space(Session& session, const Change_Record& record) {
     if (record.plot.xspace != session.plot.xspace) Set_Xspace(session, Told(record.plot.xspace));
 }
 
-// One pattern and several have forms of their own: a change that led from one to the other leads back to the form that was there.
+// One pattern and several have forms of their own: a change that led from one to the other leads back to the form that was there. The scale
+// is the user's, who may have chosen another one since.
 void Keep_Form(Plot_State& plot, const Kept_Plot& kept, int rows_before, int rows) {
     if (std::min(rows_before, 2) == std::min(rows, 2)) return;
-    plot.log_scale = kept.log;
-    plot.y_scale = kept.y_scale;
+    plot.log_scale = kept.log && kept.y_scale == Y_Scale::linear;
 }
 
 // The record and the session change places. Form and menus follow from the rows before lists and view are put back.

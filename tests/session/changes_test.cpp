@@ -196,6 +196,22 @@ TEST(Changes, TheFormComesBackWithTheRows) {
     }
 }
 
+// The scale is the user's, who has chosen another one since.
+TEST(Changes, TheScaleOfTheScreenStays) {
+    Session s;
+    Fill(s, 3);
+    Plot_Ranges(s);
+    Choose_Scale(s, Y_Scale::logarithm);
+    Delete_Rows(s, {2, 3});
+    Plot_Ranges(s);
+    for (const Y_Scale scale : {Y_Scale::root, Y_Scale::linear, Y_Scale::logarithm}) {
+        Choose_Scale(s, scale);
+        ASSERT_TRUE(Undo_Change(s));
+        EXPECT_EQ(s.plot.Scale(), scale) << Told(scale);
+        ASSERT_TRUE(Redo_Change(s));
+    }
+}
+
 // Constants that are typed on the way to another space go back with the conversion, in one step; without the conversion none are stored.
 TEST(Changes, TypedConstantsGoBackWithTheirConversion) {
     Session s;

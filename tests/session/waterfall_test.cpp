@@ -3,6 +3,8 @@
 
 #include <limits>
 
+#include "session/changes.hpp"
+#include "session/desk/pattern_list.hpp"
 #include "session/ranges.hpp"
 #include "session/session.hpp"
 #include "session/testing.hpp"
@@ -65,6 +67,36 @@ TEST_F(Waterfall_View, AWholeViewGrowsAndOneCloseUpStays) {
     s.store.profile_shown.reset(1);  // and leaves no gap
     Focus_Plot(s.store, s.plot);
     EXPECT_FLOAT_EQ(Top(), 140 + 0.05f * 120);
+}
+
+// By hand: 105 is the top of one pattern, and half of 100 for each row shown above the first.
+TEST_F(Waterfall_View, ScalesTicksAndUndoGoOnToShowTheWhole) {
+    Apart(0.5f);
+    for (const Y_Scale scale : {Y_Scale::logarithm, Y_Scale::root, Y_Scale::logarithm, Y_Scale::linear}) {
+        Choose_Scale(s, scale);
+        const View whole = s.plot.Shown_View();
+        EXPECT_GT(Top(), Offset_Of_Row(s.store, s.plot, 3) + On_Scale(scale, 100)) << Told(scale);
+        Plot_Ranges(s);
+        EXPECT_EQ(s.plot.Shown_View(), whole) << Told(scale);
+        s.plot.Show({11.5f, 12.5f, 0, 10});
+        Focus_Plot(s.store, s.plot);
+        Choose_Scale(s, static_cast<Y_Scale>((static_cast<int>(scale) + 1) % 3));
+        EXPECT_GT(Top(), Offset_Of_Row(s.store, s.plot, 3) + On_Scale(s.plot.Scale(), 40)) << Told(scale);
+        Choose_Scale(s, scale);
+        Plot_Ranges(s);
+    }
+    EXPECT_FLOAT_EQ(Top(), 205);
+    EXPECT_TRUE(Tick_Rows(s, {2, 3}, false));
+    EXPECT_FLOAT_EQ(Top(), 105);
+    EXPECT_TRUE(Tick_Rows(s, {3}, true));
+    EXPECT_FLOAT_EQ(Top(), 155);
+    Apart(0);
+    EXPECT_TRUE(Undo_Change(s) && Undo_Change(s));
+    Apart(0.2f);
+    EXPECT_TRUE(Tick_Rows(s, {3}, false));
+    Apart(0.4f);
+    EXPECT_TRUE(Undo_Change(s));
+    EXPECT_FLOAT_EQ(Top(), 185);
 }
 
 TEST_F(Waterfall_View, TheWayBackBringsOffsetsBack) {

@@ -6,6 +6,7 @@
 #include "base/text.hpp"
 #include "session/arrange_rows.hpp"
 #include "session/changes.hpp"
+#include "session/desk/kept_view.hpp"
 #include "session/desk/row_styles.hpp"
 #include "session/modes.hpp"
 #include "session/ranges.hpp"
@@ -37,8 +38,20 @@ std::vector<int> Rows_That_Change(const Profile_Store& store, const Shown& wante
 bool Set_Shown(Session& session, const std::string& text, const std::vector<int>& rows, const Shown& wanted) {
     if (rows.empty()) return false;
     Row_Change change(session, text, rows, part_looks);
+    const Kept_View kept(session.store, session.plot, session.look);
     session.store.profile_shown = wanted;
     change.Keep();
+    kept.Show(session.store, session.plot, session.look);
+    return true;
+}
+
+bool Reorder(Session& session, const std::vector<int>& moved, const std::vector<int>& order) {
+    if (order == All_Rows(session)) return false;
+    if (!session.plot.row_move.rows.empty()) Leave_Mode(session);
+    Row_Change change(session, "moving" + Of_Profiles(session, moved));
+    change.Reorder(order, true);
+    change.Keep();
+    Set_Origin_Commands(session);
     return true;
 }
 
@@ -117,25 +130,23 @@ bool Place_Rows(Session& session, const std::vector<int>& rows, int before) {
     const std::vector<int> moved = Rows_Of_Store(session.store, rows);
     if (before < 1 || before > session.store.nperfiles() + 1) return false;
     std::vector<int> order, behind;
-    const std::vector<int> all = All_Rows(session);
-    for (const int row : all)
+    for (const int row : All_Rows(session))
         if (!std::binary_search(moved.begin(), moved.end(), row)) (row < before ? order : behind).push_back(row);
     order.insert(order.end(), moved.begin(), moved.end());
     order.insert(order.end(), behind.begin(), behind.end());
-    if (order == all) return false;
-    if (!session.plot.row_move.rows.empty()) Leave_Mode(session);
-    Row_Change change(session, "moving" + Of_Profiles(session, moved));
-    change.Reorder(order, true);
-    change.Keep();
-    Set_Origin_Commands(session);
-    return true;
+    return Reorder(session, moved, order);
 }
 
+// Each by a place, with the gaps between them. Those at the end stay, and those that would run into them.
 bool Step_Chosen(Session& session, bool down) {
     const std::vector<int> rows = session.store.Chosen_Rows();
-    if (rows.empty()) return false;
-    const int before = down ? rows.back() + 2 : rows.front() - 1;
-    return Place_Rows(session, rows, std::clamp(before, 1, session.store.nperfiles() + 1));
+    const auto chosen = [&](int row) { return std::binary_search(rows.begin(), rows.end(), row); };
+    std::vector<int> order = All_Rows(session);
+    if (down) std::ranges::reverse(order);
+    for (std::size_t place = 1; place < order.size(); ++place)
+        if (chosen(order[place]) && !chosen(order[place - 1])) std::swap(order[place], order[place - 1]);
+    if (down) std::ranges::reverse(order);
+    return Reorder(session, rows, order);
 }
 
 bool Rename_Row(Session& session, int row, std::string_view text) {

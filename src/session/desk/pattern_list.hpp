@@ -35,7 +35,7 @@ bool Tick_Rows(Session&, const std::vector<int>& rows, bool shown);
 bool Show_Alone(Session&, const std::vector<int>& rows);  // these and no others
 // The rows, in their order, to the place before row `before`; behind the last one for one more than there are. Flags go with the rows.
 bool Place_Rows(Session&, const std::vector<int>& rows, int before);
-// The chosen rows, together, a place up or down.
+// The chosen rows, each a place up or down; the gaps between them stay.
 bool Step_Chosen(Session&, bool down);
 // Line breaks become blanks, and what is longer than `longest_name` is cut. Blank, or the name by the file: it is called by its file again.
 inline constexpr std::size_t longest_name = 200;
