@@ -56,12 +56,17 @@ std::vector<float> Line_Through(std::span<const Background_Mark> points, std::sp
     return line;
 }
 
+bool Holds_A_Curve(std::span<const float> values) {
+    return std::ranges::any_of(values, [](float value) { return value != 0; });
+}
+
 Status Subtract_Background(Diffraction_Pattern_Type& pattern, std::span<const float> background) {
     if (pattern.y.size() != background.size()) return Status::Fail("The background has not a value for each point");
     std::vector<float>* const curves[] = {&pattern.y, &pattern.ycalc, &pattern.bgr};
     std::vector<std::vector<float>> less;
     for (const std::vector<float>* curve : curves) {
         std::vector<float>& values = less.emplace_back(*curve);
+        if (curve != &pattern.y && !Holds_A_Curve(values)) continue;
         for (std::size_t i = 0; i < std::min(values.size(), background.size()); ++i) {
             const bool finite = std::isfinite(values[i]);
             values[i] -= background[i];

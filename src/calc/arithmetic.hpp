@@ -25,6 +25,9 @@ Status Subtract_Pattern(Diffraction_Pattern_Type& a, const Diffraction_Pattern_T
 // last, for the ends of a search lie inside the pattern. Empty for fewer than two points.
 std::vector<float> Line_Through(std::span<const Background_Mark> points, std::span<const float> x);
 
+// Readers fill the calculated curve and the background of a pattern that has none with zeros: those are no curve.
+bool Holds_A_Curve(std::span<const float> values);
+
 // y, and the calculated curve and background where there are any, less `background`, one value a point; ymin and ymax follow. What is below
 // zero stays so. sigma stays: the variance is that of the counts, and the line through many points adds next to nothing to it. Fails where
 // a difference would leave the range of numbers or the lengths differ, and nothing changes.

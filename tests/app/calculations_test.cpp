@@ -278,7 +278,7 @@ TEST_F(Calculations, ABackgroundIsSubtracted) {
         const double x = 20 + 0.02 * static_cast<double>(i);
         EXPECT_NEAR(after[i], 500 * std::exp(-20 * (x - 30) * (x - 30)), 3) << x;
     }
-    EXPECT_EQ(data.at(1)["sigma"], data.at(0)["sigma"]);
+    for (const char* same : {"sigma", "ycalc", "bgr"}) EXPECT_EQ(data.at(1)[same], data.at(0)[same]) << same;
     EXPECT_EQ(run.With("plot_type").back()["nperfiles"], 1);
 }
 

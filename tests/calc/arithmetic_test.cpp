@@ -91,6 +91,12 @@ TEST(Arithmetic, SubtractsTheLineThroughPoints) {
     expected.ymin = -2;
     expected.ymax = 3;
     test::Expect_Same(a, expected, "less its background");
+    auto plain = Pattern({7, 4, 5});
+    plain.ycalc = plain.bgr = {0, 0, 0};
+    ASSERT_TRUE(Subtract_Background(plain, std::vector<float>{5, 6, 2}).ok());
+    expected.ycalc = expected.bgr = {0, 0, 0};
+    test::Expect_Same(plain, expected, "without a curve of its own");
+    expected.ycalc = expected.bgr = a.bgr;
     for (const std::vector<float>& wrong : {std::vector<float>{1, 2}, {1, 2, -std::numeric_limits<float>::max()}}) {
         a.y[2] = std::numeric_limits<float>::max();
         expected.y[2] = a.y[2];

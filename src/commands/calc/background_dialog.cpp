@@ -47,7 +47,7 @@ Found_Background Of_List(const Session& session, const Diffraction_Pattern_Type&
 }
 
 Found_Background Of_Curve(const Diffraction_Pattern_Type& pattern) {
-    if (!pattern.has_bgr || pattern.bgr.empty() || pattern.bgr.size() != pattern.y.size())
+    if (!pattern.has_bgr || pattern.bgr.size() != pattern.y.size() || !Holds_A_Curve(pattern.bgr))
         return None("The profile has no background curve", own_curve);
     return {pattern.bgr, {}, own_curve};
 }
@@ -64,8 +64,8 @@ Found_Background Of_Search(const Session& session, const Diffraction_Pattern_Typ
     parameters.Iterations = *iterations;
     if (pattern.x.empty()) return None("The profile has no points", of_search);
     PKB_Type found;
-    const Status status = Search_Pattern(pattern, pattern.x.front(), pattern.x.back(), Search_Mode::background, parameters, found);
-    if (status.failed) return None(std::string(Trim(status.message)), threshold);
+    if (Search_Pattern(pattern, pattern.x.front(), pattern.x.back(), Search_Mode::background, parameters, found).failed)
+        return None("Too few points of a background are found with this threshold", threshold);
     std::vector<Background_Mark> points;
     for (std::size_t i = 0; i < found.x.size(); ++i) points.push_back({found.x[i], found.y[i]});
     return Of_Points(points, pattern, threshold);
