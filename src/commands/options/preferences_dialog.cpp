@@ -11,6 +11,7 @@
 #include "commands/options/preferences_form.hpp"
 #include "commands/options/redraw.hpp"
 #include "commands/options/saturation_title.hpp"
+#include "session/desk/own_settings.hpp"
 #include "session/session.hpp"
 #include "session/settings_file.hpp"
 #include "toolkit/window.hpp"
@@ -288,7 +289,10 @@ private:
     }
 
     void Save(Settings_Mode mode) {
-        const Status status = Write_Preferences(session_.prefs, session_.config, mode, session_.look);
+        Preferences own;
+        Look look;
+        Own_Settings(session_, own, look);
+        const Status status = Write_Preferences(own, session_.config, mode, look);
         if (status.failed) return Error_Box(Status::Fail_File("Trouble saving preferences! Check file!\n" + status.message));
         Settings_Saved(session_);
         Tell("Saved in ", Settings_File(session_.config, session_.prefs, mode));

@@ -5,6 +5,7 @@
 
 #include "base/os.hpp"
 #include "base/text.hpp"
+#include "session/desk/own_settings.hpp"
 #include "session/desk/style_texts.hpp"
 #include "session/preference_table.hpp"
 #include "session/session.hpp"
@@ -133,8 +134,9 @@ void Take_Settings(Session& session) {
 
 void Settings_Saved(Session& session) {
     if (session.style.own == nullptr) return;
-    session.style.own = std::make_shared<const Preferences>(session.prefs);
-    session.style.own_look = session.look;
+    auto own = std::make_shared<Preferences>();
+    Own_Settings(session, *own, session.style.own_look);
+    session.style.own = std::move(own);
 }
 
 }  // namespace vntl
