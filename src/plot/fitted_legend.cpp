@@ -12,6 +12,7 @@
 #include "plot/curve_style.hpp"
 #include "plot/fitted_frame.hpp"
 #include "plot/frame_texts.hpp"
+#include "plot/marker_room.hpp"
 #include "session/desk/pattern_list.hpp"
 
 namespace vntl {
@@ -148,18 +149,7 @@ void Fitted_Legend::Draw_Lines(const View& window) const {
 
 // A curve whose points are too close for markers has none in the legend either.
 bool Fitted_Legend::Has_Markers(int row, const View& window) const {
-    const float least = scene_.look.least_marker_gap;
-    if (!(least > 0) || styles_.Of(row).line_style < 0 || scene_.store.Info(row).kind == Row_Kind::mono || !window.Drawable()) return true;
-    const auto [left, right] = std::minmax(window.x1, window.x2);
-    float first = right, last = left;
-    int points = 0;
-    for (const float x : scene_.store.Pattern(row).x) {
-        if (!(x >= left && x <= right)) continue;
-        first = std::min(first, x), last = std::max(last, x);
-        ++points;
-    }
-    const double pixels = static_cast<double>(last - first) / (right - left) * (Box().x2 - Box().x1) / device_.Pixel();
-    return pixels >= least * (points - 1.0);
+    return Marker_Share(scene_, row, styles_.Of(row), window, device_.Width() / page_width / device_.Pixel()) > 0;
 }
 
 void Fitted_Legend::Draw_Symbol(int row, const View& window, Point at) const {

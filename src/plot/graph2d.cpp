@@ -15,6 +15,7 @@
 #include "plot/curve_style.hpp"
 #include "plot/excluded.hpp"
 #include "plot/frame_texts.hpp"
+#include "plot/marker_room.hpp"
 #include "plot/plot.hpp"
 #include "plot/prf_overlay.hpp"
 #include "plot/text_style.hpp"
@@ -76,9 +77,11 @@ private:
           scale_(rows.scale),
           style_(Style_Of(style)),
           points_(Points_Of(pattern_)),
-          blocks_(blocks),
-          has_markers_(Has_Room_For_Markers()) {
-        p_.graphics().WGrTextFont(marker_font, 0, Char_Width(style.marker_size), Char_Height(style.marker_size));
+          blocks_(blocks) {
+        const Device& device = p_.graphics().device();
+        const float share = Marker_Share(scene_, row, style, window_, device.Width() / page_width / device.Pixel());
+        has_markers_ = share > 0;
+        p_.graphics().WGrTextFont(marker_font, 0, share * Char_Width(style.marker_size), share * Char_Height(style.marker_size));
     }
 
     Values X() const { return Values(pattern_.x).first(points_); }
@@ -91,20 +94,6 @@ private:
         if (scale_ == Y_Scale::linear) return values;
         if (scaled_.empty()) scaled_ = Copy_On_Scale(scale_, values);
         return scaled_;
-    }
-
-    // Points so close that their markers would be a band say no more than the line. Without a line they say all.
-    bool Has_Room_For_Markers() const {
-        const float least = scene_.look.least_marker_gap;
-        if (!(least > 0) || !style_.Has_Line() || Mono()) return true;
-        const auto shown = Stretch_Between(X(), window_.x1, window_.x2);
-        if (!shown) return true;
-        float first = 0, last = 0, y = 0;
-        p_.IPgUnitsToGrUnits(pattern_.x[shown->first], 0, first, y);
-        p_.IPgUnitsToGrUnits(pattern_.x[shown->first + shown->count - 1], 0, last, y);
-        const Device& device = p_.graphics().device();
-        const double pixels = std::fabs(last - first) / page_width * device.Width() / device.Pixel();
-        return pixels >= least * static_cast<double>(shown->count - 1);
     }
 
     // What lies behind is hidden down to where a pattern begins, and nothing of it lies lower.
@@ -194,7 +183,7 @@ private:
     Curve_Style style_;
     std::size_t points_;
     const Series_Blocks* blocks_;
-    bool has_markers_;
+    bool has_markers_ = true;    // points so close that their markers would be a band say no more than the line
     std::vector<float> scaled_;  // y, once it was asked for
 };
 

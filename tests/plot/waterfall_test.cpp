@@ -159,6 +159,12 @@ TEST_F(Waterfalls, MarkersStandWhereTheirPointsAreApart) {
     EXPECT_EQ(sets(2, 14), (std::pair<std::size_t, std::size_t>{1, 1}));
     EXPECT_EQ(sets(4, 14), (std::pair<std::size_t, std::size_t>{0, 1}));  // the second has nothing else
     EXPECT_EQ(sets(4, 12), (std::pair<std::size_t, std::size_t>{1, 1}));
+    session.store.prf_loaded = true;
+    session.store.ProfilePRFactive = 1;
+    EXPECT_EQ(sets(4, 14), (std::pair<std::size_t, std::size_t>{1, 1})) << "observed points are points";
+    const auto wide = Markers(Slot_Colour(1)).at(0).style.width;
+    (void)sets(0, 14);
+    EXPECT_LT(wide, Markers(Slot_Colour(1)).at(0).style.width);
 }
 
 }  // namespace vntl::test

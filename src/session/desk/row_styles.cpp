@@ -10,6 +10,7 @@ namespace vntl {
 
 Row_Styles::Row_Styles(const Profile_Store& store, const Preferences& prefs, const Look& look, bool by_temperature)
     : prefs_(prefs), map_(look.series_map) {
+    if (look.least_marker_gap > 0 && store.prf_loaded) observed_ = store.ProfilePRFactive;
     int shown = 0;
     for (int row = 1; row <= store.nperfiles(); ++row) shown += store.shown(row) ? 1 : 0;
     if (map_.empty() || shown < fewest_rows_of_series) return;
@@ -52,11 +53,18 @@ void Row_Styles::Run_Along_Rows(const Profile_Store& store) {
 }
 
 // Curves of a series differ by their colours alone.
-ProfileStyle Row_Styles::Of(int row) const {
+ProfileStyle Row_Styles::Coloured(int row) const {
     if (row < 1 || row > static_cast<int>(place_.size())) return prefs_.Style_Of_Row(row);
     ProfileStyle style = prefs_.profile_styles.front();
     if (style.line_style > 0) style.line_style = 0;
     style.line_colour = style.marker_colour = Map_Colour(map_, place_[static_cast<std::size_t>(row - 1)]);
+    return style;
+}
+
+ProfileStyle Row_Styles::Of(int row) const {
+    constexpr int no_marker = 1, no_line = -1;
+    ProfileStyle style = Coloured(row);
+    if (row == observed_ && style.marker_type > no_marker) style.line_style = no_line;
     return style;
 }
 
