@@ -151,15 +151,15 @@ TEST_F(Mouse, ZoomsByARectangleFromAnyCornerAndNotByAClick) {
         script += std::string(";@down right 600 400;?;@down ") + from + ";@move 500 500;@up " + to + ";?";
     const auto states = States(script +
                                ";@down 600 400;@up 600 400;?;@data down 17 400;@data up 17.0015 550;?;@data down 17 400;@data up 18 400;?;"
-                               "@down middle 300 300;@move 500 500;@up middle 700 600;?;@data down 17 400;@data up 17.3 401;?");
+                               "@data down 17 400;@data up 17.3 401;?");
     const Limits whole = View_Of(states.at(0));
     for (std::size_t i = 1; i < 8; i += 2) {
         Expect_View(states.at(i - 1), whole, "right button");
         Expect_View(states.at(i), {whole.X(400), whole.X(900), whole.Y(200), whole.Y(600)}, "rectangle");
         EXPECT_EQ(states[i]["drawn_x1"], states[i]["x_view_min"]);
     }
-    for (const std::size_t i : {8u, 9u, 10u, 11u}) Expect_Same_View(states.at(i), states[7], std::to_string(i));
-    EXPECT_NEAR(View_Of(states.at(12)).x2 - View_Of(states[12]).x1, 0.3, 1e-5);
+    for (const std::size_t i : {8u, 9u, 10u}) Expect_Same_View(states.at(i), states[7], std::to_string(i));
+    EXPECT_NEAR(View_Of(states.at(11)).x2 - View_Of(states[11]).x1, 0.3, 1e-5);
 }
 
 TEST_F(Mouse, TheWheelKeepsThePlaceUnderThePointer) {
@@ -218,25 +218,25 @@ TEST_F(Mouse, TheMiddleButtonTakesTheViewAlong) {
 
 TEST_F(Mouse, TheMiddleButtonMovesAMapWithinItsRows) {
     const auto states = States(
-        "drop a.xye a.xye a.xye a.xye a.xye;command 40031;@data down 14 1.6;@data up 24 3.4;?;@down middle 600 400;"
-        "@move 684 100;?;key Escape;?;@down middle 600 400;@up middle 5000 -5000;?;@wheelup 100 400;?");
+        "drop a.xye a.xye a.xye a.xye a.xye a.xye a.xye a.xye;command 40031;@data down 14 2.6;@data up 24 6.4;?;@down middle 600 400;"
+        "@move 684 213;?;key Escape;?;@down middle 600 400;@up middle 5000 -5000;?;@wheeldown 100 400;?");
     const auto rows = [&states](std::size_t i) { return std::pair(states.at(i)["first_pattern"], states.at(i)["last_pattern"]); };
-    EXPECT_EQ(rows(0), std::pair(Json(2), Json(3)));
-    EXPECT_EQ(rows(1), std::pair(Json(3), Json(4)));
+    EXPECT_EQ(rows(0), std::pair(Json(3), Json(6)));
+    EXPECT_EQ(rows(1), std::pair(Json(4), Json(7)));  // a third of the box
     EXPECT_NEAR(View_Of(states[1]).x1, View_Of(states[0]).x1 - 0.1 * (View_Of(states[0]).x2 - View_Of(states[0]).x1), 1e-3);
     EXPECT_EQ(rows(2), rows(0));
     EXPECT_EQ(View_Of(states[2]).x1, View_Of(states[0]).x1);
-    EXPECT_EQ(rows(3), std::pair(Json(4), Json(5)));  // the ends stop the hand
+    EXPECT_EQ(rows(3), std::pair(Json(5), Json(8)));  // the ends stop the hand
     EXPECT_NEAR(View_Of(states[3]).x1, 10, 1e-4);
-    EXPECT_EQ(states.at(4)["last_pattern"].get<int>() - states[4]["first_pattern"].get<int>(), 0);
+    EXPECT_LT(states.at(4)["first_pattern"], states[3]["first_pattern"]);
 }
 
 // The list is in counts, whatever the scale of the click; the scale outlives the calculation.
 TEST_F(Mouse, ClicksOnEachScaleGiveCounts) {
     const Run_Result run =
         Do("drop a.xye;key Ctrl+L;command 40096;?;command 40093;@data down 20 6.2146081;@data up 20 6.2146081;key Ctrl+L;?;"
-           "@data down 22 20;@data up 22 20;@data move 22 20;?;print peaks;command 40097;?;command 40138;command 40145;"
-           "@data down 12 15;@data up 12 15;command 40147;@data down 12 15.05;@data up 12 15.05;print background;command 40019;"
+           "@data down 22 20;@data up 22 20;@data move 22 20;?;print peaks;command 40097;?;command 40138;command 40144;"
+           "@data down 12 15;@data up 12 15;command 40145;@data down 12 15.05;@data up 12 15.05;print background;command 40019;"
            "drop a.xye b.xye;?");
     const auto states = run.With("plot_type");
     const Json peaks = run.With("peaks").at(0)["peaks"];
@@ -282,9 +282,8 @@ TEST_F(Mouse, WhatMakesARectangleOrADragLapse) {
 TEST_F(Mouse, TheHandDragsAtHalfItsSpeed) {
     const Run_Result run =
         Do("drop a.xye;command 40105;print menu 40105;print menu 40113;?;@down 600 400;@move 700 450;@move 900 500;?;@move 1100 500;?;"
-           "@move 950 300;?;key Escape;?;command 40105;@move 500 300;@down 600 400;@move 650 420;@up 650 420;@move 800 600;?;@down middle "
-           "500 500;"
-           "@move 510 510;@up middle 510 510;@down 100 100;@move 500 500;?;@down right 500 500;?;print menu 40105;print menu 40113;"
+           "@move 950 300;?;key Escape;?;command 40105;@move 500 300;@down 600 400;@move 650 420;@up 650 420;@move 800 600;?;"
+           "@down 100 100;@move 500 500;?;@down right 500 500;?;print menu 40105;print menu 40113;"
            "command 40105;command 40113;?;command 40105;key Escape;?");
     const auto menu = run.With("built"), states = run.With("plot_type");
     for (const std::size_t i : {0u, 1u, 2u, 3u}) EXPECT_EQ(menu.at(i)["enabled"].get<bool>(), i == 1 || i == 2) << i;
@@ -297,7 +296,7 @@ TEST_F(Mouse, TheHandDragsAtHalfItsSpeed) {
     Expect_View(states.at(3), shifted(300 - 150, 100 - 200), "back in it, from where the hand was");
     Expect_Same_View(states.at(4), states[0], "Escape: where the drag began");
     Expect_View(states.at(5), shifted(50, 20), "a new drag, then a free hand");
-    Expect_Same_View(states.at(6), states[5], "another button, and a begin outside the view");
+    Expect_Same_View(states.at(6), states[5], "a begin outside the view");
     for (const std::size_t i : {4u, 7u, 8u, 9u}) EXPECT_EQ(states.at(i)["MoveMode"], 0) << i;
 }
 

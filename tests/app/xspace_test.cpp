@@ -82,7 +82,7 @@ TEST_F(Program, PresetsAndTitlesGiveWavelengths) {
     const auto dialogs = run.With("dialog"), rows = run.With("kind");
     ASSERT_EQ(dialogs.size(), 5u);
     const auto lambda = [&](std::size_t dialog, std::size_t row, std::size_t column) {
-        return std::stod(Field(dialogs[dialog], 1305)["cells"][row][column].get<std::string>());
+        return std::stod(Field(dialogs[dialog], 1305)["value"][row][column].get<std::string>());
     };
     EXPECT_NEAR(lambda(0, 0, 1), 1.5405929, 1e-6);
     EXPECT_NEAR(lambda(0, 0, 2), 1.5444274, 1e-6);
