@@ -71,6 +71,7 @@ std::optional<Load_Result> Make_Sound(Ask& ask, const std::string& path, const s
 void Begin_Anew(Session& session) {
     session.lists.fit = {};
     Reset_Profiles(session);
+    session.plot.y_scale = Y_Scale::linear;
     Set_Menu_Empty(session);
 }
 

@@ -231,7 +231,7 @@ TEST_F(Mouse, TheMiddleButtonMovesAMapWithinItsRows) {
     EXPECT_LT(states.at(4)["first_pattern"], states[3]["first_pattern"]);
 }
 
-// The list is in counts, whatever the scale of the click; the scale outlives the calculation.
+// The list is in counts, whatever the scale of the click; the scale outlives the calculation, and not a new start.
 TEST_F(Mouse, ClicksOnEachScaleGiveCounts) {
     const Run_Result run =
         Do("drop a.xye;key Ctrl+L;command 40096;?;command 40093;@data down 20 6.2146081;@data up 20 6.2146081;key Ctrl+L;?;"
@@ -244,7 +244,7 @@ TEST_F(Mouse, ClicksOnEachScaleGiveCounts) {
     EXPECT_NEAR(peaks[0]["y"].get<double>(), 500, 0.05);  // e to the 6.2146081
     EXPECT_NEAR(peaks[1]["y"].get<double>(), 400, 0.05);
     const char* const told[][2] = {
-        {"calculation", "logarithm"}, {"calculation", "root"}, {"calculation", "root"}, {"single", "root"}, {"multi", "root"}};
+        {"calculation", "logarithm"}, {"calculation", "root"}, {"calculation", "root"}, {"single", "root"}, {"multi", "linear"}};
     for (std::size_t i = 0; i < 5; ++i) {
         EXPECT_EQ(states.at(i)["plot_type"], told[i][0]) << i;
         EXPECT_EQ(states[i]["y_scale"], told[i][1]) << i;

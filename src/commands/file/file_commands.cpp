@@ -46,6 +46,7 @@ void Reset(Application& app) {
     if (!Windows_May_Close()) return;
     app.session.lists.fit = {};
     Reset_Profiles(app.session);
+    app.session.plot.y_scale = Y_Scale::linear;
     Set_Menu_Empty(app.session);
     Clear_Read_Outs(app.session);
     Plot_Redraw(app.session);
