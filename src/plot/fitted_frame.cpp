@@ -9,6 +9,7 @@
 #include "drawing/raised_text.hpp"
 #include "drawing/title_fit.hpp"
 #include "plot/frame_texts.hpp"
+#include "plot/short_title.hpp"
 #include "plot/text_style.hpp"
 
 namespace vntl {
@@ -198,7 +199,8 @@ void Fitted_Frame::Write_Title(const Plot_Zone& zone) const {
     const Rect box = Box(zone);
     const double edge = page_edge * Em_Of(x_numbers_), room = device_.Width() - 2 * edge;
     Text_Style style = Shrunk(device_, content_.title, title_, room, std::max(Least_Em(look_, device_), 0.6 * Em_Of(title_)));
-    const std::string text = Shortened(content_.title, room, [&](std::string_view part) { return device_.Text_Width(part, style); });
+    const std::string text =
+        Shortened_At_Words(content_.title, room, [&](std::string_view part) { return device_.Text_Width(part, style); });
     const double width = device_.Text_Width(text, style), y = box.y2 + Above_Labels() + descent * Em_Of(title_);
     const char place = Along_X(prefs_.title.pos);
     const double wanted = place == 'L' ? box.x1 : place == 'R' ? box.x2 - width : 0.5 * (box.x1 + box.x2 - width);
@@ -247,7 +249,7 @@ void Fitted_Frame::Write_Labels(const Plot_Zone& zone) const {
     const double edge = page_edge * Em_Of(x_numbers_), least = Least_Em(look_, device_);
     const auto fitted = [&](const std::string& text, Text_Style& style, double room) {
         style = Shrunk(device_, text, style, room, std::max(least, 0.6 * Em_Of(style)));
-        return Shortened(text, room, [&](std::string_view part) { return Width_Of(part, style); });
+        return Shortened_At_Words(text, room, [&](std::string_view part) { return Width_Of(part, style); });
     };
     if (Writes_X_Label()) {
         Text_Style style = x_label_;

@@ -5,8 +5,10 @@
 #include <cmath>
 
 #include "base/contrast.hpp"
+#include "base/text.hpp"
 #include "drawing/text_room.hpp"
 #include "fixture.hpp"
+#include "plot/short_title.hpp"
 #include "session/desk/row_styles.hpp"
 
 namespace vntl::test {
@@ -247,6 +249,20 @@ TEST_F(Fitted_Frame_Test, AMapHasABarOfItsCounts) {
             for (const char* number : {"10000", "Intensity"})
                 EXPECT_TRUE(std::ranges::any_of(texts, [&](const Recorded_Text& text) { return text.text == number; })) << size.width;
         }
+}
+
+TEST(Short_Title, WordsAndNumbersStayWhole) {
+    const std::string title = "Corundum and silicon, neutrons of 1.594 A, 295 K (simulated)";
+    const auto width = [](std::string_view text) { return static_cast<double>(Characters(text)); };
+    const auto shortened = [&](double room) { return Shortened_At_Words(title, room, width); };
+    EXPECT_EQ(shortened(60), title);
+    EXPECT_EQ(shortened(59), "Corundum and silicon, neutrons \xE2\x80\xA6 1.594 A, 295 K (simulated)");
+    EXPECT_EQ(shortened(40), "Corundum and \xE2\x80\xA6 295 K (simulated)");
+    EXPECT_EQ(shortened(10), "Corundum \xE2\x80\xA6");
+    EXPECT_EQ(shortened(5),
+              "Co\xE2\x80\xA6"
+              "d)")
+        << "not even a word has room";
 }
 
 }  // namespace vntl::test
