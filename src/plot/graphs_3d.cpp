@@ -6,10 +6,12 @@
 #include <vector>
 
 #include "base/text.hpp"
+#include "drawing/mixed_colour.hpp"
 #include "drawing/presentation_3d.hpp"
 #include "plot/fitted_frame.hpp"
 #include "plot/frame_texts.hpp"
 #include "plot/plot.hpp"
+#include "plot/text_style.hpp"
 #include "session/desk/row_styles.hpp"
 
 namespace vntl {
@@ -33,7 +35,22 @@ void Set_Units(Presentation_3D& p, float first, float last, float x1, float x2, 
     p.IPgUnitsXYZ(first, last, x1, x2, low, high);
 }
 
+// Looks have the letters of the graph's title, and one ink.
+bool Has_Look(const Scene& scene) { return scene.look.fitted_margins; }
+
+Colour Colour_Of_Numbers(const Scene& scene, Colour ground) {
+    return Readable_Text(scene.look, Has_Look(scene) ? scene.look.ink : WRGB(0, 0, 255), ground);
+}
+
+void Paint_Walls(const Scene& scene, const Presentation_3D& p, Colour ground) {
+    constexpr Colour floor_grey = WRGB(128, 128, 128), left_grey = WRGB(160, 160, 160), right_grey = WRGB(192, 192, 192);
+    if (!Has_Look(scene)) return p.IPgWalls(floor_grey, left_grey, right_grey);
+    const auto tone = [&](double part_of_ink) { return Mixed(ground, scene.look.ink, part_of_ink); };
+    p.IPgWalls(tone(0.16), tone(0.1), tone(0.05));
+}
+
 void Select(const Scene& scene, Graphics& g, int font, Text_Cell letters) {
+    if (Has_Look(scene)) font = Font_Number(scene.prefs.graph2d.title.font);
     letters = Enlarged(scene.look, letters, g.device());
     g.WGrTextFont(font, 0, letters.width, letters.height);
 }
@@ -118,7 +135,6 @@ Drawn Plot_3D_Lines(const Scene& scene, Graphics& g, int n, const View& window, 
 }
 
 Drawn Plot_3D_Surface(const Scene& scene, Graphics& g, float rotation, float elevation) {
-    constexpr Colour floor_grey = WRGB(128, 128, 128), left_grey = WRGB(160, 160, 160), right_grey = WRGB(192, 192, 192);
     const Surface_Prefs& prefs = scene.prefs.surface;
     const PlotGrid& grid = scene.plot.grid;
     Presentation_3D p = Page_In_Space(scene, g, prefs.surface_background, rotation, elevation);
@@ -127,7 +143,7 @@ Drawn Plot_3D_Surface(const Scene& scene, Graphics& g, float rotation, float ele
     const auto [left, right] = std::minmax_element(grid.grid_x.begin(), grid.grid_x.end());
     const auto [first, last] = std::minmax_element(grid.grid_y.begin(), grid.grid_y.end());
     Set_Units(p, *first, *last, *left, *right, grid.z_min, grid.z_max);
-    p.IPgWalls(floor_grey, left_grey, right_grey);
+    Paint_Walls(scene, p, prefs.surface_background);
     g.IGrColourN(scene.look.ink);
     p.IPgFrame(Presentation_3D::Edges::back);
     p.IPgSurf3Data({grid.grid_x, grid.grid_y, grid.grid_z}, {.option = Option_Of(prefs.surface_type),
@@ -135,7 +151,7 @@ Drawn Plot_3D_Surface(const Scene& scene, Graphics& g, float rotation, float ele
                                                              .least = prefs.surface_min_colour,
                                                              .most = prefs.surface_max_colour});
     p.IPgFrame(Presentation_3D::Edges::front);
-    g.IGrColourN(Readable_Text(scene.look, WRGB(0, 0, 255), prefs.surface_background));
+    g.IGrColourN(Colour_Of_Numbers(scene, prefs.surface_background));
     Select(scene, g, title_font, {0.02f, 0.04f});
     p.IPgTitle(Trim(prefs.surface_title));
     Select(scene, g, text_font, {0.015f, 0.03f});
