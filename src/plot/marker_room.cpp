@@ -28,6 +28,7 @@ double Apart(const Scene& scene, int row, const View& window) {
 // apart.
 float Marker_Share(const Scene& scene, int row, const ProfileStyle& style, const View& window, double a_unit) {
     constexpr double part_of_gap = 0.8, least_of_refined = 0.6;
+    constexpr double least_pixels = 2.5;  // more than the calculated line
     const double gap = scene.look.least_marker_gap;
     const bool line = style.line_style >= 0, refined = scene.store.prf_loaded && row == scene.store.ProfilePRFactive;
     if (!(gap > 0) || scene.store.Info(row).kind == Row_Kind::mono || (!line && !refined)) return 1;
@@ -35,7 +36,8 @@ float Marker_Share(const Scene& scene, int row, const ProfileStyle& style, const
     if (line && apart * std::min(1.0, a_unit) < gap) return 0;
     const double width = static_cast<double>(Char_Width(style.marker_size)) * page_width;
     const double share = width > 0 ? std::min(1.0, part_of_gap * apart / width) : 1;
-    return static_cast<float>(line ? share : std::max(share, least_of_refined));
+    if (line || !(width > 0)) return static_cast<float>(share);
+    return static_cast<float>(std::max({share, least_of_refined, least_pixels / (width * a_unit)}));
 }
 
 }  // namespace vntl
