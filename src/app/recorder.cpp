@@ -53,10 +53,13 @@ Status Recorder::Open(const std::string& file) {
 
 void Recorder::Begin(const std::vector<std::string>& files) {
     Set_Witness(this);
-    if (app_.session.desk.list_open) Statement({"list", "open"});
+    // Also what is as at the first start: where the script runs the desk may remember another choice.
+    const Desk& desk = app_.session.desk;
+    Statement({"list", desk.list_open ? "open" : "close"});
+    if (desk.list_open && desk.list_width > 0) Statement({"list", "width", std::to_string(desk.list_width)});
     WindowSelect(main_window);
     Statement({"resize", std::to_string(WInfoWindow(1)), std::to_string(WInfoWindow(2))});
-    if (const std::string& style = app_.session.style.name; style != default_style) Saw_Style(style);
+    Statement({"style", app_.session.style.name, desk.series_by_temperature ? "temperature" : "rows"});
     const File_Kind_Row* kind = files.size() == 1 ? Starts_With(files.front()) : nullptr;
     Words opening = {kind == nullptr ? "drop" : std::string(kind->statement)};
     for (const std::string& file : files) opening.push_back(In_Directory(app_.session.config.launch_dir, file));

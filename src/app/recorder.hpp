@@ -37,7 +37,6 @@ public:
     void Saw_Files(const std::vector<std::string>& files) override;
     void Saw_Directory(const std::optional<std::string>& directory) override;
     void Saw_Colour(const std::optional<Colour>& colour) override;
-    void Saw_Style(const std::string& name) { Statement({"style", name}); }
     void Saw_Preference(const std::string& name, const std::string& value) { Statement({"pref", name, value}); }
     void Saw_Statement(const std::vector<std::string>& words) { Statement(words); }  // of a script, which no message tells
 

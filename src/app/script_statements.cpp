@@ -324,15 +324,19 @@ Status Script_Runner::Pref(const Words& words) {
     return Status::Done();
 }
 
-// A style of the program, or a settings file.
+// A style of the program, or a settings file, and what the colours of a series run along.
 Status Script_Runner::Style(const Words& words) {
-    if (words.size() != 2) return Usage("style NAME");
+    const bool by_temperature = words.size() == 3 && words[2] == "temperature";
+    if (words.size() != 2 && !by_temperature && !(words.size() == 3 && words[2] == "rows")) return Usage("style NAME [temperature|rows]");
     if (!Modal_Loop_Serves(command::style_default)) return Status::Fail("style is not served while a dialog is open");
     const std::string known = Style_Name(words[1]);
     const auto& names = Style_Names();
     const std::string name = std::find(names.begin(), names.end(), known) != names.end() || known.empty() ? words[1] : Absolute(known);
     if (const Status status = Show_In_Style(app_, name); status.failed) return status;
-    if (recorder_ != nullptr) recorder_->Saw_Style(app_.session.style.name);
+    if (words.size() == 3 && by_temperature != app_.session.desk.series_by_temperature) Toggle_Series_By_Temperature(app_);
+    Words done = words;
+    done[1] = app_.session.style.name;
+    if (recorder_ != nullptr) recorder_->Saw_Statement(done);
     return Status::Done();
 }
 

@@ -39,7 +39,7 @@ constexpr const char* preferences =
     "pref profile_styles/13/line_pitch 1|pref colour_a 1,2,3|pref win_width 1|pref frame_background abc|"
     "pref contour_type 1|pref contour_type 3|pref contour_type 4|pref contour_type 5|pref contour_levels 13|pref contour_granularity 0|"
     "pref surface_type 2|pref surface_type 3|pref surface_type 4|pref saturation_on 1|pref saturation_value -1|pref saturation_on 0|"
-    "style paper|style Screen|style DARK|style Default|style nostyle|style text.set";
+    "style paper temperature|style paper rows|style Screen|style DARK|style Default|style nostyle|style text.set";
 constexpr const char* odd = " |# a remark|\"unclosed|print|mouse down|set|\xff\xfe|open|files|cell 1 2|dialog x|directory \"\"";
 // What is done most, so that long ways through the program come about.
 constexpr const char* commands =
@@ -59,7 +59,8 @@ constexpr const char* dialogs =
     "40044|40044|40122|40220|40222|40025|40025|40026|40036|40037|40141|40141|40158|40158|40157|40208|40209|40209|"
     "40552|40552|40010|40002|40098|40160|40177|40191|40161|40213|40213|40210|40210|40211|40211|40212|40212";
 constexpr const char* dialog_fields =
-    "4720|4720|4721|4723|4724|4725|1020|1021|1282|1990|2201|2202|2203|2204|2205|1330|1647|1226|1227|1530|1531|1666|1314|1316|1317|1327|1306|1307|1356|1357|1358|1359|"
+    "4720|4720|4721|4723|4724|4725|1020|1021|1282|1990|2201|2202|2203|2204|2205|1330|1647|1226|1227|1530|1531|1666|1314|1316|1317|1327|"
+    "1306|1307|1356|1357|1358|1359|"
     "1712|1713|1714|1715|1721|1722|"
     "1732|"
     "1741|1802|1804|1812|1821|1822|1823|1824|1794|1795|1796|1799|1845|1848|1849|1850|1450|1451|1453|1460|1460|1461|1463|1465|1470|1473|"

@@ -78,7 +78,7 @@ TEST_F(Styles_Doors, SettingsKeepTheLook) {
     Write("mine.set", Text_Of(file) + "fitted_margins T\n");
     const Run_Result mine = Run({"--script", "script.vns", "--style", "mine.set", "--record", "again.vns"});
     EXPECT_EQ(mine.status, 0) << mine.errors;
-    EXPECT_NE(Text_Of(directory / "again.vns").find("style " + (directory / "mine.set").string()), std::string::npos);
+    EXPECT_NE(Text_Of(directory / "again.vns").find("style " + (directory / "mine.set").string() + " rows\n"), std::string::npos);
 }
 
 }  // namespace
