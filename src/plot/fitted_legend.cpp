@@ -24,7 +24,7 @@ constexpr int most_rows = 32;  // with more there is no legend
 // All in em of its letters.
 constexpr double symbol_length = 2, behind_symbol = 0.6, line_height = 1.35, from_frame = 0.6, beside_box = 0.8;
 constexpr double widest_inside = 0.6, widest_outside = 0.3, highest = 0.9;  // shares of the box, or of the page's width
-constexpr int bar_steps = 64;
+constexpr int bar_steps = 64, most_bar_steps = 512;
 constexpr float least_chi2 = 0.0001f;
 
 }  // namespace
@@ -179,10 +179,14 @@ std::vector<Colour> Fitted_Legend::Colours_Of_Bar() const {
         if (scene_.store.shown(row))
             rows.push_back({styles_.By_Temperature() ? scene_.store.Pattern(row).TSample : static_cast<float>(row), row});
     std::ranges::stable_sort(rows, {}, &Coloured::value);
+    // Of few rows, which stand evenly as a rule, each has as many steps.
+    const int halves = std::max(1, 2 * (static_cast<int>(rows.size()) - 1));
+    const int steps = halves > most_bar_steps ? bar_steps : (bar_steps + halves - 1) / halves * halves;
     std::vector<Colour> colours;
     std::size_t nearest = 0;
-    for (int step = 0; step < bar_steps; ++step) {
-        const float value = styles_.First() + (styles_.Last() - styles_.First()) * (static_cast<float>(step) + 0.5f) / bar_steps;
+    for (int step = 0; step < steps; ++step) {
+        const float value =
+            styles_.First() + (styles_.Last() - styles_.First()) * (static_cast<float>(step) + 0.5f) / static_cast<float>(steps);
         while (nearest + 1 < rows.size() && std::fabs(rows[nearest + 1].value - value) <= std::fabs(rows[nearest].value - value)) ++nearest;
         colours.push_back(styles_.Of(rows[nearest].row).line_colour);
     }
