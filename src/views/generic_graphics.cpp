@@ -14,6 +14,7 @@
 #include "commands/select_files.hpp"
 #include "plot/generic_plot.hpp"
 #include "plot/plot.hpp"
+#include "session/desk/own_settings.hpp"
 #include "toolkit/window_service.hpp"
 #include "views/menu_entries.hpp"
 #include "views/seq_dialog.hpp"
@@ -53,7 +54,7 @@ void Draw(const Application& app, Device& device) {
     if (app.generic.curves.empty())
         Draw_Generic_Welcome(app.session.config, device);
     else
-        Draw_Generic_Plot(app.generic, app.session.prefs, device);
+        Draw_Generic_Plot(app.generic, Settings_On_White(app.session), device);
 }
 
 void Generic_Redraw(const Application& app) {

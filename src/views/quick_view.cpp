@@ -7,6 +7,7 @@
 #include "commands/select_files.hpp"
 #include "plot/quick_view_picture.hpp"
 #include "plot/rubber.hpp"
+#include "session/desk/own_settings.hpp"
 #include "session/load.hpp"
 #include "toolkit/window_service.hpp"
 #include "views/menu_entries.hpp"
@@ -55,7 +56,7 @@ void Show_Rubber(const Session& session) {
 void Redraw(const Session& session) {
     WindowSelect(quick_view_window);
     Bitmap bitmap(WInfoWindow(width_info), WInfoWindow(height_info));
-    Draw_Quick_View(session.quick_view, session.prefs, bitmap.Drawing());
+    Draw_Quick_View(session.quick_view, Settings_On_White(session), bitmap.Drawing());
     WBitmapPut(std::move(bitmap));
     if (session.quick_view.plot.rubber.active) Show_Rubber(session);
 }
@@ -233,7 +234,7 @@ void Register_Quick_View(Application& app) {
     const Session& session = app.session;
     Register_Window(quick_view_window,
                     {.message = [&app](const Message& message) { Serve(app, message); },
-                     .picture = [&session](Device& device) { Draw_Quick_View(session.quick_view, session.prefs, device); },
+                     .picture = [&session](Device& device) { Draw_Quick_View(session.quick_view, Settings_On_White(session), device); },
                      .page_at = [&session](Point data) { return Page_Of(session.quick_view, data); }});
 }
 

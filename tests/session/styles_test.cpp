@@ -5,6 +5,7 @@
 #include "base/contrast.hpp"
 #include "base/text.hpp"
 #include "colour_difference.hpp"
+#include "session/desk/own_settings.hpp"
 #include "session/desk/row_styles.hpp"
 #include "session/preference_table.hpp"
 #include "session/session.hpp"
@@ -118,6 +119,7 @@ TEST(Choose_Style, DefaultBringsBackTheUsersOwn) {
     Look shown_look;
     ASSERT_TRUE(Style_Of_Session(session, "default", shown, shown_look).ok());
     Expect_Same(shown, own);
+    EXPECT_EQ(Settings_On_White(session).graph2d.title.colour, own.graph2d.title.colour) << "light texts are for dark pages";
     ASSERT_TRUE(Choose_Style(session, "default").ok());
     Expect_Same(session.prefs, own);
     EXPECT_EQ(session.look, own_look);

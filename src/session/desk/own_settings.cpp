@@ -1,5 +1,6 @@
 #include "session/desk/own_settings.hpp"
 
+#include "base/contrast.hpp"
 #include "session/preference_table.hpp"
 #include "session/session.hpp"
 
@@ -27,6 +28,15 @@ void Own_Settings(const Session& session, Preferences& prefs, Look& look) {
         Keep_Changes(session.prefs, brought, own);
     prefs = std::move(own);
     look = own_look;
+}
+
+Preferences Settings_On_White(const Session& session) {
+    constexpr double least_contrast = 4.5;
+    constexpr Colour white = WRGB(255, 255, 255);
+    Preferences prefs = session.prefs;
+    Look look;
+    if (session.style.own != nullptr && Contrast(prefs.graph2d.title.colour, white) < least_contrast) Own_Settings(session, prefs, look);
+    return prefs;
 }
 
 }  // namespace vntl

@@ -11,4 +11,8 @@ struct Session;
 // since the style was chosen is the user's too. Without a style what is in force.
 void Own_Settings(const Session&, Preferences& prefs, Look& look);
 
+// For windows with a white page or black marks, whatever the style: the session's preferences, and under a style whose texts white would
+// swallow, the user's own.
+Preferences Settings_On_White(const Session&);
+
 }  // namespace vntl
