@@ -55,10 +55,12 @@ void Recorder::Begin(const std::vector<std::string>& files) {
     Set_Witness(this);
     // Also what is as at the first start: where the script runs the desk may remember another choice.
     const Desk& desk = app_.session.desk;
+    WindowSelect(main_window);
+    const Words size = {"resize", std::to_string(WInfoWindow(1)), std::to_string(WInfoWindow(2))};
+    Statement(size);
     Statement({"list", desk.list_open ? "open" : "close"});
     if (desk.list_open && desk.list_width > 0) Statement({"list", "width", std::to_string(desk.list_width)});
-    WindowSelect(main_window);
-    Statement({"resize", std::to_string(WInfoWindow(1)), std::to_string(WInfoWindow(2))});
+    Statement(size);  // of the picture, from which a list that came or went has taken
     Statement({"style", app_.session.style.name, desk.series_by_temperature ? "temperature" : "rows"});
     const File_Kind_Row* kind = files.size() == 1 ? Starts_With(files.front()) : nullptr;
     Words opening = {kind == nullptr ? "drop" : std::string(kind->statement)};

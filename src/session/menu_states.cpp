@@ -159,6 +159,7 @@ void Set_Form(Session& session, Plot_Form form) {
     Apply_Column(menu, column);
     Bar_For_Refinement(session);
     session.plot.hits = {};
+    session.plot.pointed_row = 0;
     session.plot.log_scale = Row_Of(form).is_log;
     const bool of_one = column == Menu_Column::single;
     if (form != Plot_Form::calculation) menu.toolbars = Row_Of(of_one ? Plot_Form::single : form).toolbars;

@@ -69,12 +69,14 @@ std::optional<Hardcopy_Driver> Ask_Format(const Configuration& config) {
 
 // --- exporting ---------------------------------------------------------------------------------------------------------------------
 
-// The main window's picture can be drawn in any style; other windows have a look of their own.
+// The main window's picture can be drawn in any style; other windows have a look of their own. A picture for print carries no name of the
+// program: that belongs to the default style.
 Picture_Source Source_Of(const Session& session, int window) {
     const auto in_style = [&session, window](const std::string& style, Draw_Routine& draw) {
         Draw_Routine picture = Service_Of(window).picture;
         const Status status = window == main_window ? Picture_In_Style(session, style, picture) : Status::Done();
-        if (status.ok()) draw = Stamped(std::move(picture), session.config);
+        const bool own_look = window == main_window && Style_Name(style.empty() ? session.style.name : style) != default_style;
+        if (status.ok()) draw = own_look ? picture : Stamped(std::move(picture), session.config);
         return status;
     };
     return {in_style, window == main_window ? Style_Names() : std::vector<std::string>()};
@@ -177,7 +179,9 @@ Status Export_Plot(Session& session, Ask& ask) {
     if (const Status status = source.in_style(choice.style, draw); status.failed) return status;
     const Status written =
         choice.to_clipboard ? HardCopy_To_Clipboard(choice.options, draw) : HardCopy(*driver, choice.file, choice.options, draw);
-    if (written.ok()) Remember(session.desk, choice, !source.styles.empty());
+    if (written.failed) return written;
+    Remember(session.desk, choice, !source.styles.empty());
+    session.interface.Note(choice.to_clipboard ? "The picture was copied to the clipboard" : "Saved: " + choice.file);
     return written;
 }
 

@@ -46,6 +46,10 @@ void On_The_Scale(Application& app) {
     Show_On_Scale(app, scale);
 }
 
+void Toggle_Logarithms(Application& app) {
+    Show_On_Scale(app, app.session.plot.Scale() == Y_Scale::logarithm ? Y_Scale::linear : Y_Scale::logarithm);
+}
+
 void Next_Scale(Application& app) {
     constexpr std::array<Y_Scale, 3> next = {Y_Scale::logarithm, Y_Scale::root, Y_Scale::linear};  // of each scale
     Show_On_Scale(app, next[static_cast<std::size_t>(app.session.plot.Scale())]);
@@ -133,7 +137,8 @@ constexpr Command commands[] = {
     {command::graph_2d, "Graph 2D", "graph_2d", Graph_2D<false>, "", "Show the profiles on a linear scale"},
     {command::graph_2d_log, "Graph 2D (Log-Scale)", "graph_2d_log", Graph_2D<true>, "", "Show the profiles on a logarithmic scale"},
     {command::linear_intensities, "Linear intensities", "", On_The_Scale<Y_Scale::linear>, "", "Show counts in the same window", true},
-    {command::logarithms, "Logarithmic intensities", "", On_The_Scale<Y_Scale::logarithm>, "", "Show logarithms of the same window", true},
+    {command::logarithms, "Logarithmic intensities", "", Toggle_Logarithms, "", "Show logarithms of the same window, and counts again",
+     true},
     {command::root_intensities, "Square root of intensities", "", On_The_Scale<Y_Scale::root>, "", "Show square roots of the same window",
      true},
     {command::next_scale, "Next scale", "", Next_Scale, "Ctrl+L", "Step through counts, logarithms and square roots"},
