@@ -6,6 +6,7 @@
 #include "commands/plot/mouse.hpp"
 #include "commands/plot/mouse_tools.hpp"
 #include "plot/plot.hpp"
+#include "session/desk/ghosts.hpp"
 #include "session/move_rows.hpp"
 
 namespace vntl {
@@ -22,6 +23,12 @@ bool On_Data(const Session& session, Plot_State::Place page) {
     return Inside(session.plot, at) && !In_Band(session, at);
 }
 
+// Of the rows that are moved.
+Data_Point In_Intensity_Of_Rows(const Session& session, double page_x, double page_y) {
+    const Plot_State::Place at = Counts_Of_Moved(session.store, session.plot, {page_x, page_y});
+    return {static_cast<float>(at.x), static_cast<float>(at.y)};
+}
+
 // The rows are moved where the user agrees.
 void Move_Confirmed(Session& session, Ask& ask, const std::string& text, const std::function<Status()>& move) {
     const Status status = Confirmed(ask, text) ? move() : Status::Cancel();
@@ -34,7 +41,7 @@ void Move_Confirmed(Session& session, Ask& ask, const std::string& text, const s
 void Finish_Line(Session& session, Ask& ask) {
     const Rubber_Shape rubber = session.plot.rubber;
     const std::vector<int> rows = session.plot.row_move.rows;
-    const Data_Point from = In_Intensity(session.plot, rubber.x0, rubber.y0), to = In_Intensity(session.plot, rubber.x1, rubber.y1);
+    const Data_Point from = In_Intensity_Of_Rows(session, rubber.x0, rubber.y0), to = In_Intensity_Of_Rows(session, rubber.x1, rubber.y1);
     const float dx = to.x - from.x, dy = to.y - from.y;
     End_Mode_Of_Mouse(session);
     if (Is_Click(rubber) && Within_A_Click(Pixels_Up(rubber.y1 - rubber.y0))) return;
@@ -70,7 +77,7 @@ void Finish_Pivot(Session& session, Ask& ask) {
     const Rubber_Shape rubber = plot.rubber;
     const float at = In_Data(plot, rubber.x1, rubber.y1).*axis.value;
     const double jitter = axis.pixels(rubber.*axis.to - rubber.*axis.from);
-    const float value = In_Intensity(plot, rubber.x1, rubber.y1).*axis.value;
+    const float value = In_Intensity_Of_Rows(session, rubber.x1, rubber.y1).*axis.value;
     Lapse_Rubber(session);
     if (!Within_A_Click(jitter)) return ask.Error("Error selecting " + axis.name + " ref. Try again!");
     if (!std::isnormal(value)) return ask.Error("The reference is 0: no factor leads away from it. Try again!");
@@ -110,7 +117,8 @@ void Finish_Factor(Session& session, Ask& ask) {
     const bool along_x = plot.MoveMode == Move_Mode::scale_x;
     const std::vector<int> rows = plot.row_move.rows;
     const double pivot = plot.Pivot_Place();
-    const float factor = In_Intensity(plot, plot.rubber.x1, plot.rubber.y1).*axis.value / (In_Intensity(plot, pivot, pivot).*axis.value);
+    const float factor = In_Intensity_Of_Rows(session, plot.rubber.x1, plot.rubber.y1).*axis.value /
+                         (In_Intensity_Of_Rows(session, pivot, pivot).*axis.value);
     End_Mode_Of_Mouse(session);
     const std::string text = "The following profiles will be scaling at " + axis.name + " according\nto following equation: " + axis.name +
                              "' = " + IRealToString(factor) + axis.name + Row_Names(session, rows);

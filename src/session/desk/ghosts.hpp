@@ -29,4 +29,8 @@ std::vector<Row_Ghost> Ghosts_Apart(const Profile_Store&, float dx, float dy);
 // Those of the line that the mouse is drawing: it moves the waiting rows along itself, or takes what is at the pivot to its end.
 std::vector<Row_Ghost> Ghosts_In_Hand(const Profile_Store&, const Plot_State&);
 
+// A place on the page as the rows that are moved by mouse have it: x, and counts whatever the scale, without the offset that the first
+// shown one of them has in a waterfall.
+Plot_State::Place Counts_Of_Moved(const Profile_Store&, const Plot_State&, Plot_State::Place page);
+
 }  // namespace vntl
