@@ -57,7 +57,7 @@ TEST_F(Record, FilesDialogsAndTheMouse) {
             "@wheelup 600 400;command 40106;command 40503;resize 900 600;command 40044;set 4803 1;files one.png;press OK;press OK;"
             "command 40044;files cancel;press OK;command 40044;set 4802 1;files \"two pages.svg\";press OK;set 4605 3;press OK;timer 3",
         {"one.png", "two pages.svg"});
-    EXPECT_TRUE(recorded.starts_with("list close\nresize ") && recorded.ends_with("\n")) << recorded;
+    EXPECT_TRUE(recorded.starts_with("resize 800 500\nlist close\nresize 800 500\n") && recorded.ends_with("\n")) << recorded;
     EXPECT_EQ(Count(recorded, "\npress 2\n"), 2);
     EXPECT_EQ(Count(recorded, "\nmouse down "), 5);
     EXPECT_EQ(Count(recorded, "\ncommand 40044\nfiles cancel\npress 1\n"), 1);
@@ -175,7 +175,7 @@ TEST_F(Record, AFullDiskIsToldOnceAndAtOnce) {
     EXPECT_EQ(run.status, 1) << run.errors;
     EXPECT_EQ(Count(run.output, "The recording cannot be written.\\n"), 1) << run.output;
     EXPECT_LT(run.output.find("The recording"), run.output.find("plot_type")) << run.output;
-    const std::string recorded = Text_Of(directory / "b.vns"), first = "list close\nresize 800 500\nstyle Default rows\n",
+    const std::string recorded = Text_Of(directory / "b.vns"), first = "resize 800 500\nlist close\nresize 800 500\nstyle Default rows\n",
                       each = "timer 3\n";
     EXPECT_EQ(recorded.size(), first.size() + each.size() * ((8 * 512 - first.size()) / each.size())) << "whole statements alone";
     EXPECT_TRUE(recorded.ends_with('\n' + each));
