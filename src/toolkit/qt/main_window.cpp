@@ -261,7 +261,9 @@ void Window::Open_List(const Row_List_Resource& resource, int width) {
     Without_Resize_Message([&] {
         if (list_ == nullptr) {
             setDockOptions({});
-            addDockWidget(Qt::LeftDockWidgetArea, list_ = new Row_List(*this, resource));
+            const Row_List_Host host{this, number_, [this](QMenu& menu, std::span<const Menu_Entry> entries) { Add_To(menu, entries); },
+                                     [this] { Focus_Content(); }};
+            addDockWidget(Qt::LeftDockWidgetArea, list_ = new Row_List(host, resource));
         }
         list_->show();
         list_->Set_Width(width);

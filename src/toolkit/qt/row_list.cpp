@@ -17,7 +17,6 @@
 #include "base/text.hpp"
 #include "toolkit/qt/application.hpp"
 #include "toolkit/qt/bitmap_qt.hpp"
-#include "toolkit/qt/main_window.hpp"
 
 namespace vntl {
 
@@ -154,8 +153,8 @@ private:
 
 class Row_List_Tree : public QTreeView {
 public:
-    Row_List_Tree(Window& window, Row_List_Rows& rows, const Row_List_Resource& resource)
-        : window_(window), rows_(rows), empty_(Text(resource.empty)), delete_command_(resource.delete_command) {
+    Row_List_Tree(const Row_List_Host& host, Row_List_Rows& rows, const Row_List_Resource& resource)
+        : host_(host), rows_(rows), empty_(Text(resource.empty)), delete_command_(resource.delete_command) {
         setModel(&rows);
         setAccessibleName(Text(resource.title));
         setRootIsDecorated(false);
@@ -175,7 +174,7 @@ public:
         header()->setMinimumSectionSize(1);
         header()->setSectionResizeMode(QHeaderView::Fixed);
         header()->setSectionResizeMode(0, QHeaderView::Stretch);
-        window.Add_To(menu_, resource.menu);
+        host_.add_menu(menu_, resource.menu);
     }
 
     void Choose(const std::vector<int>& rows) {
@@ -217,13 +216,13 @@ public:
     bool Is_Ahead() const {
         const auto& queue = The_Toolkit().queue;
         return std::any_of(queue.begin(), queue.end(),
-                           [this](const Message& m) { return m.kind == Message_Kind::list_chosen && m.record.win == window_.number(); });
+                           [this](const Message& m) { return m.kind == Message_Kind::list_chosen && m.record.win == host_.number; });
     }
 
 protected:
     void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override {
         QTreeView::selectionChanged(selected, deselected);
-        if (!given_) Post_Message({Message_Kind::list_chosen, {.win = window_.number(), .rows = Chosen()}});
+        if (!given_) Post_Message({Message_Kind::list_chosen, {.win = host_.number, .rows = Chosen()}});
     }
 
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override {
@@ -284,15 +283,15 @@ protected:
         const std::vector<int> chosen = Chosen();
         const bool moves = (key == Qt::Key_Up || key == Qt::Key_Down) && event->modifiers() == (Qt::ControlModifier | Qt::ShiftModifier);
         if (moves && !chosen.empty())
-            Post_Message({Message_Kind::list_moved, {.win = window_.number(), .value2 = key == Qt::Key_Up ? -1 : 1}});
+            Post_Message({Message_Kind::list_moved, {.win = host_.number, .value2 = key == Qt::Key_Up ? -1 : 1}});
         else if (key == Qt::Key_Space && currentIndex().isValid() && event->modifiers() == Qt::NoModifier)
             Tick(chosen.empty() ? std::vector<int>{currentIndex().row() + 1} : chosen, !rows_.row(currentIndex().row() + 1).ticked);
         else if (key == Qt::Key_F2 && currentIndex().isValid())
             edit(rows_.index(currentIndex().row(), 0));
         else if (key == Qt::Key_Delete)
-            Post_Message({Message_Kind::command, {.win = window_.number(), .value1 = delete_command_}});
+            Post_Message({Message_Kind::command, {.win = host_.number, .value1 = delete_command_}});
         else if (key == Qt::Key_Escape || key == Qt::Key_F6)
-            window_.Focus_Content();
+            host_.leave();
         else if (!moves)
             QTreeView::keyPressEvent(event);
     }
@@ -332,14 +331,14 @@ private:
     }
 
     void Tick(const std::vector<int>& rows, bool on) {
-        Post_Message({Message_Kind::list_ticked, {.win = window_.number(), .value1 = on ? 1 : 0, .rows = rows}});
+        Post_Message({Message_Kind::list_ticked, {.win = host_.number, .value1 = on ? 1 : 0, .rows = rows}});
     }
 
     void Tell_Pointed(int row) {
-        if (std::exchange(told_pointed_, row) != row) Post_Message({Message_Kind::list_pointed, {.win = window_.number(), .value1 = row}});
+        if (std::exchange(told_pointed_, row) != row) Post_Message({Message_Kind::list_pointed, {.win = host_.number, .value1 = row}});
     }
 
-    Window& window_;
+    Row_List_Host host_;
     Row_List_Rows& rows_;
     QString empty_;
     int delete_command_;
@@ -350,13 +349,13 @@ private:
     QMenu menu_;
 };
 
-Row_List::Row_List(Window& window, const Row_List_Resource& resource)
-    : QDockWidget(Text(resource.title), &window), window_(window), close_command_(resource.close_command) {
+Row_List::Row_List(const Row_List_Host& host, const Row_List_Resource& resource)
+    : QDockWidget(Text(resource.title), host.window), host_(host), close_command_(resource.close_command) {
     setFeatures(QDockWidget::DockWidgetClosable);
     setAllowedAreas(Qt::LeftDockWidgetArea);
-    rows_ = new Row_List_Rows(window.number(), resource.columns);
+    rows_ = new Row_List_Rows(host.number, resource.columns);
     rows_->setParent(this);
-    tree_ = new Row_List_Tree(window, *rows_, resource);
+    tree_ = new Row_List_Tree(host, *rows_, resource);
     tree_->setMinimumWidth(least_width);
     setWidget(tree_);
     Fit_Columns();
@@ -384,13 +383,13 @@ void Row_List::Set_Width(int width) {
         const int letters = usual_name + usual_number * (rows_->columnCount() - 1);
         const QFontMetrics metrics(tree_->font());
         width = metrics.horizontalAdvance('0') * letters + 3 * metrics.height();  // check box, colour and gaps
-        width = std::min(width, static_cast<int>(largest_share * window_.width()));
+        width = std::min(width, static_cast<int>(largest_share * host_.window->width()));
     }
     width = std::max(width, least_width);
     const bool drawn_now = isVisible() && (QApplication::mouseButtons() & Qt::LeftButton) != 0;
     if (drawn_now) return;  // by its edge, which knows better
     tree_->Set_Width(width);
-    if (isVisible()) window_.resizeDocks({this}, {width}, Qt::Horizontal);
+    if (isVisible()) host_.window->resizeDocks({this}, {width}, Qt::Horizontal);
 }
 
 void Row_List::Put(std::vector<Row_List_Row> rows) {
@@ -410,48 +409,16 @@ Row_List_View Row_List::Describe() const { return {width(), rows_->rows(), tree_
 // The program decides.
 void Row_List::closeEvent(QCloseEvent* event) {
     event->ignore();
-    Post_Message({Message_Kind::command, {.win = window_.number(), .value1 = close_command_}});
+    Post_Message({Message_Kind::command, {.win = host_.number, .value1 = close_command_}});
 }
 
 // Drawn by its edge; a window that changes its size tells nothing of what the user wants the list to be.
 void Row_List::resizeEvent(QResizeEvent* event) {
     QDockWidget::resizeEvent(event);
-    const bool of_window = std::exchange(window_size_, window_.size()) != window_.size();
+    const bool of_window = std::exchange(window_size_, host_.window->size()) != host_.window->size();
     const bool by_hand = (QApplication::mouseButtons() & Qt::LeftButton) != 0 && !of_window;
     if (by_hand && event->size().width() != event->oldSize().width())
-        Post_Message({Message_Kind::list_width, {.win = window_.number(), .value1 = width()}});
-}
-
-namespace {
-
-Window* Selected() { return The_Toolkit().Find_Window(The_Toolkit().selected_window); }
-Row_List* Open_List() {
-    Window* window = Selected();
-    Row_List* list = window == nullptr ? nullptr : window->list();
-    return list == nullptr || list->isHidden() ? nullptr : list;
-}
-
-}  // namespace
-
-void WListOpen(const Row_List_Resource& list, int width) {
-    if (Window* window = Selected()) window->Open_List(list, width);
-}
-void WListClose() {
-    if (Window* window = Selected()) window->Close_List();
-}
-bool WListIsOpen() { return Open_List() != nullptr; }
-void WListPut(std::vector<Row_List_Row> rows) {
-    if (Row_List* list = Open_List()) list->Put(std::move(rows));
-}
-void WListChoose(const std::vector<int>& rows) {
-    if (Row_List* list = Open_List()) list->Choose(rows);
-}
-void WListPoint(int row) {
-    if (Row_List* list = Open_List()) list->Point(row);
-}
-Row_List_View Describe_List() {
-    const Row_List* list = Open_List();
-    return list == nullptr ? Row_List_View{} : list->Describe();
+        Post_Message({Message_Kind::list_width, {.win = host_.number, .value1 = width()}});
 }
 
 }  // namespace vntl

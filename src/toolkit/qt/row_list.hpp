@@ -2,20 +2,32 @@
 #pragma once
 
 #include <QDockWidget>
+#include <QMainWindow>
+#include <functional>
+#include <span>
 #include <string>
 #include <vector>
 
 #include "toolkit/row_list.hpp"
 
+class QMenu;
+
 namespace vntl {
 
 class Row_List_Rows;
 class Row_List_Tree;
-class Window;
+
+// What the list needs of its window.
+struct Row_List_Host {
+    QMainWindow* window = nullptr;
+    int number = 0;
+    std::function<void(QMenu&, std::span<const Menu_Entry>)> add_menu;  // entries that the menu bar has already are the same ones
+    std::function<void()> leave;                                        // the focus goes to the picture
+};
 
 class Row_List : public QDockWidget {
 public:
-    Row_List(Window& window, const Row_List_Resource& resource);
+    Row_List(const Row_List_Host& host, const Row_List_Resource& resource);
 
     void Set_Width(int width);  // 0: a usual one
     void Put(std::vector<Row_List_Row> rows);
@@ -31,7 +43,7 @@ protected:
 private:
     void Fit_Columns();
 
-    Window& window_;
+    Row_List_Host host_;
     int close_command_;
     QSize window_size_;  // when the list had its size last
     Row_List_Rows* rows_;
