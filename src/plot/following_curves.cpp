@@ -96,7 +96,10 @@ public:
 private:
     bool Shown(int row) const { return row >= 1 && row <= scene_.store.nperfiles() && scene_.store.shown(row); }
     Colour Ground() const { return scene_.prefs.graph2d.frame_foreground; }
-    std::vector<Thin_Line> Lines_Of(const Row_Ghost& row) const { return Thin_Lines_Of(scene_, row, offsets_.Of(row.row), columns_); }
+    std::vector<Thin_Line> Lines_Of(const Row_Ghost& row) const {
+        const Diffraction_Pattern_Type& pattern = scene_.store.Pattern(row.row);
+        return Thin_Lines_Of(scene_.plot, pattern.x, pattern.y, row, offsets_.Of(row.row), columns_);
+    }
 
     // Of a row without a line that of its markers.
     Colour Colour_Of(int row) const {
@@ -119,28 +122,28 @@ private:
 
 }  // namespace
 
-std::vector<Thin_Line> Thin_Lines_Of(const Scene& scene, const Row_Ghost& row, float offset, int columns) {
-    const Diffraction_Pattern_Type& pattern = scene.store.Pattern(row.row);
-    const View& units = scene.plot.units;
-    const Y_Scale scale = scene.plot.Scale();
-    const auto points = std::ssize(pattern.x);
+std::vector<Thin_Line> Thin_Lines_Of(const Plot_State& plot, std::span<const float> x, std::span<const float> y, const Row_Ghost& way,
+                                     float offset, int columns) {
+    const View& units = plot.units;
+    const Y_Scale scale = plot.Scale();
+    const auto points = std::ssize(x);
     // What was inside the view before it moved, and a point on either side.
-    const float one = (units.x1 - row.bx) / row.ax, other = (units.x2 - row.bx) / row.ax;
+    const float one = (units.x1 - way.bx) / way.ax, other = (units.x2 - way.bx) / way.ax;
     std::ptrdiff_t first = 0, end = points;
     if (std::isfinite(one) && std::isfinite(other)) {
-        first = std::lower_bound(pattern.x.begin(), pattern.x.end(), std::min(one, other)) - pattern.x.begin();
-        end = std::upper_bound(pattern.x.begin(), pattern.x.end(), std::max(one, other)) - pattern.x.begin();
+        first = std::lower_bound(x.begin(), x.end(), std::min(one, other)) - x.begin();
+        end = std::upper_bound(x.begin(), x.end(), std::max(one, other)) - x.begin();
     }
     first = std::max<std::ptrdiff_t>(first - 1, 0);
-    end = std::min(end + 1, std::min(points, std::ssize(pattern.y)));
+    end = std::min(end + 1, std::min(points, std::ssize(y)));
 
     std::vector<Thin_Line> lines;
     Thinner_Of_Columns thinner(lines);
     const double per_unit = columns / (static_cast<double>(units.x2) - units.x1);
     for (auto i = static_cast<std::size_t>(first); i < static_cast<std::size_t>(std::max(end, first)); ++i) {
-        const float x = row.ax * pattern.x[i] + row.bx, y = On_Scale(scale, row.ay * pattern.y[i] + row.by) + offset;
-        if (std::isfinite(x) && std::isfinite(y))
-            thinner.Add(std::floor((x - units.x1) * per_unit), x, y);
+        const float at = way.ax * x[i] + way.bx, value = On_Scale(scale, way.ay * y[i] + way.by) + offset;
+        if (std::isfinite(at) && std::isfinite(value))
+            thinner.Add(std::floor((at - units.x1) * per_unit), at, value);
         else
             thinner.Gap();
     }

@@ -1,6 +1,9 @@
 // Curves over the picture that follow the hand: where rows would come to stand, and the row under the pointer.
 #pragma once
 
+#include <span>
+#include <vector>
+
 #include "plot/plot.hpp"
 #include "session/desk/ghosts.hpp"
 
@@ -14,11 +17,13 @@ void Draw_Following_Curves(const Scene&, Graphics&, const std::vector<Row_Ghost>
 // The marks of the main window with ghosts, those of a dialog; they go with the next repaint.
 void Repaint_With_Ghosts(const Session&, const std::vector<Row_Ghost>& ghosts);
 
-// The points of a row in view as a line that looks the same: of the points in a pixel column, `columns` of them across the view, the
-// first, the lowest, the highest and the last one. In units of the view, a line for each stretch without a gap.
+// The points of a curve in the plot's view as a line that looks the same: of the points in a pixel column, `columns` of them across the
+// view, the first, the lowest, the highest and the last one, and a point on either side. On the scale of the plot and raised by `offset`, a
+// line for each stretch without a gap. x rises; `way` tells what becomes of a point before.
 struct Thin_Line {
     std::vector<float> x, y;
 };
-std::vector<Thin_Line> Thin_Lines_Of(const Scene&, const Row_Ghost& row, float offset, int columns);
+std::vector<Thin_Line> Thin_Lines_Of(const Plot_State&, std::span<const float> x, std::span<const float> y, const Row_Ghost& way,
+                                     float offset, int columns);
 
 }  // namespace vntl

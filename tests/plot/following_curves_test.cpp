@@ -89,7 +89,8 @@ TEST_F(Following, ManyPointsCostTheirColumns) {
     }
     y[points / 2] = NAN;
     Add(x, y);
-    const std::vector<Thin_Line> lines = Thin_Lines_Of(Scene_Of(session), {.row = 1}, 0, columns);
+    const std::vector<Thin_Line> lines =
+        Thin_Lines_Of(session.plot, session.store.Pattern(1).x, session.store.Pattern(1).y, {}, 0, columns);
     ASSERT_EQ(lines.size(), 2u);
     std::vector<float> low(columns, 2000), high(columns, -1), low_of_line = low, high_of_line = high;
     const auto note = [](std::vector<float>& lows, std::vector<float>& highs, float at, float value) {
