@@ -30,7 +30,6 @@ void Draw_Target(const Plot_Zone&, const Look&, Graphics&);
 void Draw_Frame(Presentation&, const Look& = {});
 void Draw_Legend(const Scene&, Presentation&, const View& window, int n);
 
-
 // Places of labels by their codes: N none, L, C or R along x; "--" none, T, C or B along y, then V upright, 9 or R turned.
 char Along_X(int code);
 std::string_view Y_Label_Place(int code);
