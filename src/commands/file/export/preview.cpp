@@ -58,11 +58,12 @@ Picture_Preview::Picture_Preview(int dialog, int field, Source source) : dialog_
 
 Picture_Preview::~Picture_Preview() { Set_Timer(0); }
 
-// At once where there is none yet: the dialog is seen before it is drawn.
+// At once where there is none yet.
 void Picture_Preview::Show(const Picture& picture) {
     if (picture == wanted_) return;
     wanted_ = picture;
-    Set_Timer(drawn_ ? at_rest_ms : 1);
+    if (!drawn_) return Draw();
+    Set_Timer(at_rest_ms);
     WDialogSelect(dialog_);
 }
 
