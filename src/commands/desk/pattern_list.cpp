@@ -3,6 +3,7 @@
 #include "base/text.hpp"
 #include "commands/application.hpp"
 #include "commands/modal.hpp"
+#include "commands/plot/pointed_row.hpp"
 #include "plot/plot.hpp"
 #include "session/arrange_rows.hpp"
 #include "session/changes.hpp"
@@ -32,13 +33,6 @@ void Move(Application& app, const WIN_MESSAGE& record) {
     Redraw_If(app, record.rows.empty() ? Step_Chosen(session, record.value2 > 0) : Place_Rows(session, record.rows, record.value1));
 }
 
-void Point_At_Row(Application& app, int row) {
-    Session& session = app.session;
-    if (row == session.plot.pointed_row || row < 0 || row > session.store.nperfiles()) return;
-    session.plot.pointed_row = row;
-    Plot_Repaint(session);
-}
-
 }  // namespace
 
 bool Is_Of_List(Message_Kind kind) { return kind >= Message_Kind::list_chosen && kind <= Message_Kind::list_width; }
@@ -56,7 +50,8 @@ void Serve_List(Application& app, const Message& message) {
         case Message_Kind::list_renamed:
             return Redraw_If(app, !record.files.empty() && Rename_Row(session, record.value1, record.files.front()));
         case Message_Kind::list_pointed:
-            return Point_At_Row(app, record.value1);
+            if (record.value1 >= 0 && record.value1 <= session.store.nperfiles()) Set_Pointed_Row(session, record.value1);
+            return;
         case Message_Kind::list_width:
             session.desk.list_width = record.value1;
             return Plot_Redraw(session);

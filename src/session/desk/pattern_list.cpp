@@ -8,6 +8,7 @@
 #include "session/changes.hpp"
 #include "session/desk/kept_view.hpp"
 #include "session/desk/row_styles.hpp"
+#include "session/file_information.hpp"
 #include "session/modes.hpp"
 #include "session/ranges.hpp"
 #include "session/session.hpp"
@@ -15,8 +16,6 @@
 namespace vntl {
 
 namespace {
-
-constexpr float known_temperature = 0.0001f;  // kelvin; not above it means unknown
 
 std::vector<int> Rows_Of_Store(const Profile_Store& store, std::vector<int> rows) {
     std::erase_if(rows, [&](int row) { return row < 1 || row > store.nperfiles(); });

@@ -7,13 +7,13 @@
 
 #include "base/extremes.hpp"
 #include "session/desk/kept_view.hpp"
+#include "session/file_information.hpp"
 
 namespace vntl {
 
 namespace {
 
-constexpr float known_temperature = 0.0001f;  // of a sample: above it, kelvin
-constexpr float largest_offset = 1e37f;       // leaves room in single precision for the points themselves
+constexpr float largest_offset = 1e37f;  // leaves room in single precision for the points themselves
 
 // The height that offsets are shares of; one for rows without any.
 double Height_Of_Pattern(const Plot_State& plot) {
