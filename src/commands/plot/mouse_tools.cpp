@@ -71,11 +71,6 @@ Data_Point In_Data(const Plot_State& plot, double page_x, double page_y) {
     return {static_cast<float>(at.x), static_cast<float>(at.y)};
 }
 
-Data_Point In_Intensity(const Plot_State& plot, double page_x, double page_y) {
-    const Data_Point at = In_Data(plot, page_x, page_y);
-    return {at.x, Off_Scale(plot.Scale(), at.y)};
-}
-
 Y_Scale Scale_Of_Numbers(const Session& session) {
     if (!session.plot.Is_2D()) return Y_Scale::linear;
     return session.look.count_ticks ? session.plot.Scale() : session.plot.y_scale;

@@ -19,9 +19,6 @@ struct Data_Point {
 Data_Point In_Data(const Plot_State& plot, double page_x, double page_y);
 bool Inside(const Plot_State& plot, Data_Point at);
 
-// The same with an intensity in counts on any scale.
-Data_Point In_Intensity(const Plot_State& plot, double page_x, double page_y);
-
 // The scale of the numbers that the user reads and writes as counts. The form of logarithms shows its units, as its numbers do.
 Y_Scale Scale_Of_Numbers(const Session&);
 
